@@ -1,0 +1,274 @@
+#include "types/Convert.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+
+namespace tarvik {
+
+namespace {
+
+/// Spaces of one or more bytes that locales put between groups of thousands.
+constexpr std::array<std::string_view, 4> groupSpaces{" ", "\xC2\xA0", "\xE2\x80\xAF", "\xA0"};
+
+constexpr bool isDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+/// Reads a text from its front, piece by piece.
+class NumberReader {
+public:
+    NumberReader(std::string_view text, const LocaleData& locale) : rest_(text), locale_(locale) {}
+
+    Currency read() {
+        skipBlanks();
+        const bool signBefore = takeSign();
+        skipBlanks();
+        readWholePart();
+        readFraction();
+        readExponent();
+        skipBlanks();
+        if (!signBefore) {
+            takeSign();
+        }
+        skipBlanks();
+        if (digits_.empty() || !rest_.empty()) {
+            raise(ErrorNumber::TypeMismatch);
+        }
+        return Currency::fromScaled(scaled());
+    }
+
+private:
+    void skipBlanks() {
+        while (!rest_.empty() && (rest_.front() == ' ' || rest_.front() == '\t')) {
+            rest_.remove_prefix(1);
+        }
+    }
+
+    bool take(std::string_view piece) {
+        if (piece.empty() || !rest_.starts_with(piece)) {
+            return false;
+        }
+        rest_.remove_prefix(piece.size());
+        return true;
+    }
+
+    bool takeSign() {
+        if (take("-")) {
+            negative_ = true;
+            return true;
+        }
+        return take("+");
+    }
+
+    bool takeDigit() {
+        if (rest_.empty() || !isDigit(rest_.front())) {
+            return false;
+        }
+        digits_ += rest_.front();
+        rest_.remove_prefix(1);
+        return true;
+    }
+
+    /// A separator counts only between digits: a blank after the number is no part of it.
+    bool takeGroupSeparator() {
+        const std::string_view before = rest_;
+        const bool blank = std::find(groupSpaces.begin(), groupSpaces.end(),
+                                     locale_.thousandsSeparator) != groupSpaces.end();
+        const bool taken = blank
+                               ? std::any_of(groupSpaces.begin(), groupSpaces.end(),
+                                             [this](std::string_view space) { return take(space); })
+                               : take(locale_.thousandsSeparator);
+        if (taken && !rest_.empty() && isDigit(rest_.front())) {
+            return true;
+        }
+        rest_ = before;
+        return false;
+    }
+
+    void readWholePart() {
+        while (takeDigit() || (!digits_.empty() && takeGroupSeparator())) {
+        }
+        wholeDigits_ = static_cast<std::int64_t>(digits_.size());
+    }
+
+    void readFraction() {
+        if (take(locale_.decimalSeparator)) {
+            while (takeDigit()) {
+            }
+        }
+    }
+
+    void readExponent() {
+        const std::string_view before = rest_;
+        if (digits_.empty() || !(take("E") || take("e"))) {
+            return;
+        }
+        const bool down = take("-");
+        if (!down) {
+            take("+");
+        }
+        int exponent = 0;
+        const auto [end, error] =
+            std::from_chars(rest_.data(), rest_.data() + rest_.size(), exponent);
+        if (end == rest_.data() || rest_.front() == '-') {
+            rest_ = before;
+            return;
+        }
+        constexpr int farEnough = 10'000;
+        exponent = error == std::errc() ? std::min(exponent, farEnough) : farEnough;
+        rest_.remove_prefix(static_cast<std::size_t>(end - rest_.data()));
+        wholeDigits_ += down ? -exponent : exponent;
+    }
+
+    char digitAt(std::int64_t position) const {
+        return position >= 0 && position < static_cast<std::int64_t>(digits_.size())
+                   ? digits_[static_cast<std::size_t>(position)]
+                   : '0';
+    }
+
+    /// The number times 10,000, rounded to the nearest whole number, ties to even.
+    std::int64_t scaled() const {
+        constexpr std::int64_t decimals = 4;
+        const std::size_t first = digits_.find_first_not_of('0');
+        if (first == std::string::npos) {
+            return 0;
+        }
+        const auto firstDigit = static_cast<std::int64_t>(first);
+        const std::int64_t end = wholeDigits_ + decimals;
+        constexpr std::int64_t mostDigits = 19;
+        if (end - firstDigit > mostDigits) {
+            raise(ErrorNumber::Overflow);
+        }
+        std::uint64_t value = 0;
+        for (std::int64_t i = firstDigit; i < end; ++i) {
+            value = value * 10 + static_cast<std::uint64_t>(digitAt(i) - '0');
+        }
+        return withSign(value + roundedUp(value, end));
+    }
+
+    std::uint64_t roundedUp(std::uint64_t value, std::int64_t end) const {
+        const char next = digitAt(end);
+        if (next != '5') {
+            return next > '5' ? 1 : 0;
+        }
+        for (std::int64_t i = end + 1; i < static_cast<std::int64_t>(digits_.size()); ++i) {
+            if (digitAt(i) != '0') {
+                return 1;
+            }
+        }
+        return value % 2;
+    }
+
+    std::int64_t withSign(std::uint64_t value) const {
+        constexpr auto largest = static_cast<std::uint64_t>(INT64_MAX);
+        if (value > largest + (negative_ ? 1U : 0U)) {
+            raise(ErrorNumber::Overflow);
+        }
+        return static_cast<std::int64_t>(negative_ ? 0 - value : value);
+    }
+
+    std::string_view rest_;
+    const LocaleData& locale_;
+    std::string digits_;
+    std::int64_t wholeDigits_ = 0;
+    bool negative_ = false;
+};
+
+std::string grouped(std::string_view digits, const std::string& separator) {
+    std::string result;
+    for (std::size_t i = 0; i < digits.size(); ++i) {
+        if (i != 0 && (digits.size() - i) % 3 == 0) {
+            result += separator;
+        }
+        result += digits[i];
+    }
+    return result;
+}
+
+/// Adds one to a number written in digits, which may grow by a digit.
+void increment(std::string& digits) {
+    for (std::size_t i = digits.size(); i-- > 0;) {
+        if (digits[i] != '9') {
+            ++digits[i];
+            return;
+        }
+        digits[i] = '0';
+    }
+    digits.insert(0, 1, '1');
+}
+
+/// The value times 10^decimals as digits, halves rounded up.
+std::string roundedDigits(double magnitude, int decimals) {
+    // Long enough for the largest double and for every digit of those that a user ever sees.
+    constexpr int precision = 30;
+    std::array<char, 400> buffer{};
+    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
+                                            std::chars_format::fixed, precision);
+    std::string digits(buffer.data(), end);
+    const std::size_t point = digits.find('.');
+    digits.erase(point, 1);
+    const std::size_t kept = point + static_cast<std::size_t>(decimals);
+    const bool up = digits[kept] >= '5';
+    digits.resize(kept);
+    if (up) {
+        increment(digits);
+    }
+    return digits;
+}
+
+} // namespace
+
+std::string wholeToText(std::int64_t value) {
+    return std::to_string(value);
+}
+
+std::string toText(Long value) {
+    return wholeToText(value.value());
+}
+
+std::string toText(Currency value, const LocaleData& locale) {
+    const bool negative = value.scaled() < 0;
+    const auto bits = static_cast<std::uint64_t>(value.scaled());
+    const std::uint64_t magnitude = negative ? 0 - bits : bits;
+    constexpr auto scale = static_cast<std::uint64_t>(Currency::scale);
+    std::string text = (negative ? "-" : "") + std::to_string(magnitude / scale);
+    std::string fraction = zeroPadded(static_cast<std::int64_t>(magnitude % scale), 4);
+    fraction.erase(fraction.find_last_not_of('0') + 1);
+    if (!fraction.empty()) {
+        text += locale.decimalSeparator + fraction;
+    }
+    return text;
+}
+
+Currency textToCurrency(std::string_view text, const LocaleData& locale) {
+    return NumberReader(text, locale).read();
+}
+
+std::string formatGrouped(double value, int decimals, const LocaleData& locale) {
+    if (!std::isfinite(value)) {
+        return std::isnan(value) ? "NaN" : value < 0 ? "-Inf" : "Inf";
+    }
+    const std::string digits = roundedDigits(std::fabs(value), decimals);
+    const std::size_t whole = digits.size() - static_cast<std::size_t>(decimals);
+    const bool zero = digits.find_first_not_of('0') == std::string::npos;
+    std::string text = value < 0 && !zero ? "-" : "";
+    text += grouped(std::string_view(digits).substr(0, whole), locale.thousandsSeparator);
+    if (decimals > 0) {
+        text += locale.decimalSeparator + digits.substr(whole);
+    }
+    return text;
+}
+
+std::string zeroPadded(std::int64_t value, int digits) {
+    std::string text = std::to_string(value);
+    const std::size_t sign = value < 0 ? 1 : 0;
+    const auto wanted = static_cast<std::size_t>(digits) + sign;
+    if (text.size() < wanted) {
+        text.insert(sign, wanted - text.size(), '0');
+    }
+    return text;
+}
+
+} // namespace tarvik
