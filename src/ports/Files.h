@@ -1,0 +1,58 @@
+#pragma once
+
+#include "types/RunTimeError.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvik {
+
+/// What stands under a path. `Other` is neither file nor directory: a device, a pipe, a socket.
+enum class FileKind { None, File, Directory, Other };
+
+/// Identity and version of a file: differs whenever the file was replaced or written to.
+struct FileStamp {
+    std::uint64_t identity = 0; ///< which file: device and file number, mixed
+    std::uint64_t size = 0;     ///< bytes
+    std::int64_t modified = 0;  ///< nanoseconds, of the last write
+    std::int64_t changed = 0;   ///< nanoseconds, of the last change of content or attributes
+
+    friend bool operator==(const FileStamp&, const FileStamp&) = default;
+};
+
+/// The outcome of a file operation: nothing when it succeeded, else the run-time error number it
+/// stands for (FileNotFound, DiskFull, PermissionDenied, PathFileAccess, PathNotFound).
+using FileResult = std::optional<ErrorNumber>;
+
+/// Whole files on disk. Paths are bytes in the system's code page. No operation throws.
+class Files {
+public:
+    virtual ~Files() = default;
+
+    /// What the path names, directories included.
+    virtual FileKind Dir(const std::string& path) = 0;
+
+    /// Nothing when there is no ordinary file of that name.
+    virtual std::optional<FileStamp> stamp(const std::string& path) = 0;
+
+    /// Reads the whole file into `bytes`; fails for anything but an ordinary file.
+    virtual FileResult read(const std::string& path, std::string& bytes) = 0;
+
+    /// Replaces the file by the pieces, joined, or makes it: written beside it, flushed to the disk
+    /// and put in place in one step, so that the old content or the new one is there at any moment.
+    /// A read-only file, a directory or device of that name, a full disk: an error, and what was
+    /// there stays.
+    virtual FileResult replace(const std::string& path,
+                               const std::vector<std::string_view>& pieces) = 0;
+
+    /// Copies a file over `target`; complete and flushed, or not at all.
+    virtual FileResult FileCopy(const std::string& source, const std::string& target) = 0;
+
+    /// Deletes a file.
+    virtual FileResult Kill(const std::string& path) = 0;
+};
+
+} // namespace tarvik

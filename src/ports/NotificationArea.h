@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdint>
+
+namespace tarvik {
+
+/// The record of one icon in the notification area; 488 bytes with balloons, of which the oldest
+/// form has the first 88 (its tip then ends after 64 characters).
+struct NOTIFYICONDATAA {
+    static constexpr std::uint32_t size = 488;
+    static constexpr std::uint32_t oldestSize = 88;
+    std::uint32_t cbSize;
+    std::uint32_t hWnd; ///< identifies the picture that receives the icon's mouse messages
+    std::uint32_t uID;
+    std::uint32_t uFlags;
+    std::uint32_t uCallbackMessage;
+    std::uint32_t hIcon; ///< one of the `TrayIcon` values
+    char szTip[128];
+    std::uint32_t dwState;
+    std::uint32_t dwStateMask;
+    char szInfo[256];
+    std::uint32_t uTimeoutOrVersion; ///< milliseconds with an info text, else the version
+    char szInfoTitle[64];
+    std::uint32_t dwInfoFlags; ///< 1: information
+};
+static_assert(sizeof(NOTIFYICONDATAA) == NOTIFYICONDATAA::size);
+
+/// The three pictures the program shows in the notification area.
+enum class TrayIcon : std::uint32_t { NotMonitoring = 0, Online = 1, Offline = 2 };
+
+/// The notification area of the task bar.
+class NotificationArea {
+public:
+    /// Requests of `Shell_NotifyIconA`.
+    enum Message : std::uint32_t { add = 0, modify = 1, remove = 2, setVersion = 4 };
+    /// Bits of the record's flags: which of its fields count.
+    enum Flag : std::uint32_t { message = 1, icon = 2, tip = 4, info = 16 };
+
+    virtual ~NotificationArea() = default;
+
+    /// Adds, changes or removes an icon; true when it was done. False where the desktop has no
+    /// notification area. An icon's mouse messages (514 left, 517 right button released) arrive as
+    /// mouse moves of the picture that the record names.
+    virtual bool Shell_NotifyIconA(std::uint32_t request, NOTIFYICONDATAA* data) = 0;
+
+    /// Brings a form's window to the foreground, so that a menu opened next is closed by a click
+    /// elsewhere.
+    virtual bool SetForegroundWindow(std::uint32_t window) = 0;
+
+    /// The platform's version word: major version in the low byte, minor in the next, the top bit
+    /// clear on the family whose major version 5 and later show balloons.
+    virtual std::uint32_t GetVersion() = 0;
+};
+
+} // namespace tarvik
