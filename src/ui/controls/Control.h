@@ -1,0 +1,118 @@
+#pragma once
+
+#include <string>
+#include <utility>
+
+namespace tarvik {
+
+class Form;
+
+enum class ControlKind {
+    Label,
+    TextBox,
+    CheckBox,
+    CommandButton,
+    ComboBox,
+    Frame,
+    Picture,
+    Timer,
+    Menu,
+};
+
+/// What of a control has changed.
+enum class Property {
+    Caption,
+    Text,
+    Value,
+    Enabled,
+    Visible,
+    ToolTip,
+    AccessibleName,
+    ForeColour,
+    Items,
+    ListIndex,
+    Interval,
+    Drawing,
+    Entries,
+};
+
+/// Whoever shows a control: told of each change, it asks the control for the new state.
+class ControlView {
+public:
+    virtual ~ControlView() = default;
+    virtual void refresh(Property changed) = 0;
+};
+
+/// A colour as red, green and blue from 0 to 255. Black stands for the desktop's own text colour.
+struct Colour {
+    int red = 0;
+    int green = 0;
+    int blue = 0;
+
+    friend bool operator==(const Colour&, const Colour&) = default;
+};
+
+/// What every control has: a name, a place in its form, and whether it is seen and can be used.
+///
+/// The control is the truth and its view the picture. Setting a property to the value it has does
+/// nothing; a change is told to the view, if there is one.
+class Control {
+public:
+    virtual ~Control() = default;
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
+
+    ControlKind kind() const { return kind_; }
+    /// The control's name in its form, unique there.
+    const std::string& name() const { return name_; }
+    Form& form() const { return form_; }
+
+    const std::string& toolTip() const { return toolTip_; }
+    /// What a screen reader should say where the caption does not tell it; may be empty.
+    const std::string& accessibleName() const { return accessibleName_; }
+    bool enabled() const { return enabled_; }
+    bool visible() const { return visible_; }
+
+    void setToolTip(std::string text) { assign(toolTip_, std::move(text), Property::ToolTip); }
+    void setAccessibleName(std::string text) {
+        assign(accessibleName_, std::move(text), Property::AccessibleName);
+    }
+    void setEnabled(bool enabled) { assign(enabled_, enabled, Property::Enabled); }
+    void setVisible(bool visible) { assign(visible_, visible, Property::Visible); }
+
+    /// Puts a view in place, or none. The view must take itself away before it ends.
+    void attach(ControlView* view) { view_ = view; }
+
+protected:
+    /// Puts the control into the form's list; declaration order in the form is list order.
+    Control(Form& form, ControlKind kind, std::string name);
+
+    void tell(Property changed) const {
+        if (view_ != nullptr) {
+            view_->refresh(changed);
+        }
+    }
+
+    /// Stores a new value and tells the view; true when it was new.
+    template <class T>
+    bool assign(T& field, T value, Property property) {
+        if (field == value) {
+            return false;
+        }
+        field = std::move(value);
+        tell(property);
+        return true;
+    }
+
+private:
+    Form& form_;
+    ControlKind kind_;
+    std::string name_;
+    std::string toolTip_;
+    std::string accessibleName_;
+    bool enabled_ = true;
+    bool visible_ = true;
+    ControlView* view_ = nullptr;
+};
+
+} // namespace tarvik

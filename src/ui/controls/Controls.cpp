@@ -1,0 +1,153 @@
+#include "ui/controls/Controls.h"
+
+#include "types/RunTimeError.h"
+
+namespace tarvik {
+
+Label::Label(Form& form, std::string name, Setup setup)
+    : Control(form, ControlKind::Label, std::move(name)), caption_(std::move(setup.caption)),
+      alignment_(setup.alignment), mnemonic_(setup.mnemonic), labelled_(setup.labelled) {
+    setToolTip(std::move(setup.toolTip));
+}
+
+void Label::setCaption(std::string caption) {
+    assign(caption_, std::move(caption), Property::Caption);
+}
+
+void Label::setForeColour(Colour colour) {
+    assign(foreColour_, colour, Property::ForeColour);
+}
+
+TextBox::TextBox(Form& form, std::string name, Setup setup)
+    : Control(form, ControlKind::TextBox, std::move(name)), text_(std::move(setup.text)),
+      readOnly_(setup.readOnly), alignment_(setup.alignment) {
+    setToolTip(std::move(setup.toolTip));
+    setAccessibleName(std::move(setup.accessibleName));
+}
+
+void TextBox::setText(std::string text) {
+    if (assign(text_, std::move(text), Property::Text)) {
+        Change.raise();
+    }
+}
+
+CheckBox::CheckBox(Form& form, std::string name, Setup setup)
+    : Control(form, ControlKind::CheckBox, std::move(name)), caption_(std::move(setup.caption)),
+      mnemonic_(setup.mnemonic) {
+    setToolTip(std::move(setup.toolTip));
+}
+
+void CheckBox::setValue(std::uint8_t value) {
+    if (assign(value_, static_cast<std::uint8_t>(value != 0 ? 1 : 0), Property::Value)) {
+        Click.raise();
+    }
+}
+
+CommandButton::CommandButton(Form& form, std::string name, Setup setup)
+    : Control(form, ControlKind::CommandButton, std::move(name)),
+      caption_(std::move(setup.caption)), mnemonic_(setup.mnemonic) {
+    setToolTip(std::move(setup.toolTip));
+    setEnabled(setup.enabled);
+}
+
+void CommandButton::setCaption(std::string caption) {
+    assign(caption_, std::move(caption), Property::Caption);
+}
+
+void CommandButton::press() {
+    if (enabled()) {
+        Click.raise();
+    }
+}
+
+ComboBox::ComboBox(Form& form, std::string name, Setup setup)
+    : Control(form, ControlKind::ComboBox, std::move(name)) {
+    setToolTip(std::move(setup.toolTip));
+    setAccessibleName(std::move(setup.accessibleName));
+}
+
+void ComboBox::addItem(std::string text) {
+    items_.push_back(std::move(text));
+    tell(Property::Items);
+}
+
+void ComboBox::clear() {
+    if (items_.empty()) {
+        return;
+    }
+    items_.clear();
+    listIndex_ = none;
+    tell(Property::Items);
+}
+
+void ComboBox::setListIndex(int index) {
+    if (index < none || index >= listCount()) {
+        raise(ErrorNumber::SubscriptOutOfRange);
+    }
+    if (assign(listIndex_, index, Property::ListIndex)) {
+        Click.raise();
+    }
+}
+
+std::string ComboBox::text() const {
+    return listIndex_ == none ? std::string() : items_[static_cast<std::size_t>(listIndex_)];
+}
+
+Frame::Frame(Form& form, std::string name, Setup setup)
+    : Control(form, ControlKind::Frame, std::move(name)), caption_(std::move(setup.caption)) {}
+
+Picture::Picture(Form& form, std::string name)
+    : Control(form, ControlKind::Picture, std::move(name)) {}
+
+void Picture::setDrawing(Drawing drawing) {
+    assign(drawing_, std::move(drawing), Property::Drawing);
+}
+
+Timer::Timer(Form& form, std::string name) : Control(form, ControlKind::Timer, std::move(name)) {
+    setEnabled(false);
+}
+
+void Timer::setInterval(std::int32_t milliseconds) {
+    assign(interval_, milliseconds, Property::Interval);
+}
+
+void Timer::fire() {
+    if (enabled()) {
+        Tick.raise();
+    }
+}
+
+Menu::Menu(Form& form, std::string name, std::string entryName, std::vector<std::string> captions)
+    : Control(form, ControlKind::Menu, std::move(name)), entryName_(std::move(entryName)) {
+    for (std::string& caption : captions) {
+        entries_.push_back({.caption = std::move(caption)});
+    }
+}
+
+const Menu::Entry& Menu::entry(int index) const {
+    if (index < 0 || static_cast<std::size_t>(index) >= entries_.size()) {
+        raise(ErrorNumber::SubscriptOutOfRange);
+    }
+    return entries_[static_cast<std::size_t>(index)];
+}
+
+Menu::Entry& Menu::at(int index) {
+    return const_cast<Entry&>(entry(index)); // NOLINT: this object is not const
+}
+
+void Menu::setEntryCaption(int index, std::string caption) {
+    assign(at(index).caption, std::move(caption), Property::Entries);
+}
+
+void Menu::setEntryEnabled(int index, bool enabled) {
+    assign(at(index).enabled, enabled, Property::Entries);
+}
+
+void Menu::choose(int index) {
+    const Entry& chosen = entry(index);
+    if (chosen.enabled && !chosen.isSeparator()) {
+        Click.raise(index);
+    }
+}
+
+} // namespace tarvik

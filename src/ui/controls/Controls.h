@@ -1,0 +1,239 @@
+#pragma once
+
+#include "ui/controls/Control.h"
+#include "ui/controls/Drawing.h"
+#include "ui/controls/Event.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace tarvik {
+
+enum class TextAlignment { Left, Right, Centre };
+
+/// A line of text. One that names an input beside it passes its mnemonic on to that input.
+class Label : public Control {
+public:
+    struct Setup {
+        std::string caption;
+        std::string toolTip = {};
+        TextAlignment alignment = TextAlignment::Left;
+        char mnemonic = 0;
+        Control* labelled = nullptr;
+    };
+
+    Label(Form& form, std::string name, Setup setup);
+
+    const std::string& caption() const { return caption_; }
+    void setCaption(std::string caption);
+    const Colour& foreColour() const { return foreColour_; }
+    void setForeColour(Colour colour);
+    TextAlignment alignment() const { return alignment_; }
+    /// The letter that, with Alt, moves to the labelled input; 0 for none.
+    char mnemonic() const { return mnemonic_; }
+    /// The input that this label names, or null.
+    Control* labelled() const { return labelled_; }
+
+private:
+    std::string caption_;
+    Colour foreColour_;
+    TextAlignment alignment_;
+    char mnemonic_;
+    Control* labelled_;
+};
+
+/// One line of text that can be selected and copied, and typed into unless it is read-only.
+class TextBox : public Control {
+public:
+    struct Setup {
+        std::string text = {};
+        std::string toolTip = {};
+        std::string accessibleName = {};
+        bool readOnly = false;
+        TextAlignment alignment = TextAlignment::Left;
+    };
+
+    TextBox(Form& form, std::string name, Setup setup);
+
+    /// Raised when the text has changed, by the user or the program.
+    Event<> Change;
+
+    const std::string& text() const { return text_; }
+    void setText(std::string text);
+    bool readOnly() const { return readOnly_; }
+    TextAlignment alignment() const { return alignment_; }
+
+private:
+    std::string text_;
+    bool readOnly_;
+    TextAlignment alignment_;
+};
+
+/// A box that is ticked or not.
+class CheckBox : public Control {
+public:
+    struct Setup {
+        std::string caption;
+        std::string toolTip = {};
+        char mnemonic = 0;
+    };
+
+    CheckBox(Form& form, std::string name, Setup setup);
+
+    /// Raised when the value has changed, by the user or the program.
+    Event<> Click;
+
+    const std::string& caption() const { return caption_; }
+    char mnemonic() const { return mnemonic_; }
+    /// 1 when ticked, else 0.
+    std::uint8_t value() const { return value_; }
+    bool ticked() const { return value_ != 0; }
+    /// Any value but 0 ticks the box.
+    void setValue(std::uint8_t value);
+
+private:
+    std::string caption_;
+    char mnemonic_;
+    std::uint8_t value_ = 0;
+};
+
+/// A push button.
+class CommandButton : public Control {
+public:
+    struct Setup {
+        std::string caption;
+        std::string toolTip = {};
+        char mnemonic = 0;
+        bool enabled = true;
+    };
+
+    CommandButton(Form& form, std::string name, Setup setup);
+
+    Event<> Click;
+
+    const std::string& caption() const { return caption_; }
+    void setCaption(std::string caption);
+    char mnemonic() const { return mnemonic_; }
+    /// The user presses the button; does nothing while it is disabled.
+    void press();
+
+private:
+    std::string caption_;
+    char mnemonic_;
+};
+
+/// A drop-down list: texts of which one, or none, is selected.
+class ComboBox : public Control {
+public:
+    static constexpr int none = -1;
+
+    struct Setup {
+        std::string toolTip = {};
+        std::string accessibleName = {};
+    };
+
+    ComboBox(Form& form, std::string name, Setup setup);
+
+    /// Raised when another entry has been selected, by the user or the program.
+    Event<> Click;
+
+    const std::vector<std::string>& items() const { return items_; }
+    int listCount() const { return static_cast<int>(items_.size()); }
+    void addItem(std::string text);
+    /// Removes all entries; nothing is selected then.
+    void clear();
+    /// Position of the selected entry from 0, or `none`.
+    int listIndex() const { return listIndex_; }
+    /// Selects an entry or `none`; raises SubscriptOutOfRange (9) for any other position.
+    void setListIndex(int index);
+    /// The selected entry's text; empty when none is.
+    std::string text() const;
+
+private:
+    std::vector<std::string> items_;
+    int listIndex_ = none;
+};
+
+/// A titled border around other controls.
+class Frame : public Control {
+public:
+    struct Setup {
+        std::string caption;
+    };
+
+    Frame(Form& form, std::string name, Setup setup);
+
+    const std::string& caption() const { return caption_; }
+
+private:
+    std::string caption_;
+};
+
+/// A small drawing.
+class Picture : public Control {
+public:
+    Picture(Form& form, std::string name);
+
+    const Drawing& drawing() const { return drawing_; }
+    void setDrawing(Drawing drawing);
+
+private:
+    Drawing drawing_;
+};
+
+/// Fires every `interval` milliseconds while it is enabled and its form is loaded. Switching it on
+/// or changing the interval starts a new interval. It is not seen.
+class Timer : public Control {
+public:
+    Timer(Form& form, std::string name);
+
+    Event<> Tick;
+
+    /// Milliseconds; 0 never fires.
+    std::int32_t interval() const { return interval_; }
+    void setInterval(std::int32_t milliseconds);
+    /// The time is up; does nothing while the timer is disabled.
+    void fire();
+
+private:
+    std::int32_t interval_ = 0;
+};
+
+/// A pop-up menu of entries, numbered from 0.
+class Menu : public Control {
+public:
+    /// The caption of an entry that is a line between others.
+    static constexpr const char* separator = "-";
+
+    struct Entry {
+        std::string caption;
+        bool enabled = true;
+
+        bool isSeparator() const { return caption == separator; }
+        friend bool operator==(const Entry&, const Entry&) = default;
+    };
+
+    Menu(Form& form, std::string name, std::string entryName, std::vector<std::string> captions);
+
+    /// Raised with the number of the entry that was chosen.
+    Event<int> Click;
+
+    /// The name of the entries' control array.
+    const std::string& entryName() const { return entryName_; }
+    const std::vector<Entry>& entries() const { return entries_; }
+    /// These raise SubscriptOutOfRange (9) for a number that has no entry.
+    const Entry& entry(int index) const;
+    void setEntryCaption(int index, std::string caption);
+    void setEntryEnabled(int index, bool enabled);
+    /// The user chooses an entry; does nothing for a disabled one or a separator.
+    void choose(int index);
+
+private:
+    Entry& at(int index);
+
+    std::string entryName_;
+    std::vector<Entry> entries_;
+};
+
+} // namespace tarvik

@@ -1,0 +1,79 @@
+#include "ui/frmMainEvents.h"
+
+#include "connection/mdlCodeDial.h"
+#include "monitor/mdlCodeMonitor.h"
+#include "monitor/mdlCodeToggle.h"
+#include "startup/mdlConst.h"
+#include "startup/mdlShutDown.h"
+#include "startup/mdlTools.h"
+#include "startup/mdlVar.h"
+#include "ui/Forms.h"
+#include "ui/mdlGUI.h"
+#include "ui/mdlSysTray.h"
+
+namespace tarvik {
+
+void cmdMonitor_Click() {
+    guarded("cmdMonitor_Click", [] { ToggleMonitoringActive(!state().MonitoringActive); });
+}
+
+void cmdConnect_Click() {
+    guarded("cmdHistory_Click", [] {
+        const ComboBox& connections = forms().frmMain.cboConnections;
+        if (connections.listCount() == 0) {
+            MsgBox("Error: No connections are setup to connect to.", MsgBoxButtons::OkOnly,
+                   MsgBoxIcon::Exclamation);
+        } else if (connections.listIndex() < 0) {
+            MsgBox("Error: No connection chosen to connect to.", MsgBoxButtons::OkOnly,
+                   MsgBoxIcon::Exclamation);
+        } else {
+            DialIn(connections.text(), "");
+        }
+    });
+}
+
+void cmdDisconnect_Click() {
+    guarded("cmdHistory_Click", [] { HangUp(); });
+}
+
+void cmdQuit_Click() {
+    guarded("cmdQuit_Click", [] { forms().frmMain.unload(); });
+}
+
+void timUpdateStats_Timer() {
+    guarded("timUpdateStats_Timer", [] { UpdateStats(); });
+}
+
+void Form_QueryUnload(bool& Cancel, UnloadMode Mode) {
+    guarded("Form_QueryUnload", [&] {
+        FrmMain& main = forms().frmMain;
+        if (Mode == UnloadMode::FormControlMenu) {
+            ToggleFormVisibility(main, !main.visible());
+            Cancel = true;
+        } else if (Mode == UnloadMode::FormCode && state().MonitoringActive) {
+            MsgBox(std::string("Warning: Monitoring is still active.") + CR +
+                       "Please de-activate monitoring before quit.",
+                   MsgBoxButtons::OkOnly, MsgBoxIcon::Exclamation);
+            ToggleFormVisibility(main, true);
+            Cancel = true;
+        }
+    });
+}
+
+void Form_Unload() {
+    guarded("Form_Unload", [] { ShutDown(); });
+}
+
+void connectEvents() {
+    Forms& f = forms();
+    f.frmMain.cmdMonitor.Click.connect(cmdMonitor_Click);
+    f.frmMain.cmdConnect.Click.connect(cmdConnect_Click);
+    f.frmMain.cmdDisconnect.Click.connect(cmdDisconnect_Click);
+    f.frmMain.cmdQuit.Click.connect(cmdQuit_Click);
+    f.frmMain.timUpdateStats.Tick.connect(timUpdateStats_Timer);
+    f.frmMain.QueryUnload.connect(Form_QueryUnload);
+    f.frmMain.Unload.connect(Form_Unload);
+    f.frmSysTray.Initialize.connect(frmSysTray_Form_Initialize);
+}
+
+} // namespace tarvik

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "ui/controls/Form.h"
+
+namespace tarvik {
+
+// What the main window's controls do. The two handlers for connecting and disconnecting report
+// errors under the name of their neighbour; kept so.
+
+void cmdMonitor_Click();
+void cmdConnect_Click();
+void cmdDisconnect_Click();
+/// Unloads the main window, which ends the program unless monitoring is on.
+void cmdQuit_Click();
+void timUpdateStats_Timer();
+/// The close box hides the window; the program's own quitting is refused while monitoring is on;
+/// the end of the user's session is never refused.
+void Form_QueryUnload(bool& Cancel, UnloadMode Mode);
+void Form_Unload();
+
+/// Connects the handlers of all forms to their controls.
+void connectEvents();
+
+} // namespace tarvik
