@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace tarvik {
+
+/// A phone-book entry. Flags and path are only known where the service has the newest record form.
+struct PhoneBookEntry {
+    std::string name = {};
+    std::uint32_t flags = 0;
+    std::string phoneBookPath = {};
+};
+
+/// Fills `Entries` with the phone-book entries, empty when there are none. An empty phone book is
+/// the default one. True when entries were found. A failure is shown.
+bool RasGetAllEntries(std::vector<PhoneBookEntry>& Entries, const std::string& PhoneBook);
+
+/// Lists the connections anew in `RasConnections`, which may end up longer than `Count`, their
+/// number. `Size` is the buffer size in bytes to begin with; 0 asks the service first. Returns 0 or
+/// the service's code, which has then been shown.
+std::uint32_t InitRas(std::uint32_t Size, std::uint32_t& Count);
+
+/// The text for a code of the service (above 600) or of the system. For a system code that is known
+/// this is "Error obtaining error message from system.", on purpose: the length that the system
+/// answers counts as a failure.
+std::string RasErrorMessage(std::uint32_t Code);
+
+/// Shows that a call of the service failed.
+void ShowRasErrorMessage(const std::string& FunctionName, std::uint32_t Code);
+
+} // namespace tarvik

@@ -1,0 +1,114 @@
+#include "connection/mdlCodeDial.h"
+
+#include "connection/mdlCode.h"
+#include "monitor/mdlCodeToggle.h"
+#include "ports/ConnectionProvider.h"
+#include "ports/Desktop.h"
+#include "ports/Platform.h"
+#include "startup/mdlConst.h"
+#include "startup/mdlTools.h"
+#include "startup/mdlVar.h"
+
+#include <iterator>
+
+namespace tarvik {
+
+namespace {
+
+template <std::size_t size>
+void fillField(char (&field)[size], const std::string& text) {
+    CopyStringToByte(field, text, size - 1);
+}
+
+RASDIALPARAMSA dialParametersFor(const std::string& entryName) {
+    RASDIALPARAMSA parameters{};
+    parameters.dwSize = RASDIALPARAMSA::size;
+    fillField(parameters.szPhoneNumber, "");
+    fillField(parameters.szCallbackNumber, "");
+    fillField(parameters.szEntryName, entryName);
+    fillField(parameters.szUserName, "");
+    fillField(parameters.szPassword, "");
+    fillField(parameters.szDomain, "");
+    return parameters;
+}
+
+/// The handle that the dial returned, 0 for none; failures have been shown.
+std::uint32_t dial(RASDIALPARAMSA& parameters) {
+    ConnectionProvider& connections = platform().connections;
+    bool passwordFound = false;
+    std::uint32_t code = connections.RasGetEntryDialParamsA(nullptr, &parameters, &passwordFound);
+    if (code != ras::success) {
+        ShowRasErrorMessage("RasGetEntryDialParams", code);
+        return 0;
+    }
+    RASDIALEXTENSIONS extensions{
+        .dwSize = RASDIALEXTENSIONS::size, .dwfOptions = 0, .hwndParent = 0, .reserved = 0};
+    std::uint32_t handle = 0;
+    platform().desktop.runBlocking([&] {
+        code = connections.RasDialA(&extensions, nullptr, &parameters, 0, nullptr, &handle);
+    });
+    std::uint32_t count = 0;
+    if (code != ras::success) {
+        ShowRasErrorMessage("RasDial", code);
+    } else if (InitRas(0, count) != ras::success) {
+        MsgBox(std::string("Error: Re-initialisation of RAS failed.") + CR +
+                   "DialIn process may have failed.",
+               MsgBoxButtons::OkOnly, MsgBoxIcon::Critical);
+    }
+    return handle;
+}
+
+void hangUpIfConnected(std::uint32_t handle) {
+    ConnectionProvider& connections = platform().connections;
+    RASCONNSTATUSA status{};
+    status.dwSize = RASCONNSTATUSA::size;
+    std::uint32_t code = connections.RasGetConnectStatusA(handle, &status);
+    if (code != ras::success) {
+        ShowRasErrorMessage("RasGetConnectStatus", code);
+        ToggleMonitoringActive(false);
+        return;
+    }
+    if (status.rasconnstate != ras::connected) {
+        return;
+    }
+    code = connections.RasHangUpA(handle);
+    if (code == ras::success) {
+        state().ConnectionActive = false;
+    } else {
+        ShowRasErrorMessage("RasHangUp", code);
+        ToggleMonitoringActive(false);
+    }
+}
+
+} // namespace
+
+Long DialIn(const std::string& EntryName, const std::string&) {
+    return guarded("DialIn", Long(-1), [&](Long& result) {
+        if (EntryName.empty()) {
+            MsgBox("Error: Invalid DialIn entry provided.", MsgBoxButtons::OkOnly,
+                   MsgBoxIcon::Exclamation);
+            return;
+        }
+        RASDIALPARAMSA parameters = dialParametersFor(EntryName);
+        result = static_cast<std::int32_t>(dial(parameters));
+        state().DialInStarted = result >= Long(1);
+    });
+}
+
+void HangUp() {
+    guarded("HangUp", [] {
+        std::uint32_t count = 0;
+        const std::uint32_t code = InitRas(0, count);
+        if (code != ras::success) {
+            // The second box for one failure; kept so.
+            ShowRasErrorMessage("RasEnumConnections", code);
+            ToggleMonitoringActive(false);
+            return;
+        }
+        for (std::uint32_t i = 0; i < count; ++i) {
+            hangUpIfConnected(state().RasConnections.at(i).hrasconn);
+        }
+    });
+}
+
+} // namespace tarvik

@@ -1,0 +1,174 @@
+#include "settings/mdlSettings.h"
+
+#include "ports/Files.h"
+#include "ports/Locale.h"
+#include "ports/Platform.h"
+#include "ports/PrivateProfile.h"
+#include "ports/Program.h"
+#include "startup/mdlConst.h"
+#include "startup/mdlTools.h"
+#include "startup/mdlVar.h"
+#include "types/Convert.h"
+
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <optional>
+
+namespace tarvik {
+
+namespace {
+
+/// The value's conversion, or nothing when the text cannot be converted.
+template <class Convert>
+auto converted(Convert&& convert) -> std::optional<decltype(convert())> {
+    try {
+        return convert();
+    } catch (const RunTimeError&) {
+        return std::nullopt;
+    }
+}
+
+std::string iniFileCandidate() {
+    Program& program = platform().program;
+    std::string path = program.folder();
+    if (path.empty() || path.back() != program.pathSeparator()) {
+        path += program.pathSeparator();
+    }
+    return path + IniFileBaseName;
+}
+
+template <class Enumeration>
+std::string numberOf(Enumeration value) {
+    return wholeToText(static_cast<std::uint8_t>(value));
+}
+
+struct WrittenSetting {
+    const char* key;
+    std::string (*text)(const State&, const LocaleData&);
+};
+
+/// All settings in the order in which they are written.
+constexpr std::array<WrittenSetting, 19> writtenSettings{{
+    {"UnitTransferCurrent",
+     [](const State& s, const LocaleData&) { return numberOf(s.UnitTransferCurrent); }},
+    {"UnitTransferTotal",
+     [](const State& s, const LocaleData&) { return numberOf(s.UnitTransferTotal); }},
+    {"TransferLimit", [](const State& s, const LocaleData&) { return numberOf(s.TransferLimit); }},
+    {"TransferLimitValue",
+     [](const State& s, const LocaleData& locale) { return toText(s.TransferLimitValue, locale); }},
+    {"DurationLimit", [](const State& s, const LocaleData&) { return numberOf(s.DurationLimit); }},
+    {"DurationLimitHr",
+     [](const State& s, const LocaleData&) { return toText(s.DurationLimitHr); }},
+    {"DurationLimitMin",
+     [](const State& s, const LocaleData&) { return toText(s.DurationLimitMin); }},
+    {"TransferLimitWarning",
+     [](const State& s, const LocaleData&) { return numberOf(s.TransferLimitWarning); }},
+    {"TransferLimitHangUp",
+     [](const State& s, const LocaleData&) { return numberOf(s.TransferLimitHangUp); }},
+    {"TransferResetEnable",
+     [](const State& s, const LocaleData&) { return numberOf(s.TransferResetEnable); }},
+    {"TransferReset", [](const State& s, const LocaleData&) { return numberOf(s.TransferReset); }},
+    {"TransferResetBackup",
+     [](const State& s, const LocaleData&) { return numberOf(s.TransferResetBackup); }},
+    {"TransferResetLast",
+     [](const State& s, const LocaleData& locale) { return toText(s.TransferResetLast, locale); }},
+    {"StartUpMinimise",
+     [](const State& s, const LocaleData&) { return numberOf(s.StartUpMinimise); }},
+    {"StartUpRunMonitoring",
+     [](const State& s, const LocaleData&) { return numberOf(s.StartUpRunMonitoring); }},
+    {"RefreshInterval",
+     [](const State& s, const LocaleData&) { return toText(s.RefreshInterval); }},
+    {"LogIPAddress", [](const State& s, const LocaleData&) { return numberOf(s.LogIPAddress); }},
+    {"TransferTicker",
+     [](const State& s, const LocaleData&) { return numberOf(s.TransferTicker); }},
+    {"TransferTickerValue",
+     [](const State& s, const LocaleData&) { return toText(s.TransferTickerValue); }},
+}};
+
+} // namespace
+
+void SetIniFileName(bool bCreate, bool bAsk) {
+    guarded("SetIniFileName", [&] {
+        if (bAsk) {
+            state().IniFileName = ShowIniFileDialog();
+            return;
+        }
+        const std::string candidate = iniFileCandidate();
+        const FileKind kind = platform().files.Dir(candidate);
+        if (kind == FileKind::Directory) {
+            MsgBox("Error: INI file exists as directory.", MsgBoxButtons::OkOnly,
+                   MsgBoxIcon::Exclamation);
+        } else if (kind == FileKind::File || bCreate) {
+            state().IniFileName = candidate;
+        }
+    });
+}
+
+std::string GetStringFromINI(const std::string& Section, const std::string& Key) {
+    return guarded("GetStringFromINI", std::string(), [&](std::string& result) {
+        if (state().IniFileName.empty()) {
+            return;
+        }
+        std::array<char, 128> buffer{};
+        const std::uint32_t count = platform().profile.GetPrivateProfileStringA(
+            Section, Key, "", buffer.data(), buffer.size(), state().IniFileName);
+        result.assign(buffer.data(), count);
+    });
+}
+
+Currency GetLongFromINI(const std::string& Section, const std::string& Key) {
+    return guarded("GetLongFromINI", Currency(0), [&](Currency& result) {
+        if (!state().IniFileName.empty()) {
+            result = std::max(
+                0, platform().profile.GetPrivateProfileIntA(Section, Key, -1, state().IniFileName));
+        }
+    });
+}
+
+Currency GetCurrencyFromINI(const std::string& Section, const std::string& Key) {
+    return guarded("GetCurrencyFromINI", Currency(0), [&](Currency& result) {
+        const std::string text = GetStringFromINI(Section, Key);
+        const auto number =
+            converted([&] { return textToCurrency(text, platform().locale.data()); });
+        result = number.value_or(Currency(0));
+    });
+}
+
+Currency GetDateFromINI(const std::string& Section, const std::string& Key) {
+    return guarded("GetDateFromINI", Currency(0), [&](Currency& result) {
+        const LocaleData& locale = platform().locale.data();
+        const std::string text = GetStringFromINI(Section, Key);
+        const auto date = converted([&] { return textToDate(text, locale); });
+        result = Currency::fromDouble(date.value_or(textToDate(DefaultDateText, locale)).serial());
+    });
+}
+
+bool GetLocked() {
+    return guarded("GetLocked", false, [](bool& result) {
+        SetIniFileName(false, false);
+        result = !state().IniFileName.empty() &&
+                 GetLongFromINI(SettingsSection, "IsLocked") > Currency(0);
+    });
+}
+
+bool SetLocked(bool bLocked) {
+    return guarded("SetLocked", false, [&](bool& result) {
+        result = platform().profile.WritePrivateProfileStringA(
+            SettingsSection, "IsLocked", bLocked ? "1" : "0", state().IniFileName);
+    });
+}
+
+bool SaveSettings() {
+    return guarded("SaveSettings", false, [](bool& result) {
+        const LocaleData& locale = platform().locale.data();
+        result = std::all_of(
+            writtenSettings.begin(), writtenSettings.end(), [&](const WrittenSetting& setting) {
+                return platform().profile.WritePrivateProfileStringA(SettingsSection, setting.key,
+                                                                     setting.text(state(), locale),
+                                                                     state().IniFileName);
+            });
+    });
+}
+
+} // namespace tarvik

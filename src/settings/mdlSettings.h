@@ -1,0 +1,43 @@
+#pragma once
+
+#include "types/Currency.h"
+
+#include <string>
+
+namespace tarvik {
+
+/// Points `IniFileName` at the file in the program's folder if it is there or `bCreate` allows a
+/// new one; else leaves it as it was, with a message if a directory has its name. With `bAsk` the
+/// user picks the file, and `IniFileName` is empty if none was picked.
+void SetIniFileName(bool bCreate, bool bAsk);
+
+/// The key's value, its first 127 characters at most; "" when there is none.
+std::string GetStringFromINI(const std::string& Section, const std::string& Key);
+
+/// The key's value as a whole number above 0; 0 for everything else.
+Currency GetLongFromINI(const std::string& Section, const std::string& Key);
+
+/// The key's value as a number in the user's locale; 0 when it is missing or no number.
+Currency GetCurrencyFromINI(const std::string& Section, const std::string& Key);
+
+/// The key's value as a date serial, rounded to four decimals of a day; that of 1 January 2001 when
+/// it is missing or no date.
+Currency GetDateFromINI(const std::string& Section, const std::string& Key);
+
+/// True when the file says that an instance is running with it.
+bool GetLocked();
+
+/// Writes that an instance is running, or not; true when it was written.
+bool SetLocked(bool bLocked);
+
+/// Loads settings and totals and shows them in the options dialog and the main window. True when a
+/// file was found and read to its end.
+bool LoadState();
+
+/// Writes all settings, each only after the one before; true when all were written.
+bool SaveSettings();
+
+/// Lets the user pick a file of settings and records; its full path, or "" for none.
+std::string ShowIniFileDialog();
+
+} // namespace tarvik

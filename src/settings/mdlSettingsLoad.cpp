@@ -1,0 +1,121 @@
+#include "settings/mdlSettings.h"
+
+#include "ports/Locale.h"
+#include "ports/Platform.h"
+#include "startup/mdlConst.h"
+#include "startup/mdlTools.h"
+#include "startup/mdlVar.h"
+#include "types/Convert.h"
+#include "ui/Forms.h"
+#include "ui/mdlGUI.h"
+
+namespace tarvik {
+
+namespace {
+
+std::uint8_t byteSetting(const char* key) {
+    return GetLongFromINI(SettingsSection, key).toByte();
+}
+
+Long longSetting(const char* key) {
+    return GetLongFromINI(SettingsSection, key).toLong();
+}
+
+/// A setting outside its range is replaced, without a word.
+Long longSettingWithin(const char* key, Long least, Long most, Long otherwise) {
+    const Long value = longSetting(key);
+    return value < least || value > most ? otherwise : value;
+}
+
+void loadFlag(const char* key, std::uint8_t& flag, CheckBox& box) {
+    flag = byteSetting(key);
+    box.setValue(flag);
+}
+
+void loadUnit(const char* key, TransferUnit& unit, ComboBox& combo, Label& label,
+              const char* prefix) {
+    unit = static_cast<TransferUnit>(byteSetting(key));
+    SetComboBox(combo, static_cast<std::uint8_t>(unit));
+    SetLabelUnitTransfer(label, prefix, unit);
+}
+
+void loadTotals() {
+    const std::string lastState = GetStringFromINI(SettingsSection, "LastState");
+    if (lastState.empty()) {
+        ResetTransfers(true);
+        return;
+    }
+    ResetTransfers(false);
+    State& s = state();
+    s.BytesSentTotal = GetCurrencyFromINI(lastState, "Sent");
+    s.BytesRcvdTotal = GetCurrencyFromINI(lastState, "Rcvd");
+    s.DurationTotal = GetCurrencyFromINI(lastState, "Duration");
+}
+
+void loadUnitsAndStartUp() {
+    State& s = state();
+    FrmOptions& options = forms().frmOptions;
+    FrmMain& main = forms().frmMain;
+    loadUnit("UnitTransferCurrent", s.UnitTransferCurrent, options.cboUnitTransferCurrent,
+             main.lblTransferCurrent, "current ");
+    loadUnit("UnitTransferTotal", s.UnitTransferTotal, options.cboUnitTransferTotal,
+             main.lblTransferTotal, "total ");
+    loadFlag("StartUpRunMonitoring", s.StartUpRunMonitoring, options.chkStartupRunMonitoring);
+    loadFlag("StartUpMinimise", s.StartUpMinimise, options.chkStartUpMinimise);
+}
+
+void loadLimits() {
+    State& s = state();
+    FrmOptions& options = forms().frmOptions;
+    loadFlag("TransferLimit", s.TransferLimit, options.chkTransferLimit);
+    s.TransferLimitValue = GetCurrencyFromINI(SettingsSection, "TransferLimitValue");
+    options.txtTransferLimit.setText(toText(s.TransferLimitValue, platform().locale.data()));
+    loadFlag("DurationLimit", s.DurationLimit, options.chkDurationLimit);
+    s.DurationLimitHr = longSetting("DurationLimitHr");
+    options.txtDurationLimitHr.setText(toText(s.DurationLimitHr));
+    s.DurationLimitMin = longSetting("DurationLimitMin");
+    options.txtDurationLimitMin.setText(toText(s.DurationLimitMin));
+    loadFlag("TransferLimitWarning", s.TransferLimitWarning, options.chkTransferLimitWarning);
+    loadFlag("TransferLimitHangUp", s.TransferLimitHangUp, options.chkTransferLimitHangUp);
+}
+
+void loadReset() {
+    State& s = state();
+    FrmOptions& options = forms().frmOptions;
+    loadFlag("TransferResetEnable", s.TransferResetEnable, options.chkTransferResetEnable);
+    s.TransferReset = static_cast<enDateCalc>(byteSetting("TransferReset"));
+    SetComboBox(options.cboTransferReset, static_cast<std::uint8_t>(s.TransferReset));
+    loadFlag("TransferResetBackup", s.TransferResetBackup, options.chkTransferResetBackup);
+    s.TransferResetLast = Date(GetDateFromINI(SettingsSection, "TransferResetLast").toDouble());
+}
+
+void loadTiming() {
+    State& s = state();
+    FrmOptions& options = forms().frmOptions;
+    s.RefreshInterval = longSettingWithin("RefreshInterval", 100, 50000, 1000);
+    options.txtRefreshInterval.setText(toText(s.RefreshInterval));
+    loadFlag("LogIPAddress", s.LogIPAddress, options.chkLogIPAddress);
+    loadFlag("TransferTicker", s.TransferTicker, options.chkTransferTicker);
+    s.TransferTickerValue = longSettingWithin("TransferTickerValue", 1, 9999, 100);
+    options.txtTransferTicker.setText(toText(s.TransferTickerValue));
+}
+
+} // namespace
+
+bool LoadState() {
+    return guarded("LoadState", false, [](bool& result) {
+        SetIniFileName(false, false);
+        if (state().IniFileName.empty()) {
+            return;
+        }
+        loadTotals();
+        forms().frmOptions.load();
+        loadUnitsAndStartUp();
+        loadLimits();
+        loadReset();
+        loadTiming();
+        result = true;
+    });
+}
+
+} // namespace tarvik

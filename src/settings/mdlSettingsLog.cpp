@@ -1,0 +1,154 @@
+#include "settings/mdlSettingsLog.h"
+
+#include "ports/Clock.h"
+#include "ports/Locale.h"
+#include "ports/Platform.h"
+#include "ports/PrivateProfile.h"
+#include "settings/mdlSettings.h"
+#include "startup/mdlConst.h"
+#include "startup/mdlTools.h"
+#include "startup/mdlVar.h"
+#include "types/Convert.h"
+#include "types/Text.h"
+
+namespace tarvik {
+
+namespace {
+
+/// The totals as the main window shows them: finished sessions and the running one.
+struct Record {
+    Currency sent;
+    Currency rcvd;
+    Currency duration;
+
+    bool empty() const { return sent + rcvd <= Currency(0) && duration <= Currency(0); }
+    friend bool operator==(const Record&, const Record&) = default;
+};
+
+Record currentRecord() {
+    const State& s = state();
+    return {.sent = s.BytesSentTotal + s.BytesSentCurrent - s.BytesSentOffset,
+            .rcvd = s.BytesRcvdTotal + s.BytesRcvdCurrent - s.BytesRcvdOffset,
+            .duration = s.DurationTotal + s.DurationCurrent - s.DurationOffset};
+}
+
+std::string indexKey(Long n) {
+    return "DateStamp" + toText(n);
+}
+
+/// The name of record n's section; empty when there is none.
+std::string sectionOf(Long n) {
+    return state().IniFileName.empty() ? std::string()
+                                       : GetStringFromINI(SettingsSection, indexKey(n));
+}
+
+Currency recordValue(const std::string& key, Long n) {
+    const std::string section = sectionOf(n);
+    return section.empty() ? Currency(0) : GetCurrencyFromINI(section, key);
+}
+
+/// Date and time are read one after the other: at midnight the name may hold the old date with the
+/// new time.
+std::string newSectionName() {
+    const LocaleData& locale = platform().locale.data();
+    const std::string date = shortDateText(platform().clock.currentDate(), locale);
+    const std::string time = longTimeText(platform().clock.currentTime(), locale);
+    return std::string(trimSpaces(date)) + "|" + std::string(trimSpaces(time));
+}
+
+std::string sectionText(const Record& record) {
+    const LocaleData& locale = platform().locale.data();
+    std::string text;
+    const auto add = [&](const char* key, const std::string& value) {
+        text += std::string(key) + "=" + value + '\0';
+    };
+    add("Sent", toText(record.sent, locale));
+    add("Rcvd", toText(record.rcvd, locale));
+    add("Duration", toText(record.duration, locale));
+    add("IPAddress", state().IPAddress);
+    return text + '\0';
+}
+
+bool writeSetting(const std::string& key, const std::string& value) {
+    return platform().profile.WritePrivateProfileStringA(SettingsSection, key, value,
+                                                         state().IniFileName);
+}
+
+bool appendRecord(const Record& record, Long newest) {
+    const std::string section = newSectionName();
+    if (!platform().profile.WritePrivateProfileSectionA(section, sectionText(record),
+                                                        state().IniFileName) ||
+        !writeSetting("LastState", section)) {
+        return false;
+    }
+    const Long number = newest + 1;
+    return writeSetting(indexKey(number), section) && writeSetting("LastDateStamp", toText(number));
+}
+
+bool saveRecord() {
+    const Record record = currentRecord();
+    if (record.empty()) {
+        return true;
+    }
+    const Long newest = GetLongFromINI(SettingsSection, "LastDateStamp").toLong();
+    const Record saved{.sent = GetBytesSent(newest),
+                       .rcvd = GetBytesRcvd(newest),
+                       .duration = GetDuration(newest)};
+    return record == saved || appendRecord(record, newest);
+}
+
+} // namespace
+
+bool SaveState() {
+    return guarded("SaveState", false, [](bool& result) {
+        SetIniFileName(true, false);
+        if (state().IniFileName.empty()) {
+            return;
+        }
+        ProfileUpdate update(platform().profile, state().IniFileName);
+        const bool written = saveRecord() && SaveSettings();
+        result = update.commit() && written;
+    });
+}
+
+Long GetNumRecords() {
+    return guarded("GetNumRecords", Long(0), [](Long& result) {
+        result = GetLongFromINI(SettingsSection, "LastDateStamp").toLong();
+    });
+}
+
+Currency GetBytes(const std::string& Key, Long n) {
+    return guarded("GetBytes", Currency(0),
+                   [&](Currency& result) { result = recordValue(Key, n); });
+}
+
+Currency GetBytesSent(Long n) {
+    return guarded("GetBytesSent", Currency(0),
+                   [&](Currency& result) { result = GetBytes("Sent", n); });
+}
+
+Currency GetBytesRcvd(Long n) {
+    return guarded("GetBytesRcvd", Currency(0),
+                   [&](Currency& result) { result = GetBytes("Rcvd", n); });
+}
+
+Currency GetDuration(Long n) {
+    return guarded("GetDuration", Currency(0),
+                   [&](Currency& result) { result = recordValue("Duration", n); });
+}
+
+std::string GetIPAddress(Long n) {
+    // Reports itself as its neighbour does; kept so.
+    return guarded("GetBytes", std::string(), [&](std::string& result) {
+        const std::string section = sectionOf(n);
+        if (!section.empty()) {
+            result = GetStringFromINI(section, "IPAddress");
+        }
+    });
+}
+
+std::string GetDate(Long n) {
+    return guarded("GetDate", std::string(), [&](std::string& result) { result = sectionOf(n); });
+}
+
+} // namespace tarvik

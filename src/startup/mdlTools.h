@@ -1,0 +1,60 @@
+#pragma once
+
+#include "ports/Desktop.h"
+#include "types/RunTimeError.h"
+
+#include <cstdint>
+#include <exception>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace tarvik {
+
+/// Shows a message box with the application title as caption and returns the answer.
+MsgBoxAnswer MsgBox(const std::string& Text, MsgBoxButtons Buttons, MsgBoxIcon Icon);
+
+/// Shows what every unexpected error is reported with: its number, its description and the name of
+/// the procedure that met it.
+void ReportError(const char* FunctionName, ErrorNumber Number, const char* Description);
+
+/// Reports the error being handled, whatever was thrown.
+void ReportCurrentError(const char* FunctionName);
+
+/// The error trap of every procedure: an error raised in `body` is reported under the procedure's
+/// name and ends the procedure; the caller goes on. What `body` did before stays done.
+template <class Body>
+void guarded(const char* FunctionName, Body&& body) {
+    try {
+        body();
+    } catch (...) {
+        ReportCurrentError(FunctionName);
+    }
+}
+
+/// The same for a function: returns what `result` held at the end or at the moment of the error.
+template <class Result, class Body>
+Result guarded(const char* FunctionName, Result result, Body&& body) {
+    guarded(FunctionName, [&] { body(result); });
+    return result;
+}
+
+/// What `FatalError` reports: any other number is an unhandled error.
+enum class FatalKind : std::uint8_t { General = 0, Assertion = 1, NotImplemented = 2 };
+
+/// Reports a fault that the program found in itself; the program goes on running.
+void FatalError(const std::string& FunctionName, FatalKind Kind);
+
+/// The spaces of the text when `Flag` is false, nothing when it is true or the text has 32,000 or
+/// more characters. The name promises something else; callers count on this.
+std::string StringWithoutBlanks(const std::string& Text, bool Flag);
+
+/// The text before its first NUL; a text without one is an error (5), reported here.
+std::string StripNull(std::string_view Text);
+
+/// Copies at most `Size` characters into `Target` and fills up with NULs to index `Size`, which is
+/// always NUL: the target needs `Size` + 1 bytes, else error 9 is reported here.
+void CopyStringToByte(std::span<char> Target, std::string_view Text, std::size_t Size);
+
+} // namespace tarvik

@@ -1,0 +1,110 @@
+#include "ui/mdlSysTray.h"
+
+#include "ports/NotificationArea.h"
+#include "ports/Platform.h"
+#include "startup/mdlTools.h"
+#include "ui/Forms.h"
+
+#include <string_view>
+
+namespace tarvik {
+
+namespace {
+
+constexpr std::uint32_t iconIdentifier = 1;
+constexpr std::uint32_t mouseMoveMessage = 512;
+constexpr std::uint32_t balloonVersion = 3;
+
+TrayIcon iconFor(TrayState state) {
+    switch (state) {
+    case TrayState::ActiveConnection:
+        return TrayIcon::Online;
+    case TrayState::NoConnection:
+        return TrayIcon::Offline;
+    case TrayState::NotMonitoring:
+        break;
+    }
+    return TrayIcon::NotMonitoring;
+}
+
+std::string_view tipFor(TrayState state) {
+    switch (state) {
+    case TrayState::ActiveConnection:
+        return "Velmars Tarvik: Active connection.";
+    case TrayState::NoConnection:
+        return "Velmars Tarvik: No active connection.";
+    case TrayState::NotMonitoring:
+        break;
+    }
+    return "Velmars Tarvik: Not monitoring.";
+}
+
+NOTIFYICONDATAA iconRecord(TrayState iconState, TrayState tipState) {
+    NOTIFYICONDATAA data{};
+    const bool balloons = forms().frmSysTray.balloonSupport;
+    data.cbSize = balloons ? NOTIFYICONDATAA::size : NOTIFYICONDATAA::oldestSize;
+    data.uID = iconIdentifier;
+    data.uFlags = NotificationArea::message | NotificationArea::icon | NotificationArea::tip;
+    data.uCallbackMessage = mouseMoveMessage;
+    data.hIcon = static_cast<std::uint32_t>(iconFor(iconState));
+    data.uTimeoutOrVersion = balloons ? balloonVersion : 0;
+    tipFor(tipState).copy(data.szTip, sizeof data.szTip - 1);
+    return data;
+}
+
+} // namespace
+
+bool AddToSysTray(TrayState IconState, TrayState TipState) {
+    return guarded("AddToSysTray", false, [&](bool& result) {
+        FrmSysTray& tray = forms().frmSysTray;
+        tray.load();
+        tray.iconState = static_cast<std::uint8_t>(IconState);
+        tray.tipState = static_cast<std::uint8_t>(TipState);
+        NOTIFYICONDATAA data = iconRecord(IconState, TipState);
+        NotificationArea& area = platform().notificationArea;
+        result = area.Shell_NotifyIconA(NotificationArea::add, &data);
+        tray.iconShown = result;
+        if (result && tray.balloonSupport) {
+            area.Shell_NotifyIconA(NotificationArea::setVersion, &data);
+        }
+    });
+}
+
+bool ToggleSysTray(TrayState IconState, TrayState TipState) {
+    return guarded("ToggleSysTray", false, [&](bool& result) {
+        FrmSysTray& tray = forms().frmSysTray;
+        const auto icon = static_cast<std::uint8_t>(IconState);
+        const auto tip = static_cast<std::uint8_t>(TipState);
+        if (tray.iconState == icon && tray.tipState == tip) {
+            return;
+        }
+        tray.iconState = icon;
+        tray.tipState = tip;
+        NOTIFYICONDATAA data = iconRecord(IconState, TipState);
+        result = platform().notificationArea.Shell_NotifyIconA(NotificationArea::modify, &data);
+    });
+}
+
+bool RemoveFromSysTray() {
+    return guarded("RemoveFromSysTray", false, [](bool& result) {
+        FrmSysTray& tray = forms().frmSysTray;
+        NOTIFYICONDATAA data = iconRecord(static_cast<TrayState>(tray.iconState),
+                                          static_cast<TrayState>(tray.tipState));
+        result = platform().notificationArea.Shell_NotifyIconA(NotificationArea::remove, &data);
+        tray.iconShown = false;
+        tray.unload();
+    });
+}
+
+void frmSysTray_Form_Initialize() {
+    guarded("Form_Initialize", [] {
+        constexpr std::uint32_t otherFamily = 0x80000000U;
+        const std::uint32_t version = platform().notificationArea.GetVersion();
+        const std::uint32_t major = version & 0xFFU;
+        const std::uint32_t minor = (version >> 8U) & 0xFFU;
+        forms().frmSysTray.balloonSupport =
+            (version & otherFamily) == 0 ? major >= 5 : major == 4 && minor == 90;
+    });
+}
+
+} // namespace tarvik
