@@ -1,0 +1,60 @@
+#include "simulated/SimulatedPhoneBook.h"
+
+namespace tarvik {
+
+const std::vector<SimulatedEntry>& simulatedPhoneBook() {
+    static const std::vector<SimulatedEntry> entries{
+        {.name = "Harbour Net (modem)",
+         .deviceType = "modem",
+         .deviceName = "Simulated 56k modem",
+         .userName = "harbour",
+         .dialMilliseconds = 2500,
+         .dialCode = 0,
+         .bitsPerSecond = 50'666,
+         .traffic = {.rcvdPerSecond = 5'600,
+                     .sentPerSecond = 3'900,
+                     .burstMilliseconds = 9'000,
+                     .quietMilliseconds = 4'000}},
+        {.name = "Ridge DSL",
+         .deviceType = "pppoe",
+         .deviceName = "Simulated DSL line",
+         .userName = "ridge",
+         .dialMilliseconds = 1200,
+         .dialCode = 0,
+         .bitsPerSecond = 6'016'000,
+         .traffic = {.rcvdPerSecond = 700'000,
+                     .sentPerSecond = 70'000,
+                     .burstMilliseconds = 6'000,
+                     .quietMilliseconds = 5'000}},
+        {.name = "Skylark Mobile",
+         .deviceType = "mobile",
+         .deviceName = "Simulated LTE modem",
+         .userName = "skylark",
+         .dialMilliseconds = 1800,
+         .dialCode = 0,
+         .bitsPerSecond = 21'000'000,
+         .traffic = {.rcvdPerSecond = 2'400'000,
+                     .sentPerSecond = 600'000,
+                     .burstMilliseconds = 3'000,
+                     .quietMilliseconds = 7'000}},
+        {.name = "Old Mill (wrong password)",
+         .deviceType = "modem",
+         .deviceName = "Simulated 56k modem",
+         .userName = "oldmill",
+         .dialMilliseconds = 1500,
+         .dialCode = 691,
+         .bitsPerSecond = 50'666,
+         .traffic = {}},
+        {.name = "Village Line (busy)",
+         .deviceType = "modem",
+         .deviceName = "Simulated 56k modem",
+         .userName = "village",
+         .dialMilliseconds = 1000,
+         .dialCode = 676,
+         .bitsPerSecond = 50'666,
+         .traffic = {}},
+    };
+    return entries;
+}
+
+} // namespace tarvik
