@@ -1,0 +1,241 @@
+#include "scripted/ScriptedConnections.h"
+
+#include "common/RasErrorText.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace tarvik {
+
+namespace {
+
+constexpr std::uint32_t invalidHandle = 6;
+constexpr std::uint32_t unknownEntry = 623;
+
+template <std::size_t size>
+void putText(char (&field)[size], std::string_view text, bool withNul = true) {
+    std::memset(field, withNul ? 0 : 'x', size);
+    text.copy(field, withNul ? size - 1 : size);
+}
+
+template <class Record>
+Record entryRecord(const ScriptedConnections::Entry& entry) {
+    Record record{};
+    record.dwSize = Record::size;
+    putText(record.szEntryName, entry.name);
+    return record;
+}
+
+void writeEntry(char* target, std::uint32_t size, const ScriptedConnections::Entry& entry) {
+    if (size == RASENTRYNAMEA_28::size) {
+        const auto record = entryRecord<RASENTRYNAMEA_28>(entry);
+        std::memcpy(target, &record, sizeof record);
+    } else if (size == RASENTRYNAMEA_264::size) {
+        const auto record = entryRecord<RASENTRYNAMEA_264>(entry);
+        std::memcpy(target, &record, sizeof record);
+    } else {
+        auto record = entryRecord<RASENTRYNAMEA>(entry);
+        record.dwFlags = entry.flags;
+        putText(record.szPhonebookPath, entry.phoneBookPath);
+        std::memcpy(target, &record, sizeof record);
+    }
+}
+
+} // namespace
+
+void ScriptedConnections::failNext(const std::string& operation, std::uint32_t code) {
+    failures_[operation].push_back(code);
+}
+
+std::uint32_t ScriptedConnections::called(const std::string& operation) {
+    calls.push_back(operation);
+    std::deque<std::uint32_t>& codes = failures_[operation];
+    if (codes.empty()) {
+        return ras::success;
+    }
+    const std::uint32_t code = codes.front();
+    codes.pop_front();
+    return code;
+}
+
+int ScriptedConnections::countOf(const std::string& operation) const {
+    return static_cast<int>(std::count(calls.begin(), calls.end(), operation));
+}
+
+std::uint32_t ScriptedConnections::connect(const std::string& entryName) {
+    Connection made;
+    made.handle = ++lastHandle_;
+    made.entryName = entryName;
+    connections.push_back(made);
+    return made.handle;
+}
+
+void ScriptedConnections::disconnect(std::uint32_t handle) {
+    std::erase_if(connections, [&](const Connection& line) { return line.handle == handle; });
+}
+
+ScriptedConnections::Connection* ScriptedConnections::connection(std::uint32_t handle) {
+    const auto found = std::find_if(connections.begin(), connections.end(),
+                                    [&](const Connection& line) { return line.handle == handle; });
+    return found == connections.end() ? nullptr : &*found;
+}
+
+void ScriptedConnections::transfer(std::uint32_t handle, std::uint32_t rcvd, std::uint32_t sent,
+                                   std::uint32_t milliseconds) {
+    RAS_STATS& statistics = connection(handle)->statistics;
+    statistics.dwBytesRcved += rcvd;
+    statistics.dwBytesXmited += sent;
+    statistics.dwConnectDuration += milliseconds;
+}
+
+std::uint32_t ScriptedConnections::RasEnumEntriesA(const char*, const char*, void* buffer,
+                                                   std::uint32_t* bytes, std::uint32_t* count) {
+    if (const std::uint32_t code = called("RasEnumEntriesA")) {
+        return code;
+    }
+    std::uint32_t size = 0;
+    std::memcpy(&size, buffer, sizeof size);
+    if (!entrySizes.contains(size)) {
+        return ras::invalidSize;
+    }
+    const std::uint32_t held = *bytes;
+    *count = static_cast<std::uint32_t>(entries.size());
+    *bytes = *count * size;
+    if (held < *bytes) {
+        return ras::bufferTooSmall;
+    }
+    auto* target = static_cast<char*>(buffer);
+    for (const Entry& entry : entries) {
+        writeEntry(target, size, entry);
+        target += size;
+    }
+    return ras::success;
+}
+
+std::uint32_t ScriptedConnections::RasEnumConnectionsA(RASCONNA* buffer, std::uint32_t* bytes,
+                                                       std::uint32_t* count) {
+    if (const std::uint32_t code = called("RasEnumConnectionsA")) {
+        return code;
+    }
+    if (buffer->dwSize != RASCONNA::size) {
+        return ras::invalidSize;
+    }
+    const std::uint32_t held = *bytes;
+    sizesOffered.push_back(held);
+    *count = static_cast<std::uint32_t>(connections.size());
+    *bytes = *count * RASCONNA::size;
+    if (held < *bytes || neverSatisfied) {
+        return ras::bufferTooSmall;
+    }
+    for (const Connection& line : connections) {
+        buffer->dwSize = RASCONNA::size;
+        buffer->hrasconn = line.handle;
+        putText(buffer->szEntryName, line.entryName, !namesWithoutNul);
+        putText(buffer->szDeviceType, line.deviceType, !namesWithoutNul);
+        putText(buffer->szDeviceName, line.deviceName, !namesWithoutNul);
+        ++buffer;
+    }
+    return ras::success;
+}
+
+std::uint32_t ScriptedConnections::RasGetConnectStatusA(std::uint32_t handle,
+                                                        RASCONNSTATUSA* status) {
+    if (const std::uint32_t code = called("RasGetConnectStatusA")) {
+        return code;
+    }
+    if (status->dwSize != RASCONNSTATUSA::size) {
+        return ras::invalidSize;
+    }
+    const Connection* line = connection(handle);
+    if (line == nullptr) {
+        return invalidHandle;
+    }
+    status->rasconnstate = line->state;
+    return ras::success;
+}
+
+std::uint32_t ScriptedConnections::RasGetConnectionStatistics(std::uint32_t handle,
+                                                              RAS_STATS* statistics) {
+    if (const std::uint32_t code = called("RasGetConnectionStatistics")) {
+        return code;
+    }
+    if (statistics->dwSize != RAS_STATS::size) {
+        return ras::invalidSize;
+    }
+    const Connection* line = connection(handle);
+    if (line == nullptr) {
+        return invalidHandle;
+    }
+    *statistics = line->statistics;
+    statistics->dwSize = RAS_STATS::size;
+    return ras::success;
+}
+
+std::uint32_t ScriptedConnections::RasGetEntryDialParamsA(const char*, RASDIALPARAMSA* parameters,
+                                                          bool* passwordFound) {
+    parametersAsked.push_back(*parameters);
+    if (const std::uint32_t code = called("RasGetEntryDialParamsA")) {
+        return code;
+    }
+    if (parameters->dwSize != RASDIALPARAMSA::size) {
+        return ras::invalidSize;
+    }
+    putText(parameters->szUserName, "user");
+    putText(parameters->szPassword, "secret");
+    *passwordFound = true;
+    return ras::success;
+}
+
+std::uint32_t ScriptedConnections::RasDialA(RASDIALEXTENSIONS* extensions, const char*,
+                                            RASDIALPARAMSA* parameters, std::uint32_t, void*,
+                                            std::uint32_t* handle) {
+    dialled.push_back(*parameters);
+    extensionsSeen.push_back(*extensions);
+    if (whileDialling) {
+        whileDialling();
+    }
+    if (const std::uint32_t code = called("RasDialA")) {
+        if (handleOfFailedDial != 0) {
+            *handle = handleOfFailedDial;
+        }
+        return code;
+    }
+    if (extensions->dwSize != RASDIALEXTENSIONS::size ||
+        parameters->dwSize != RASDIALPARAMSA::size) {
+        return ras::invalidSize;
+    }
+    const bool known = std::any_of(entries.begin(), entries.end(), [&](const Entry& entry) {
+        return entry.name == parameters->szEntryName;
+    });
+    if (!known) {
+        return unknownEntry;
+    }
+    *handle = connect(parameters->szEntryName);
+    return ras::success;
+}
+
+std::uint32_t ScriptedConnections::RasHangUpA(std::uint32_t handle) {
+    if (const std::uint32_t code = called("RasHangUpA")) {
+        return code;
+    }
+    if (connection(handle) == nullptr) {
+        return invalidHandle;
+    }
+    disconnect(handle);
+    return ras::success;
+}
+
+std::uint32_t ScriptedConnections::RasGetErrorStringA(std::uint32_t code, char* buffer,
+                                                      std::uint32_t size) {
+    constexpr std::uint32_t invalidParameter = 87;
+    const auto own = errorTexts.find(code);
+    const char* text = own != errorTexts.end() ? own->second.c_str() : rasErrorText(code);
+    if (text == nullptr) {
+        return invalidParameter;
+    }
+    const std::size_t length = std::string_view(text).copy(buffer, size - 1);
+    buffer[length] = '\0';
+    return ras::success;
+}
+
+} // namespace tarvik

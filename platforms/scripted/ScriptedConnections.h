@@ -1,0 +1,92 @@
+#pragma once
+
+#include "ports/ConnectionProvider.h"
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace tarvik {
+
+/// A dial-up service whose entries, connections, counters and failures the test sets.
+class ScriptedConnections : public ConnectionProvider {
+public:
+    struct Entry {
+        std::string name;
+        std::uint32_t flags = 0;
+        std::string phoneBookPath = {};
+    };
+
+    struct Connection {
+        std::uint32_t handle = 0;
+        std::string entryName;
+        std::string deviceType = "modem";
+        std::string deviceName = "Line 1";
+        std::uint32_t state = ras::connected;
+        RAS_STATS statistics{};
+    };
+
+    std::vector<Entry> entries;
+    std::vector<Connection> connections;
+    /// Entry record sizes that are accepted; any other is answered with 632.
+    std::set<std::uint32_t> entrySizes{532, 264, 28};
+    /// Texts for codes, where the common ones are not wanted.
+    std::map<std::uint32_t, std::string> errorTexts;
+    /// Leaves this handle behind a failed dial; 0 leaves none.
+    std::uint32_t handleOfFailedDial = 0;
+    /// Answers every enumeration of connections with 603, however large the buffer.
+    bool neverSatisfied = false;
+    /// Fills whole name fields, without a NUL at the end.
+    bool namesWithoutNul = false;
+    /// Runs while a dial is under way.
+    std::function<void()> whileDialling;
+
+    /// Names of the calls so far, in order.
+    std::vector<std::string> calls;
+    /// What `RasDialA` and `RasGetEntryDialParamsA` were given, as it stood at the call.
+    std::vector<RASDIALPARAMSA> dialled;
+    std::vector<RASDIALPARAMSA> parametersAsked;
+    std::vector<RASDIALEXTENSIONS> extensionsSeen;
+    /// Sizes in bytes that enumerations of connections were offered.
+    std::vector<std::uint32_t> sizesOffered;
+
+    /// The next call of that operation answers this code. More than one may wait.
+    void failNext(const std::string& operation, std::uint32_t code);
+
+    /// Puts a connection up, counters 0; returns its handle.
+    std::uint32_t connect(const std::string& entryName);
+    void disconnect(std::uint32_t handle);
+    /// Adds to a connection's counters.
+    void transfer(std::uint32_t handle, std::uint32_t rcvd, std::uint32_t sent,
+                  std::uint32_t milliseconds);
+    /// Null when there is none of that handle.
+    Connection* connection(std::uint32_t handle);
+    /// How often an operation was called.
+    int countOf(const std::string& operation) const;
+
+    std::uint32_t RasEnumEntriesA(const char* reserved, const char* phoneBook, void* buffer,
+                                  std::uint32_t* bytes, std::uint32_t* count) override;
+    std::uint32_t RasEnumConnectionsA(RASCONNA* buffer, std::uint32_t* bytes,
+                                      std::uint32_t* count) override;
+    std::uint32_t RasGetConnectStatusA(std::uint32_t handle, RASCONNSTATUSA* status) override;
+    std::uint32_t RasGetConnectionStatistics(std::uint32_t handle, RAS_STATS* statistics) override;
+    std::uint32_t RasGetEntryDialParamsA(const char* phoneBook, RASDIALPARAMSA* parameters,
+                                         bool* passwordFound) override;
+    std::uint32_t RasDialA(RASDIALEXTENSIONS* extensions, const char* phoneBook,
+                           RASDIALPARAMSA* parameters, std::uint32_t notifierType, void* notifier,
+                           std::uint32_t* handle) override;
+    std::uint32_t RasHangUpA(std::uint32_t handle) override;
+    std::uint32_t RasGetErrorStringA(std::uint32_t code, char* buffer, std::uint32_t size) override;
+
+private:
+    /// Notes the call; the code that it is to fail with, or 0.
+    std::uint32_t called(const std::string& operation);
+
+    std::map<std::string, std::deque<std::uint32_t>> failures_;
+    std::uint32_t lastHandle_ = 0;
+};
+
+} // namespace tarvik

@@ -1,0 +1,236 @@
+#include "scripted/ScriptedDesktop.h"
+
+#include <algorithm>
+
+namespace tarvik {
+
+namespace {
+
+class Busy {
+public:
+    explicit Busy(int& depth) : depth_(depth) { ++depth_; }
+    ~Busy() { --depth_; }
+    Busy(const Busy&) = delete;
+    Busy& operator=(const Busy&) = delete;
+
+private:
+    int& depth_;
+};
+
+MsgBoxAnswer closingAnswer(MsgBoxButtons buttons) {
+    switch (buttons) {
+    case MsgBoxButtons::OkCancel:
+    case MsgBoxButtons::YesNoCancel:
+        return MsgBoxAnswer::Cancel;
+    case MsgBoxButtons::YesNo:
+        return MsgBoxAnswer::No;
+    case MsgBoxButtons::OkOnly:
+        break;
+    }
+    return MsgBoxAnswer::Ok;
+}
+
+const char* nameOf(MsgBoxButtons buttons) {
+    constexpr const char* names[] = {"OK", "OK/Cancel", "Yes/No/Cancel", "Yes/No"};
+    return names[static_cast<int>(buttons)];
+}
+
+const char* nameOf(MsgBoxIcon icon) {
+    constexpr const char* names[] = {"none", "critical", "question", "exclamation", "information"};
+    return names[static_cast<int>(icon)];
+}
+
+std::string described(const std::string& text, MsgBoxButtons buttons, MsgBoxIcon icon) {
+    std::string lines = text;
+    std::replace(lines.begin(), lines.end(), '\r', '\n');
+    return "\"" + lines + "\" [" + nameOf(buttons) + ", icon " + nameOf(icon) + "]";
+}
+
+} // namespace
+
+/// Shows nothing, notes what it is told, and counts a timer's time.
+class ScriptedDesktop::Recorder : public ControlView {
+public:
+    Recorder(ScriptedDesktop& desktop, Control& control) : desktop_(desktop), control_(control) {
+        control_.attach(this);
+        restart();
+    }
+    ~Recorder() override { control_.attach(nullptr); }
+    Recorder(const Recorder&) = delete;
+    Recorder& operator=(const Recorder&) = delete;
+
+    void refresh(Property changed) override {
+        desktop_.changesTold.push_back(control_.form().name() + "." + control_.name());
+        if (changed == Property::Interval || changed == Property::Enabled) {
+            restart();
+        }
+    }
+
+    Timer* timer() const {
+        return control_.kind() == ControlKind::Timer ? static_cast<Timer*>(&control_) : nullptr;
+    }
+    bool runs() const {
+        return timer() != nullptr && timer()->enabled() && timer()->interval() > 0;
+    }
+    std::uint64_t due() const { return due_; }
+    void restart() {
+        if (runs()) {
+            due_ = desktop_.now_ + static_cast<std::uint64_t>(timer()->interval());
+        }
+    }
+
+private:
+    ScriptedDesktop& desktop_;
+    Control& control_;
+    std::uint64_t due_ = 0;
+};
+
+class ScriptedDesktop::Window : public FormView {
+public:
+    Window(ScriptedDesktop& desktop, Form& shownForm) : form(shownForm), desktop_(desktop) {
+        form.attach(this);
+        for (Control* control : form.controls()) {
+            views.push_back(std::make_unique<Recorder>(desktop, *control));
+        }
+    }
+    ~Window() override { form.attach(nullptr); }
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
+
+    void refreshVisibility() override {}
+    void bringToFront() override { desktop_.broughtToFront.push_back(form.name()); }
+
+    Form& form;
+    std::vector<std::unique_ptr<Recorder>> views;
+
+private:
+    ScriptedDesktop& desktop_;
+};
+
+ScriptedDesktop::ScriptedDesktop() = default;
+ScriptedDesktop::~ScriptedDesktop() = default;
+
+void ScriptedDesktop::expect(ExpectedBox box) {
+    expected_.push_back(std::move(box));
+}
+
+void ScriptedDesktop::verify() {
+    for (const ExpectedBox& box : expected_) {
+        fail("This box did not come: " + described(box.text, box.buttons, box.icon));
+    }
+    expected_.clear();
+}
+
+Form* ScriptedDesktop::form(const std::string& name) const {
+    const auto found = std::find_if(windows_.begin(), windows_.end(), [&](const auto& window) {
+        return window->form.name() == name;
+    });
+    return found == windows_.end() ? nullptr : &(*found)->form;
+}
+
+std::vector<Form*> ScriptedDesktop::realisedForms() const {
+    std::vector<Form*> result;
+    for (const auto& window : windows_) {
+        result.push_back(&window->form);
+    }
+    return result;
+}
+
+void ScriptedDesktop::realise(Form& form) {
+    if (!ending_) {
+        windows_.push_back(std::make_unique<Window>(*this, form));
+    }
+}
+
+void ScriptedDesktop::withdraw(Form& form) {
+    std::erase_if(windows_, [&](const auto& window) { return &window->form == &form; });
+}
+
+MsgBoxAnswer ScriptedDesktop::messageBox(const MsgBoxRequest& request) {
+    boxesShown.push_back(request);
+    if (ending_) {
+        return closingAnswer(request.buttons);
+    }
+    const std::string seen = described(request.text, request.buttons, request.icon);
+    if (expected_.empty()) {
+        fail("Unexpected box: " + seen);
+        return closingAnswer(request.buttons);
+    }
+    const ExpectedBox box = expected_.front();
+    expected_.pop_front();
+    const std::string wanted = described(box.text, box.buttons, box.icon);
+    if (request.text != box.text || wanted != seen) {
+        fail("Expected the box " + wanted + "\nbut this came: " + seen);
+    }
+    if (request.caption != caption) {
+        fail("The box's caption is \"" + request.caption + "\".");
+    }
+    const Busy busy(busy_);
+    if (box.meanwhile) {
+        box.meanwhile();
+    }
+    return box.answer;
+}
+
+void ScriptedDesktop::popUpMenu(Menu& menu, Form&) {
+    if (menuChoice >= 0) {
+        menu.choose(menuChoice);
+    }
+}
+
+void ScriptedDesktop::runBlocking(const std::function<void()>& call) {
+    const Busy busy(busy_);
+    ++blockingCalls;
+    if (whileBlocking) {
+        whileBlocking();
+    }
+    call();
+}
+
+void ScriptedDesktop::run() {
+    if (!windows_.empty() && !hasQuit) {
+        fail("The program would run on: the test must end it first.");
+    }
+}
+
+void ScriptedDesktop::endSession() {
+    ending_ = true;
+    for (Form* realised : realisedForms()) {
+        if (form(realised->name()) == realised) {
+            realised->unload(UnloadMode::AppWindows);
+        }
+    }
+    hasQuit = true;
+}
+
+void ScriptedDesktop::advance(std::uint64_t milliseconds) {
+    const std::uint64_t until = now_ + milliseconds;
+    fireDue(until);
+    now_ = until;
+}
+
+void ScriptedDesktop::fireDue(std::uint64_t until) {
+    while (true) {
+        Recorder* next = nullptr;
+        for (const auto& window : windows_) {
+            for (const auto& view : window->views) {
+                if (view->runs() && view->due() <= until &&
+                    (next == nullptr || view->due() < next->due())) {
+                    next = view.get();
+                }
+            }
+        }
+        if (next == nullptr) {
+            return;
+        }
+        now_ = next->due();
+        next->restart();
+        if (takesInput()) {
+            next->timer()->fire();
+        } else {
+            ++ticksDropped;
+        }
+    }
+}
+
+} // namespace tarvik

@@ -1,0 +1,92 @@
+#pragma once
+
+#include "ports/Desktop.h"
+#include "ui/controls/Form.h"
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tarvik {
+
+/// A desktop played by a test: boxes are answered as the test announced, time passes when the test
+/// says so.
+class ScriptedDesktop : public Desktop {
+public:
+    /// A box that the test expects, with its answer and what happens while it is open.
+    struct ExpectedBox {
+        std::string text;
+        MsgBoxButtons buttons = MsgBoxButtons::OkOnly;
+        MsgBoxIcon icon = MsgBoxIcon::None;
+        MsgBoxAnswer answer = MsgBoxAnswer::Ok;
+        std::function<void()> meanwhile = {};
+    };
+
+    ScriptedDesktop();
+    ~ScriptedDesktop() override;
+
+    /// Told of everything that the test did not expect.
+    std::function<void(const std::string&)> fail;
+    /// The caption that every box must have.
+    std::string caption = "Velmars Tarvik.";
+    /// The entry that a pop-up menu is left with; -1 closes it.
+    int menuChoice = -1;
+    /// Runs while a blocking call is under way.
+    std::function<void()> whileBlocking;
+
+    std::vector<MsgBoxRequest> boxesShown;
+    /// Names of forms in the order in which they were brought to the front.
+    std::vector<std::string> broughtToFront;
+    /// "frmMain.cmdMonitor" for each change told by a control of a realised form.
+    std::vector<std::string> changesTold;
+    int beeps = 0;
+    int blockingCalls = 0;
+    int eventRounds = 0;
+    int ticksDropped = 0;
+    bool hasQuit = false;
+
+    /// Announces the next box; boxes come in the order in which they are announced.
+    void expect(ExpectedBox box);
+    /// Fails for every announced box that has not come.
+    void verify();
+
+    /// Lets time pass; timers fire in the order in which they are due.
+    void advance(std::uint64_t milliseconds);
+
+    /// The realised form of that name; null when there is none.
+    Form* form(const std::string& name) const;
+    /// Realised forms in the order in which they were realised.
+    std::vector<Form*> realisedForms() const;
+    /// True while neither a box nor a blocking call is under way.
+    bool takesInput() const { return busy_ == 0; }
+
+    /// What the end of the user's session does to the forms.
+    void endSession();
+
+    void realise(Form& form) override;
+    void withdraw(Form& form) override;
+    MsgBoxAnswer messageBox(const MsgBoxRequest& request) override;
+    void popUpMenu(Menu& menu, Form& owner) override;
+    void beep() override { ++beeps; }
+    void processEvents() override { ++eventRounds; }
+    void runBlocking(const std::function<void()>& call) override;
+    void run() override;
+    void quit() override { hasQuit = true; }
+
+private:
+    class Window;
+    class Recorder;
+
+    void fireDue(std::uint64_t until);
+
+    std::vector<std::unique_ptr<Window>> windows_;
+    std::deque<ExpectedBox> expected_;
+    std::uint64_t now_ = 0;
+    int busy_ = 0;
+    bool ending_ = false;
+};
+
+} // namespace tarvik

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "ports/Files.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace tarvik {
+
+/// Files in memory, with failures on demand.
+class ScriptedFiles : public Files {
+public:
+    /// Puts a file there, as another program would.
+    void setFile(const std::string& path, std::string bytes);
+    /// Puts a directory, or something that is neither file nor directory, there.
+    void setKind(const std::string& path, FileKind kind);
+    /// Takes away whatever is there.
+    void remove(const std::string& path);
+    /// The file's bytes; empty when there is none.
+    std::string file(const std::string& path) const;
+    bool exists(const std::string& path) const;
+
+    /// Every replacement fails with this, until it is nothing again.
+    FileResult replaceFailure;
+    /// Every read fails with this, until it is nothing again.
+    FileResult readFailure;
+
+    int reads = 0;
+    int replacements = 0;
+
+    FileKind Dir(const std::string& path) override;
+    std::optional<FileStamp> stamp(const std::string& path) override;
+    FileResult read(const std::string& path, std::string& bytes) override;
+    FileResult replace(const std::string& path,
+                       const std::vector<std::string_view>& pieces) override;
+    FileResult FileCopy(const std::string& source, const std::string& target) override;
+    FileResult Kill(const std::string& path) override;
+
+private:
+    struct Node {
+        FileKind kind = FileKind::File;
+        std::string bytes;
+        std::int64_t version = 0;
+    };
+
+    std::map<std::string, Node> nodes_;
+    std::int64_t version_ = 0;
+};
+
+} // namespace tarvik

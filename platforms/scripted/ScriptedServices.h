@@ -1,0 +1,168 @@
+#pragma once
+
+#include "ports/Clock.h"
+#include "ports/CommonDialogs.h"
+#include "ports/InternetState.h"
+#include "ports/Locale.h"
+#include "ports/NotificationArea.h"
+#include "ports/Program.h"
+#include "ports/SingleInstance.h"
+#include "ports/Sockets.h"
+#include "ports/SystemErrorText.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace tarvik {
+
+/// A wall clock that stands still until the test moves it, or moves by itself at each reading.
+class ScriptedClock : public Clock {
+public:
+    Date now = Date::fromCivil({2026, 11, 16, 8, 15, 22});
+    /// Seconds that pass at each reading, after it.
+    int secondsPerReading = 0;
+
+    void set(const CivilTime& civil) { now = Date::fromCivil(civil); }
+    void advanceSeconds(double seconds) { now = Date(now.serial() + seconds / 86400.0); }
+
+    Date currentDate() override { return read().dateOnly(); }
+    Date currentTime() override { return read().timeOnly(); }
+
+private:
+    Date read() {
+        const Date result = now;
+        advanceSeconds(secondsPerReading);
+        return result;
+    }
+};
+
+class ScriptedLocale : public Locale {
+public:
+    LocaleData conventions;
+    const LocaleData& data() override { return conventions; }
+};
+
+/// Day.month.year, 24 hours, decimal comma.
+LocaleData germanLocale();
+/// Month/day/year, 12 hours with AM and PM, decimal point.
+LocaleData americanLocale();
+/// Year-month-day, 24 hours, decimal comma, a no-break space between thousands.
+LocaleData swedishLocale();
+/// Day/month/year, 24 hours, decimal comma, a narrow no-break space between thousands.
+LocaleData frenchLocale();
+/// Day.month.year with dots in the time too, decimal comma.
+LocaleData finnishLocale();
+/// Names of months, words for the half days that are not ASCII, other letters between the numbers.
+LocaleData japaneseLocale();
+
+class ScriptedProgram : public Program {
+public:
+    std::string folderPath = "C:\\Prog";
+    char separator = '\\';
+    std::string arguments;
+
+    std::string folder() override { return folderPath; }
+    char pathSeparator() override { return separator; }
+    std::string commandLine() override { return arguments; }
+};
+
+class ScriptedInstances : public SingleInstance {
+public:
+    std::int32_t handle = 41;
+    std::uint32_t error = 0;
+    std::vector<std::string> namesAsked;
+    std::vector<std::int32_t> handlesClosed;
+
+    std::int32_t CreateMutexA(const std::string& name, std::uint32_t* lastError) override {
+        namesAsked.push_back(name);
+        *lastError = error;
+        return handle;
+    }
+    bool CloseHandle(std::int32_t closed) override {
+        handlesClosed.push_back(closed);
+        return true;
+    }
+};
+
+class ScriptedNotificationArea : public NotificationArea {
+public:
+    struct Request {
+        std::uint32_t request;
+        NOTIFYICONDATAA data;
+    };
+
+    bool present = true;
+    std::uint32_t version = 5;
+    std::vector<Request> requests;
+    std::vector<std::uint32_t> foregroundWindows;
+
+    bool Shell_NotifyIconA(std::uint32_t request, NOTIFYICONDATAA* data) override {
+        requests.push_back({request, *data});
+        return present;
+    }
+    bool SetForegroundWindow(std::uint32_t window) override {
+        foregroundWindows.push_back(window);
+        return true;
+    }
+    std::uint32_t GetVersion() override { return version; }
+};
+
+/// File dialogs that are left with a name, or not.
+class ScriptedDialogs : public CommonDialogs {
+public:
+    /// What the user chooses; empty cancels.
+    std::string chosen;
+    std::uint32_t extendedError = 0;
+    /// The record that a dialog was opened with, its texts copied.
+    OPENFILENAMEA seen{};
+    std::string filter;
+    std::string title;
+    std::string initialFolder;
+    /// Where the program put a dialog of 100 by 50 over a window at 200, 300 of 400 by 250.
+    ScreenRect placed;
+
+    bool GetOpenFileNameA(OPENFILENAMEA* data, const DialogPlacement& place) override;
+    bool GetSaveFileNameA(OPENFILENAMEA* data, const DialogPlacement& place) override;
+    std::uint32_t CommDlgExtendedError() override { return extendedError; }
+};
+
+class ScriptedInternetState : public InternetState {
+public:
+    bool connected = false;
+    std::uint32_t flagWord = 0;
+    std::string name;
+
+    bool InternetGetConnectedState(std::uint32_t* flags, std::uint32_t reserved) override;
+    bool InternetGetConnectedStateExA(std::uint32_t* flags, char* buffer, std::uint32_t size,
+                                      std::uint32_t reserved) override;
+};
+
+class ScriptedSockets : public Sockets {
+public:
+    int startupError = 0;
+    int cleanupError = 0;
+    int lastError = 0;
+    WSADATA started{0x0101, 0x0101, 32};
+    std::string hostName = "testhost";
+    bool hostNameFails = false;
+    bool hostFound = true;
+    HOSTENT host;
+
+    int WSAStartup(std::uint16_t version, WSADATA* data) override;
+    int WSACleanup() override { return cleanupError; }
+    int WSAGetLastError() override { return lastError; }
+    int gethostname(char* name, int size) override;
+    bool gethostbyname(const char* name, HOSTENT* found) override;
+};
+
+class ScriptedErrorTexts : public SystemErrorText {
+public:
+    std::map<std::uint32_t, std::string> texts{{5, "Access is denied.\r\n"}};
+
+    std::uint32_t FormatMessageA(std::uint32_t flags, const void* source, std::uint32_t code,
+                                 std::uint32_t language, char* buffer, std::uint32_t size,
+                                 const void* arguments) override;
+};
+
+} // namespace tarvik
