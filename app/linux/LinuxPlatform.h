@@ -1,0 +1,45 @@
+#pragma once
+
+#include "common/AbsentServices.h"
+#include "common/ProfileEngine.h"
+#include "linux/face/EndSignals.h"
+#include "linux/face/QtDesktop.h"
+#include "linux/services/LinuxClock.h"
+#include "linux/services/LinuxFiles.h"
+#include "linux/services/LinuxLocale.h"
+#include "linux/services/LinuxProgram.h"
+#include "linux/services/LinuxSingleInstance.h"
+#include "linux/services/LinuxSystemErrorText.h"
+#include "ports/Platform.h"
+
+#include <QApplication>
+
+namespace tarvik {
+
+/// Everything a program on a Linux desktop runs on, apart from its connections.
+class LinuxPlatform {
+public:
+    /// `argc` and `argv` are those of `main` and must outlive this.
+    LinuxPlatform(int& argc, char** argv);
+
+    /// The services with that connection provider, which must outlive the platform's use.
+    Platform with(ConnectionProvider& connections);
+
+private:
+    QApplication application_;
+    LinuxProgram program_;
+    LinuxFiles files_;
+    ProfileEngine profile_{files_, "\n"};
+    LinuxSingleInstance instances_;
+    LinuxClock clock_;
+    LinuxLocale locale_;
+    LinuxSystemErrorText systemErrors_;
+    AbsentNotificationArea notificationArea_;
+    AbsentCommonDialogs dialogs_;
+    AbsentInternetState internet_;
+    AbsentSockets sockets_;
+    face::QtDesktop desktop_;
+    face::EndSignals endSignals_;
+};
+
+} // namespace tarvik

@@ -1,0 +1,83 @@
+#include "linux/face/BoxText.h"
+
+#include "linux/face/FaceText.h"
+
+#include <unistd.h>
+
+namespace tarvik::face {
+
+QMessageBox::Icon boxIcon(MsgBoxIcon icon) {
+    switch (icon) {
+    case MsgBoxIcon::Critical:
+        return QMessageBox::Critical;
+    case MsgBoxIcon::Question:
+        return QMessageBox::Question;
+    case MsgBoxIcon::Exclamation:
+        return QMessageBox::Warning;
+    case MsgBoxIcon::Information:
+        return QMessageBox::Information;
+    case MsgBoxIcon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+QMessageBox::StandardButtons boxButtons(MsgBoxButtons buttons) {
+    switch (buttons) {
+    case MsgBoxButtons::OkCancel:
+        return QMessageBox::Ok | QMessageBox::Cancel;
+    case MsgBoxButtons::YesNoCancel:
+        return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    case MsgBoxButtons::YesNo:
+        return QMessageBox::Yes | QMessageBox::No;
+    case MsgBoxButtons::OkOnly:
+        break;
+    }
+    return QMessageBox::Ok;
+}
+
+QMessageBox::StandardButton firstButton(MsgBoxButtons buttons) {
+    return buttons == MsgBoxButtons::YesNo || buttons == MsgBoxButtons::YesNoCancel
+               ? QMessageBox::Yes
+               : QMessageBox::Ok;
+}
+
+QMessageBox::StandardButton escapeButton(MsgBoxButtons buttons) {
+    switch (buttons) {
+    case MsgBoxButtons::OkCancel:
+    case MsgBoxButtons::YesNoCancel:
+        return QMessageBox::Cancel;
+    case MsgBoxButtons::YesNo:
+        return QMessageBox::No;
+    case MsgBoxButtons::OkOnly:
+        break;
+    }
+    return QMessageBox::Ok;
+}
+
+MsgBoxAnswer answerOf(int pressed, MsgBoxButtons buttons) {
+    switch (pressed) {
+    case QMessageBox::Ok:
+        return MsgBoxAnswer::Ok;
+    case QMessageBox::Yes:
+        return MsgBoxAnswer::Yes;
+    case QMessageBox::No:
+        return MsgBoxAnswer::No;
+    case QMessageBox::Cancel:
+        return MsgBoxAnswer::Cancel;
+    default:
+        return closingAnswer(buttons);
+    }
+}
+
+MsgBoxAnswer closingAnswer(MsgBoxButtons buttons) {
+    return answerOf(escapeButton(buttons), buttons);
+}
+
+void writeUnshownBox(const MsgBoxRequest& request) {
+    const std::string text = entered(shownLines(request.caption + " " + request.text)) + "\n";
+    const ssize_t written = write(STDERR_FILENO, text.data(), text.size());
+    static_cast<void>(written); // nobody is left to be told
+}
+
+} // namespace tarvik::face

@@ -1,0 +1,58 @@
+#include "linux/face/ControlWidget.h"
+#include "linux/face/FaceText.h"
+#include "ui/controls/Controls.h"
+
+#include <QComboBox>
+
+namespace tarvik::face {
+
+namespace {
+
+class ComboBoxWidget : public ControlWidget {
+public:
+    ComboBoxWidget(ComboBox& combo, QComboBox* widget, FaceContext& context)
+        : ControlWidget(combo, widget, context), combo_(combo), widget_(widget) {
+        refresh(Property::Items);
+        QObject::connect(widget, &QComboBox::currentIndexChanged, widget, [this](int index) {
+            fromUser(Property::ListIndex, [&] { combo_.setListIndex(index); });
+        });
+    }
+
+    int widthFor(int characters) const override {
+        constexpr int arrow = 2;
+        return ControlWidget::widthFor(characters + arrow);
+    }
+
+protected:
+    void refreshOwn(Property changed) override {
+        if (changed == Property::Items) {
+            showItems();
+        }
+        if (widget_->currentIndex() != combo_.listIndex()) {
+            widget_->setCurrentIndex(combo_.listIndex());
+        }
+    }
+
+private:
+    void showItems() {
+        widget_->clear();
+        for (const std::string& text : combo_.items()) {
+            widget_->addItem(shown(text));
+        }
+    }
+
+    ComboBox& combo_;
+    QComboBox* widget_;
+};
+
+} // namespace
+
+std::unique_ptr<ControlWidget> makeComboBox(Control& control, QWidget& parent,
+                                            FaceContext& context) {
+    auto* widget = new QComboBox(&parent);
+    // The list is as wide as the layout says; its longest entry does not widen the window.
+    widget->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    return std::make_unique<ComboBoxWidget>(static_cast<ComboBox&>(control), widget, context);
+}
+
+} // namespace tarvik::face

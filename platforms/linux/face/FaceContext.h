@@ -1,0 +1,28 @@
+#pragma once
+
+namespace tarvik::face {
+
+/// What all windows of the face share.
+struct FaceContext {
+    /// How many message boxes and blocking calls are under way. While there is one, neither what
+    /// the user does elsewhere nor timers reach the models.
+    int busy = 0;
+    /// The user's session is ending: nobody is asked any more.
+    bool ending = false;
+
+    bool takesInput() const { return busy == 0; }
+};
+
+/// Counts as busy for its own lifetime.
+class BusyScope {
+public:
+    explicit BusyScope(FaceContext& context) : context_(context) { ++context_.busy; }
+    ~BusyScope() { --context_.busy; }
+    BusyScope(const BusyScope&) = delete;
+    BusyScope& operator=(const BusyScope&) = delete;
+
+private:
+    FaceContext& context_;
+};
+
+} // namespace tarvik::face

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "linux/face/ControlWidget.h"
+#include "ui/controls/Layout.h"
+
+#include <functional>
+
+class QLayout;
+
+namespace tarvik::face {
+
+/// Finds the picture of a control.
+using WidgetOf = std::function<ControlWidget&(const Control&)>;
+
+/// The toolkit's own layouts for a layout tree, without a parent yet.
+QLayout* makeLayout(const LayoutNode& root, const WidgetOf& widgetOf);
+
+} // namespace tarvik::face

@@ -1,0 +1,146 @@
+#include "linux/face/FormWindow.h"
+
+#include "linux/face/FaceText.h"
+#include "linux/face/FormLayout.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLayout>
+#include <QPushButton>
+
+#include <algorithm>
+
+namespace tarvik::face {
+
+FormWindow::FormWindow(Form& form, FaceContext& context) : form_(form), context_(context) {
+    identify(*this, form.name());
+    setWindowTitle(shown(form.caption()));
+    makeWidgets();
+    form_.attach(this);
+    if (const LayoutNode* layout = form.layout()) {
+        setLayout(makeLayout(*layout, [this](const Control& control) -> ControlWidget& {
+            return *picture(&control);
+        }));
+        connectLabels();
+        orderTabs();
+        refreshVisibility();
+    }
+}
+
+FormWindow::~FormWindow() {
+    detach();
+}
+
+void FormWindow::detach() {
+    if (detached_) {
+        return;
+    }
+    detached_ = true;
+    form_.attach(nullptr);
+    for (const auto& own : pictures_) {
+        own->detach();
+    }
+    hide();
+}
+
+void FormWindow::makeWidgets() {
+    const bool seen = form_.layout() != nullptr;
+    for (Control* control : form_.controls()) {
+        // What a form without a layout holds is never seen; its timers run all the same.
+        if (seen || control->kind() == ControlKind::Timer) {
+            if (auto made = makeControlWidget(*control, *this, context_)) {
+                pictures_.push_back(std::move(made));
+            }
+        }
+    }
+}
+
+ControlWidget* FormWindow::picture(const Control* control) const {
+    const auto found = std::find_if(pictures_.begin(), pictures_.end(),
+                                    [&](const auto& own) { return &own->control() == control; });
+    return found == pictures_.end() ? nullptr : found->get();
+}
+
+void FormWindow::connectLabels() {
+    for (const auto& own : pictures_) {
+        if (own->control().kind() != ControlKind::Label) {
+            continue;
+        }
+        const auto& label = static_cast<const Label&>(own->control());
+        if (const ControlWidget* named = picture(label.labelled())) {
+            static_cast<QLabel*>(own->widget())->setBuddy(named->widget());
+        }
+    }
+}
+
+void FormWindow::orderTabs() {
+    QWidget* before = nullptr;
+    for (const Control* control : controlsInOrder(*form_.layout())) {
+        QWidget* widget = picture(control)->widget();
+        if (widget->focusPolicy() == Qt::NoFocus) {
+            continue;
+        }
+        if (before != nullptr) {
+            setTabOrder(before, widget);
+        }
+        before = widget;
+    }
+    if (const ControlWidget* first = picture(form_.initialFocus())) {
+        first->widget()->setFocus();
+    }
+    if (const ControlWidget* button = picture(form_.defaultButton())) {
+        static_cast<QPushButton*>(button->widget())->setDefault(true);
+    }
+}
+
+void FormWindow::refreshVisibility() {
+    if (form_.layout() == nullptr || detached_) {
+        return;
+    }
+    if (!form_.visible()) {
+        hide();
+    } else if (form_.minimised()) {
+        showMinimized();
+    } else if (isMinimized()) {
+        showNormal();
+    } else {
+        show();
+    }
+}
+
+void FormWindow::bringToFront() {
+    if (form_.layout() != nullptr) {
+        raise();
+        activateWindow();
+    }
+}
+
+void FormWindow::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    if (context_.takesInput() && !detached_) {
+        form_.unload(UnloadMode::FormControlMenu);
+    }
+}
+
+void FormWindow::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange && !detached_ && isVisible()) {
+        form_.setMinimised(isMinimized());
+    }
+}
+
+void FormWindow::keyPressEvent(QKeyEvent* event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    CommandButton* button = enter                            ? form_.defaultButton()
+                            : event->key() == Qt::Key_Escape ? form_.cancelButton()
+                                                             : nullptr;
+    const ControlWidget* shownButton = picture(button);
+    if (shownButton == nullptr) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    static_cast<QPushButton*>(shownButton->widget())->click();
+}
+
+} // namespace tarvik::face

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "linux/face/ControlWidget.h"
+#include "ui/controls/Form.h"
+
+#include <QWidget>
+
+#include <memory>
+#include <vector>
+
+namespace tarvik::face {
+
+/// The window of one form, or, for a form without a layout, only its timers.
+class FormWindow : public QWidget, public FormView {
+public:
+    FormWindow(Form& form, FaceContext& context);
+    ~FormWindow() override;
+
+    void refreshVisibility() override;
+    void bringToFront() override;
+
+    Form& form() const { return form_; }
+
+    /// Ends all connection with the form and hides the window.
+    void detach();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void makeWidgets();
+    void connectLabels();
+    void orderTabs();
+    ControlWidget* picture(const Control* control) const;
+
+    Form& form_;
+    FaceContext& context_;
+    std::vector<std::unique_ptr<ControlWidget>> pictures_;
+    bool detached_ = false;
+};
+
+} // namespace tarvik::face

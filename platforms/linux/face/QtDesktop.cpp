@@ -1,0 +1,191 @@
+#include "linux/face/QtDesktop.h"
+
+#include "linux/face/BoxText.h"
+#include "linux/face/FaceText.h"
+#include "linux/face/FormWindow.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QMenu>
+#include <QMessageBox>
+#include <QSessionManager>
+
+#include <algorithm>
+#include <exception>
+#include <thread>
+
+namespace tarvik::face {
+
+QtDesktop::QtDesktop() {
+    // A hidden main window is no reason to end: the program lives on in the background.
+    QApplication::setQuitOnLastWindowClosed(false);
+    QObject::connect(qApp, &QGuiApplication::commitDataRequest, this, [this] { endSession(); });
+}
+
+QtDesktop::~QtDesktop() {
+    for (FormWindow* window : windows_) {
+        delete window;
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void QtDesktop::realise(Form& form) {
+    if (!context_.ending) {
+        windows_.push_back(new FormWindow(form, context_));
+    }
+}
+
+void QtDesktop::withdraw(Form& form) {
+    const auto found = std::find_if(windows_.begin(), windows_.end(),
+                                    [&](FormWindow* window) { return &window->form() == &form; });
+    if (found == windows_.end()) {
+        return;
+    }
+    // The window may be the one whose handler is running: it goes once that has returned.
+    (*found)->detach();
+    (*found)->deleteLater();
+    windows_.erase(found);
+    if (windows_.empty()) {
+        loop_.quit();
+    }
+}
+
+FormWindow* QtDesktop::activeWindow() const {
+    const auto active = std::find_if(windows_.begin(), windows_.end(),
+                                     [](FormWindow* window) { return window->isActiveWindow(); });
+    if (active != windows_.end()) {
+        return *active;
+    }
+    const auto visible = std::find_if(windows_.begin(), windows_.end(), [](FormWindow* window) {
+        return window->isVisible() && !window->isMinimized();
+    });
+    return visible == windows_.end() ? nullptr : *visible;
+}
+
+MsgBoxAnswer QtDesktop::messageBox(const MsgBoxRequest& request) {
+    if (context_.ending) {
+        writeUnshownBox(request);
+        return closingAnswer(request.buttons);
+    }
+    const BusyScope busy(context_);
+    QMessageBox box(boxIcon(request.icon), shown(request.caption), shownLines(request.text),
+                    boxButtons(request.buttons), activeWindow());
+    identify(box, "msgBox");
+    box.setTextFormat(Qt::PlainText);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    box.setDefaultButton(firstButton(request.buttons));
+    box.setEscapeButton(escapeButton(request.buttons));
+    boxes_.push_back(&box);
+    const int pressed = box.exec();
+    boxes_.erase(std::find(boxes_.begin(), boxes_.end(), &box));
+    return answerOf(pressed, request.buttons);
+}
+
+void QtDesktop::popUpMenu(Menu& menu, Form&) {
+    QMenu popUp;
+    identify(popUp, menu.name());
+    const auto& entries = menu.entries();
+    for (int i = 0; i < static_cast<int>(entries.size()); ++i) {
+        const Menu::Entry& entry = entries[static_cast<std::size_t>(i)];
+        QAction* action = entry.isSeparator() ? popUp.addSeparator()
+                                              : popUp.addAction(withMnemonic(entry.caption, 0));
+        action->setObjectName(shown(menu.entryName()) + QString::number(i));
+        action->setEnabled(entry.enabled);
+        action->setData(i);
+    }
+    const QAction* chosen = popUp.exec(QCursor::pos());
+    if (chosen != nullptr) {
+        menu.choose(chosen->data().toInt());
+    }
+}
+
+void QtDesktop::beep() {
+    QApplication::beep();
+}
+
+void QtDesktop::processEvents() {
+    QCoreApplication::processEvents();
+}
+
+void QtDesktop::runBlocking(const std::function<void()>& call) {
+    const BusyScope busy(context_);
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    qApp->installEventFilter(this);
+    blocking_ = true;
+    std::exception_ptr failure;
+    QEventLoop waiting;
+    std::thread worker([&] {
+        try {
+            call();
+        } catch (...) {
+            failure = std::current_exception();
+        }
+        QMetaObject::invokeMethod(&waiting, &QEventLoop::quit, Qt::QueuedConnection);
+    });
+    waiting.exec();
+    worker.join();
+    blocking_ = false;
+    qApp->removeEventFilter(this);
+    QApplication::restoreOverrideCursor();
+    if (failure) {
+        std::rethrow_exception(failure);
+    }
+}
+
+bool QtDesktop::eventFilter(QObject* watched, QEvent* event) {
+    if (!blocking_) {
+        return QObject::eventFilter(watched, event);
+    }
+    // Presses made while nothing can answer them must not be answered later.
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::Shortcut:
+    case QEvent::ShortcutOverride:
+    case QEvent::ContextMenu:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+        return true;
+    case QEvent::Close:
+        event->ignore();
+        return true;
+    default:
+        return false;
+    }
+}
+
+void QtDesktop::run() {
+    if (!windows_.empty() && !context_.ending) {
+        loop_.exec();
+    }
+}
+
+void QtDesktop::quit() {
+    loop_.quit();
+}
+
+void QtDesktop::endSession() {
+    if (context_.ending) {
+        return;
+    }
+    context_.ending = true;
+    const std::vector<FormWindow*> realised = windows_;
+    for (FormWindow* window : realised) {
+        // Unloading one form may have unloaded others.
+        if (std::find(windows_.begin(), windows_.end(), window) != windows_.end()) {
+            window->form().unload(UnloadMode::AppWindows);
+        }
+    }
+    const std::vector<QMessageBox*> open = boxes_;
+    for (QMessageBox* box : open) {
+        box->done(-1);
+    }
+    quit();
+}
+
+} // namespace tarvik::face

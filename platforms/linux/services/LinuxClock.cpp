@@ -1,0 +1,33 @@
+#include "linux/services/LinuxClock.h"
+
+#include <algorithm>
+#include <ctime>
+
+namespace tarvik {
+
+namespace {
+
+Date now() {
+    const std::time_t seconds = std::time(nullptr);
+    std::tm local{};
+    localtime_r(&seconds, &local);
+    constexpr int lastSecond = 59; // a leap second has no place in a day of 86,400
+    return Date::fromCivil({.year = local.tm_year + 1900,
+                            .month = local.tm_mon + 1,
+                            .day = local.tm_mday,
+                            .hour = local.tm_hour,
+                            .minute = local.tm_min,
+                            .second = std::min(local.tm_sec, lastSecond)});
+}
+
+} // namespace
+
+Date LinuxClock::currentDate() {
+    return now().dateOnly();
+}
+
+Date LinuxClock::currentTime() {
+    return now().timeOnly();
+}
+
+} // namespace tarvik

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "ports/Files.h"
+
+#include <string>
+
+namespace tarvik {
+
+/// Whole files through the system's own calls. Nothing but ordinary files is ever opened for
+/// reading or replaced; a symbolic link to one stays and its target is replaced. A file that nobody
+/// may write to counts as read-only, whoever runs the program.
+class LinuxFiles : public Files {
+public:
+    /// `home` is a folder that is made, with its parents and for the user alone, when something is
+    /// first written in it; empty for none.
+    explicit LinuxFiles(std::string home = {}) : home_(std::move(home)) {}
+
+    FileKind Dir(const std::string& path) override;
+    std::optional<FileStamp> stamp(const std::string& path) override;
+    FileResult read(const std::string& path, std::string& bytes) override;
+    FileResult replace(const std::string& path,
+                       const std::vector<std::string_view>& pieces) override;
+    FileResult FileCopy(const std::string& source, const std::string& target) override;
+    FileResult Kill(const std::string& path) override;
+
+private:
+    std::string home_;
+};
+
+} // namespace tarvik

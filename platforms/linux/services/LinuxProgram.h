@@ -1,0 +1,35 @@
+#pragma once
+
+#include "ports/Program.h"
+
+#include <string>
+#include <vector>
+
+namespace tarvik {
+
+/// The running program: its own folder where the user may write there, else a folder for the user's
+/// data.
+class LinuxProgram : public Program {
+public:
+    /// `arguments` without the program's name.
+    explicit LinuxProgram(const std::vector<std::string>& arguments);
+
+    std::string folder() override { return folder_; }
+    char pathSeparator() override { return '/'; }
+    std::string commandLine() override { return commandLine_; }
+
+private:
+    std::string folder_;
+    std::string commandLine_;
+};
+
+/// Arguments as one text: those that hold a blank, or nothing, stand in double quotes.
+std::string joinedArguments(const std::vector<std::string>& arguments);
+
+/// The folder for the user's data of this program; it need not exist.
+std::string userDataFolder();
+
+/// The user's own folder; "/" for a user without one.
+std::string homeFolder();
+
+} // namespace tarvik
