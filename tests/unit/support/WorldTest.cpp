@@ -17,8 +17,7 @@ void WorldTest::expectBox(std::string text, MsgBoxButtons buttons, MsgBoxIcon ic
     machine.desktop.expect({std::move(text), buttons, icon, answer, std::move(meanwhile)});
 }
 
-void WorldTest::expectError(const std::string& numberAndDescription,
-                            const std::string& procedure) {
+void WorldTest::expectError(const std::string& numberAndDescription, const std::string& procedure) {
     expectFailure("Error " + numberAndDescription + "\roccured in function \"" + procedure +
                   "\".\rPlease contact the author for support.");
 }
