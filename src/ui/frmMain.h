@@ -54,19 +54,16 @@ public:
                         "lblMonitoring",
                         {.caption = "Monitoring: inactive",
                          .toolTip = "This shows the status of the monitoring activity"}};
-    ComboBox cboConnections{*this,
-                            "cboConnections",
-                            {.toolTip = "This shows the connections that have been detected",
-                             .accessibleName = "Available connections"}};
+    ComboBox cboConnections{
+        *this, "cboConnections", {.toolTip = "This shows the connections that have been detected"}};
     Label lblAvailableConnections{
         *this,
         "lblAvailableConnections",
         {.caption = "Available connection(s):", .mnemonic = 'A', .labelled = &cboConnections}};
-    TextBox txtActiveConnection{*this,
-                                "txtActiveConnection",
-                                {.toolTip = "This shows the currently active connection (if any)",
-                                 .accessibleName = "Active connection",
-                                 .readOnly = true}};
+    TextBox txtActiveConnection{
+        *this,
+        "txtActiveConnection",
+        {.toolTip = "This shows the currently active connection (if any)", .readOnly = true}};
     Label lblActiveConnection{
         *this,
         "lblActiveConnection",

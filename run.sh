@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds the program and opens it on a simulated dial-up link. Without a
+# display it plays one whole session on a virtual one and leaves a picture and the INI file in out/.
+set -euo pipefail
+cd "$(dirname "$(readlink -f "$0")")"
+# shellcheck source=scripts/packages.sh
+. scripts/packages.sh
+
+# shellcheck disable=SC2086
+install_missing $packages_build
+cmake --preset release -DTARVIK_TESTS=OFF -DTARVIK_BENCH=OFF >/dev/null
+cmake --build --preset release --target tarvik-demo
+
+if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+    exec build/release/bin/tarvik-demo "$@"
+fi
+echo "There is no display: a virtual one is used, and the session plays by itself."
+# shellcheck disable=SC2086
+install_missing $packages_display
+exec /usr/bin/python3 scripts/play_session.py build/release/bin/tarvik-demo out

@@ -1,0 +1,289 @@
+"""A virtual desktop and the program on it, driven and read through accessibility as a person with a
+screen reader would use it."""
+
+import os
+import pathlib
+import shutil
+import signal
+import subprocess
+import tempfile
+import time
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi  # noqa: E402
+
+DEADLINE = 20.0
+
+
+class Failure(AssertionError):
+    """The program did not do what was waited for."""
+
+
+def wait_for(what, condition, deadline=DEADLINE):
+    """The first true answer of the condition; fails when it does not come in time."""
+    end = time.monotonic() + deadline
+    while True:
+        try:
+            answer = condition()
+        except Exception:  # a widget that has just gone
+            answer = None
+        if answer:
+            return answer
+        if time.monotonic() > end:
+            raise Failure("waited in vain for " + what)
+        time.sleep(0.03)
+
+
+class Desktop:
+    """A display with a window manager and a session bus of its own; end it with close()."""
+
+    def __init__(self, screen="1000x700x24"):
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="tarvik-desktop-"))
+        self.processes = []
+        self.environment = {
+            key: value
+            for key, value in os.environ.items()
+            if not key.startswith(("XDG_", "DBUS_", "QT_", "LC_", "DISPLAY", "WAYLAND_"))
+        }
+        for name in ("runtime", "home"):
+            (self.folder / name).mkdir(mode=0o700)
+        self.environment.update(
+            HOME=str(self.folder / "home"),
+            XDG_RUNTIME_DIR=str(self.folder / "runtime"),
+            LC_ALL="C.UTF-8",
+            QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
+            TARVIK_TEST_IDS="1",
+        )
+        self._start_display(screen)
+        self._start_bus()
+        # The accessibility library reads these when it is first used.
+        os.environ["DISPLAY"] = self.environment["DISPLAY"]
+        os.environ["DBUS_SESSION_BUS_ADDRESS"] = self.environment["DBUS_SESSION_BUS_ADDRESS"]
+        os.environ["XDG_RUNTIME_DIR"] = self.environment["XDG_RUNTIME_DIR"]
+        self._start(["openbox"])
+
+    def _start(self, command, **options):
+        process = subprocess.Popen(
+            command,
+            env=self.environment,
+            stdout=options.pop("stdout", subprocess.DEVNULL),
+            stderr=subprocess.DEVNULL,
+            **options,
+        )
+        self.processes.append(process)
+        return process
+
+    def _start_display(self, screen):
+        read_end, write_end = os.pipe()
+        self._start(
+            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", screen, "-nolisten", "tcp"],
+            pass_fds=[write_end],
+        )
+        os.close(write_end)
+        with os.fdopen(read_end) as answer:
+            number = answer.readline().strip()
+        if not number:
+            raise Failure("the virtual display did not start")
+        self.environment["DISPLAY"] = ":" + number
+
+    def _start_bus(self):
+        bus = self._start(
+            ["dbus-daemon", "--session", "--print-address", "--nofork"], stdout=subprocess.PIPE
+        )
+        address = bus.stdout.readline().decode().strip()
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
+
+    def screenshot(self, path):
+        subprocess.run(
+            ["import", "-silent", "-window", "root", str(path)], env=self.environment, check=True
+        )
+
+    def close(self):
+        for process in reversed(self.processes):
+            process.terminate()
+        for process in self.processes:
+            try:
+                process.wait(5)
+            except subprocess.TimeoutExpired:
+                process.kill()
+                process.wait()
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+
+class Program:
+    """One running copy of the program."""
+
+    def __init__(self, desktop, executable, *arguments, **environment):
+        self.desktop = desktop
+        self.process = subprocess.Popen(
+            [str(executable), *arguments],
+            env={**desktop.environment, **environment},
+            stdout=subprocess.DEVNULL,
+            stderr=subprocess.PIPE,
+        )
+
+    # What is on the screen ------------------------------------------------------------------
+
+    def _application(self):
+        root = Atspi.get_desktop(0)
+        for index in range(root.get_child_count()):
+            child = root.get_child_at_index(index)
+            if child is not None and child.get_process_id() == self.process.pid:
+                return child
+        return None
+
+    def _walk(self, node):
+        yield node
+        for index in range(min(node.get_child_count(), 200)):
+            child = node.get_child_at_index(index)
+            if child is not None:
+                yield from self._walk(child)
+
+    def _find(self, name):
+        application = self._application()
+        if application is None:
+            return None
+        application.clear_cache()
+        for node in self._walk(application):
+            if node.get_description() == "id:" + name:
+                return node
+        return None
+
+    def find(self, name):
+        """The widget of that control name."""
+        return wait_for("the control " + name, lambda: self._find(name))
+
+    def is_there(self, name):
+        return self._find(name) is not None
+
+    def text(self, name):
+        """The text of a box, the caption of a label or button, the chosen entry of a list."""
+        node = self.find(name)
+        if "Text" in node.get_interfaces() and node.get_role_name() == "text":
+            return Atspi.Text.get_text(node, 0, Atspi.Text.get_character_count(node))
+        return node.get_name()
+
+    def name(self, name):
+        return self.find(name).get_name()
+
+    def is_enabled(self, name):
+        return self.find(name).get_state_set().contains(Atspi.StateType.SENSITIVE)
+
+    def is_showing(self, name):
+        node = self._find(name)
+        return node is not None and node.get_state_set().contains(Atspi.StateType.SHOWING)
+
+    def wait_text(self, name, wanted):
+        """Waits until the text is this one, or fits the function."""
+        fits = wanted if callable(wanted) else lambda text: text == wanted
+
+        def check():
+            text = self.text(name)
+            return (text or " ") if fits(text) else None
+
+        return wait_for("another text of " + name, check)
+
+    # What the user does ---------------------------------------------------------------------
+
+    @staticmethod
+    def _act(node):
+        Atspi.Action.do_action(node, 0)
+
+    def press(self, name):
+        self._act(self.find(name))
+
+    def choose(self, name, entry):
+        """Opens a list with a click and chooses an entry with the keyboard."""
+        entries = [
+            node.get_name() for node in self._walk(self.find(name))
+            if node.get_role_name() == "list item"
+        ]
+        if entry not in entries:
+            raise Failure("no entry %s in %s" % (entry, entries))
+        self.click(name)
+        wait_for("the open list", lambda: self._open_list(name))
+        self.key("Home", *["Down"] * entries.index(entry), "Return")
+        self.wait_text(name, entry)
+
+    def _open_list(self, name):
+        for node in self._walk(self.find(name)):
+            if node.get_role_name() == "list item":
+                return node.get_state_set().contains(Atspi.StateType.SHOWING)
+        return False
+
+    def click(self, name):
+        """A real click in the middle of the control."""
+        area = self.find(name).get_extents(Atspi.CoordType.SCREEN)
+        place = [str(area.x + area.width // 2), str(area.y + area.height // 2)]
+        subprocess.run(
+            ["xdotool", "mousemove", *place, "click", "1"],
+            env=self.desktop.environment,
+            check=True,
+        )
+
+    def key(self, *keys):
+        subprocess.run(["xdotool", "key", *keys], env=self.desktop.environment, check=True)
+
+    # Message boxes --------------------------------------------------------------------------
+
+    def _box(self):
+        box = self._find("msgBox")
+        return box if box is not None and self.is_showing("msgBox") else None
+
+    def box_text(self):
+        """The text of the open message box."""
+
+        def read():
+            box = self._box()
+            if box is None:
+                return None
+            for node in self._walk(box):
+                if node.get_role_name() == "label" and node.get_name():
+                    return node.get_name()
+            return None
+
+        return wait_for("a message box", read)
+
+    def answer(self, button):
+        """Presses a button of the open box and waits until that box has gone."""
+        box = wait_for("a message box", self._box)
+
+        def find_button():
+            for node in self._walk(box):
+                if node.get_role_name() == "push button":
+                    if node.get_name().replace("&", "") == button:
+                        return node
+            return None
+
+        text = self.box_text()
+        self._act(wait_for("the button " + button, find_button))
+        wait_for("the box to go", lambda: self._box() is None or self.box_text() != text)
+
+    def expect_box(self, text, button):
+        """Checks the open box to the letter and answers it."""
+        shown = self.box_text()
+        if shown != text:
+            raise Failure("the box says\n%s\ninstead of\n%s" % (shown, text))
+        self.answer(button)
+
+    # The process ----------------------------------------------------------------------------
+
+    def end(self, number=signal.SIGTERM, deadline=DEADLINE):
+        """Sends a signal and gives the exit code."""
+        self.process.send_signal(number)
+        return self.process.wait(deadline)
+
+    def wait_exit(self, deadline=DEADLINE):
+        return self.process.wait(deadline)
+
+    def running(self):
+        return self.process.poll() is None
+
+    def stop(self):
+        """Makes sure that nothing is left of it."""
+        if self.running():
+            self.process.kill()
+        self.process.wait()
+        self.process.stderr.close()
