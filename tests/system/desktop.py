@@ -100,6 +100,14 @@ class Desktop:
             ["import", "-silent", "-window", "root", str(path)], env=self.environment, check=True
         )
 
+    def is_iconic(self, title):
+        """True when the window of that title is minimised."""
+        answer = subprocess.run(
+            ["xprop", "-name", title, "WM_STATE"],
+            env=self.environment, capture_output=True, text=True, check=False,
+        )
+        return "Iconic" in answer.stdout
+
     def close(self):
         for process in reversed(self.processes):
             process.terminate()
@@ -234,17 +242,16 @@ class Program:
 
     def box_text(self):
         """The text of the open message box."""
+        return wait_for("a message box", self._box_text)
 
-        def read():
-            box = self._box()
-            if box is None:
-                return None
-            for node in self._walk(box):
-                if node.get_role_name() == "label" and node.get_name():
-                    return node.get_name()
+    def _box_text(self):
+        box = self._box()
+        if box is None:
             return None
-
-        return wait_for("a message box", read)
+        for node in self._walk(box):
+            if node.get_role_name() == "label" and node.get_name():
+                return node.get_name()
+        return None
 
     def answer(self, button):
         """Presses a button of the open box and waits until that box has gone."""
@@ -259,7 +266,7 @@ class Program:
 
         text = self.box_text()
         self._act(wait_for("the button " + button, find_button))
-        wait_for("the box to go", lambda: self._box() is None or self.box_text() != text)
+        wait_for("the box to go", lambda: self._box_text() != text)
 
     def expect_box(self, text, button):
         """Checks the open box to the letter and answers it."""

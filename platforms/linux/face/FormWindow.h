@@ -11,7 +11,7 @@
 namespace tarvik::face {
 
 /// The window of one form, or, for a form without a layout, only its timers.
-class FormWindow : public QWidget, public FormView {
+class FormWindow final : public QWidget, public FormView {
 public:
     FormWindow(Form& form, FaceContext& context);
     ~FormWindow() override;

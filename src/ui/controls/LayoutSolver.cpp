@@ -81,8 +81,6 @@ public:
             return metrics_.measure(*node.control, node.characters, node.lines);
         case Type::Row:
         case Type::Column:
-            return {totalOf(columnsOf(node), metrics_.horizontalGap),
-                    totalOf(rowsOf(node), metrics_.verticalGap)};
         case Type::Grid:
             return {totalOf(columnsOf(node), metrics_.horizontalGap),
                     totalOf(rowsOf(node), metrics_.verticalGap)};

@@ -1,0 +1,110 @@
+"""What the tests of the built program share: a fresh copy of it for each test on one desktop."""
+
+import atexit
+import os
+import pathlib
+import shutil
+import tempfile
+import unittest
+
+from desktop import Desktop, Program
+
+EXECUTABLE = os.environ.get("TARVIK_DEMO", "build/debug/bin/tarvik-demo")
+LOCK_WARNING = 'Warning: Unable to set "IsLocked"-flag in INI-file!'
+FIRST_RUN_WARNING = "Warning: Old settings could not be loaded.\nAssuming first run."
+INSTANCE_QUESTION = (
+    "Warning: Another instance of Velmars Tarvik seems to be running.\n"
+    "Are you sure that you want to start another instance?\n"
+    "(This could cause the protocol file to become corrupt!)"
+)
+STOP_QUESTION = (
+    "Warning: An active connection has been detected.\n"
+    "If monitoring is stopped the transfer of this connection\n"
+    "will no longer be recorded.\n"
+    "Press OK to stop monitoring now."
+)
+QUIT_REFUSED = (
+    "Warning: Monitoring is still active.\nPlease de-activate monitoring before quit."
+)
+SETTINGS = [
+    "UnitTransferCurrent", "UnitTransferTotal", "TransferLimit", "TransferLimitValue",
+    "DurationLimit", "DurationLimitHr", "DurationLimitMin", "TransferLimitWarning",
+    "TransferLimitHangUp", "TransferResetEnable", "TransferReset", "TransferResetBackup",
+    "TransferResetLast", "StartUpMinimise", "StartUpRunMonitoring", "RefreshInterval",
+    "LogIPAddress", "TransferTicker", "TransferTickerValue",
+]
+
+
+_desktops = []
+
+
+class ProgramTest(unittest.TestCase):
+    """A test with a folder of its own that holds the program; a failure leaves a picture."""
+
+    @property
+    def desktop(self):
+        """One for all tests: the accessibility library stays with the bus it met first."""
+        if not _desktops:
+            _desktops.append(Desktop())
+            atexit.register(_desktops[0].close)
+        return _desktops[0]
+
+    def setUp(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="tarvik-test-"))
+        self.executable = pathlib.Path(shutil.copy(EXECUTABLE, self.folder))
+        self.programs = []
+
+    def tearDown(self):
+        outcome = self._outcome.result if hasattr(self._outcome, "result") else None
+        if outcome is not None and any(test is self for test, _ in outcome.errors + outcome.failures):
+            picture = pathlib.Path(tempfile.gettempdir()) / (self.id() + ".png")
+            self.desktop.screenshot(picture)
+            print("picture of the failure: %s" % picture)
+        for program in self.programs:
+            program.stop()
+        self.folder.chmod(0o755)
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    @property
+    def ini(self):
+        return self.folder / "Tarvik.ini"
+
+    def read_ini(self):
+        return self.ini.read_text(encoding="utf-8")
+
+    def write_ini(self, text="[Settings]\nRefreshInterval=200\n"):
+        self.ini.write_text(text, encoding="utf-8", newline="")
+
+    def start(self, *arguments, **environment):
+        program = Program(self.desktop, self.executable, *arguments, **environment)
+        self.programs.append(program)
+        return program
+
+    def start_quietly(self, *arguments, **environment):
+        """Starts on an INI file, so that no box comes, and waits for the window."""
+        if not self.ini.exists():
+            self.write_ini()
+        program = self.start(*arguments, **environment)
+        program.find("cmdQuit")
+        return program
+
+    def connect(self, program, entry="Ridge DSL"):
+        """Starts monitoring if need be, dials, and waits for the first bytes."""
+        if program.text("lblMonitoring") != "Monitoring: active":
+            program.press("cmdMonitor")
+        program.choose("cboConnections", entry)
+        program.press("cmdConnect")
+        program.wait_text("txtActiveConnection", lambda text: entry in text)
+        program.wait_text("txtBytesRcvd", lambda text: text != "0")
+
+    def quit(self, program):
+        program.press("cmdQuit")
+        self.assertEqual(program.wait_exit(), 0)
+
+
+def keys_of(text, section):
+    """The keys of a section in file order, with their values."""
+    lines = text.splitlines()
+    begin = lines.index("[" + section + "]") + 1
+    end = next((i for i in range(begin, len(lines)) if lines[i].startswith("[")), len(lines))
+    return dict(line.split("=", 1) for line in lines[begin:end] if "=" in line)
