@@ -8,15 +8,17 @@ namespace tarvik {
 
 namespace {
 
-/// The key that a line of a replaced section names; empty for none.
-std::string_view keyOfLine(std::string_view line) {
-    const std::size_t equals = line.find('=');
-    return equals == std::string_view::npos ? std::string_view()
-                                            : trimBlanks(line.substr(0, equals));
+std::string lineOf(std::string_view key, std::string_view value) {
+    return std::string(key).append("=").append(value);
 }
 
-bool endsLine(std::string_view text) {
-    return text.empty() || text.back() == '\n' || text.back() == '\r';
+/// The lines in one text, each with that line end.
+std::string joined(const std::vector<std::string>& lines, std::string_view lineEnd) {
+    std::string text;
+    for (const std::string& line : lines) {
+        text.append(line).append(lineEnd);
+    }
+    return text;
 }
 
 /// Replaces `[from, to)` of the old text by a new part.
@@ -24,6 +26,7 @@ struct Splice {
     std::uint32_t from = 0;
     std::uint32_t to = 0;
     std::string part;
+    bool wholeLines = true; ///< the part begins a line, so the text before it must end one
 };
 
 /// Collects the splices for one old text and puts the new one together.
@@ -32,80 +35,66 @@ public:
     Composer(const ProfileText& text, std::string_view lineEnd) : text_(text), lineEnd_(lineEnd) {}
 
     void replaceSection(const ProfileSection& section, const std::vector<std::string>& lines) {
-        const std::string_view end = lineEndAt(section.bodyBegin);
-        std::string body = openingLineEnd(section.bodyBegin, end);
-        for (const std::string& line : lines) {
-            body += line;
-            body += end;
-        }
-        splices_.push_back({section.bodyBegin, text_.endOfKeys(section), std::move(body)});
+        splices_.push_back({section.bodyBegin, text_.endOfKeys(section),
+                            joined(lines, lineEndAt(section.bodyBegin))});
     }
 
     void writeKeys(const ProfileSection& section,
                    const std::vector<std::pair<std::string, std::string>>& keys) {
         const std::uint32_t place = text_.endOfKeys(section);
-        const std::string_view end = lineEndAt(place);
-        std::string appended;
+        std::vector<std::string> added;
         for (const auto& [key, value] : keys) {
             if (const auto found = text_.key(section, key)) {
-                splices_.push_back({found->valueBegin, found->valueEnd, value});
+                const std::uint32_t begin = text_.offsetOf(found->value);
+                const auto length = static_cast<std::uint32_t>(found->value.size());
+                splices_.push_back({begin, begin + length, value, false});
             } else {
-                appended += key + "=" + value;
-                appended += end;
+                added.push_back(lineOf(key, value));
             }
         }
-        if (!appended.empty()) {
-            splices_.push_back({place, place, openingLineEnd(place, end) + appended});
-        }
+        splices_.push_back({place, place, joined(added, lineEndAt(place))});
     }
 
     void addSection(const std::string& name, const std::vector<std::string>& lines) {
-        const std::string_view end = lineEndAt(size());
-        if (tail_.empty() && !onlyMark()) {
-            tail_ = openingLineEnd(size(), end);
-        }
-        tail_ += "[" + name + "]";
-        tail_ += end;
-        for (const std::string& line : lines) {
-            tail_ += line;
-            tail_ += end;
-        }
+        tail_.push_back("[" + name + "]");
+        tail_.insert(tail_.end(), lines.begin(), lines.end());
     }
 
     ProfilePieces pieces() && {
+        // Where two go to one place, an empty last value and what follows it, the order stays.
         std::stable_sort(splices_.begin(), splices_.end(),
                          [](const Splice& a, const Splice& b) { return a.from < b.from; });
         ProfilePieces result;
         std::uint32_t at = 0;
         for (Splice& splice : splices_) {
-            result.keep(text_.bytes().substr(at, splice.from - at));
+            result.keep(slice(text_.bytes(), {at, splice.from}));
+            if (splice.wholeLines && !splice.part.empty()) {
+                result.endLine(lineEndAt(splice.from));
+            }
             result.add(std::move(splice.part));
             at = splice.to;
         }
         result.keep(text_.bytes().substr(at));
-        result.add(std::move(tail_));
+        if (!tail_.empty()) {
+            result.endLine(lineEndAt(size()));
+            const std::string_view end = result.lineEnd();
+            result.add(joined(tail_, end.empty() ? lineEndAt(size()) : end));
+        }
         return result;
     }
 
 private:
     std::uint32_t size() const { return static_cast<std::uint32_t>(text_.bytes().size()); }
 
-    bool onlyMark() const { return text_.bytes() == "\xEF\xBB\xBF"; }
-
     std::string_view lineEndAt(std::uint32_t offset) const {
         const std::string_view found = text_.lineEndBefore(offset);
         return found.empty() ? lineEnd_ : found;
     }
 
-    /// A line end where the text before the offset lacks one.
-    std::string openingLineEnd(std::uint32_t offset, std::string_view end) const {
-        return std::string(endsLine(text_.bytes().substr(0, offset)) ? "" : end);
-    }
-
     const ProfileText& text_;
     std::string_view lineEnd_;
     std::vector<Splice> splices_;
-    std::string tail_;
+    std::vector<std::string> tail_; ///< lines of new sections
 };
 
 } // namespace
@@ -119,6 +108,17 @@ void ProfilePieces::keep(std::string_view part) {
 void ProfilePieces::add(std::string part) {
     if (!part.empty()) {
         parts_.emplace_back(added_.emplace_back(std::move(part)));
+    }
+}
+
+std::string_view ProfilePieces::lineEnd() const {
+    return parts_.empty() ? std::string_view() : trailingLineEnd(parts_.back());
+}
+
+void ProfilePieces::endLine(std::string_view lineEnd) {
+    const bool nothing = parts_.empty() || (parts_.size() == 1 && parts_.front() == utf8Mark);
+    if (!nothing && this->lineEnd().empty()) {
+        parts_.push_back(lineEnd);
     }
 }
 
@@ -140,16 +140,7 @@ void ProfileEdits::writeKey(std::string_view section, std::string_view key,
                             std::string_view value) {
     Section& edited = touch(section);
     if (edited.lines) {
-        const std::string line = std::string(key) + "=" + std::string(value);
-        const auto same =
-            std::find_if(edited.lines->begin(), edited.lines->end(), [&](const std::string& other) {
-                return equalWithoutCase(keyOfLine(other), key);
-            });
-        if (same == edited.lines->end()) {
-            edited.lines->push_back(line);
-        } else {
-            *same = line;
-        }
+        writeLine(*edited.lines, key, value);
         return;
     }
     const auto same = std::find_if(edited.keys.begin(), edited.keys.end(), [&](const auto& entry) {
@@ -160,6 +151,19 @@ void ProfileEdits::writeKey(std::string_view section, std::string_view key,
     } else {
         same->second = value;
     }
+}
+
+/// The same as in a file: the first line with the key gets the value, or the key is added.
+void ProfileEdits::writeLine(std::vector<std::string>& lines, std::string_view key,
+                             std::string_view value) {
+    for (std::string& line : lines) {
+        const auto found = keyOfLine(line);
+        if (found && equalWithoutCase(found->name, key)) {
+            line.replace(line.size() - found->value.size(), std::string::npos, value);
+            return;
+        }
+    }
+    lines.push_back(lineOf(key, value));
 }
 
 void ProfileEdits::writeSection(std::string_view section, std::vector<std::string> lines) {
@@ -176,8 +180,9 @@ std::optional<std::optional<std::string_view>> ProfileEdits::value(std::string_v
     }
     if (edited->lines) {
         for (const std::string& line : *edited->lines) {
-            if (equalWithoutCase(keyOfLine(line), key)) {
-                return strippedValue(std::string_view(line).substr(line.find('=') + 1));
+            const auto found = keyOfLine(line);
+            if (found && equalWithoutCase(found->name, key)) {
+                return strippedValue(found->value);
             }
         }
         return std::optional<std::string_view>();
@@ -201,7 +206,7 @@ ProfilePieces ProfileEdits::applied(const ProfileText& text, std::string_view li
         } else {
             std::vector<std::string> lines = edited.lines.value_or(std::vector<std::string>());
             for (const auto& [key, value] : edited.keys) {
-                lines.push_back(key + "=" + value);
+                lines.push_back(lineOf(key, value));
             }
             composer.addSection(edited.name, lines);
         }

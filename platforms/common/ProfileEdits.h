@@ -17,6 +17,11 @@ class ProfilePieces {
 public:
     void keep(std::string_view part);
     void add(std::string part);
+    /// The line end that what is there so far ends with; empty for none.
+    std::string_view lineEnd() const;
+    /// Ends the line that what is there so far leaves open, if there is more than a text's mark.
+    /// The line end is kept as a view.
+    void endLine(std::string_view lineEnd);
     const std::vector<std::string_view>& parts() const { return parts_; }
 
 private:
@@ -49,6 +54,8 @@ private:
         std::vector<std::pair<std::string, std::string>> keys; ///< otherwise
     };
 
+    static void writeLine(std::vector<std::string>& lines, std::string_view key,
+                          std::string_view value);
     Section& touch(std::string_view name);
     const Section* find(std::string_view name) const;
 

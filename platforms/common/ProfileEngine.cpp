@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <new>
+#include <utility>
 
 namespace tarvik {
 
 namespace {
 
+/// A NUL counts too: the texts of these operations end there.
 bool hasLineBreak(std::string_view text) {
     return text.find_first_of(std::string_view("\r\n\0", 3)) != std::string_view::npos;
 }
@@ -23,16 +25,29 @@ bool writableKey(std::string_view key) {
 
 bool writableLine(std::string_view line) {
     const std::string_view text = trimBlanks(line);
-    return !text.empty() && text.front() != '[' && !hasLineBreak(line);
+    return !text.empty() && text.front() != '[' && text.front() != '=' && !hasLineBreak(line);
 }
 
-/// Cuts a list of NUL-ended texts that an empty one closes.
+/// Takes the first of a list of NUL-ended texts that an empty one closes; empty at the end.
+std::string_view takeLine(std::string_view& lines) {
+    const std::string_view line = lines.substr(0, lines.find('\0'));
+    lines.remove_prefix(std::min(line.size() + 1, lines.size()));
+    return line;
+}
+
+bool writableLines(std::string_view lines) {
+    for (std::string_view line = takeLine(lines); !line.empty(); line = takeLine(lines)) {
+        if (!writableLine(line)) {
+            return false;
+        }
+    }
+    return true;
+}
+
 std::vector<std::string> cutLines(std::string_view lines) {
     std::vector<std::string> result;
-    while (!lines.empty() && lines.front() != '\0') {
-        const std::size_t end = std::min(lines.find('\0'), lines.size());
-        result.emplace_back(lines.substr(0, end));
-        lines.remove_prefix(std::min(end + 1, lines.size()));
+    for (std::string_view line = takeLine(lines); !line.empty(); line = takeLine(lines)) {
+        result.emplace_back(line);
     }
     return result;
 }
@@ -86,10 +101,7 @@ void ProfileEngine::forget() {
 
 bool ProfileEngine::load(const std::string& file) {
     const bool inMemory = text_ != nullptr && file_ == file;
-    if (inMemory && ((updating_ && file == updateFile_) || files_.stamp(file) == stamp_)) {
-        return true;
-    }
-    return reload(file);
+    return (inMemory && files_.stamp(file) == stamp_) || reload(file);
 }
 
 bool ProfileEngine::reload(const std::string& file) {
@@ -119,6 +131,9 @@ std::optional<std::string_view> ProfileEngine::find(std::string_view section, st
                                                     const std::string& file) {
     section = trimBlanks(section);
     key = trimBlanks(key);
+    if (section.empty() || key.empty()) {
+        return std::nullopt;
+    }
     if (updating_ && file == updateFile_) {
         if (const auto edited = edits_.value(section, key)) {
             return *edited;
@@ -132,7 +147,7 @@ std::optional<std::string_view> ProfileEngine::find(std::string_view section, st
         return std::nullopt;
     }
     const auto line = text_->key(*found, key);
-    return line ? std::optional(text_->value(*line)) : std::nullopt;
+    return line ? std::optional(strippedValue(line->value)) : std::nullopt;
 }
 
 std::uint32_t ProfileEngine::GetPrivateProfileStringA(std::string_view section,
@@ -175,12 +190,9 @@ bool ProfileEngine::write(const std::string& file, Edit&& edit) {
             return true;
         }
         // A write to another file must not carry the collected ones along.
-        ProfileEdits collected;
-        std::swap(collected, edits_);
-        edit(edits_);
-        const bool written = commit(file);
-        std::swap(collected, edits_);
-        return written;
+        ProfileEdits single;
+        edit(single);
+        return commit(file, single);
     } catch (const std::bad_alloc&) {
         forget();
         return false;
@@ -200,38 +212,41 @@ bool ProfileEngine::WritePrivateProfileStringA(std::string_view section, std::st
 bool ProfileEngine::WritePrivateProfileSectionA(std::string_view section, std::string_view lines,
                                                 const std::string& file) {
     section = trimBlanks(section);
-    std::vector<std::string> cut = cutLines(lines);
-    if (!writableSection(section) || !std::all_of(cut.begin(), cut.end(), writableLine)) {
+    if (!writableSection(section) || !writableLines(lines)) {
         return false;
     }
-    return write(file, [&](ProfileEdits& edits) { edits.writeSection(section, std::move(cut)); });
+    return write(file, [&](ProfileEdits& edits) { edits.writeSection(section, cutLines(lines)); });
 }
 
 void ProfileEngine::beginUpdate(const std::string& file) {
     edits_.clear();
-    updateFile_ = file;
-    updating_ = true;
+    updating_ = false;
+    try {
+        updateFile_ = file;
+        updating_ = true;
+    } catch (const std::bad_alloc&) {
+        // Without an update every write goes to the file by itself.
+        updateFile_.clear();
+    }
 }
 
 bool ProfileEngine::commitUpdate() {
     updating_ = false;
+    const ProfileEdits edits = std::exchange(edits_, ProfileEdits());
     try {
-        const bool written = edits_.empty() || commit(updateFile_);
-        edits_.clear();
-        return written;
+        return edits.empty() || commit(updateFile_, edits);
     } catch (const std::bad_alloc&) {
-        edits_.clear();
         forget();
         return false;
     }
 }
 
-bool ProfileEngine::commit(const std::string& file) {
+bool ProfileEngine::commit(const std::string& file, const ProfileEdits& edits) {
     // What another program wrote since the text was read is kept: the edits go on top of it.
     if (!load(file)) {
         return false;
     }
-    const ProfilePieces pieces = edits_.applied(*text_, lineEnd_);
+    const ProfilePieces pieces = edits.applied(*text_, lineEnd_);
     const bool written = !files_.replace(file, pieces.parts()).has_value();
     forget();
     return written;

@@ -41,7 +41,7 @@ private:
                                          const std::string& file);
     template <class Edit>
     bool write(const std::string& file, Edit&& edit);
-    bool commit(const std::string& file);
+    bool commit(const std::string& file, const ProfileEdits& edits);
 
     Files& files_;
     std::string lineEnd_;

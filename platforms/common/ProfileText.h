@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/NameIndex.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -9,47 +11,45 @@
 
 namespace tarvik {
 
-/// A line of a profile's text as offsets; `end` is before its line end, `next` after it.
-struct ProfileLine {
-    std::uint32_t begin = 0;
-    std::uint32_t end = 0;
-    std::uint32_t next = 0;
-};
+/// Three bytes that some editors put before a UTF-8 text.
+inline constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
 
-/// A `[name]` line and what follows it up to the next one, as offsets.
+/// What follows a `[name]` line up to the next one, as offsets.
 struct ProfileSection {
-    std::uint32_t nameBegin = 0;
-    std::uint32_t nameEnd = 0;
     std::uint32_t bodyBegin = 0;
     std::uint32_t bodyEnd = 0;
 };
 
-/// A `key=value` line, as offsets; the value is not yet stripped.
+/// A `key=value` line. The value is everything behind the first `=`, not yet stripped.
 struct ProfileKey {
-    std::uint32_t keyBegin = 0;
-    std::uint32_t keyEnd = 0;
-    std::uint32_t valueBegin = 0;
-    std::uint32_t valueEnd = 0;
+    std::string_view name;
+    std::string_view value;
 };
 
 /// The text of a private-profile file with an index of its sections and, for long sections, of
-/// their keys. Nothing is copied out of the text. Lines end with CR LF, LF or CR.
+/// their keys. Nothing is copied out of the text. Lines end with CR LF, LF or CR; a section's name
+/// reaches to the last `]` of its line; a UTF-8 mark at the start is skipped.
 class ProfileText {
 public:
     /// Longest text that can be indexed, bytes.
     static constexpr std::size_t longest = 0xFFFFFFF0;
 
     explicit ProfileText(std::string bytes);
+    ProfileText(const ProfileText&) = delete;
+    ProfileText& operator=(const ProfileText&) = delete;
 
     std::string_view bytes() const { return bytes_; }
 
     /// The first section of that name, without regard to case; null when there is none.
     const ProfileSection* section(std::string_view name) const;
 
-    /// The first key of that name in the section, without regard to case.
+    /// The first key of that name in the section, without regard to case, as views of `bytes()`.
     std::optional<ProfileKey> key(const ProfileSection& section, std::string_view name) const;
 
-    std::string_view value(const ProfileKey& key) const;
+    /// Where a view of `bytes()` begins.
+    std::uint32_t offsetOf(std::string_view part) const {
+        return static_cast<std::uint32_t>(part.data() - bytes_.data());
+    }
 
     /// Where a new key goes: after the last line of the section that is not blank.
     std::uint32_t endOfKeys(const ProfileSection& section) const;
@@ -58,33 +58,40 @@ public:
     /// the text has none at all.
     std::string_view lineEndBefore(std::uint32_t offset) const;
 
-    /// The text begins with the mark of a form that is not one byte a character.
+    /// The text begins with the mark of a form that is not one byte a character. Such a text has no
+    /// sections.
     bool isWide() const;
 
 private:
-    /// Offsets found by the hash of a name: open addressing, 0 is an empty place.
-    struct Index {
-        std::vector<std::uint32_t> places;
+    /// A line without its line end, and where the next one begins.
+    struct Line {
+        std::string_view text;
+        std::uint32_t next = 0;
     };
 
-    ProfileLine lineAt(std::uint32_t offset, std::uint32_t limit) const;
-    std::optional<ProfileKey> keyOf(const ProfileLine& line) const;
-    std::string_view slice(std::uint32_t begin, std::uint32_t end) const;
+    Line lineAt(std::uint32_t offset, std::uint32_t limit) const;
+    std::uint32_t size() const { return static_cast<std::uint32_t>(bytes_.size()); }
+    TextRange rangeOf(std::string_view part) const;
     void findSections();
-    void indexSections();
-    const Index& keyIndex(const ProfileSection& section) const;
-    void indexKeys(const ProfileSection& section, Index& index) const;
+    void beginSection(std::string_view name, std::uint32_t header, std::uint32_t body);
+    const NameIndex& keyIndex(const ProfileSection& section) const;
 
     std::string bytes_;
     std::vector<ProfileSection> sections_;
-    Index sectionIndex_;
-    mutable std::unordered_map<std::uint32_t, Index> keyIndexes_; ///< by the section's body
+    NameIndex names_;                                                 ///< of the sections
+    mutable std::unordered_map<std::uint32_t, NameIndex> keyIndexes_; ///< by the section's body
 };
 
 /// The text without blanks and tabs around it.
 std::string_view trimBlanks(std::string_view text);
 
+/// The line end that the text ends with; empty for none.
+std::string_view trailingLineEnd(std::string_view text);
+
 /// A value as readers see it: without blanks around it and without one pair of quotes.
 std::string_view strippedValue(std::string_view text);
+
+/// The key that a line holds; nothing for a comment, a line without `=` or with no name before it.
+std::optional<ProfileKey> keyOfLine(std::string_view line);
 
 } // namespace tarvik

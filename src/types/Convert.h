@@ -36,12 +36,14 @@ Currency textToCurrency(std::string_view text, const LocaleData& locale);
 
 /// Reads a date, a time, or both in either order. Numeric fields stand in the order of the locale's
 /// short-date pattern unless the first has four digits (then year, month, day); any of . / - space
-/// or the pattern's own characters separate them; two-digit years are 1930 to 2029. Raises
-/// TypeMismatch for anything that is not a date of the calendar.
+/// or the pattern's own characters separate them; two-digit years are 1930 to 2029. A text that can
+/// be both a date and a time is a date. Raises TypeMismatch for anything that is not a date of the
+/// calendar.
 Date textToDate(std::string_view text, const LocaleData& locale);
 
-/// Thousands separators and a fixed number of decimals, halves rounded away from zero; the decimal
-/// expansion of the value is used, so 0.125 with two decimals is 0.13.
+/// Thousands separators and a fixed number of decimals (0 to 20), halves rounded away from zero;
+/// the decimal expansion of the value is used, so 0.125 with two decimals is 0.13. "NaN", "Inf" and
+/// "-Inf" for what is no number.
 std::string formatGrouped(double value, int decimals, const LocaleData& locale);
 
 /// At least that many digits, filled with zeros; a negative number has a minus before them.

@@ -1,3 +1,4 @@
+#include "types/Blanks.h"
 #include "types/Convert.h"
 
 #include <algorithm>
@@ -8,9 +9,6 @@
 namespace tarvik {
 
 namespace {
-
-/// Spaces of one or more bytes that locales put between groups of thousands.
-constexpr std::array<std::string_view, 4> groupSpaces{" ", "\xC2\xA0", "\xE2\x80\xAF", "\xA0"};
 
 constexpr bool isDigit(char character) {
     return character >= '0' && character <= '9';
@@ -41,8 +39,8 @@ public:
 
 private:
     void skipBlanks() {
-        while (!rest_.empty() && (rest_.front() == ' ' || rest_.front() == '\t')) {
-            rest_.remove_prefix(1);
+        while (const std::size_t blank = leadingBlank(rest_)) {
+            rest_.remove_prefix(blank);
         }
     }
 
@@ -71,20 +69,27 @@ private:
         return true;
     }
 
+    /// The bytes of a group separator at the front, 0 for none. Where groups are set apart by some
+    /// blank, every blank is one.
+    std::size_t leadingSeparator() const {
+        const std::string_view separator = locale_.thousandsSeparator;
+        if (separator.empty() || separator == locale_.decimalSeparator) {
+            return 0;
+        }
+        if (leadingBlank(separator) == separator.size()) {
+            return leadingBlank(rest_);
+        }
+        return rest_.starts_with(separator) ? separator.size() : 0;
+    }
+
     /// A separator counts only between digits: a blank after the number is no part of it.
     bool takeGroupSeparator() {
-        const std::string_view before = rest_;
-        const bool blank = std::find(groupSpaces.begin(), groupSpaces.end(),
-                                     locale_.thousandsSeparator) != groupSpaces.end();
-        const bool taken = blank
-                               ? std::any_of(groupSpaces.begin(), groupSpaces.end(),
-                                             [this](std::string_view space) { return take(space); })
-                               : take(locale_.thousandsSeparator);
-        if (taken && !rest_.empty() && isDigit(rest_.front())) {
-            return true;
+        const std::size_t length = leadingSeparator();
+        if (length == 0 || length >= rest_.size() || !isDigit(rest_[length])) {
+            return false;
         }
-        rest_ = before;
-        return false;
+        rest_.remove_prefix(length);
+        return true;
     }
 
     void readWholePart() {
@@ -233,7 +238,8 @@ std::string toText(Currency value, const LocaleData& locale) {
     const auto bits = static_cast<std::uint64_t>(value.scaled());
     const std::uint64_t magnitude = negative ? 0 - bits : bits;
     constexpr auto scale = static_cast<std::uint64_t>(Currency::scale);
-    std::string text = (negative ? "-" : "") + std::to_string(magnitude / scale);
+    std::string text = negative ? "-" : "";
+    text += std::to_string(magnitude / scale);
     std::string fraction = zeroPadded(static_cast<std::int64_t>(magnitude % scale), 4);
     fraction.erase(fraction.find_last_not_of('0') + 1);
     if (!fraction.empty()) {
@@ -247,6 +253,8 @@ Currency textToCurrency(std::string_view text, const LocaleData& locale) {
 }
 
 std::string formatGrouped(double value, int decimals, const LocaleData& locale) {
+    constexpr int mostDecimals = 20;
+    decimals = std::clamp(decimals, 0, mostDecimals);
     if (!std::isfinite(value)) {
         return std::isnan(value) ? "NaN" : value < 0 ? "-Inf" : "Inf";
     }
@@ -264,7 +272,7 @@ std::string formatGrouped(double value, int decimals, const LocaleData& locale) 
 std::string zeroPadded(std::int64_t value, int digits) {
     std::string text = std::to_string(value);
     const std::size_t sign = value < 0 ? 1 : 0;
-    const auto wanted = static_cast<std::size_t>(digits) + sign;
+    const auto wanted = static_cast<std::size_t>(std::max(digits, 0)) + sign;
     if (text.size() < wanted) {
         text.insert(sign, wanted - text.size(), '0');
     }

@@ -1,6 +1,7 @@
 #include "types/Currency.h"
 
 #include <cmath>
+#include <limits>
 
 namespace tarvik {
 
@@ -19,10 +20,10 @@ Currency Currency::fromWhole(std::int64_t whole) {
 }
 
 Currency Currency::fromDouble(double value) {
-    // 2^63 is the first double beyond the range, in both directions.
+    // 2^63 is the first double above the range and the last one below zero within it.
     constexpr double limit = 9223372036854775808.0;
     const double scaled = value * static_cast<double>(scale);
-    if (!(scaled > -limit && scaled < limit)) {
+    if (!(scaled >= -limit && scaled < limit)) {
         raise(ErrorNumber::Overflow);
     }
     const double floor = std::floor(scaled);

@@ -1,0 +1,40 @@
+#include "types/Text.h"
+#include "types/Blanks.h"
+
+#include <gtest/gtest.h>
+
+namespace tarvik {
+namespace {
+
+TEST(TextTest, TrimsSpacesAndNothingElse) {
+    EXPECT_EQ(trimSpaces("  a b  "), "a b");
+    EXPECT_EQ(trimSpaces("\ta\n"), "\ta\n");
+    EXPECT_EQ(trimSpaces("   "), "");
+    EXPECT_EQ(trimSpaces(""), "");
+}
+
+TEST(TextTest, UpperCaseChangesAsciiLettersOnly) {
+    EXPECT_EQ(upperCase("az{`AZ09\xC3\xA4\xFF"), "AZ{`AZ09\xC3\xA4\xFF");
+}
+
+TEST(TextTest, ComparesWithoutTheCaseOfAsciiLetters) {
+    EXPECT_TRUE(equalWithoutCase("aBz\xC3\xA4", "AbZ\xC3\xA4"));
+    EXPECT_TRUE(equalWithoutCase("", ""));
+    EXPECT_FALSE(equalWithoutCase("\xC3\xA4", "\xC3\x84"));
+    EXPECT_FALSE(equalWithoutCase("a", "ab"));
+    EXPECT_FALSE(equalWithoutCase("@", "`"));
+}
+
+TEST(TextTest, ABlankTakesOneToThreeBytes) {
+    EXPECT_EQ(leadingBlank(" x"), 1U);
+    EXPECT_EQ(leadingBlank("\t"), 1U);
+    EXPECT_EQ(leadingBlank("\xC2\xA0x"), 2U);
+    EXPECT_EQ(leadingBlank("\xE2\x80\xAF"), 3U);
+    EXPECT_EQ(leadingBlank("\xA0"), 1U);
+    EXPECT_EQ(leadingBlank("x "), 0U);
+    EXPECT_EQ(leadingBlank("\xE2\x80"), 0U);
+    EXPECT_EQ(leadingBlank(""), 0U);
+}
+
+} // namespace
+} // namespace tarvik
