@@ -1,6 +1,7 @@
 #include "scripted/ScriptedDesktop.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace tarvik {
 
@@ -97,7 +98,11 @@ public:
     Window(const Window&) = delete;
     Window& operator=(const Window&) = delete;
 
-    void refreshVisibility() override {}
+    void refreshVisibility() override {
+        desktop_.visibilityTold.push_back(form.name() + (form.minimised() ? " minimised"
+                                                         : form.visible() ? " shown"
+                                                                          : " hidden"));
+    }
     void bringToFront() override { desktop_.broughtToFront.push_back(form.name()); }
 
     Form& form;
@@ -107,7 +112,8 @@ private:
     ScriptedDesktop& desktop_;
 };
 
-ScriptedDesktop::ScriptedDesktop() = default;
+ScriptedDesktop::ScriptedDesktop()
+    : fail([](const std::string& what) { throw std::logic_error(what); }) {}
 ScriptedDesktop::~ScriptedDesktop() = default;
 
 void ScriptedDesktop::expect(ExpectedBox box) {
@@ -151,6 +157,10 @@ MsgBoxAnswer ScriptedDesktop::messageBox(const MsgBoxRequest& request) {
     if (ending_) {
         return closingAnswer(request.buttons);
     }
+    if (answerAny) {
+        const Busy busy(busy_);
+        return answerAny(request);
+    }
     const std::string seen = described(request.text, request.buttons, request.icon);
     if (expected_.empty()) {
         fail("Unexpected box: " + seen);
@@ -172,9 +182,17 @@ MsgBoxAnswer ScriptedDesktop::messageBox(const MsgBoxRequest& request) {
     return box.answer;
 }
 
-void ScriptedDesktop::popUpMenu(Menu& menu, Form&) {
+void ScriptedDesktop::popUpMenu(Menu& menu, Form& owner) {
+    menusOpened.push_back(owner.name() + "." + menu.name());
     if (menuChoice >= 0) {
         menu.choose(menuChoice);
+    }
+}
+
+void ScriptedDesktop::processEvents() {
+    ++eventRounds;
+    if (whileProcessing) {
+        whileProcessing();
     }
 }
 
@@ -196,34 +214,23 @@ void ScriptedDesktop::run() {
 void ScriptedDesktop::endSession() {
     ending_ = true;
     for (Form* realised : realisedForms()) {
-        if (form(realised->name()) == realised) {
+        // The end of one form may have withdrawn the next, which may be gone then.
+        if (isRealised(realised)) {
             realised->unload(UnloadMode::AppWindows);
         }
     }
     hasQuit = true;
 }
 
-void ScriptedDesktop::advance(std::uint64_t milliseconds) {
-    const std::uint64_t until = now_ + milliseconds;
-    fireDue(until);
-    now_ = until;
+bool ScriptedDesktop::isRealised(const Form* form) const {
+    return std::any_of(windows_.begin(), windows_.end(),
+                       [&](const auto& window) { return &window->form == form; });
 }
 
-void ScriptedDesktop::fireDue(std::uint64_t until) {
-    while (true) {
-        Recorder* next = nullptr;
-        for (const auto& window : windows_) {
-            for (const auto& view : window->views) {
-                if (view->runs() && view->due() <= until &&
-                    (next == nullptr || view->due() < next->due())) {
-                    next = view.get();
-                }
-            }
-        }
-        if (next == nullptr) {
-            return;
-        }
-        now_ = next->due();
+void ScriptedDesktop::advance(std::uint64_t milliseconds) {
+    const std::uint64_t until = now_ + milliseconds;
+    while (Recorder* next = nextDue(until)) {
+        now_ = std::max(now_, next->due());
         next->restart();
         if (takesInput()) {
             next->timer()->fire();
@@ -231,6 +238,21 @@ void ScriptedDesktop::fireDue(std::uint64_t until) {
             ++ticksDropped;
         }
     }
+    // A handler may have let more time pass by itself.
+    now_ = std::max(now_, until);
+}
+
+ScriptedDesktop::Recorder* ScriptedDesktop::nextDue(std::uint64_t until) const {
+    Recorder* next = nullptr;
+    for (const auto& window : windows_) {
+        for (const auto& view : window->views) {
+            if (view->runs() && view->due() <= until &&
+                (next == nullptr || view->due() < next->due())) {
+                next = view.get();
+            }
+        }
+    }
+    return next;
 }
 
 } // namespace tarvik

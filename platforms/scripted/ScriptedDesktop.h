@@ -28,20 +28,28 @@ public:
     ScriptedDesktop();
     ~ScriptedDesktop() override;
 
-    /// Told of everything that the test did not expect.
+    /// Told of everything that the test did not expect; throws it unless the test sets another.
     std::function<void(const std::string&)> fail;
+    /// Answers every box instead of the announced ones, when it is set.
+    std::function<MsgBoxAnswer(const MsgBoxRequest&)> answerAny;
     /// The caption that every box must have.
     std::string caption = "Velmars Tarvik.";
     /// The entry that a pop-up menu is left with; -1 closes it.
     int menuChoice = -1;
     /// Runs while a blocking call is under way.
     std::function<void()> whileBlocking;
+    /// Runs when the program lets waiting events be handled.
+    std::function<void()> whileProcessing;
 
     std::vector<MsgBoxRequest> boxesShown;
     /// Names of forms in the order in which they were brought to the front.
     std::vector<std::string> broughtToFront;
     /// "frmMain.cmdMonitor" for each change told by a control of a realised form.
     std::vector<std::string> changesTold;
+    /// "frmMain shown", "hidden" or "minimised" for each time a realised form told of it.
+    std::vector<std::string> visibilityTold;
+    /// "frmSysTray.mnuTray" for each menu that was opened.
+    std::vector<std::string> menusOpened;
     int beeps = 0;
     int blockingCalls = 0;
     int eventRounds = 0;
@@ -53,7 +61,7 @@ public:
     /// Fails for every announced box that has not come.
     void verify();
 
-    /// Lets time pass; timers fire in the order in which they are due.
+    /// Lets that many milliseconds pass; timers fire in the order in which they are due.
     void advance(std::uint64_t milliseconds);
 
     /// The realised form of that name; null when there is none.
@@ -71,7 +79,7 @@ public:
     MsgBoxAnswer messageBox(const MsgBoxRequest& request) override;
     void popUpMenu(Menu& menu, Form& owner) override;
     void beep() override { ++beeps; }
-    void processEvents() override { ++eventRounds; }
+    void processEvents() override;
     void runBlocking(const std::function<void()>& call) override;
     void run() override;
     void quit() override { hasQuit = true; }
@@ -80,7 +88,8 @@ private:
     class Window;
     class Recorder;
 
-    void fireDue(std::uint64_t until);
+    bool isRealised(const Form* form) const;
+    Recorder* nextDue(std::uint64_t until) const;
 
     std::vector<std::unique_ptr<Window>> windows_;
     std::deque<ExpectedBox> expected_;

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "ports/Desktop.h"
+#include "scripted/ScriptedPlatform.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tarvik::scenarios {
+
+/// What a user sees of one control.
+struct SeenControl {
+    std::string name;
+    std::string text;
+    bool enabled = true;
+
+    friend bool operator==(const SeenControl&, const SeenControl&) = default;
+};
+
+/// A user in front of one face of the program. Controls are named "frmMain.cmdConnect". Line, clock
+/// and files are played by the script on every face.
+class Driver {
+public:
+    virtual ~Driver() = default;
+
+    /// The machine; its desktop is the face's own.
+    virtual ScriptedPlatform& machine() = 0;
+    virtual Platform& platform() = 0;
+
+    virtual void click(const std::string& control) = 0;
+    virtual void choose(const std::string& combo, const std::string& entry) = 0;
+    /// The caption or text of a control; the chosen entry of a list.
+    virtual std::string read(const std::string& control) = 0;
+    virtual bool visible(const std::string& form) = 0;
+    virtual bool minimised(const std::string& form) = 0;
+    /// The close box of the window.
+    virtual void closeWindow(const std::string& form) = 0;
+
+    /// Announces the next box and what the user answers. Lines are separated by carriage returns.
+    virtual void answerNext(const std::string& text, MsgBoxButtons buttons,
+                            MsgBoxAnswer answer) = 0;
+    /// Everything that went wrong with boxes since the last call; empty when nothing did.
+    virtual std::string boxTrouble() = 0;
+
+    /// Lets time pass until the condition holds; false when it does not within a fair while.
+    virtual bool waitUntil(const std::function<bool()>& condition) = 0;
+
+    /// What is seen of a form, in the order of its layout.
+    virtual std::vector<SeenControl> controls(const std::string& form) = 0;
+};
+
+/// The driver that the stories run on in this program.
+std::unique_ptr<Driver> makeDriver();
+
+/// What should be seen of a form, as its model tells.
+std::vector<SeenControl> modelControls(const Form& form);
+
+/// The text that a control shows, as its model tells.
+std::string modelText(const Control& control);
+
+} // namespace tarvik::scenarios

@@ -1,0 +1,34 @@
+#include "Driver.h"
+
+namespace tarvik::scenarios {
+
+std::string modelText(const Control& control) {
+    switch (control.kind()) {
+    case ControlKind::Label:
+        return static_cast<const Label&>(control).caption();
+    case ControlKind::TextBox:
+        return static_cast<const TextBox&>(control).text();
+    case ControlKind::CheckBox:
+        return static_cast<const CheckBox&>(control).caption();
+    case ControlKind::CommandButton:
+        return static_cast<const CommandButton&>(control).caption();
+    case ControlKind::ComboBox:
+        return static_cast<const ComboBox&>(control).text();
+    case ControlKind::Frame:
+        return static_cast<const Frame&>(control).caption();
+    default:
+        return "";
+    }
+}
+
+std::vector<SeenControl> modelControls(const Form& form) {
+    std::vector<SeenControl> seen;
+    for (const Control* control : controlsInOrder(*form.layout())) {
+        if (control->visible()) {
+            seen.push_back({control->name(), modelText(*control), control->enabled()});
+        }
+    }
+    return seen;
+}
+
+} // namespace tarvik::scenarios

@@ -1,0 +1,205 @@
+#include "Driver.h"
+
+#include "linux/face/FaceText.h"
+#include "linux/face/QtDesktop.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLayout>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+
+namespace tarvik::scenarios {
+
+namespace {
+
+QString plain(QString text) {
+    // Marks of mnemonics are for the eye only.
+    text.replace(QStringLiteral("&&"), QStringLiteral("\x01"));
+    text.remove(QLatin1Char('&'));
+    return text.replace(QLatin1Char('\x01'), QLatin1Char('&'));
+}
+
+std::string textOf(const QWidget& widget) {
+    if (const auto* label = qobject_cast<const QLabel*>(&widget)) {
+        return face::entered(label->buddy() != nullptr ? plain(label->text()) : label->text());
+    }
+    if (const auto* edit = qobject_cast<const QLineEdit*>(&widget)) {
+        return face::entered(edit->text());
+    }
+    if (const auto* button = qobject_cast<const QAbstractButton*>(&widget)) {
+        return face::entered(plain(button->text()));
+    }
+    if (const auto* combo = qobject_cast<const QComboBox*>(&widget)) {
+        return face::entered(combo->currentText());
+    }
+    if (const auto* group = qobject_cast<const QGroupBox*>(&widget)) {
+        return face::entered(plain(group->title()));
+    }
+    return "";
+}
+
+void collect(const QLayout& layout, std::vector<SeenControl>& seen) {
+    for (int i = 0; i < layout.count(); ++i) {
+        QLayoutItem* item = layout.itemAt(i);
+        if (const QLayout* inner = item->layout()) {
+            collect(*inner, seen);
+        } else if (const QWidget* widget = item->widget()) {
+            if (!widget->isHidden()) {
+                seen.push_back(
+                    {face::entered(widget->objectName()), textOf(*widget), widget->isEnabled()});
+            }
+            if (widget->layout() != nullptr) {
+                collect(*widget->layout(), seen);
+            }
+        }
+    }
+}
+
+QMessageBox::StandardButton buttonOf(MsgBoxAnswer answer) {
+    switch (answer) {
+    case MsgBoxAnswer::Ok:
+        return QMessageBox::Ok;
+    case MsgBoxAnswer::Cancel:
+        return QMessageBox::Cancel;
+    case MsgBoxAnswer::Yes:
+        return QMessageBox::Yes;
+    case MsgBoxAnswer::No:
+        break;
+    }
+    return QMessageBox::No;
+}
+
+class QtDriver : public Driver {
+public:
+    QtDriver() {
+        QObject::connect(&watch_, &QTimer::timeout, &watch_, [this] { answerOpenBox(); });
+        watch_.start(5);
+    }
+
+    ScriptedPlatform& machine() override { return machine_; }
+    Platform& platform() override { return platform_; }
+
+    void click(const std::string& name) override {
+        qobject_cast<QAbstractButton*>(widget(name))->click();
+        QCoreApplication::processEvents();
+    }
+
+    void choose(const std::string& name, const std::string& entry) override {
+        auto* combo = qobject_cast<QComboBox*>(widget(name));
+        combo->setCurrentIndex(combo->findText(face::shown(entry)));
+    }
+
+    std::string read(const std::string& name) override { return textOf(*widget(name)); }
+
+    bool visible(const std::string& name) override {
+        const QWidget* found = window(name);
+        return found != nullptr && found->isVisible();
+    }
+
+    bool minimised(const std::string& name) override { return window(name)->isMinimized(); }
+
+    void closeWindow(const std::string& name) override {
+        window(name)->close();
+        QCoreApplication::processEvents();
+    }
+
+    void answerNext(const std::string& text, MsgBoxButtons buttons, MsgBoxAnswer answer) override {
+        expected_.push_back({face::shownLines(text), buttons, answer});
+    }
+
+    std::string boxTrouble() override {
+        for (const Expected& box : expected_) {
+            trouble_ += "This box did not come: " + face::entered(box.text) + "\n";
+        }
+        expected_.clear();
+        return std::exchange(trouble_, {});
+    }
+
+    bool waitUntil(const std::function<bool()>& condition) override {
+        constexpr qint64 deadline = 20'000;
+        QElapsedTimer passed;
+        passed.start();
+        while (!condition() && passed.elapsed() < deadline) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }
+        return condition();
+    }
+
+    std::vector<SeenControl> controls(const std::string& name) override {
+        std::vector<SeenControl> seen;
+        collect(*window(name)->layout(), seen);
+        return seen;
+    }
+
+private:
+    struct Expected {
+        QString text;
+        MsgBoxButtons buttons;
+        MsgBoxAnswer answer;
+    };
+
+    static QWidget* window(const std::string& name) {
+        // A window of the same name that is waiting for its end is not the one meant.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (widget->objectName() == face::shown(name)) {
+                return widget;
+            }
+        }
+        return nullptr;
+    }
+
+    static QWidget* widget(const std::string& name) {
+        const std::size_t dot = name.find('.');
+        return window(name.substr(0, dot))->findChild<QWidget*>(face::shown(name.substr(dot + 1)));
+    }
+
+    void answerOpenBox() {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (box == nullptr || !box->isVisible()) {
+            return;
+        }
+        if (expected_.empty() || expected_.front().text != box->text()) {
+            trouble_ += "Unexpected box: " + face::entered(box->text()) + "\n";
+            box->reject();
+            return;
+        }
+        const Expected next = expected_.front();
+        expected_.erase(expected_.begin());
+        QAbstractButton* button = box->button(buttonOf(next.answer));
+        if (button == nullptr) {
+            trouble_ += "The box has no such button: " + face::entered(box->text()) + "\n";
+            box->reject();
+            return;
+        }
+        button->click();
+    }
+
+    ScriptedPlatform machine_;
+    face::QtDesktop desktop_;
+    Platform platform_{machine_.connections, machine_.systemErrors,
+                       machine_.internet,    machine_.sockets,
+                       machine_.profile,     machine_.files,
+                       machine_.instances,   machine_.notificationArea,
+                       machine_.dialogs,     desktop_,
+                       machine_.clock,       machine_.locale,
+                       machine_.program};
+    QTimer watch_;
+    std::vector<Expected> expected_;
+    std::string trouble_;
+};
+
+} // namespace
+
+std::unique_ptr<Driver> makeDriver() {
+    return std::make_unique<QtDriver>();
+}
+
+} // namespace tarvik::scenarios

@@ -1,0 +1,106 @@
+#include "Driver.h"
+
+namespace tarvik::scenarios {
+
+namespace {
+
+class ScriptedDriver : public Driver {
+public:
+    ScriptedDriver() {
+        machine_.desktop.fail = [this](const std::string& what) { trouble_ += what + "\n"; };
+    }
+
+    ScriptedPlatform& machine() override { return machine_; }
+    Platform& platform() override { return machine_.platform; }
+
+    void click(const std::string& name) override {
+        static_cast<CommandButton&>(control(name)).press();
+    }
+
+    void choose(const std::string& name, const std::string& entry) override {
+        auto& combo = static_cast<ComboBox&>(control(name));
+        for (int i = 0; i < combo.listCount(); ++i) {
+            if (combo.items()[static_cast<std::size_t>(i)] == entry) {
+                combo.setListIndex(i);
+            }
+        }
+    }
+
+    std::string read(const std::string& name) override { return modelText(control(name)); }
+
+    bool visible(const std::string& name) override {
+        const Form* form = machine_.desktop.form(name);
+        return form != nullptr && form->visible();
+    }
+
+    bool minimised(const std::string& name) override {
+        return machine_.desktop.form(name)->minimised();
+    }
+
+    void closeWindow(const std::string& name) override {
+        machine_.desktop.form(name)->unload(UnloadMode::FormControlMenu);
+    }
+
+    void answerNext(const std::string& text, MsgBoxButtons buttons, MsgBoxAnswer answer) override {
+        // The icon is asserted by the unit tests; here only what every face can tell.
+        expected_.push_back({text, buttons, answer});
+        machine_.desktop.answerAny = [this](const MsgBoxRequest& request) {
+            return answered(request);
+        };
+    }
+
+    std::string boxTrouble() override {
+        for (const Expected& box : expected_) {
+            trouble_ += "This box did not come: " + box.text + "\n";
+        }
+        expected_.clear();
+        return std::exchange(trouble_, {});
+    }
+
+    bool waitUntil(const std::function<bool()>& condition) override {
+        constexpr int steps = 600;
+        for (int i = 0; i < steps && !condition(); ++i) {
+            machine_.desktop.advance(100);
+        }
+        return condition();
+    }
+
+    std::vector<SeenControl> controls(const std::string& name) override {
+        return modelControls(*machine_.desktop.form(name));
+    }
+
+private:
+    struct Expected {
+        std::string text;
+        MsgBoxButtons buttons;
+        MsgBoxAnswer answer;
+    };
+
+    Control& control(const std::string& name) {
+        const std::size_t dot = name.find('.');
+        return *machine_.desktop.form(name.substr(0, dot))->control(name.substr(dot + 1));
+    }
+
+    MsgBoxAnswer answered(const MsgBoxRequest& request) {
+        if (expected_.empty() || expected_.front().text != request.text ||
+            expected_.front().buttons != request.buttons) {
+            trouble_ += "Unexpected box: " + request.text + "\n";
+            return MsgBoxAnswer::Cancel;
+        }
+        const MsgBoxAnswer answer = expected_.front().answer;
+        expected_.erase(expected_.begin());
+        return answer;
+    }
+
+    ScriptedPlatform machine_;
+    std::vector<Expected> expected_;
+    std::string trouble_;
+};
+
+} // namespace
+
+std::unique_ptr<Driver> makeDriver() {
+    return std::make_unique<ScriptedDriver>();
+}
+
+} // namespace tarvik::scenarios
