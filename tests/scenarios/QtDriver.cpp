@@ -1,7 +1,7 @@
 #include "Driver.h"
 
 #include "linux/face/FaceText.h"
-#include "linux/face/QtDesktop.h"
+#include "support/QtMachine.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -83,8 +83,8 @@ public:
         watch_.start(5);
     }
 
-    ScriptedPlatform& machine() override { return machine_; }
-    Platform& platform() override { return platform_; }
+    ScriptedPlatform& machine() override { return machine_.scripted; }
+    Platform& platform() override { return machine_.platform; }
 
     void click(const std::string& name) override {
         qobject_cast<QAbstractButton*>(widget(name))->click();
@@ -182,15 +182,7 @@ private:
         button->click();
     }
 
-    ScriptedPlatform machine_;
-    face::QtDesktop desktop_;
-    Platform platform_{machine_.connections, machine_.systemErrors,
-                       machine_.internet,    machine_.sockets,
-                       machine_.profile,     machine_.files,
-                       machine_.instances,   machine_.notificationArea,
-                       machine_.dialogs,     desktop_,
-                       machine_.clock,       machine_.locale,
-                       machine_.program};
+    QtMachine machine_;
     QTimer watch_;
     std::vector<Expected> expected_;
     std::string trouble_;

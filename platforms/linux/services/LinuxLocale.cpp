@@ -17,11 +17,15 @@ QString translatedRun(QChar letter, qsizetype length) {
     case 'd':
         // Names of week days do not help to read a date back.
         return length > 2 ? QString() : QString(length, letter);
-    case 'z':
-    case 't':
-        return {};
-    default:
+    case 'M':
+    case 'h':
+    case 'H':
+    case 'm':
+    case 's':
         return QString(length, letter);
+    default:
+        // Time zones and words for parts of the day do not help either.
+        return {};
     }
 }
 
@@ -54,13 +58,20 @@ std::string translated(const QString& pattern) {
             i = end;
         }
     }
+    result.remove(QStringLiteral("[]")).remove(QStringLiteral("()"));
     return result.trimmed().toStdString();
+}
+
+/// Without seconds, or with a 12-hour clock that does not tell the half, a time is not whole.
+bool tellsTheWholeTime(const std::string& pattern) {
+    const auto has = [&](char letter) { return pattern.find(letter) != std::string::npos; };
+    return has('s') && has('m') && (has('H') || (has('h') && has('t')));
 }
 
 std::string timePattern(const QLocale& locale) {
     for (const auto format : {QLocale::LongFormat, QLocale::ShortFormat}) {
         const std::string pattern = translated(locale.timeFormat(format));
-        if (pattern.find('s') != std::string::npos) {
+        if (tellsTheWholeTime(pattern)) {
             return pattern;
         }
     }

@@ -60,6 +60,7 @@ TEST_F(DialTest, OnlyTheNameIsGivenAndTheStoredUserIsFilledIn) {
 }
 
 TEST_F(DialTest, ANameOf300CharactersIsCutTo256) {
+    machine.connections.entries.push_back({.name = std::string(256, 'n')});
     machine.connections.failNext("RasDialA", 623);
     expectFailure("Error: RasDial failed with 623:\rThe phone book entry cannot be found.");
 

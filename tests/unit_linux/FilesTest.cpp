@@ -1,0 +1,187 @@
+#include "linux/services/LinuxFiles.h"
+
+#include "TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tarvik {
+namespace {
+
+class FilesTest : public testing::Test {
+protected:
+    TemporaryFolder folder;
+    std::string path = folder.path() + "/Tarvik.ini";
+    LinuxFiles files;
+
+    std::string content() {
+        std::string bytes;
+        EXPECT_FALSE(files.read(path, bytes));
+        return bytes;
+    }
+    static mode_t modeOf(const std::string& file) {
+        struct stat info {};
+        EXPECT_EQ(stat(file.c_str(), &info), 0);
+        return info.st_mode & 07777U;
+    }
+};
+
+TEST_F(FilesTest, AReplacedFileHoldsAllPiecesInOrder) {
+    EXPECT_FALSE(files.replace(path, {"one ", "", "two"}));
+
+    EXPECT_EQ(content(), "one two");
+}
+
+TEST_F(FilesTest, NothingIsLeftBesideTheFile) {
+    files.replace(path, {"a"});
+    files.replace(path, {"b"});
+
+    EXPECT_EQ(folder.names(), std::vector<std::string>{"Tarvik.ini"});
+}
+
+TEST_F(FilesTest, TheModeOfTheOldFileStays) {
+    files.replace(path, {"a"});
+    chmod(path.c_str(), 0640);
+
+    files.replace(path, {"b"});
+
+    EXPECT_EQ(modeOf(path), 0640U);
+}
+
+TEST_F(FilesTest, ANewFileFollowsTheUsersMask) {
+    const mode_t before = umask(027);
+
+    files.replace(path, {"a"});
+
+    umask(before);
+    EXPECT_EQ(modeOf(path), 0640U);
+}
+
+TEST_F(FilesTest, AReadOnlyFileStaysAsItWas) {
+    files.replace(path, {"old"});
+    chmod(path.c_str(), 0444);
+
+    EXPECT_EQ(files.replace(path, {"new"}), ErrorNumber::PermissionDenied);
+
+    EXPECT_EQ(content(), "old");
+}
+
+TEST_F(FilesTest, ADirectoryIsNeitherReadNorReplaced) {
+    mkdir(path.c_str(), 0755);
+    std::string bytes;
+
+    EXPECT_EQ(files.Dir(path), FileKind::Directory);
+    EXPECT_FALSE(files.stamp(path));
+    EXPECT_TRUE(files.read(path, bytes));
+    EXPECT_TRUE(files.replace(path, {"x"}));
+    EXPECT_TRUE(files.Kill(path));
+    EXPECT_EQ(files.Dir(path), FileKind::Directory);
+}
+
+TEST_F(FilesTest, APipeIsNeitherReadNorReplacedAndHoldsNothingUp) {
+    mkfifo(path.c_str(), 0644);
+    std::string bytes;
+
+    EXPECT_EQ(files.Dir(path), FileKind::Other);
+    EXPECT_TRUE(files.read(path, bytes));
+    EXPECT_TRUE(files.replace(path, {"x"}));
+    EXPECT_EQ(files.Dir(path), FileKind::Other);
+}
+
+TEST_F(FilesTest, ADeviceIsNotReplaced) {
+    EXPECT_EQ(files.Dir("/dev/null"), FileKind::Other);
+    EXPECT_EQ(files.replace("/dev/null", {"x"}), ErrorNumber::PathFileAccess);
+}
+
+TEST_F(FilesTest, ALinkStaysAndItsTargetIsReplaced) {
+    const std::string target = folder.path() + "/real.ini";
+    files.replace(target, {"old"});
+    ASSERT_EQ(symlink(target.c_str(), path.c_str()), 0);
+
+    EXPECT_FALSE(files.replace(path, {"new"}));
+
+    std::string bytes;
+    files.read(target, bytes);
+    EXPECT_EQ(bytes, "new");
+    struct stat info {};
+    lstat(path.c_str(), &info);
+    EXPECT_TRUE(S_ISLNK(info.st_mode));
+}
+
+TEST_F(FilesTest, AMissingFolderIsToldAndNotMade) {
+    EXPECT_TRUE(files.replace(folder.path() + "/none/a", {"x"}));
+
+    EXPECT_TRUE(folder.names().empty());
+}
+
+TEST_F(FilesTest, TheHomeFolderIsMadeWhenSomethingIsFirstWrittenThere) {
+    const std::string home = folder.path() + "/share/velmars-tarvik";
+    LinuxFiles own(home);
+    std::string bytes;
+    EXPECT_EQ(own.read(home + "/Tarvik.ini", bytes), ErrorNumber::FileNotFound);
+    EXPECT_TRUE(folder.names().empty());
+
+    EXPECT_FALSE(own.replace(home + "/Tarvik.ini", {"x"}));
+
+    EXPECT_EQ(modeOf(home), 0700U);
+    EXPECT_EQ(own.Dir(home + "/Tarvik.ini"), FileKind::File);
+}
+
+TEST_F(FilesTest, AFullDiskLeavesTheOldFileAndNoOther) {
+    files.replace(path, {"old"});
+    // A limit on file sizes stands for the disk: the system answers a write beyond it the same way.
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit small = before;
+    small.rlim_cur = 4096;
+    setrlimit(RLIMIT_FSIZE, &small);
+
+    const FileResult result = files.replace(path, {std::string(10'000, 'x')});
+
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(result, ErrorNumber::DiskFull);
+    EXPECT_EQ(content(), "old");
+    EXPECT_EQ(folder.names(), std::vector<std::string>{"Tarvik.ini"});
+}
+
+TEST_F(FilesTest, TheStampChangesWithEachReplacement) {
+    files.replace(path, {"a"});
+    const auto first = files.stamp(path);
+    EXPECT_EQ(first, files.stamp(path));
+
+    files.replace(path, {"b"});
+
+    EXPECT_NE(first, files.stamp(path));
+}
+
+TEST_F(FilesTest, ACopyIsWholeAndGoesOverWhatWasThere) {
+    files.replace(path, {"new"});
+    const std::string copy = folder.path() + "/copy.ini";
+    files.replace(copy, {"old"});
+
+    EXPECT_FALSE(files.FileCopy(path, copy));
+
+    std::string bytes;
+    files.read(copy, bytes);
+    EXPECT_EQ(bytes, "new");
+    EXPECT_EQ(files.FileCopy(folder.path() + "/none", copy), ErrorNumber::FileNotFound);
+}
+
+TEST_F(FilesTest, ADeletedFileIsGone) {
+    files.replace(path, {"a"});
+
+    EXPECT_FALSE(files.Kill(path));
+
+    EXPECT_EQ(files.Dir(path), FileKind::None);
+    EXPECT_EQ(files.Kill(path), ErrorNumber::FileNotFound);
+}
+
+} // namespace
+} // namespace tarvik
