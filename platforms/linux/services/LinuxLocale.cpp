@@ -50,11 +50,12 @@ std::string translated(const QString& pattern) {
                 i + 1 < pattern.size() && pattern[i + 1].toUpper() == QLatin1Char('P');
             i += pair ? 2 : 1;
         } else {
+            const bool meaning = letter.unicode() < 128 && letter.isLetter();
             qsizetype end = i + 1;
-            while (end < pattern.size() && letter.isLetter() && pattern[end] == letter) {
+            while (end < pattern.size() && meaning && pattern[end] == letter) {
                 ++end;
             }
-            result += letter.isLetter() ? translatedRun(letter, end - i) : QString(letter);
+            result += meaning ? translatedRun(letter, end - i) : QString(letter);
             i = end;
         }
     }

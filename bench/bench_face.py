@@ -1,0 +1,140 @@
+#!/usr/bin/env python3
+"""Time to the first window, memory after the start and processor time per tick of the program,
+beside an empty window of the same toolkit in the same run: PROGRAM EMPTY_WINDOW."""
+
+import os
+import pathlib
+import shutil
+import statistics
+import subprocess
+import sys
+import time
+
+HERE = pathlib.Path(__file__).resolve().parent
+sys.path.insert(0, str(HERE.parent / "tests" / "system"))
+
+from desktop import Desktop, Program, wait_for  # noqa: E402
+
+STARTS = 7
+TICK_SECONDS = 20
+INTERVAL = 0.1
+INI = "[Settings]\nIsLocked=0\nRefreshInterval=100\n"
+
+
+def without_accessibility(environment):
+    return {
+        key: value for key, value in environment.items()
+        if key not in ("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "TARVIK_TEST_IDS")
+    }
+
+
+def has_window(desktop, title):
+    answer = subprocess.run(
+        ["xwininfo", "-name", title], env=desktop.environment, capture_output=True, text=True,
+        check=False,
+    )
+    return "IsViewable" in answer.stdout
+
+
+def start(desktop, command, title):
+    """The process and the milliseconds until its window is on the screen."""
+    begin = time.monotonic()
+    process = subprocess.Popen(
+        command, env=without_accessibility(desktop.environment),
+        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+    )
+    while not has_window(desktop, title):
+        time.sleep(0.001)
+    return process, (time.monotonic() - begin) * 1000
+
+
+def memory(process):
+    """Resident and proportional kilobytes."""
+    values = {}
+    for line in open("/proc/%d/smaps_rollup" % process.pid, encoding="ascii"):
+        parts = line.split()
+        if parts[0] in ("Rss:", "Pss:"):
+            values[parts[0]] = int(parts[1])
+    return values["Rss:"], values["Pss:"]
+
+
+def processor_seconds(pid):
+    """Processor time so far, in the scheduler's own count of nanoseconds, all threads."""
+    total = 0
+    for task in os.listdir("/proc/%d/task" % pid):
+        with open("/proc/%d/task/%s/schedstat" % (pid, task), encoding="ascii") as file:
+            total += int(file.read().split()[0])
+    return total / 1e9
+
+
+def stop(process):
+    process.terminate()
+    process.wait(10)
+
+
+def started(desktop, command, title, prepare):
+    times, residents, proportionals = [], [], []
+    for _ in range(STARTS):
+        prepare()
+        process, milliseconds = start(desktop, command, title)
+        time.sleep(0.5)  # what is loaded after the first picture counts too
+        resident, proportional = memory(process)
+        times.append(milliseconds)
+        residents.append(resident)
+        proportionals.append(proportional)
+        stop(process)
+    return [statistics.median(values) for values in (times, residents, proportionals)]
+
+
+def per_tick(pid):
+    before = processor_seconds(pid)
+    time.sleep(TICK_SECONDS)
+    return (processor_seconds(pid) - before) / (TICK_SECONDS / INTERVAL) * 1e6
+
+
+def ticks(desktop, program_path, prepare):
+    """Microseconds per tick of 100 ms: waiting for a line, and with a line up."""
+    prepare()
+    program = Program(desktop, program_path, "/r")
+    program.wait_text("lblMonitoring", "Monitoring: active")
+    offline = per_tick(program.process.pid)
+    program.choose("cboConnections", "Ridge DSL")
+    program.press("cmdConnect")
+    program.wait_text("txtBytesRcvd", lambda text: text != "0")
+    online = per_tick(program.process.pid)
+    program.end()
+    program.stop()
+    return offline, online
+
+
+def main():
+    program, empty = (pathlib.Path(name).resolve() for name in sys.argv[1:3])
+    desktop = Desktop()
+    try:
+        folder = desktop.folder / "program"
+        folder.mkdir()
+        copy = shutil.copy(program, folder)
+        prepare = lambda: (folder / "Tarvik.ini").write_text(INI, encoding="ascii")  # noqa: E731
+        wait_for("the window manager", lambda: True)
+        floor = started(desktop, [str(empty)], "Empty window", lambda: None)
+        own = started(desktop, [copy, "/r"], "Velmars Tarvik", prepare)
+        process, _ = start(desktop, [str(empty)], "Empty window")
+        idle = per_tick(process.pid)
+        stop(process)
+        offline, online = ticks(desktop, copy, prepare)
+    finally:
+        desktop.close()
+    rows = (
+        ("time to the first window, ms", own[0], floor[0]),
+        ("resident memory, KiB", own[1], floor[1]),
+        ("proportional memory, KiB", own[2], floor[2]),
+        ("processor time per 100 ms, no line up, us", offline, idle),
+        ("processor time per 100 ms, line up, us", online, idle),
+    )
+    print("%-44s %12s %14s" % ("", "tarvik-demo", "empty window"))
+    for name, value, bare in rows:
+        print("%-44s %12.1f %14.1f" % (name, value, bare))
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,12 @@
+#include <QApplication>
+#include <QWidget>
+
+/// The floor that the program is measured against: a window of the same size with nothing in it.
+int main(int argc, char** argv) {
+    const QApplication application(argc, argv);
+    QWidget window;
+    window.setWindowTitle(QStringLiteral("Empty window"));
+    window.resize(660, 280);
+    window.show();
+    return QApplication::exec();
+}

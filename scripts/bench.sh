@@ -1,0 +1,12 @@
+#!/usr/bin/env bash
+# Builds the measuring programs and prints their figures, each beside a bare floor in the same run.
+set -euo pipefail
+cd "$(dirname "$(readlink -f "$0")")/.."
+# shellcheck source=scripts/packages.sh
+. scripts/packages.sh
+# shellcheck disable=SC2086
+install_missing $packages_build $packages_test $packages_display
+cmake --preset release >/dev/null
+cmake --build --preset release --target tarvik-demo empty_window bench_ini
+/usr/bin/python3 bench/bench_face.py build/release/bin/tarvik-demo build/release/bin/empty_window
+build/release/bin/bench_ini
