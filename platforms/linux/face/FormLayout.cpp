@@ -13,6 +13,8 @@ namespace {
 
 using Type = LayoutNode::Type;
 
+constexpr int emptyColumn = 10; // in the toolkit's units, which follow the scale of the screen
+
 /// Turns one layout tree into layouts; each node becomes a widget, a layout or a stretch.
 class LayoutBuilder {
 public:
@@ -68,7 +70,10 @@ private:
             const int column = static_cast<int>(i) % node.columns;
             if (child.type == Type::Item || child.type == Type::Frame) {
                 grid->addWidget(makeWidget(child), row, column);
-            } else if (child.type != Type::Space) {
+            } else if (child.type == Type::Space) {
+                // The toolkit leaves no gap beside a column that holds nothing.
+                grid->addItem(new QSpacerItem(emptyColumn, 0), row, column);
+            } else {
                 grid->addLayout(build(child), row, column);
             }
             const int share = std::max(grid->columnStretch(column), child.stretch);
