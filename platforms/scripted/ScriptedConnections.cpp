@@ -125,6 +125,9 @@ std::uint32_t ScriptedConnections::RasEnumConnectionsA(RASCONNA* buffer, std::ui
     *count = static_cast<std::uint32_t>(connections.size());
     *bytes = *count * RASCONNA::size;
     if (held < *bytes || neverSatisfied) {
+        if (asksForOneMore) {
+            *bytes = std::min(*bytes, held + RASCONNA::size);
+        }
         return ras::bufferTooSmall;
     }
     for (const Connection& line : connections) {
@@ -171,6 +174,12 @@ std::uint32_t ScriptedConnections::RasGetConnectionStatistics(std::uint32_t hand
     return ras::success;
 }
 
+bool ScriptedConnections::hasEntry(const char* name) const {
+    constexpr std::size_t longest = sizeof(RASDIALPARAMSA::szEntryName) - 1;
+    return std::any_of(entries.begin(), entries.end(),
+                       [&](const Entry& entry) { return entry.name.substr(0, longest) == name; });
+}
+
 std::uint32_t ScriptedConnections::RasGetEntryDialParamsA(const char*, RASDIALPARAMSA* parameters,
                                                           bool* passwordFound) {
     parametersAsked.push_back(*parameters);
@@ -179,6 +188,9 @@ std::uint32_t ScriptedConnections::RasGetEntryDialParamsA(const char*, RASDIALPA
     }
     if (parameters->dwSize != RASDIALPARAMSA::size) {
         return ras::invalidSize;
+    }
+    if (!hasEntry(parameters->szEntryName)) {
+        return unknownEntry;
     }
     putText(parameters->szUserName, "user");
     putText(parameters->szPassword, "secret");
@@ -204,10 +216,7 @@ std::uint32_t ScriptedConnections::RasDialA(RASDIALEXTENSIONS* extensions, const
         parameters->dwSize != RASDIALPARAMSA::size) {
         return ras::invalidSize;
     }
-    const bool known = std::any_of(entries.begin(), entries.end(), [&](const Entry& entry) {
-        return entry.name == parameters->szEntryName;
-    });
-    if (!known) {
+    if (!hasEntry(parameters->szEntryName)) {
         return unknownEntry;
     }
     *handle = connect(parameters->szEntryName);

@@ -37,6 +37,9 @@ public:
     std::map<std::uint32_t, std::string> errorTexts;
     /// Leaves this handle behind a failed dial; 0 leaves none.
     std::uint32_t handleOfFailedDial = 0;
+    /// Asks for room for one connection more at each enumeration that is too small, until all fit;
+    /// else for the whole room at once.
+    bool asksForOneMore = false;
     /// Answers every enumeration of connections with 603, however large the buffer.
     bool neverSatisfied = false;
     /// Fills whole name fields, without a NUL at the end.
@@ -62,7 +65,7 @@ public:
     /// Adds to a connection's counters.
     void transfer(std::uint32_t handle, std::uint32_t rcvd, std::uint32_t sent,
                   std::uint32_t milliseconds);
-    /// Null when there is none of that handle.
+    /// Null when there is none of that handle. Valid until a connection is made or ended.
     Connection* connection(std::uint32_t handle);
     /// How often an operation was called.
     int countOf(const std::string& operation) const;
@@ -84,6 +87,8 @@ public:
 private:
     /// Notes the call; the code that it is to fail with, or 0.
     std::uint32_t called(const std::string& operation);
+    /// Whether an entry has that name, as the record's field holds it: cut to 256 bytes.
+    bool hasEntry(const char* name) const;
 
     std::map<std::string, std::deque<std::uint32_t>> failures_;
     std::uint32_t lastHandle_ = 0;

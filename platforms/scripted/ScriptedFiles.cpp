@@ -3,11 +3,23 @@
 namespace tarvik {
 
 void ScriptedFiles::setFile(const std::string& path, std::string bytes) {
-    nodes_[path] = {.kind = FileKind::File, .bytes = std::move(bytes), .version = ++version_};
+    Node& node = nodes_[path] = {};
+    node.bytes = std::move(bytes);
+    node.version = ++version_;
 }
 
 void ScriptedFiles::setKind(const std::string& path, FileKind kind) {
-    nodes_[path] = {.kind = kind, .bytes = {}, .version = ++version_};
+    Node& node = nodes_[path] = {};
+    node.kind = kind;
+    node.version = ++version_;
+}
+
+void ScriptedFiles::setUnreadable(const std::string& path) {
+    nodes_.at(path).unreadable = true;
+}
+
+void ScriptedFiles::setReadOnly(const std::string& path) {
+    nodes_.at(path).readOnly = true;
 }
 
 void ScriptedFiles::remove(const std::string& path) {
@@ -48,18 +60,25 @@ FileResult ScriptedFiles::read(const std::string& path, std::string& bytes) {
     if (Dir(path) != FileKind::File) {
         return exists(path) ? ErrorNumber::PathFileAccess : ErrorNumber::FileNotFound;
     }
-    bytes = nodes_.at(path).bytes;
+    const Node& node = nodes_.at(path);
+    if (node.unreadable) {
+        return ErrorNumber::PermissionDenied;
+    }
+    bytes = node.bytes;
     return std::nullopt;
 }
 
 FileResult ScriptedFiles::replace(const std::string& path,
                                   const std::vector<std::string_view>& pieces) {
     ++replacements;
-    if (replaceFailure) {
+    if (replaceFailure && replacementsLeft-- <= 0) {
         return replaceFailure;
     }
     if (exists(path) && Dir(path) != FileKind::File) {
         return ErrorNumber::PathFileAccess;
+    }
+    if (exists(path) && nodes_.at(path).readOnly) {
+        return ErrorNumber::PermissionDenied;
     }
     std::string bytes;
     for (const std::string_view piece : pieces) {

@@ -15,6 +15,9 @@ public:
     void setFile(const std::string& path, std::string bytes);
     /// Puts a directory, or something that is neither file nor directory, there.
     void setKind(const std::string& path, FileKind kind);
+    /// Forbids reading or writing a file that is there; a new `setFile` allows both again.
+    void setUnreadable(const std::string& path);
+    void setReadOnly(const std::string& path);
     /// Takes away whatever is there.
     void remove(const std::string& path);
     /// The file's bytes; empty when there is none.
@@ -23,6 +26,8 @@ public:
 
     /// Every replacement fails with this, until it is nothing again.
     FileResult replaceFailure;
+    /// So many replacements still succeed before `replaceFailure` holds.
+    int replacementsLeft = 0;
     /// Every read fails with this, until it is nothing again.
     FileResult readFailure;
 
@@ -42,6 +47,8 @@ private:
         FileKind kind = FileKind::File;
         std::string bytes;
         std::int64_t version = 0;
+        bool unreadable = false;
+        bool readOnly = false;
     };
 
     std::map<std::string, Node> nodes_;

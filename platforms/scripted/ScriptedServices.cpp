@@ -56,6 +56,12 @@ LocaleData frenchLocale() {
     return data;
 }
 
+LocaleData swissLocale() {
+    LocaleData data;
+    data.thousandsSeparator = "\xE2\x80\x99";
+    return data;
+}
+
 LocaleData finnishLocale() {
     LocaleData data;
     data.shortDate = "d.M.yyyy";

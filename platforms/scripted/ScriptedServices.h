@@ -51,6 +51,8 @@ LocaleData americanLocale();
 LocaleData swedishLocale();
 /// Day/month/year, 24 hours, decimal comma, a narrow no-break space between thousands.
 LocaleData frenchLocale();
+/// Day.month.year, 24 hours, decimal point, an apostrophe that is not ASCII between thousands.
+LocaleData swissLocale();
 /// Day.month.year with dots in the time too, decimal comma.
 LocaleData finnishLocale();
 /// Names of months, words for the half days that are not ASCII, other letters between the numbers.

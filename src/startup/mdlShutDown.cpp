@@ -4,16 +4,27 @@
 #include "settings/mdlSettingsLog.h"
 #include "startup/mdlSingleInstance.h"
 #include "startup/mdlTools.h"
+#include "startup/mdlVar.h"
 #include "ui/Forms.h"
 #include "ui/mdlSysTray.h"
 
 namespace tarvik {
 
+namespace {
+
+/// False until the defaults are written: the user's session may end at a message before that, and
+/// saving a state of zeros would wipe the stored settings. The interval is 0 only then.
+bool stateIsSet() {
+    return state().RefreshInterval != Long(0);
+}
+
+} // namespace
+
 void ShutDown() {
     guarded("ShutDown", [] {
         Forms& f = forms();
         f.frmMain.timUpdateStats.setEnabled(false);
-        if (!SaveState()) {
+        if (stateIsSet() && !SaveState()) {
             MsgBox("Warning: State could not be saved.", MsgBoxButtons::OkOnly,
                    MsgBoxIcon::Exclamation);
         }

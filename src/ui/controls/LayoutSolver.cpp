@@ -3,7 +3,6 @@
 #include "ui/controls/Control.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace tarvik {
 
@@ -11,54 +10,50 @@ namespace {
 
 using Type = LayoutNode::Type;
 
-/// One dimension of a run of neighbours: what each needs, its share of the spare room.
-struct Track {
-    int size = 0;
-    int share = 0;
-    bool used = false; ///< holds something visible; others take neither room nor gap
+/// A node of the tree with what has been found out about it.
+struct Box {
+    const LayoutNode* node = nullptr;
+    LayoutSize need;
+    bool seen = false;  ///< takes part at all: others take neither room nor gap
+    bool blank = false; ///< holds no control, seen or not
+    std::vector<Box> children;
 };
 
-bool isSeen(const LayoutNode& node) {
-    if (node.control != nullptr && !node.control->visible()) {
-        return false;
-    }
-    return node.type == Type::Item || node.type == Type::Space ||
-           std::any_of(node.children.begin(), node.children.end(), isSeen);
-}
+/// One column or row of neighbours.
+struct Track {
+    int size = 0;
+    int share = 0;     ///< of the spare room
+    bool gaps = false; ///< stands apart from its neighbours
+};
+
+struct Tracks {
+    std::vector<Track> columns;
+    std::vector<Track> rows;
+};
 
 int totalOf(const std::vector<Track>& tracks, int gap) {
     int total = 0;
     int count = 0;
     for (const Track& track : tracks) {
         total += track.size;
-        count += track.used ? 1 : 0;
+        count += track.gaps ? 1 : 0;
     }
     return total + std::max(0, count - 1) * gap;
 }
 
-void makeAlike(std::vector<Track>& tracks) {
-    int largest = 0;
-    for (const Track& track : tracks) {
-        largest = std::max(largest, track.used && track.share == 0 ? track.size : 0);
-    }
-    for (Track& track : tracks) {
-        track.size = track.used && track.share == 0 ? largest : track.size;
-    }
-}
-
 /// Gives the spare room to the tracks with a share; the last of them takes the rounding.
 void spread(std::vector<Track>& tracks, int spare) {
-    const int shares =
-        std::accumulate(tracks.begin(), tracks.end(), 0, [](int sum, const Track& track) {
-            return sum + (track.used ? track.share : 0);
-        });
+    int shares = 0;
+    for (const Track& track : tracks) {
+        shares += track.share;
+    }
     if (shares == 0 || spare <= 0) {
         return;
     }
     int left = spare;
     Track* last = nullptr;
     for (Track& track : tracks) {
-        if (track.used && track.share > 0) {
+        if (track.share > 0) {
             const int part = spare * track.share / shares;
             track.size += part;
             left -= part;
@@ -68,146 +63,188 @@ void spread(std::vector<Track>& tracks, int spare) {
     last->size += left;
 }
 
+/// The number of columns that the children stand in: a row has one for each, a column only one.
+std::size_t columnCount(const LayoutNode& node) {
+    switch (node.type) {
+    case Type::Row:
+        return node.children.size();
+    case Type::Grid:
+        return static_cast<std::size_t>(std::max(1, node.columns));
+    default:
+        return 1;
+    }
+}
+
+void widen(Track& track, int size, int share) {
+    track.size = std::max(track.size, size);
+    track.share = std::max(track.share, share);
+}
+
+/// A track stands apart when something in it is seen; of a grid, also when all its cells are blank.
+bool hasGaps(const Box& parent, std::size_t first, std::size_t step, std::size_t last) {
+    bool blank = true;
+    for (std::size_t i = first; i < last; i += step) {
+        const Box& cell = parent.children[i];
+        if (cell.seen && !cell.blank) {
+            return true;
+        }
+        blank = blank && cell.blank;
+    }
+    return blank && parent.node->type == Type::Grid;
+}
+
+/// The columns and rows of a container, each as large as it needs to be.
+Tracks tracksOf(const Box& box) {
+    const LayoutNode& node = *box.node;
+    const std::size_t count = columnCount(node);
+    const std::size_t cells = box.children.size();
+    Tracks tracks;
+    tracks.columns.resize(count);
+    tracks.rows.resize((cells + count - 1) / count);
+    for (std::size_t i = 0; i < cells; ++i) {
+        const Box& cell = box.children[i];
+        if (cell.seen) {
+            const int share = cell.node->stretch;
+            widen(tracks.columns[i % count], cell.need.width,
+                  node.type == Type::Column ? 1 : share);
+            widen(tracks.rows[i / count], cell.need.height,
+                  node.type == Type::Column ? share : (node.type == Type::Row ? 1 : 0));
+        }
+    }
+    for (std::size_t c = 0; c < count; ++c) {
+        tracks.columns[c].gaps = hasGaps(box, c, count, cells);
+    }
+    for (std::size_t r = 0; r < tracks.rows.size(); ++r) {
+        tracks.rows[r].gaps = hasGaps(box, r * count, 1, std::min(cells, (r + 1) * count));
+    }
+    return tracks;
+}
+
+/// Makes the items of a row equally wide, or of a column equally high.
+void makeAlike(std::vector<Box>& items, int LayoutSize::*dimension) {
+    const auto isItem = [](const Box& box) { return box.seen && box.node->type == Type::Item; };
+    int largest = 0;
+    for (const Box& box : items) {
+        largest = std::max(largest, isItem(box) ? box.need.*dimension : 0);
+    }
+    for (Box& box : items) {
+        box.need.*dimension = isItem(box) ? largest : box.need.*dimension;
+    }
+}
+
 class Solver {
 public:
     explicit Solver(const LayoutMetrics& metrics) : metrics_(metrics) {}
 
-    LayoutSize need(const LayoutNode& node) const {
-        if (!isSeen(node)) {
-            return {};
+    /// Measures the node and what it holds, each control once.
+    Box measured(const LayoutNode& node) const {
+        Box box{.node = &node, .need = {}, .children = {}};
+        for (const LayoutNode& child : node.children) {
+            box.children.push_back(measured(child));
         }
-        switch (node.type) {
-        case Type::Item:
-            return metrics_.measure(*node.control, node.characters, node.lines);
-        case Type::Row:
-        case Type::Column:
-        case Type::Grid:
-            return {totalOf(columnsOf(node), metrics_.horizontalGap),
-                    totalOf(rowsOf(node), metrics_.verticalGap)};
-        case Type::Frame:
-            return frameNeed(node);
-        case Type::Space:
-            break;
+        box.blank =
+            node.control == nullptr && std::all_of(box.children.begin(), box.children.end(),
+                                                   [](const Box& child) { return child.blank; });
+        box.seen = isSeen(box);
+        if (box.seen) {
+            box.need = needOf(box);
         }
-        return {};
+        return box;
     }
 
-    void place(const LayoutNode& node, const LayoutRect& room,
-               std::vector<PlacedControl>& into) const {
-        if (!isSeen(node)) {
+    void place(const Box& box, const LayoutRect& room, std::vector<PlacedControl>& into) const {
+        if (!box.seen) {
             return;
         }
-        switch (node.type) {
+        switch (box.node->type) {
         case Type::Item:
-            placeItem(node, room, into);
-            break;
-        case Type::Row:
-        case Type::Column:
-        case Type::Grid:
-            placeTracks(node, room, into);
+            into.push_back({box.node->control, room});
             break;
         case Type::Frame:
-            into.push_back({node.control, room});
-            place(node.children.front(),
-                  {room.left + metrics_.frameLeft, room.top + metrics_.frameTop,
-                   room.width - metrics_.frameLeft - metrics_.frameRight,
-                   room.height - metrics_.frameTop - metrics_.frameBottom},
-                  into);
+            into.push_back({box.node->control, room});
+            placeCell(box, box.children.front(), inside(room), into);
             break;
         case Type::Space:
             break;
+        default:
+            placeTracks(box, room, into);
         }
     }
 
 private:
-    LayoutSize frameNeed(const LayoutNode& node) const {
-        const LayoutSize inner = need(node.children.front());
-        const LayoutSize title = metrics_.measure(*node.control, 0, 0);
+    static bool isSeen(const Box& box) {
+        if (box.node->control != nullptr) {
+            return box.node->control->visible();
+        }
+        return box.node->type == Type::Space ||
+               std::any_of(box.children.begin(), box.children.end(), [&](const Box& child) {
+                   return child.seen && child.blank == box.blank;
+               });
+    }
+
+    LayoutSize needOf(Box& box) const {
+        const LayoutNode& node = *box.node;
+        switch (node.type) {
+        case Type::Item:
+            return metrics_.measure(*node.control, node.characters, node.lines);
+        case Type::Frame:
+            return frameNeed(box);
+        case Type::Space:
+            return {};
+        default:
+            break;
+        }
+        if (node.alike) {
+            makeAlike(box.children,
+                      node.type == Type::Row ? &LayoutSize::width : &LayoutSize::height);
+        }
+        const Tracks tracks = tracksOf(box);
+        return {totalOf(tracks.columns, metrics_.horizontalGap),
+                totalOf(tracks.rows, metrics_.verticalGap)};
+    }
+
+    LayoutSize frameNeed(const Box& box) const {
+        const LayoutSize inner = box.children.front().need;
+        const LayoutSize title = metrics_.measure(*box.node->control, 0, 0);
         return {std::max(inner.width, title.width) + metrics_.frameLeft + metrics_.frameRight,
                 inner.height + metrics_.frameTop + metrics_.frameBottom};
     }
 
-    /// The number of columns that the children stand in: a row has one for each, a column only one.
-    static std::size_t columnCount(const LayoutNode& node) {
-        switch (node.type) {
-        case Type::Row:
-            return node.children.size();
-        case Type::Grid:
-            return static_cast<std::size_t>(node.columns);
-        default:
-            return 1;
-        }
+    LayoutRect inside(const LayoutRect& room) const {
+        return {room.left + metrics_.frameLeft, room.top + metrics_.frameTop,
+                room.width - metrics_.frameLeft - metrics_.frameRight,
+                room.height - metrics_.frameTop - metrics_.frameBottom};
     }
 
-    std::vector<Track> columnsOf(const LayoutNode& node) const {
-        const std::size_t count = columnCount(node);
-        std::vector<Track> tracks(count);
-        for (std::size_t i = 0; i < node.children.size(); ++i) {
-            const LayoutNode& child = node.children[i];
-            Track& track = tracks[i % count];
-            track.size = std::max(track.size, need(child).width);
-            track.share = std::max(track.share, node.type == Type::Column ? 1 : child.stretch);
-            track.used = track.used || isSeen(child);
-        }
-        if (node.alike && node.type == Type::Row) {
-            makeAlike(tracks);
-        }
-        return tracks;
-    }
-
-    std::vector<Track> rowsOf(const LayoutNode& node) const {
-        const std::size_t count = columnCount(node);
-        std::vector<Track> tracks((node.children.size() + count - 1) / count);
-        for (std::size_t i = 0; i < node.children.size(); ++i) {
-            const LayoutNode& child = node.children[i];
-            Track& track = tracks[i / count];
-            track.size = std::max(track.size, need(child).height);
-            track.share = std::max(track.share, rowShare(node, child));
-            track.used = track.used || isSeen(child);
-        }
-        if (node.alike && node.type == Type::Column) {
-            makeAlike(tracks);
-        }
-        return tracks;
-    }
-
-    /// A row is as high as its room; the rows of a grid only as high as they need.
-    static int rowShare(const LayoutNode& node, const LayoutNode& child) {
-        switch (node.type) {
-        case Type::Row:
-            return 1;
-        case Type::Column:
-            return child.stretch;
-        default:
-            return 0;
-        }
-    }
-
-    void placeTracks(const LayoutNode& node, const LayoutRect& room,
+    void placeTracks(const Box& box, const LayoutRect& room,
                      std::vector<PlacedControl>& into) const {
-        std::vector<Track> columns = columnsOf(node);
-        std::vector<Track> rows = rowsOf(node);
+        auto [columns, rows] = tracksOf(box);
         spread(columns, room.width - totalOf(columns, metrics_.horizontalGap));
         spread(rows, room.height - totalOf(rows, metrics_.verticalGap));
+        std::size_t i = 0;
         int top = room.top;
-        for (std::size_t r = 0; r < rows.size(); ++r) {
+        for (const Track& row : rows) {
             int left = room.left;
-            for (std::size_t c = 0; c < columns.size(); ++c) {
-                const std::size_t i = r * columns.size() + c;
-                if (i < node.children.size()) {
-                    place(node.children[i], {left, top, columns[c].size, rows[r].size}, into);
+            for (const Track& column : columns) {
+                if (i < box.children.size()) {
+                    placeCell(box, box.children[i++], {left, top, column.size, row.size}, into);
                 }
-                left += columns[c].size + (columns[c].used ? metrics_.horizontalGap : 0);
+                left += column.size + (column.gaps ? metrics_.horizontalGap : 0);
             }
-            top += rows[r].size + (rows[r].used ? metrics_.verticalGap : 0);
+            top += row.size + (row.gaps ? metrics_.verticalGap : 0);
         }
     }
 
-    void placeItem(const LayoutNode& node, const LayoutRect& room,
+    /// An item grows in height only where it was told to; elsewhere it stands in the middle.
+    void placeCell(const Box& parent, const Box& cell, LayoutRect room,
                    std::vector<PlacedControl>& into) const {
-        const int height = std::min(need(node).height, room.height);
-        into.push_back(
-            {node.control, {room.left, room.top + (room.height - height) / 2, room.width, height}});
+        const bool stacked = parent.node->type == Type::Column || parent.node->type == Type::Frame;
+        if (cell.node->type == Type::Item && !(stacked && cell.node->stretch > 0)) {
+            const int height = std::min(cell.need.height, room.height);
+            room.top += (room.height - height) / 2;
+            room.height = height;
+        }
+        place(cell, room, into);
     }
 
     const LayoutMetrics& metrics_;
@@ -216,17 +253,18 @@ private:
 } // namespace
 
 LayoutSize minimumSize(const LayoutNode& root, const LayoutMetrics& metrics) {
-    const LayoutSize inner = Solver(metrics).need(root);
+    const LayoutSize inner = Solver(metrics).measured(root).need;
     return {inner.width + 2 * metrics.margin, inner.height + 2 * metrics.margin};
 }
 
 std::vector<PlacedControl> solveLayout(const LayoutNode& root, const LayoutMetrics& metrics,
                                        LayoutSize size) {
-    const LayoutSize least = minimumSize(root, metrics);
-    const int width = std::max(size.width, least.width) - 2 * metrics.margin;
-    const int height = std::max(size.height, least.height) - 2 * metrics.margin;
+    const Solver solver(metrics);
+    const Box box = solver.measured(root);
+    const int width = std::max(size.width - 2 * metrics.margin, box.need.width);
+    const int height = std::max(size.height - 2 * metrics.margin, box.need.height);
     std::vector<PlacedControl> placed;
-    Solver(metrics).place(root, {metrics.margin, metrics.margin, width, height}, placed);
+    solver.place(box, {metrics.margin, metrics.margin, width, height}, placed);
     return placed;
 }
 

@@ -49,8 +49,11 @@ LayoutSize minimumSize(const LayoutNode& root, const LayoutMetrics& metrics);
 
 /// The rectangle of every visible control, in tree order, frames before what they hold. Room beyond
 /// the minimum goes to the nodes with a share, in proportion; the last takes the rounding. A size
-/// below the minimum is answered as the minimum. An item is as high as its row, but no higher than
-/// it needs, and centred there; it is as wide as its column.
+/// below the minimum is answered as the minimum.
+///
+/// An item is as wide as its column. It is as high as it needs to be, in the middle of its row; in
+/// a column or frame one with a share takes the whole height. What is not visible takes neither
+/// room nor a gap; a space takes no gap, but a grid's column or row of blanks does.
 std::vector<PlacedControl> solveLayout(const LayoutNode& root, const LayoutMetrics& metrics,
                                        LayoutSize size);
 

@@ -136,6 +136,23 @@ TEST_F(ProfileUpdateTest, AnEmptyLastValueAndANewKeyGoInOrder) {
     EXPECT_EQ(bytes(), "[a]\nx=1\ny=2\n");
 }
 
+TEST_F(ProfileUpdateTest, ManyValuesAnEmptyLastOneAndANewKeyGoInOrder) {
+    std::string before = "[a]\n";
+    std::string after = "[a]\n";
+    engine.beginUpdate(file);
+    for (int i = 0; i < 40; ++i) {
+        const std::string key = std::string("k").append(std::to_string(i));
+        before += key + "=old\n";
+        after += key + "=new\n";
+        write("a", key, "new");
+    }
+    given(before + "x=");
+    write("a", "x", "1");
+    write("a", "y", "2");
+    EXPECT_TRUE(engine.commitUpdate());
+    EXPECT_EQ(bytes(), after + "x=1\ny=2\n");
+}
+
 TEST_F(ProfileUpdateTest, AChangeByAnotherProgramDuringAnUpdateIsKept) {
     given("[a]\nx=1\n");
     engine.beginUpdate(file);

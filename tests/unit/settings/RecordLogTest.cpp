@@ -100,28 +100,6 @@ TEST_F(RecordLogTest, AChangedTotalMakesTheNextRecord) {
     EXPECT_EQ(GetDuration(2), Currency(4));
 }
 
-TEST_F(RecordLogTest, TwoSavesReadAsTheExampleShows) {
-    setIni("[Settings]\r\nIsLocked=0\r\n");
-    state().UnitTransferCurrent = TransferUnit::KiloBytes;
-    setTotals(1'204'455, 9'876'501, 3600);
-    state().IPAddress = "10.0.0.17";
-    SaveState();
-    machine.clock.set({2026, 11, 16, 18, 40, 5});
-    setTotals(2'533'001, 20'110'037, 7250);
-    state().IPAddress = "";
-
-    SaveState();
-
-    EXPECT_TRUE(contains("[Settings]\r\nIsLocked=0\r\nLastState=16.11.2026|18:40:05\r\n"
-                         "DateStamp1=16.11.2026|08:15:22\r\nLastDateStamp=2\r\n"
-                         "UnitTransferCurrent=1\r\n"));
-    EXPECT_TRUE(
-        contains("TransferTickerValue=100\r\nDateStamp2=16.11.2026|18:40:05\r\n"
-                 "[16.11.2026|08:15:22]\r\nSent=1204455\r\nRcvd=9876501\r\nDuration=3600\r\n"
-                 "IPAddress=10.0.0.17\r\n[16.11.2026|18:40:05]\r\nSent=2533001\r\n"
-                 "Rcvd=20110037\r\nDuration=7250\r\nIPAddress=\r\n"));
-}
-
 TEST_F(RecordLogTest, TwoSavesWithinOneSecondShareASection) {
     setTotals(1, 2, 3);
     SaveState();
@@ -169,16 +147,6 @@ INSTANTIATE_TEST_SUITE_P(All, NewestRecordTest,
                                          NewestCase{"NoNumber", "LastDateStamp=x\r\n"}),
                          [](const auto& given) { return given.param.name; });
 
-TEST_F(RecordLogTest, ANumberBeyond32BitsIsReportedAndNothingIsSaved) {
-    setIni("[Settings]\r\nLastDateStamp=2147483647\r\n");
-    setTotals(1, 2, 3);
-    expectError("6 (Overflow)", "SaveState");
-
-    EXPECT_FALSE(SaveState());
-
-    EXPECT_FALSE(contains("UnitTransferCurrent"));
-}
-
 TEST_F(RecordLogTest, ASumThatOverflowsIsReported) {
     state().BytesSentTotal = Currency::fromScaled(INT64_MAX);
     state().BytesSentCurrent = 1;
@@ -216,51 +184,6 @@ TEST_F(RecordLogTest, AMissingFileIsMade) {
     EXPECT_TRUE(SaveState());
 
     EXPECT_TRUE(contains("LastDateStamp=1\r\n"));
-}
-
-TEST_F(RecordLogTest, AFailedSectionWriteEndsTheSave) {
-    setTotals(1, 2, 3);
-    machine.profile.sectionsFail = true;
-
-    EXPECT_FALSE(SaveState());
-
-    EXPECT_FALSE(contains("LastState"));
-    EXPECT_FALSE(contains("UnitTransferCurrent"));
-}
-
-struct IndexCase {
-    const char* failing;
-    const char* lastWritten;
-};
-
-class FailingIndexTest : public RecordLogTest, public testing::WithParamInterface<IndexCase> {};
-
-TEST_P(FailingIndexTest, EndsTheSaveAndKeepsWhatWasWrittenBefore) {
-    setTotals(1, 2, 3);
-    machine.profile.failingKeys = {GetParam().failing};
-
-    EXPECT_FALSE(SaveState());
-
-    EXPECT_EQ(machine.profile.written.back(), std::string("Settings/") + GetParam().failing);
-    EXPECT_TRUE(contains(GetParam().lastWritten));
-    EXPECT_FALSE(contains(std::string(GetParam().failing) + "="));
-    EXPECT_FALSE(contains("UnitTransferCurrent"));
-}
-
-INSTANTIATE_TEST_SUITE_P(Each, FailingIndexTest,
-                         testing::Values(IndexCase{"LastState", "Sent=1\r\n"},
-                                         IndexCase{"DateStamp1", "LastState=16.11.2026|08:15:22"},
-                                         IndexCase{"LastDateStamp",
-                                                   "DateStamp1=16.11.2026|08:15:22"}));
-
-TEST_F(RecordLogTest, AFailedSettingMakesTheSaveFail) {
-    setTotals(1, 2, 3);
-    machine.profile.failingKeys = {"TransferTicker"};
-
-    EXPECT_FALSE(SaveState());
-
-    EXPECT_TRUE(contains("LastDateStamp=1\r\n"));
-    EXPECT_FALSE(contains("TransferTickerValue"));
 }
 
 TEST_F(RecordLogTest, AFullDiskLeavesTheFileAsItWas) {
@@ -309,15 +232,6 @@ TEST_F(RecordLogTest, TheAddressOfARecordIsItsText) {
     SaveState();
 
     EXPECT_EQ(GetIPAddress(1), "192.168.0.5;10.0.0.2");
-}
-
-TEST_F(RecordLogTest, ASectionIsNamedInTheUsersForms) {
-    setTotals(1, 2, 3);
-    machine.locale.conventions = americanLocale();
-
-    SaveState();
-
-    EXPECT_EQ(GetDate(1), "11/16/2026|8:15:22 AM");
 }
 
 TEST_F(RecordLogTest, TheTotalsComeBackAtTheNextStart) {

@@ -372,29 +372,6 @@ TEST_F(SettingsTest, WhatWasSavedIsLoadedAgain) {
     EXPECT_EQ(ini(), "[Settings]\r\n" + lines);
 }
 
-class FailingSettingTest : public WorldTest, public testing::WithParamInterface<const char*> {};
-
-TEST_P(FailingSettingTest, EndsTheChain) {
-    setIni("[Settings]\r\n");
-    InitApplicationStatus();
-    machine.profile.failingKeys = {GetParam()};
-    machine.profile.written.clear();
-
-    EXPECT_FALSE(SaveSettings());
-
-    EXPECT_EQ(machine.profile.written.back(), std::string("Settings/") + GetParam());
-    EXPECT_EQ(ini().find(GetParam() + std::string("=")), std::string::npos);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Each, FailingSettingTest,
-    testing::Values("UnitTransferCurrent", "UnitTransferTotal", "TransferLimit",
-                    "TransferLimitValue", "DurationLimit", "DurationLimitHr", "DurationLimitMin",
-                    "TransferLimitWarning", "TransferLimitHangUp", "TransferResetEnable",
-                    "TransferReset", "TransferResetBackup", "TransferResetLast", "StartUpMinimise",
-                    "StartUpRunMonitoring", "RefreshInterval", "LogIPAddress", "TransferTicker",
-                    "TransferTickerValue"));
-
 struct LocaleCase {
     const char* name;
     LocaleData locale;

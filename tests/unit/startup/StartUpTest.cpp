@@ -163,87 +163,10 @@ TEST_F(StartUpTest, HelpIsShownAndTheProgramRunsOn) {
     EXPECT_FALSE(state().MonitoringActive);
 }
 
-class HelpSwitchTest : public WorldTest, public testing::WithParamInterface<const char*> {};
-
-TEST_P(HelpSwitchTest, AsksForHelp) {
-    machine.program.arguments = GetParam();
-
-    InitArgs();
-
-    EXPECT_TRUE(state().ArgHelp);
-}
-
-INSTANTIATE_TEST_SUITE_P(All, HelpSwitchTest, testing::Values("/?", "/h", "/H", "/help", "/HeLp"));
-
-TEST_F(StartUpTest, ASwitchMustBeAWholeWord) {
-    machine.program.arguments = "/run1";
-    expectWarning("Warning:\rInvalid command-line switches detected:\r/run1\rTry /? or /h for "
-                  "help.");
-
-    InitArgs();
-
-    EXPECT_FALSE(state().ArgRun);
-}
-
-TEST_F(StartUpTest, AQuotedArgumentWithABlankIsReportedWithoutItsQuotes) {
-    machine.program.arguments = "\"a b\"";
-    expectWarning("Warning:\rInvalid command-line switches detected:\ra b\rTry /? or /h for help.");
-
-    InitArgs();
-}
-
 TEST_F(StartUpTest, NoHelpIsShownUnlessItWasAskedFor) {
     OperateArgs();
 
     EXPECT_TRUE(machine.desktop.boxesShown.empty());
-}
-
-using Arguments = std::vector<std::string>;
-
-TEST_F(StartUpTest, AnEmptyCommandLineHasOnlyElementZero) {
-    EXPECT_EQ(ParseArgs(true, 10), Arguments{""});
-}
-
-TEST_F(StartUpTest, SpacesAndTabsSeparateArguments) {
-    machine.program.arguments = "  /a\t/b   /c ";
-
-    EXPECT_EQ(ParseArgs(true, 10), (Arguments{"", "/a", "/b", "/c"}));
-}
-
-TEST_F(StartUpTest, QuotesGroupAndAreDropped) {
-    machine.program.arguments = "\"a b\" c\"d e\"f";
-
-    EXPECT_EQ(ParseArgs(true, 10), (Arguments{"", "a b", "cd ef"}));
-}
-
-TEST_F(StartUpTest, AnOpenQuoteReachesToTheEnd) {
-    machine.program.arguments = "\"a b c";
-
-    EXPECT_EQ(ParseArgs(true, 10), (Arguments{"", "a b c"}));
-}
-
-TEST_F(StartUpTest, AnEmptyPairOfQuotesIsAnEmptyArgument) {
-    machine.program.arguments = "\"\" x";
-
-    EXPECT_EQ(ParseArgs(true, 10), (Arguments{"", "", "x"}));
-}
-
-TEST_F(StartUpTest, WithoutQuoteAwarenessQuotesAreOrdinaryCharacters) {
-    machine.program.arguments = "\"a b\"";
-
-    EXPECT_EQ(ParseArgs(false, 10), (Arguments{"", "\"a", "b\""}));
-}
-
-TEST_F(StartUpTest, TheRestBeyondTheLimitIsIgnored) {
-    machine.program.arguments = "a b c d";
-
-    EXPECT_EQ(ParseArgs(true, 2), (Arguments{"", "a", "b"}));
-}
-
-TEST_F(StartUpTest, InitialisationHappensOnce) {
-    startQuietly();
-
-    EXPECT_FALSE(InitApplication());
 }
 
 constexpr const char* noEntries =

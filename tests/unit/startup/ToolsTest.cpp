@@ -81,6 +81,10 @@ TEST_F(ToolsTest, StringWithoutBlanksIsEmptyWithTheFlag) {
     EXPECT_EQ(StringWithoutBlanks("a b c", true), "");
 }
 
+TEST_F(ToolsTest, StringWithoutBlanksDropsControlCharactersAndOtherBlanks) {
+    EXPECT_EQ(StringWithoutBlanks("\t \n\xC2\xA0 \x7F", false), "  ");
+}
+
 TEST_F(ToolsTest, StringWithoutBlanksGivesUpOnLongTexts) {
     EXPECT_EQ(StringWithoutBlanks(std::string(31'999, ' '), false).size(), 31'999U);
     EXPECT_EQ(StringWithoutBlanks(std::string(32'000, ' '), false), "");
@@ -98,6 +102,12 @@ TEST_F(ToolsTest, StripNullOfATextWithoutNulIsAnErrorAndEmpty) {
     EXPECT_EQ(StripNull("abcd"), "");
 }
 
+TEST_F(ToolsTest, StripNullOfAnEmptyTextIsAnErrorToo) {
+    expectError("5 (Invalid procedure call or argument)", "StripNull");
+
+    EXPECT_EQ(StripNull(""), "");
+}
+
 TEST_F(ToolsTest, CopyStringToByteCutsToTheSizeAndEndsWithNul) {
     std::array<char, 5> target{'x', 'x', 'x', 'x', 'x'};
 
@@ -113,6 +123,14 @@ TEST_F(ToolsTest, CopyStringToByteFillsUpWithNuls) {
     CopyStringToByte(target, "0123456789", 15);
 
     EXPECT_EQ(std::string(target.data(), 16), std::string("0123456789\0\0\0\0\0\0", 16));
+}
+
+TEST_F(ToolsTest, CopyStringToByteOfSizeZeroWritesOneNul) {
+    std::array<char, 2> target{'x', 'x'};
+
+    CopyStringToByte(target, "abc", 0);
+
+    EXPECT_EQ(target, (std::array<char, 2>{'\0', 'x'}));
 }
 
 TEST_F(ToolsTest, CopyStringToByteBeyondTheTargetIsAnErrorAfterWhatFits) {

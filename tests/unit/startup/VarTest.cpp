@@ -105,6 +105,82 @@ TEST_F(VarTest, WithoutAFileEverySettingHasItsDefault) {
     EXPECT_EQ(s.BytesRcvdTotal, Currency(0));
 }
 
+TEST_F(VarTest, TheDefaultsReplaceWhateverWasThere) {
+    State& s = state();
+    s.RasConnections.resize(2);
+    s.HostName = s.IPAddress = "x";
+    s.BytesRcvdCurrent = s.BytesSentCurrent = s.DurationCurrent = 9;
+    s.BytesRcvdOffset = s.BytesSentOffset = s.DurationOffset = 9;
+    s.BytesRcvdTotal = s.BytesSentTotal = s.DurationTotal = s.TickerBase = 9;
+    s.MonitoringActive = s.ConnectionActive = s.DialInStarted = true;
+    s.UnitTransferCurrent = s.UnitTransferTotal = TransferUnit::GigaBytes;
+    s.StartUpRunMonitoring = s.StartUpMinimise = s.TransferLimit = s.DurationLimit = 1;
+    s.TransferLimitWarning = s.TransferLimitHangUp = s.TransferResetEnable = 1;
+    s.TransferResetBackup = s.LogIPAddress = s.TransferTicker = 1;
+    s.DurationLimitMin = 9;
+    s.TransferReset = enDateCalc::EndOfYear;
+    expectWarning("Warning: Old settings could not be loaded.\rAssuming first run.");
+
+    InitApplicationStatus();
+
+    EXPECT_TRUE(s.RasConnections.empty());
+    EXPECT_EQ(s.HostName + s.IPAddress, "");
+    for (const Long counter : {s.BytesRcvdCurrent, s.BytesSentCurrent, s.DurationCurrent,
+                               s.BytesRcvdOffset, s.BytesSentOffset, s.DurationOffset}) {
+        EXPECT_EQ(counter, Long(0));
+    }
+    for (const Currency total :
+         {s.BytesRcvdTotal, s.BytesSentTotal, s.DurationTotal, s.TickerBase}) {
+        EXPECT_EQ(total, Currency(0));
+    }
+    EXPECT_FALSE(s.MonitoringActive || s.ConnectionActive || s.DialInStarted);
+    EXPECT_EQ(s.UnitTransferCurrent, TransferUnit::Bytes);
+    EXPECT_EQ(s.UnitTransferTotal, TransferUnit::Bytes);
+    for (const std::uint8_t flag :
+         {s.StartUpRunMonitoring, s.StartUpMinimise, s.TransferLimit, s.DurationLimit,
+          s.TransferLimitWarning, s.TransferLimitHangUp, s.TransferResetEnable,
+          s.TransferResetBackup, s.LogIPAddress, s.TransferTicker}) {
+        EXPECT_EQ(flag, 0);
+    }
+    EXPECT_EQ(s.DurationLimitMin, Long(0));
+    EXPECT_EQ(s.TransferReset, enDateCalc::MiddleOfDay);
+}
+
+TEST_F(VarTest, TheDefaultsLeaveTheSwitchesOfTheCommandLine) {
+    state().ArgRun = state().ArgMinimise = true;
+    expectWarning("Warning: Old settings could not be loaded.\rAssuming first run.");
+
+    InitApplicationStatus();
+
+    EXPECT_TRUE(state().ArgRun);
+    EXPECT_TRUE(state().ArgMinimise);
+}
+
+struct DateFormCase {
+    const char* name;
+    LocaleData locale;
+};
+
+class DefaultDateTest : public WorldTest, public testing::WithParamInterface<DateFormCase> {};
+
+TEST_P(DefaultDateTest, IsTheFirstOfJanuary2001) {
+    machine.locale.conventions = GetParam().locale;
+    expectWarning("Warning: Old settings could not be loaded.\rAssuming first run.");
+
+    InitApplicationStatus();
+
+    EXPECT_EQ(state().TransferResetLast.serial(), 36892.0);
+}
+
+INSTANTIATE_TEST_SUITE_P(EachForm, DefaultDateTest,
+                         testing::Values(DateFormCase{"German", germanLocale()},
+                                         DateFormCase{"American", americanLocale()},
+                                         DateFormCase{"Swedish", swedishLocale()},
+                                         DateFormCase{"French", frenchLocale()},
+                                         DateFormCase{"Finnish", finnishLocale()},
+                                         DateFormCase{"Japanese", japaneseLocale()}),
+                         [](const auto& given) { return given.param.name; });
+
 TEST_F(VarTest, EverythingIsZeroBeforeTheDefaultsAreWritten) {
     EXPECT_EQ(state().RefreshInterval, Long(0));
     EXPECT_FALSE(state().FirstOnlineUpdate);

@@ -17,9 +17,11 @@ void WorldTest::expectBox(std::string text, MsgBoxButtons buttons, MsgBoxIcon ic
     machine.desktop.expect({std::move(text), buttons, icon, answer, std::move(meanwhile)});
 }
 
-void WorldTest::expectError(const std::string& numberAndDescription, const std::string& procedure) {
-    expectFailure("Error " + numberAndDescription + "\roccured in function \"" + procedure +
-                  "\".\rPlease contact the author for support.");
+void WorldTest::expectError(const std::string& numberAndDescription, const std::string& procedure,
+                            std::function<void()> meanwhile) {
+    expectBox("Error " + numberAndDescription + "\roccured in function \"" + procedure +
+                  "\".\rPlease contact the author for support.",
+              MsgBoxButtons::OkOnly, MsgBoxIcon::Critical, MsgBoxAnswer::Ok, std::move(meanwhile));
 }
 
 void WorldTest::expectWarning(std::string text) {

@@ -32,7 +32,8 @@ protected:
     void expectBox(std::string text, MsgBoxButtons buttons, MsgBoxIcon icon,
                    MsgBoxAnswer answer = MsgBoxAnswer::Ok, std::function<void()> meanwhile = {});
     /// Announces an error report: OK, critical.
-    void expectError(const std::string& numberAndDescription, const std::string& procedure);
+    void expectError(const std::string& numberAndDescription, const std::string& procedure,
+                     std::function<void()> meanwhile = {});
     /// Announces a notice with OK and the exclamation or the critical icon.
     void expectWarning(std::string text);
     void expectFailure(std::string text);

@@ -1,0 +1,169 @@
+#include "scripted/TextPicture.h"
+
+#include "scripted/CellCanvas.h"
+#include "ui/controls/Form.h"
+#include "ui/controls/LayoutSolver.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace tarvik {
+
+namespace {
+
+constexpr int horizontalGap = 2;
+constexpr int frameSide = 2;
+constexpr int frameEnd = 1;
+/// What stands around the text of a box or button: "[ " and " ]".
+constexpr int boxSides = 4;
+/// What stands around a frame's title inside its corners and sides: "- " and " -" less two cells.
+constexpr int titleSides = 2;
+constexpr int pictureWidth = 3;
+
+int width(std::string_view text) {
+    return static_cast<int>(cellsOf(text));
+}
+
+int linesOf(const std::string& text) {
+    return 1 + static_cast<int>(std::count(text.begin(), text.end(), '\r'));
+}
+
+int widestLine(const std::string& text) {
+    int widest = 0;
+    std::size_t begin = 0;
+    while (begin <= text.size()) {
+        const std::size_t end = std::min(text.find('\r', begin), text.size());
+        widest = std::max(widest, width(std::string_view(text).substr(begin, end - begin)));
+        begin = end + 1;
+    }
+    return widest;
+}
+
+template <class Kind>
+const Kind& as(const Control& control) {
+    return static_cast<const Kind&>(control);
+}
+
+/// The size of a control's content, for an item of at least that many characters.
+LayoutSize contentSize(const Control& control, int characters) {
+    switch (control.kind()) {
+    case ControlKind::Label: {
+        const std::string& caption = as<Label>(control).caption();
+        return {std::max(characters, widestLine(caption)), linesOf(caption)};
+    }
+    case ControlKind::TextBox:
+        return {boxSides + std::max(characters, width(as<TextBox>(control).text())), 1};
+    case ControlKind::CheckBox:
+        return {boxSides + std::max(characters, width(as<CheckBox>(control).caption())), 1};
+    case ControlKind::CommandButton:
+        return {boxSides + std::max(characters, width(as<CommandButton>(control).caption())), 1};
+    case ControlKind::ComboBox:
+        return {boxSides + std::max(characters, width(as<ComboBox>(control).text())), 1};
+    case ControlKind::Frame:
+        return {titleSides + width(as<Frame>(control).caption()), 0};
+    case ControlKind::Picture:
+        return {std::max(characters, pictureWidth), 1};
+    case ControlKind::Timer:
+    case ControlKind::Menu:
+        break;
+    }
+    return {};
+}
+
+LayoutSize cellSize(const Control& control, int characters, int lines) {
+    const LayoutSize content = contentSize(control, characters);
+    return {content.width, std::max(content.height, lines)};
+}
+
+LayoutMetrics cellMetrics() {
+    LayoutMetrics metrics;
+    metrics.measure = cellSize;
+    metrics.horizontalGap = horizontalGap;
+    metrics.frameLeft = metrics.frameRight = frameSide;
+    metrics.frameTop = metrics.frameBottom = frameEnd;
+    return metrics;
+}
+
+void drawLabel(CellCanvas& canvas, const Label& label, const LayoutRect& rect) {
+    std::string line;
+    int top = rect.top;
+    for (const char character : label.caption() + '\r') {
+        if (character != '\r') {
+            line += character;
+            continue;
+        }
+        canvas.text(rect.left, top++, rect.width, line, label.alignment());
+        line.clear();
+    }
+}
+
+/// Text between a sign on the left and one on the right.
+void drawBox(CellCanvas& canvas, const LayoutRect& rect, char left, const std::string& text,
+             char right, TextAlignment alignment) {
+    canvas.text(rect.left, rect.top, 1, std::string(1, left));
+    canvas.text(rect.left + 2, rect.top, rect.width - boxSides, text, alignment);
+    canvas.text(rect.left + rect.width - 1, rect.top, 1, std::string(1, right));
+}
+
+void drawTextBox(CellCanvas& canvas, const TextBox& box, const LayoutRect& rect) {
+    drawBox(canvas, rect, box.readOnly() ? '(' : '[', box.text(), box.readOnly() ? ')' : ']',
+            box.alignment());
+}
+
+void drawButton(CellCanvas& canvas, const CommandButton& button, const LayoutRect& rect) {
+    drawBox(canvas, rect, button.enabled() ? '<' : '-', button.caption(),
+            button.enabled() ? '>' : '-', TextAlignment::Centre);
+}
+
+void drawCombo(CellCanvas& canvas, const ComboBox& combo, const LayoutRect& rect) {
+    canvas.text(rect.left, rect.top, 1, "[");
+    canvas.text(rect.left + 1, rect.top, rect.width - boxSides, combo.text());
+    canvas.text(rect.left + rect.width - 2, rect.top, 2, "v]");
+}
+
+void draw(CellCanvas& canvas, const Control& control, const LayoutRect& rect) {
+    switch (control.kind()) {
+    case ControlKind::Label:
+        return drawLabel(canvas, as<Label>(control), rect);
+    case ControlKind::TextBox:
+        return drawTextBox(canvas, as<TextBox>(control), rect);
+    case ControlKind::CheckBox: {
+        const auto& box = as<CheckBox>(control);
+        return canvas.text(rect.left, rect.top, rect.width,
+                           (box.ticked() ? "[x] " : "[ ] ") + box.caption());
+    }
+    case ControlKind::CommandButton:
+        return drawButton(canvas, as<CommandButton>(control), rect);
+    case ControlKind::ComboBox:
+        return drawCombo(canvas, as<ComboBox>(control), rect);
+    case ControlKind::Frame:
+        return canvas.border(rect.left, rect.top, rect.width, rect.height,
+                             as<Frame>(control).caption());
+    case ControlKind::Picture:
+        return canvas.text(rect.left, rect.top, rect.width, "(*)");
+    case ControlKind::Timer:
+    case ControlKind::Menu:
+        break;
+    }
+}
+
+} // namespace
+
+std::string textPicture(const Form& form) {
+    if (form.layout() == nullptr) {
+        return {};
+    }
+    const LayoutMetrics metrics = cellMetrics();
+    LayoutSize size = minimumSize(*form.layout(), metrics);
+    size.width = std::max(size.width, titleSides + width(form.caption()));
+    CellCanvas canvas(size.width + 2 * frameSide, size.height + 2 * frameEnd);
+    canvas.border(0, 0, size.width + 2 * frameSide, size.height + 2 * frameEnd, form.caption());
+    for (const PlacedControl& placed : solveLayout(*form.layout(), metrics, size)) {
+        const LayoutRect& rect = placed.rect;
+        draw(canvas, *placed.control,
+             {rect.left + frameSide, rect.top + frameEnd, rect.width, rect.height});
+    }
+    return canvas.lines();
+}
+
+} // namespace tarvik
