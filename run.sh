@@ -12,9 +12,10 @@ cmake --preset release -DTARVIK_TESTS=OFF -DTARVIK_BENCH=OFF >/dev/null
 cmake --build --preset release --target tarvik-demo
 
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
+    [ -n "${DISPLAY:-}" ] || install_missing qt6-wayland || true
     exec build/release/bin/tarvik-demo "$@"
 fi
 echo "There is no display: a virtual one is used, and the session plays by itself."
 # shellcheck disable=SC2086
 install_missing $packages_display
-exec /usr/bin/python3 scripts/play_session.py build/release/bin/tarvik-demo out
+exec /usr/bin/python3 -B scripts/play_session.py build/release/bin/tarvik-demo out

@@ -5,8 +5,8 @@ cd "$(dirname "$(readlink -f "$0")")/.."
 # shellcheck source=scripts/packages.sh
 . scripts/packages.sh
 # shellcheck disable=SC2086
-install_missing $packages_build $packages_test $packages_display
-cmake --preset release >/dev/null
+install_missing $packages_build $packages_display
+cmake --preset release -DTARVIK_TESTS=OFF -DTARVIK_BENCH=ON >/dev/null
 cmake --build --preset release --target tarvik-demo empty_window bench_ini
-/usr/bin/python3 bench/bench_face.py build/release/bin/tarvik-demo build/release/bin/empty_window
+/usr/bin/python3 -B bench/bench_face.py build/release/bin/tarvik-demo build/release/bin/empty_window
 build/release/bin/bench_ini

@@ -1,24 +1,43 @@
+# shellcheck shell=bash disable=SC2034
 # Packages of Debian 12 that building, running and testing need. Sourced, not run.
 
 packages_build="g++ cmake ninja-build qt6-base-dev libgl1-mesa-dev"
-packages_display="xvfb xauth openbox dbus-daemon at-spi2-core python3-gi gir1.2-atspi-2.0 imagemagick xdotool x11-utils fonts-noto-core"
-packages_test="libgtest-dev libgmock-dev libbenchmark-dev clang-format clang-tidy gcovr python3"
+packages_display="xvfb openbox dbus-daemon at-spi2-core python3 python3-gi gir1.2-atspi-2.0 imagemagick xdotool x11-utils fonts-noto-core"
+packages_library="libgtest-dev libgmock-dev"
+packages_lint="clang-format python3"
+packages_test="$packages_library $packages_lint clang-tidy gcovr"
 
-# install_missing PACKAGE...: installs what is not there; false when that cannot be done.
-install_missing() {
-    local missing=() package
+# missing_of PACKAGE...: those that are not installed.
+missing_of() {
+    local package
     for package in "$@"; do
         dpkg-query -W -f '${db:Status-Abbrev}' "$package" 2>/dev/null | grep -q '^ii' ||
-            missing+=("$package")
+            printf '%s ' "$package"
     done
-    [ ${#missing[@]} -eq 0 ] && return 0
-    local as_root=()
+}
+
+# needs PACKAGE...: false, with a word about it, when one is not installed.
+needs() {
+    local missing
+    missing=$(missing_of "$@")
+    [ -z "$missing" ] || { echo "Not installed: $missing" >&2; return 1; }
+}
+
+# install_missing PACKAGE...: installs what is not there; 77 when that cannot be done.
+install_missing() {
+    local missing as_root=()
+    missing=$(missing_of "$@")
+    [ -z "$missing" ] && return 0
     if [ "$(id -u)" -ne 0 ]; then
-        command -v sudo >/dev/null || { echo "Missing and not root: ${missing[*]}" >&2; return 1; }
+        if ! command -v sudo >/dev/null || ! { sudo -n true || : </dev/tty; } 2>/dev/null; then
+            echo "Only root can install what is missing: $missing" >&2
+            return 77
+        fi
         as_root=(sudo)
     fi
-    echo "Installing: ${missing[*]}"
-    "${as_root[@]}" apt-get update -qq &&
-        "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-            apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+    echo "Installing: $missing"
+    "${as_root[@]}" apt-get update -qq
+    # shellcheck disable=SC2086
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq --no-install-recommends $missing >/dev/null || return 77
 }

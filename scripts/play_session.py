@@ -55,7 +55,7 @@ def play(program, picture):
 
 def main():
     executable, output = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
-    output.mkdir(exist_ok=True)
+    output.mkdir(parents=True, exist_ok=True)
     picture, ini = output / "session.png", output / "Tarvik.ini"
     desktop = Desktop()
     program = None

@@ -34,13 +34,15 @@ std::size_t cellsOf(std::string_view text) {
 }
 
 CellCanvas::CellCanvas(int width, int height)
-    : width_(width), height_(height), cells_(static_cast<std::size_t>(width * height)) {}
+    : width_(width), height_(height),
+      cells_(static_cast<std::size_t>(width) * static_cast<std::size_t>(height)) {}
 
 void CellCanvas::put(int left, int top, std::string_view character) {
     if (left < 0 || left >= width_ || top < 0 || top >= height_) {
         return;
     }
-    std::string& cell = cells_[static_cast<std::size_t>(top * width_ + left)];
+    const auto row = static_cast<std::size_t>(top) * static_cast<std::size_t>(width_);
+    std::string& cell = cells_[row + static_cast<std::size_t>(left)];
     const bool control = static_cast<unsigned char>(character.front()) < ' ';
     cell = !cell.empty() ? "#" : control ? " " : character;
 }

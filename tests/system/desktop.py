@@ -1,6 +1,7 @@
 """A virtual desktop and the program on it, driven and read through accessibility as a person with a
 screen reader would use it."""
 
+import ctypes
 import os
 import pathlib
 import shutil
@@ -15,10 +16,17 @@ gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi  # noqa: E402
 
 DEADLINE = 20.0
+_process_control = ctypes.CDLL(None).prctl
 
 
 class Failure(AssertionError):
     """The program did not do what was waited for."""
+
+
+def end_with_parent():
+    """In a new process: it ends when the one that started it is gone, however that ended."""
+    set_death_signal = 1
+    _process_control(set_death_signal, int(signal.SIGTERM), 0, 0, 0)
 
 
 def wait_for(what, condition, deadline=DEADLINE):
@@ -27,6 +35,8 @@ def wait_for(what, condition, deadline=DEADLINE):
     while True:
         try:
             answer = condition()
+        except Failure:
+            raise
         except Exception:  # a widget that has just gone
             answer = None
         if answer:
@@ -56,6 +66,13 @@ class Desktop:
             QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
             TARVIK_TEST_IDS="1",
         )
+        try:
+            self._start_services(screen)
+        except BaseException:
+            self.close()
+            raise
+
+    def _start_services(self, screen):
         self._start_display(screen)
         self._start_bus()
         # The accessibility library reads these when it is first used.
@@ -69,7 +86,9 @@ class Desktop:
             command,
             env=self.environment,
             stdout=options.pop("stdout", subprocess.DEVNULL),
+            stdin=subprocess.DEVNULL,
             stderr=subprocess.DEVNULL,
+            preexec_fn=end_with_parent,
             **options,
         )
         self.processes.append(process)
@@ -78,7 +97,8 @@ class Desktop:
     def _start_display(self, screen):
         read_end, write_end = os.pipe()
         self._start(
-            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", screen, "-nolisten", "tcp"],
+            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", screen, "-nolisten", "tcp",
+             "-noreset"],
             pass_fds=[write_end],
         )
         os.close(write_end)
@@ -93,6 +113,8 @@ class Desktop:
             ["dbus-daemon", "--session", "--print-address", "--nofork"], stdout=subprocess.PIPE
         )
         address = bus.stdout.readline().decode().strip()
+        if not address:
+            raise Failure("the session bus did not start")
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
 
     def screenshot(self, path):
@@ -108,6 +130,14 @@ class Desktop:
         )
         return "Iconic" in answer.stdout
 
+    def is_active(self, title):
+        """True when the window of that title has the user's attention."""
+        answer = subprocess.run(
+            ["xdotool", "getactivewindow", "getwindowname"],
+            env=self.environment, capture_output=True, text=True, check=False,
+        )
+        return answer.stdout.strip() == title
+
     def close(self):
         for process in reversed(self.processes):
             process.terminate()
@@ -117,20 +147,28 @@ class Desktop:
             except subprocess.TimeoutExpired:
                 process.kill()
                 process.wait()
+            if process.stdout is not None:
+                process.stdout.close()
         shutil.rmtree(self.folder, ignore_errors=True)
 
 
 class Program:
-    """One running copy of the program."""
+    """One running copy of the program: an executable, or a command that becomes one."""
 
-    def __init__(self, desktop, executable, *arguments, **environment):
+    def __init__(self, desktop, command, *arguments, **environment):
         self.desktop = desktop
-        self.process = subprocess.Popen(
-            [str(executable), *arguments],
-            env={**desktop.environment, **environment},
-            stdout=subprocess.DEVNULL,
-            stderr=subprocess.PIPE,
-        )
+        if isinstance(command, (str, pathlib.Path)):
+            command = [str(command)]
+        descriptor, self.errors = tempfile.mkstemp(prefix="errors-", dir=desktop.folder)
+        with os.fdopen(descriptor, "wb") as errors:
+            self.process = subprocess.Popen(
+                [*command, *arguments],
+                env={**desktop.environment, **environment},
+                stdin=subprocess.DEVNULL,
+                stdout=subprocess.DEVNULL,
+                stderr=errors,
+                preexec_fn=end_with_parent,
+            )
 
     # What is on the screen ------------------------------------------------------------------
 
@@ -159,9 +197,17 @@ class Program:
                 return node
         return None
 
+    def _find_alive(self, name):
+        if not self.running():
+            raise Failure(
+                "the program ended with %d while %s was waited for; it wrote:\n%s"
+                % (self.process.returncode, name, self.written())
+            )
+        return self._find(name)
+
     def find(self, name):
         """The widget of that control name."""
-        return wait_for("the control " + name, lambda: self._find(name))
+        return wait_for("the control " + name, lambda: self._find_alive(name))
 
     def is_there(self, name):
         return self._find(name) is not None
@@ -237,7 +283,7 @@ class Program:
     # Message boxes --------------------------------------------------------------------------
 
     def _box(self):
-        box = self._find("msgBox")
+        box = self._find_alive("msgBox")
         return box if box is not None and self.is_showing("msgBox") else None
 
     def box_text(self):
@@ -266,7 +312,7 @@ class Program:
 
         text = self.box_text()
         self._act(wait_for("the button " + button, find_button))
-        wait_for("the box to go", lambda: self._box_text() != text)
+        wait_for("the box to go", lambda: not self.running() or self._box_text() != text)
 
     def expect_box(self, text, button):
         """Checks the open box to the letter and answers it."""
@@ -277,20 +323,27 @@ class Program:
 
     # The process ----------------------------------------------------------------------------
 
-    def end(self, number=signal.SIGTERM, deadline=DEADLINE):
-        """Sends a signal and gives the exit code."""
+    def end(self, number=signal.SIGTERM):
+        """Sends a signal and gives the exit code, negative for one that killed it."""
         self.process.send_signal(number)
-        return self.process.wait(deadline)
+        return self.wait_exit()
 
-    def wait_exit(self, deadline=DEADLINE):
-        return self.process.wait(deadline)
+    def wait_exit(self):
+        """The exit code, once the program has ended by itself."""
+        try:
+            return self.process.wait(DEADLINE)
+        except subprocess.TimeoutExpired:
+            raise Failure("the program did not end") from None
 
     def running(self):
         return self.process.poll() is None
+
+    def written(self):
+        """What the program has written to its standard error."""
+        return pathlib.Path(self.errors).read_text(encoding="utf-8", errors="replace")
 
     def stop(self):
         """Makes sure that nothing is left of it."""
         if self.running():
             self.process.kill()
         self.process.wait()
-        self.process.stderr.close()

@@ -1,6 +1,7 @@
 """What the tests of the built program share: a fresh copy of it for each test on one desktop."""
 
 import atexit
+import functools
 import os
 import pathlib
 import shutil
@@ -9,7 +10,9 @@ import unittest
 
 from desktop import Desktop, Program
 
-EXECUTABLE = os.environ.get("TARVIK_DEMO", "build/debug/bin/tarvik-demo")
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+EXECUTABLE = os.environ.get("TARVIK_DEMO", ROOT / "build/debug/bin/tarvik-demo")
+PICTURES = ROOT / "build" / "failed-system-tests"
 LOCK_WARNING = 'Warning: Unable to set "IsLocked"-flag in INI-file!'
 FIRST_RUN_WARNING = "Warning: Old settings could not be loaded.\nAssuming first run."
 INSTANCE_QUESTION = (
@@ -38,8 +41,33 @@ SETTINGS = [
 _desktops = []
 
 
+def picturing(test):
+    """The test, which names a picture of the screen when it fails."""
+
+    @functools.wraps(test)
+    def wrapped(self):
+        try:
+            test(self)
+        except unittest.SkipTest:
+            raise
+        except Exception as failure:
+            PICTURES.mkdir(parents=True, exist_ok=True)
+            picture = PICTURES / (self.id().split(".", 1)[1] + ".png")
+            self.desktop.screenshot(picture)
+            failure.add_note("The screen at that moment: %s" % picture)
+            raise
+
+    return wrapped
+
+
 class ProgramTest(unittest.TestCase):
     """A test with a folder of its own that holds the program; a failure leaves a picture."""
+
+    def __init_subclass__(cls, **options):
+        super().__init_subclass__(**options)
+        for name, member in list(vars(cls).items()):
+            if name.startswith("test_"):
+                setattr(cls, name, picturing(member))
 
     @property
     def desktop(self):
@@ -51,15 +79,10 @@ class ProgramTest(unittest.TestCase):
 
     def setUp(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="tarvik-test-"))
-        self.executable = pathlib.Path(shutil.copy(EXECUTABLE, self.folder))
+        self.executable = pathlib.Path(shutil.copy(EXECUTABLE, self.folder / "tarvik-demo"))
         self.programs = []
 
     def tearDown(self):
-        outcome = self._outcome.result if hasattr(self._outcome, "result") else None
-        if outcome is not None and any(test is self for test, _ in outcome.errors + outcome.failures):
-            picture = pathlib.Path(tempfile.gettempdir()) / (self.id() + ".png")
-            self.desktop.screenshot(picture)
-            print("picture of the failure: %s" % picture)
         for program in self.programs:
             program.stop()
         self.folder.chmod(0o755)
@@ -75,8 +98,10 @@ class ProgramTest(unittest.TestCase):
     def write_ini(self, text="[Settings]\nRefreshInterval=200\n"):
         self.ini.write_text(text, encoding="utf-8", newline="")
 
-    def start(self, *arguments, **environment):
-        program = Program(self.desktop, self.executable, *arguments, **environment)
+    def start(self, *arguments, before=(), **environment):
+        """Starts the program; `before` are the words of a command that starts it."""
+        command = [*before, str(self.executable)]
+        program = Program(self.desktop, command, *arguments, **environment)
         self.programs.append(program)
         return program
 

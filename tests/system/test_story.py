@@ -1,9 +1,6 @@
 """The program as its user meets it: a real process, a real window, a real file."""
 
-import os
 import signal
-import stat
-import unittest
 
 from desktop import wait_for
 from support import (
@@ -157,6 +154,13 @@ class EndOfSessionTest(ProgramTest):
         self.assertEqual(settings["LastDateStamp"], "1")
         self.assertGreater(int(keys_of(self.read_ini(), settings["LastState"])["Rcvd"]), 0)
 
+    def test_the_end_of_the_session_while_dialling_ends_the_program(self):
+        program = self.start_quietly()
+        program.choose("cboConnections", "Skylark Mobile")
+        program.click("cmdConnect")
+        self.assertEqual(program.end(), 0)
+        self.assertEqual(keys_of(self.read_ini(), "Settings")["IsLocked"], "0")
+
     def test_the_end_of_the_session_closes_an_open_box(self):
         program = self.start_quietly("/r")
         program.press("cmdQuit")
@@ -170,66 +174,6 @@ class EndOfSessionTest(ProgramTest):
         program.box_text()
         self.assertEqual(program.end(signal.SIGINT), 0)
         self.assertEqual(self.read_ini(), "[Settings]\nIsLocked=1\n")
-
-
-class FileTest(ProgramTest):
-    def test_a_folder_that_cannot_be_written_leaves_the_file_to_the_users_data(self):
-        if os.getuid() == 0:
-            self.skipTest("nothing is closed to root")
-        self.folder.chmod(stat.S_IRUSR | stat.S_IXUSR)
-        data = self.desktop.folder / "data"
-        program = self.start(XDG_DATA_HOME=str(data))
-        program.expect_box(LOCK_WARNING, "OK")
-        program.expect_box(FIRST_RUN_WARNING, "OK")
-        self.quit(program)
-        self.assertTrue((data / "velmars-tarvik" / "Tarvik.ini").exists())
-
-    def test_a_read_only_file_is_left_as_it_was(self):
-        self.write_ini("[Settings]\nRefreshInterval=500\n")
-        self.ini.chmod(0o444)
-        program = self.start()
-        program.expect_box(LOCK_WARNING, "OK")
-        program.find("cmdQuit")
-        program.press("cmdQuit")
-        program.expect_box("Warning: State could not be saved.", "OK")
-        program.expect_box('Warning: Unable to unset "IsLocked"-flag in INI-file!', "OK")
-        self.assertEqual(program.wait_exit(), 0)
-        self.assertEqual(self.read_ini(), "[Settings]\nRefreshInterval=500\n")
-
-    def test_a_directory_in_the_files_place_is_told_and_the_program_runs(self):
-        self.ini.mkdir()
-        directory = "Error: INI file exists as directory."
-        program = self.start()
-        program.expect_box(directory, "OK")
-        program.expect_box(LOCK_WARNING, "OK")
-        program.expect_box(directory, "OK")
-        program.expect_box(FIRST_RUN_WARNING, "OK")
-        program.press("cmdQuit")
-        program.expect_box(directory, "OK")
-        program.expect_box("Warning: State could not be saved.", "OK")
-        program.expect_box('Warning: Unable to unset "IsLocked"-flag in INI-file!', "OK")
-        self.assertEqual(program.wait_exit(), 0)
-
-    def test_strange_content_is_survived_and_kept(self):
-        strange = (
-            "key before any section=1\n; comment\n[Strange\n[Settings]\r\nRefreshInterval=200\r\n"
-            "Odd\0Key=\0\n" + "x" * 1_000_000 + "\n[Other]\nKeep=me\n[Settings]\nRefreshInterval=9"
-        )
-        self.write_ini(strange)
-        program = self.start_quietly()
-        self.quit(program)
-        text = self.ini.read_bytes().decode()
-        for kept in ("key before any section=1\n; comment\n[Strange\n", "Odd\0Key=\0\n",
-                     "x" * 1_000_000 + "\n", "[Other]\nKeep=me\n", "\nRefreshInterval=9"):
-            self.assertIn(kept, text)
-        self.assertIn("[Settings]\r\nRefreshInterval=200\r\n", text)
-
-    def test_nothing_but_the_file_is_left_beside_the_program(self):
-        program = self.start_quietly()
-        self.quit(program)
-        self.assertEqual(
-            sorted(path.name for path in self.folder.iterdir()), ["Tarvik.ini", "tarvik-demo"]
-        )
 
 
 class CommandLineTest(ProgramTest):
@@ -257,30 +201,11 @@ class CommandLineTest(ProgramTest):
     def test_started_out_of_the_way_the_window_is_not_in_front(self):
         program = self.start_quietly("/R", "/MIN")
         program.wait_text("lblMonitoring", "Monitoring: active")
+        wait_for("the window to go aside", lambda: self.desktop.is_iconic("Velmars Tarvik"))
         self.assertEqual(program.end(), 0)
 
-
-class LocaleTest(ProgramTest):
-    RECORD = "[Settings]\nLastState=r\nDateStamp1=r\nLastDateStamp=1\n[r]\nSent=1234567\n"
-
-    def shown_and_saved(self, locale):
-        self.write_ini(self.RECORD)
-        program = self.start_quietly(LC_ALL=locale)
-        shown = program.wait_text("txtBytesSentTotal", lambda text: text != "")
+    def test_started_without_switches_nothing_is_watched_and_the_window_is_in_front(self):
+        program = self.start_quietly()
+        wait_for("the window", lambda: self.desktop.is_active("Velmars Tarvik"))
+        self.assertEqual(program.text("lblMonitoring"), "Monitoring: inactive")
         self.quit(program)
-        return shown, keys_of(self.read_ini(), "Settings")["TransferResetLast"]
-
-    def test_german_forms(self):
-        self.assertEqual(self.shown_and_saved("de_DE.UTF-8"), ("1.234.567", "01.01.2001"))
-
-    def test_american_forms(self):
-        self.assertEqual(self.shown_and_saved("en_US.UTF-8"), ("1,234,567", "1/1/2001"))
-
-    def test_swedish_forms(self):
-        self.assertEqual(
-            self.shown_and_saved("sv_SE.UTF-8"), ("1\u00a0234\u00a0567", "2001-01-01")
-        )
-
-
-if __name__ == "__main__":
-    unittest.main()

@@ -47,7 +47,7 @@ void spread(std::vector<Track>& tracks, int spare) {
     for (const Track& track : tracks) {
         shares += track.share;
     }
-    if (shares == 0 || spare <= 0) {
+    if (shares == 0) {
         return;
     }
     int left = spare;

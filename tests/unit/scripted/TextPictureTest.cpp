@@ -1,7 +1,6 @@
 #include "scripted/TextPicture.h"
 
 #include "ui/controls/TestForm.h"
-#include "ui/frmMain.h"
 
 #include <gtest/gtest.h>
 
@@ -51,6 +50,16 @@ TEST_F(TextPictureTest, ACarriageReturnSeparatesTheLinesOfALabel) {
                                  "| First line |\n"
                                  "| Second     |\n"
                                  "+------------+\n");
+}
+
+TEST_F(TextPictureTest, AnItemOfTwoLinesTakesTwoRows) {
+    Label label(form, "lblOnly", {.caption = "Hello"});
+    form.setLayout(item(label).tall(2));
+
+    EXPECT_EQ(textPicture(form), "+- Bare -+\n"
+                                 "| Hello  |\n"
+                                 "|        |\n"
+                                 "+--------+\n");
 }
 
 TEST_F(TextPictureTest, TextBoxesShowWhetherTheyCanBeTypedInto) {
@@ -149,29 +158,6 @@ TEST_F(TextPictureTest, AWholeFormIsReadable) {
                                  "| +------------------------------+             |\n"
                                  "| [ ] Keep the password                        |\n"
                                  "+----------------------------------------------+\n");
-}
-
-TEST_F(TextPictureTest, TheMainWindowCanBeRead) {
-    FrmMain main;
-    main.txtBytesSent.setText("1,204,455");
-    main.cboConnections.addItem("Ridge");
-    main.cboConnections.setListIndex(0);
-    main.txtActiveConnection.setText("modem: Ridge - Line 1");
-
-    EXPECT_EQ("\n" + textPicture(main), R"(
-+- Velmars Tarvik -------------------------------------------------------------------------------------------------------+
-| +- Recorded transfers (amount and time): ------------------------------------------------------+  < Start Monitoring > |
-| | Transer                           Sent              Received    Duration       hr:min:sec:ms |  <     Connect      > |
-| | current (bytes):  (        1,204,455 )  (                  )    Current   (   00:00:00:000 ) |  <    Disconnect    > |
-| | total (bytes):    (                  )  (                  )    Total     (   00:00:00:000 ) |                       |
-| +----------------------------------------------------------------------------------------------+                       |
-| +- Status: ------------------------------------------------------------------------------------+                       |
-| | (*)  Monitoring: inactive                                                                    |  -  Statistics...   - |
-| | Available connection(s):  [Ridge                                                          v] |  -    History...    - |
-| | Active connection to:     ( modem: Ridge - Line 1                                          ) |  -    Options...    - |
-| +----------------------------------------------------------------------------------------------+  <       Quit       > |
-+------------------------------------------------------------------------------------------------------------------------+
-)");
 }
 
 } // namespace

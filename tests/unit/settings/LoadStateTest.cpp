@@ -1,5 +1,4 @@
 #include "settings/mdlSettings.h"
-#include "startup/mdlStartUp.h"
 #include "support/WorldTest.h"
 #include "ui/mdlGUI.h"
 

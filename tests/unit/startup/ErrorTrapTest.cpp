@@ -1,6 +1,5 @@
 #include "settings/mdlSettings.h"
 #include "settings/mdlSettingsLog.h"
-#include "startup/mdlShutDown.h"
 #include "startup/mdlSingleInstance.h"
 #include "startup/mdlStartUp.h"
 #include "startup/mdlTools.h"

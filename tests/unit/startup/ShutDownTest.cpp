@@ -1,5 +1,4 @@
 #include "support/WorldTest.h"
-#include "ui/frmMainEvents.h"
 
 namespace tarvik {
 namespace {

@@ -1,6 +1,5 @@
 #include "startup/mdlTools.h"
 
-#include "connection/mdlCode.h"
 #include "support/WorldTest.h"
 
 #include <array>

@@ -94,6 +94,12 @@ TEST_F(LayoutSolverTest, AColumnPutsItsItemsBelowEachOtherAtFullWidth) {
     EXPECT_EQ(solved(root), (Rects{{"a", {0, 0, 40, 20}}, {"b", {0, 23, 40, 10}}}));
 }
 
+TEST_F(LayoutSolverTest, AColumnFillsTheWidthItIsGiven) {
+    const LayoutNode root = column({box("a", 30, 20), box("b", 40, 10)});
+
+    EXPECT_EQ(solved(root, {100, 0}), (Rects{{"a", {0, 0, 100, 20}}, {"b", {0, 23, 100, 10}}}));
+}
+
 TEST_F(LayoutSolverTest, ALowItemStandsInTheMiddleOfItsRow) {
     const LayoutNode root = row({box("a", 30, 20), box("b", 40, 9)});
 
@@ -169,6 +175,12 @@ TEST_F(LayoutSolverTest, AnUnfinishedLastRowOfAGridIsLeftEmpty) {
 
     EXPECT_EQ(least(root), (LayoutSize{95, 43}));
     EXPECT_EQ(solved(root).at("c"), (LayoutRect{0, 23, 30, 20}));
+}
+
+TEST_F(LayoutSolverTest, AGridWithoutColumnsHasOne) {
+    const LayoutNode root = grid(0, {box("a", 30, 20), box("b", 30, 20)});
+
+    EXPECT_EQ(solved(root), (Rects{{"a", {0, 0, 30, 20}}, {"b", {0, 23, 30, 20}}}));
 }
 
 TEST_F(LayoutSolverTest, ABlankLeavesACellOrAWholeColumnEmpty) {

@@ -1,0 +1,120 @@
+"""Offenders and innocents made up for the rules: a rule that cannot fail, or that fails for what is
+right, is no rule."""
+
+import pathlib
+import tempfile
+
+import rules
+import tools
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+GLOB = "file(GLOB_RECURSE core_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/*.cpp)\n"
+
+
+def including(name, target):
+    path = target.split("/", 1)[1]
+    return {name: '#include "%s"\n' % path, target: ""}
+
+
+OFFENDERS = [
+    (rules.check_order, including("src/types/A.h", "src/ports/B.h")),
+    (rules.check_order, including("src/ports/A.h", "src/startup/mdlVar.h")),
+    (rules.check_order, including("src/startup/mdlTools.h", "src/ui/Forms.h")),
+    (rules.check_order, including("src/ui/controls/A.h", "src/settings/mdlB.h")),
+    (rules.check_order, including("src/ui/frmMain.cpp", "src/ui/mdlGUI.h")),
+    (rules.check_order, including("src/ui/mdlGUI.cpp", "src/ui/frmMainEvents.h")),
+    (rules.check_order, including("src/settings/mdlA.cpp", "src/startup/World.h")),
+    (rules.check_order, including("src/ui/frmMainEvents.cpp", "src/startup/mdlStartUp.h")),
+    (rules.check_order, including("platforms/linux/A.h", "src/settings/mdlB.h")),
+    (rules.check_order, including("platforms/linux/A.h", "src/startup/mdlVar.h")),
+    (rules.check_order, including("platforms/linux/A.h", "platforms/scripted/B.h")),
+    (rules.check_order, including("platforms/scripted/A.h", "src/ui/frmMainEvents.h")),
+    (rules.check_order, including("platforms/windows/A.h", "platforms/linux/B.h")),
+    (rules.check_order, including("src/types/A.h", "platforms/common/B.h")),
+    (rules.check_order, {"src/elsewhere/A.h": ""}),
+    (rules.check_paths, {"src/types/A.h": '#include "B.h"\n', "src/types/B.h": ""}),
+    (rules.check_paths, {"src/types/A.h": "#include <types/B.h>\n", "src/types/B.h": ""}),
+    (rules.check_paths, {"platforms/linux/A.h": '#include "../common/B.h"\n'}),
+    (rules.check_circles, {"src/types/A.h": '#include "types/B.h"\n',
+                           "src/types/B.h": '#include "types/C.h"\n',
+                           "src/types/C.h": '#include "types/A.h"\n'}),
+    (rules.check_names, {"src/types/A.h": "QString text;\n"}),
+    (rules.check_names, {"src/types/A.h": "// as Qt does\n"}),
+    (rules.check_names, {"src/types/A.h": "#ifdef Win32\n"}),
+    (rules.check_names, {"src/types/A.h": "HWND window;\n"}),
+    (rules.check_names, {"src/types/A.h": "unsigned long a;\n"}),
+    (rules.check_names, {"src/types/A.h": "std::printf(text);\n"}),
+    (rules.check_names, {"src/types/A.h": "char a = '\"';\nlong b;\nchar c = '\"';\n"}),
+    (rules.check_standard_headers, {"src/types/A.h": "#include <QString>\n"}),
+    (rules.check_standard_headers, {"src/types/A.h": "#include <unistd.h>\n"}),
+    (rules.check_standard_headers, {"src/types/A.h": "#include <sys/stat.h>\n"}),
+    (rules.check_standard_headers, {"src/types/A.h": "#include <format>\n"}),
+    (rules.check_standard_headers, {"src/types/A.h": "  # include <iostream>\n"}),
+    (rules.check_standard_headers, {"platforms/common/A.h": "#include <iostream>\n"}),
+    (rules.check_words, {"README.md": "as Part " + "1.1 says\n"}),
+    (rules.check_words, {"README.md": "The " + "specification says\n"}),
+    (rules.check_words, {"README.md": "see issue " + "#7\n"}),
+    (rules.check_words, {"README.md": "see spec" + ".md\n"}),
+    (rules.check_words, {"run.sh": "cd /ho" + "me/somebody\n"}),
+    (rules.check_words, {"run.sh": "cd /wo" + "rk/main\n"}),
+    (rules.check_words, {"run.sh": "curl deb.debian" + ".org\n"}),
+    (rules.check_length, {"tests/a.py": "\n" * (rules.LONGEST + 1)}),
+    (rules.check_once, {"src/types/A.h": "int a;\n"}),
+    (rules.check_lists, {"CMakeLists.txt": GLOB + "add_library(x src/ui/controls/A.cpp)\n"}),
+    (rules.check_lists, {"CMakeLists.txt": GLOB + 'list(FILTER core_sources EXCLUDE REGEX "x")\n'}),
+    (rules.check_lists, {"CMakeLists.txt": "add_library(tarvik_core STATIC)\n"}),
+]
+
+INNOCENTS = [
+    (rules.check_order, including("src/ui/mdlGUI.cpp", "src/ui/Forms.h")),
+    (rules.check_order, including("src/startup/mdlShutDown.cpp", "src/ui/mdlSysTray.h")),
+    (rules.check_order, including("src/ui/frmMainEvents.cpp", "src/startup/mdlShutDown.h")),
+    (rules.check_order, including("platforms/linux/A.h", "platforms/common/B.h")),
+    (rules.check_order, including("platforms/scripted/A.h", "src/ui/StatusLamp.h")),
+    (rules.check_order, including("app/a.cpp", "src/startup/World.h")),
+    (rules.check_paths, {"src/types/A.h": '#include "types/B.h"\n#include <string>\n',
+                         "src/types/B.h": ""}),
+    (rules.check_circles, {"src/types/A.h": '#include "types/B.h"\n#include "types/C.h"\n',
+                           "src/types/B.h": '#include "types/C.h"\n', "src/types/C.h": ""}),
+    (rules.check_names, {"src/types/A.h": "// a long line\nQuoteMark q = \"long\";\n"}),
+    (rules.check_names, {"src/types/A.h": "const int a = 1'000'000; // long\nint b = 1'0;\n"}),
+    (rules.check_names, {"platforms/linux/A.h": "QString text;\n"}),
+    (rules.check_words, {"README.md": "Take part in 2 tests; a debian machine at home.\n"}),
+    (rules.check_length, {"src/types/A.h": "\n" * rules.LONGEST}),
+    (rules.check_lists, {"CMakeLists.txt": GLOB}),
+    (rules.check_lists, {"tests/CMakeLists.txt": "add_executable(x unit/A.cpp)\n"}),
+]
+
+
+def failed_tool_proofs():
+    """The same for the tools, on files in a folder of their own."""
+    with tempfile.TemporaryDirectory(prefix="tarvik-lint-") as folder:
+        root = pathlib.Path(folder)
+        (root / ".clang-format").write_text((ROOT / ".clang-format").read_text())
+        (root / "Good.h").write_text("#pragma once\n#include <string>\nstd::string good();\n")
+        (root / "Bad.h").write_text("#pragma once\nstd::string   bad();\n")
+        for check, good, bad in (
+            (tools.check_format, ["Good.h"], ["Bad.h"]),
+            (tools.check_headers_alone, [("Good.h", ["."])], [("Bad.h", ["."])]),
+        ):
+            try:
+                if list(check(good, root)):
+                    yield check.__name__ + " fails for what is right"
+                if not list(check(bad, root)):
+                    yield check.__name__ + " cannot fail"
+            except tools.Missing:
+                pass  # whoever calls the check is told
+
+
+def failed_proofs():
+    for check, files in OFFENDERS:
+        if not list(check(files)):
+            yield "%s lets pass: %s" % (check.__name__, files)
+    for check, files in INNOCENTS:
+        for problem in check(files):
+            yield "%s is wrong: %s" % (check.__name__, problem)
+    proven = {check for check, _ in OFFENDERS}
+    for name, rule in vars(rules).items():
+        if name.startswith("check_") and rule not in proven:
+            yield name + " was never seen to fail"
+    yield from failed_tool_proofs()

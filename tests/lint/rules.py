@@ -1,0 +1,174 @@
+"""The rules of the house. Each takes files as {name: text} and yields one line per offence."""
+
+import re
+
+LONGEST = 500
+
+# Rooms from the bottom to the top: a file may include files of its own room and of those named.
+# The first pattern that fits a file decides.
+ROOMS = [
+    ("types", r"src/types/", []),
+    ("ports", r"src/ports/", ["types"]),
+    ("state", r"src/startup/mdl(Const|Var|Tools)\.", ["types", "ports"]),
+    ("wiring", r"src/ui/frm[A-Za-z]+Events\.", ["types", "ports", "state", "forms", "modules"]),
+    ("forms", r"src/ui/(controls/|frm[A-Z]|Forms\.|StatusLamp\.)", ["types", "ports", "state"]),
+    ("start", r"src/startup/(mdlStartUp|World)\.",
+     ["types", "ports", "state", "forms", "modules", "wiring"]),
+    ("modules", r"src/[a-z]+/mdl", ["types", "ports", "state", "forms"]),
+    ("common", r"platforms/common/", ["types", "ports", "forms"]),
+    ("scripted", r"platforms/scripted/", ["types", "ports", "forms", "common"]),
+    ("simulated", r"platforms/simulated/", ["types", "ports", "forms", "common"]),
+    ("linux", r"platforms/linux/", ["types", "ports", "forms", "common"]),
+    ("windows", r"platforms/windows/", ["types", "ports", "forms", "common"]),
+    ("app", r"app/", None),  # whatever it likes
+]
+
+# What the core may use of the standard library. Clocks, files, streams, threads and locales are
+# services of the machine, and some compilers lack <format>.
+STANDARD_HEADERS = set(
+    "algorithm array bit bitset cassert cctype charconv chrono cmath compare concepts cstddef "
+    "cstdint cstdlib cstring deque exception functional initializer_list iterator limits list map "
+    "memory new numeric optional queue random ranges ratio set span stack stdexcept string "
+    "string_view tuple type_traits typeindex unordered_map unordered_set utility variant vector"
+    .split()
+)
+
+SYSTEM_NAMES = re.compile(
+    r"\b(Qt[0-9]?|Q[A-Z][a-z]\w+|GTK|Gtk\w*|KDE|GNOME|Win32|WinAPI|Windows|Linux|Unix|POSIX|X11"
+    r"|Wayland|D-Bus|[Dd][Bb]us\w*|HWND|HINSTANCE|DWORD|LPSTR)\b"
+)
+BANNED_WORDS = re.compile(
+    r"\b(long|f?printf|s?n?printf|v\w*printf|strftime|setlocale|getenv|cout|cerr|cin)\b"
+    r"|\bsystem_clock\b|\bstd::(time|localtime|gmtime)\b"
+)
+
+# Written in pieces, so that this file does not hold what it looks for.
+FOREIGN_WORDS = re.compile(
+    "|".join([
+        r"\b[Tt]he " + r"specification\b", r"\bspec" + r"\.md\b", r"\bPart " + r"[0-9]+\.[0-9]",
+        r"\b[Ii]ssue " + r"#?[0-9]", r"\b[Ii]ssue " + "#", "/wo" + "rk/", "/ho" + "me/",
+        "debian" + r"\.org", "npm" + r"js\b", "pypi" + r"\.org", "crates" + r"\.io",
+    ])
+)
+
+TOKENS = re.compile(
+    r"""//[^\n]*|/\*.*?\*/|R"\((?:.*?)\)"|"(?:\\.|[^"\\\n])*"|(?<![0-9A-Fa-f])'(?:\\.|[^'\\\n])+'""",
+    re.DOTALL,
+)
+
+
+def room_of(name):
+    return next((room for room, pattern, _ in ROOMS if re.match(pattern, name)), None)
+
+
+def includes(text):
+    return re.findall(r'^[ \t]*#[ \t]*include[ \t]*(["<])([^">]+)[">]', text, re.MULTILINE)
+
+
+def included(name, text, files):
+    """The files of ours that this one includes."""
+    for _, path in includes(text):
+        for folder in ("src/", "platforms/", "app/"):
+            if folder + path in files and (folder != "app/" or name.startswith("app/")):
+                yield folder + path
+
+
+def without_comments(text, strings=True):
+    """The code alone: comments go, and what stands in quotes."""
+    def replacement(found):
+        quoted = found.group(0)[0] in "\"'R"
+        return found.group(0) if quoted and not strings else " "
+    return TOKENS.sub(replacement, text)
+
+
+def check_order(files):
+    allowed = {room: below if below is None else {room, *below} for room, _, below in ROOMS}
+    for name, text in files.items():
+        room = room_of(name)
+        if room is None:
+            yield name + ": stands in no room"
+        elif allowed[room] is not None:
+            for target in included(name, text, files):
+                if room_of(target) not in allowed[room]:
+                    yield "%s: must not include %s" % (name, target)
+
+
+def check_paths(files):
+    """Only an include that names the whole path from src/ or platforms/ can be judged."""
+    for name, text in files.items():
+        for quote, path in includes(text):
+            ours = any(folder + path in files for folder in ("src/", "platforms/", "app/"))
+            if (quote == '"') != ours:
+                yield "%s: includes %s by another way than its path in quotes" % (name, path)
+
+
+def check_circles(files):
+    done, trail = set(), []
+
+    def visit(name):
+        if name in trail:
+            return trail[trail.index(name):] + [name]
+        if name in done:
+            return None
+        trail.append(name)
+        for target in included(name, files[name], files):
+            circle = visit(target)
+            if circle:
+                return circle
+        trail.pop()
+        done.add(name)
+        return None
+
+    for name in files:
+        circle = visit(name)
+        if circle:
+            yield "a circle: " + " -> ".join(circle)
+            return
+
+
+def check_names(files):
+    for name, text in files.items():
+        if name.startswith("src/"):
+            found = [*SYSTEM_NAMES.finditer(text), *BANNED_WORDS.finditer(without_comments(text))]
+            for word in found:
+                yield "%s: names %s" % (name, word.group(0))
+
+
+def check_standard_headers(files):
+    for name, text in files.items():
+        if name.startswith("src/"):
+            for quote, path in includes(text):
+                if quote == "<" and path not in STANDARD_HEADERS:
+                    yield "%s: includes <%s>" % (name, path)
+        elif name.startswith("platforms/") and ("<", "iostream") in includes(text):
+            yield name + ": includes <iostream>"
+
+
+def check_words(files):
+    for name, text in files.items():
+        for found in FOREIGN_WORDS.finditer(text):
+            yield "%s:%d: says %s" % (name, text.count("\n", 0, found.start()) + 1, found.group(0))
+
+
+def check_length(files):
+    for name, text in files.items():
+        if text.count("\n") > LONGEST:
+            yield "%s: %d lines" % (name, text.count("\n"))
+
+
+def check_once(files):
+    for name, text in files.items():
+        if name.endswith(".h") and not text.startswith("#pragma once\n"):
+            yield name + ": does not begin with #pragma once"
+
+
+def check_lists(files):
+    """Every compiler builds every file of src/: found by one glob, none listed, none left out."""
+    for name, text in files.items():
+        for found in re.finditer(r"src/[\w/]+\.cpp", text):
+            yield "%s: lists %s" % (name, found.group(0))
+        for found in re.finditer(r"list\(\s*\w+\s+core_sources\b[^)]*\)", text):
+            yield "%s: changes the list of sources: %s" % (name, found.group(0))
+        if name == "CMakeLists.txt" and not re.search(
+                r"^file\(GLOB_RECURSE core_sources .*/src/\*\.cpp\)", text, re.MULTILINE):
+            yield name + ": does not take every file of src/"

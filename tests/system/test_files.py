@@ -1,0 +1,125 @@
+"""The program's file as the user may find it, damage it, lock it away or move it."""
+
+import os
+import random
+import stat
+import subprocess
+
+from support import FIRST_RUN_WARNING, LOCK_WARNING, SETTINGS, ProgramTest, keys_of
+
+
+class FileTest(ProgramTest):
+    def test_a_folder_that_cannot_be_written_leaves_the_file_to_the_users_data(self):
+        self.folder.chmod(stat.S_IRUSR | stat.S_IXUSR)
+        data = self.desktop.folder / "data"
+        program = self.start(before=self.powerless(), XDG_DATA_HOME=str(data))
+        program.expect_box(LOCK_WARNING, "OK")
+        program.expect_box(FIRST_RUN_WARNING, "OK")
+        self.quit(program)
+        text = (data / "velmars-tarvik" / "Tarvik.ini").read_text(encoding="utf-8")
+        self.assertEqual(keys_of(text, "Settings")["IsLocked"], "0")
+        self.assertFalse(self.ini.exists())
+
+    def powerless(self):
+        """Words before a command that take root's power over closed folders from it."""
+        if os.getuid() != 0:
+            return []
+        words = ["setpriv", "--bounding-set=-all", "--inh-caps=-all"]
+        if subprocess.run([*words, "true"], check=False, capture_output=True).returncode != 0:
+            self.skipTest("nothing is closed to root, and its powers cannot be dropped here")
+        return words
+
+    def test_a_read_only_file_is_left_as_it_was(self):
+        self.write_ini("[Settings]\nRefreshInterval=500\n")
+        self.ini.chmod(0o444)
+        program = self.start()
+        program.expect_box(LOCK_WARNING, "OK")
+        program.find("cmdQuit")
+        program.press("cmdQuit")
+        program.expect_box("Warning: State could not be saved.", "OK")
+        program.expect_box('Warning: Unable to unset "IsLocked"-flag in INI-file!', "OK")
+        self.assertEqual(program.wait_exit(), 0)
+        self.assertEqual(self.read_ini(), "[Settings]\nRefreshInterval=500\n")
+
+    def test_a_directory_in_the_files_place_is_told_and_the_program_runs(self):
+        self.ini.mkdir()
+        directory = "Error: INI file exists as directory."
+        program = self.start()
+        program.expect_box(directory, "OK")
+        program.expect_box(LOCK_WARNING, "OK")
+        program.expect_box(directory, "OK")
+        program.expect_box(FIRST_RUN_WARNING, "OK")
+        program.press("cmdQuit")
+        program.expect_box(directory, "OK")
+        program.expect_box("Warning: State could not be saved.", "OK")
+        program.expect_box('Warning: Unable to unset "IsLocked"-flag in INI-file!', "OK")
+        self.assertEqual(program.wait_exit(), 0)
+
+    def test_strange_content_is_survived_and_kept(self):
+        strange = (
+            "key before any section=1\n; comment\n[Strange\n[Settings]\r\nRefreshInterval=200\r\n"
+            "Odd\0Key=\0\n" + "x" * 1_000_000 + "\n[Other]\nKeep=me\n[Settings]\nRefreshInterval=9"
+        )
+        self.write_ini(strange)
+        program = self.start_quietly()
+        self.quit(program)
+        text = self.ini.read_bytes().decode()
+        for kept in ("key before any section=1\n; comment\n[Strange\n", "Odd\0Key=\0\n",
+                     "x" * 1_000_000 + "\n", "[Other]\nKeep=me\n", "\nRefreshInterval=9"):
+            self.assertIn(kept, text)
+        self.assertIn("[Settings]\r\nRefreshInterval=200\r\n", text)
+
+    def test_nothing_but_the_file_is_left_beside_the_program(self):
+        program = self.start_quietly()
+        self.quit(program)
+        self.assertEqual(
+            sorted(path.name for path in self.folder.iterdir()), ["Tarvik.ini", "tarvik-demo"]
+        )
+
+
+class DamageTest(ProgramTest):
+    def survive(self, content):
+        """Starts on the file and quits; gives what the file is then."""
+        self.ini.write_bytes(content)
+        program = self.start_quietly()
+        self.quit(program)
+        return self.ini.read_bytes()
+
+    def test_an_empty_file_is_filled(self):
+        text = self.survive(b"").decode()
+        self.assertEqual(list(keys_of(text, "Settings")), ["IsLocked", *SETTINGS])
+
+    def test_a_byte_order_mark_stays_in_front(self):
+        after = self.survive(b"\xef\xbb\xbf[Settings]\r\nRefreshInterval=300\r\n")
+        self.assertTrue(after.startswith(b"\xef\xbb\xbf[Settings]\r\nRefreshInterval=300\r\n"))
+        self.assertNotIn(b"RefreshInterval=1000", after)
+
+    def test_bytes_that_are_no_text_are_kept(self):
+        noise = random.Random(7).randbytes(200_000).replace(b"[", b".")
+        self.assertIn(noise, self.survive(noise + b"\n"))
+
+    def test_a_file_of_a_hundred_thousand_records_opens_and_closes(self):
+        count = 100_000
+        index = "".join("DateStamp%d=r%d\n" % (n, n) for n in range(1, count + 1))
+        records = "".join("[r%d]\nSent=%d\nRcvd=5\nDuration=9\n" % (n, n)
+                          for n in range(1, count + 1))
+        head = "[Settings]\nLastState=r100000\nLastDateStamp=100000\n"
+        before = (head + index + records).encode()
+        self.ini.write_bytes(before)
+        program = self.start_quietly()
+        program.wait_text("txtBytesSentTotal", "100,000")
+        self.quit(program)
+        after = self.ini.read_bytes()
+        self.assertTrue(after.startswith(head.encode() + index.encode()))
+        self.assertTrue(after.endswith(records.encode()))
+
+    def test_a_setting_that_does_not_fit_is_told_and_the_program_runs(self):
+        self.write_ini("[Settings]\nTransferLimit=999\n")
+        program = self.start()
+        program.expect_box(
+            'Error 6 (Overflow)\noccured in function "LoadState".\n'
+            "Please contact the author for support.",
+            "OK",
+        )
+        program.expect_box(FIRST_RUN_WARNING, "OK")
+        self.quit(program)
