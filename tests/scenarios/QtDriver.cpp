@@ -148,6 +148,7 @@ private:
     static QWidget* window(const std::string& name) {
         // A window of the same name that is waiting for its end is not the one meant.
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
         for (QWidget* widget : QApplication::topLevelWidgets()) {
             if (widget->objectName() == face::shown(name)) {
                 return widget;

@@ -79,7 +79,10 @@ class Desktop:
         os.environ["DISPLAY"] = self.environment["DISPLAY"]
         os.environ["DBUS_SESSION_BUS_ADDRESS"] = self.environment["DBUS_SESSION_BUS_ADDRESS"]
         os.environ["XDG_RUNTIME_DIR"] = self.environment["XDG_RUNTIME_DIR"]
-        self._start(["openbox"])
+        # A window that comes while the window manager starts may be lost for good.
+        ready = self.folder / "window-manager-ready"
+        self._start(["openbox", "--startup", "touch '%s'" % ready])
+        wait_for("the window manager", ready.exists)
 
     def _start(self, command, **options):
         process = subprocess.Popen(
@@ -97,8 +100,7 @@ class Desktop:
     def _start_display(self, screen):
         read_end, write_end = os.pipe()
         self._start(
-            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", screen, "-nolisten", "tcp",
-             "-noreset"],
+            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", screen, "-nolisten", "tcp"],
             pass_fds=[write_end],
         )
         os.close(write_end)
@@ -197,17 +199,22 @@ class Program:
                 return node
         return None
 
-    def _find_alive(self, name):
-        if not self.running():
-            raise Failure(
-                "the program ended with %d while %s was waited for; it wrote:\n%s"
-                % (self.process.returncode, name, self.written())
-            )
-        return self._find(name)
+    def _wait_for(self, what, condition):
+        """As `wait_for`, but in vain at once when the program has ended."""
+
+        def check():
+            if not self.running():
+                raise Failure(
+                    "the program ended with %d while %s was waited for; it wrote:\n%s"
+                    % (self.process.returncode, what, self.written())
+                )
+            return condition()
+
+        return wait_for(what, check)
 
     def find(self, name):
         """The widget of that control name."""
-        return wait_for("the control " + name, lambda: self._find_alive(name))
+        return self._wait_for("the control " + name, lambda: self._find(name))
 
     def is_there(self, name):
         return self._find(name) is not None
@@ -283,12 +290,12 @@ class Program:
     # Message boxes --------------------------------------------------------------------------
 
     def _box(self):
-        box = self._find_alive("msgBox")
+        box = self._find("msgBox")
         return box if box is not None and self.is_showing("msgBox") else None
 
     def box_text(self):
         """The text of the open message box."""
-        return wait_for("a message box", self._box_text)
+        return self._wait_for("a message box", self._box_text)
 
     def _box_text(self):
         box = self._box()
@@ -301,7 +308,7 @@ class Program:
 
     def answer(self, button):
         """Presses a button of the open box and waits until that box has gone."""
-        box = wait_for("a message box", self._box)
+        box = self._wait_for("a message box", self._box)
 
         def find_button():
             for node in self._walk(box):
@@ -311,7 +318,7 @@ class Program:
             return None
 
         text = self.box_text()
-        self._act(wait_for("the button " + button, find_button))
+        self._act(self._wait_for("the button " + button, find_button))
         wait_for("the box to go", lambda: not self.running() or self._box_text() != text)
 
     def expect_box(self, text, button):

@@ -186,13 +186,29 @@ TEST_F(FaceTest, AHandlerThatChangesWhatTheUserDidIsFollowed) {
 TEST_F(FaceTest, AFormIsShownHiddenAndMinimised) {
     EXPECT_FALSE(window()->isVisible());
     form.setVisible(true);
+    QCoreApplication::processEvents();
     EXPECT_TRUE(window()->isVisible());
     form.setMinimised(true);
+    QCoreApplication::processEvents();
     EXPECT_TRUE(window()->isMinimized());
     form.setVisible(true);
+    QCoreApplication::processEvents();
     EXPECT_FALSE(window()->isMinimized());
     form.setVisible(false);
+    QCoreApplication::processEvents();
     EXPECT_FALSE(window()->isVisible());
+}
+
+TEST_F(FaceTest, AFormThatIsPutAsideAtOnceIsNeverSeen) {
+    form.setVisible(true);
+    form.bringToFront();
+    form.setMinimised(true);
+    EXPECT_FALSE(window()->isVisible());
+
+    QCoreApplication::processEvents();
+
+    EXPECT_TRUE(window()->isMinimized());
+    EXPECT_TRUE(form.minimised());
 }
 
 TEST_F(FaceTest, ABoxShowsItsTextInLinesAndGivesTheAnswer) {

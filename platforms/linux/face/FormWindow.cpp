@@ -10,6 +10,7 @@
 #include <QPushButton>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvik::face {
 
@@ -24,6 +25,8 @@ FormWindow::FormWindow(Form& form, FaceContext& context) : form_(form), context_
         }));
         connectLabels();
         orderTabs();
+        // A window without a size of its own cannot be minimised by the toolkit when it first comes.
+        resize(sizeHint());
         refreshVisibility();
     }
 }
@@ -95,24 +98,38 @@ void FormWindow::orderTabs() {
 }
 
 void FormWindow::refreshVisibility() {
-    if (form_.layout() == nullptr || detached_) {
+    // A window that is shown and put aside within one turn of the program must not flash up, and a
+    // window manager that has not seen it yet could not minimise it: the last word of the turn
+    // counts.
+    if (form_.layout() == nullptr || detached_ || changePending_) {
+        return;
+    }
+    changePending_ = true;
+    QMetaObject::invokeMethod(this, &FormWindow::applyVisibility, Qt::QueuedConnection);
+}
+
+void FormWindow::bringToFront() {
+    frontWanted_ = true;
+    refreshVisibility();
+}
+
+void FormWindow::applyVisibility() {
+    changePending_ = false;
+    const bool front = std::exchange(frontWanted_, false);
+    if (detached_) {
         return;
     }
     if (!form_.visible()) {
         hide();
     } else if (form_.minimised()) {
         showMinimized();
-    } else if (isMinimized()) {
-        showNormal();
     } else {
+        setWindowState(windowState() & ~Qt::WindowMinimized);
         show();
-    }
-}
-
-void FormWindow::bringToFront() {
-    if (form_.layout() != nullptr) {
-        raise();
-        activateWindow();
+        if (front) {
+            raise();
+            activateWindow();
+        }
     }
 }
 
@@ -125,8 +142,15 @@ void FormWindow::closeEvent(QCloseEvent* event) {
 
 void FormWindow::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::WindowStateChange && !detached_ && isVisible()) {
-        form_.setMinimised(isMinimized());
+    if (detached_ || !isVisible()) {
+        return;
+    }
+    if (event->type() == QEvent::WindowStateChange && isMinimized()) {
+        form_.setMinimised(true);
+    } else if (event->type() == QEvent::ActivationChange && isActiveWindow() && !isMinimized()) {
+        // Some window managers report a window as normal for a moment before they minimise it;
+        // that the user has brought it back is certain once it is active.
+        form_.setMinimised(false);
     }
 }
 

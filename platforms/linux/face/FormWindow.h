@@ -30,6 +30,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void applyVisibility();
     void makeWidgets();
     void connectLabels();
     void orderTabs();
@@ -39,6 +40,8 @@ private:
     FaceContext& context_;
     std::vector<std::unique_ptr<ControlWidget>> pictures_;
     bool detached_ = false;
+    bool changePending_ = false;
+    bool frontWanted_ = false;
 };
 
 } // namespace tarvik::face
