@@ -26,7 +26,7 @@ ControlWidget::ControlWidget(Control& control, QWidget* widget, FaceContext& con
         identify(*widget_, control_.name());
         for (const Property shared :
              {Property::Enabled, Property::Visible, Property::ToolTip, Property::AccessibleName}) {
-            refresh(shared);
+            refreshShared(shared);
         }
     }
 }
@@ -45,27 +45,29 @@ void ControlWidget::detach() {
 void ControlWidget::refresh(Property changed) {
     const bool nested = refreshing_;
     refreshing_ = true;
-    if (widget_ == nullptr) {
+    if (widget_ == nullptr || !refreshShared(changed)) {
         refreshOwn(changed);
-    } else {
-        switch (changed) {
-        case Property::Enabled:
-            widget_->setEnabled(control_.enabled());
-            break;
-        case Property::Visible:
-            widget_->setVisible(control_.visible());
-            break;
-        case Property::ToolTip:
-            showToolTip(*widget_, control_);
-            break;
-        case Property::AccessibleName:
-            showAccessibleName(*widget_, control_);
-            break;
-        default:
-            refreshOwn(changed);
-        }
     }
     refreshing_ = nested;
+}
+
+bool ControlWidget::refreshShared(Property changed) {
+    switch (changed) {
+    case Property::Enabled:
+        widget_->setEnabled(control_.enabled());
+        return true;
+    case Property::Visible:
+        widget_->setVisible(control_.visible());
+        return true;
+    case Property::ToolTip:
+        showToolTip(*widget_, control_);
+        return true;
+    case Property::AccessibleName:
+        showAccessibleName(*widget_, control_);
+        return true;
+    default:
+        return false;
+    }
 }
 
 int ControlWidget::widthFor(int characters) const {

@@ -53,6 +53,9 @@ protected:
     void detach();
 
 private:
+    /// Shows a property that every widget has; false for any other.
+    bool refreshShared(Property changed);
+
     Control& control_;
     QPointer<QWidget> widget_;
     FaceContext& context_;

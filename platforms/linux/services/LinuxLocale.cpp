@@ -71,7 +71,7 @@ bool tellsTheWholeTime(const std::string& pattern) {
 
 std::string timePattern(const QLocale& locale) {
     for (const auto format : {QLocale::LongFormat, QLocale::ShortFormat}) {
-        const std::string pattern = translated(locale.timeFormat(format));
+        std::string pattern = translated(locale.timeFormat(format));
         if (tellsTheWholeTime(pattern)) {
             return pattern;
         }

@@ -28,7 +28,7 @@ std::string folderFromEnvironment(const char* name) {
 } // namespace
 
 std::string homeFolder() {
-    const std::string home = folderFromEnvironment("HOME");
+    std::string home = folderFromEnvironment("HOME");
     if (!home.empty()) {
         return home;
     }
