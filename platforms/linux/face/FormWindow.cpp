@@ -25,7 +25,7 @@ FormWindow::FormWindow(Form& form, FaceContext& context) : form_(form), context_
         }));
         connectLabels();
         orderTabs();
-        // A window without a size of its own cannot be minimised by the toolkit when it first comes.
+        // The toolkit cannot minimise a window that never had a size.
         resize(sizeHint());
         refreshVisibility();
     }
