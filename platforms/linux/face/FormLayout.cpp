@@ -1,9 +1,7 @@
 #include "linux/face/FormLayout.h"
 
 #include <QBoxLayout>
-#include <QComboBox>
 #include <QGridLayout>
-#include <QLineEdit>
 
 #include <algorithm>
 
