@@ -1,23 +1,27 @@
-#include "linux/LinuxPlatform.h"
+#include "Machine.h"
 #include "simulated/SimulatedLink.h"
 #include "startup/World.h"
 #include "startup/mdlStartUp.h"
 
-#include <QtGlobal>
+#include <charconv>
+#include <cstdlib>
+#include <string_view>
 
 namespace {
 
 /// The seed of the simulated traffic: any number, 1 unless the environment has another.
 std::uint64_t trafficSeed() {
-    bool valid = false;
-    const std::uint64_t seed = qgetenv("TARVIK_DEMO_SEED").toULongLong(&valid);
-    return valid ? seed : 1;
+    const char* const wish = std::getenv("TARVIK_DEMO_SEED");
+    const std::string_view text = wish == nullptr ? "" : wish;
+    std::uint64_t seed = 1;
+    std::from_chars(text.data(), text.data() + text.size(), seed);
+    return seed;
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    tarvik::LinuxPlatform machine(argc, argv);
+    tarvik::Machine machine(argc, argv);
     tarvik::SimulatedLink connections(trafficSeed());
     tarvik::Platform platform = machine.with(connections);
     const tarvik::World world(platform);

@@ -1,5 +1,7 @@
 #include "scripted/ScriptedDesktop.h"
 
+#include "common/FaceCaption.h"
+
 #include <algorithm>
 #include <stdexcept>
 
@@ -17,19 +19,6 @@ public:
 private:
     int& depth_;
 };
-
-MsgBoxAnswer closingAnswer(MsgBoxButtons buttons) {
-    switch (buttons) {
-    case MsgBoxButtons::OkCancel:
-    case MsgBoxButtons::YesNoCancel:
-        return MsgBoxAnswer::Cancel;
-    case MsgBoxButtons::YesNo:
-        return MsgBoxAnswer::No;
-    case MsgBoxButtons::OkOnly:
-        break;
-    }
-    return MsgBoxAnswer::Ok;
-}
 
 const char* nameOf(MsgBoxButtons buttons) {
     constexpr const char* names[] = {"OK", "OK/Cancel", "Yes/No/Cancel", "Yes/No"};
@@ -155,7 +144,7 @@ void ScriptedDesktop::withdraw(Form& form) {
 MsgBoxAnswer ScriptedDesktop::messageBox(const MsgBoxRequest& request) {
     boxesShown.push_back(request);
     if (ending_) {
-        return closingAnswer(request.buttons);
+        return face::closingAnswer(request.buttons);
     }
     if (answerAny) {
         const Busy busy(busy_);
@@ -164,7 +153,7 @@ MsgBoxAnswer ScriptedDesktop::messageBox(const MsgBoxRequest& request) {
     const std::string seen = described(request.text, request.buttons, request.icon);
     if (expected_.empty()) {
         fail("Unexpected box: " + seen);
-        return closingAnswer(request.buttons);
+        return face::closingAnswer(request.buttons);
     }
     const ExpectedBox box = expected_.front();
     expected_.pop_front();

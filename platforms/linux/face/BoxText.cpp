@@ -1,5 +1,6 @@
 #include "linux/face/BoxText.h"
 
+#include "common/FaceCaption.h"
 #include "linux/face/FaceText.h"
 
 #include <unistd.h>
@@ -68,10 +69,6 @@ MsgBoxAnswer answerOf(int pressed, MsgBoxButtons buttons) {
     default:
         return closingAnswer(buttons);
     }
-}
-
-MsgBoxAnswer closingAnswer(MsgBoxButtons buttons) {
-    return answerOf(escapeButton(buttons), buttons);
 }
 
 void writeUnshownBox(const MsgBoxRequest& request) {

@@ -16,7 +16,6 @@ QMessageBox::StandardButton escapeButton(MsgBoxButtons buttons);
 
 /// The answer of a box that was left by that button; any other way to leave it counts as closing.
 MsgBoxAnswer answerOf(int pressed, MsgBoxButtons buttons);
-MsgBoxAnswer closingAnswer(MsgBoxButtons buttons);
 
 /// Leaves a trace of a box that nobody is there to read, on the standard error output.
 void writeUnshownBox(const MsgBoxRequest& request);

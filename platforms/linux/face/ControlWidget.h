@@ -1,6 +1,6 @@
 #pragma once
 
-#include "linux/face/FaceContext.h"
+#include "common/FaceContext.h"
 #include "ui/controls/Control.h"
 
 #include <QPointer>

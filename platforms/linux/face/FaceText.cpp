@@ -1,5 +1,7 @@
 #include "linux/face/FaceText.h"
 
+#include "common/FaceCaption.h"
+
 #include <QStringList>
 #include <QWidget>
 
@@ -21,19 +23,7 @@ std::string entered(const QString& text) {
 }
 
 QString withMnemonic(const std::string& caption, char mnemonic) {
-    QString text = shown(caption);
-    text.replace(QLatin1Char('&'), QStringLiteral("&&"));
-    if (mnemonic != 0) {
-        const QChar letter = QLatin1Char(mnemonic);
-        qsizetype place = text.indexOf(letter);
-        if (place < 0) {
-            place = text.indexOf(letter, 0, Qt::CaseInsensitive);
-        }
-        if (place >= 0) {
-            text.insert(place, QLatin1Char('&'));
-        }
-    }
-    return text;
+    return shown(markedCaption(caption, mnemonic));
 }
 
 QString wrappedTip(const std::string& tip) {

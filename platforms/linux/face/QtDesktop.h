@@ -1,6 +1,6 @@
 #pragma once
 
-#include "linux/face/FaceContext.h"
+#include "common/FaceContext.h"
 #include "ports/Desktop.h"
 
 #include <QEventLoop>

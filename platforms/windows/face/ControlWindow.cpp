@@ -1,0 +1,96 @@
+#include "windows/face/ControlWindow.h"
+
+#include "windows/face/ControlIds.h"
+
+#include <map>
+
+namespace tarvik::face {
+
+ControlWindow::ControlWindow(Control& control, ControlSite& site, HWND window)
+    : control_(control), site_(site), window_(window) {
+    control_.attach(this);
+    if (window_ != nullptr) {
+        for (const Property shared :
+             {Property::Enabled, Property::ToolTip, Property::AccessibleName}) {
+            refreshShared(shared);
+        }
+    }
+}
+
+ControlWindow::~ControlWindow() {
+    detach();
+    if (window_ != nullptr) {
+        site_.context().accessibleNames.clear(window_);
+        DestroyWindow(window_);
+    }
+}
+
+void ControlWindow::detach() {
+    if (!detached_) {
+        detached_ = true;
+        control_.attach(nullptr);
+    }
+}
+
+void ControlWindow::refresh(Property changed) {
+    const bool nested = refreshing_;
+    refreshing_ = true;
+    if (window_ == nullptr || !refreshShared(changed)) {
+        refreshOwn(changed);
+    }
+    refreshing_ = nested;
+}
+
+bool ControlWindow::refreshShared(Property changed) {
+    switch (changed) {
+    case Property::Enabled:
+        EnableWindow(window_, control_.enabled() ? TRUE : FALSE);
+        return true;
+    case Property::Visible:
+        ShowWindow(window_, control_.visible() ? SW_SHOWNA : SW_HIDE);
+        site_.layOutAgain();
+        return true;
+    case Property::ToolTip:
+        site_.showToolTip(window_, control_.toolTip());
+        return true;
+    case Property::AccessibleName:
+        site_.context().accessibleNames.set(window_, control_.accessibleName());
+        return true;
+    default:
+        return false;
+    }
+}
+
+std::string ControlWindow::windowText() const {
+    const int length = GetWindowTextLengthA(window_);
+    std::string text(static_cast<std::size_t>(length) + 1, '\0');
+    text.resize(static_cast<std::size_t>(GetWindowTextA(window_, text.data(), length + 1)));
+    return text;
+}
+
+void ControlWindow::setWindowText(const std::string& text) {
+    SetWindowTextA(window_, text.c_str());
+}
+
+HWND makeChild(const Control& control, const ControlSite& site, const char* className, DWORD style,
+               DWORD extendedStyle) {
+    const DWORD shown = control.visible() ? WS_VISIBLE : 0U;
+    const auto id = static_cast<std::intptr_t>(controlId(control));
+    return CreateWindowExA(extendedStyle, className, "", WS_CHILD | shown | style, 0, 0, 0, 0,
+                           site.window(), reinterpret_cast<HMENU>(id), GetModuleHandleA(nullptr),
+                           nullptr);
+}
+
+std::unique_ptr<ControlWindow> makeControlWindow(Control& control, ControlSite& site) {
+    using Maker = std::unique_ptr<ControlWindow> (*)(Control&, ControlSite&);
+    static const std::map<ControlKind, Maker> makers{
+        {ControlKind::Label, makeLabel},       {ControlKind::TextBox, makeTextBox},
+        {ControlKind::CheckBox, makeCheckBox}, {ControlKind::CommandButton, makeCommandButton},
+        {ControlKind::ComboBox, makeComboBox}, {ControlKind::Frame, makeFrame},
+        {ControlKind::Picture, makePicture},   {ControlKind::Timer, makeTimer},
+    };
+    const auto maker = makers.find(control.kind());
+    return maker == makers.end() ? nullptr : maker->second(control, site);
+}
+
+} // namespace tarvik::face

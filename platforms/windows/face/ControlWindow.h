@@ -1,0 +1,102 @@
+#pragma once
+
+#include "ui/controls/Controls.h"
+#include "ui/controls/LayoutSolver.h"
+#include "windows/face/FaceFont.h"
+#include "windows/face/WindowContext.h"
+
+#include <memory>
+#include <string>
+
+namespace tarvik::face {
+
+/// What a control's picture needs of the window it stands in.
+class ControlSite {
+public:
+    virtual ~ControlSite() = default;
+    virtual HWND window() const = 0;
+    virtual WindowContext& context() = 0;
+    /// The size of a control may have changed.
+    virtual void layOutAgain() = 0;
+    virtual void showToolTip(HWND control, const std::string& tip) = 0;
+};
+
+/// The picture of one control: a child window, or none for a control that is not seen. It keeps no
+/// state of its own: each refresh asks the control.
+class ControlWindow : public ControlView {
+public:
+    ControlWindow(Control& control, ControlSite& site, HWND window);
+    ~ControlWindow() override;
+    ControlWindow(const ControlWindow&) = delete;
+    ControlWindow& operator=(const ControlWindow&) = delete;
+
+    void refresh(Property changed) final;
+
+    Control& control() const { return control_; }
+    HWND window() const { return window_; }
+
+    /// The size that the control needs for so many characters and lines; 0: for its content.
+    virtual LayoutSize measure(const FaceFont& font, int characters, int lines) const = 0;
+    /// The window tells of something that happened to it, in its own numbers.
+    virtual void onNotification(int) {}
+    /// The control's time is up.
+    virtual void onTimer() {}
+    /// The colour of the control's text; black is the system's own.
+    virtual Colour textColour() const { return {}; }
+
+    /// Ends all connection with the control; the window may live a little longer.
+    void detach();
+
+protected:
+    /// Shows a property that not all controls have.
+    virtual void refreshOwn(Property changed) = 0;
+
+    /// Hands what the user did to the model, unless it is the echo of a refresh or the program is
+    /// busy; the picture then follows the model, whatever became of it.
+    template <class Action>
+    void fromUser(Property affected, Action&& action) {
+        if (refreshing_ || detached_) {
+            return;
+        }
+        if (site_.context().takesInput()) {
+            action();
+        }
+        if (!detached_) {
+            refresh(affected);
+        }
+    }
+
+    ControlSite& site() const { return site_; }
+    /// The text that the child window holds.
+    std::string windowText() const;
+    void setWindowText(const std::string& text);
+
+private:
+    /// Shows a property that every window has; false for any other.
+    bool refreshShared(Property changed);
+
+    Control& control_;
+    ControlSite& site_;
+    HWND window_;
+    bool refreshing_ = false;
+    bool detached_ = false;
+};
+
+/// A child window for the control, with the control's number.
+HWND makeChild(const Control& control, const ControlSite& site, const char* className, DWORD style,
+               DWORD extendedStyle = 0);
+
+/// The picture for a control of any kind; null for a kind that is only shown when it is opened.
+std::unique_ptr<ControlWindow> makeControlWindow(Control& control, ControlSite& site);
+
+// One maker for each kind.
+std::unique_ptr<ControlWindow> makeLabel(Control&, ControlSite&);
+std::unique_ptr<ControlWindow> makeTextBox(Control&, ControlSite&);
+std::unique_ptr<ControlWindow> makeCheckBox(Control&, ControlSite&);
+std::unique_ptr<ControlWindow> makeCommandButton(Control&, ControlSite&);
+std::unique_ptr<ControlWindow> makeComboBox(Control&, ControlSite&);
+std::unique_ptr<ControlWindow> makeFrame(Control&, ControlSite&);
+std::unique_ptr<ControlWindow> makePicture(Control&, ControlSite&);
+std::unique_ptr<ControlWindow> makeTimer(Control&, ControlSite&);
+
+} // namespace tarvik::face

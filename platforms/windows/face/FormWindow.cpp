@@ -1,0 +1,291 @@
+#include "windows/face/FormWindow.h"
+
+#include "windows/face/ControlIds.h"
+#include "windows/face/WindowMessages.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tarvik::face {
+
+namespace {
+
+HICON programIcon(int widthMetric, int heightMetric) {
+    return static_cast<HICON>(LoadImageA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(programIconId),
+                                         IMAGE_ICON, GetSystemMetrics(widthMetric),
+                                         GetSystemMetrics(heightMetric), LR_SHARED));
+}
+
+bool highContrast() {
+    HIGHCONTRASTA contrast{};
+    contrast.cbSize = sizeof contrast;
+    return SystemParametersInfoA(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) != FALSE &&
+           (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
+}
+
+COLORREF textColour(const Colour& colour) {
+    // Someone who needs strong contrast has chosen the colours that he can read.
+    return colour == Colour{} || highContrast() ? GetSysColor(COLOR_WINDOWTEXT)
+                                                : RGB(colour.red, colour.green, colour.blue);
+}
+
+} // namespace
+
+FormWindow::FormWindow(Form& form, WindowContext& context) : form_(form), context_(context) {
+    makeWindow();
+    tips_ = std::make_unique<ToolTips>(window_);
+    makePictures();
+    form_.attach(this);
+    useFont(dotsPerInch(window_));
+    orderFocus();
+    if (form_.layout() != nullptr) {
+        SetWindowPos(window_, nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+        placeControls();
+        refreshVisibility();
+    }
+}
+
+FormWindow::~FormWindow() {
+    detach();
+    pictures_.clear();
+    tips_.reset();
+    SetWindowLongPtrA(window_, GWLP_USERDATA, 0);
+    DestroyWindow(window_);
+}
+
+void FormWindow::detach() {
+    if (detached_) {
+        return;
+    }
+    detached_ = true;
+    form_.attach(nullptr);
+    for (const auto& own : pictures_) {
+        own->detach();
+    }
+    ShowWindow(window_, SW_HIDE);
+}
+
+const char* FormWindow::registeredClass(const Form& form) {
+    WNDCLASSEXA window{};
+    window.cbSize = sizeof window;
+    const HINSTANCE program = GetModuleHandleA(nullptr);
+    if (GetClassInfoExA(program, form.name().c_str(), &window) == FALSE) {
+        window.lpfnWndProc = onMessage;
+        window.cbWndExtra = DLGWINDOWEXTRA; // the system's rules for dialogs keep their state there
+        window.hInstance = program;
+        window.hIcon = programIcon(SM_CXICON, SM_CYICON);
+        window.hIconSm = programIcon(SM_CXSMICON, SM_CYSMICON);
+        window.hCursor = LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_ARROW));
+        window.lpszClassName = form.name().c_str();
+        RegisterClassExA(&window);
+    }
+    return form.name().c_str();
+}
+
+void FormWindow::makeWindow() {
+    const DWORD style = form_.layout() != nullptr ? WS_OVERLAPPEDWINDOW : WS_POPUP;
+    window_ = CreateWindowExA(WS_EX_CONTROLPARENT, registeredClass(form_), form_.caption().c_str(),
+                              style, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
+                              nullptr, nullptr, GetModuleHandleA(nullptr), this);
+    // The form has its own way to follow the resolution of a screen.
+    dontScaleDialog(window_);
+}
+
+void FormWindow::makePictures() {
+    // Windows are made in the order of the layout, which is then that of the tab key; a label is
+    // made right before the input that it names.
+    std::vector<Control*> controls;
+    if (const LayoutNode* layout = form_.layout()) {
+        controls = controlsInOrder(*layout);
+    }
+    for (Control* control : form_.controls()) {
+        const bool alone = control->kind() == ControlKind::Timer ||
+                           (form_.layout() == nullptr && control->kind() == ControlKind::Picture);
+        if (alone && std::find(controls.begin(), controls.end(), control) == controls.end()) {
+            controls.push_back(control);
+        }
+    }
+    for (Control* control : controls) {
+        if (auto made = makeControlWindow(*control, *this)) {
+            pictures_.push_back(std::move(made));
+        }
+    }
+}
+
+ControlWindow* FormWindow::picture(const Control* control) const {
+    const auto found = std::find_if(pictures_.begin(), pictures_.end(),
+                                    [&](const auto& own) { return &own->control() == control; });
+    return found == pictures_.end() ? nullptr : found->get();
+}
+
+void FormWindow::orderFocus() {
+    if (const CommandButton* button = form_.defaultButton()) {
+        SendMessageA(window_, DM_SETDEFID, static_cast<WPARAM>(controlId(*button)), 0);
+        SendMessageA(picture(button)->window(), BM_SETSTYLE, BS_DEFPUSHBUTTON, FALSE);
+    }
+}
+
+void FormWindow::showToolTip(HWND control, const std::string& tip) {
+    tips_->set(control, tip);
+}
+
+void FormWindow::refreshVisibility() {
+    // A window that is shown and put aside within one turn of the program must not flash up: the
+    // last word of the turn counts.
+    if (form_.layout() != nullptr && !detached_ && !changePending_) {
+        changePending_ = true;
+        PostMessageA(window_, applyVisibilityMessage, 0, 0);
+    }
+}
+
+void FormWindow::bringToFront() {
+    frontWanted_ = true;
+    refreshVisibility();
+}
+
+void FormWindow::applyVisibility() {
+    changePending_ = false;
+    const bool front = std::exchange(frontWanted_, false);
+    const bool aside = IsIconic(window_) != FALSE;
+    if (!form_.visible()) {
+        ShowWindow(window_, SW_HIDE);
+        return;
+    }
+    if (form_.minimised()) {
+        if (!aside || IsWindowVisible(window_) == FALSE) {
+            ShowWindow(window_, SW_SHOWMINNOACTIVE);
+        }
+        return;
+    }
+    if (!seenBefore_) {
+        seenBefore_ = true;
+        if (const ControlWindow* first = picture(form_.initialFocus())) {
+            SetFocus(first->window());
+        }
+    }
+    ShowWindow(window_, aside ? SW_RESTORE : SW_SHOW);
+    if (front) {
+        SetForegroundWindow(window_);
+    }
+}
+
+LRESULT CALLBACK FormWindow::onMessage(HWND window, UINT message, WPARAM first, LPARAM second) {
+    if (message == WM_NCCREATE) {
+        const auto* creation = reinterpret_cast<const CREATESTRUCTA*>(second);
+        auto* created = static_cast<FormWindow*>(creation->lpCreateParams);
+        created->window_ = window;
+        SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
+    }
+    auto* form = reinterpret_cast<FormWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+    if (form == nullptr || form->detached_) {
+        return DefDlgProcA(window, message, first, second);
+    }
+    const HandlingScope handling(form->context_);
+    return form->handle(message, first, second);
+}
+
+LRESULT FormWindow::passOn(UINT message, WPARAM first, LPARAM second) {
+    return DefDlgProcA(window_, message, first, second);
+}
+
+LRESULT FormWindow::handle(UINT message, WPARAM first, LPARAM second) {
+    switch (message) {
+    case WM_COMMAND:
+        onCommand(LOWORD(first), HIWORD(first));
+        return 0;
+    case WM_TIMER:
+        onTimer(static_cast<int>(first));
+        return 0;
+    case WM_CLOSE:
+        if (context_.takesInput()) {
+            form_.unload(UnloadMode::FormControlMenu);
+        }
+        return 0;
+    case WM_QUERYENDSESSION:
+        return TRUE;
+    case WM_ENDSESSION:
+        // The process may be gone when this returns: everything is saved within it.
+        if (first != FALSE && context_.endSession) {
+            context_.endSession();
+        }
+        return 0;
+    case WM_SIZE:
+        onSize(first);
+        return 0;
+    case WM_GETMINMAXINFO:
+        onSmallestSize(*reinterpret_cast<MINMAXINFO*>(second));
+        return 0;
+    case WM_CTLCOLORSTATIC:
+        return onColour(reinterpret_cast<HDC>(first), reinterpret_cast<HWND>(second));
+    case WM_SETCURSOR:
+        return onCursor() ? TRUE : passOn(message, first, second);
+    case resolutionChangedMessage:
+        onResolution(LOWORD(first), *reinterpret_cast<const RECT*>(second));
+        return 0;
+    case WM_SETTINGCHANGE:
+    case WM_THEMECHANGED:
+        useFont(dotsPerInch(window_));
+        layOut();
+        return passOn(message, first, second);
+    case WM_SYSCOLORCHANGE:
+        RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+        return passOn(message, first, second);
+    case applyVisibilityMessage:
+        applyVisibility();
+        return 0;
+    case layOutMessage:
+        layOut();
+        return 0;
+    default:
+        return passOn(message, first, second);
+    }
+}
+
+void FormWindow::onCommand(int id, int notification) {
+    if (id == IDOK || id == IDCANCEL) {
+        // Enter and Escape, wherever the focus is.
+        const CommandButton* button = id == IDOK ? form_.defaultButton() : form_.cancelButton();
+        if (ControlWindow* own = picture(button)) {
+            own->onNotification(BN_CLICKED);
+        }
+    } else if (ControlWindow* own = picture(controlWithId(form_, id))) {
+        own->onNotification(notification);
+    }
+}
+
+void FormWindow::onTimer(int id) {
+    if (ControlWindow* own = picture(controlWithId(form_, id))) {
+        own->onTimer();
+    }
+}
+
+void FormWindow::onSize(WPARAM how) {
+    if (how == SIZE_MINIMIZED) {
+        form_.setMinimised(true);
+        return;
+    }
+    placeControls();
+    // What the program asked for and is not done yet counts for more than what the window tells.
+    if (form_.minimised() && !changePending_ && IsWindowVisible(window_) != FALSE) {
+        form_.setMinimised(false);
+    }
+}
+
+LRESULT FormWindow::onColour(HDC context, HWND control) const {
+    const auto found = std::find_if(pictures_.begin(), pictures_.end(),
+                                    [&](const auto& own) { return own->window() == control; });
+    SetTextColor(context, found == pictures_.end() ? GetSysColor(COLOR_WINDOWTEXT)
+                                                   : textColour((*found)->textColour()));
+    // Read-only boxes look like the window: they do not invite typing.
+    SetBkColor(context, GetSysColor(COLOR_3DFACE));
+    return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_3DFACE));
+}
+
+bool FormWindow::onCursor() const {
+    if (context_.blocking) {
+        SetCursor(LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_WAIT)));
+    }
+    return context_.blocking;
+}
+
+} // namespace tarvik::face

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "ui/controls/Form.h"
+#include "windows/face/ControlWindow.h"
+#include "windows/face/ToolTips.h"
+
+#include <memory>
+#include <vector>
+
+namespace tarvik::face {
+
+/// The window of one form, its class named after the form; for a form without a layout a window
+/// that is never seen, with the form's timers and pictures.
+class FormWindow final : public FormView, public ControlSite {
+public:
+    FormWindow(Form& form, WindowContext& context);
+    ~FormWindow() override;
+    FormWindow(const FormWindow&) = delete;
+    FormWindow& operator=(const FormWindow&) = delete;
+
+    void refreshVisibility() override;
+    void bringToFront() override;
+
+    HWND window() const override { return window_; }
+    WindowContext& context() override { return context_; }
+    void layOutAgain() override;
+    void showToolTip(HWND control, const std::string& tip) override;
+
+    Form& form() const { return form_; }
+
+    /// Ends all connection with the form and hides the window.
+    void detach();
+
+private:
+    static LRESULT CALLBACK onMessage(HWND window, UINT message, WPARAM first, LPARAM second);
+    static const char* registeredClass(const Form& form);
+    LRESULT handle(UINT message, WPARAM first, LPARAM second);
+    LRESULT passOn(UINT message, WPARAM first, LPARAM second);
+
+    void makeWindow();
+    void makePictures();
+    void orderFocus();
+    ControlWindow* picture(const Control* control) const;
+
+    // What happens to the window.
+    void onCommand(int id, int notification);
+    void onTimer(int id);
+    void onSize(WPARAM how);
+    LRESULT onColour(HDC context, HWND control) const;
+    void onSmallestSize(MINMAXINFO& info) const;
+    void onResolution(int dotsPerInch, const RECT& place);
+    bool onCursor() const;
+    void applyVisibility();
+
+    // Sizes: see FormWindowLayout.cpp.
+    void useFont(int dotsPerInch);
+    LayoutMetrics metrics() const;
+    SIZE frameSize() const;
+    void layOut();
+    void placeControls();
+
+    Form& form_;
+    WindowContext& context_;
+    HWND window_ = nullptr;
+    std::unique_ptr<FaceFont> font_;
+    std::unique_ptr<ToolTips> tips_;
+    std::vector<std::unique_ptr<ControlWindow>> pictures_;
+    bool detached_ = false;
+    bool changePending_ = false;
+    bool frontWanted_ = false;
+    bool layoutPending_ = false;
+    bool seenBefore_ = false;
+};
+
+} // namespace tarvik::face

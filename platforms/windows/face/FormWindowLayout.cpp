@@ -1,0 +1,116 @@
+#include "windows/face/FormWindow.h"
+
+#include "windows/face/WindowMessages.h"
+
+#include <algorithm>
+
+namespace tarvik::face {
+
+namespace {
+
+// Distances as the system's guidelines give them, in their units.
+constexpr int related = 4;
+constexpr int margin = 7;
+constexpr int frameSide = 6;
+constexpr int frameTop = 11;
+
+constexpr int widestTip = 60; // characters
+
+} // namespace
+
+void FormWindow::useFont(int dotsPerInch) {
+    auto font = std::make_unique<FaceFont>(dotsPerInch);
+    for (const auto& own : pictures_) {
+        if (own->window() != nullptr) {
+            SendMessageA(own->window(), WM_SETFONT, reinterpret_cast<WPARAM>(font->handle()), TRUE);
+        }
+    }
+    tips_->setWidth(font->charactersWidth(widestTip));
+    font_ = std::move(font); // the old one only goes when nobody uses it any more
+}
+
+LayoutMetrics FormWindow::metrics() const {
+    const FaceFont& font = *font_;
+    return {.measure =
+                [this](const Control& control, int characters, int lines) {
+                    return picture(&control)->measure(*font_, characters, lines);
+                },
+            .horizontalGap = font.horizontalUnits(related),
+            .verticalGap = font.verticalUnits(related),
+            .margin = font.verticalUnits(margin),
+            .frameLeft = font.horizontalUnits(frameSide),
+            .frameTop = font.verticalUnits(frameTop),
+            .frameRight = font.horizontalUnits(frameSide),
+            .frameBottom = font.verticalUnits(margin)};
+}
+
+SIZE FormWindow::frameSize() const {
+    RECT outer{};
+    RECT inner{};
+    GetWindowRect(window_, &outer);
+    GetClientRect(window_, &inner);
+    return {outer.right - outer.left - inner.right, outer.bottom - outer.top - inner.bottom};
+}
+
+void FormWindow::onSmallestSize(MINMAXINFO& info) const {
+    if (font_ == nullptr || form_.layout() == nullptr || IsIconic(window_) != FALSE) {
+        return;
+    }
+    const LayoutSize least = minimumSize(*form_.layout(), metrics());
+    const SIZE frame = frameSize();
+    info.ptMinTrackSize = {least.width + frame.cx, least.height + frame.cy};
+}
+
+void FormWindow::layOutAgain() {
+    if (!layoutPending_ && font_ != nullptr) {
+        layoutPending_ = true;
+        PostMessageA(window_, layOutMessage, 0, 0);
+    }
+}
+
+void FormWindow::layOut() {
+    layoutPending_ = false;
+    if (form_.layout() == nullptr || IsIconic(window_) != FALSE) {
+        return; // a window that comes back is told its size again
+    }
+    const LayoutSize least = minimumSize(*form_.layout(), metrics());
+    RECT area{};
+    GetClientRect(window_, &area);
+    if (area.right >= least.width && area.bottom >= least.height) {
+        placeControls();
+        return;
+    }
+    const SIZE frame = frameSize();
+    const int width = std::max(static_cast<int>(area.right), least.width);
+    const int height = std::max(static_cast<int>(area.bottom), least.height);
+    SetWindowPos(window_, nullptr, 0, 0, width + frame.cx, height + frame.cy,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void FormWindow::placeControls() {
+    if (form_.layout() == nullptr || font_ == nullptr) {
+        return;
+    }
+    RECT area{};
+    GetClientRect(window_, &area);
+    const auto placed = solveLayout(*form_.layout(), metrics(),
+                                    {static_cast<int>(area.right), static_cast<int>(area.bottom)});
+    HDWP moves = BeginDeferWindowPos(static_cast<int>(placed.size()));
+    for (const PlacedControl& each : placed) {
+        const LayoutRect& rect = each.rect;
+        moves = DeferWindowPos(moves, picture(each.control)->window(), nullptr, rect.left, rect.top,
+                               rect.width, rect.height, SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    EndDeferWindowPos(moves);
+    // Frames leave what they hold to the form, which must paint it anew.
+    InvalidateRect(window_, nullptr, TRUE);
+}
+
+void FormWindow::onResolution(int dotsPerInch, const RECT& place) {
+    useFont(dotsPerInch);
+    SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left,
+                 place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    layOut();
+}
+
+} // namespace tarvik::face

@@ -1,0 +1,56 @@
+#include "common/FaceCaption.h"
+#include "windows/face/ControlWindow.h"
+
+namespace tarvik::face {
+
+namespace {
+
+DWORD styleOf(const Label& label) {
+    const DWORD alignment = label.alignment() == TextAlignment::Right    ? SS_RIGHT
+                            : label.alignment() == TextAlignment::Centre ? SS_CENTER
+                                                                         : SS_LEFT;
+    // Only a label that names an input knows marked letters; any other shows its text as it is.
+    const DWORD marks = label.labelled() == nullptr ? SS_NOPREFIX : 0U;
+    // Without notifications the mouse passes through, and no tool tip comes.
+    return alignment | marks | SS_CENTERIMAGE | SS_NOTIFY;
+}
+
+class LabelWindow : public ControlWindow {
+public:
+    LabelWindow(Label& label, ControlSite& site)
+        : ControlWindow(label, site, makeChild(label, site, "STATIC", styleOf(label))),
+          label_(label) {
+        refresh(Property::Caption);
+    }
+
+    LayoutSize measure(const FaceFont& font, int characters, int lines) const override {
+        const int width =
+            characters > 0 ? font.charactersWidth(characters) : font.textWidth(label_.caption());
+        return {width, font.lineHeight() * (lines > 0 ? lines : 1)};
+    }
+
+    Colour textColour() const override { return label_.foreColour(); }
+
+protected:
+    void refreshOwn(Property changed) override {
+        if (changed == Property::Caption) {
+            const bool named = label_.labelled() != nullptr;
+            setWindowText(named ? markedCaption(label_.caption(), label_.mnemonic())
+                                : label_.caption());
+            site().layOutAgain();
+        } else if (changed == Property::ForeColour) {
+            InvalidateRect(window(), nullptr, TRUE);
+        }
+    }
+
+private:
+    Label& label_;
+};
+
+} // namespace
+
+std::unique_ptr<ControlWindow> makeLabel(Control& control, ControlSite& site) {
+    return std::make_unique<LabelWindow>(static_cast<Label&>(control), site);
+}
+
+} // namespace tarvik::face

@@ -1,0 +1,93 @@
+#include "windows/face/ControlWindow.h"
+#include "windows/face/DrawingRaster.h"
+
+#include <algorithm>
+
+namespace tarvik::face {
+
+namespace {
+
+constexpr const char* className = "TarvikPicture";
+
+void paint(HWND window, const Drawing& drawing) {
+    PAINTSTRUCT painting{};
+    const HDC context = BeginPaint(window, &painting);
+    RECT area{};
+    GetClientRect(window, &area);
+    FillRect(context, &area, GetSysColorBrush(COLOR_3DFACE));
+    const int side = static_cast<int>(std::min(area.right, area.bottom));
+    const COLORREF face = GetSysColor(COLOR_3DFACE);
+    const Raster raster =
+        rasterOn(drawing, side, {GetRValue(face), GetGValue(face), GetBValue(face)});
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = raster.side;
+    info.bmiHeader.biHeight = -raster.side;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    if (raster.side > 0) {
+        SetDIBitsToDevice(context, (area.right - side) / 2, (area.bottom - side) / 2,
+                          static_cast<DWORD>(side), static_cast<DWORD>(side), 0, 0, 0,
+                          static_cast<UINT>(side), raster.points.data(), &info, DIB_RGB_COLORS);
+    }
+    EndPaint(window, &painting);
+}
+
+LRESULT CALLBACK onMessage(HWND window, UINT message, WPARAM first, LPARAM second) {
+    const auto* picture =
+        reinterpret_cast<const Picture*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+    switch (message) {
+    case WM_PAINT:
+        if (picture != nullptr) {
+            paint(window, picture->drawing());
+            return 0;
+        }
+        break;
+    case WM_ERASEBKGND:
+        return TRUE; // painting covers everything
+    default:
+        break;
+    }
+    return DefWindowProcA(window, message, first, second);
+}
+
+const char* registeredClass() {
+    static const ATOM registered = [] {
+        WNDCLASSA window{};
+        window.lpfnWndProc = onMessage;
+        window.hInstance = GetModuleHandleA(nullptr);
+        window.hCursor = LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_ARROW));
+        window.lpszClassName = className;
+        return RegisterClassA(&window);
+    }();
+    static_cast<void>(registered);
+    return className;
+}
+
+class PictureWindow : public ControlWindow {
+public:
+    PictureWindow(Picture& picture, ControlSite& site)
+        : ControlWindow(picture, site, makeChild(picture, site, registeredClass(), 0)) {
+        SetWindowLongPtrA(window(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&picture));
+    }
+
+    LayoutSize measure(const FaceFont& font, int, int) const override {
+        const int side = font.lineHeight() * 3 / 2;
+        return {side, side};
+    }
+
+protected:
+    void refreshOwn(Property changed) override {
+        if (changed == Property::Drawing) {
+            InvalidateRect(window(), nullptr, FALSE);
+        }
+    }
+};
+
+} // namespace
+
+std::unique_ptr<ControlWindow> makePicture(Control& control, ControlSite& site) {
+    return std::make_unique<PictureWindow>(static_cast<Picture&>(control), site);
+}
+
+} // namespace tarvik::face

@@ -1,0 +1,56 @@
+#include "windows/face/ControlWindow.h"
+
+namespace tarvik::face {
+
+namespace {
+
+DWORD styleOf(const TextBox& textBox) {
+    const DWORD alignment = textBox.alignment() == TextAlignment::Right    ? ES_RIGHT
+                            : textBox.alignment() == TextAlignment::Centre ? ES_CENTER
+                                                                           : ES_LEFT;
+    return WS_TABSTOP | ES_AUTOHSCROLL | alignment | (textBox.readOnly() ? ES_READONLY : 0U);
+}
+
+class TextBoxWindow : public ControlWindow {
+public:
+    TextBoxWindow(TextBox& textBox, ControlSite& site)
+        : ControlWindow(textBox, site,
+                        makeChild(textBox, site, "EDIT", styleOf(textBox), WS_EX_CLIENTEDGE)),
+          textBox_(textBox) {
+        refresh(Property::Text);
+    }
+
+    LayoutSize measure(const FaceFont& font, int characters, int lines) const override {
+        constexpr int surroundings = 6;
+        constexpr int plainHeight = 14;
+        constexpr int usualCharacters = 10;
+        const int width = font.charactersWidth(characters > 0 ? characters : usualCharacters);
+        const int more = lines > 1 ? (lines - 1) * font.lineHeight() : 0;
+        return {width + font.horizontalUnits(surroundings), font.verticalUnits(plainHeight) + more};
+    }
+
+    void onNotification(int code) override {
+        if (code == EN_CHANGE) {
+            fromUser(Property::Text, [this] { textBox_.setText(windowText()); });
+        }
+    }
+
+protected:
+    void refreshOwn(Property changed) override {
+        // A text that is there already keeps its place of insertion and its selection.
+        if (changed == Property::Text && windowText() != textBox_.text()) {
+            setWindowText(textBox_.text());
+        }
+    }
+
+private:
+    TextBox& textBox_;
+};
+
+} // namespace
+
+std::unique_ptr<ControlWindow> makeTextBox(Control& control, ControlSite& site) {
+    return std::make_unique<TextBoxWindow>(static_cast<TextBox&>(control), site);
+}
+
+} // namespace tarvik::face

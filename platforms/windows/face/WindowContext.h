@@ -1,0 +1,34 @@
+#pragma once
+
+#include "common/FaceContext.h"
+#include "windows/face/AccessibleNames.h"
+
+#include <functional>
+
+namespace tarvik::face {
+
+/// What all windows of the face share.
+struct WindowContext : FaceContext {
+    /// How many messages are being handled, one within the other. A window that was withdrawn may
+    /// be the one whose handler is running: it goes when this is 0.
+    int depth = 0;
+    /// A call runs on another thread: only painting goes on.
+    bool blocking = false;
+    /// The user's session ends.
+    std::function<void()> endSession;
+    AccessibleNames accessibleNames;
+};
+
+/// Counts as handling a message for its own lifetime.
+class HandlingScope {
+public:
+    explicit HandlingScope(WindowContext& context) : context_(context) { ++context_.depth; }
+    ~HandlingScope() { --context_.depth; }
+    HandlingScope(const HandlingScope&) = delete;
+    HandlingScope& operator=(const HandlingScope&) = delete;
+
+private:
+    WindowContext& context_;
+};
+
+} // namespace tarvik::face

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "ports/Desktop.h"
+#include "windows/face/FormWindow.h"
+
+#include <memory>
+#include <vector>
+
+namespace tarvik::face {
+
+/// The windows of a Windows desktop. One at a time, on the thread that made it.
+///
+/// When the user's session ends, every form is unloaded as at the end of the session, open boxes
+/// close, and `run` returns.
+class WindowsDesktop : public Desktop {
+public:
+    WindowsDesktop();
+    ~WindowsDesktop() override;
+    WindowsDesktop(const WindowsDesktop&) = delete;
+    WindowsDesktop& operator=(const WindowsDesktop&) = delete;
+
+    void realise(Form& form) override;
+    void withdraw(Form& form) override;
+    MsgBoxAnswer messageBox(const MsgBoxRequest& request) override;
+    void popUpMenu(Menu& menu, Form& owner) override;
+    void beep() override;
+    void processEvents() override;
+    void runBlocking(const std::function<void()>& call) override;
+    void run() override;
+    void quit() override;
+
+    /// What happens when the user's session ends; may be called again.
+    void endSession();
+
+private:
+    /// Handles one message, as in any dialog.
+    void handle(MSG& message);
+    /// Ends the windows that were withdrawn, unless a handler may be running in one.
+    void bury();
+    /// Handles what waits, but drops the input.
+    void paintOnly();
+    FormWindow* windowOf(const Form& form) const;
+    HWND boxOwner() const;
+
+    WindowContext context_;
+    std::vector<std::unique_ptr<FormWindow>> windows_; ///< in the order in which they were realised
+    std::vector<std::unique_ptr<FormWindow>> withdrawn_;
+    bool quit_ = false;
+};
+
+} // namespace tarvik::face

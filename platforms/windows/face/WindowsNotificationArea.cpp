@@ -1,0 +1,123 @@
+#include "windows/face/WindowsNotificationArea.h"
+
+#include "windows/face/DrawingRaster.h"
+
+#include <shellapi.h>
+
+#include <cstddef>
+
+namespace tarvik::face {
+
+namespace {
+
+using Record = tarvik::NOTIFYICONDATAA;
+
+// The program's record is the system's, as far as the oldest two forms reach.
+static_assert(offsetof(::NOTIFYICONDATAA, guidItem) == Record::size);
+static_assert(offsetof(::NOTIFYICONDATAA, szTip) + 64 == Record::oldestSize);
+static_assert(offsetof(::NOTIFYICONDATAA, szInfo) == offsetof(Record, szInfo));
+static_assert(offsetof(::NOTIFYICONDATAA, dwInfoFlags) == offsetof(Record, dwInfoFlags));
+
+bool tell(DWORD request, Record& record) {
+    return ::Shell_NotifyIconA(request, reinterpret_cast<::NOTIFYICONDATAA*>(&record)) != FALSE;
+}
+
+UINT taskBarCreated() {
+    static const UINT message = RegisterWindowMessageA("TaskbarCreated");
+    return message;
+}
+
+} // namespace
+
+LampState lampOf(TrayIcon icon) {
+    switch (icon) {
+    case TrayIcon::Online:
+        return LampState::Online;
+    case TrayIcon::Offline:
+        return LampState::Waiting;
+    case TrayIcon::NotMonitoring:
+        break;
+    }
+    return LampState::NotMonitoring;
+}
+
+WindowsNotificationArea::~WindowsNotificationArea() {
+    if (watcher_ != nullptr) {
+        DestroyWindow(watcher_);
+    }
+    for (const HICON made : icons_) {
+        if (made != nullptr) {
+            DestroyIcon(made);
+        }
+    }
+}
+
+HICON WindowsNotificationArea::iconOf(std::uint32_t which) {
+    const std::size_t place = which < icons_.size() ? which : 0;
+    HICON& made = icons_[place];
+    if (made == nullptr) {
+        const LampState lamp = lampOf(static_cast<TrayIcon>(place));
+        made = makeIcon(statusLamp(lamp), GetSystemMetrics(SM_CXSMICON));
+    }
+    return made;
+}
+
+bool WindowsNotificationArea::Shell_NotifyIconA(std::uint32_t request, Record* data) {
+    Record record = *data;
+    record.hIcon =
+        static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(iconOf(data->hIcon)));
+    const bool done = tell(request, record);
+    if (request == remove) {
+        shown_.reset();
+    } else if (request == add || (request == modify && shown_ && (data->uFlags & tip) != 0)) {
+        // The wish is kept even when there is no task bar yet.
+        shown_ = record;
+        watchTaskBar();
+    }
+    return done;
+}
+
+void WindowsNotificationArea::watchTaskBar() {
+    if (watcher_ != nullptr) {
+        return;
+    }
+    WNDCLASSA window{};
+    window.lpfnWndProc = onMessage;
+    window.hInstance = GetModuleHandleA(nullptr);
+    window.lpszClassName = "TarvikTaskBarWatcher";
+    RegisterClassA(&window);
+    // The news goes to windows of the desktop only, not to those that take nothing but messages.
+    watcher_ = CreateWindowExA(WS_EX_TOOLWINDOW, window.lpszClassName, "", WS_POPUP, 0, 0, 0, 0,
+                               nullptr, nullptr, window.hInstance, nullptr);
+    SetWindowLongPtrA(watcher_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+}
+
+LRESULT CALLBACK WindowsNotificationArea::onMessage(HWND window, UINT message, WPARAM first,
+                                                    LPARAM second) {
+    auto* area =
+        reinterpret_cast<WindowsNotificationArea*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+    if (area != nullptr && message == taskBarCreated()) {
+        area->addAgain();
+        return 0;
+    }
+    return DefWindowProcA(window, message, first, second);
+}
+
+void WindowsNotificationArea::addAgain() {
+    if (shown_) {
+        Record record = *shown_;
+        if (tell(add, record) && record.cbSize == Record::size) {
+            tell(setVersion, record);
+        }
+    }
+}
+
+bool WindowsNotificationArea::SetForegroundWindow(std::uint32_t window) {
+    return ::SetForegroundWindow(reinterpret_cast<HWND>(std::uintptr_t{window})) != FALSE;
+}
+
+std::uint32_t WindowsNotificationArea::GetVersion() {
+    return ::GetVersion();
+}
+
+} // namespace tarvik::face

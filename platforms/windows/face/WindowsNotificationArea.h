@@ -1,0 +1,39 @@
+#pragma once
+
+#include "ports/NotificationArea.h"
+#include "ui/StatusLamp.h"
+#include "windows/services/SystemHeader.h"
+
+#include <array>
+#include <optional>
+
+namespace tarvik::face {
+
+/// The notification area of the task bar. An icon comes back by itself when the task bar was
+/// started anew.
+class WindowsNotificationArea : public NotificationArea {
+public:
+    WindowsNotificationArea() = default;
+    ~WindowsNotificationArea() override;
+    WindowsNotificationArea(const WindowsNotificationArea&) = delete;
+    WindowsNotificationArea& operator=(const WindowsNotificationArea&) = delete;
+
+    bool Shell_NotifyIconA(std::uint32_t request, tarvik::NOTIFYICONDATAA* data) override;
+    bool SetForegroundWindow(std::uint32_t window) override;
+    std::uint32_t GetVersion() override;
+
+private:
+    static LRESULT CALLBACK onMessage(HWND window, UINT message, WPARAM first, LPARAM second);
+    void watchTaskBar();
+    void addAgain();
+    HICON iconOf(std::uint32_t which);
+
+    HWND watcher_ = nullptr;
+    std::array<HICON, 3> icons_{};
+    std::optional<tarvik::NOTIFYICONDATAA> shown_; ///< as last told to the task bar
+};
+
+/// The lamp that an icon of the program shows.
+LampState lampOf(TrayIcon icon);
+
+} // namespace tarvik::face

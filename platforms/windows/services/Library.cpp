@@ -1,0 +1,19 @@
+#include "windows/services/Library.h"
+
+namespace tarvik {
+
+std::string systemFolder() {
+    char path[MAX_PATH];
+    const UINT length = GetSystemDirectoryA(path, MAX_PATH);
+    return length < MAX_PATH ? std::string(path, length) : std::string();
+}
+
+FARPROC Library::address(const char* name) {
+    if (!tried_) {
+        tried_ = true;
+        module_ = LoadLibraryA((systemFolder() + "\\" + fileName_).c_str());
+    }
+    return module_ == nullptr ? nullptr : GetProcAddress(module_, name);
+}
+
+} // namespace tarvik

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "windows/services/SystemHeader.h"
+
+#include <string>
+
+namespace tarvik {
+
+/// A library of the system that is loaded when one of its functions is first asked for, and stays.
+/// Only the system's own folder is looked into, so that a file of that name beside the program is
+/// never run. A system without it has none of its functions.
+class Library {
+public:
+    explicit Library(std::string fileName) : fileName_(std::move(fileName)) {}
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+
+    /// The function of that name, or null. `Function` is its type, calling convention included.
+    template <class Function>
+    Function* function(const char* name) {
+        // Through a type without meaning: the system knows no other way to hand out functions.
+        return reinterpret_cast<Function*>(reinterpret_cast<void*>(address(name)));
+    }
+
+private:
+    FARPROC address(const char* name);
+
+    std::string fileName_;
+    HMODULE module_ = nullptr;
+    bool tried_ = false;
+};
+
+/// The system's own folder, without a separator at its end.
+std::string systemFolder();
+
+} // namespace tarvik

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "ports/Clock.h"
+
+namespace tarvik {
+
+/// The system's clock in the user's time zone.
+class WindowsClock : public Clock {
+public:
+    Date currentDate() override;
+    Date currentTime() override;
+};
+
+} // namespace tarvik

@@ -1,0 +1,94 @@
+#include "windows/services/WindowsCommonDialogs.h"
+
+namespace tarvik {
+
+namespace {
+
+ScreenRect rectOf(HWND window) {
+    RECT rect{};
+    GetWindowRect(window, &rect);
+    return {.left = static_cast<int>(rect.left),
+            .top = static_cast<int>(rect.top),
+            .width = static_cast<int>(rect.right - rect.left),
+            .height = static_cast<int>(rect.bottom - rect.top)};
+}
+
+/// Moves the dialog that this thread opens next, for its own lifetime. The system tells of a window
+/// about to be active before it is seen; only the first is the dialog itself.
+class PlacementHook {
+public:
+    PlacementHook(HWND owner, const DialogPlacement& place) : owner_(owner), place_(place) {
+        current = this;
+        hook_ = SetWindowsHookExA(WH_CBT, onEvent, nullptr, GetCurrentThreadId());
+    }
+    ~PlacementHook() {
+        release();
+        current = nullptr;
+    }
+    PlacementHook(const PlacementHook&) = delete;
+    PlacementHook& operator=(const PlacementHook&) = delete;
+
+private:
+    static LRESULT CALLBACK onEvent(int code, WPARAM first, LPARAM second) {
+        if (code == HCBT_ACTIVATE && current != nullptr) {
+            current->move(reinterpret_cast<HWND>(first));
+        }
+        return CallNextHookEx(nullptr, code, first, second);
+    }
+
+    void move(HWND dialog) {
+        if (dialog == owner_) {
+            return;
+        }
+        release();
+        const ScreenRect before = rectOf(dialog);
+        const ScreenRect after = place_(before, owner_ == nullptr ? ScreenRect{} : rectOf(owner_));
+        SetWindowPos(
+            dialog, nullptr, after.left, after.top, after.width, after.height,
+            SWP_NOZORDER | SWP_NOACTIVATE |
+                (after.width == before.width && after.height == before.height ? SWP_NOSIZE : 0U));
+    }
+
+    void release() {
+        if (hook_ != nullptr) {
+            UnhookWindowsHookEx(hook_);
+            hook_ = nullptr;
+        }
+    }
+
+    static PlacementHook* current;
+    HWND owner_;
+    const DialogPlacement& place_;
+    HHOOK hook_ = nullptr;
+};
+
+PlacementHook* PlacementHook::current = nullptr;
+
+} // namespace
+
+bool WindowsCommonDialogs::show(const char* function, OPENFILENAMEA* data,
+                                const DialogPlacement& place) {
+    using Dialog = BOOL WINAPI(OPENFILENAMEA*);
+    Dialog* const dialog = library_.function<Dialog>(function);
+    if (dialog == nullptr) {
+        return false;
+    }
+    const PlacementHook hook(static_cast<HWND>(data->hwndOwner), place);
+    return dialog(data) != FALSE;
+}
+
+bool WindowsCommonDialogs::GetOpenFileNameA(OPENFILENAMEA* data, const DialogPlacement& place) {
+    return show("GetOpenFileNameA", data, place);
+}
+
+bool WindowsCommonDialogs::GetSaveFileNameA(OPENFILENAMEA* data, const DialogPlacement& place) {
+    return show("GetSaveFileNameA", data, place);
+}
+
+std::uint32_t WindowsCommonDialogs::CommDlgExtendedError() {
+    using Error = DWORD WINAPI();
+    Error* const error = library_.function<Error>("CommDlgExtendedError");
+    return error == nullptr ? dialogFailure : error();
+}
+
+} // namespace tarvik

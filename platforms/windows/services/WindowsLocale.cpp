@@ -1,0 +1,105 @@
+#include "windows/services/WindowsLocale.h"
+
+#include "types/DatePattern.h"
+#include "windows/services/SystemHeader.h"
+
+namespace tarvik {
+
+namespace {
+
+/// A text of the user's settings; empty where the system has none.
+std::string setting(LCTYPE which) {
+    char text[256];
+    const int size = GetLocaleInfoA(LOCALE_USER_DEFAULT, which, text, sizeof text);
+    return size > 0 ? std::string(text, static_cast<std::size_t>(size) - 1) : std::string();
+}
+
+void takeUnlessEmpty(std::string& text, const std::string& found) {
+    if (!found.empty()) {
+        text = found;
+    }
+}
+
+/// The letters of a run as the program's pattern language writes them; none for a run that is left
+/// out.
+std::string translatedRun(const PatternPiece& piece) {
+    switch (piece.letter) {
+    case 'y':
+        return "yyyy";
+    case 'd':
+        return piece.length > 2 ? "" : std::string(static_cast<std::size_t>(piece.length), 'd');
+    case 't':
+        return "tt";
+    default:
+        return std::string(static_cast<std::size_t>(piece.length), piece.letter);
+    }
+}
+
+/// Without the letters that stand for the name of an era.
+std::string withoutEras(const std::string& pattern) {
+    std::string result;
+    bool plain = false;
+    for (const char character : pattern) {
+        plain = plain != (character == '\'');
+        if (plain || character != 'g') {
+            result += character;
+        }
+    }
+    return result;
+}
+
+std::string quoted(const std::string& text) {
+    std::string result = "'";
+    for (const char character : text) {
+        result += character;
+        if (character == '\'') {
+            result += character;
+        }
+    }
+    return result + "'";
+}
+
+/// Text that stands for itself needs quotes where it could be taken for a run of letters.
+std::string plainText(const std::string& text) {
+    return text.find_first_of("dMyhHmst'") == std::string::npos ? text : quoted(text);
+}
+
+bool has(const std::string& pattern, const char* letters) {
+    for (; *letters != '\0'; ++letters) {
+        if (pattern.find(*letters) == std::string::npos) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+std::string translatedPattern(const std::string& pattern) {
+    std::string result;
+    for (const PatternPiece& piece : patternPieces(withoutEras(pattern))) {
+        result += piece.letter != 0 ? translatedRun(piece) : plainText(piece.text);
+    }
+    const std::size_t first = result.find_first_not_of(" ,");
+    const std::size_t last = result.find_last_not_of(" ,");
+    return first == std::string::npos ? "" : result.substr(first, last - first + 1);
+}
+
+WindowsLocale::WindowsLocale() {
+    const std::string date = translatedPattern(setting(LOCALE_SSHORTDATE));
+    data_.shortDate = has(date, "dMy") ? date : "yyyy-MM-dd";
+    const std::string time = translatedPattern(setting(LOCALE_STIMEFORMAT));
+    const bool whole = has(time, "ms") && (has(time, "H") || has(time, "ht"));
+    data_.longTime = whole ? time : "HH:mm:ss";
+    // Only the separator of thousands may be nothing at all.
+    data_.thousandsSeparator = setting(LOCALE_STHOUSAND);
+    takeUnlessEmpty(data_.decimalSeparator, setting(LOCALE_SDECIMAL));
+    takeUnlessEmpty(data_.amText, setting(LOCALE_S1159));
+    takeUnlessEmpty(data_.pmText, setting(LOCALE_S2359));
+    for (unsigned month = 0; month < data_.shortMonths.size(); ++month) {
+        takeUnlessEmpty(data_.shortMonths[month], setting(LOCALE_SABBREVMONTHNAME1 + month));
+        takeUnlessEmpty(data_.longMonths[month], setting(LOCALE_SMONTHNAME1 + month));
+    }
+}
+
+} // namespace tarvik

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "ports/Locale.h"
+
+#include <string>
+
+namespace tarvik {
+
+/// The conventions of the user's regional settings, his own changes to them included.
+class WindowsLocale : public Locale {
+public:
+    WindowsLocale();
+
+    const LocaleData& data() override { return data_; }
+
+private:
+    LocaleData data_;
+};
+
+/// A date or time pattern of the system in the program's pattern language: years always in full, so
+/// that a record's date means one day for ever; no names of week days and no eras, which do not
+/// help to read a date back.
+std::string translatedPattern(const std::string& pattern);
+
+} // namespace tarvik

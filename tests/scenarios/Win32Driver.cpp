@@ -1,0 +1,190 @@
+#include "Driver.h"
+
+#include "support/Win32Machine.h"
+#include "support/Win32Windows.h"
+#include "ui/Forms.h"
+#include "windows/face/ControlIds.h"
+
+#include <algorithm>
+
+namespace tarvik::scenarios {
+
+namespace {
+
+std::string chosenEntry(HWND combo) {
+    const LRESULT chosen = SendMessageA(combo, CB_GETCURSEL, 0, 0);
+    if (chosen == CB_ERR) {
+        return "";
+    }
+    const LRESULT length = SendMessageA(combo, CB_GETLBTEXTLEN, static_cast<WPARAM>(chosen), 0);
+    std::string text(static_cast<std::size_t>(length) + 1, '\0');
+    SendMessageA(combo, CB_GETLBTEXT, static_cast<WPARAM>(chosen),
+                 reinterpret_cast<LPARAM>(text.data()));
+    text.resize(static_cast<std::size_t>(length));
+    return text;
+}
+
+/// What a user reads on a window of any kind.
+std::string shownText(HWND window) {
+    const std::string className = classOf(window);
+    if (className == "ComboBox") {
+        return chosenEntry(window);
+    }
+    const auto style = static_cast<DWORD>(GetWindowLongPtrA(window, GWL_STYLE));
+    const bool marks =
+        className == "Button" || (className == "Static" && (style & SS_NOPREFIX) == 0);
+    return marks ? withoutMarks(textOf(window)) : textOf(window);
+}
+
+class Win32Driver : public Driver {
+public:
+    Win32Driver() {
+        current = this;
+        watch_ = SetTimer(nullptr, 0, 10, onWatch);
+    }
+    ~Win32Driver() override {
+        KillTimer(nullptr, watch_);
+        current = nullptr;
+    }
+
+    ScriptedPlatform& machine() override { return machine_.scripted; }
+    Platform& platform() override { return machine_.platform; }
+
+    void click(const std::string& name) override {
+        settle();
+        SendMessageA(control(name), BM_CLICK, 0, 0);
+        settle();
+    }
+
+    void choose(const std::string& name, const std::string& entry) override {
+        settle();
+        const HWND combo = control(name);
+        const LRESULT place = SendMessageA(combo, CB_FINDSTRINGEXACT, static_cast<WPARAM>(CB_ERR),
+                                           reinterpret_cast<LPARAM>(entry.c_str()));
+        SendMessageA(combo, CB_SETCURSEL, static_cast<WPARAM>(place), 0);
+        // The user's choice is told to the form, the program's is not.
+        const WPARAM news = MAKEWPARAM(GetDlgCtrlID(combo), CBN_SELCHANGE);
+        SendMessageA(GetParent(combo), WM_COMMAND, news, reinterpret_cast<LPARAM>(combo));
+    }
+
+    std::string read(const std::string& name) override { return shownText(control(name)); }
+
+    bool visible(const std::string& name) override {
+        settle();
+        const HWND found = ownWindow(name);
+        return found != nullptr && IsWindowVisible(found) != FALSE;
+    }
+
+    bool minimised(const std::string& name) override {
+        settle();
+        return IsIconic(ownWindow(name)) != FALSE;
+    }
+
+    void closeWindow(const std::string& name) override {
+        settle();
+        SendMessageA(ownWindow(name), WM_SYSCOMMAND, SC_CLOSE, 0);
+        settle();
+    }
+
+    void answerNext(const std::string& text, MsgBoxButtons, MsgBoxAnswer answer) override {
+        expected_.push_back({text, answer});
+    }
+
+    std::string boxTrouble() override {
+        for (const Expected& box : expected_) {
+            trouble_ += "This box did not come: " + box.text + "\n";
+        }
+        expected_.clear();
+        return std::exchange(trouble_, {});
+    }
+
+    bool waitUntil(const std::function<bool()>& condition) override {
+        constexpr ULONGLONG deadline = 20'000;
+        const ULONGLONG begin = GetTickCount64();
+        while (!condition() && GetTickCount64() - begin < deadline) {
+            WaitMessage(); // the watch wakes it
+            settle();
+        }
+        return condition();
+    }
+
+    std::vector<SeenControl> controls(const std::string& name) override {
+        settle();
+        std::vector<SeenControl> seen;
+        for (HWND child = GetWindow(ownWindow(name), GW_CHILD); child != nullptr;
+             child = GetWindow(child, GW_HWNDNEXT)) {
+            const Control* known = face::controlWithId(table(name), GetDlgCtrlID(child));
+            const auto style = static_cast<DWORD>(GetWindowLongPtrA(child, GWL_STYLE));
+            if (known != nullptr && (style & WS_VISIBLE) != 0) {
+                seen.push_back({known->name(), shownText(child), IsWindowEnabled(child) != FALSE});
+            }
+        }
+        return seen;
+    }
+
+private:
+    struct Expected {
+        std::string text;
+        MsgBoxAnswer answer;
+    };
+
+    static void CALLBACK onWatch(HWND, UINT, UINT_PTR, DWORD) {
+        if (current != nullptr) {
+            current->answerOpenBox();
+        }
+    }
+
+    /// What the program has put off until it handles messages again is done.
+    void settle() { machine_.desktop.processEvents(); }
+
+    /// The numbers of the controls: those of a set of forms that nobody shows.
+    const Form& table(const std::string& name) const {
+        const std::vector<const Form*> all{&numbers_.frmMain, &numbers_.frmSysTray};
+        return **std::find_if(all.begin(), all.end(),
+                              [&](const Form* form) { return form->name() == name; });
+    }
+
+    HWND control(const std::string& name) const {
+        const std::size_t dot = name.find('.');
+        const std::string form = name.substr(0, dot);
+        const Control* known = table(form).control(name.substr(dot + 1));
+        return GetDlgItem(ownWindow(form), face::controlId(*known));
+    }
+
+    void answerOpenBox() {
+        const OpenBox box = openBox(GetCurrentProcessId());
+        if (box.window == nullptr || box.window == answered_) {
+            return;
+        }
+        answered_ = box.window;
+        if (expected_.empty() || expected_.front().text != box.text) {
+            trouble_ += "Unexpected box: " + box.text + "\n";
+            EndDialog(box.window, 0);
+            return;
+        }
+        const Expected next = expected_.front();
+        expected_.erase(expected_.begin());
+        if (!box.press(next.answer)) {
+            trouble_ += "The box has no such button: " + box.text + "\n";
+            EndDialog(box.window, 0);
+        }
+    }
+
+    static Win32Driver* current;
+    Win32Machine machine_;
+    Forms numbers_;
+    UINT_PTR watch_ = 0;
+    HWND answered_ = nullptr;
+    std::vector<Expected> expected_;
+    std::string trouble_;
+};
+
+Win32Driver* Win32Driver::current = nullptr;
+
+} // namespace
+
+std::unique_ptr<Driver> makeDriver() {
+    return std::make_unique<Win32Driver>();
+}
+
+} // namespace tarvik::scenarios

@@ -1,0 +1,101 @@
+#include "support/Win32Windows.h"
+
+#include <algorithm>
+
+namespace tarvik {
+
+namespace {
+
+constexpr int boxTextId = 0xFFFF;
+
+struct Search {
+    std::string className;
+    DWORD process = 0;
+    std::vector<HWND> found;
+};
+
+BOOL CALLBACK collect(HWND window, LPARAM parameter) {
+    auto& search = *reinterpret_cast<Search*>(parameter);
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    if ((search.process == 0 || process == search.process) && classOf(window) == search.className) {
+        search.found.push_back(window);
+    }
+    return TRUE;
+}
+
+int numberOf(MsgBoxAnswer answer) {
+    switch (answer) {
+    case MsgBoxAnswer::Ok:
+        return IDOK;
+    case MsgBoxAnswer::Cancel:
+        return IDCANCEL;
+    case MsgBoxAnswer::Yes:
+        return IDYES;
+    case MsgBoxAnswer::No:
+        break;
+    }
+    return IDNO;
+}
+
+std::string singleBreaks(std::string text) {
+    text.erase(std::remove(text.begin(), text.end(), '\n'), text.end());
+    return text;
+}
+
+} // namespace
+
+std::string classOf(HWND window) {
+    char name[256] = {};
+    GetClassNameA(window, name, sizeof name);
+    return name;
+}
+
+std::vector<HWND> topLevelWindows(const std::string& className, DWORD process) {
+    Search search{.className = className, .process = process, .found = {}};
+    EnumWindows(collect, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+HWND ownWindow(const std::string& className) {
+    const std::vector<HWND> found = topLevelWindows(className, GetCurrentProcessId());
+    return found.empty() ? nullptr : found.front();
+}
+
+std::string textOf(HWND window) {
+    const LRESULT length = SendMessageA(window, WM_GETTEXTLENGTH, 0, 0);
+    std::string text(static_cast<std::size_t>(length) + 1, '\0');
+    text.resize(
+        static_cast<std::size_t>(SendMessageA(window, WM_GETTEXT, static_cast<WPARAM>(text.size()),
+                                              reinterpret_cast<LPARAM>(text.data()))));
+    return text;
+}
+
+std::string withoutMarks(const std::string& text) {
+    std::string plain;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '&' && i + 1 < text.size()) {
+            ++i;
+        }
+        plain += text[i];
+    }
+    return plain;
+}
+
+OpenBox openBox(DWORD process) {
+    for (const HWND window : topLevelWindows("#32770", process)) {
+        const HWND text = GetDlgItem(window, boxTextId);
+        if (text != nullptr && IsWindowVisible(window) != FALSE) {
+            return {
+                .window = window, .caption = textOf(window), .text = singleBreaks(textOf(text))};
+        }
+    }
+    return {};
+}
+
+bool OpenBox::press(MsgBoxAnswer answer) const {
+    const HWND button = GetDlgItem(window, numberOf(answer));
+    return button != nullptr && PostMessageA(button, BM_CLICK, 0, 0) != FALSE;
+}
+
+} // namespace tarvik

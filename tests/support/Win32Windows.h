@@ -1,0 +1,41 @@
+#pragma once
+
+#include "ports/Desktop.h"
+#include "windows/services/SystemHeader.h"
+
+#include <string>
+#include <vector>
+
+namespace tarvik {
+
+// How a test finds, reads and works real windows, its own or those of another process.
+
+/// The top-level windows of a process, or of all for 0, that have this class; hidden ones too.
+std::vector<HWND> topLevelWindows(const std::string& className, DWORD process);
+
+/// The window of that class in this process; null when there is none.
+HWND ownWindow(const std::string& className);
+
+/// The text of a window, whatever its process.
+std::string textOf(HWND window);
+
+/// The text without the marks of mnemonics.
+std::string withoutMarks(const std::string& text);
+
+/// The class of a window.
+std::string classOf(HWND window);
+
+/// An open message box of the process.
+struct OpenBox {
+    HWND window = nullptr;
+    std::string caption;
+    std::string text; ///< lines separated by single carriage returns
+
+    /// False when the box has no such button. The press is only posted: the box may open others.
+    bool press(MsgBoxAnswer answer) const;
+};
+
+/// The process's open message box, with a null window when there is none.
+OpenBox openBox(DWORD process);
+
+} // namespace tarvik
