@@ -22,7 +22,7 @@ class Chance {
 public:
     explicit Chance(std::uint64_t seed) : source_(seed) {}
 
-    std::size_t below(std::size_t limit) { return source_() % limit; }
+    std::size_t below(std::size_t limit) { return static_cast<std::size_t>(source_() % limit); }
     bool oneIn(std::size_t times) { return below(times) == 0; }
     const std::string& of(const Texts& texts) { return texts[below(texts.size())]; }
 
