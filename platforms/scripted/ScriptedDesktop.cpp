@@ -41,7 +41,8 @@ std::string described(const std::string& text, MsgBoxButtons buttons, MsgBoxIcon
 /// Shows nothing, notes what it is told, and counts a timer's time.
 class ScriptedDesktop::Recorder : public ControlView {
 public:
-    Recorder(ScriptedDesktop& desktop, Control& control) : desktop_(desktop), control_(control) {
+    Recorder(ScriptedDesktop& desktop, Control& control)
+        : desktop_(desktop), control_(control), handle_(++desktop.lastHandle_) {
         control_.attach(this);
         restart();
     }
@@ -55,6 +56,8 @@ public:
             restart();
         }
     }
+
+    std::uint32_t handle() const override { return handle_; }
 
     Timer* timer() const {
         return control_.kind() == ControlKind::Timer ? static_cast<Timer*>(&control_) : nullptr;
@@ -72,12 +75,14 @@ public:
 private:
     ScriptedDesktop& desktop_;
     Control& control_;
+    std::uint32_t handle_;
     std::uint64_t due_ = 0;
 };
 
 class ScriptedDesktop::Window : public FormView {
 public:
-    Window(ScriptedDesktop& desktop, Form& shownForm) : form(shownForm), desktop_(desktop) {
+    Window(ScriptedDesktop& desktop, Form& shownForm)
+        : form(shownForm), desktop_(desktop), handle_(++desktop.lastHandle_) {
         form.attach(this);
         for (Control* control : form.controls()) {
             views.push_back(std::make_unique<Recorder>(desktop, *control));
@@ -93,12 +98,14 @@ public:
                                                                           : " hidden"));
     }
     void bringToFront() override { desktop_.broughtToFront.push_back(form.name()); }
+    std::uint32_t handle() const override { return handle_; }
 
     Form& form;
     std::vector<std::unique_ptr<Recorder>> views;
 
 private:
     ScriptedDesktop& desktop_;
+    std::uint32_t handle_;
 };
 
 ScriptedDesktop::ScriptedDesktop()

@@ -94,6 +94,7 @@ private:
     std::vector<std::unique_ptr<Window>> windows_;
     std::deque<ExpectedBox> expected_;
     std::uint64_t now_ = 0;
+    std::uint32_t lastHandle_ = 0; ///< of windows and controls
     int busy_ = 0;
     bool ending_ = false;
 };

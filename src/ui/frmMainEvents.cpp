@@ -8,6 +8,7 @@
 #include "startup/mdlTools.h"
 #include "startup/mdlVar.h"
 #include "ui/Forms.h"
+#include "ui/frmSysTrayEvents.h"
 #include "ui/mdlGUI.h"
 #include "ui/mdlSysTray.h"
 
@@ -74,6 +75,8 @@ void connectEvents() {
     f.frmMain.QueryUnload.connect(Form_QueryUnload);
     f.frmMain.Unload.connect(Form_Unload);
     f.frmSysTray.Initialize.connect(frmSysTray_Form_Initialize);
+    f.frmSysTray.picSysTrayHook.MouseMove.connect(picSysTrayHook_MouseMove);
+    f.frmSysTray.mnuPopUp.Click.connect(mnuPopUpEntry_Click);
 }
 
 } // namespace tarvik

@@ -14,6 +14,9 @@ public:
 
     FrmSysTray() : Form("frmSysTray", "") {}
 
+    /// Receives the icon's mouse messages.
+    Picture picSysTrayHook{*this, "picSysTrayHook"};
+
     Menu mnuPopUp{*this,
                   "mnuPopUp",
                   "mnuPopUpEntry",

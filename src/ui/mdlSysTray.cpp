@@ -43,6 +43,7 @@ NOTIFYICONDATAA iconRecord(TrayState iconState, TrayState tipState) {
     NOTIFYICONDATAA data{};
     const bool balloons = forms().frmSysTray.balloonSupport;
     data.cbSize = balloons ? NOTIFYICONDATAA::size : NOTIFYICONDATAA::oldestSize;
+    data.hWnd = forms().frmSysTray.picSysTrayHook.hWnd();
     data.uID = iconIdentifier;
     data.uFlags = NotificationArea::message | NotificationArea::icon | NotificationArea::tip;
     data.uCallbackMessage = mouseMoveMessage;

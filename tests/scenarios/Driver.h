@@ -10,6 +10,9 @@
 
 namespace tarvik::scenarios {
 
+/// The number of the mouse message that an icon in the notification area sends.
+inline constexpr int leftButtonReleased = 514;
+
 /// What a user sees of one control.
 struct SeenControl {
     std::string name;
@@ -37,6 +40,8 @@ public:
     virtual bool minimised(const std::string& form) = 0;
     /// The close box of the window.
     virtual void closeWindow(const std::string& form) = 0;
+    /// The left button, released over the icon in the notification area.
+    virtual void clickTrayIcon() = 0;
 
     /// Announces the next box and what the user answers. Lines are separated by carriage returns.
     virtual void answerNext(const std::string& text, MsgBoxButtons buttons,

@@ -2,6 +2,7 @@
 
 #include "linux/face/FaceText.h"
 #include "support/QtMachine.h"
+#include "ui/Forms.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -107,6 +108,13 @@ public:
 
     void closeWindow(const std::string& name) override {
         window(name)->close();
+        QCoreApplication::processEvents();
+    }
+
+    void clickTrayIcon() override {
+        // This desktop has no icon of its own yet that could tell its picture.
+        static_cast<Picture&>(*forms().frmSysTray.control("picSysTrayHook"))
+            .MouseMove.raise(leftButtonReleased);
         QCoreApplication::processEvents();
     }
 

@@ -41,6 +41,11 @@ public:
         machine_.desktop.form(name)->unload(UnloadMode::FormControlMenu);
     }
 
+    void clickTrayIcon() override {
+        static_cast<Picture&>(control("frmSysTray.picSysTrayHook"))
+            .MouseMove.raise(leftButtonReleased);
+    }
+
     void answerNext(const std::string& text, MsgBoxButtons buttons, MsgBoxAnswer answer) override {
         // The icon is asserted by the unit tests; here only what every face can tell.
         expected_.push_back({text, buttons, answer});

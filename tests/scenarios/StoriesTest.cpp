@@ -168,13 +168,19 @@ TEST_F(Story, ASessionFromBeforeTheRestartIsNotCountedTwice) {
     expectFaceAsModel();
 }
 
-TEST_F(Story, TheCloseBoxHidesWhereTheTrayBringsBack) {
+TEST_F(Story, TheCloseBoxHidesAndTheTrayIconBringsBack) {
     startQuietly();
 
     driver->closeWindow("frmMain");
-
     EXPECT_FALSE(driver->visible("frmMain"));
     EXPECT_TRUE(world->forms.frmMain.loaded());
+
+    driver->clickTrayIcon();
+    EXPECT_TRUE(driver->visible("frmMain"));
+    expectFaceAsModel();
+
+    driver->clickTrayIcon();
+    EXPECT_FALSE(driver->visible("frmMain"));
 }
 
 TEST_F(Story, TheCloseBoxMinimisesWhereNothingWouldBringBack) {

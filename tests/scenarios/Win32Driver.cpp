@@ -86,6 +86,14 @@ public:
         settle();
     }
 
+    void clickTrayIcon() override {
+        // As the task bar tells the window that the icon's record names.
+        const NOTIFYICONDATAA& record = machine_.scripted.notificationArea.requests.back().data;
+        SendMessageA(reinterpret_cast<HWND>(std::uintptr_t{record.hWnd}), record.uCallbackMessage,
+                     record.uID, leftButtonReleased);
+        settle();
+    }
+
     void answerNext(const std::string& text, MsgBoxButtons, MsgBoxAnswer answer) override {
         expected_.push_back({text, answer});
     }

@@ -41,6 +41,10 @@ void ControlWindow::refresh(Property changed) {
     refreshing_ = nested;
 }
 
+std::uint32_t ControlWindow::handle() const {
+    return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(window_));
+}
+
 bool ControlWindow::refreshShared(Property changed) {
     switch (changed) {
     case Property::Enabled:

@@ -31,6 +31,7 @@ public:
     ControlWindow& operator=(const ControlWindow&) = delete;
 
     void refresh(Property changed) final;
+    std::uint32_t handle() const override;
 
     Control& control() const { return control_; }
     HWND window() const { return window_; }

@@ -20,6 +20,9 @@ public:
 
     void refreshVisibility() override;
     void bringToFront() override;
+    std::uint32_t handle() const override {
+        return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(window_));
+    }
 
     HWND window() const override { return window_; }
     WindowContext& context() override { return context_; }

@@ -33,43 +33,16 @@ void paint(HWND window, const Drawing& drawing) {
     EndPaint(window, &painting);
 }
 
-LRESULT CALLBACK onMessage(HWND window, UINT message, WPARAM first, LPARAM second) {
-    const auto* picture =
-        reinterpret_cast<const Picture*>(GetWindowLongPtrA(window, GWLP_USERDATA));
-    switch (message) {
-    case WM_PAINT:
-        if (picture != nullptr) {
-            paint(window, picture->drawing());
-            return 0;
-        }
-        break;
-    case WM_ERASEBKGND:
-        return TRUE; // painting covers everything
-    default:
-        break;
-    }
-    return DefWindowProcA(window, message, first, second);
-}
-
-const char* registeredClass() {
-    static const ATOM registered = [] {
-        WNDCLASSA window{};
-        window.lpfnWndProc = onMessage;
-        window.hInstance = GetModuleHandleA(nullptr);
-        window.hCursor = LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_ARROW));
-        window.lpszClassName = className;
-        return RegisterClassA(&window);
-    }();
-    static_cast<void>(registered);
-    return className;
-}
-
 class PictureWindow : public ControlWindow {
 public:
     PictureWindow(Picture& picture, ControlSite& site)
-        : ControlWindow(picture, site, makeChild(picture, site, registeredClass(), 0)) {
-        SetWindowLongPtrA(window(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&picture));
+        : ControlWindow(picture, site, makeChild(picture, site, registeredClass(), 0)),
+          picture_(picture) {
+        SetWindowLongPtrA(window(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     }
+    ~PictureWindow() override { SetWindowLongPtrA(window(), GWLP_USERDATA, 0); }
+    PictureWindow(const PictureWindow&) = delete;
+    PictureWindow& operator=(const PictureWindow&) = delete;
 
     LayoutSize measure(const FaceFont& font, int, int) const override {
         const int side = font.lineHeight() * 3 / 2;
@@ -82,6 +55,46 @@ protected:
             InvalidateRect(window(), nullptr, FALSE);
         }
     }
+
+private:
+    static const char* registeredClass() {
+        static const bool registered = [] {
+            WNDCLASSA window{};
+            window.lpfnWndProc = onMessage;
+            window.hInstance = GetModuleHandleA(nullptr);
+            window.hCursor = LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_ARROW));
+            window.lpszClassName = className;
+            return RegisterClassA(&window) != 0;
+        }();
+        static_cast<void>(registered);
+        return className;
+    }
+
+    static LRESULT CALLBACK onMessage(HWND window, UINT message, WPARAM first, LPARAM second) {
+        auto* own = reinterpret_cast<PictureWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+        if (own != nullptr) {
+            switch (message) {
+            case WM_PAINT:
+                paint(window, own->picture_.drawing());
+                return 0;
+            case WM_ERASEBKGND:
+                return TRUE; // painting covers everything
+            case WM_MOUSEMOVE:
+                own->onMouseMove(static_cast<std::int16_t>(LOWORD(second)));
+                return 0;
+            default:
+                break;
+            }
+        }
+        return DefWindowProcA(window, message, first, second);
+    }
+
+    void onMouseMove(int place) {
+        const HandlingScope handling(site().context());
+        fromUser(Property::Caption, [&] { picture_.MouseMove.raise(place); });
+    }
+
+    Picture& picture_;
 };
 
 } // namespace

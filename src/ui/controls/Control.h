@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <utility>
 
@@ -41,6 +42,8 @@ class ControlView {
 public:
     virtual ~ControlView() = default;
     virtual void refresh(Property changed) = 0;
+    /// The number by which the desktop knows what shows the control; 0 where there is none.
+    virtual std::uint32_t handle() const { return 0; }
 };
 
 /// A colour as red, green and blue from 0 to 255. Black stands for the desktop's own text colour.
@@ -79,6 +82,9 @@ public:
     }
     void setEnabled(bool enabled) { assign(enabled_, enabled, Property::Enabled); }
     void setVisible(bool visible) { assign(visible_, visible, Property::Visible); }
+
+    /// The number by which the desktop knows what shows the control; 0 while nothing does.
+    std::uint32_t hWnd() const { return view_ == nullptr ? 0 : view_->handle(); }
 
     /// Puts a view in place, or none. The view must take itself away before it ends.
     void attach(ControlView* view) { view_ = view; }

@@ -175,6 +175,10 @@ class Picture : public Control {
 public:
     Picture(Form& form, std::string name);
 
+    /// Raised with the pointer's distance from the left edge, in pixels, when it has moved over the
+    /// picture.
+    Event<int> MouseMove;
+
     const Drawing& drawing() const { return drawing_; }
     void setDrawing(Drawing drawing);
 

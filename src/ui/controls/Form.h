@@ -25,6 +25,8 @@ public:
     virtual void refreshVisibility() = 0;
     /// Puts the window in front of others and gives it the focus.
     virtual void bringToFront() = 0;
+    /// The number by which the desktop knows the window; 0 where there is none.
+    virtual std::uint32_t handle() const { return 0; }
 };
 
 /// A window as the program knows it: its controls by name, their layout, and whether it is loaded
@@ -69,6 +71,9 @@ public:
     bool minimised() const { return minimised_; }
     void setMinimised(bool minimised);
     void bringToFront();
+
+    /// The number by which the desktop knows the window; 0 while there is none.
+    std::uint32_t hWnd() const { return view_ == nullptr ? 0 : view_->handle(); }
 
     void attach(FormView* view) { view_ = view; }
 

@@ -1,0 +1,201 @@
+#include "windows/services/WindowsFiles.h"
+
+#include "windows/services/FileHandle.h"
+
+namespace tarvik {
+
+namespace {
+
+constexpr DWORD everyone = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+FileResult lastError() {
+    return errorNumberOf(GetLastError());
+}
+
+std::int64_t joined(DWORD high, DWORD low) {
+    return static_cast<std::int64_t>((std::uint64_t{high} << 32U) | low);
+}
+
+/// The system counts in steps of 100 nanoseconds from the year 1601; the remainder of the wrapped
+/// product tells two moments apart just as well.
+std::int64_t nanoseconds(std::int64_t steps) {
+    return static_cast<std::int64_t>(static_cast<std::uint64_t>(steps) * 100);
+}
+
+/// An ordinary file; nothing, with the system's last error set, for anything else.
+FileHandle openOrdinary(const std::string& path, DWORD access) {
+    FileHandle file(CreateFileA(path.c_str(), access, everyone, nullptr, OPEN_EXISTING,
+                                FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (file && GetFileType(file.get()) != FILE_TYPE_DISK) {
+        file.close();
+        SetLastError(ERROR_BAD_FILE_TYPE);
+    }
+    return file;
+}
+
+/// The folder part of a path, with its separator; empty when it has none.
+std::string folderPart(const std::string& path) {
+    return path.substr(0, path.find_last_of("\\/:") + 1);
+}
+
+/// A temporary file beside its target; it is gone unless it was put in the target's place.
+class Replacement {
+public:
+    explicit Replacement(const std::string& target) : target_(target) {
+        // Names of this process and moment; one that is taken all the same is passed over.
+        for (DWORD attempt = 0; attempt < 100 && !file_; ++attempt) {
+            path_ = folderPart(target) + "~tarvik" + std::to_string(GetCurrentProcessId()) + "-" +
+                    std::to_string(GetTickCount() + attempt) + ".tmp";
+            file_ = FileHandle(CreateFileA(path_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                           FILE_ATTRIBUTE_NORMAL, nullptr));
+            if (!file_ && GetLastError() != ERROR_FILE_EXISTS) {
+                return;
+            }
+        }
+        made_ = static_cast<bool>(file_);
+    }
+
+    ~Replacement() {
+        if (made_) {
+            file_.close();
+            DeleteFileA(path_.c_str());
+        }
+    }
+    Replacement(const Replacement&) = delete;
+    Replacement& operator=(const Replacement&) = delete;
+
+    explicit operator bool() const { return made_; }
+
+    bool write(std::string_view piece) { return writeAll(file_, piece); }
+
+    /// Flushes the file and puts it in place; false with the system's last error set.
+    bool putInPlace(DWORD attributes) {
+        if (FlushFileBuffers(file_.get()) == FALSE) {
+            return false;
+        }
+        file_.close();
+        made_ = !(SetFileAttributesA(path_.c_str(), attributes) != FALSE && moved());
+        return !made_;
+    }
+
+private:
+    /// Scanners and indexers hold a file for a moment: that is waited for, up to half a second.
+    bool moved() const {
+        constexpr DWORD waits[] = {10, 20, 40, 80, 150, 200};
+        for (const DWORD wait : waits) {
+            if (moveOnce()) {
+                return true;
+            }
+            const DWORD error = GetLastError();
+            if (error != ERROR_ACCESS_DENIED && error != ERROR_SHARING_VIOLATION) {
+                return false;
+            }
+            Sleep(wait);
+        }
+        return moveOnce();
+    }
+
+    bool moveOnce() const {
+        // The system's function for replacing files keeps more of the old one, but may end with no
+        // file of that name at all; a move leaves one of the two.
+        return MoveFileExA(path_.c_str(), target_.c_str(),
+                           MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE;
+    }
+
+    std::string target_;
+    std::string path_;
+    FileHandle file_;
+    bool made_ = false;
+};
+
+} // namespace
+
+FileKind WindowsFiles::Dir(const std::string& path) {
+    const DWORD attributes = GetFileAttributesA(path.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
+        return FileKind::None;
+    }
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        return FileKind::Directory;
+    }
+    // Devices have attributes too. One that cannot be opened at all is taken at its word.
+    const FileHandle file(CreateFileA(path.c_str(), FILE_READ_ATTRIBUTES, everyone, nullptr,
+                                      OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    return file && GetFileType(file.get()) != FILE_TYPE_DISK ? FileKind::Other : FileKind::File;
+}
+
+std::optional<FileStamp> WindowsFiles::stamp(const std::string& path) {
+    const FileHandle file = openOrdinary(path, FILE_READ_ATTRIBUTES);
+    BY_HANDLE_FILE_INFORMATION info{};
+    FILE_BASIC_INFO times{};
+    if (!file || GetFileInformationByHandle(file.get(), &info) == FALSE ||
+        GetFileInformationByHandleEx(file.get(), FileBasicInfo, &times, sizeof times) == FALSE) {
+        return std::nullopt;
+    }
+    constexpr std::uint64_t mixer = 0x9E3779B97F4A7C15ULL;
+    return FileStamp{
+        .identity = info.dwVolumeSerialNumber * mixer +
+                    static_cast<std::uint64_t>(joined(info.nFileIndexHigh, info.nFileIndexLow)),
+        .size = static_cast<std::uint64_t>(joined(info.nFileSizeHigh, info.nFileSizeLow)),
+        .modified = nanoseconds(times.LastWriteTime.QuadPart),
+        .changed = nanoseconds(times.ChangeTime.QuadPart)};
+}
+
+FileResult WindowsFiles::read(const std::string& path, std::string& bytes) {
+    bytes.clear();
+    const FileHandle file = openOrdinary(path, GENERIC_READ);
+    if (!file) {
+        return lastError();
+    }
+    if (!readAll(file, bytes)) {
+        const FileResult failure = lastError();
+        bytes.clear();
+        return failure;
+    }
+    return std::nullopt;
+}
+
+FileResult WindowsFiles::replace(const std::string& path,
+                                 const std::vector<std::string_view>& pieces) {
+    const FileKind kind = Dir(path);
+    if (kind == FileKind::Directory || kind == FileKind::Other) {
+        return ErrorNumber::PathFileAccess;
+    }
+    DWORD attributes = FILE_ATTRIBUTE_NORMAL;
+    if (kind == FileKind::File) {
+        attributes = GetFileAttributesA(path.c_str());
+        if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+            return ErrorNumber::PermissionDenied;
+        }
+    }
+    if (!home_.empty() && folderPart(path) == home_ + "\\") {
+        CreateDirectoryA(home_.c_str(), nullptr);
+    }
+    Replacement file(path);
+    if (!file) {
+        return lastError();
+    }
+    for (const std::string_view piece : pieces) {
+        if (!file.write(piece)) {
+            return lastError();
+        }
+    }
+    return file.putInPlace(attributes) ? std::nullopt : lastError();
+}
+
+FileResult WindowsFiles::FileCopy(const std::string& source, const std::string& target) {
+    std::string bytes;
+    if (const FileResult failure = read(source, bytes)) {
+        return failure;
+    }
+    return replace(target, {bytes});
+}
+
+FileResult WindowsFiles::Kill(const std::string& path) {
+    if (Dir(path) == FileKind::Directory) {
+        return ErrorNumber::PathFileAccess;
+    }
+    return DeleteFileA(path.c_str()) != FALSE ? std::nullopt : lastError();
+}
+
+} // namespace tarvik

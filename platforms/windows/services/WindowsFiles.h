@@ -1,0 +1,30 @@
+#pragma once
+
+#include "ports/Files.h"
+
+#include <string>
+#include <utility>
+
+namespace tarvik {
+
+/// Whole files through the system's own calls. Nothing but ordinary files is ever read or replaced,
+/// no devices or pipes. A file that another program holds may be read, and is replaced if that
+/// program lets go of it within half a second or allows it.
+class WindowsFiles : public Files {
+public:
+    /// `home` is a folder that is made when something is first written in it; empty for none.
+    explicit WindowsFiles(std::string home = {}) : home_(std::move(home)) {}
+
+    FileKind Dir(const std::string& path) override;
+    std::optional<FileStamp> stamp(const std::string& path) override;
+    FileResult read(const std::string& path, std::string& bytes) override;
+    FileResult replace(const std::string& path,
+                       const std::vector<std::string_view>& pieces) override;
+    FileResult FileCopy(const std::string& source, const std::string& target) override;
+    FileResult Kill(const std::string& path) override;
+
+private:
+    std::string home_;
+};
+
+} // namespace tarvik

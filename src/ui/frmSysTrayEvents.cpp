@@ -1,0 +1,77 @@
+#include "ui/frmSysTrayEvents.h"
+
+#include "connection/mdlCodeDial.h"
+#include "monitor/mdlCodeToggle.h"
+#include "ports/Desktop.h"
+#include "ports/NotificationArea.h"
+#include "ports/Platform.h"
+#include "startup/mdlConst.h"
+#include "startup/mdlTools.h"
+#include "startup/mdlVar.h"
+#include "ui/Forms.h"
+#include "ui/mdlGUI.h"
+
+namespace tarvik {
+
+namespace {
+
+constexpr int leftButtonReleased = 514;
+constexpr int rightButtonReleased = 517;
+
+void openMenu() {
+    Forms& f = forms();
+    // A menu of a window in the background would stay open when the user clicks elsewhere.
+    platform().notificationArea.SetForegroundWindow(f.frmMain.hWnd());
+    platform().desktop.popUpMenu(f.frmSysTray.mnuPopUp, f.frmMain);
+}
+
+void connectTheOnlyEntry() {
+    const ComboBox& connections = forms().frmMain.cboConnections;
+    if (connections.listCount() == 1) {
+        DialIn(connections.items().front(), "");
+        return;
+    }
+    MsgBox(std::string("Multiple connections possible.") + CR +
+               "Please use main dialog to select which" + CR + "connection shall be established.",
+           MsgBoxButtons::OkOnly, MsgBoxIcon::Exclamation);
+}
+
+} // namespace
+
+void picSysTrayHook_MouseMove(int X) {
+    guarded("picSysTrayHook_MouseMove", [&] {
+        FrmMain& main = forms().frmMain;
+        if (X == leftButtonReleased) {
+            ToggleFormVisibility(main, !main.visible());
+        } else if (X == rightButtonReleased) {
+            openMenu();
+        }
+    });
+}
+
+void mnuPopUpEntry_Click(int Index) {
+    guarded("mnuPopUpEntry_Click", [&] {
+        FrmMain& main = forms().frmMain;
+        switch (Index) {
+        case FrmSysTray::showHide:
+            ToggleFormVisibility(main, !main.visible());
+            break;
+        case FrmSysTray::monitoring:
+            ToggleMonitoringActive(!state().MonitoringActive);
+            break;
+        case FrmSysTray::connect:
+            connectTheOnlyEntry();
+            break;
+        case FrmSysTray::disconnect:
+            HangUp();
+            break;
+        case FrmSysTray::quit:
+            main.unload();
+            break;
+        default:
+            break;
+        }
+    });
+}
+
+} // namespace tarvik
