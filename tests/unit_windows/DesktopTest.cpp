@@ -1,0 +1,252 @@
+#include "Later.h"
+#include "ThrowAwayForm.h"
+
+#include "types/RunTimeError.h"
+
+#include <thread>
+
+namespace tarvik {
+namespace {
+
+class DesktopTest : public Win32FaceTest {
+protected:
+    static OpenBox box() { return openBox(GetCurrentProcessId()); }
+};
+
+TEST_F(DesktopTest, ABoxShowsItsTextInLinesAndGivesTheAnswer) {
+    OpenBox seen;
+    const Later press([&] {
+        const OpenBox open = box();
+        if (open.window != nullptr) {
+            seen = open;
+            open.press(MsgBoxAnswer::No);
+        }
+        return open.window != nullptr;
+    });
+
+    EXPECT_EQ(desktop.messageBox({.text = "one\rtwo\r\nthree",
+                                  .buttons = MsgBoxButtons::YesNo,
+                                  .icon = MsgBoxIcon::Question,
+                                  .caption = "Title"}),
+              MsgBoxAnswer::No);
+    EXPECT_EQ(seen.text, "one\rtwo\rthree");
+    EXPECT_EQ(seen.caption, "Title");
+}
+
+struct AnswerCase {
+    MsgBoxButtons buttons;
+    MsgBoxAnswer answer;
+};
+
+class AnswerTest : public DesktopTest, public testing::WithParamInterface<AnswerCase> {};
+
+TEST_P(AnswerTest, EachButtonGivesItsAnswer) {
+    const Later press([&] {
+        const OpenBox open = box();
+        return open.window != nullptr && open.press(GetParam().answer);
+    });
+
+    EXPECT_EQ(desktop.messageBox({.text = "?", .buttons = GetParam().buttons, .caption = "T"}),
+              GetParam().answer);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, AnswerTest,
+                         testing::Values(AnswerCase{MsgBoxButtons::OkOnly, MsgBoxAnswer::Ok},
+                                         AnswerCase{MsgBoxButtons::OkCancel, MsgBoxAnswer::Ok},
+                                         AnswerCase{MsgBoxButtons::OkCancel, MsgBoxAnswer::Cancel},
+                                         AnswerCase{MsgBoxButtons::YesNo, MsgBoxAnswer::Yes},
+                                         AnswerCase{MsgBoxButtons::YesNo, MsgBoxAnswer::No},
+                                         AnswerCase{MsgBoxButtons::YesNoCancel, MsgBoxAnswer::Yes},
+                                         AnswerCase{MsgBoxButtons::YesNoCancel, MsgBoxAnswer::No},
+                                         AnswerCase{MsgBoxButtons::YesNoCancel,
+                                                    MsgBoxAnswer::Cancel}));
+
+class EscapeTest : public DesktopTest, public testing::WithParamInterface<AnswerCase> {};
+
+TEST_P(EscapeTest, ClosingABoxDeclines) {
+    const Later close([&] {
+        const OpenBox open = box();
+        return open.window != nullptr && PostMessageA(open.window, WM_CLOSE, 0, 0) != FALSE;
+    });
+
+    EXPECT_EQ(desktop.messageBox({.text = "?", .buttons = GetParam().buttons, .caption = "T"}),
+              GetParam().answer);
+}
+
+// The system gives a box of Yes and No no way to be closed.
+INSTANTIATE_TEST_SUITE_P(All, EscapeTest,
+                         testing::Values(AnswerCase{MsgBoxButtons::OkOnly, MsgBoxAnswer::Ok},
+                                         AnswerCase{MsgBoxButtons::OkCancel, MsgBoxAnswer::Cancel},
+                                         AnswerCase{MsgBoxButtons::YesNoCancel,
+                                                    MsgBoxAnswer::Cancel}));
+
+TEST_F(DesktopTest, WhileABoxIsOpenNeitherTimersNorOtherWindowsReachTheProgram) {
+    int ticks = 0;
+    int clicks = 0;
+    form.timTick.Tick.connect([&] { ++ticks; });
+    form.cmdOk.Click.connect([&] { ++clicks; });
+    int rounds = 0;
+    const Later look([&] {
+        const OpenBox open = box();
+        if (open.window == nullptr) {
+            return false;
+        }
+        SendMessageA(window(), WM_TIMER, static_cast<WPARAM>(face::controlId(form.timTick)), 0);
+        SendMessageA(find(form.cmdOk), BM_CLICK, 0, 0);
+        SendMessageA(window(), WM_CLOSE, 0, 0);
+        ++rounds;
+        return open.press(MsgBoxAnswer::Ok);
+    });
+    form.timTick.setInterval(10'000);
+    form.timTick.setEnabled(true);
+
+    desktop.messageBox({.text = "?", .caption = "T"});
+
+    EXPECT_EQ(rounds, 1);
+    EXPECT_EQ(ticks, 0);
+    EXPECT_EQ(clicks, 0);
+    EXPECT_TRUE(form.loaded());
+}
+
+TEST_F(DesktopTest, WhileACallBlocksTheWindowIsPaintedButTakesNoInput) {
+    show();
+    int clicks = 0;
+    form.cmdOk.Click.connect([&] { ++clicks; });
+    std::thread::id worker;
+    bool waitCursor = false;
+    const HWND button = find(form.cmdOk);
+    const DWORD user = GetCurrentThreadId();
+
+    desktop.runBlocking([&] {
+        worker = std::this_thread::get_id();
+        PostMessageA(button, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
+        PostMessageA(button, WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
+        PostMessageA(button, WM_KEYDOWN, VK_SPACE, 1);
+        PostMessageA(button, WM_KEYUP, VK_SPACE, 1);
+        AttachThreadInput(GetCurrentThreadId(), user, TRUE);
+        waitCursor = SendMessageA(window(), WM_SETCURSOR, 0, MAKELPARAM(HTCLIENT, 0)) == TRUE;
+        AttachThreadInput(GetCurrentThreadId(), user, FALSE);
+    });
+    settle();
+
+    EXPECT_EQ(clicks, 0);
+    EXPECT_TRUE(waitCursor);
+    EXPECT_NE(worker, std::this_thread::get_id());
+}
+
+TEST_F(DesktopTest, WhatABlockingCallThrowsIsThrownToTheCaller) {
+    EXPECT_THROW(desktop.runBlocking([] { raise(ErrorNumber::Overflow); }), RunTimeError);
+}
+
+TEST_F(DesktopTest, RunEndsWhenNoFormIsLeft) {
+    const Later unload([&] { return form.unload(); });
+
+    desktop.run();
+    desktop.run(); // nothing is realised: returns at once
+
+    EXPECT_TRUE(unload.done());
+}
+
+TEST_F(DesktopTest, QuitEndsRunAndTheFormStays) {
+    const Later quit([&] {
+        desktop.quit();
+        return true;
+    });
+
+    desktop.run();
+
+    EXPECT_TRUE(form.loaded());
+}
+
+/// A form that is never seen, with a menu and a timer.
+class HiddenForm : public Form {
+public:
+    HiddenForm() : Form("frmHidden", "") {}
+    Menu mnuPopUp{*this, "mnuPopUp", "mnuEntry", {"One & all", Menu::separator, "Two", "Three"}};
+    Picture picHook{*this, "picHook"};
+    Timer timTick{*this, "timTick"};
+};
+
+TEST_F(DesktopTest, AFormWithoutLayoutIsNeverSeenButItsTimersAndPicturesLive) {
+    HiddenForm hidden;
+    int ticks = 0;
+    int moves = 0;
+    hidden.timTick.Tick.connect([&] { ++ticks; });
+    hidden.picHook.MouseMove.connect([&](int) { ++moves; });
+    hidden.setVisible(true);
+    hidden.timTick.setInterval(10);
+    hidden.timTick.setEnabled(true);
+
+    EXPECT_TRUE(spinUntil([&] { return ticks > 0; }));
+    SendMessageA(reinterpret_cast<HWND>(std::uintptr_t{hidden.picHook.hWnd()}), WM_MOUSEMOVE, 0, 7);
+
+    EXPECT_EQ(moves, 1);
+    EXPECT_FALSE(IsWindowVisible(ownWindow("frmHidden")));
+    hidden.unload();
+}
+
+/// The menu that is open in this process.
+HMENU openMenu() {
+    const std::vector<HWND> found = topLevelWindows("#32768", GetCurrentProcessId());
+    constexpr UINT getMenu = 0x01E1;
+    return found.empty() || IsWindowVisible(found.front()) == FALSE
+               ? nullptr
+               : reinterpret_cast<HMENU>(SendMessageA(found.front(), getMenu, 0, 0));
+}
+
+std::string captionOf(HMENU menu, UINT place) {
+    char text[64] = {};
+    GetMenuStringA(menu, place, text, sizeof text, MF_BYPOSITION);
+    return text;
+}
+
+TEST_F(DesktopTest, AMenuShowsItsEntriesAndRunsTheChosenOne) {
+    HiddenForm hidden;
+    hidden.load();
+    hidden.mnuPopUp.setEntryEnabled(2, false);
+    int chosen = -1;
+    hidden.mnuPopUp.Click.connect([&](int entry) { chosen = entry; });
+    show();
+    std::vector<std::string> captions;
+    bool greyed = false;
+    const Later choose([&] {
+        const HMENU menu = openMenu();
+        if (menu == nullptr) {
+            return false;
+        }
+        for (UINT place = 0; place < 4; ++place) {
+            captions.push_back(captionOf(menu, place));
+        }
+        greyed = (GetMenuState(menu, 2, MF_BYPOSITION) & MF_GRAYED) != 0;
+        for (const WPARAM key : {VK_UP, VK_RETURN}) {
+            PostMessageA(window(), WM_KEYDOWN, key, 1);
+        }
+        return true;
+    });
+
+    desktop.popUpMenu(hidden.mnuPopUp, form);
+
+    EXPECT_EQ(captions, (std::vector<std::string>{"One && all", "", "Two", "Three"}));
+    EXPECT_TRUE(greyed);
+    EXPECT_EQ(chosen, 3);
+    hidden.unload();
+}
+
+TEST_F(DesktopTest, AMenuThatIsClosedRunsNothing) {
+    HiddenForm hidden;
+    hidden.load();
+    int chosen = -1;
+    hidden.mnuPopUp.Click.connect([&](int entry) { chosen = entry; });
+    show();
+    const Later close([&] {
+        return openMenu() != nullptr && PostMessageA(window(), WM_KEYDOWN, VK_ESCAPE, 1) != FALSE;
+    });
+
+    desktop.popUpMenu(hidden.mnuPopUp, form);
+
+    EXPECT_EQ(chosen, -1);
+    hidden.unload();
+}
+
+} // namespace
+} // namespace tarvik

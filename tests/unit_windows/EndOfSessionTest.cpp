@@ -1,0 +1,77 @@
+#include "Later.h"
+#include "ThrowAwayForm.h"
+
+namespace tarvik {
+namespace {
+
+class EndOfSessionTest : public Win32FaceTest {
+protected:
+    EndOfSessionTest() {
+        form.QueryUnload.connect([this](bool&, UnloadMode mode) { modes.push_back(mode); });
+        form.Unload.connect([this] {
+            desktop.messageBox({.text = "not shown", .caption = "T"});
+            ++unloads;
+        });
+    }
+
+    /// As the system ends a session: every window is asked, then told.
+    void endSession() {
+        const HWND told = window();
+        EXPECT_TRUE(SendMessageA(told, WM_QUERYENDSESSION, 0, 0));
+        SendMessageA(told, WM_ENDSESSION, TRUE, 0);
+    }
+
+    std::vector<UnloadMode> modes;
+    int unloads = 0;
+};
+
+TEST_F(EndOfSessionTest, EverythingIsDoneBeforeTheMessageReturns) {
+    endSession();
+
+    EXPECT_EQ(modes, std::vector<UnloadMode>{UnloadMode::AppWindows});
+    EXPECT_EQ(unloads, 1);
+    EXPECT_FALSE(form.loaded());
+    desktop.run(); // returns at once
+}
+
+TEST_F(EndOfSessionTest, ASessionThatGoesOnAfterAllChangesNothing) {
+    SendMessageA(window(), WM_QUERYENDSESSION, 0, 0);
+    SendMessageA(window(), WM_ENDSESSION, FALSE, 0);
+
+    EXPECT_TRUE(modes.empty());
+    EXPECT_TRUE(form.loaded());
+    form.Unload.connect({}); // its box would be shown
+}
+
+TEST_F(EndOfSessionTest, ItEndsOnlyOnce) {
+    desktop.endSession();
+    desktop.endSession();
+
+    EXPECT_EQ(unloads, 1);
+}
+
+TEST_F(EndOfSessionTest, AnOpenBoxIsClosedAsIfDeclined) {
+    const Later end([&] {
+        if (openBox(GetCurrentProcessId()).window == nullptr) {
+            return false;
+        }
+        endSession();
+        return true;
+    });
+
+    EXPECT_EQ(desktop.messageBox({.text = "?", .buttons = MsgBoxButtons::YesNo, .caption = "T"}),
+              MsgBoxAnswer::No);
+
+    EXPECT_EQ(unloads, 1);
+}
+
+TEST_F(EndOfSessionTest, AfterwardsNoWindowIsMade) {
+    desktop.endSession();
+
+    form.setVisible(true);
+
+    EXPECT_EQ(ownWindow("frmThrowAway"), nullptr);
+}
+
+} // namespace
+} // namespace tarvik

@@ -1,0 +1,386 @@
+#include "ThrowAwayForm.h"
+
+#include "types/RunTimeError.h"
+
+#include <commctrl.h>
+
+namespace tarvik {
+namespace {
+
+std::string entryOf(HWND combo, int place) {
+    char text[64] = {};
+    SendMessageA(combo, CB_GETLBTEXT, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(text));
+    return text;
+}
+
+/// The tip of a control, as the window of the form's tips has it.
+std::string tipOf(HWND form, HWND control) {
+    char text[256] = {};
+    for (const HWND tips : topLevelWindows(TOOLTIPS_CLASSA, GetCurrentProcessId())) {
+        TOOLINFOA tool{};
+        tool.cbSize = TTTOOLINFOA_V2_SIZE;
+        tool.uFlags = TTF_IDISHWND;
+        tool.hwnd = form;
+        tool.uId = reinterpret_cast<UINT_PTR>(control);
+        tool.lpszText = text;
+        SendMessageA(tips, TTM_GETTEXTA, 0, reinterpret_cast<LPARAM>(&tool));
+    }
+    return text;
+}
+
+RECT placeOf(HWND window) {
+    RECT rect{};
+    GetWindowRect(window, &rect);
+    return rect;
+}
+
+using FaceTest = Win32FaceTest;
+
+TEST_F(FaceTest, EveryControlIsFoundByItsNumber) {
+    for (const Control* control : form.controls()) {
+        if (control->kind() != ControlKind::Timer) {
+            EXPECT_NE(find(*control), nullptr) << control->name();
+            EXPECT_EQ(face::controlWithId(form, face::controlId(*control)), control);
+        }
+    }
+    EXPECT_EQ(face::controlId(form.frameAll), 1000);
+    EXPECT_EQ(face::controlWithId(form, 999), nullptr);
+    EXPECT_EQ(face::controlWithId(form, 2000), nullptr);
+    EXPECT_EQ(textOf(window()), "Throw-away");
+}
+
+TEST_F(FaceTest, ControlsAreTheSystemsOwn) {
+    EXPECT_EQ(classOf(find(form.frameAll)), "Button");
+    EXPECT_EQ(classOf(find(form.lblName)), "Static");
+    EXPECT_EQ(classOf(find(form.txtName)), "Edit");
+    EXPECT_EQ(classOf(find(form.chkTick)), "Button");
+    EXPECT_EQ(classOf(find(form.cboList)), "ComboBox");
+    EXPECT_EQ(classOf(find(form.cmdOk)), "Button");
+}
+
+TEST_F(FaceTest, CaptionsMarkTheirMnemonicsAndNothingElse) {
+    EXPECT_EQ(textOf(find(form.frameAll)), "All && sundry");
+    EXPECT_EQ(textOf(find(form.lblName)), "&Name:");
+    EXPECT_EQ(textOf(find(form.lblPlain)), "this & that");
+    EXPECT_EQ(textOf(find(form.cmdCancel)), "&Cancel");
+    EXPECT_EQ(textOf(find(form.cmdOk)), "OK");
+}
+
+TEST_F(FaceTest, WindowsFollowTheModel) {
+    form.txtName.setText("second");
+    form.lblName.setCaption("Other:");
+    form.chkTick.setValue(1);
+    form.cboList.addItem("a");
+    form.cboList.addItem("b");
+    form.cboList.setListIndex(1);
+    form.cmdOk.setCaption("Go");
+    form.cmdOk.setEnabled(false);
+    form.chkTick.setVisible(false);
+    form.txtName.setToolTip("other tip");
+
+    EXPECT_EQ(textOf(find(form.txtName)), "second");
+    EXPECT_EQ(textOf(find(form.lblName)), "Other:");
+    EXPECT_EQ(SendMessageA(find(form.chkTick), BM_GETCHECK, 0, 0), BST_CHECKED);
+    EXPECT_EQ(SendMessageA(find(form.cboList), CB_GETCURSEL, 0, 0), 1);
+    EXPECT_EQ(entryOf(find(form.cboList), 1), "b");
+    EXPECT_EQ(textOf(find(form.cmdOk)), "Go");
+    EXPECT_FALSE(IsWindowEnabled(find(form.cmdOk)));
+    EXPECT_EQ(GetWindowLongPtrA(find(form.chkTick), GWL_STYLE) & WS_VISIBLE, 0);
+    EXPECT_EQ(tipOf(window(), find(form.txtName)), "other tip");
+}
+
+TEST_F(FaceTest, BytesOfTheCodePageAreShownAsTheyAre) {
+    form.txtName.setText("\xE9\xDF");
+
+    EXPECT_EQ(textOf(find(form.txtName)), "\xE9\xDF");
+}
+
+TEST_F(FaceTest, TheModelFollowsTheUser) {
+    int changes = 0;
+    int clicks = 0;
+    form.cboList.addItem("a");
+    form.txtName.Change.connect([&] { ++changes; });
+    form.cmdOk.Click.connect([&] { ++clicks; });
+
+    SendMessageA(find(form.txtName), WM_CHAR, 'x', 1);
+    SendMessageA(find(form.chkTick), BM_CLICK, 0, 0);
+    SendMessageA(find(form.cboList), CB_SETCURSEL, 0, 0);
+    SendMessageA(window(), WM_COMMAND, MAKEWPARAM(face::controlId(form.cboList), CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(find(form.cboList)));
+    SendMessageA(find(form.cmdOk), BM_CLICK, 0, 0);
+
+    EXPECT_EQ(form.txtName.text(), "xfirst");
+    EXPECT_EQ(changes, 1);
+    EXPECT_TRUE(form.chkTick.ticked());
+    EXPECT_EQ(form.cboList.listIndex(), 0);
+    EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(FaceTest, WhatTheModelTellsDoesNotComeBackAsTheUsersDoing) {
+    int ticks = 0;
+    int chosen = 0;
+    int changes = 0;
+    form.chkTick.Click.connect([&] { ++ticks; });
+    form.cboList.Click.connect([&] { ++chosen; });
+    form.txtName.Change.connect([&] { ++changes; });
+    form.cboList.addItem("a");
+    form.cboList.addItem("b");
+
+    form.chkTick.setValue(1);
+    form.cboList.setListIndex(1);
+    form.cboList.clear();
+    form.txtName.setText("by the program");
+
+    EXPECT_EQ(ticks, 1);
+    EXPECT_EQ(chosen, 1);
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(form.cboList.listIndex(), -1);
+}
+
+TEST_F(FaceTest, AHandlerThatChangesWhatTheUserDidIsFollowed) {
+    form.chkTick.Click.connect([&] { form.chkTick.setValue(0); });
+
+    SendMessageA(find(form.chkTick), BM_CLICK, 0, 0);
+
+    EXPECT_EQ(SendMessageA(find(form.chkTick), BM_GETCHECK, 0, 0), BST_UNCHECKED);
+}
+
+TEST_F(FaceTest, AFormIsShownHiddenAndMinimised) {
+    EXPECT_FALSE(IsWindowVisible(window()));
+    show();
+    EXPECT_TRUE(IsWindowVisible(window()));
+
+    form.setMinimised(true);
+    settle();
+    EXPECT_TRUE(IsIconic(window()));
+
+    show();
+    EXPECT_FALSE(IsIconic(window()));
+
+    form.setVisible(false);
+    settle();
+    EXPECT_FALSE(IsWindowVisible(window()));
+}
+
+TEST_F(FaceTest, AFormThatIsPutAsideAtOnceIsNeverSeen) {
+    form.setVisible(true);
+    form.bringToFront();
+    form.setMinimised(true);
+    EXPECT_FALSE(IsWindowVisible(window()));
+
+    settle();
+
+    EXPECT_TRUE(IsIconic(window()));
+    EXPECT_TRUE(form.minimised());
+}
+
+TEST_F(FaceTest, WhatTheUserDoesToTheWindowReachesTheModel) {
+    show();
+
+    ShowWindow(window(), SW_MINIMIZE);
+    settle();
+    EXPECT_TRUE(form.minimised());
+
+    ShowWindow(window(), SW_RESTORE);
+    settle();
+    EXPECT_FALSE(form.minimised());
+}
+
+TEST_F(FaceTest, TheCloseBoxAsksTheForm) {
+    UnloadMode seen = UnloadMode::FormOwner;
+    form.QueryUnload.connect([&](bool& cancel, UnloadMode mode) {
+        seen = mode;
+        cancel = true;
+    });
+    show();
+
+    SendMessageA(window(), WM_SYSCOMMAND, SC_CLOSE, 0);
+    settle();
+
+    EXPECT_EQ(seen, UnloadMode::FormControlMenu);
+    EXPECT_TRUE(form.loaded());
+}
+
+TEST_F(FaceTest, TabsFollowTheLayout) {
+    std::vector<HWND> order;
+    HWND next = nullptr;
+    for (int i = 0; i < 5; ++i) {
+        next = GetNextDlgTabItem(window(), next, FALSE);
+        order.push_back(next);
+    }
+
+    EXPECT_EQ(order, (std::vector<HWND>{find(form.txtName), find(form.chkTick), find(form.cboList),
+                                        find(form.cmdOk), find(form.cmdCancel)}));
+}
+
+TEST_F(FaceTest, TheFocusBeginsWhereTheFormSays) {
+    show();
+
+    EXPECT_TRUE(spinUntil([&] { return GetFocus() == find(form.cboList); }));
+}
+
+TEST_F(FaceTest, EnterPressesTheDefaultButtonAndEscapeTheOther) {
+    int accepted = 0;
+    int cancelled = 0;
+    form.cmdOk.Click.connect([&] { ++accepted; });
+    form.cmdCancel.Click.connect([&] { ++cancelled; });
+    show();
+    ASSERT_TRUE(spinUntil([&] { return GetFocus() == find(form.cboList); }));
+
+    press(VK_RETURN);
+    EXPECT_EQ(accepted, 1);
+    press(VK_ESCAPE);
+    EXPECT_EQ(cancelled, 1);
+}
+
+TEST_F(FaceTest, TheTabKeyMovesTheFocus) {
+    show();
+    ASSERT_TRUE(spinUntil([&] { return GetFocus() == find(form.cboList); }));
+
+    press(VK_TAB);
+
+    EXPECT_EQ(GetFocus(), find(form.cmdOk));
+}
+
+TEST_F(FaceTest, TheMnemonicOfALabelMovesToItsInput) {
+    show();
+    ASSERT_TRUE(spinUntil([&] { return GetFocus() == find(form.cboList); }));
+    constexpr LPARAM withAlt = 1 << 29;
+
+    PostMessageA(GetFocus(), WM_SYSCHAR, 'n', withAlt);
+    settle();
+
+    EXPECT_EQ(GetFocus(), find(form.txtName));
+}
+
+TEST_F(FaceTest, NoControlIsCutOffOrLiesOverAnother) {
+    show();
+    const RECT frame = placeOf(find(form.frameAll));
+    std::vector<RECT> seen;
+    for (const Control* control : form.controls()) {
+        if (control->kind() == ControlKind::Timer || control == &form.frameAll) {
+            continue;
+        }
+        const RECT rect = placeOf(find(*control));
+        EXPECT_TRUE(rect.left >= frame.left && rect.right <= frame.right && rect.top >= frame.top &&
+                    rect.bottom <= frame.bottom)
+            << control->name();
+        for (const RECT& other : seen) {
+            RECT common{};
+            EXPECT_FALSE(IntersectRect(&common, &rect, &other)) << control->name();
+        }
+        seen.push_back(rect);
+    }
+}
+
+TEST_F(FaceTest, ALongerCaptionMakesRoomForItself) {
+    show();
+    const auto widthOf = [](const RECT& rect) { return rect.right - rect.left; };
+    const auto before = widthOf(placeOf(window()));
+
+    form.lblName.setCaption("A caption that is very much longer than the one that stood there:");
+    settle();
+
+    EXPECT_GT(widthOf(placeOf(window())), before);
+}
+
+TEST_F(FaceTest, TheWindowCannotBeMadeSmallerThanItsControls) {
+    show();
+    const RECT before = placeOf(window());
+
+    SetWindowPos(window(), nullptr, 0, 0, 20, 20, SWP_NOMOVE | SWP_NOZORDER);
+
+    const RECT after = placeOf(window());
+    EXPECT_EQ(after.right - after.left, before.right - before.left);
+    EXPECT_EQ(after.bottom - after.top, before.bottom - before.top);
+}
+
+TEST_F(FaceTest, AWindowOnAFinerScreenGrowsWithItsFont) {
+    show();
+    const RECT before = placeOf(find(form.cmdOk));
+    const RECT window = placeOf(this->window());
+    constexpr UINT resolutionChanged = 0x02E0;
+    constexpr int twice = 192;
+
+    SendMessageA(this->window(), resolutionChanged, MAKEWPARAM(twice, twice),
+                 reinterpret_cast<LPARAM>(&window));
+
+    const RECT after = placeOf(find(form.cmdOk));
+    EXPECT_GT(after.bottom - after.top, (before.bottom - before.top) * 3 / 2);
+}
+
+TEST_F(FaceTest, ALabelTakesTheColourOfItsText) {
+    show();
+    form.lblPlain.setForeColour({192, 0, 0});
+    const HDC context = GetDC(find(form.lblPlain));
+
+    SendMessageA(window(), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(context),
+                 reinterpret_cast<LPARAM>(find(form.lblPlain)));
+    EXPECT_EQ(GetTextColor(context), RGB(192, 0, 0));
+    SendMessageA(window(), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(context),
+                 reinterpret_cast<LPARAM>(find(form.lblName)));
+    EXPECT_EQ(GetTextColor(context), GetSysColor(COLOR_WINDOWTEXT));
+
+    ReleaseDC(find(form.lblPlain), context);
+}
+
+TEST_F(FaceTest, APictureIsPainted) {
+    show();
+    const HWND lamp = find(form.picLamp);
+    RECT area{};
+    GetClientRect(lamp, &area);
+    RedrawWindow(lamp, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+
+    const HDC context = GetDC(lamp);
+    EXPECT_EQ(GetPixel(context, area.right / 2, area.bottom / 2), RGB(10, 200, 30));
+    EXPECT_EQ(GetPixel(context, 0, 0), GetSysColor(COLOR_3DFACE));
+    ReleaseDC(lamp, context);
+}
+
+TEST_F(FaceTest, APointerOverThePictureIsToldToIt) {
+    int place = 0;
+    form.picLamp.MouseMove.connect([&](int x) { place = x; });
+
+    SendMessageA(find(form.picLamp), WM_MOUSEMOVE, 0, 517);
+
+    EXPECT_EQ(place, 517);
+}
+
+TEST_F(FaceTest, TheModelKnowsItsWindows) {
+    const auto number = [](HWND handle) {
+        return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(handle));
+    };
+
+    EXPECT_EQ(form.hWnd(), number(window()));
+    EXPECT_EQ(form.picLamp.hWnd(), number(find(form.picLamp)));
+    EXPECT_EQ(form.timTick.hWnd(), 0U);
+}
+
+TEST_F(FaceTest, AFormMayBeWithdrawnByItsOwnHandler) {
+    form.cmdOk.Click.connect([&] { form.unload(); });
+    const HWND shown = window();
+
+    SendMessageA(find(form.cmdOk), BM_CLICK, 0, 0);
+    form.txtName.setText("nobody shows this");
+    PostMessageA(nullptr, WM_NULL, 0, 0);
+    settle();
+
+    EXPECT_FALSE(IsWindow(shown));
+}
+
+TEST_F(FaceTest, ATimerTicksWhileItIsEnabled) {
+    int ticks = 0;
+    form.timTick.Tick.connect([&] { ++ticks; });
+    form.timTick.setInterval(10);
+    form.timTick.setEnabled(true);
+
+    EXPECT_TRUE(spinUntil([&] { return ticks >= 3; }));
+
+    form.timTick.setEnabled(false);
+    const int before = ticks;
+    SendMessageA(window(), WM_TIMER, static_cast<WPARAM>(face::controlId(form.timTick)), 0);
+    EXPECT_EQ(ticks, before);
+}
+
+} // namespace
+} // namespace tarvik
