@@ -7,10 +7,10 @@ namespace tarvik {
 
 namespace {
 
-/// A text of the user's settings; empty where the system has none.
-std::string setting(LCTYPE which) {
+/// A text of a locale; empty where the system has none.
+std::string setting(LCID locale, LCTYPE which) {
     char text[256];
-    const int size = GetLocaleInfoA(LOCALE_USER_DEFAULT, which, text, sizeof text);
+    const int size = GetLocaleInfoA(locale, which, text, sizeof text);
     return size > 0 ? std::string(text, static_cast<std::size_t>(size) - 1) : std::string();
 }
 
@@ -85,21 +85,26 @@ std::string translatedPattern(const std::string& pattern) {
     return first == std::string::npos ? "" : result.substr(first, last - first + 1);
 }
 
-WindowsLocale::WindowsLocale() {
-    const std::string date = translatedPattern(setting(LOCALE_SSHORTDATE));
-    data_.shortDate = has(date, "dMy") ? date : "yyyy-MM-dd";
-    const std::string time = translatedPattern(setting(LOCALE_STIMEFORMAT));
-    const bool whole = has(time, "ms") && (has(time, "H") || has(time, "ht"));
-    data_.longTime = whole ? time : "HH:mm:ss";
+WindowsLocale::WindowsLocale() : data_(localeDataOf(LOCALE_USER_DEFAULT)) {}
+
+LocaleData localeDataOf(std::uint32_t locale) {
+    LocaleData data;
+    const std::string date = translatedPattern(setting(locale, LOCALE_SSHORTDATE));
+    data.shortDate = has(date, "dMy") ? date : "yyyy-MM-dd";
+    const std::string time = translatedPattern(setting(locale, LOCALE_STIMEFORMAT));
     // Only the separator of thousands may be nothing at all.
-    data_.thousandsSeparator = setting(LOCALE_STHOUSAND);
-    takeUnlessEmpty(data_.decimalSeparator, setting(LOCALE_SDECIMAL));
-    takeUnlessEmpty(data_.amText, setting(LOCALE_S1159));
-    takeUnlessEmpty(data_.pmText, setting(LOCALE_S2359));
-    for (unsigned month = 0; month < data_.shortMonths.size(); ++month) {
-        takeUnlessEmpty(data_.shortMonths[month], setting(LOCALE_SABBREVMONTHNAME1 + month));
-        takeUnlessEmpty(data_.longMonths[month], setting(LOCALE_SMONTHNAME1 + month));
+    data.thousandsSeparator = setting(locale, LOCALE_STHOUSAND);
+    takeUnlessEmpty(data.decimalSeparator, setting(locale, LOCALE_SDECIMAL));
+    takeUnlessEmpty(data.amText, setting(locale, LOCALE_S1159));
+    takeUnlessEmpty(data.pmText, setting(locale, LOCALE_S2359));
+    // Halves of the day whose texts have no place in the code page cannot be told apart.
+    const bool halves = has(time, "ht") && data.amText != data.pmText;
+    data.longTime = has(time, "ms") && (has(time, "H") || halves) ? time : "HH:mm:ss";
+    for (unsigned month = 0; month < data.shortMonths.size(); ++month) {
+        takeUnlessEmpty(data.shortMonths[month], setting(locale, LOCALE_SABBREVMONTHNAME1 + month));
+        takeUnlessEmpty(data.longMonths[month], setting(locale, LOCALE_SMONTHNAME1 + month));
     }
+    return data;
 }
 
 } // namespace tarvik

@@ -2,6 +2,7 @@
 
 #include "ports/Locale.h"
 
+#include <cstdint>
 #include <string>
 
 namespace tarvik {
@@ -16,6 +17,10 @@ public:
 private:
     LocaleData data_;
 };
+
+/// A locale's conventions as data; `locale` is the system's number for it. Years are always written
+/// in full, so that a record's date means one day for ever; times have seconds.
+LocaleData localeDataOf(std::uint32_t locale);
 
 /// A date or time pattern of the system in the program's pattern language: years always in full, so
 /// that a record's date means one day for ever; no names of week days and no eras, which do not
