@@ -1,6 +1,7 @@
 #include "scripted/ScriptedConnections.h"
 
 #include "common/RasErrorText.h"
+#include "common/RasRecords.h"
 
 #include <algorithm>
 #include <cstring>
@@ -9,35 +10,13 @@ namespace tarvik {
 
 namespace {
 
-constexpr std::uint32_t invalidHandle = 6;
-constexpr std::uint32_t unknownEntry = 623;
-
+/// The text in a field of a record; without a NUL the whole field is filled.
 template <std::size_t size>
-void putText(char (&field)[size], std::string_view text, bool withNul = true) {
-    std::memset(field, withNul ? 0 : 'x', size);
-    text.copy(field, withNul ? size - 1 : size);
-}
-
-template <class Record>
-Record entryRecord(const ScriptedConnections::Entry& entry) {
-    Record record{};
-    record.dwSize = Record::size;
-    putText(record.szEntryName, entry.name);
-    return record;
-}
-
-void writeEntry(char* target, std::uint32_t size, const ScriptedConnections::Entry& entry) {
-    if (size == RASENTRYNAMEA_28::size) {
-        const auto record = entryRecord<RASENTRYNAMEA_28>(entry);
-        std::memcpy(target, &record, sizeof record);
-    } else if (size == RASENTRYNAMEA_264::size) {
-        const auto record = entryRecord<RASENTRYNAMEA_264>(entry);
-        std::memcpy(target, &record, sizeof record);
-    } else {
-        auto record = entryRecord<RASENTRYNAMEA>(entry);
-        record.dwFlags = entry.flags;
-        putText(record.szPhonebookPath, entry.phoneBookPath);
-        std::memcpy(target, &record, sizeof record);
+void fill(char (&field)[size], std::string_view text, bool withNul) {
+    putText(field, text);
+    if (!withNul) {
+        std::memset(field, 'x', size);
+        text.copy(field, size);
     }
 }
 
@@ -93,23 +72,10 @@ std::uint32_t ScriptedConnections::RasEnumEntriesA(const char*, const char*, voi
     if (const std::uint32_t code = called("RasEnumEntriesA")) {
         return code;
     }
-    std::uint32_t size = 0;
-    std::memcpy(&size, buffer, sizeof size);
-    if (!entrySizes.contains(size)) {
+    if (!entrySizes.contains(sizeFieldOf(buffer))) {
         return ras::invalidSize;
     }
-    const std::uint32_t held = *bytes;
-    *count = static_cast<std::uint32_t>(entries.size());
-    *bytes = *count * size;
-    if (held < *bytes) {
-        return ras::bufferTooSmall;
-    }
-    auto* target = static_cast<char*>(buffer);
-    for (const Entry& entry : entries) {
-        writeEntry(target, size, entry);
-        target += size;
-    }
-    return ras::success;
+    return listEntries(entries, buffer, bytes, count);
 }
 
 std::uint32_t ScriptedConnections::RasEnumConnectionsA(RASCONNA* buffer, std::uint32_t* bytes,
@@ -133,9 +99,9 @@ std::uint32_t ScriptedConnections::RasEnumConnectionsA(RASCONNA* buffer, std::ui
     for (const Connection& line : connections) {
         buffer->dwSize = RASCONNA::size;
         buffer->hrasconn = line.handle;
-        putText(buffer->szEntryName, line.entryName, !namesWithoutNul);
-        putText(buffer->szDeviceType, line.deviceType, !namesWithoutNul);
-        putText(buffer->szDeviceName, line.deviceName, !namesWithoutNul);
+        fill(buffer->szEntryName, line.entryName, !namesWithoutNul);
+        fill(buffer->szDeviceType, line.deviceType, !namesWithoutNul);
+        fill(buffer->szDeviceName, line.deviceName, !namesWithoutNul);
         ++buffer;
     }
     return ras::success;
@@ -151,7 +117,7 @@ std::uint32_t ScriptedConnections::RasGetConnectStatusA(std::uint32_t handle,
     }
     const Connection* line = connection(handle);
     if (line == nullptr) {
-        return invalidHandle;
+        return ras::invalidHandle;
     }
     status->rasconnstate = line->state;
     return ras::success;
@@ -167,7 +133,7 @@ std::uint32_t ScriptedConnections::RasGetConnectionStatistics(std::uint32_t hand
     }
     const Connection* line = connection(handle);
     if (line == nullptr) {
-        return invalidHandle;
+        return ras::invalidHandle;
     }
     *statistics = line->statistics;
     statistics->dwSize = RAS_STATS::size;
@@ -190,7 +156,7 @@ std::uint32_t ScriptedConnections::RasGetEntryDialParamsA(const char*, RASDIALPA
         return ras::invalidSize;
     }
     if (!hasEntry(parameters->szEntryName)) {
-        return unknownEntry;
+        return ras::unknownEntry;
     }
     putText(parameters->szUserName, "user");
     putText(parameters->szPassword, "secret");
@@ -217,7 +183,7 @@ std::uint32_t ScriptedConnections::RasDialA(RASDIALEXTENSIONS* extensions, const
         return ras::invalidSize;
     }
     if (!hasEntry(parameters->szEntryName)) {
-        return unknownEntry;
+        return ras::unknownEntry;
     }
     *handle = connect(parameters->szEntryName);
     return ras::success;
@@ -228,7 +194,7 @@ std::uint32_t ScriptedConnections::RasHangUpA(std::uint32_t handle) {
         return code;
     }
     if (connection(handle) == nullptr) {
-        return invalidHandle;
+        return ras::invalidHandle;
     }
     disconnect(handle);
     return ras::success;
@@ -236,15 +202,9 @@ std::uint32_t ScriptedConnections::RasHangUpA(std::uint32_t handle) {
 
 std::uint32_t ScriptedConnections::RasGetErrorStringA(std::uint32_t code, char* buffer,
                                                       std::uint32_t size) {
-    constexpr std::uint32_t invalidParameter = 87;
     const auto own = errorTexts.find(code);
-    const char* text = own != errorTexts.end() ? own->second.c_str() : rasErrorText(code);
-    if (text == nullptr) {
-        return invalidParameter;
-    }
-    const std::size_t length = std::string_view(text).copy(buffer, size - 1);
-    buffer[length] = '\0';
-    return ras::success;
+    return answerErrorText(own != errorTexts.end() ? own->second.c_str() : rasErrorText(code),
+                           buffer, size);
 }
 
 } // namespace tarvik

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/RasRecords.h"
 #include "ports/ConnectionProvider.h"
 
 #include <deque>
@@ -14,11 +15,7 @@ namespace tarvik {
 /// A dial-up service whose entries, connections, counters and failures the test sets.
 class ScriptedConnections : public ConnectionProvider {
 public:
-    struct Entry {
-        std::string name;
-        std::uint32_t flags = 0;
-        std::string phoneBookPath = {};
-    };
+    using Entry = RasEntry;
 
     struct Connection {
         std::uint32_t handle = 0;

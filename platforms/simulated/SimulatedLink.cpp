@@ -1,10 +1,10 @@
 #include "simulated/SimulatedLink.h"
 
 #include "common/RasErrorText.h"
+#include "common/RasRecords.h"
 
 #include <algorithm>
 #include <chrono>
-#include <cstring>
 #include <string_view>
 #include <thread>
 
@@ -12,15 +12,7 @@ namespace tarvik {
 
 namespace {
 
-constexpr std::uint32_t invalidHandle = 6;
-constexpr std::uint32_t unknownEntry = 623;
 constexpr std::uint32_t frameBytes = 1460;
-
-template <std::size_t size>
-void putText(char (&field)[size], std::string_view text) {
-    std::memset(field, 0, size);
-    text.copy(field, size - 1);
-}
 
 std::uint64_t steadyMilliseconds() {
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
@@ -41,22 +33,12 @@ const SimulatedEntry* entryNamed(const char* name) {
     return found == entries.end() ? nullptr : &*found;
 }
 
-std::uint32_t sizeFieldOf(const void* record) {
-    std::uint32_t size = 0;
-    std::memcpy(&size, record, sizeof size);
-    return size;
-}
-
-template <class Record>
-void writeEntries(void* buffer) {
-    auto* target = static_cast<char*>(buffer);
+std::vector<RasEntry> entriesOfPhoneBook() {
+    std::vector<RasEntry> entries;
     for (const SimulatedEntry& entry : simulatedPhoneBook()) {
-        Record record{};
-        record.dwSize = Record::size;
-        putText(record.szEntryName, entry.name);
-        std::memcpy(target, &record, sizeof record);
-        target += sizeof record;
+        entries.push_back({.name = entry.name});
     }
+    return entries;
 }
 
 std::uint32_t frames(std::uint64_t bytes) {
@@ -77,18 +59,7 @@ std::uint32_t SimulatedLink::RasEnumEntriesA(const char*, const char*, void* buf
     if (recordSize != RASENTRYNAMEA::size && recordSize != RASENTRYNAMEA_264::size) {
         return ras::invalidSize;
     }
-    const std::uint32_t held = *bytes;
-    *count = static_cast<std::uint32_t>(simulatedPhoneBook().size());
-    *bytes = *count * recordSize;
-    if (held < *bytes) {
-        return ras::bufferTooSmall;
-    }
-    if (recordSize == RASENTRYNAMEA::size) {
-        writeEntries<RASENTRYNAMEA>(buffer);
-    } else {
-        writeEntries<RASENTRYNAMEA_264>(buffer);
-    }
-    return ras::success;
+    return listEntries(entriesOfPhoneBook(), buffer, bytes, count);
 }
 
 std::uint32_t SimulatedLink::RasEnumConnectionsA(RASCONNA* buffer, std::uint32_t* bytes,
@@ -119,7 +90,7 @@ std::uint32_t SimulatedLink::RasGetConnectStatusA(std::uint32_t handle, RASCONNS
     }
     const Line* line = lineOf(handle);
     if (line == nullptr) {
-        return invalidHandle;
+        return ras::invalidHandle;
     }
     status->rasconnstate = ras::connected;
     status->dwError = 0;
@@ -135,7 +106,7 @@ std::uint32_t SimulatedLink::RasGetConnectionStatistics(std::uint32_t handle,
     }
     Line* line = lineOf(handle);
     if (line == nullptr) {
-        return invalidHandle;
+        return ras::invalidHandle;
     }
     const std::uint64_t age = now_() - line->connectedAt;
     const TrafficBytes bytes = line->traffic.at(age);
@@ -160,7 +131,7 @@ std::uint32_t SimulatedLink::RasGetEntryDialParamsA(const char*, RASDIALPARAMSA*
     }
     const SimulatedEntry* entry = entryNamed(parameters->szEntryName);
     if (entry == nullptr) {
-        return unknownEntry;
+        return ras::unknownEntry;
     }
     putText(parameters->szUserName, entry->userName);
     putText(parameters->szPassword, "simulated");
@@ -177,7 +148,7 @@ std::uint32_t SimulatedLink::RasDialA(RASDIALEXTENSIONS* extensions, const char*
     }
     const SimulatedEntry* entry = entryNamed(parameters->szEntryName);
     if (entry == nullptr) {
-        return unknownEntry;
+        return ras::unknownEntry;
     }
     const auto running = std::find_if(lines_.begin(), lines_.end(),
                                       [&](const Line& line) { return line.entry == entry; });
@@ -195,7 +166,7 @@ std::uint32_t SimulatedLink::RasDialA(RASDIALEXTENSIONS* extensions, const char*
 std::uint32_t SimulatedLink::RasHangUpA(std::uint32_t handle) {
     const Line* line = lineOf(handle);
     if (line == nullptr) {
-        return invalidHandle;
+        return ras::invalidHandle;
     }
     lines_.erase(lines_.begin() + (line - lines_.data()));
     return ras::success;
@@ -203,14 +174,7 @@ std::uint32_t SimulatedLink::RasHangUpA(std::uint32_t handle) {
 
 std::uint32_t SimulatedLink::RasGetErrorStringA(std::uint32_t code, char* buffer,
                                                 std::uint32_t size) {
-    constexpr std::uint32_t invalidParameter = 87;
-    const char* text = rasErrorText(code);
-    if (text == nullptr || size == 0) {
-        return invalidParameter;
-    }
-    const std::size_t length = std::string_view(text).copy(buffer, size - 1);
-    buffer[length] = '\0';
-    return ras::success;
+    return answerErrorText(rasErrorText(code), buffer, size);
 }
 
 SimulatedLink::Line* SimulatedLink::lineOf(std::uint32_t handle) {

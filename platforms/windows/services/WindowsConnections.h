@@ -1,0 +1,38 @@
+#pragma once
+
+#include "ports/ConnectionProvider.h"
+#include "windows/services/Library.h"
+
+namespace tarvik {
+
+/// The system's remote access service. Records and codes go through as they are; the service takes
+/// their oldest layouts on every system.
+///
+/// A system without the service has no entries and no connections; everything else answers that a
+/// module was not found (126).
+class WindowsConnections : public ConnectionProvider {
+public:
+    static constexpr std::uint32_t moduleNotFound = 126;
+
+    std::uint32_t RasEnumEntriesA(const char* reserved, const char* phoneBook, void* buffer,
+                                  std::uint32_t* bytes, std::uint32_t* count) override;
+    std::uint32_t RasEnumConnectionsA(RASCONNA* buffer, std::uint32_t* bytes,
+                                      std::uint32_t* count) override;
+    std::uint32_t RasGetConnectStatusA(std::uint32_t handle, RASCONNSTATUSA* status) override;
+    std::uint32_t RasGetConnectionStatistics(std::uint32_t handle, RAS_STATS* statistics) override;
+    std::uint32_t RasGetEntryDialParamsA(const char* phoneBook, RASDIALPARAMSA* parameters,
+                                         bool* passwordFound) override;
+    std::uint32_t RasDialA(RASDIALEXTENSIONS* extensions, const char* phoneBook,
+                           RASDIALPARAMSA* parameters, std::uint32_t notifierType, void* notifier,
+                           std::uint32_t* handle) override;
+    std::uint32_t RasHangUpA(std::uint32_t handle) override;
+    std::uint32_t RasGetErrorStringA(std::uint32_t code, char* buffer, std::uint32_t size) override;
+
+private:
+    template <class... Parameters>
+    std::uint32_t call(const char* function, Parameters... parameters);
+
+    Library library_{"rasapi32.dll"};
+};
+
+} // namespace tarvik

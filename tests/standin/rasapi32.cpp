@@ -1,0 +1,92 @@
+#include "StandIn.h"
+#include "windows/services/SystemHeader.h"
+
+#include <cstdlib>
+
+namespace tarvik {
+namespace {
+
+/// For a program that is worked from outside: entries named in the environment, separated by
+/// semicolons.
+void addEntriesOfEnvironment(ScriptedConnections& service) {
+    const char* const names = std::getenv("TARVIK_STANDIN_ENTRIES");
+    std::string rest = names == nullptr ? "" : names;
+    while (!rest.empty()) {
+        const std::size_t end = rest.find(';');
+        service.entries.push_back({.name = rest.substr(0, end)});
+        rest.erase(0, end == std::string::npos ? end : end + 1);
+    }
+}
+
+ScriptedConnections& service() {
+    static ScriptedConnections* const only = [] {
+        auto* made = new ScriptedConnections;
+        addEntriesOfEnvironment(*made);
+        return made;
+    }();
+    return *only;
+}
+
+/// Worked from outside, a line carries 1,000 bytes in and 100 out between two questions.
+void flow(std::uint32_t handle) {
+    constexpr std::uint32_t received = 1000;
+    constexpr std::uint32_t sent = 100;
+    constexpr std::uint32_t milliseconds = 100;
+    if (std::getenv("TARVIK_STANDIN_ENTRIES") != nullptr && service().connection(handle)) {
+        service().transfer(handle, received, sent, milliseconds);
+    }
+}
+
+} // namespace
+
+#define STANDIN extern "C" __declspec(dllexport)
+
+STANDIN ScriptedConnections* TarvikStandIn() {
+    return &service();
+}
+
+STANDIN std::uint32_t WINAPI RasEnumEntriesA(const char* reserved, const char* phoneBook,
+                                             void* buffer, std::uint32_t* bytes,
+                                             std::uint32_t* count) {
+    return service().RasEnumEntriesA(reserved, phoneBook, buffer, bytes, count);
+}
+
+STANDIN std::uint32_t WINAPI RasEnumConnectionsA(RASCONNA* buffer, std::uint32_t* bytes,
+                                                 std::uint32_t* count) {
+    return service().RasEnumConnectionsA(buffer, bytes, count);
+}
+
+STANDIN std::uint32_t WINAPI RasGetConnectStatusA(std::uint32_t handle, RASCONNSTATUSA* status) {
+    return service().RasGetConnectStatusA(handle, status);
+}
+
+STANDIN std::uint32_t WINAPI RasGetConnectionStatistics(std::uint32_t handle,
+                                                        RAS_STATS* statistics) {
+    flow(handle);
+    return service().RasGetConnectionStatistics(handle, statistics);
+}
+
+STANDIN std::uint32_t WINAPI RasGetEntryDialParamsA(const char* phoneBook,
+                                                    RASDIALPARAMSA* parameters, BOOL* password) {
+    bool found = false;
+    const std::uint32_t code = service().RasGetEntryDialParamsA(phoneBook, parameters, &found);
+    *password = found ? TRUE : FALSE;
+    return code;
+}
+
+STANDIN std::uint32_t WINAPI RasDialA(RASDIALEXTENSIONS* extensions, const char* phoneBook,
+                                      RASDIALPARAMSA* parameters, std::uint32_t notifierType,
+                                      void* notifier, std::uint32_t* handle) {
+    return service().RasDialA(extensions, phoneBook, parameters, notifierType, notifier, handle);
+}
+
+STANDIN std::uint32_t WINAPI RasHangUpA(std::uint32_t handle) {
+    return service().RasHangUpA(handle);
+}
+
+STANDIN std::uint32_t WINAPI RasGetErrorStringA(std::uint32_t code, char* buffer,
+                                                std::uint32_t size) {
+    return service().RasGetErrorStringA(code, buffer, size);
+}
+
+} // namespace tarvik

@@ -1,0 +1,265 @@
+#include "connection/mdlCode.h"
+#include "connection/mdlCodeDial.h"
+#include "scripted/ScriptedPlatform.h"
+#include "standin/StandIn.h"
+#include "startup/World.h"
+#include "startup/mdlStartUp.h"
+#include "windows/services/WindowsConnections.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+namespace tarvik {
+namespace {
+
+/// A record with nothing but its size.
+template <class Record>
+Record sized(std::uint32_t size) {
+    Record record{};
+    record.dwSize = size;
+    return record;
+}
+
+/// The program on the system's remote access library, which a stand-in takes the place of: the call
+/// path is the real one, from the rules through the library's functions and its records.
+class ConnectionsTest : public testing::Test {
+protected:
+    ConnectionsTest() {
+        Library library("rasapi32.dll");
+        StandInService* const mark = library.function<StandInService>(standInMark);
+        EXPECT_NE(mark, nullptr) << "The system's own remote access library answers. The stand-in "
+                                    "must lie in the system's folder and be preferred.";
+        if (mark != nullptr) {
+            service = mark();
+            *service = ScriptedConnections();
+        }
+    }
+
+    void SetUp() override {
+        if (service == nullptr) {
+            GTEST_SKIP();
+        }
+    }
+
+    void expectBox(const std::string& text) {
+        machine.desktop.expect({.text = text, .icon = MsgBoxIcon::Critical});
+    }
+
+    ~ConnectionsTest() override { machine.desktop.verify(); }
+
+    ScriptedConnections* service = nullptr;
+    WindowsConnections connections;
+    ScriptedPlatform machine;
+    Platform platform{
+        connections,     machine.systemErrors, machine.internet,  machine.sockets,
+        machine.profile, machine.files,        machine.instances, machine.notificationArea,
+        machine.dialogs, machine.desktop,      machine.clock,     machine.locale,
+        machine.program};
+    World world{platform};
+};
+
+TEST_F(ConnectionsTest, EntriesAreListedInEachFormThatASystemKnows) {
+    service->entries = {{.name = "Harbour", .flags = 1, .phoneBookPath = "C:\\book.pbk"},
+                        {.name = "Ridge"}};
+    for (const std::uint32_t size : {532U, 264U, 28U}) {
+        service->entrySizes = {size};
+        std::vector<PhoneBookEntry> entries;
+
+        RasGetAllEntries(entries, "");
+
+        ASSERT_EQ(entries.size(), 2U) << size;
+        EXPECT_EQ(entries[0].name, "Harbour") << size;
+        EXPECT_EQ(entries[1].name, "Ridge") << size;
+        EXPECT_EQ(entries[0].flags, size == 532 ? 1U : 0U);
+        EXPECT_EQ(entries[0].phoneBookPath, size == 532 ? "C:\\book.pbk" : "");
+    }
+}
+
+TEST_F(ConnectionsTest, WithoutEntriesTheListIsEmpty) {
+    std::vector<PhoneBookEntry> entries;
+
+    EXPECT_FALSE(RasGetAllEntries(entries, ""));
+
+    EXPECT_TRUE(entries.empty());
+}
+
+TEST_F(ConnectionsTest, ThreeConnectionsAreFoundWithTheirNamesAndDevices) {
+    for (const char* name : {"One", "Two", "Three"}) {
+        service->connect(name);
+    }
+    service->asksForOneMore = true;
+    std::uint32_t count = 0;
+
+    EXPECT_EQ(InitRas(0, count), 0U);
+
+    EXPECT_EQ(count, 3U);
+    const auto& found = world.state.RasConnections;
+    ASSERT_GE(found.size(), 3U);
+    EXPECT_STREQ(found[2].szEntryName, "Three");
+    EXPECT_STREQ(found[2].szDeviceType, "modem");
+    EXPECT_STREQ(found[2].szDeviceName, "Line 1");
+    EXPECT_EQ(found[2].hrasconn, 3U);
+}
+
+TEST_F(ConnectionsTest, StateAndStatisticsComeInTheirRecords) {
+    const std::uint32_t handle = service->connect("One");
+    service->transfer(handle, 5000, 200, 3000);
+    service->connections[0].statistics.dwBps = 56'000;
+    auto status = sized<RASCONNSTATUSA>(160);
+    auto statistics = sized<RAS_STATS>(60);
+
+    EXPECT_EQ(connections.RasGetConnectStatusA(handle, &status), 0U);
+    EXPECT_EQ(connections.RasGetConnectionStatistics(handle, &statistics), 0U);
+
+    EXPECT_EQ(status.rasconnstate, 8192U);
+    EXPECT_EQ(statistics.dwBytesRcved, 5000U);
+    EXPECT_EQ(statistics.dwBytesXmited, 200U);
+    EXPECT_EQ(statistics.dwConnectDuration, 3000U);
+    EXPECT_EQ(statistics.dwBps, 56'000U);
+}
+
+TEST_F(ConnectionsTest, AnEndedConnectionHasAnInvalidHandle) {
+    auto status = sized<RASCONNSTATUSA>(160);
+
+    EXPECT_EQ(connections.RasGetConnectStatusA(77, &status), 6U);
+}
+
+TEST_F(ConnectionsTest, ADialHandsOverRecordsOfTheirExactSizes) {
+    const std::string name(300, 'n');
+    service->entries = {{.name = name.substr(0, 256)}};
+
+    EXPECT_EQ(DialIn(name, ""), 1);
+
+    ASSERT_EQ(service->dialled.size(), 1U);
+    const RASDIALPARAMSA& dialled = service->dialled[0];
+    EXPECT_EQ(dialled.dwSize, 1052U);
+    EXPECT_EQ(std::strlen(dialled.szEntryName), 256U);
+    EXPECT_STREQ(dialled.szUserName, "user");
+    EXPECT_STREQ(dialled.szPassword, "secret");
+    EXPECT_EQ(service->extensionsSeen[0].dwSize, 16U);
+    EXPECT_TRUE(world.state.DialInStarted);
+}
+
+TEST_F(ConnectionsTest, AStoredPasswordIsToldAsSuch) {
+    service->entries = {{.name = "One"}};
+    auto parameters = sized<RASDIALPARAMSA>(1052);
+    std::strcpy(parameters.szEntryName, "One");
+    bool found = false;
+
+    EXPECT_EQ(connections.RasGetEntryDialParamsA(nullptr, &parameters, &found), 0U);
+    EXPECT_TRUE(found);
+    std::strcpy(parameters.szEntryName, "Other");
+    EXPECT_EQ(connections.RasGetEntryDialParamsA(nullptr, &parameters, &found), 623U);
+    EXPECT_FALSE(found);
+}
+
+TEST_F(ConnectionsTest, AWrongPasswordIsToldWithTheServicesText) {
+    service->entries = {{.name = "One"}};
+    service->failNext("RasDialA", 691);
+    service->errorTexts[691] = "Access was denied.";
+    expectBox("Error: RasDial failed with 691:\rAccess was denied.");
+
+    DialIn("One", "");
+
+    EXPECT_FALSE(world.state.DialInStarted);
+}
+
+TEST_F(ConnectionsTest, TheLineOfAFailedDialIsFreed) {
+    service->entries = {{.name = "One"}};
+    service->failNext("RasDialA", 676);
+    service->handleOfFailedDial = service->connect("One");
+    auto parameters = sized<RASDIALPARAMSA>(1052);
+    std::strcpy(parameters.szEntryName, "One");
+    auto extensions = sized<RASDIALEXTENSIONS>(16);
+    std::uint32_t handle = 0;
+
+    EXPECT_EQ(connections.RasDialA(&extensions, nullptr, &parameters, 0, nullptr, &handle), 676U);
+
+    EXPECT_TRUE(service->connections.empty());
+    EXPECT_EQ(handle, 1U);
+}
+
+TEST_F(ConnectionsTest, HangingUpEndsEveryConnectionThatIsUp) {
+    service->connect("One");
+    service->connect("Two");
+    service->connections[1].state = 5; // being made
+
+    HangUp();
+
+    ASSERT_EQ(service->connections.size(), 1U);
+    EXPECT_EQ(service->connections[0].entryName, "Two");
+}
+
+TEST_F(ConnectionsTest, TextsComeFromTheServiceAboveSixHundred) {
+    EXPECT_EQ(RasErrorMessage(676), "The phone line is busy.");
+    char buffer[16] = {};
+    EXPECT_EQ(connections.RasGetErrorStringA(676, buffer, sizeof buffer), 0U);
+    EXPECT_STREQ(buffer, "The phone line ");
+    EXPECT_NE(connections.RasGetErrorStringA(599, buffer, sizeof buffer), 0U);
+}
+
+struct FailureCase {
+    const char* function;
+    std::uint32_t (*call)(ConnectionProvider& connections);
+};
+
+class FailureTest : public ConnectionsTest, public testing::WithParamInterface<FailureCase> {};
+
+TEST_P(FailureTest, TheLibrarysCodeComesThrough) {
+    service->failNext(GetParam().function, 651);
+
+    EXPECT_EQ(GetParam().call(connections), 651U);
+
+    EXPECT_EQ(service->calls, std::vector<std::string>{GetParam().function});
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Each, FailureTest,
+    testing::Values(FailureCase{"RasEnumEntriesA",
+                                [](ConnectionProvider& connections) {
+                                    auto entry = sized<RASENTRYNAMEA>(532);
+                                    std::uint32_t bytes = sizeof entry;
+                                    std::uint32_t count = 0;
+                                    return connections.RasEnumEntriesA(nullptr, nullptr, &entry,
+                                                                       &bytes, &count);
+                                }},
+                    FailureCase{"RasEnumConnectionsA",
+                                [](ConnectionProvider& connections) {
+                                    auto line = sized<RASCONNA>(412);
+                                    std::uint32_t bytes = sizeof line;
+                                    std::uint32_t count = 0;
+                                    return connections.RasEnumConnectionsA(&line, &bytes, &count);
+                                }},
+                    FailureCase{"RasGetConnectStatusA",
+                                [](ConnectionProvider& connections) {
+                                    auto status = sized<RASCONNSTATUSA>(160);
+                                    return connections.RasGetConnectStatusA(1, &status);
+                                }},
+                    FailureCase{"RasGetConnectionStatistics",
+                                [](ConnectionProvider& connections) {
+                                    auto statistics = sized<RAS_STATS>(60);
+                                    return connections.RasGetConnectionStatistics(1, &statistics);
+                                }},
+                    FailureCase{"RasGetEntryDialParamsA",
+                                [](ConnectionProvider& connections) {
+                                    auto parameters = sized<RASDIALPARAMSA>(1052);
+                                    bool found = false;
+                                    return connections.RasGetEntryDialParamsA(nullptr, &parameters,
+                                                                              &found);
+                                }},
+                    FailureCase{"RasDialA",
+                                [](ConnectionProvider& connections) {
+                                    auto extensions = sized<RASDIALEXTENSIONS>(16);
+                                    auto parameters = sized<RASDIALPARAMSA>(1052);
+                                    std::uint32_t handle = 0;
+                                    return connections.RasDialA(&extensions, nullptr, &parameters,
+                                                                0, nullptr, &handle);
+                                }},
+                    FailureCase{
+                        "RasHangUpA",
+                        [](ConnectionProvider& connections) { return connections.RasHangUpA(1); }}),
+    [](const auto& given) { return std::string(given.param.function); });
+
+} // namespace
+} // namespace tarvik
