@@ -12,6 +12,11 @@ std::string lineOf(std::string_view key, std::string_view value) {
     return std::string(key).append("=").append(value);
 }
 
+/// What takes the place of a key's value, so that the key has one.
+std::string valuePart(const ProfileKey& key, std::string_view value) {
+    return std::string(key.hasValue ? "" : "=").append(value);
+}
+
 /// The lines in one text, each with that line end.
 std::string joined(const std::vector<std::string>& lines, std::string_view lineEnd) {
     std::string text;
@@ -47,7 +52,7 @@ public:
             if (const auto found = text_.key(section, key)) {
                 const std::uint32_t begin = text_.offsetOf(found->value);
                 const auto length = static_cast<std::uint32_t>(found->value.size());
-                splices_.push_back({begin, begin + length, value, false});
+                splices_.push_back({begin, begin + length, valuePart(*found, value), false});
             } else {
                 added.push_back(lineOf(key, value));
             }
@@ -159,7 +164,8 @@ void ProfileEdits::writeLine(std::vector<std::string>& lines, std::string_view k
     for (std::string& line : lines) {
         const auto found = keyOfLine(line);
         if (found && equalWithoutCase(found->name, key)) {
-            line.replace(line.size() - found->value.size(), std::string::npos, value);
+            line.replace(line.size() - found->value.size(), std::string::npos,
+                         valuePart(*found, value));
             return;
         }
     }
@@ -182,7 +188,7 @@ std::optional<std::optional<std::string_view>> ProfileEdits::value(std::string_v
         for (const std::string& line : *edited->lines) {
             const auto found = keyOfLine(line);
             if (found && equalWithoutCase(found->name, key)) {
-                return strippedValue(found->value);
+                return found->hasValue ? std::optional(strippedValue(found->value)) : std::nullopt;
             }
         }
         return std::optional<std::string_view>();

@@ -147,7 +147,7 @@ std::optional<std::string_view> ProfileEngine::find(std::string_view section, st
         return std::nullopt;
     }
     const auto line = text_->key(*found, key);
-    return line ? std::optional(strippedValue(line->value)) : std::nullopt;
+    return line && line->hasValue ? std::optional(strippedValue(line->value)) : std::nullopt;
 }
 
 std::uint32_t ProfileEngine::GetPrivateProfileStringA(std::string_view section,
@@ -157,6 +157,8 @@ std::uint32_t ProfileEngine::GetPrivateProfileStringA(std::string_view section,
     if (size == 0) {
         return 0;
     }
+    // Blanks at a fallback's end are not part of it.
+    fallback = fallback.substr(0, fallback.find_last_not_of(' ') + 1);
     std::string_view value = fallback;
     try {
         value = find(section, key, file).value_or(fallback);

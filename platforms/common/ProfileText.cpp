@@ -58,12 +58,13 @@ std::string_view strippedValue(std::string_view text) {
 
 std::optional<ProfileKey> keyOfLine(std::string_view line) {
     const std::size_t equals = line.find('=');
-    if (equals == std::string_view::npos) {
-        return std::nullopt;
-    }
     const std::string_view name = trimBlanks(line.substr(0, equals));
     if (name.empty() || name.front() == ';') {
         return std::nullopt;
+    }
+    if (equals == std::string_view::npos) {
+        const auto end = static_cast<std::size_t>(name.data() - line.data()) + name.size();
+        return ProfileKey{.name = name, .value = line.substr(end), .hasValue = false};
     }
     return ProfileKey{.name = name, .value = line.substr(equals + 1)};
 }

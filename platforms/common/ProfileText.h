@@ -20,10 +20,12 @@ struct ProfileSection {
     std::uint32_t bodyEnd = 0;
 };
 
-/// A `key=value` line. The value is everything behind the first `=`, not yet stripped.
+/// A `key=value` line. The value is everything behind the first `=`, not yet stripped. A line
+/// without `=` is a key that has no value; what stands behind its name are blanks.
 struct ProfileKey {
     std::string_view name;
     std::string_view value;
+    bool hasValue = true;
 };
 
 /// The text of a private-profile file with an index of its sections and, for long sections, of
@@ -91,7 +93,7 @@ std::string_view trailingLineEnd(std::string_view text);
 /// A value as readers see it: without blanks around it and without one pair of quotes.
 std::string_view strippedValue(std::string_view text);
 
-/// The key that a line holds; nothing for a comment, a line without `=` or with no name before it.
+/// The key that a line holds; nothing for a comment or a line without a name.
 std::optional<ProfileKey> keyOfLine(std::string_view line);
 
 } // namespace tarvik

@@ -14,7 +14,8 @@ public:
     virtual ~PrivateProfile() = default;
 
     /// Copies the value of the key, or `fallback` when there is none, NUL-terminated into `buffer`
-    /// of `size` bytes (cut to `size` - 1), blanks around it and one pair of quotes removed.
+    /// of `size` bytes (cut to `size` - 1), blanks around it and one pair of quotes removed. A line
+    /// of the key's name alone has no value, and hides one further down.
     /// Returns the number of bytes copied without the NUL.
     virtual std::uint32_t GetPrivateProfileStringA(std::string_view section, std::string_view key,
                                                    std::string_view fallback, char* buffer,

@@ -73,10 +73,19 @@ TEST_F(ProfileReadTest, ACommentIsNoKey) {
     EXPECT_EQ(value("a", "y"), "none");
 }
 
-TEST_F(ProfileReadTest, ALineWithoutAnEqualSignIsNoKey) {
-    given("[a]\nx\ny=1\n");
+TEST_F(ProfileReadTest, ALineWithoutAnEqualSignIsAKeyWithoutAValue) {
+    given("[a]\nx\n y \nx=1\ny=2\nz=3\n");
     EXPECT_EQ(value("a", "x"), "none");
-    EXPECT_EQ(value("a", "y"), "1");
+    EXPECT_EQ(value("a", "y"), "none");
+    EXPECT_EQ(value("a", "z"), "3");
+    EXPECT_EQ(engine.GetPrivateProfileIntA("a", "x", -1, file), -1);
+}
+
+TEST_F(ProfileReadTest, BlanksAtTheEndOfTheFallbackAreDropped) {
+    given("[a]\n");
+    char buffer[16];
+    EXPECT_EQ(engine.GetPrivateProfileStringA("a", "x", " two words  ", buffer, 16, file), 10U);
+    EXPECT_STREQ(buffer, " two words");
 }
 
 TEST_F(ProfileReadTest, AKeyBeforeAnySectionBelongsToNone) {

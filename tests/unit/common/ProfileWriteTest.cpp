@@ -24,6 +24,23 @@ TEST_F(ProfileWriteTest, AReplacedKeyKeepsItsSpellingAndTheBlanksBeforeItsValue)
     EXPECT_EQ(bytes(), "[A]\n  KeY \t=new\nz=3\n");
 }
 
+TEST_F(ProfileWriteTest, AKeyWithoutAValueGetsOneInItsPlace) {
+    given("[a]\r\n x \r\nx=1\r\n");
+    EXPECT_TRUE(write("a", "x", "7"));
+    EXPECT_EQ(bytes(), "[a]\r\n x=7\r\nx=1\r\n");
+    EXPECT_EQ(value("a", "x"), "7");
+}
+
+TEST_F(ProfileWriteTest, AKeyWithoutAValueInAWrittenSectionGetsOneInItsPlace) {
+    engine.beginUpdate(file);
+    EXPECT_TRUE(writeSection("a", std::string("x\0", 2)));
+    EXPECT_EQ(value("a", "x"), "none");
+    EXPECT_TRUE(write("a", "x", "7"));
+    EXPECT_EQ(value("a", "x"), "7");
+    EXPECT_TRUE(engine.commitUpdate());
+    EXPECT_EQ(bytes(), "[a]\nx=7\n");
+}
+
 TEST_F(ProfileWriteTest, OnlyTheFirstOfEqualKeysIsReplaced) {
     given("[a]\nx=1\nx=2\n[a]\nx=3\n");
     EXPECT_TRUE(write("a", "x", "new"));

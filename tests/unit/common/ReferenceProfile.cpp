@@ -40,7 +40,7 @@ std::optional<std::string> nameIn(const std::string& line) {
 
 bool holdsKey(const std::string& line, const std::string& key) {
     const std::string text = trimmed(line);
-    return text.find('=') != std::string::npos && text[0] != ';' && text[0] != '=' &&
+    return !text.empty() && text[0] != ';' && text[0] != '=' &&
            same(text.substr(0, text.find('=')), key);
 }
 
@@ -145,6 +145,9 @@ std::optional<std::string> ReferenceProfile::read(const std::string& section,
     for (std::size_t i = *header + 1; i < bodyEnd(*header); ++i) {
         if (holdsKey(lines_[i].text, key)) {
             const std::string& text = lines_[i].text;
+            if (text.find('=') == std::string::npos) {
+                return std::nullopt;
+            }
             return unquoted(trimmed(text.substr(text.find('=') + 1)));
         }
     }
@@ -162,7 +165,13 @@ void ReferenceProfile::writeKey(const std::string& section, const std::string& k
     for (std::size_t i = *header + 1; i < bodyEnd(*header); ++i) {
         std::string& text = lines_[i].text;
         if (holdsKey(text, key)) {
-            text = text.substr(0, text.find('=') + 1) + value;
+            const std::size_t equals = text.find('=');
+            if (equals == std::string::npos) {
+                while (text.back() == ' ' || text.back() == '\t') {
+                    text.pop_back();
+                }
+            }
+            text = text.substr(0, equals) + "=" + value;
             return;
         }
     }

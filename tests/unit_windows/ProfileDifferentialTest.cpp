@@ -1,0 +1,168 @@
+#include "ProfileChance.h"
+#include "TemporaryFolder.h"
+#include "common/ProfileEngine.h"
+#include "windows/services/FileHandle.h"
+#include "windows/services/WindowsFiles.h"
+
+#include <gtest/gtest.h>
+
+namespace tarvik {
+namespace {
+
+void put(const std::string& path, const std::vector<std::string_view>& pieces) {
+    const FileHandle file(CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr));
+    for (const std::string_view piece : pieces) {
+        ASSERT_TRUE(writeAll(file, piece));
+    }
+}
+
+/// Files that are written without waiting for the disk, which thousands of them would make long.
+class QuickFiles : public WindowsFiles {
+public:
+    FileResult replace(const std::string& path,
+                       const std::vector<std::string_view>& pieces) override {
+        std::string text;
+        for (const std::string_view piece : pieces) {
+            text += piece;
+        }
+        put(path, {text}); // the pieces may be parts of the old text
+        return std::nullopt;
+    }
+};
+
+/// The program's engine and the system's own functions, each on a file of its own that began with
+/// the same bytes.
+class ProfileDifferentialTest : public testing::Test {
+protected:
+    TemporaryFolder folder;
+    std::string ours = folder.path() + "\\ours.ini";
+    std::string theirs = folder.path() + "\\theirs.ini";
+    QuickFiles files;
+    ProfileEngine engine{files, "\r\n"};
+    ProfileChance chance;
+
+    std::string contentOf(const std::string& path) {
+        std::string bytes;
+        files.read(path, bytes);
+        return bytes;
+    }
+
+    /// What reading a text gives: its count and the whole buffer.
+    std::string engineText(const std::string& path, const ProfileRead& read) {
+        std::string buffer(read.size, '\xCC');
+        const auto count =
+            engine.GetPrivateProfileStringA(read.section, read.key, read.fallback, buffer.data(),
+                                            static_cast<std::uint32_t>(buffer.size()), path);
+        return std::to_string(count) + ":" + std::string(buffer.c_str());
+    }
+    static std::string systemText(const std::string& path, const ProfileRead& read) {
+        std::string buffer(read.size, '\xCC');
+        const DWORD count = ::GetPrivateProfileStringA(
+            read.section.c_str(), read.key.c_str(), read.fallback.c_str(), buffer.data(),
+            static_cast<DWORD>(buffer.size()), path.c_str());
+        return std::to_string(count) + ":" + std::string(buffer.c_str());
+    }
+
+    std::int32_t engineNumber(const std::string& path, const ProfileRead& read) {
+        return engine.GetPrivateProfileIntA(read.section, read.key, -1, path);
+    }
+    static std::int32_t systemNumber(const std::string& path, const ProfileRead& read) {
+        return static_cast<std::int32_t>(
+            ::GetPrivateProfileIntA(read.section.c_str(), read.key.c_str(), -1, path.c_str()));
+    }
+
+    /// Forgets what the system keeps of a file in memory.
+    static void flush(const std::string& path) {
+        ::WritePrivateProfileStringA(nullptr, nullptr, nullptr, path.c_str());
+    }
+
+    void compareRead(const ProfileRead& read) {
+        ASSERT_EQ(engineText(ours, read), systemText(theirs, read))
+            << "[" << read.section << "]" << read.key << "\n"
+            << contentOf(ours) << "\n-- theirs\n"
+            << contentOf(theirs);
+        ASSERT_EQ(engineNumber(ours, read), systemNumber(theirs, read))
+            << "[" << read.section << "]" << read.key << "\n"
+            << contentOf(ours) << "\n-- theirs\n"
+            << contentOf(theirs);
+    }
+
+    void writeKey(const ProfileWrite& write) {
+        const bool done =
+            engine.WritePrivateProfileStringA(write.section, write.key, write.value, ours);
+        const bool systemDone =
+            ::WritePrivateProfileStringA(write.section.c_str(), write.key.c_str(),
+                                         write.value.c_str(), theirs.c_str()) != FALSE;
+        ASSERT_EQ(done, systemDone);
+    }
+
+    void writeSection(const ProfileWrite& write) {
+        const std::string lines = write.lines();
+        const bool done = engine.WritePrivateProfileSectionA(write.section, lines, ours);
+        const bool systemDone = ::WritePrivateProfileSectionA(write.section.c_str(), lines.data(),
+                                                              theirs.c_str()) != FALSE;
+        ASSERT_EQ(done, systemDone);
+    }
+
+    /// A dozen keys of either file, by either side.
+    void compareCrosswise() {
+        flush(ours);
+        flush(theirs);
+        for (int i = 0; i < 12; ++i) {
+            const ProfileRead read = chance.read();
+            const std::string text = engineText(ours, read);
+            ASSERT_EQ(systemText(theirs, read), text) << read.section << "/" << read.key;
+            ASSERT_EQ(systemText(ours, read), text) << read.section << "/" << read.key;
+            ASSERT_EQ(engineText(theirs, read), text) << read.section << "/" << read.key;
+        }
+    }
+
+    void begin() {
+        const std::string text = chance.file();
+        put(ours, {text});
+        put(theirs, {text});
+        flush(theirs);
+    }
+};
+
+TEST_F(ProfileDifferentialTest, EveryReadOfRandomFilesGivesTheSame) {
+    for (int round = 0; round < 1000; ++round) {
+        ASSERT_NO_FATAL_FAILURE(begin());
+        for (int i = 0; i < 4; ++i) {
+            ASSERT_NO_FATAL_FAILURE(compareRead(chance.read())) << "round " << round;
+        }
+    }
+}
+
+TEST_F(ProfileDifferentialTest, ABufferThatIsTooSmallIsFilledTheSame) {
+    put(ours, {"[a]\r\nx=some text\r\n"});
+    put(theirs, {"[a]\r\nx=some text\r\n"});
+    for (std::size_t size = 1; size < 12; ++size) {
+        for (const char* key : {"x", "missing"}) {
+            ASSERT_NO_FATAL_FAILURE(
+                compareRead({.section = "a", .key = key, .fallback = "fallback", .size = size}))
+                << size;
+        }
+    }
+}
+
+TEST_F(ProfileDifferentialTest, RandomWritesLeaveFilesThatReadTheSameToBoth) {
+    for (int round = 0; round < 400; ++round) {
+        ASSERT_NO_FATAL_FAILURE(begin());
+        for (int i = 0; i < 5; ++i) {
+            if (chance.oneIn(4)) {
+                ASSERT_NO_FATAL_FAILURE(writeSection(chance.sectionWrite()));
+            } else {
+                ASSERT_NO_FATAL_FAILURE(writeKey(chance.keyWrite()));
+            }
+            ASSERT_NO_FATAL_FAILURE(compareRead(chance.read())) << "round " << round;
+        }
+        ASSERT_NO_FATAL_FAILURE(compareCrosswise()) << "round " << round << "\n"
+                                                    << contentOf(ours) << "\n-- theirs\n"
+                                                    << contentOf(theirs);
+    }
+}
+
+} // namespace
+} // namespace tarvik
