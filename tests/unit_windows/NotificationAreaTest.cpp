@@ -1,0 +1,166 @@
+#include "windows/face/WindowsNotificationArea.h"
+
+#include "windows/face/DrawingRaster.h"
+
+#include <gtest/gtest.h>
+
+#include <shellapi.h>
+
+namespace tarvik {
+namespace {
+
+tarvik::NOTIFYICONDATAA iconOf(HWND window, TrayIcon icon) {
+    tarvik::NOTIFYICONDATAA record{};
+    record.cbSize = 488;
+    record.hWnd = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(window));
+    record.uID = 1;
+    record.uFlags = 7;
+    record.uCallbackMessage = 512;
+    record.hIcon = static_cast<std::uint32_t>(icon);
+    return record;
+}
+
+/// A window that is never seen, for the icon's messages.
+class NotificationAreaTest : public testing::Test {
+protected:
+    NotificationAreaTest()
+        : window(CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
+                                 GetModuleHandleA(nullptr), nullptr)) {}
+    ~NotificationAreaTest() override { DestroyWindow(window); }
+
+    bool ask(std::uint32_t request, TrayIcon icon = TrayIcon::NotMonitoring) {
+        auto record = iconOf(window, icon);
+        return area.Shell_NotifyIconA(request, &record);
+    }
+
+    HWND window;
+    face::WindowsNotificationArea area;
+};
+
+TEST_F(NotificationAreaTest, AnIconIsAddedOnceChangedAndRemoved) {
+    EXPECT_TRUE(ask(NotificationArea::add));
+    EXPECT_FALSE(ask(NotificationArea::add));
+    EXPECT_TRUE(ask(NotificationArea::modify, TrayIcon::Online));
+    EXPECT_TRUE(ask(NotificationArea::remove));
+    EXPECT_FALSE(ask(NotificationArea::modify));
+}
+
+TEST_F(NotificationAreaTest, TheOldestFormOfTheRecordIsTakenToo) {
+    auto record = iconOf(window, TrayIcon::Offline);
+    record.cbSize = 88;
+
+    EXPECT_TRUE(area.Shell_NotifyIconA(NotificationArea::add, &record));
+    EXPECT_TRUE(area.Shell_NotifyIconA(NotificationArea::remove, &record));
+}
+
+TEST_F(NotificationAreaTest, TheProgramsRecordIsNotChanged) {
+    auto record = iconOf(window, TrayIcon::Online);
+
+    area.Shell_NotifyIconA(NotificationArea::add, &record);
+    EXPECT_EQ(record.hIcon, 1U);
+
+    area.Shell_NotifyIconA(NotificationArea::remove, &record);
+}
+
+TEST_F(NotificationAreaTest, AnIconComesBackWhenTheTaskBarWasStartedAnew) {
+    ASSERT_TRUE(ask(NotificationArea::add));
+    // The task bar lost the icon behind the program's back.
+    ::NOTIFYICONDATAA lost{};
+    lost.cbSize = 488;
+    lost.hWnd = window;
+    lost.uID = 1;
+    ASSERT_TRUE(::Shell_NotifyIconA(NIM_DELETE, &lost));
+    ASSERT_FALSE(ask(NotificationArea::modify));
+
+    SendMessageA(FindWindowA("TarvikTaskBarWatcher", nullptr),
+                 RegisterWindowMessageA("TaskbarCreated"), 0, 0);
+
+    EXPECT_TRUE(ask(NotificationArea::modify));
+    EXPECT_TRUE(ask(NotificationArea::remove));
+}
+
+TEST_F(NotificationAreaTest, ARemovedIconStaysAway) {
+    ask(NotificationArea::add);
+    ask(NotificationArea::remove);
+
+    SendMessageA(FindWindowA("TarvikTaskBarWatcher", nullptr),
+                 RegisterWindowMessageA("TaskbarCreated"), 0, 0);
+
+    EXPECT_FALSE(ask(NotificationArea::modify));
+}
+
+TEST_F(NotificationAreaTest, TheVersionIsThatOfAFamilyWithBalloons) {
+    const std::uint32_t version = area.GetVersion();
+
+    EXPECT_EQ(version & 0x80000000U, 0U);
+    EXPECT_GE(version & 0xFFU, 5U);
+}
+
+TEST(TrayIconTest, EachStateHasItsLamp) {
+    EXPECT_EQ(face::lampOf(TrayIcon::NotMonitoring), LampState::NotMonitoring);
+    EXPECT_EQ(face::lampOf(TrayIcon::Online), LampState::Online);
+    EXPECT_EQ(face::lampOf(TrayIcon::Offline), LampState::Waiting);
+}
+
+Drawing disc() {
+    return {{{.type = DrawingShape::Type::Circle,
+              .points = {{0.5, 0.5}, {0.9, 0.5}},
+              .colour = {200, 100, 50}}}};
+}
+
+std::uint32_t pointOf(const face::Raster& raster, int column, int row) {
+    return raster.points[static_cast<std::size_t>(row * raster.side + column)];
+}
+
+TEST(DrawingRasterTest, ADrawingCoversItsBackgroundWithSmoothEdges) {
+    const face::Raster raster = face::rasterOn(disc(), 20, {255, 255, 255});
+
+    EXPECT_EQ(pointOf(raster, 0, 0), 0xFFFFFFFFU);
+    EXPECT_EQ(pointOf(raster, 10, 10), 0xFFC86432U);
+    int between = 0;
+    for (const std::uint32_t point : raster.points) {
+        between += point != 0xFFFFFFFFU && point != 0xFFC86432U ? 1 : 0;
+    }
+    EXPECT_GT(between, 10);
+}
+
+TEST(DrawingRasterTest, ADrawingAloneIsTransparentAroundIt) {
+    const face::Raster raster = face::rasterAlone(disc(), 20);
+
+    EXPECT_EQ(pointOf(raster, 0, 0), 0U);
+    EXPECT_EQ(pointOf(raster, 10, 10), 0xFFC86432U);
+}
+
+TEST(DrawingRasterTest, LinesAndPolygonsAreDrawn) {
+    const Drawing drawing{{{.type = DrawingShape::Type::Polygon,
+                            .points = {{0, 0}, {0.4, 0}, {0.4, 1}, {0, 1}},
+                            .colour = {0, 0, 255}},
+                           {.type = DrawingShape::Type::Line,
+                            .points = {{0.7, 0}, {0.7, 1}},
+                            .colour = {0, 255, 0},
+                            .stroke = 0.2}}};
+
+    const face::Raster raster = face::rasterOn(drawing, 20, {255, 255, 255});
+
+    EXPECT_EQ(pointOf(raster, 3, 10), 0xFF0000FFU);
+    EXPECT_EQ(pointOf(raster, 14, 10), 0xFF00FF00U);
+    EXPECT_EQ(pointOf(raster, 10, 10), 0xFFFFFFFFU);
+}
+
+TEST(DrawingRasterTest, AnIconHasTheSizeAskedFor) {
+    const HICON icon = face::makeIcon(disc(), 20);
+    ICONINFO info{};
+    ASSERT_TRUE(GetIconInfo(icon, &info));
+    BITMAP bitmap{};
+    GetObjectA(info.hbmColor, sizeof bitmap, &bitmap);
+
+    EXPECT_EQ(bitmap.bmWidth, 20);
+    EXPECT_EQ(bitmap.bmHeight, 20);
+
+    DeleteObject(info.hbmColor);
+    DeleteObject(info.hbmMask);
+    DestroyIcon(icon);
+}
+
+} // namespace
+} // namespace tarvik
