@@ -95,7 +95,7 @@ public:
                          .changed = 0};
     }
     FileResult read(const std::string& path, std::string& bytes) override {
-        bytes.resize(std::filesystem::file_size(path));
+        bytes.resize(static_cast<std::size_t>(std::filesystem::file_size(path)));
         std::ifstream file(path, std::ios::binary);
         file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
         return file ? std::nullopt : FileResult(ErrorNumber::PathFileAccess);

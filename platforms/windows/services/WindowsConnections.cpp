@@ -16,7 +16,6 @@ std::uint32_t WindowsConnections::RasEnumEntriesA(const char* reserved, const ch
     if (code == moduleNotFound) {
         *bytes = 0;
         *count = 0;
-        return ras::success;
     }
     return code;
 }
@@ -26,7 +25,6 @@ std::uint32_t WindowsConnections::RasEnumConnectionsA(RASCONNA* buffer, std::uin
     const std::uint32_t code = call("RasEnumConnectionsA", buffer, bytes, count);
     if (code == moduleNotFound) {
         *count = 0;
-        return ras::success;
     }
     return code;
 }

@@ -8,8 +8,8 @@ namespace tarvik {
 /// The system's remote access service. Records and codes go through as they are; the service takes
 /// their oldest layouts on every system.
 ///
-/// A system without the service has no entries and no connections; everything else answers that a
-/// module was not found (126).
+/// On a system without the service every operation answers that a module was not found (126); there
+/// are then no entries and no connections.
 class WindowsConnections : public ConnectionProvider {
 public:
     static constexpr std::uint32_t moduleNotFound = 126;

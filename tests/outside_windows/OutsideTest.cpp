@@ -1,0 +1,164 @@
+#include "RunningProgram.h"
+
+#include <gtest/gtest.h>
+
+namespace tarvik {
+namespace {
+
+constexpr const char* otherInstance =
+    "Warning: Another instance of Velmars Tarvik seems to be running.\rAre you sure that you want "
+    "to start another instance?\r(This could cause the protocol file to become corrupt!)";
+constexpr const char* quickIni = "[Settings]\r\nRefreshInterval=100\r\n";
+
+bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+/// The program on the simulated link.
+class DemoTest : public testing::Test {
+protected:
+    Installation installation{"tarvik-demo.exe"};
+
+    void dial(const RunningProgram& program) {
+        program.choose("cboConnections", 0);
+        program.click("cmdMonitor");
+        ASSERT_TRUE(RunningProgram::waitUntil(
+            [&] { return program.read("cmdMonitor") == "Stop &Monitoring"; }));
+        program.click("cmdConnect");
+        ASSERT_TRUE(RunningProgram::waitUntil(
+            [&] { return program.read("txtDurationCurrent") > "00:00:00:300"; }));
+    }
+};
+
+TEST_F(DemoTest, TheFirstStartTellsItAndLeavesAFile) {
+    const RunningProgram program(installation);
+    EXPECT_TRUE(
+        program.answer("Warning: Unable to set \"IsLocked\"-flag in INI-file!", MsgBoxAnswer::Ok));
+    EXPECT_TRUE(program.answer("Warning: Old settings could not be loaded.\rAssuming first run.",
+                               MsgBoxAnswer::Ok));
+    ASSERT_TRUE(program.waitForMainWindow());
+
+    program.click("cmdQuit");
+
+    EXPECT_EQ(program.exitCode(), 0);
+    EXPECT_TRUE(contains(installation.ini(), "RefreshInterval=1000\r\n"));
+}
+
+TEST_F(DemoTest, TheEndOfTheSessionSavesWhatWasCounted) {
+    installation.setIni(quickIni);
+    const RunningProgram program(installation);
+    ASSERT_TRUE(program.waitForMainWindow());
+    ASSERT_NO_FATAL_FAILURE(dial(program));
+
+    program.endSession();
+
+    EXPECT_TRUE(contains(installation.ini(), "LastDateStamp=1\r\n"));
+    EXPECT_TRUE(contains(installation.ini(), "IsLocked=0\r\n"));
+    EXPECT_EQ(program.exitCode(), 0);
+}
+
+TEST_F(DemoTest, AfterACrashTheNextStartAsksAndKeepsTheOldTotals) {
+    installation.setIni("[Settings]\r\nRefreshInterval=100\r\nLastState=old\r\n[old]\r\n"
+                        "Sent=11\r\nRcvd=22\r\nDuration=33\r\n");
+    {
+        const RunningProgram program(installation);
+        ASSERT_TRUE(program.waitForMainWindow());
+        ASSERT_TRUE(RunningProgram::waitUntil(
+            [&] { return contains(installation.ini(), "IsLocked=1\r\n"); }));
+        program.kill();
+    }
+
+    const RunningProgram program(installation);
+    EXPECT_TRUE(program.answer(otherInstance, MsgBoxAnswer::Yes));
+    ASSERT_TRUE(program.waitForMainWindow());
+    EXPECT_EQ(program.read("txtBytesRcvdTotal"), "22");
+}
+
+TEST_F(DemoTest, ASecondInstanceAsksAndLeavesTheFirstAlone) {
+    installation.setIni(quickIni);
+    const RunningProgram first(installation);
+    ASSERT_TRUE(first.waitForMainWindow());
+
+    const RunningProgram second(installation);
+    EXPECT_TRUE(second.answer(otherInstance, MsgBoxAnswer::No));
+
+    EXPECT_EQ(second.exitCode(), 0);
+    EXPECT_EQ(second.mainWindow(), nullptr);
+    EXPECT_TRUE(IsWindowVisible(first.mainWindow()));
+}
+
+TEST_F(DemoTest, StartedHiddenTheWindowIsNotSeen) {
+    installation.setIni(quickIni);
+    const RunningProgram program(installation, "/min");
+
+    EXPECT_TRUE(RunningProgram::waitUntil(
+        [&] { return topLevelWindows("TarvikTaskBarWatcher", 0).size() == 1; }));
+
+    EXPECT_FALSE(IsWindowVisible(program.mainWindow()) && !IsIconic(program.mainWindow()));
+}
+
+TEST_F(DemoTest, TheCommandLineReachesTheProgram) {
+    installation.setIni(quickIni);
+    const RunningProgram program(installation, "/RUN");
+
+    ASSERT_TRUE(program.waitForMainWindow());
+
+    EXPECT_TRUE(RunningProgram::waitUntil(
+        [&] { return program.read("cmdMonitor") == "Stop &Monitoring"; }));
+}
+
+/// The program itself, on the system's remote access service: a stand-in of it.
+class ProgramTest : public testing::Test {
+protected:
+    ProgramTest() { installation.setIni(quickIni); }
+    Installation installation{"tarvik.exe"};
+};
+
+TEST_F(ProgramTest, ASessionOnTheSystemsServiceIsCounted) {
+    SetEnvironmentVariableA("TARVIK_STANDIN_ENTRIES", "Harbour;Ridge");
+    const RunningProgram program(installation);
+    ASSERT_TRUE(program.waitForMainWindow());
+    program.choose("cboConnections", 1);
+    program.click("cmdMonitor");
+    program.click("cmdConnect");
+
+    EXPECT_TRUE(RunningProgram::waitUntil(
+        [&] { return program.read("txtActiveConnection") == "modem: Ridge - Line 1"; }));
+    EXPECT_TRUE(RunningProgram::waitUntil(
+        [&] { return program.read("txtDurationCurrent") >= "00:00:01:000"; }));
+    program.click("cmdDisconnect");
+    EXPECT_TRUE(
+        RunningProgram::waitUntil([&] { return program.read("txtActiveConnection").empty(); }));
+    program.click("cmdMonitor");
+    program.click("cmdQuit");
+
+    EXPECT_EQ(program.exitCode(), 0);
+    EXPECT_TRUE(contains(installation.ini(), "\r\nDuration=1"));
+}
+
+/// The same on a system that lacks the service, which only whoever starts the tests can arrange.
+using WithoutServiceTest = ProgramTest;
+
+TEST_F(WithoutServiceTest, TheProgramSaysSoAndCanBeUsedAllTheSame) {
+    const RunningProgram program(installation);
+    EXPECT_TRUE(program.answer("Error: RasEnumConnections failed with 126:\rError obtaining error "
+                               "message from system.",
+                               MsgBoxAnswer::Ok));
+    EXPECT_TRUE(program.answer(
+        "Error: The following errors occured during initialisation:\r- Obtaining available "
+        "connections failed.\r  (No RAS connections seem to be setup on this system.)\r- "
+        "Enumerating RAS connections failed.\r  (OS may not support function needed to "
+        "operate.)\r\rA lot of functionality will not work therefore.\rThe program maybe in an "
+        "inoperatable state.\r\rPress OK to shutdown the application or Cancel to run anyway.",
+        MsgBoxAnswer::Cancel));
+    ASSERT_TRUE(program.waitForMainWindow());
+
+    program.click("cmdConnect");
+
+    EXPECT_TRUE(program.answer("Error: No connections are setup to connect to.", MsgBoxAnswer::Ok));
+    program.click("cmdQuit");
+    EXPECT_EQ(program.exitCode(), 0);
+}
+
+} // namespace
+} // namespace tarvik

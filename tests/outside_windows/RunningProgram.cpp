@@ -1,0 +1,135 @@
+#include "RunningProgram.h"
+
+#include "windows/face/ControlIds.h"
+#include "windows/services/WindowsFiles.h"
+#include "windows/services/WindowsProgram.h"
+
+#include <filesystem>
+
+namespace tarvik {
+
+namespace {
+
+constexpr ULONGLONG fairWhile = 20'000; // milliseconds
+
+std::string ownFolder() {
+    char path[MAX_PATH];
+    GetModuleFileNameA(nullptr, path, MAX_PATH);
+    return folderOfPath(path);
+}
+
+} // namespace
+
+Installation::Installation(const std::string& program) : program_(program) {
+    static int number = 0;
+    const std::string name =
+        "tarvik-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++number);
+    folder_ = (std::filesystem::temp_directory_path() / name).string();
+    std::filesystem::create_directory(folder_);
+    CopyFileA((ownFolder() + "\\" + program).c_str(), this->program().c_str(), TRUE);
+}
+
+Installation::~Installation() {
+    std::error_code ignored;
+    std::filesystem::remove_all(folder_, ignored);
+}
+
+std::string Installation::ini() const {
+    std::string bytes;
+    WindowsFiles().read(folder_ + "\\Tarvik.ini", bytes);
+    return bytes;
+}
+
+void Installation::setIni(const std::string& text) const {
+    WindowsFiles().replace(folder_ + "\\Tarvik.ini", {text});
+}
+
+RunningProgram::RunningProgram(const Installation& installation, const std::string& arguments) {
+    std::string line = "\"" + installation.program() + "\" " + arguments;
+    STARTUPINFOA how{};
+    how.cb = sizeof how;
+    PROCESS_INFORMATION started{};
+    CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                   installation.folder().c_str(), &how, &started);
+    CloseHandle(started.hThread);
+    process_ = started.hProcess;
+    id_ = started.dwProcessId;
+}
+
+RunningProgram::~RunningProgram() {
+    if (WaitForSingleObject(process_, 0) == WAIT_TIMEOUT) {
+        kill();
+    }
+    CloseHandle(process_);
+}
+
+bool RunningProgram::waitUntil(const std::function<bool()>& condition) {
+    const ULONGLONG begin = GetTickCount64();
+    while (!condition() && GetTickCount64() - begin < fairWhile) {
+        Sleep(10);
+    }
+    return condition();
+}
+
+HWND RunningProgram::mainWindow() const {
+    const std::vector<HWND> found = topLevelWindows("frmMain", id_);
+    return found.empty() ? nullptr : found.front();
+}
+
+bool RunningProgram::waitForMainWindow() const {
+    return waitUntil([this] {
+        const HWND window = mainWindow();
+        return window != nullptr && IsWindowVisible(window) != FALSE;
+    });
+}
+
+HWND RunningProgram::control(const std::string& name) const {
+    return GetDlgItem(mainWindow(), face::controlId(*numbers_.control(name)));
+}
+
+void RunningProgram::click(const std::string& name) const {
+    PostMessageA(control(name), BM_CLICK, 0, 0);
+}
+
+void RunningProgram::choose(const std::string& name, int place) const {
+    const HWND combo = control(name);
+    SendMessageA(combo, CB_SETCURSEL, static_cast<WPARAM>(place), 0);
+    SendMessageA(mainWindow(), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(combo), CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(combo));
+}
+
+bool RunningProgram::answer(const std::string& text, MsgBoxAnswer reply) const {
+    OpenBox box;
+    const bool came = waitUntil([&] {
+        box = openBox(id_);
+        return box.window != nullptr && box.text == text;
+    });
+    // A box that has only just come may lose what is sent to it: it is asked until it is gone.
+    return came && waitUntil([&] {
+               if (IsWindow(box.window) == FALSE || IsWindowVisible(box.window) == FALSE) {
+                   return true;
+               }
+               box.press(reply);
+               Sleep(50);
+               return false;
+           });
+}
+
+int RunningProgram::exitCode() const {
+    DWORD code = 0;
+    const bool ended = WaitForSingleObject(process_, fairWhile) == WAIT_OBJECT_0;
+    return ended && GetExitCodeProcess(process_, &code) != FALSE ? static_cast<int>(code) : -1;
+}
+
+void RunningProgram::endSession() const {
+    const HWND window = mainWindow();
+    SendMessageA(window, WM_QUERYENDSESSION, 0, 0);
+    SendMessageA(window, WM_ENDSESSION, TRUE, 0);
+}
+
+void RunningProgram::kill() const {
+    TerminateProcess(process_, 99);
+    WaitForSingleObject(process_, fairWhile);
+}
+
+} // namespace tarvik

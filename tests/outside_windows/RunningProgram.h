@@ -1,0 +1,66 @@
+#pragma once
+
+#include "support/Win32Windows.h"
+#include "ui/frmMain.h"
+
+#include <functional>
+#include <string>
+
+namespace tarvik {
+
+/// A folder with a copy of a program of its own; gone at its end.
+class Installation {
+public:
+    explicit Installation(const std::string& program);
+    ~Installation();
+    Installation(const Installation&) = delete;
+    Installation& operator=(const Installation&) = delete;
+
+    const std::string& folder() const { return folder_; }
+    std::string program() const { return folder_ + "\\" + program_; }
+    /// The INI file's bytes; empty when there is none.
+    std::string ini() const;
+    void setIni(const std::string& text) const;
+
+private:
+    std::string program_;
+    std::string folder_;
+};
+
+/// A running program, worked through its windows. What is still running at the end is ended hard.
+class RunningProgram {
+public:
+    explicit RunningProgram(const Installation& installation, const std::string& arguments = {});
+    ~RunningProgram();
+    RunningProgram(const RunningProgram&) = delete;
+    RunningProgram& operator=(const RunningProgram&) = delete;
+
+    /// The main window; null when there is none.
+    HWND mainWindow() const;
+    bool waitForMainWindow() const;
+    /// A control of the main window.
+    HWND control(const std::string& name) const;
+    std::string read(const std::string& name) const { return textOf(control(name)); }
+    /// Presses a button; returns before its work is done.
+    void click(const std::string& name) const;
+    /// Chooses an entry of a list by its place.
+    void choose(const std::string& name, int place) const;
+
+    /// Waits for the box of that text and answers it; false when it does not come.
+    bool answer(const std::string& text, MsgBoxAnswer reply) const;
+    /// Waits until the program has ended; its exit code, or -1 when it does not end.
+    int exitCode() const;
+    /// Ends it as the user's session ends.
+    void endSession() const;
+    /// Ends it without a word, as a crash would.
+    void kill() const;
+
+    static bool waitUntil(const std::function<bool()>& condition);
+
+private:
+    FrmMain numbers_; ///< nobody shows it: the numbers of its controls are those of the program's
+    HANDLE process_ = nullptr;
+    DWORD id_ = 0;
+};
+
+} // namespace tarvik
