@@ -35,7 +35,7 @@ build() {
 
 packages() {
     # shellcheck disable=SC2086
-    install_missing $packages_build $packages_test $packages_display
+    install_missing $packages_build $packages_test $packages_display $packages_windows $packages_wine
 }
 
 lint() {
@@ -101,6 +101,64 @@ tidy() {
     scripts/tidy.sh build/debug
 }
 
+build_windows() {
+    # shellcheck disable=SC2086
+    needs $packages_build $packages_windows || return $cannot_run
+    build windows all
+}
+
+# The tree of 32-bit Wine is made once and kept; only root can make it.
+wine() {
+    local as_root=()
+    # shellcheck disable=SC2086
+    needs $packages_wine || return $cannot_run
+    [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+    "${as_root[@]}" scripts/wine32.sh setup && return 0
+    echo "32-BIT WINE CANNOT BE SET UP HERE: NO TEST OF THE WINDOWS PROGRAMS RUNS." >&2
+    return $cannot_run
+}
+
+# on_windows PROGRAM ARGUMENT...: runs a built test program under Wine, in a folder of its own beside
+# the other programs.
+on_windows() {
+    local folder status program=$1
+    shift
+    scripts/wine32.sh ready || return $cannot_run
+    folder=$(mktemp -d)
+    cp build/windows/bin/*.exe "$folder"
+    WINE32_TIMEOUT=300 scripts/wine32.sh run "$folder/$program.exe" --gtest_brief=1 "$@"
+    status=$?
+    rm -rf "$folder"
+    return $status
+}
+
+unit_windows() {
+    on_windows unit_tests
+}
+
+# The stand-in for the system's remote access library lies in Wine's system folder meanwhile.
+with_stand_in() {
+    WINE32_SYSTEM="$PWD/build/windows/bin/standin/rasapi32.dll" WINEDLLOVERRIDES=rasapi32=n \
+        on_windows "$@"
+}
+
+windows_tests() {
+    with_stand_in windows_tests
+}
+
+scenarios_windows() {
+    on_windows scenarios_win32
+}
+
+programs_windows() {
+    local status=0 only='WithoutServiceTest.*'
+    TARVIK_WINDOWS_BIN="$PWD/build/windows/bin" \
+        /usr/bin/python3 -B -m unittest discover -s tests/program_windows || status=1
+    with_stand_in outside_tests "--gtest_filter=-$only" || status=$?
+    WINEDLLOVERRIDES='rasapi32=' on_windows outside_tests "--gtest_filter=$only" || status=$?
+    return $status
+}
+
 stage "packages" packages
 stage "lint" lint
 stage "build, warnings are errors" build_debug
@@ -111,6 +169,12 @@ stage "the built program from outside" system_tests
 stage "a session without a display" headless_session
 stage "unit and face tests under AddressSanitizer and UBSan" tests_sanitized
 stage "clang-tidy" tidy
+stage "build for Windows, warnings are errors" build_windows
+stage "32-bit Wine" wine
+stage "unit tests on Windows" unit_windows
+stage "face and services on Windows" windows_tests
+stage "user stories on Windows" scenarios_windows
+stage "the built Windows programs from outside" programs_windows
 
 printf '\n== Summary\n'
 printf '%s\n' "${summary[@]}"
