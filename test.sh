@@ -101,6 +101,12 @@ tidy() {
     scripts/tidy.sh build/debug
 }
 
+tidy_windows() {
+    # shellcheck disable=SC2086
+    needs clang-tidy $packages_windows || return $cannot_run
+    scripts/tidy.sh build/windows
+}
+
 build_windows() {
     # shellcheck disable=SC2086
     needs $packages_build $packages_windows || return $cannot_run
@@ -170,6 +176,7 @@ stage "a session without a display" headless_session
 stage "unit and face tests under AddressSanitizer and UBSan" tests_sanitized
 stage "clang-tidy" tidy
 stage "build for Windows, warnings are errors" build_windows
+stage "clang-tidy on the code for Windows" tidy_windows
 stage "32-bit Wine" wine
 stage "unit tests on Windows" unit_windows
 stage "face and services on Windows" windows_tests

@@ -47,10 +47,9 @@ public:
         const LOGBRUSH ink{BS_SOLID, colour, 0};
         const bool filled = shape.stroke <= 0;
         const auto width = static_cast<DWORD>(std::max(1, length(shape.stroke)));
-        const HPEN pen =
-            filled ? CreatePen(PS_SOLID, 0, colour)
-                   : ExtCreatePen(PS_GEOMETRIC | PS_SOLID | PS_ENDCAP_ROUND | PS_JOIN_ROUND, width,
-                                  &ink, 0, nullptr);
+        // Such a pen has round ends and joins unless it is told otherwise.
+        const HPEN pen = filled ? CreatePen(PS_SOLID, 0, colour)
+                                : ExtCreatePen(PS_GEOMETRIC, width, &ink, 0, nullptr);
         const HBRUSH brush = CreateSolidBrush(colour);
         const HGDIOBJ penBefore = SelectObject(context_, pen);
         const HGDIOBJ brushBefore = SelectObject(context_, filled ? static_cast<HGDIOBJ>(brush)
