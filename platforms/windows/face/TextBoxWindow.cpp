@@ -22,11 +22,13 @@ public:
 
     LayoutSize measure(const FaceFont& font, int characters, int lines) const override {
         constexpr int surroundings = 6;
-        constexpr int plainHeight = 14;
+        // The frame and the room inside it are the same number of pixels on every screen; with
+        // more, the text would stand above that of a label beside it.
+        constexpr int aroundText = 8;
         constexpr int usualCharacters = 10;
         const int width = font.charactersWidth(characters > 0 ? characters : usualCharacters);
-        const int more = lines > 1 ? (lines - 1) * font.lineHeight() : 0;
-        return {width + font.horizontalUnits(surroundings), font.verticalUnits(plainHeight) + more};
+        return {width + font.horizontalUnits(surroundings),
+                font.lineHeight() * (lines > 0 ? lines : 1) + aroundText};
     }
 
     void onNotification(int code) override {
