@@ -10,3 +10,15 @@ cmake --preset release -DTARVIK_TESTS=OFF -DTARVIK_BENCH=ON >/dev/null
 cmake --build --preset release --target tarvik-demo empty_window bench_ini
 /usr/bin/python3 -B bench/bench_face.py build/release/bin/tarvik-demo build/release/bin/empty_window
 build/release/bin/bench_ini
+
+# The same on Windows, beside an empty window there.
+# shellcheck disable=SC2086
+install_missing $packages_windows $packages_wine
+cmake --preset windows >/dev/null
+cmake --build --preset windows --target tarvik empty_window bench_win32 rasapi32
+scripts/wine32.sh setup
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+cp build/windows/bin/*.exe "$folder"
+export WINE32_SYSTEM="$PWD/build/windows/bin/standin/rasapi32.dll" WINEDLLOVERRIDES=rasapi32=n
+TARVIK_STANDIN_ENTRIES=Line WINE32_TIMEOUT=300 scripts/wine32.sh run "$folder/bench_win32.exe"

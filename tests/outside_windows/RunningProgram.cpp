@@ -5,6 +5,7 @@
 #include "windows/services/WindowsProgram.h"
 
 #include <filesystem>
+#include <utility>
 
 namespace tarvik {
 
@@ -44,7 +45,9 @@ void Installation::setIni(const std::string& text) const {
     WindowsFiles().replace(folder_ + "\\Tarvik.ini", {text});
 }
 
-RunningProgram::RunningProgram(const Installation& installation, const std::string& arguments) {
+RunningProgram::RunningProgram(const Installation& installation, const std::string& arguments,
+                               std::string mainClass)
+    : mainClass_(std::move(mainClass)) {
     std::string line = "\"" + installation.program() + "\" " + arguments;
     STARTUPINFOA how{};
     how.cb = sizeof how;
@@ -72,7 +75,7 @@ bool RunningProgram::waitUntil(const std::function<bool()>& condition) {
 }
 
 HWND RunningProgram::mainWindow() const {
-    const std::vector<HWND> found = topLevelWindows("frmMain", id_);
+    const std::vector<HWND> found = topLevelWindows(mainClass_, id_);
     return found.empty() ? nullptr : found.front();
 }
 

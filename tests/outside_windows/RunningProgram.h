@@ -30,11 +30,14 @@ private:
 /// A running program, worked through its windows. What is still running at the end is ended hard.
 class RunningProgram {
 public:
-    explicit RunningProgram(const Installation& installation, const std::string& arguments = {});
+    /// `mainClass` is the class of its main window.
+    explicit RunningProgram(const Installation& installation, const std::string& arguments = {},
+                            std::string mainClass = "frmMain");
     ~RunningProgram();
     RunningProgram(const RunningProgram&) = delete;
     RunningProgram& operator=(const RunningProgram&) = delete;
 
+    HANDLE process() const { return process_; }
     /// The main window; null when there is none.
     HWND mainWindow() const;
     bool waitForMainWindow() const;
@@ -58,6 +61,7 @@ public:
     static bool waitUntil(const std::function<bool()>& condition);
 
 private:
+    std::string mainClass_;
     FrmMain numbers_; ///< nobody shows it: the numbers of its controls are those of the program's
     HANDLE process_ = nullptr;
     DWORD id_ = 0;

@@ -47,11 +47,12 @@ void AccessibleNames::set(HWND window, const std::string& name) {
     } else if (IAccPropServices* found = services()) {
         found->SetHwndPropStr(window, static_cast<DWORD>(OBJID_CLIENT), self, PROPID_ACC_NAME,
                               wide(name).c_str());
+        named_.insert(window);
     }
 }
 
 void AccessibleNames::clear(HWND window) {
-    if (services_ != nullptr) {
+    if (named_.erase(window) == 1) {
         const MSAAPROPID names[] = {PROPID_ACC_NAME};
         services_->ClearHwndProps(window, static_cast<DWORD>(OBJID_CLIENT), self, names, 1);
     }

@@ -2,6 +2,7 @@
 
 #include "windows/services/SystemHeader.h"
 
+#include <set>
 #include <string>
 
 struct IAccPropServices;
@@ -26,6 +27,7 @@ private:
     IAccPropServices* services();
 
     IAccPropServices* services_ = nullptr;
+    std::set<HWND> named_;
     bool tried_ = false;
     bool initialised_ = false;
 };

@@ -10,10 +10,9 @@ ControlWindow::ControlWindow(Control& control, ControlSite& site, HWND window)
     : control_(control), site_(site), window_(window) {
     control_.attach(this);
     if (window_ != nullptr) {
-        for (const Property shared :
-             {Property::Enabled, Property::ToolTip, Property::AccessibleName}) {
-            refreshShared(shared);
-        }
+        refreshShared(Property::Enabled);
+        refreshShared(Property::ToolTip);
+        refreshShared(Property::AccessibleName);
     }
 }
 

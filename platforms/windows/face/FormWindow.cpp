@@ -33,14 +33,13 @@ COLORREF textColour(const Colour& colour) {
 
 FormWindow::FormWindow(Form& form, WindowContext& context) : form_(form), context_(context) {
     makeWindow();
-    tips_ = std::make_unique<ToolTips>(window_);
     makePictures();
     form_.attach(this);
-    useFont(dotsPerInch(window_));
-    orderFocus();
     if (form_.layout() != nullptr) {
+        useFont(dotsPerInch(window_));
+        orderFocus();
+        // No window is smaller than its controls need.
         SetWindowPos(window_, nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-        placeControls();
         refreshVisibility();
     }
 }
@@ -126,7 +125,12 @@ void FormWindow::orderFocus() {
 }
 
 void FormWindow::showToolTip(HWND control, const std::string& tip) {
-    tips_->set(control, tip);
+    if (tips_ == nullptr && !tip.empty()) {
+        tips_ = std::make_unique<ToolTips>(window_);
+    }
+    if (tips_ != nullptr) {
+        tips_->set(control, tip);
+    }
 }
 
 void FormWindow::refreshVisibility() {
@@ -224,8 +228,10 @@ LRESULT FormWindow::handle(UINT message, WPARAM first, LPARAM second) {
         return 0;
     case WM_SETTINGCHANGE:
     case WM_THEMECHANGED:
-        useFont(dotsPerInch(window_));
-        layOut();
+        if (form_.layout() != nullptr) {
+            useFont(dotsPerInch(window_));
+            layOut();
+        }
         return passOn(message, first, second);
     case WM_SYSCOLORCHANGE:
         RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);

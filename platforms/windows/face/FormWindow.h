@@ -5,6 +5,7 @@
 #include "windows/face/ToolTips.h"
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace tarvik::face {
@@ -58,6 +59,7 @@ private:
     // Sizes: see FormWindowLayout.cpp.
     void useFont(int dotsPerInch);
     LayoutMetrics metrics() const;
+    const LayoutSize& leastSize() const;
     SIZE frameSize() const;
     void layOut();
     void placeControls();
@@ -66,8 +68,9 @@ private:
     WindowContext& context_;
     HWND window_ = nullptr;
     std::unique_ptr<FaceFont> font_;
-    std::unique_ptr<ToolTips> tips_;
+    std::unique_ptr<ToolTips> tips_; ///< made with the first tip
     std::vector<std::unique_ptr<ControlWindow>> pictures_;
+    mutable std::optional<LayoutSize> leastSize_; ///< as long as no control has changed its size
     bool detached_ = false;
     bool changePending_ = false;
     bool frontWanted_ = false;

@@ -22,11 +22,21 @@ void FormWindow::useFont(int dotsPerInch) {
     auto font = std::make_unique<FaceFont>(dotsPerInch);
     for (const auto& own : pictures_) {
         if (own->window() != nullptr) {
-            SendMessageA(own->window(), WM_SETFONT, reinterpret_cast<WPARAM>(font->handle()), TRUE);
+            SendMessageA(own->window(), WM_SETFONT, reinterpret_cast<WPARAM>(font->handle()), FALSE);
         }
     }
-    tips_->setWidth(font->charactersWidth(widestTip));
+    if (tips_ != nullptr) {
+        tips_->setWidth(font->charactersWidth(widestTip));
+    }
     font_ = std::move(font); // the old one only goes when nobody uses it any more
+    leastSize_.reset();
+}
+
+const LayoutSize& FormWindow::leastSize() const {
+    if (!leastSize_) {
+        leastSize_ = minimumSize(*form_.layout(), metrics());
+    }
+    return *leastSize_;
 }
 
 LayoutMetrics FormWindow::metrics() const {
@@ -56,12 +66,13 @@ void FormWindow::onSmallestSize(MINMAXINFO& info) const {
     if (font_ == nullptr || form_.layout() == nullptr || IsIconic(window_) != FALSE) {
         return;
     }
-    const LayoutSize least = minimumSize(*form_.layout(), metrics());
+    const LayoutSize& least = leastSize();
     const SIZE frame = frameSize();
     info.ptMinTrackSize = {least.width + frame.cx, least.height + frame.cy};
 }
 
 void FormWindow::layOutAgain() {
+    leastSize_.reset();
     if (!layoutPending_ && font_ != nullptr) {
         layoutPending_ = true;
         PostMessageA(window_, layOutMessage, 0, 0);
@@ -73,7 +84,7 @@ void FormWindow::layOut() {
     if (form_.layout() == nullptr || IsIconic(window_) != FALSE) {
         return; // a window that comes back is told its size again
     }
-    const LayoutSize least = minimumSize(*form_.layout(), metrics());
+    const LayoutSize least = leastSize();
     RECT area{};
     GetClientRect(window_, &area);
     if (area.right >= least.width && area.bottom >= least.height) {
