@@ -120,6 +120,9 @@ std::uint32_t ScriptedConnections::RasGetConnectStatusA(std::uint32_t handle,
         return ras::invalidHandle;
     }
     status->rasconnstate = line->state;
+    status->dwError = ras::success;
+    fill(status->szDeviceType, line->deviceType, !namesWithoutNul);
+    fill(status->szDeviceName, line->deviceName, !namesWithoutNul);
     return ras::success;
 }
 

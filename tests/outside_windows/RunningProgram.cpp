@@ -4,7 +4,6 @@
 #include "windows/services/WindowsFiles.h"
 #include "windows/services/WindowsProgram.h"
 
-#include <filesystem>
 #include <utility>
 
 namespace tarvik {
@@ -22,27 +21,17 @@ std::string ownFolder() {
 } // namespace
 
 Installation::Installation(const std::string& program) : program_(program) {
-    static int number = 0;
-    const std::string name =
-        "tarvik-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++number);
-    folder_ = (std::filesystem::temp_directory_path() / name).string();
-    std::filesystem::create_directory(folder_);
     CopyFileA((ownFolder() + "\\" + program).c_str(), this->program().c_str(), TRUE);
-}
-
-Installation::~Installation() {
-    std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
 }
 
 std::string Installation::ini() const {
     std::string bytes;
-    WindowsFiles().read(folder_ + "\\Tarvik.ini", bytes);
+    WindowsFiles().read(folder() + "\\Tarvik.ini", bytes);
     return bytes;
 }
 
 void Installation::setIni(const std::string& text) const {
-    WindowsFiles().replace(folder_ + "\\Tarvik.ini", {text});
+    WindowsFiles().replace(folder() + "\\Tarvik.ini", {text});
 }
 
 RunningProgram::RunningProgram(const Installation& installation, const std::string& arguments,

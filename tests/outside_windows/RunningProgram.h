@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/TemporaryFolder.h"
 #include "support/Win32Windows.h"
 #include "ui/frmMain.h"
 
@@ -12,19 +13,16 @@ namespace tarvik {
 class Installation {
 public:
     explicit Installation(const std::string& program);
-    ~Installation();
-    Installation(const Installation&) = delete;
-    Installation& operator=(const Installation&) = delete;
 
-    const std::string& folder() const { return folder_; }
-    std::string program() const { return folder_ + "\\" + program_; }
+    const std::string& folder() const { return folder_.path(); }
+    std::string program() const { return folder() + "\\" + program_; }
     /// The INI file's bytes; empty when there is none.
     std::string ini() const;
     void setIni(const std::string& text) const;
 
 private:
     std::string program_;
-    std::string folder_;
+    TemporaryFolder folder_;
 };
 
 /// A running program, worked through its windows. What is still running at the end is ended hard.

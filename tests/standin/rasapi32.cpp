@@ -1,6 +1,7 @@
 #include "StandIn.h"
 #include "windows/services/SystemHeader.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace tarvik {
@@ -18,9 +19,9 @@ void addEntriesOfEnvironment(ScriptedConnections& service) {
     }
 }
 
-ScriptedConnections& service() {
-    static ScriptedConnections* const only = [] {
-        auto* made = new ScriptedConnections;
+StandIn& service() {
+    static StandIn* const only = [] {
+        auto* made = new StandIn;
         addEntriesOfEnvironment(*made);
         return made;
     }();
@@ -41,19 +42,29 @@ void flow(std::uint32_t handle) {
 
 #define STANDIN extern "C" __declspec(dllexport)
 
-STANDIN ScriptedConnections* TarvikStandIn() {
+STANDIN StandIn* TarvikStandIn() {
     return &service();
 }
 
 STANDIN std::uint32_t WINAPI RasEnumEntriesA(const char* reserved, const char* phoneBook,
                                              void* buffer, std::uint32_t* bytes,
                                              std::uint32_t* count) {
+    service().reserved = reserved;
+    service().phoneBook = phoneBook;
     return service().RasEnumEntriesA(reserved, phoneBook, buffer, bytes, count);
 }
 
 STANDIN std::uint32_t WINAPI RasEnumConnectionsA(RASCONNA* buffer, std::uint32_t* bytes,
                                                  std::uint32_t* count) {
-    return service().RasEnumConnectionsA(buffer, bytes, count);
+    const bool roomForOne = *bytes >= RASCONNA::size;
+    const std::uint32_t countBefore = *count;
+    std::uint32_t code = service().RasEnumConnectionsA(buffer, bytes, count);
+    if (service().countsWhatItWrote && (code == ras::bufferTooSmall || !roomForOne)) {
+        *bytes = std::max(*bytes, RASCONNA::size);
+        *count = countBefore;
+        code = ras::bufferTooSmall;
+    }
+    return code;
 }
 
 STANDIN std::uint32_t WINAPI RasGetConnectStatusA(std::uint32_t handle, RASCONNSTATUSA* status) {
@@ -69,6 +80,7 @@ STANDIN std::uint32_t WINAPI RasGetConnectionStatistics(std::uint32_t handle,
 STANDIN std::uint32_t WINAPI RasGetEntryDialParamsA(const char* phoneBook,
                                                     RASDIALPARAMSA* parameters, BOOL* password) {
     bool found = false;
+    service().phoneBook = phoneBook;
     const std::uint32_t code = service().RasGetEntryDialParamsA(phoneBook, parameters, &found);
     *password = found ? TRUE : FALSE;
     return code;
@@ -77,6 +89,9 @@ STANDIN std::uint32_t WINAPI RasGetEntryDialParamsA(const char* phoneBook,
 STANDIN std::uint32_t WINAPI RasDialA(RASDIALEXTENSIONS* extensions, const char* phoneBook,
                                       RASDIALPARAMSA* parameters, std::uint32_t notifierType,
                                       void* notifier, std::uint32_t* handle) {
+    service().phoneBook = phoneBook;
+    service().notifierType = notifierType;
+    service().notifier = notifier;
     return service().RasDialA(extensions, phoneBook, parameters, notifierType, notifier, handle);
 }
 

@@ -1,5 +1,6 @@
 #include "linux/face/Palette.h"
 #include "support/QtMachine.h"
+#include "support/ThrowAwayForm.h"
 #include "types/RunTimeError.h"
 #include "ui/controls/Form.h"
 
@@ -23,31 +24,6 @@
 
 namespace tarvik {
 namespace {
-
-/// A form that nothing else knows: one control of each kind.
-class ThrowAwayForm : public Form {
-public:
-    ThrowAwayForm() : Form("frmThrowAway", "Throw-away") {
-        setLayout(column({
-            frame(frameAll, row({item(lblName), item(txtName).wide(10).share(1)})),
-            row({item(picLamp), item(chkTick), item(cboList).wide(12)}),
-            row({item(cmdOk), item(cmdCancel), space()}).sameSize(),
-        }));
-        setDefaultButton(cmdOk);
-        setCancelButton(cmdCancel);
-        setInitialFocus(cboList);
-    }
-
-    Frame frameAll{*this, "frameAll", {"All & sundry"}};
-    TextBox txtName{*this, "txtName", {.text = "first", .toolTip = "tip"}};
-    Label lblName{*this, "lblName", {.caption = "Name:", .mnemonic = 'N', .labelled = &txtName}};
-    Picture picLamp{*this, "picLamp"};
-    CheckBox chkTick{*this, "chkTick", {.caption = "Tick", .mnemonic = 'T'}};
-    ComboBox cboList{*this, "cboList", {.accessibleName = "List"}};
-    CommandButton cmdOk{*this, "cmdOk", {.caption = "OK"}};
-    CommandButton cmdCancel{*this, "cmdCancel", {.caption = "Cancel", .mnemonic = 'C'}};
-    Timer timTick{*this, "timTick"};
-};
 
 class FaceTest : public testing::Test {
 protected:

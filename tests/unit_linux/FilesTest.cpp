@@ -1,6 +1,6 @@
 #include "linux/services/LinuxFiles.h"
 
-#include "TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 

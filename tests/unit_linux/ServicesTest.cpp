@@ -1,9 +1,9 @@
-#include "TemporaryFolder.h"
 #include "linux/services/LinuxClock.h"
 #include "linux/services/LinuxLocale.h"
 #include "linux/services/LinuxProgram.h"
 #include "linux/services/LinuxSingleInstance.h"
 #include "linux/services/LinuxSystemErrorText.h"
+#include "support/TemporaryFolder.h"
 #include "types/Convert.h"
 
 #include <gtest/gtest.h>

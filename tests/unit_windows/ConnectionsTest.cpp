@@ -25,21 +25,13 @@ Record sized(std::uint32_t size) {
 /// path is the real one, from the rules through the library's functions and its records.
 class ConnectionsTest : public testing::Test {
 protected:
-    ConnectionsTest() {
+    void SetUp() override {
         Library library("rasapi32.dll");
         StandInService* const mark = library.function<StandInService>(standInMark);
-        EXPECT_NE(mark, nullptr) << "The system's own remote access library answers. The stand-in "
+        ASSERT_NE(mark, nullptr) << "The system's own remote access library answers. The stand-in "
                                     "must lie in the system's folder and be preferred.";
-        if (mark != nullptr) {
-            service = mark();
-            *service = ScriptedConnections();
-        }
-    }
-
-    void SetUp() override {
-        if (service == nullptr) {
-            GTEST_SKIP();
-        }
+        service = mark();
+        *service = StandIn();
     }
 
     void expectBox(const std::string& text) {
@@ -48,7 +40,7 @@ protected:
 
     ~ConnectionsTest() override { machine.desktop.verify(); }
 
-    ScriptedConnections* service = nullptr;
+    StandIn* service = nullptr;
     WindowsConnections connections;
     ScriptedPlatform machine;
     Platform platform{
@@ -102,6 +94,41 @@ TEST_F(ConnectionsTest, ThreeConnectionsAreFoundWithTheirNamesAndDevices) {
     EXPECT_EQ(found[2].hrasconn, 3U);
 }
 
+TEST_F(ConnectionsTest, AServiceThatWantsRoomForOneHasNoConnections) {
+    service->countsWhatItWrote = true;
+    std::uint32_t count = 9;
+
+    EXPECT_EQ(InitRas(0, count), 0U);
+
+    EXPECT_EQ(count, 0U);
+}
+
+TEST_F(ConnectionsTest, ACountFromBeforeIsNotTakenForTheServices) {
+    service->countsWhatItWrote = true;
+    auto line = sized<RASCONNA>(412);
+    std::uint32_t bytes = 0;
+    std::uint32_t count = 9;
+
+    EXPECT_EQ(connections.RasEnumConnectionsA(&line, &bytes, &count), 0U);
+
+    EXPECT_EQ(count, 0U);
+    EXPECT_EQ(bytes, 0U);
+}
+
+TEST_F(ConnectionsTest, ConnectionsThatWereNotCountedAreFoundAllTheSame) {
+    for (const char* name : {"One", "Two", "Three"}) {
+        service->connect(name);
+    }
+    service->countsWhatItWrote = true;
+    std::uint32_t count = 0;
+
+    EXPECT_EQ(InitRas(0, count), 0U);
+
+    EXPECT_EQ(count, 3U);
+    ASSERT_GE(world.state.RasConnections.size(), 3U);
+    EXPECT_STREQ(world.state.RasConnections[2].szEntryName, "Three");
+}
+
 TEST_F(ConnectionsTest, StateAndStatisticsComeInTheirRecords) {
     const std::uint32_t handle = service->connect("One");
     service->transfer(handle, 5000, 200, 3000);
@@ -113,6 +140,8 @@ TEST_F(ConnectionsTest, StateAndStatisticsComeInTheirRecords) {
     EXPECT_EQ(connections.RasGetConnectionStatistics(handle, &statistics), 0U);
 
     EXPECT_EQ(status.rasconnstate, 8192U);
+    EXPECT_STREQ(status.szDeviceType, "modem");
+    EXPECT_STREQ(status.szDeviceName, "Line 1");
     EXPECT_EQ(statistics.dwBytesRcved, 5000U);
     EXPECT_EQ(statistics.dwBytesXmited, 200U);
     EXPECT_EQ(statistics.dwConnectDuration, 3000U);
@@ -123,6 +152,55 @@ TEST_F(ConnectionsTest, AnEndedConnectionHasAnInvalidHandle) {
     auto status = sized<RASCONNSTATUSA>(160);
 
     EXPECT_EQ(connections.RasGetConnectStatusA(77, &status), 6U);
+}
+
+TEST_F(ConnectionsTest, TheReservedTextAndThePhoneBookKeepTheirPlaces) {
+    constexpr const char* reserved = "reserved";
+    constexpr const char* phoneBook = "C:\\book.pbk";
+    auto entry = sized<RASENTRYNAMEA>(532);
+    std::uint32_t bytes = sizeof entry;
+    std::uint32_t count = 0;
+
+    connections.RasEnumEntriesA(reserved, phoneBook, &entry, &bytes, &count);
+
+    EXPECT_EQ(service->reserved, reserved);
+    EXPECT_EQ(service->phoneBook, phoneBook);
+}
+
+TEST_F(ConnectionsTest, TheStoredDialDataAreAskedOfTheGivenPhoneBook) {
+    constexpr const char* phoneBook = "C:\\book.pbk";
+    auto parameters = sized<RASDIALPARAMSA>(1052);
+    bool found = false;
+
+    connections.RasGetEntryDialParamsA(phoneBook, &parameters, &found);
+
+    EXPECT_EQ(service->phoneBook, phoneBook);
+}
+
+TEST_F(ConnectionsTest, ADialPassesThePhoneBookAndTheNotifierOn) {
+    constexpr const char* phoneBook = "C:\\book.pbk";
+    auto extensions = sized<RASDIALEXTENSIONS>(16);
+    auto parameters = sized<RASDIALPARAMSA>(1052);
+    std::uint32_t handle = 0;
+
+    connections.RasDialA(&extensions, phoneBook, &parameters, 2, this, &handle);
+
+    EXPECT_EQ(service->phoneBook, phoneBook);
+    EXPECT_EQ(service->notifierType, 2U);
+    EXPECT_EQ(service->notifier, this);
+}
+
+TEST_F(ConnectionsTest, TheProgramDialsInTheDefaultPhoneBookAndWaits) {
+    service->entries = {{.name = "One"}};
+    service->phoneBook = "another";
+    service->notifierType = 9;
+    service->notifier = this;
+
+    DialIn("One", "");
+
+    EXPECT_EQ(service->phoneBook, nullptr);
+    EXPECT_EQ(service->notifierType, 0U);
+    EXPECT_EQ(service->notifier, nullptr);
 }
 
 TEST_F(ConnectionsTest, ADialHandsOverRecordsOfTheirExactSizes) {
@@ -157,8 +235,8 @@ TEST_F(ConnectionsTest, AStoredPasswordIsToldAsSuch) {
 TEST_F(ConnectionsTest, AWrongPasswordIsToldWithTheServicesText) {
     service->entries = {{.name = "One"}};
     service->failNext("RasDialA", 691);
-    service->errorTexts[691] = "Access was denied.";
-    expectBox("Error: RasDial failed with 691:\rAccess was denied.");
+    expectBox("Error: RasDial failed with 691:\rAccess was denied because the user name or the "
+              "password was not valid on the domain.");
 
     DialIn("One", "");
 
@@ -180,6 +258,20 @@ TEST_F(ConnectionsTest, TheLineOfAFailedDialIsFreed) {
     EXPECT_EQ(handle, 1U);
 }
 
+TEST_F(ConnectionsTest, AFailedDialThatTookNoLineHangsNoneUp) {
+    service->entries = {{.name = "One"}};
+    service->failNext("RasDialA", 676);
+    const std::uint32_t other = service->connect("Other");
+    auto parameters = sized<RASDIALPARAMSA>(1052);
+    auto extensions = sized<RASDIALEXTENSIONS>(16);
+    std::uint32_t handle = other;
+
+    EXPECT_EQ(connections.RasDialA(&extensions, nullptr, &parameters, 0, nullptr, &handle), 676U);
+
+    EXPECT_EQ(service->countOf("RasHangUpA"), 0);
+    EXPECT_EQ(service->connections.size(), 1U);
+}
+
 TEST_F(ConnectionsTest, HangingUpEndsEveryConnectionThatIsUp) {
     service->connect("One");
     service->connect("Two");
@@ -196,7 +288,30 @@ TEST_F(ConnectionsTest, TextsComeFromTheServiceAboveSixHundred) {
     char buffer[16] = {};
     EXPECT_EQ(connections.RasGetErrorStringA(676, buffer, sizeof buffer), 0U);
     EXPECT_STREQ(buffer, "The phone line ");
-    EXPECT_NE(connections.RasGetErrorStringA(599, buffer, sizeof buffer), 0U);
+    EXPECT_EQ(connections.RasGetErrorStringA(599, buffer, sizeof buffer), 87U);
+}
+
+TEST_F(ConnectionsTest, RecordsThatAreOneByteLongerAreRefused) {
+    service->entries = {{.name = "One"}};
+    service->connect("One");
+    auto entry = sized<RASENTRYNAMEA>(533);
+    auto line = sized<RASCONNA>(413);
+    auto status = sized<RASCONNSTATUSA>(161);
+    auto statistics = sized<RAS_STATS>(61);
+    auto asked = sized<RASDIALPARAMSA>(1053);
+    auto parameters = sized<RASDIALPARAMSA>(1052);
+    auto extensions = sized<RASDIALEXTENSIONS>(17);
+    std::uint32_t bytes = sizeof entry;
+    std::uint32_t count = 0;
+    std::uint32_t handle = 0;
+    bool found = false;
+
+    EXPECT_EQ(connections.RasEnumEntriesA(nullptr, nullptr, &entry, &bytes, &count), 632U);
+    EXPECT_EQ(connections.RasEnumConnectionsA(&line, &bytes, &count), 632U);
+    EXPECT_EQ(connections.RasGetConnectStatusA(1, &status), 632U);
+    EXPECT_EQ(connections.RasGetConnectionStatistics(1, &statistics), 632U);
+    EXPECT_EQ(connections.RasGetEntryDialParamsA(nullptr, &asked, &found), 632U);
+    EXPECT_EQ(connections.RasDialA(&extensions, nullptr, &parameters, 0, nullptr, &handle), 632U);
 }
 
 struct FailureCase {

@@ -1,5 +1,5 @@
 #include "Later.h"
-#include "ThrowAwayForm.h"
+#include "Win32FaceTest.h"
 
 namespace tarvik {
 namespace {

@@ -1,4 +1,4 @@
-#include "ThrowAwayForm.h"
+#include "Win32FaceTest.h"
 
 #include "types/RunTimeError.h"
 

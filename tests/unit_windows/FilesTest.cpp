@@ -1,6 +1,6 @@
 #include "windows/services/WindowsFiles.h"
 
-#include "TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 #include "windows/services/FileHandle.h"
 
 #include <gtest/gtest.h>

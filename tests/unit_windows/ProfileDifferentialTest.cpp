@@ -1,6 +1,6 @@
 #include "ProfileChance.h"
-#include "TemporaryFolder.h"
 #include "common/ProfileEngine.h"
+#include "support/TemporaryFolder.h"
 #include "windows/services/FileHandle.h"
 #include "windows/services/WindowsFiles.h"
 

@@ -1,5 +1,5 @@
-#include "TemporaryFolder.h"
 #include "common/ProfileEngine.h"
+#include "support/TemporaryFolder.h"
 #include "windows/services/FileHandle.h"
 #include "windows/services/WindowsFiles.h"
 

@@ -1,6 +1,6 @@
 #include <winsock2.h>
 
-#include "TemporaryFolder.h"
+#include "support/TemporaryFolder.h"
 #include "windows/services/Library.h"
 #include "windows/services/WindowsClock.h"
 #include "windows/services/WindowsInternetState.h"

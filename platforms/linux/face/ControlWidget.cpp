@@ -20,10 +20,9 @@ void showAccessibleName(QWidget& widget, const Control& control) {
 } // namespace
 
 ControlWidget::ControlWidget(Control& control, QWidget* widget, FaceContext& context)
-    : control_(control), widget_(widget), context_(context) {
-    control_.attach(this);
+    : ControlPicture(control, context), widget_(widget) {
     if (widget_ != nullptr) {
-        identify(*widget_, control_.name());
+        identify(*widget_, control.name());
         for (const Property shared :
              {Property::Enabled, Property::Visible, Property::ToolTip, Property::AccessibleName}) {
             refreshShared(shared);
@@ -31,39 +30,22 @@ ControlWidget::ControlWidget(Control& control, QWidget* widget, FaceContext& con
     }
 }
 
-ControlWidget::~ControlWidget() {
-    detach();
-}
-
-void ControlWidget::detach() {
-    if (!detached_) {
-        detached_ = true;
-        control_.attach(nullptr);
-    }
-}
-
-void ControlWidget::refresh(Property changed) {
-    const bool nested = refreshing_;
-    refreshing_ = true;
-    if (widget_ == nullptr || !refreshShared(changed)) {
-        refreshOwn(changed);
-    }
-    refreshing_ = nested;
-}
-
 bool ControlWidget::refreshShared(Property changed) {
+    if (widget_ == nullptr) {
+        return false;
+    }
     switch (changed) {
     case Property::Enabled:
-        widget_->setEnabled(control_.enabled());
+        widget_->setEnabled(control().enabled());
         return true;
     case Property::Visible:
-        widget_->setVisible(control_.visible());
+        widget_->setVisible(control().visible());
         return true;
     case Property::ToolTip:
-        showToolTip(*widget_, control_);
+        showToolTip(*widget_, control());
         return true;
     case Property::AccessibleName:
-        showAccessibleName(*widget_, control_);
+        showAccessibleName(*widget_, control());
         return true;
     default:
         return false;

@@ -7,8 +7,7 @@
 namespace tarvik::face {
 
 ControlWindow::ControlWindow(Control& control, ControlSite& site, HWND window)
-    : control_(control), site_(site), window_(window) {
-    control_.attach(this);
+    : ControlPicture(control, site.context()), site_(site), window_(window) {
     if (window_ != nullptr) {
         refreshShared(Property::Enabled);
         refreshShared(Property::ToolTip);
@@ -17,27 +16,11 @@ ControlWindow::ControlWindow(Control& control, ControlSite& site, HWND window)
 }
 
 ControlWindow::~ControlWindow() {
-    detach();
+    detach(); // before the window, which tells of its end
     if (window_ != nullptr) {
         site_.context().accessibleNames.clear(window_);
         DestroyWindow(window_);
     }
-}
-
-void ControlWindow::detach() {
-    if (!detached_) {
-        detached_ = true;
-        control_.attach(nullptr);
-    }
-}
-
-void ControlWindow::refresh(Property changed) {
-    const bool nested = refreshing_;
-    refreshing_ = true;
-    if (window_ == nullptr || !refreshShared(changed)) {
-        refreshOwn(changed);
-    }
-    refreshing_ = nested;
 }
 
 std::uint32_t ControlWindow::handle() const {
@@ -45,19 +28,22 @@ std::uint32_t ControlWindow::handle() const {
 }
 
 bool ControlWindow::refreshShared(Property changed) {
+    if (window_ == nullptr) {
+        return false;
+    }
     switch (changed) {
     case Property::Enabled:
-        EnableWindow(window_, control_.enabled() ? TRUE : FALSE);
+        EnableWindow(window_, control().enabled() ? TRUE : FALSE);
         return true;
     case Property::Visible:
-        ShowWindow(window_, control_.visible() ? SW_SHOWNA : SW_HIDE);
+        ShowWindow(window_, control().visible() ? SW_SHOWNA : SW_HIDE);
         site_.layOutAgain();
         return true;
     case Property::ToolTip:
-        site_.showToolTip(window_, control_.toolTip());
+        site_.showToolTip(window_, control().toolTip());
         return true;
     case Property::AccessibleName:
-        site_.context().accessibleNames.set(window_, control_.accessibleName());
+        site_.context().accessibleNames.set(window_, control().accessibleName());
         return true;
     default:
         return false;

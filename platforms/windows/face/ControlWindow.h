@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/ControlPicture.h"
 #include "ui/controls/Controls.h"
 #include "ui/controls/LayoutSolver.h"
 #include "windows/face/FaceFont.h"
@@ -21,19 +22,16 @@ public:
     virtual void showToolTip(HWND control, const std::string& tip) = 0;
 };
 
-/// The picture of one control: a child window, or none for a control that is not seen. It keeps no
-/// state of its own: each refresh asks the control.
-class ControlWindow : public ControlView {
+/// The picture of one control: a child window, or none for a control that is not seen.
+class ControlWindow : public ControlPicture {
 public:
     ControlWindow(Control& control, ControlSite& site, HWND window);
     ~ControlWindow() override;
     ControlWindow(const ControlWindow&) = delete;
     ControlWindow& operator=(const ControlWindow&) = delete;
 
-    void refresh(Property changed) final;
     std::uint32_t handle() const override;
 
-    Control& control() const { return control_; }
     HWND window() const { return window_; }
 
     /// The size that the control needs for so many characters and lines; 0: for its content.
@@ -45,42 +43,17 @@ public:
     /// The colour of the control's text; black is the system's own.
     virtual Colour textColour() const { return {}; }
 
-    /// Ends all connection with the control; the window may live a little longer.
-    void detach();
-
 protected:
-    /// Shows a property that not all controls have.
-    virtual void refreshOwn(Property changed) = 0;
-
-    /// Hands what the user did to the model, unless it is the echo of a refresh or the program is
-    /// busy; the picture then follows the model, whatever became of it.
-    template <class Action>
-    void fromUser(Property affected, Action&& action) {
-        if (refreshing_ || detached_) {
-            return;
-        }
-        if (site_.context().takesInput()) {
-            action();
-        }
-        if (!detached_) {
-            refresh(affected);
-        }
-    }
-
     ControlSite& site() const { return site_; }
     /// The text that the child window holds.
     std::string windowText() const;
     void setWindowText(const std::string& text);
 
 private:
-    /// Shows a property that every window has; false for any other.
-    bool refreshShared(Property changed);
+    bool refreshShared(Property changed) final;
 
-    Control& control_;
     ControlSite& site_;
     HWND window_;
-    bool refreshing_ = false;
-    bool detached_ = false;
 };
 
 /// A child window for the control, with the control's number.

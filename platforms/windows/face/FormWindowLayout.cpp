@@ -22,7 +22,8 @@ void FormWindow::useFont(int dotsPerInch) {
     auto font = std::make_unique<FaceFont>(dotsPerInch);
     for (const auto& own : pictures_) {
         if (own->window() != nullptr) {
-            SendMessageA(own->window(), WM_SETFONT, reinterpret_cast<WPARAM>(font->handle()), FALSE);
+            SendMessageA(own->window(), WM_SETFONT, reinterpret_cast<WPARAM>(font->handle()),
+                         FALSE);
         }
     }
     if (tips_ != nullptr) {

@@ -1,5 +1,7 @@
 #include "windows/services/WindowsConnections.h"
 
+#include <vector>
+
 namespace tarvik {
 
 template <class... Parameters>
@@ -14,6 +16,7 @@ std::uint32_t WindowsConnections::RasEnumEntriesA(const char* reserved, const ch
                                                   std::uint32_t* count) {
     const std::uint32_t code = call("RasEnumEntriesA", reserved, phoneBook, buffer, bytes, count);
     if (code == moduleNotFound) {
+        // No room needed means no entries, which is no error: the program starts without any.
         *bytes = 0;
         *count = 0;
     }
@@ -22,11 +25,21 @@ std::uint32_t WindowsConnections::RasEnumEntriesA(const char* reserved, const ch
 
 std::uint32_t WindowsConnections::RasEnumConnectionsA(RASCONNA* buffer, std::uint32_t* bytes,
                                                       std::uint32_t* count) {
+    *count = 0;
     const std::uint32_t code = call("RasEnumConnectionsA", buffer, bytes, count);
-    if (code == moduleNotFound) {
-        *count = 0;
+    return code == ras::bufferTooSmall && *count == 0 ? countConnections(bytes, count) : code;
+}
+
+std::uint32_t WindowsConnections::countConnections(std::uint32_t* bytes, std::uint32_t* count) {
+    std::vector<RASCONNA> room(*bytes / RASCONNA::size + 1);
+    room[0].dwSize = RASCONNA::size;
+    auto held = static_cast<std::uint32_t>(room.size() * RASCONNA::size);
+    const std::uint32_t code = call("RasEnumConnectionsA", room.data(), &held, count);
+    if (code != ras::success) {
+        return code;
     }
-    return code;
+    *bytes = *count * RASCONNA::size;
+    return *count == 0 ? ras::success : ras::bufferTooSmall;
 }
 
 std::uint32_t WindowsConnections::RasGetConnectStatusA(std::uint32_t handle,

@@ -32,6 +32,12 @@ private:
     template <class... Parameters>
     std::uint32_t call(const char* function, Parameters... parameters);
 
+    /// Answers an enumeration whose buffer was too small and that counted nothing, which leaves
+    /// open whether there is a connection: the service is documented to refuse a buffer without
+    /// room for one record in either case, and to count only what it wrote. `bytes` is the room it
+    /// asked for.
+    std::uint32_t countConnections(std::uint32_t* bytes, std::uint32_t* count);
+
     Library library_{"rasapi32.dll"};
 };
 

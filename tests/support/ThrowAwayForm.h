@@ -1,13 +1,6 @@
 #pragma once
 
-#include "support/Win32Machine.h"
-#include "support/Win32Windows.h"
-#include "windows/face/ControlIds.h"
-
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <string>
+#include "ui/controls/Form.h"
 
 namespace tarvik {
 
@@ -39,51 +32,6 @@ public:
     CommandButton cmdOk{*this, "cmdOk", {.caption = "OK"}};
     CommandButton cmdCancel{*this, "cmdCancel", {.caption = "Cancel", .mnemonic = 'C'}};
     Timer timTick{*this, "timTick"};
-};
-
-/// A desktop with the real window of a form.
-class Win32FaceTest : public testing::Test {
-protected:
-    Win32FaceTest() { form.load(); }
-    ~Win32FaceTest() override {
-        form.unload();
-        settle();
-    }
-
-    HWND window() const { return ownWindow("frmThrowAway"); }
-    HWND find(const Control& control) const {
-        return GetDlgItem(window(), face::controlId(control));
-    }
-
-    /// What was put off until messages are handled again is done.
-    void settle() { desktop.processEvents(); }
-
-    void show() {
-        form.setVisible(true);
-        settle();
-    }
-
-    /// Handles messages until the condition holds; false when it does not within a fair while.
-    bool spinUntil(const std::function<bool()>& condition) {
-        constexpr ULONGLONG fairWhile = 10'000;
-        const ULONGLONG begin = GetTickCount64();
-        while (!condition() && GetTickCount64() - begin < fairWhile) {
-            MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
-            settle();
-        }
-        return condition();
-    }
-
-    /// A key goes down in the window that has the focus, as from the keyboard.
-    void press(WPARAM key) {
-        PostMessageA(GetFocus(), WM_KEYDOWN, key, 1);
-        settle();
-    }
-
-    Win32Machine machine;
-    face::WindowsDesktop& desktop = machine.desktop;
-    PlatformScope scope{machine.platform};
-    ThrowAwayForm form;
 };
 
 } // namespace tarvik

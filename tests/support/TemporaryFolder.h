@@ -1,9 +1,8 @@
 #pragma once
 
-#include "windows/services/SystemHeader.h"
-
 #include <algorithm>
 #include <filesystem>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -13,11 +12,13 @@ namespace tarvik {
 class TemporaryFolder {
 public:
     TemporaryFolder() {
-        static int number = 0;
-        const std::string name =
-            "tarvik-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(++number);
-        path_ = (std::filesystem::temp_directory_path() / name).string();
-        std::filesystem::create_directory(path_);
+        std::random_device number;
+        std::filesystem::path folder;
+        do {
+            folder = std::filesystem::temp_directory_path() /
+                     ("tarvik-" + std::to_string(number() % 1'000'000));
+        } while (!std::filesystem::create_directory(folder));
+        path_ = folder.string();
     }
     ~TemporaryFolder() {
         std::error_code ignored;
@@ -28,7 +29,7 @@ public:
 
     const std::string& path() const { return path_; }
 
-    /// What lies in the folder.
+    /// What lies in the folder, hidden names too.
     std::vector<std::string> names() const {
         std::vector<std::string> result;
         for (const auto& entry : std::filesystem::directory_iterator(path_)) {

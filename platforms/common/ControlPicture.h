@@ -1,0 +1,69 @@
+#pragma once
+
+#include "common/FaceContext.h"
+#include "ui/controls/Control.h"
+
+namespace tarvik::face {
+
+/// The picture of one control on any desktop. It keeps no state of the control's: each refresh asks
+/// the control. What a refresh does to the toolkit's own widget comes back as if the user had done
+/// it; that echo is stopped here.
+class ControlPicture : public ControlView {
+public:
+    ControlPicture(Control& control, FaceContext& context) : control_(control), context_(context) {
+        control_.attach(this);
+    }
+    ~ControlPicture() override { detach(); }
+    ControlPicture(const ControlPicture&) = delete;
+    ControlPicture& operator=(const ControlPicture&) = delete;
+
+    void refresh(Property changed) final {
+        const bool nested = refreshing_;
+        refreshing_ = true;
+        if (!refreshShared(changed)) {
+            refreshOwn(changed);
+        }
+        refreshing_ = nested;
+    }
+
+    Control& control() const { return control_; }
+
+    /// Ends all connection with the control; what shows it may live a little longer.
+    void detach() {
+        if (!detached_) {
+            detached_ = true;
+            control_.attach(nullptr);
+        }
+    }
+
+protected:
+    /// Shows a property that all controls have; false for any other.
+    virtual bool refreshShared(Property changed) = 0;
+    /// Shows a property that not all controls have.
+    virtual void refreshOwn(Property changed) = 0;
+
+    /// Hands what the user did to the model, unless it is an echo or the program is busy; the
+    /// picture then follows the model, whatever became of it.
+    template <class Action>
+    void fromUser(Property affected, Action&& action) {
+        if (refreshing_ || detached_) {
+            return;
+        }
+        if (context_.takesInput()) {
+            action();
+        }
+        if (!detached_) {
+            refresh(affected);
+        }
+    }
+
+    FaceContext& context() const { return context_; }
+
+private:
+    Control& control_;
+    FaceContext& context_;
+    bool refreshing_ = false;
+    bool detached_ = false;
+};
+
+} // namespace tarvik::face
