@@ -1,6 +1,6 @@
 #include "Win32FaceTest.h"
 
-#include "types/RunTimeError.h"
+#include "windows/face/TextColour.h"
 
 #include <commctrl.h>
 
@@ -322,6 +322,15 @@ TEST_F(FaceTest, ALabelTakesTheColourOfItsText) {
     EXPECT_EQ(GetTextColor(context), GetSysColor(COLOR_WINDOWTEXT));
 
     ReleaseDC(find(form.lblPlain), context);
+}
+
+TEST(TextColourTest, BlackIsTheUsersOwnColour) {
+    EXPECT_EQ(face::textColour({}, false), GetSysColor(COLOR_WINDOWTEXT));
+    EXPECT_EQ(face::textColour({192, 0, 10}, false), RGB(192, 0, 10));
+}
+
+TEST(TextColourTest, WithStrongContrastEveryTextHasTheUsersColour) {
+    EXPECT_EQ(face::textColour({192, 0, 10}, true), GetSysColor(COLOR_WINDOWTEXT));
 }
 
 TEST_F(FaceTest, APictureIsPainted) {

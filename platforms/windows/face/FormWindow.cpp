@@ -1,6 +1,7 @@
 #include "windows/face/FormWindow.h"
 
 #include "windows/face/ControlIds.h"
+#include "windows/face/TextColour.h"
 #include "windows/face/WindowMessages.h"
 
 #include <algorithm>
@@ -14,19 +15,6 @@ HICON programIcon(int widthMetric, int heightMetric) {
     return static_cast<HICON>(LoadImageA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(programIconId),
                                          IMAGE_ICON, GetSystemMetrics(widthMetric),
                                          GetSystemMetrics(heightMetric), LR_SHARED));
-}
-
-bool highContrast() {
-    HIGHCONTRASTA contrast{};
-    contrast.cbSize = sizeof contrast;
-    return SystemParametersInfoA(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) != FALSE &&
-           (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
-}
-
-COLORREF textColour(const Colour& colour) {
-    // Someone who needs strong contrast has chosen the colours that he can read.
-    return colour == Colour{} || highContrast() ? GetSysColor(COLOR_WINDOWTEXT)
-                                                : RGB(colour.red, colour.green, colour.blue);
 }
 
 } // namespace
@@ -161,13 +149,12 @@ void FormWindow::applyVisibility() {
         }
         return;
     }
-    if (!seenBefore_) {
-        seenBefore_ = true;
+    ShowWindow(window_, aside ? SW_RESTORE : SW_SHOW);
+    if (!std::exchange(seenBefore_, true)) {
         if (const ControlWindow* first = picture(form_.initialFocus())) {
             SetFocus(first->window());
         }
     }
-    ShowWindow(window_, aside ? SW_RESTORE : SW_SHOW);
     if (front) {
         SetForegroundWindow(window_);
     }
@@ -280,8 +267,9 @@ void FormWindow::onSize(WPARAM how) {
 LRESULT FormWindow::onColour(HDC context, HWND control) const {
     const auto found = std::find_if(pictures_.begin(), pictures_.end(),
                                     [&](const auto& own) { return own->window() == control; });
-    SetTextColor(context, found == pictures_.end() ? GetSysColor(COLOR_WINDOWTEXT)
-                                                   : textColour((*found)->textColour()));
+    SetTextColor(context, found == pictures_.end()
+                              ? GetSysColor(COLOR_WINDOWTEXT)
+                              : textColour((*found)->textColour(), strongContrast()));
     // Read-only boxes look like the window: they do not invite typing.
     SetBkColor(context, GetSysColor(COLOR_3DFACE));
     return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_3DFACE));
