@@ -104,6 +104,10 @@ bool ProfileEngine::load(const std::string& file) {
     return (inMemory && files_.stamp(file) == stamp_) || reload(file);
 }
 
+bool ProfileEngine::loadUnlessReading(const std::string& file) {
+    return (reading_ && text_ != nullptr && file_ == file) || load(file);
+}
+
 bool ProfileEngine::reload(const std::string& file) {
     forget();
     if (file.empty()) {
@@ -139,7 +143,7 @@ std::optional<std::string_view> ProfileEngine::find(std::string_view section, st
             return *edited;
         }
     }
-    if (!load(file)) {
+    if (!loadUnlessReading(file)) {
         return std::nullopt;
     }
     const ProfileSection* found = text_->section(section);
@@ -218,6 +222,19 @@ bool ProfileEngine::WritePrivateProfileSectionA(std::string_view section, std::s
         return false;
     }
     return write(file, [&](ProfileEdits& edits) { edits.writeSection(section, cutLines(lines)); });
+}
+
+void ProfileEngine::beginReading(const std::string& file) {
+    try {
+        // What is in memory may be old; a file that cannot be read is tried anew by each reader.
+        reading_ = load(file);
+    } catch (const std::bad_alloc&) {
+        forget();
+    }
+}
+
+void ProfileEngine::endReading() {
+    reading_ = false;
 }
 
 void ProfileEngine::beginUpdate(const std::string& file) {

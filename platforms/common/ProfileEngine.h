@@ -30,11 +30,14 @@ public:
                                     std::string_view value, const std::string& file) override;
     bool WritePrivateProfileSectionA(std::string_view section, std::string_view lines,
                                      const std::string& file) override;
+    void beginReading(const std::string& file) override;
+    void endReading() override;
     void beginUpdate(const std::string& file) override;
     bool commitUpdate() override;
 
 private:
     bool load(const std::string& file);
+    bool loadUnlessReading(const std::string& file);
     bool reload(const std::string& file);
     void forget();
     std::optional<std::string_view> find(std::string_view section, std::string_view key,
@@ -48,6 +51,7 @@ private:
     std::string file_;                  ///< whose text is in memory
     std::optional<FileStamp> stamp_;    ///< of that text; nothing when there was no file
     std::unique_ptr<ProfileText> text_; ///< null when nothing usable is in memory
+    bool reading_ = false;              ///< that text stands for its file, whatever its stamp
     bool updating_ = false;
     std::string updateFile_;
     ProfileEdits edits_;

@@ -37,6 +37,12 @@ public:
     virtual bool WritePrivateProfileSectionA(std::string_view section, std::string_view lines,
                                              const std::string& file) = 0;
 
+    /// From here on readers of `file` need not look whether another program has written to it,
+    /// until `endReading`: many keys are read fast, and from one state of the file. Readings do not
+    /// nest.
+    virtual void beginReading(const std::string& file) = 0;
+    virtual void endReading() = 0;
+
     /// From here on writes to `file` are collected and seen by the readers, but reach the file only
     /// at `commitUpdate`, in one atomic replacement. Updates do not nest.
     virtual void beginUpdate(const std::string& file) = 0;
@@ -45,6 +51,20 @@ public:
     /// is then as it was and the collected writes are forgotten. True when nothing was to be
     /// written.
     virtual bool commitUpdate() = 0;
+};
+
+/// Reads of one scope come from one state of the file, apart from what the scope itself writes.
+class ProfileReading {
+public:
+    ProfileReading(PrivateProfile& profile, const std::string& file) : profile_(profile) {
+        profile_.beginReading(file);
+    }
+    ~ProfileReading() { profile_.endReading(); }
+    ProfileReading(const ProfileReading&) = delete;
+    ProfileReading& operator=(const ProfileReading&) = delete;
+
+private:
+    PrivateProfile& profile_;
 };
 
 /// Collects the writes of one scope into a single replacement of the file. A scope that is left

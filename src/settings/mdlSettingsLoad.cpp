@@ -2,6 +2,7 @@
 
 #include "ports/Locale.h"
 #include "ports/Platform.h"
+#include "ports/PrivateProfile.h"
 #include "startup/mdlConst.h"
 #include "startup/mdlTools.h"
 #include "startup/mdlVar.h"
@@ -108,6 +109,7 @@ bool LoadState() {
         if (state().IniFileName.empty()) {
             return;
         }
+        const ProfileReading reading(platform().profile, state().IniFileName);
         loadTotals();
         forms().frmOptions.load();
         loadUnitsAndStartUp();

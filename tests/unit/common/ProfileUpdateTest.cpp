@@ -10,6 +10,48 @@ protected:
     const std::string other = "/here/Other.ini";
 };
 
+TEST_F(ProfileUpdateTest, AReadingAnswersFromOneStateOfTheFileWithoutLookingAgain) {
+    given("[a]\nx=1\ny=1\n");
+    EXPECT_EQ(value("a", "x"), "1");
+    given("[a]\nx=2\ny=2\n");
+    {
+        const ProfileReading reading(engine, file);
+        EXPECT_EQ(value("a", "x"), "2");
+        const int before = files.stamps;
+        given("[a]\nx=3\ny=3\n");
+        EXPECT_EQ(value("a", "y"), "2");
+        EXPECT_EQ(files.stamps, before);
+    }
+    EXPECT_EQ(value("a", "y"), "3");
+}
+
+TEST_F(ProfileUpdateTest, AReadingSeesWhatItsOwnScopeWritesOnTopOfWhatOthersWrote) {
+    given("[a]\nx=1\n");
+    const ProfileReading reading(engine, file);
+    given("[a]\nx=1\nother=1\n");
+
+    EXPECT_TRUE(write("a", "y", "5"));
+
+    EXPECT_EQ(value("a", "y"), "5");
+    EXPECT_EQ(value("a", "other"), "1");
+    EXPECT_EQ(bytes(), "[a]\nx=1\nother=1\ny=5\n");
+}
+
+TEST_F(ProfileUpdateTest, AReadingOfAFileThatIsNotThereFindsNothing) {
+    const ProfileReading reading(engine, file);
+
+    EXPECT_EQ(value("a", "x"), "none");
+}
+
+TEST_F(ProfileUpdateTest, AReadingThatRunsOutOfMemoryReadsAsWithoutOne) {
+    given("[a]\nx=1\n");
+    files.memoryIsShort = true;
+    const ProfileReading reading(engine, file);
+    files.memoryIsShort = false;
+
+    EXPECT_EQ(value("a", "x"), "1");
+}
+
 TEST_F(ProfileUpdateTest, AFileIsReadOnceForManyReads) {
     given("[a]\nx=1\ny=2\n");
     EXPECT_EQ(value("a", "x"), "1");
