@@ -216,7 +216,8 @@ LRESULT FormWindow::handle(UINT message, WPARAM first, LPARAM second) {
     case WM_SETTINGCHANGE:
     case WM_THEMECHANGED:
         if (form_.layout() != nullptr) {
-            useFont(dotsPerInch(window_));
+            // Not every system can be asked for the resolution of a window again.
+            useFont(dotsPerInch_);
             layOut();
         }
         return passOn(message, first, second);

@@ -52,12 +52,12 @@ private:
     void onSize(WPARAM how);
     LRESULT onColour(HDC context, HWND control) const;
     void onSmallestSize(MINMAXINFO& info) const;
-    void onResolution(int dotsPerInch, const RECT& place);
+    void onResolution(int resolution, const RECT& place);
     bool onCursor() const;
     void applyVisibility();
 
     // Sizes: see FormWindowLayout.cpp.
-    void useFont(int dotsPerInch);
+    void useFont(int resolution);
     LayoutMetrics metrics() const;
     const LayoutSize& leastSize() const;
     SIZE frameSize() const;
@@ -68,6 +68,7 @@ private:
     WindowContext& context_;
     HWND window_ = nullptr;
     std::unique_ptr<FaceFont> font_;
+    int dotsPerInch_ = 0;            ///< of the font
     std::unique_ptr<ToolTips> tips_; ///< made with the first tip
     std::vector<std::unique_ptr<ControlWindow>> pictures_;
     mutable std::optional<LayoutSize> leastSize_; ///< as long as no control has changed its size

@@ -18,8 +18,9 @@ constexpr int widestTip = 60; // characters
 
 } // namespace
 
-void FormWindow::useFont(int dotsPerInch) {
-    auto font = std::make_unique<FaceFont>(dotsPerInch);
+void FormWindow::useFont(int resolution) {
+    auto font = std::make_unique<FaceFont>(resolution);
+    dotsPerInch_ = resolution;
     for (const auto& own : pictures_) {
         if (own->window() != nullptr) {
             SendMessageA(own->window(), WM_SETFONT, reinterpret_cast<WPARAM>(font->handle()),
@@ -118,8 +119,8 @@ void FormWindow::placeControls() {
     InvalidateRect(window_, nullptr, TRUE);
 }
 
-void FormWindow::onResolution(int dotsPerInch, const RECT& place) {
-    useFont(dotsPerInch);
+void FormWindow::onResolution(int resolution, const RECT& place) {
+    useFont(resolution);
     SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left,
                  place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
     layOut();

@@ -11,7 +11,9 @@ std::string systemFolder() {
 FARPROC Library::address(const char* name) {
     if (!tried_) {
         tried_ = true;
-        module_ = LoadLibraryA((systemFolder() + "\\" + fileName_).c_str());
+        // What the library itself needs is looked for beside it, not beside the program.
+        module_ = LoadLibraryExA((systemFolder() + "\\" + fileName_).c_str(), nullptr,
+                                 LOAD_WITH_ALTERED_SEARCH_PATH);
     }
     return module_ == nullptr ? nullptr : GetProcAddress(module_, name);
 }

@@ -10,7 +10,8 @@ namespace {
 /// A text of a locale; empty where the system has none.
 std::string setting(LCID locale, LCTYPE which) {
     char text[256];
-    const int size = GetLocaleInfoA(locale, which, text, sizeof text);
+    // In the code page of the system, which need not be that of the locale.
+    const int size = GetLocaleInfoA(locale, which | LOCALE_USE_CP_ACP, text, sizeof text);
     return size > 0 ? std::string(text, static_cast<std::size_t>(size) - 1) : std::string();
 }
 
