@@ -8,9 +8,10 @@ namespace {
 class CheckBoxWindow : public ControlWindow {
 public:
     CheckBoxWindow(CheckBox& box, ControlSite& site)
-        : ControlWindow(box, site, makeChild(box, site, "BUTTON", WS_TABSTOP | BS_AUTOCHECKBOX)),
+        : ControlWindow(box, site,
+                        makeChild(box, site, "BUTTON", markedCaption(box.caption(), box.mnemonic()),
+                                  WS_TABSTOP | BS_AUTOCHECKBOX)),
           box_(box) {
-        setWindowText(markedCaption(box.caption(), box.mnemonic()));
         refresh(Property::Value);
     }
 

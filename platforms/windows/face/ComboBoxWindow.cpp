@@ -9,7 +9,7 @@ public:
     ComboBoxWindow(ComboBox& combo, ControlSite& site)
         : ControlWindow(
               combo, site,
-              makeChild(combo, site, "COMBOBOX", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST)),
+              makeChild(combo, site, "COMBOBOX", "", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST)),
           combo_(combo) {
         refresh(Property::Items);
     }

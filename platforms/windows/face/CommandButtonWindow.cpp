@@ -7,14 +7,17 @@ namespace tarvik::face {
 
 namespace {
 
+std::string shownCaption(const CommandButton& button) {
+    return markedCaption(button.caption(), button.mnemonic());
+}
+
 class CommandButtonWindow : public ControlWindow {
 public:
     CommandButtonWindow(CommandButton& button, ControlSite& site)
-        : ControlWindow(button, site,
-                        makeChild(button, site, "BUTTON", WS_TABSTOP | BS_PUSHBUTTON)),
-          button_(button) {
-        refresh(Property::Caption);
-    }
+        : ControlWindow(
+              button, site,
+              makeChild(button, site, "BUTTON", shownCaption(button), WS_TABSTOP | BS_PUSHBUTTON)),
+          button_(button) {}
 
     LayoutSize measure(const FaceFont& font, int, int) const override {
         constexpr int leastWidth = 50;
@@ -32,7 +35,7 @@ public:
 
 protected:
     void refreshOwn(Property changed) override {
-        const std::string caption = markedCaption(button_.caption(), button_.mnemonic());
+        const std::string caption = shownCaption(button_);
         if (changed == Property::Caption && windowText() != caption) {
             setWindowText(caption);
             site().layOutAgain();

@@ -61,13 +61,13 @@ void ControlWindow::setWindowText(const std::string& text) {
     SetWindowTextA(window_, text.c_str());
 }
 
-HWND makeChild(const Control& control, const ControlSite& site, const char* className, DWORD style,
-               DWORD extendedStyle) {
+HWND makeChild(const Control& control, const ControlSite& site, const char* className,
+               const std::string& text, DWORD style, DWORD extendedStyle) {
     const DWORD shown = control.visible() ? WS_VISIBLE : 0U;
     const auto id = static_cast<std::intptr_t>(controlId(control));
-    return CreateWindowExA(extendedStyle, className, "", WS_CHILD | shown | style, 0, 0, 0, 0,
-                           site.window(), reinterpret_cast<HMENU>(id), GetModuleHandleA(nullptr),
-                           nullptr);
+    return CreateWindowExA(extendedStyle, className, text.c_str(), WS_CHILD | shown | style, 0, 0,
+                           0, 0, site.window(), reinterpret_cast<HMENU>(id),
+                           GetModuleHandleA(nullptr), nullptr);
 }
 
 std::unique_ptr<ControlWindow> makeControlWindow(Control& control, ControlSite& site) {

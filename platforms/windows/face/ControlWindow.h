@@ -56,9 +56,10 @@ private:
     HWND window_;
 };
 
-/// A child window for the control, with the control's number.
-HWND makeChild(const Control& control, const ControlSite& site, const char* className, DWORD style,
-               DWORD extendedStyle = 0);
+/// A child window for the control, with the control's number. The text comes with it: each change
+/// of a window that is there costs more.
+HWND makeChild(const Control& control, const ControlSite& site, const char* className,
+               const std::string& text, DWORD style, DWORD extendedStyle = 0);
 
 /// The picture for a control of any kind; null for a kind that is only shown when it is opened.
 std::unique_ptr<ControlWindow> makeControlWindow(Control& control, ControlSite& site);

@@ -8,9 +8,10 @@ namespace {
 class FrameWindow : public ControlWindow {
 public:
     FrameWindow(Frame& frame, ControlSite& site)
-        : ControlWindow(frame, site, makeChild(frame, site, "BUTTON", BS_GROUPBOX)), frame_(frame) {
-        setWindowText(markedCaption(frame.caption(), 0));
-    }
+        : ControlWindow(
+              frame, site,
+              makeChild(frame, site, "BUTTON", markedCaption(frame.caption(), 0), BS_GROUPBOX)),
+          frame_(frame) {}
 
     LayoutSize measure(const FaceFont& font, int, int) const override {
         return {font.textWidth(frame_.caption()), font.lineHeight()};

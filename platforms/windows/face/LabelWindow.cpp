@@ -15,13 +15,17 @@ DWORD styleOf(const Label& label) {
     return alignment | marks | SS_CENTERIMAGE | SS_NOTIFY;
 }
 
+std::string shownCaption(const Label& label) {
+    return label.labelled() != nullptr ? markedCaption(label.caption(), label.mnemonic())
+                                       : label.caption();
+}
+
 class LabelWindow : public ControlWindow {
 public:
     LabelWindow(Label& label, ControlSite& site)
-        : ControlWindow(label, site, makeChild(label, site, "STATIC", styleOf(label))),
-          label_(label) {
-        refresh(Property::Caption);
-    }
+        : ControlWindow(label, site,
+                        makeChild(label, site, "STATIC", shownCaption(label), styleOf(label))),
+          label_(label) {}
 
     LayoutSize measure(const FaceFont& font, int characters, int lines) const override {
         const int width =
@@ -34,9 +38,7 @@ public:
 protected:
     void refreshOwn(Property changed) override {
         if (changed == Property::Caption) {
-            const bool named = label_.labelled() != nullptr;
-            setWindowText(named ? markedCaption(label_.caption(), label_.mnemonic())
-                                : label_.caption());
+            setWindowText(shownCaption(label_));
             site().layOutAgain();
         } else if (changed == Property::ForeColour) {
             InvalidateRect(window(), nullptr, TRUE);

@@ -36,7 +36,7 @@ void paint(HWND window, const Drawing& drawing) {
 class PictureWindow : public ControlWindow {
 public:
     PictureWindow(Picture& picture, ControlSite& site)
-        : ControlWindow(picture, site, makeChild(picture, site, registeredClass(), 0)),
+        : ControlWindow(picture, site, makeChild(picture, site, registeredClass(), "", 0)),
           picture_(picture) {
         SetWindowLongPtrA(window(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     }

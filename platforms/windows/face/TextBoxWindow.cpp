@@ -14,11 +14,10 @@ DWORD styleOf(const TextBox& textBox) {
 class TextBoxWindow : public ControlWindow {
 public:
     TextBoxWindow(TextBox& textBox, ControlSite& site)
-        : ControlWindow(textBox, site,
-                        makeChild(textBox, site, "EDIT", styleOf(textBox), WS_EX_CLIENTEDGE)),
-          textBox_(textBox) {
-        refresh(Property::Text);
-    }
+        : ControlWindow(
+              textBox, site,
+              makeChild(textBox, site, "EDIT", textBox.text(), styleOf(textBox), WS_EX_CLIENTEDGE)),
+          textBox_(textBox) {}
 
     LayoutSize measure(const FaceFont& font, int characters, int lines) const override {
         constexpr int surroundings = 6;
