@@ -9,6 +9,7 @@
 #include "linux/services/LinuxLocale.h"
 #include "linux/services/LinuxProgram.h"
 #include "linux/services/LinuxSingleInstance.h"
+#include "linux/services/LinuxSockets.h"
 #include "linux/services/LinuxSystemErrorText.h"
 #include "ports/Platform.h"
 
@@ -37,7 +38,7 @@ private:
     AbsentNotificationArea notificationArea_;
     AbsentCommonDialogs dialogs_;
     AbsentInternetState internet_;
-    AbsentSockets sockets_;
+    LinuxSockets sockets_;
     face::QtDesktop desktop_;
     face::EndSignals endSignals_;
 };

@@ -3,7 +3,6 @@
 #include "ports/CommonDialogs.h"
 #include "ports/InternetState.h"
 #include "ports/NotificationArea.h"
-#include "ports/Sockets.h"
 
 namespace tarvik {
 
@@ -17,19 +16,6 @@ public:
     bool Shell_NotifyIconA(std::uint32_t, NOTIFYICONDATAA*) override { return false; }
     bool SetForegroundWindow(std::uint32_t) override { return false; }
     std::uint32_t GetVersion() override { return 5; }
-};
-
-/// A machine whose socket interface does not start.
-class AbsentSockets : public Sockets {
-public:
-    static constexpr int networkNotReady = 10091;
-    static constexpr int notStarted = 10093;
-
-    int WSAStartup(std::uint16_t, WSADATA*) override { return networkNotReady; }
-    int WSACleanup() override { return notStarted; }
-    int WSAGetLastError() override { return notStarted; }
-    int gethostname(char*, int) override { return -1; }
-    bool gethostbyname(const char*, HOSTENT*) override { return false; }
 };
 
 /// A machine that is not connected and knows of no connection.

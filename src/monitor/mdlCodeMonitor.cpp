@@ -1,6 +1,7 @@
 #include "monitor/mdlCodeMonitor.h"
 
 #include "connection/mdlCode.h"
+#include "connection/mdlObtainIP.h"
 #include "monitor/mdlCodeToggle.h"
 #include "ports/Platform.h"
 #include "startup/mdlConst.h"
@@ -125,6 +126,9 @@ bool HandleOnline(std::uint32_t Index, const RAS_STATS& Statistics) {
             window.SetStatistics.raise(Statistics);
         }
         takeCounters(Statistics);
+        if (s.LogIPAddress != 0 && s.FirstOnlineUpdate) {
+            s.IPAddress = ObtainIP(s.HostName);
+        }
         const bool ask = s.FirstOnlineUpdate && firstOnlineUpdate();
         s.DialInStarted = false;
         if (ask && !userCountsTheSession()) {

@@ -33,8 +33,9 @@ STANDARD_HEADERS = set(
     .split()
 )
 
+# "Windows Sockets" is the name of an interface that users read in messages.
 SYSTEM_NAMES = re.compile(
-    r"\b(Qt[0-9]?|Q[A-Z][a-z]\w+|GTK|Gtk\w*|KDE|GNOME|Win32|WinAPI|Windows|Linux|Unix|POSIX|X11"
+    r"\b(Qt[0-9]?|Q[A-Z][a-z]\w+|GTK|Gtk\w*|KDE|GNOME|Win32|WinAPI|Windows(?! [Ss]ockets\b)|Linux|Unix|POSIX|X11"
     r"|Wayland|D-Bus|[Dd][Bb]us\w*|HWND|HINSTANCE|DWORD|LPSTR)\b"
 )
 BANNED_WORDS = re.compile(

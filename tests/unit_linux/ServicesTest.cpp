@@ -2,6 +2,7 @@
 #include "linux/services/LinuxLocale.h"
 #include "linux/services/LinuxProgram.h"
 #include "linux/services/LinuxSingleInstance.h"
+#include "linux/services/LinuxSockets.h"
 #include "linux/services/LinuxSystemErrorText.h"
 #include "support/TemporaryFolder.h"
 #include "types/Convert.h"
@@ -165,6 +166,45 @@ TEST(SystemErrorTest, AnUnknownNumberHasNone) {
             0U);
     }
     EXPECT_STREQ(buffer.data(), "ab");
+}
+
+TEST(SocketsTest, ThisMachineHasANameAndAddresses) {
+    LinuxSockets sockets;
+    WSADATA data{};
+    std::array<char, 256> name{};
+    HOSTENT host;
+
+    EXPECT_EQ(sockets.WSAStartup(0x0101, &data), 0);
+    EXPECT_EQ(data.wVersion, 0x0101);
+    EXPECT_EQ(sockets.gethostname(name.data(), static_cast<int>(name.size())), 0);
+    EXPECT_NE(name[0], '\0');
+    EXPECT_TRUE(sockets.gethostbyname(name.data(), &host));
+    EXPECT_EQ(host.h_name, name.data());
+    ASSERT_FALSE(host.h_addr_list.empty());
+    EXPECT_EQ(host.h_addr_list.front().size(), 4U);
+    EXPECT_EQ(sockets.WSACleanup(), 0);
+}
+
+TEST(SocketsTest, EndingWhatWasNotStartedIsAnError) {
+    LinuxSockets sockets;
+
+    EXPECT_EQ(sockets.WSACleanup(), 10093);
+    EXPECT_EQ(sockets.WSAGetLastError(), 10093);
+}
+
+TEST(SocketsTest, AnotherHostIsNotKnown) {
+    LinuxSockets sockets;
+    HOSTENT host;
+
+    EXPECT_FALSE(sockets.gethostbyname("no-such-host.invalid", &host));
+}
+
+TEST(SocketsTest, ANameThatDoesNotFitIsAnError) {
+    LinuxSockets sockets;
+    char name = 'x';
+
+    EXPECT_EQ(sockets.gethostname(&name, 0), -1);
+    EXPECT_NE(sockets.WSAGetLastError(), 0);
 }
 
 struct LocaleCase {

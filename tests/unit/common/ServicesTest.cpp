@@ -58,19 +58,6 @@ TEST(AbsentServicesTest, AnAbsentNotificationAreaTakesNoIcon) {
     EXPECT_EQ(area.GetVersion(), 5U);
 }
 
-TEST(AbsentServicesTest, AbsentSocketsDoNotStart) {
-    AbsentSockets sockets;
-    WSADATA data{};
-    HOSTENT host;
-    char name[8] = "before";
-    EXPECT_EQ(sockets.WSAStartup(0x0101, &data), 10091);
-    EXPECT_EQ(sockets.gethostname(name, 8), -1);
-    EXPECT_STREQ(name, "before");
-    EXPECT_FALSE(sockets.gethostbyname("host", &host));
-    EXPECT_EQ(sockets.WSAGetLastError(), 10093);
-    EXPECT_EQ(sockets.WSACleanup(), 10093);
-}
-
 TEST(AbsentServicesTest, AnAbsentInternetIsNotConnected) {
     AbsentInternetState state;
     std::uint32_t flags = 99;
