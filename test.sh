@@ -132,7 +132,7 @@ on_windows() {
     scripts/wine32.sh ready || return $cannot_run
     folder=$(mktemp -d)
     cp build/windows/bin/*.exe "$folder"
-    WINE32_TIMEOUT=300 scripts/wine32.sh run "$folder/$program.exe" --gtest_brief=1 "$@"
+    WINE32_DESKTOP=1 WINE32_TIMEOUT=300 scripts/wine32.sh run "$folder/$program.exe" --gtest_brief=1 "$@"
     status=$?
     rm -rf "$folder"
     return $status

@@ -28,7 +28,12 @@ namespace {
 class FaceTest : public testing::Test {
 protected:
     FaceTest() { form.load(); }
-    ~FaceTest() override { form.unload(); }
+    ~FaceTest() override {
+        // What the handlers of the test wrote to is gone.
+        form.QueryUnload.connect({});
+        form.Unload.connect({});
+        form.unload();
+    }
 
     template <class Widget>
     Widget* find(const char* name) {

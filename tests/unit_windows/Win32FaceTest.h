@@ -17,6 +17,9 @@ class Win32FaceTest : public testing::Test {
 protected:
     Win32FaceTest() { form.load(); }
     ~Win32FaceTest() override {
+        // What the handlers of the test wrote to is gone.
+        form.QueryUnload.connect({});
+        form.Unload.connect({});
         form.unload();
         settle();
     }
