@@ -4,11 +4,25 @@
 #include "windows/services/FileHandle.h"
 
 #include <gtest/gtest.h>
+#include <winioctl.h>
 
 namespace tarvik {
 namespace {
 
 using Names = std::vector<std::string>;
+
+/// Makes a file of 3 GiB, more than a program of 32 bits can take in at once. It takes no room on
+/// disks that leave out what was never written.
+void makeHuge(const std::string& path) {
+    const FileHandle file(CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr));
+    DWORD unused = 0;
+    DeviceIoControl(file.get(), FSCTL_SET_SPARSE, nullptr, 0, nullptr, 0, &unused, nullptr);
+    LARGE_INTEGER size{};
+    size.QuadPart = 3LL << 30U;
+    ASSERT_TRUE(SetFilePointerEx(file.get(), size, nullptr, FILE_BEGIN) != FALSE &&
+                SetEndOfFile(file.get()) != FALSE);
+}
 
 class FilesTest : public testing::Test {
 protected:
@@ -131,11 +145,40 @@ TEST_F(FilesTest, ADirectoryIsNeitherReadNorReplaced) {
 }
 
 TEST_F(FilesTest, ADeviceIsNeitherReadNorReplaced) {
+    for (const char* name : {"NUL", "con", "Aux", "LPT1", "CONIN$"}) {
+        std::string bytes;
+
+        EXPECT_EQ(files.Dir(name), FileKind::Other) << name;
+        EXPECT_EQ(files.read(name, bytes), ErrorNumber::PathFileAccess) << name;
+        EXPECT_EQ(files.replace(name, {"x"}), ErrorNumber::PathFileAccess) << name;
+        EXPECT_FALSE(files.stamp(name)) << name;
+    }
+}
+
+TEST_F(FilesTest, APipeIsNotEvenOpened) {
+    const std::string name = "\\\\.\\pipe\\tarvik-test-" + std::to_string(GetCurrentProcessId());
+    const FileHandle pipe(
+        CreateNamedPipeA(name.c_str(), PIPE_ACCESS_DUPLEX, 0, 1, 16, 16, 0, nullptr));
+    ASSERT_TRUE(pipe);
     std::string bytes;
 
-    EXPECT_TRUE(files.read("NUL", bytes));
-    EXPECT_TRUE(files.replace("NUL", {"x"}));
-    EXPECT_FALSE(files.stamp("NUL"));
+    EXPECT_EQ(files.read(name, bytes), ErrorNumber::PathFileAccess);
+    EXPECT_FALSE(files.stamp(name));
+    EXPECT_EQ(files.Dir(name), FileKind::Other);
+
+    // Its only place is still free.
+    const FileHandle client(
+        CreateFileA(name.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    EXPECT_TRUE(client);
+}
+
+TEST_F(FilesTest, AFileThatMemoryCannotHoldIsNotRead) {
+    makeHuge(path);
+    std::string bytes = "before";
+
+    EXPECT_EQ(files.read(path, bytes), ErrorNumber::PathFileAccess);
+
+    EXPECT_EQ(bytes, "");
 }
 
 TEST_F(FilesTest, AMissingFolderIsToldAndNotMade) {

@@ -1,6 +1,8 @@
 #include "windows/services/FileHandle.h"
 
 #include <algorithm>
+#include <exception>
+#include <new>
 
 namespace tarvik {
 
@@ -9,6 +11,37 @@ namespace {
 constexpr std::size_t portion = std::size_t{1} << 20U;
 /// A code of the system that older headers lack.
 constexpr DWORD diskQuotaExceeded = 1295;
+
+/// As `readAll`; throws where the bytes find no room in memory.
+bool readRest(const FileHandle& file, std::string& bytes) {
+    LARGE_INTEGER size{};
+    if (GetFileSizeEx(file.get(), &size) == FALSE) {
+        return false;
+    }
+    if (size.QuadPart >= static_cast<LONGLONG>(bytes.max_size())) {
+        throw std::bad_alloc();
+    }
+    // One byte more than there should be: the end of the file is seen, and growth while reading
+    // too.
+    bytes.resize(static_cast<std::size_t>(size.QuadPart) + 1);
+    std::size_t filled = 0;
+    while (true) {
+        const auto wanted = static_cast<DWORD>(std::min(bytes.size() - filled, portion));
+        DWORD count = 0;
+        if (ReadFile(file.get(), bytes.data() + filled, wanted, &count, nullptr) == FALSE) {
+            return false;
+        }
+        filled += count;
+        if (count == 0) {
+            bytes.resize(filled);
+            return true;
+        }
+        if (filled == bytes.size()) {
+            bytes.resize(bytes.size() + portion);
+        }
+    }
+}
+
 } // namespace
 
 ErrorNumber errorNumberOf(DWORD systemError) {
@@ -46,28 +79,11 @@ bool writeAll(const FileHandle& file, std::string_view bytes) {
 }
 
 bool readAll(const FileHandle& file, std::string& bytes) {
-    LARGE_INTEGER size{};
-    if (GetFileSizeEx(file.get(), &size) == FALSE) {
+    try {
+        return readRest(file, bytes);
+    } catch (const std::exception&) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return false;
-    }
-    // One byte more than there should be: the end of the file is seen, and growth while reading
-    // too.
-    bytes.resize(static_cast<std::size_t>(size.QuadPart) + 1);
-    std::size_t filled = 0;
-    while (true) {
-        const auto wanted = static_cast<DWORD>(std::min(bytes.size() - filled, portion));
-        DWORD count = 0;
-        if (ReadFile(file.get(), bytes.data() + filled, wanted, &count, nullptr) == FALSE) {
-            return false;
-        }
-        filled += count;
-        if (count == 0) {
-            bytes.resize(filled);
-            return true;
-        }
-        if (filled == bytes.size()) {
-            bytes.resize(bytes.size() + portion);
-        }
     }
 }
 

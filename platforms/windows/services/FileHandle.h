@@ -42,7 +42,8 @@ ErrorNumber errorNumberOf(DWORD systemError);
 /// Writes everything; false with the system's last error set.
 bool writeAll(const FileHandle& file, std::string_view bytes);
 
-/// Reads the rest of the file into `bytes`; false with the system's last error set.
+/// Reads the rest of the file into `bytes`; false with the system's last error set, also for more
+/// than memory holds.
 bool readAll(const FileHandle& file, std::string& bytes);
 
 } // namespace tarvik

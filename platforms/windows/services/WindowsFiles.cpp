@@ -22,8 +22,20 @@ std::int64_t nanoseconds(std::int64_t steps) {
     return static_cast<std::int64_t>(static_cast<std::uint64_t>(steps) * 100);
 }
 
+/// The path leads to a device or a pipe by its name alone, as this system takes names. Some of them
+/// cannot be opened to be asked, others notice that they were.
+bool namesDevice(const std::string& path) {
+    char full[MAX_PATH];
+    const DWORD length = GetFullPathNameA(path.c_str(), sizeof full, full, nullptr);
+    return length < sizeof full && std::string_view(full, length).starts_with("\\\\.\\");
+}
+
 /// An ordinary file; nothing, with the system's last error set, for anything else.
 FileHandle openOrdinary(const std::string& path, DWORD access) {
+    if (namesDevice(path)) {
+        SetLastError(ERROR_BAD_FILE_TYPE);
+        return FileHandle();
+    }
     FileHandle file(CreateFileA(path.c_str(), access, everyone, nullptr, OPEN_EXISTING,
                                 FILE_ATTRIBUTE_NORMAL, nullptr));
     if (file && GetFileType(file.get()) != FILE_TYPE_DISK) {
@@ -111,6 +123,9 @@ private:
 } // namespace
 
 FileKind WindowsFiles::Dir(const std::string& path) {
+    if (namesDevice(path)) {
+        return FileKind::Other;
+    }
     const DWORD attributes = GetFileAttributesA(path.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) {
         return FileKind::None;
@@ -118,7 +133,8 @@ FileKind WindowsFiles::Dir(const std::string& path) {
     if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
         return FileKind::Directory;
     }
-    // Devices have attributes too. One that cannot be opened at all is taken at its word.
+    // What lies on another computer shows its kind only when opened. One that cannot be opened at
+    // all is taken at its word.
     const FileHandle file(CreateFileA(path.c_str(), FILE_READ_ATTRIBUTES, everyone, nullptr,
                                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     return file && GetFileType(file.get()) != FILE_TYPE_DISK ? FileKind::Other : FileKind::File;
