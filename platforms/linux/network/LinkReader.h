@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace tarvik {
+
+/// What the kernel counts for a network interface since it was made.
+struct LinkReading {
+    std::uint32_t index = 0; ///< of the interface: another one is another interface of that name
+    std::uint64_t received = 0;
+    std::uint64_t sent = 0;
+    std::uint64_t packetsReceived = 0;
+    std::uint64_t packetsSent = 0;
+    std::uint64_t checksumErrors = 0;
+    std::uint64_t frameErrors = 0;
+    std::uint64_t overrunErrors = 0;
+    std::uint64_t missed = 0;  ///< arrived where there was no room
+    std::uint64_t aborted = 0; ///< could not be sent in time
+};
+
+/// Reads an interface's counters from the kernel's folder of network interfaces; nothing when there
+/// is no such interface.
+std::optional<LinkReading> readLink(const std::string& interfacesFolder,
+                                    const std::string& interface);
+
+} // namespace tarvik

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "linux/network/LinkReader.h"
+
+namespace tarvik {
+
+/// The counters of one connection, which may outlive the interface that it runs over: a tunnel that
+/// is made anew begins at 0, and what the one before it counted is added.
+class LinkSession {
+public:
+    /// Takes over a reading of the connection's interface.
+    void sample(const LinkReading& reading);
+
+    /// Everything since the connection's start, as far as it was read.
+    const LinkReading& total() const { return total_; }
+
+private:
+    LinkReading before_; ///< sum of the interfaces that are gone
+    LinkReading last_;
+    LinkReading total_;
+};
+
+} // namespace tarvik

@@ -1,0 +1,274 @@
+#include "linux/network/NetworkConnections.h"
+
+#include "common/RasErrorText.h"
+#include "common/RasRecords.h"
+#include "linux/network/LinkAge.h"
+#include "linux/network/ReasonCodes.h"
+
+#include <algorithm>
+#include <chrono>
+
+namespace tarvik {
+
+namespace {
+
+constexpr std::uint32_t activating = 1;
+constexpr std::uint32_t activated = 2;
+
+std::uint64_t steadyMilliseconds() {
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return static_cast<std::uint64_t>(
+        std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
+}
+
+/// The kind of device as the remote-access service names it.
+const char* deviceTypeOf(const std::string& type) {
+    if (type == "gsm" || type == "cdma" || type == "bluetooth") {
+        return "modem";
+    }
+    return type == "vpn" || type == "wireguard" ? "vpn" : "pppoe";
+}
+
+/// The device as a person would name it.
+std::string deviceNameOf(const NetworkLine& line) {
+    const std::string kind = line.type == "gsm" || line.type == "cdma" ? "Mobile broadband"
+                             : line.type == "bluetooth"                ? "Bluetooth phone"
+                             : line.type == "wireguard"                ? "WireGuard"
+                             : line.type == "vpn"                      ? "VPN"
+                                                                       : "DSL";
+    return line.interface.empty() ? kind : kind + " " + line.interface;
+}
+
+/// The record's counters wrap as the service's own do.
+std::uint32_t wrapped(std::uint64_t number) {
+    return static_cast<std::uint32_t>(number);
+}
+
+bool isUp(const NetworkLine& line) {
+    return line.state == activated && !line.interface.empty();
+}
+
+} // namespace
+
+bool NetworkConnections::refresh() {
+    const bool running = bus_.refresh();
+    if (running) {
+        takeLines();
+    } else {
+        sessions_.clear();
+    }
+    return running;
+}
+
+void NetworkConnections::takeLines() {
+    std::erase_if(sessions_, [&](const Session& own) {
+        return std::none_of(bus_.lines().begin(), bus_.lines().end(),
+                            [&](const NetworkLine& line) { return line.path == own.line.path; });
+    });
+    for (const NetworkLine& line : bus_.lines()) {
+        if (line.state == activating || line.state == activated) {
+            sessionOf(line).line = line;
+        }
+    }
+    std::erase_if(sessions_, [](const Session& own) { return own.line.state > activated; });
+}
+
+NetworkConnections::Session& NetworkConnections::sessionOf(const NetworkLine& line) {
+    const auto known = std::find_if(sessions_.begin(), sessions_.end(),
+                                    [&](const Session& own) { return own.line.path == line.path; });
+    if (known != sessions_.end()) {
+        return *known;
+    }
+    sessions_.push_back({.handle = ++lastHandle_, .line = line, .counters = {}});
+    return sessions_.back();
+}
+
+NetworkConnections::Session* NetworkConnections::session(std::uint32_t handle) {
+    const auto found = std::find_if(sessions_.begin(), sessions_.end(),
+                                    [&](const Session& own) { return own.handle == handle; });
+    return found == sessions_.end() ? nullptr : &*found;
+}
+
+const NetworkProfile* NetworkConnections::profile(const char* name) const {
+    constexpr std::size_t longest = sizeof(RASDIALPARAMSA::szEntryName) - 1;
+    const auto& all = bus_.profiles();
+    const auto found = std::find_if(all.begin(), all.end(), [&](const NetworkProfile& one) {
+        return one.name.substr(0, longest) == name;
+    });
+    return found == all.end() ? nullptr : &*found;
+}
+
+std::uint32_t NetworkConnections::RasEnumEntriesA(const char*, const char*, void* buffer,
+                                                  std::uint32_t* bytes, std::uint32_t* count) {
+    const std::uint32_t size = sizeFieldOf(buffer);
+    if (size != RASENTRYNAMEA::size && size != RASENTRYNAMEA_264::size) {
+        return ras::invalidSize;
+    }
+    std::vector<RasEntry> entries;
+    const bool running = refresh();
+    for (const NetworkProfile& one : bus_.profiles()) {
+        entries.push_back({.name = one.name});
+    }
+    const std::uint32_t code = listEntries(entries, buffer, bytes, count);
+    return running ? code : notRunning;
+}
+
+std::uint32_t NetworkConnections::RasEnumConnectionsA(RASCONNA* buffer, std::uint32_t* bytes,
+                                                      std::uint32_t* count) {
+    if (buffer->dwSize != RASCONNA::size) {
+        return ras::invalidSize;
+    }
+    *count = 0;
+    if (!refresh()) {
+        return notRunning;
+    }
+    const std::uint32_t held = *bytes;
+    *count = static_cast<std::uint32_t>(sessions_.size());
+    *bytes = *count * RASCONNA::size;
+    if (held < *bytes) {
+        return ras::bufferTooSmall;
+    }
+    for (const Session& own : sessions_) {
+        buffer->dwSize = RASCONNA::size;
+        buffer->hrasconn = own.handle;
+        putText(buffer->szEntryName, own.line.name);
+        putText(buffer->szDeviceType, deviceTypeOf(own.line.type));
+        putText(buffer->szDeviceName, deviceNameOf(own.line));
+        ++buffer;
+    }
+    return ras::success;
+}
+
+std::uint32_t NetworkConnections::RasGetConnectStatusA(std::uint32_t handle,
+                                                       RASCONNSTATUSA* status) {
+    if (status->dwSize != RASCONNSTATUSA::size) {
+        return ras::invalidSize;
+    }
+    const Session* own = session(handle);
+    if (own == nullptr) {
+        return ras::invalidHandle;
+    }
+    status->rasconnstate = isUp(own->line) ? ras::connected : 0;
+    status->dwError = ras::success;
+    putText(status->szDeviceType, deviceTypeOf(own->line.type));
+    putText(status->szDeviceName, deviceNameOf(own->line));
+    return ras::success;
+}
+
+void NetworkConnections::sample(Session& own) {
+    const auto reading = readLink(interfacesFolder_, own.line.interface);
+    if (!reading) {
+        return; // gone or being made anew: what was counted stays
+    }
+    own.counters.sample(*reading);
+    if (own.activeSince == 0) {
+        own.activeSince = steadyMilliseconds() - addressAge(reading->index).value_or(0);
+    }
+}
+
+std::uint32_t NetworkConnections::RasGetConnectionStatistics(std::uint32_t handle,
+                                                             RAS_STATS* statistics) {
+    if (statistics->dwSize != RAS_STATS::size) {
+        return ras::invalidSize;
+    }
+    Session* own = session(handle);
+    if (own == nullptr) {
+        return ras::invalidHandle;
+    }
+    sample(*own);
+    const LinkReading& total = own->counters.total();
+    *statistics = {};
+    statistics->dwSize = RAS_STATS::size;
+    statistics->dwBytesXmited = wrapped(total.sent);
+    statistics->dwBytesRcved = wrapped(total.received);
+    statistics->dwFramesXmited = wrapped(total.packetsSent);
+    statistics->dwFramesRcved = wrapped(total.packetsReceived);
+    statistics->dwCrcErr = wrapped(total.checksumErrors);
+    statistics->dwTimeoutErr = wrapped(total.aborted);
+    statistics->dwFramingErr = wrapped(total.frameErrors);
+    statistics->dwHardwareOverrunErr = wrapped(total.overrunErrors);
+    statistics->dwBufferOverrunErr = wrapped(total.missed);
+    statistics->dwConnectDuration =
+        own->activeSince == 0 ? 0 : wrapped(steadyMilliseconds() - own->activeSince);
+    return ras::success;
+}
+
+std::uint32_t NetworkConnections::RasGetEntryDialParamsA(const char*, RASDIALPARAMSA* parameters,
+                                                         bool* passwordFound) {
+    if (parameters->dwSize != RASDIALPARAMSA::size) {
+        return ras::invalidSize;
+    }
+    *passwordFound = false; // NetworkManager and its agents keep the passwords
+    if (!refresh()) {
+        return notRunning;
+    }
+    const NetworkProfile* wanted = profile(parameters->szEntryName);
+    if (wanted == nullptr) {
+        return ras::unknownEntry;
+    }
+    putText(parameters->szUserName, wanted->userName);
+    return ras::success;
+}
+
+std::uint32_t NetworkConnections::RasDialA(RASDIALEXTENSIONS* extensions, const char*,
+                                           RASDIALPARAMSA* parameters, std::uint32_t, void*,
+                                           std::uint32_t* handle) {
+    if (extensions->dwSize != RASDIALEXTENSIONS::size ||
+        parameters->dwSize != RASDIALPARAMSA::size) {
+        return ras::invalidSize;
+    }
+    if (!refresh()) {
+        return notRunning;
+    }
+    const NetworkProfile* wanted = profile(parameters->szEntryName);
+    if (wanted == nullptr) {
+        return ras::unknownEntry;
+    }
+    try {
+        return waitForLine(bus_.activate(*wanted), handle);
+    } catch (const BusFailure& failure) {
+        return codeOfBusError(failure.name);
+    }
+}
+
+std::uint32_t NetworkConnections::waitForLine(const std::string& path, std::uint32_t* handle) {
+    constexpr int turn = 250; // milliseconds
+    while (true) {
+        if (!refresh()) {
+            return notRunning;
+        }
+        const auto line = std::find_if(sessions_.begin(), sessions_.end(),
+                                       [&](const Session& own) { return own.line.path == path; });
+        if (line != sessions_.end() && isUp(line->line)) {
+            *handle = line->handle;
+            return ras::success;
+        }
+        if (line == sessions_.end()) {
+            // The reason may come a moment before or after the connection is gone from the list.
+            if (const auto reason = bus_.reasonOf(path)) {
+                return codeOfActiveReason(*reason);
+            }
+        }
+        bus_.wait(turn);
+    }
+}
+
+std::uint32_t NetworkConnections::RasHangUpA(std::uint32_t handle) {
+    const Session* own = session(handle);
+    if (own == nullptr) {
+        return ras::invalidHandle;
+    }
+    try {
+        bus_.deactivate(own->line.path);
+        return ras::success;
+    } catch (const BusFailure& failure) {
+        return codeOfBusError(failure.name);
+    }
+}
+
+std::uint32_t NetworkConnections::RasGetErrorStringA(std::uint32_t code, char* buffer,
+                                                     std::uint32_t size) {
+    return answerErrorText(rasErrorText(code), buffer, size);
+}
+
+} // namespace tarvik
