@@ -4,12 +4,16 @@
 
 #ifdef _WIN32
 #include "windows/WindowsPlatform.h"
+#include "windows/services/WindowsConnections.h"
 namespace tarvik {
 using Machine = WindowsPlatform;
-}
+using RemoteAccess = WindowsConnections;
+} // namespace tarvik
 #else
 #include "linux/LinuxPlatform.h"
+#include "linux/network/NetworkConnections.h"
 namespace tarvik {
 using Machine = LinuxPlatform;
-}
+using RemoteAccess = NetworkConnections;
+} // namespace tarvik
 #endif

@@ -1,11 +1,10 @@
 #include "Machine.h"
 #include "startup/World.h"
 #include "startup/mdlStartUp.h"
-#include "windows/services/WindowsConnections.h"
 
 int main(int argc, char** argv) {
     tarvik::Machine machine(argc, argv);
-    tarvik::WindowsConnections connections;
+    tarvik::RemoteAccess connections;
     tarvik::Platform platform = machine.with(connections);
     const tarvik::World world(platform);
     tarvik::Main();
