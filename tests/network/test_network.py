@@ -1,0 +1,163 @@
+"""The built program on a real NetworkManager and a real VPN, in a world of their own. Run it inside
+that world: scripts/nm-rig.sh run ..."""
+
+import os
+import pathlib
+import subprocess
+import sys
+import time
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "system"))
+
+from desktop import wait_for  # noqa: E402
+from support import STOP_QUESTION, ProgramTest, keys_of  # noqa: E402
+
+PUMP = pathlib.Path(os.environ["RIG_STATE"]) / "pump.py"
+SERVER, SINK, SOURCE = "10.8.1.1", "5001", "5002"
+MEGABYTES = 1_000_000
+DENIED = (
+    "Error: RasDial failed with 691:\nAccess was denied because the user name or the password "
+    "was not valid on the domain."
+)
+
+
+def number(text):
+    return int("".join(character for character in text if character.isdigit()) or "0")
+
+
+def nmcli(*arguments):
+    return subprocess.run(["nmcli", *arguments], check=True, capture_output=True, text=True).stdout
+
+
+def pump(way, amount):
+    port = SINK if way == "up" else SOURCE
+    subprocess.run([sys.executable, str(PUMP), way, SERVER, port, str(amount), "0"], check=True,
+                   stdout=subprocess.DEVNULL)
+
+
+def tunnel():
+    """The interface of the VPN."""
+    return next((path for path in pathlib.Path("/sys/class/net").iterdir()
+                 if path.name.startswith("tun")), None)
+
+
+def kernel(counter):
+    return int((tunnel() / "statistics" / counter).read_text())
+
+
+class NetworkTest(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        self.write_ini("[Settings]\nRefreshInterval=100\n")
+        self.hang_up_all()
+
+    def tearDown(self):
+        super().tearDown()
+        self.hang_up_all()
+
+    def hang_up_all(self):
+        for line in nmcli("-t", "-f", "UUID,TYPE", "connection", "show", "--active").splitlines():
+            uuid, kind = line.split(":")
+            if kind == "vpn":
+                subprocess.run(["nmcli", "connection", "down", uuid], check=False,
+                               capture_output=True)
+        wait_for("the tunnel's end", lambda: tunnel() is None)
+
+    def dial(self, program, entry):
+        program.choose("cboConnections", entry)
+        program.press("cmdConnect")
+
+    def wait_figures(self, program, received, sent):
+        """The program's figures are those that the kernel has."""
+        program.wait_text("txtBytesRcvd", lambda text: number(text) == received())
+        program.wait_text("txtBytesSent", lambda text: number(text) == sent())
+
+    def totals(self, program):
+        return (number(program.text("txtBytesRcvdTotal")), number(program.text("txtBytesSentTotal")))
+
+    def test_a_session_is_counted_to_the_byte_that_the_kernel_counted(self):
+        program = self.start_quietly()
+        program.press("cmdMonitor")
+        self.dial(program, "testvpn")
+        program.wait_text("txtActiveConnection", lambda text: text.startswith("vpn: testvpn"))
+        pump("up", 50 * MEGABYTES)
+        pump("down", 50 * MEGABYTES)
+
+        self.wait_figures(program, lambda: kernel("rx_bytes"), lambda: kernel("tx_bytes"))
+        received, sent = self.totals(program)
+        self.assertGreater(received, 50 * MEGABYTES)
+        self.assertGreater(sent, 50 * MEGABYTES)
+
+        program.press("cmdDisconnect")
+        program.wait_text("txtActiveConnection", "")
+        program.wait_text("txtBytesRcvd", "0")
+        total = self.totals(program)
+        self.assertGreaterEqual(total[0], received)
+        self.assertLess(total[0], received + 10_000)
+        program.press("cmdMonitor")
+        program.wait_text("lblMonitoring", "Monitoring: inactive")
+        self.quit(program)
+        text = self.read_ini()
+        record = keys_of(text, keys_of(text, "Settings")["LastState"])
+        self.assertEqual((int(record["Rcvd"]), int(record["Sent"])), total)
+
+    def session_before_the_start(self, answer):
+        nmcli("connection", "up", "testvpn")
+        pump("down", 2 * MEGABYTES)
+        program = self.start_quietly()
+        program.press("cmdMonitor")
+        self.assertIn("Do you want to use (record) the this online-session", program.box_text())
+        before = kernel("rx_bytes")
+        program.answer(answer)
+        return program, before
+
+    def test_a_session_before_the_start_is_counted_when_the_user_agrees(self):
+        program, _ = self.session_before_the_start("Yes")
+        self.wait_figures(program, lambda: kernel("rx_bytes"), lambda: kernel("tx_bytes"))
+        self.assertGreater(number(program.text("txtBytesRcvdTotal")), 2 * MEGABYTES)
+        self.assertNotEqual(program.text("txtDurationCurrent"), "00:00:00:000")
+
+    def test_a_session_before_the_start_is_left_out_when_the_user_declines(self):
+        program, before = self.session_before_the_start("No")
+        pump("down", MEGABYTES)
+        program.wait_text("txtBytesRcvd", lambda text: number(text) > MEGABYTES)
+        wait_for("the kernel's figure",
+                 lambda: abs(number(program.text("txtBytesRcvd")) - (kernel("rx_bytes") - before))
+                 < 5_000)
+
+    def test_a_wrong_password_is_told(self):
+        program = self.start_quietly()
+        self.dial(program, "badpass")
+        program.expect_box(DENIED, "OK")
+
+    def test_a_server_that_does_not_answer_is_told(self):
+        program = self.start_quietly()
+        self.dial(program, "unreachable")
+        program.expect_box("Error: RasDial failed with 678:\nThere was no answer.", "OK")
+
+    def test_a_session_that_the_other_side_ends_is_kept(self):
+        program = self.start_quietly()
+        program.press("cmdMonitor")
+        self.dial(program, "testvpn")
+        program.wait_text("txtActiveConnection", lambda text: text.startswith("vpn: testvpn"))
+        pump("down", MEGABYTES)
+        program.wait_text("txtBytesRcvd", lambda text: number(text) > MEGABYTES)
+        received = number(program.text("txtBytesRcvd"))
+        try:
+            subprocess.run(["ip", "-n", "server", "link", "set", "peer0", "down"], check=True)
+            program.wait_text("txtActiveConnection", "")
+        finally:
+            subprocess.run(["ip", "-n", "server", "link", "set", "peer0", "up"], check=True)
+        self.assertGreaterEqual(number(program.text("txtBytesRcvdTotal")), received)
+        wait_for("the wire", lambda: "wire:" in nmcli("-t", "-f", "NAME,STATE", "connection",
+                                                      "show", "--active"))
+
+    def test_stopping_within_a_session_asks(self):
+        program = self.start_quietly()
+        program.press("cmdMonitor")
+        self.dial(program, "testvpn")
+        program.wait_text("txtActiveConnection", lambda text: text.startswith("vpn: testvpn"))
+        program.press("cmdMonitor")
+        program.expect_box(STOP_QUESTION, "OK")
+        time.sleep(0.2)
+        self.quit(program)
