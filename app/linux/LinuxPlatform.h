@@ -4,6 +4,7 @@
 #include "common/ProfileEngine.h"
 #include "linux/face/EndSignals.h"
 #include "linux/face/QtDesktop.h"
+#include "linux/network/LinuxInternetState.h"
 #include "linux/services/LinuxClock.h"
 #include "linux/services/LinuxFiles.h"
 #include "linux/services/LinuxLocale.h"
@@ -37,7 +38,7 @@ private:
     LinuxSystemErrorText systemErrors_;
     AbsentNotificationArea notificationArea_;
     AbsentCommonDialogs dialogs_;
-    AbsentInternetState internet_;
+    LinuxInternetState internet_;
     LinuxSockets sockets_;
     face::QtDesktop desktop_;
     face::EndSignals endSignals_;

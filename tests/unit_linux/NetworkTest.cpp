@@ -1,6 +1,7 @@
 #include "linux/network/LinkAge.h"
 #include "linux/network/LinkReader.h"
 #include "linux/network/LinkSession.h"
+#include "linux/network/LinuxInternetState.h"
 #include "linux/network/NetworkConnections.h"
 #include "linux/network/ReasonCodes.h"
 #include "support/TemporaryFolder.h"
@@ -125,6 +126,35 @@ TEST(LinkAgeTest, TheMachinesOwnAddressIsOld) {
     EXPECT_FALSE(addressAge(999'999));
 }
 
+TEST(InternetFlagsTest, AWiredMachineIsConnectedThroughANetwork) {
+    const InternetFlags found = internetFlags(
+        {.state = 70, .connectivity = 4, .primaryType = "802-3-ethernet", .primaryName = "wire"},
+        true, false);
+
+    EXPECT_TRUE(found.connected);
+    EXPECT_EQ(found.flags, 2U | 16U | 64U);
+}
+
+TEST(InternetFlagsTest, AModemAndAProxyAreTold) {
+    const InternetFlags found = internetFlags(
+        {.state = 60, .connectivity = 4, .primaryType = "gsm", .primaryName = "m"}, false, true);
+
+    EXPECT_TRUE(found.connected);
+    EXPECT_EQ(found.flags, 1U | 4U | 16U);
+}
+
+TEST(InternetFlagsTest, AMachineThatIsAsleepOrDiallingIsNotConnected) {
+    const InternetFlags offline = internetFlags(
+        {.state = 10, .connectivity = 1, .primaryType = "", .primaryName = ""}, true, true);
+    const InternetFlags dialling = internetFlags(
+        {.state = 40, .connectivity = 1, .primaryType = "", .primaryName = ""}, true, true);
+
+    EXPECT_FALSE(offline.connected);
+    EXPECT_EQ(offline.flags, 16U | 32U | 64U);
+    EXPECT_FALSE(dialling.connected);
+    EXPECT_EQ(dialling.flags, 8U | 16U | 64U);
+}
+
 /// A machine whose bus is not there.
 class WithoutBusTest : public testing::Test {
 protected:
@@ -156,6 +186,17 @@ TEST_F(WithoutBusTest, EveryOperationSaysThatTheServiceDoesNotRun) {
     EXPECT_EQ(connections.RasGetEntryDialParamsA(nullptr, &parameters, &password), 711U);
     EXPECT_EQ(connections.RasDialA(&extensions, nullptr, &parameters, 0, nullptr, &handle), 711U);
     EXPECT_EQ(connections.RasHangUpA(1), 6U);
+}
+
+TEST_F(WithoutBusTest, TheMachineIsNotConnected) {
+    LinuxInternetState internet;
+    std::uint32_t flags = 9;
+    char name[8] = "before";
+
+    EXPECT_FALSE(internet.InternetGetConnectedStateExA(&flags, name, sizeof name, 0));
+
+    EXPECT_EQ(flags, 0U);
+    EXPECT_STREQ(name, "before");
 }
 
 TEST_F(WithoutBusTest, RecordsOfOtherSizesAreRefused) {

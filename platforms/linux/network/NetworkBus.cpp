@@ -26,6 +26,18 @@ bool isDialled(const std::string& type) {
     return std::find(dialledTypes.begin(), dialledTypes.end(), type) != dialledTypes.end();
 }
 
+/// What was asked about has gone meanwhile, or is another user's; any other error, above all that
+/// nobody answers, ends the whole round.
+void passUnlessGone(const sdbus::Error& error) {
+    const std::string& name = error.getName();
+    const auto endsWith = [&](std::string_view end) { return name.ends_with(end); };
+    if (!endsWith(".UnknownObject") && !endsWith(".UnknownMethod") &&
+        !endsWith(".UnknownInterface") && !endsWith(".PermissionDenied") &&
+        !endsWith(".AccessDenied")) {
+        throw; // NOLINT: called where an error is being handled
+    }
+}
+
 /// A text of a profile's settings; empty where it has none.
 std::string textOf(const Settings& settings, const std::string& group, const std::string& key) {
     const auto values = settings.find(group);
@@ -167,8 +179,9 @@ std::optional<NetworkProfile> NetworkBus::readProfile(const std::string& path) {
         object->callMethod("GetSettings")
             .onInterface(service + ".Settings.Connection")
             .storeResultsTo(settings);
-    } catch (const sdbus::Error&) {
-        return std::nullopt; // removed meanwhile, or another user's
+    } catch (const sdbus::Error& error) {
+        passUnlessGone(error);
+        return std::nullopt;
     }
     NetworkProfile profile{.path = path,
                            .uuid = textOf(settings, "connection", "uuid"),
@@ -182,8 +195,22 @@ std::optional<NetworkProfile> NetworkBus::readProfile(const std::string& path) {
     return isDialled(profile.type) && phone ? std::optional(profile) : std::nullopt;
 }
 
+void NetworkBus::readState() {
+    auto manager = sdbus::createProxy(*bus_, service, rootPath);
+    state_ = {.state = property<std::uint32_t>(*manager, service, "State"),
+              .connectivity = property<std::uint32_t>(*manager, service, "Connectivity"),
+              .primaryType = property<std::string>(*manager, service, "PrimaryConnectionType"),
+              .primaryName = {}};
+    const auto primary = property<sdbus::ObjectPath>(*manager, service, "PrimaryConnection");
+    if (primary != "/") {
+        auto line = sdbus::createProxy(*bus_, service, primary);
+        state_.primaryName = property<std::string>(*line, lineInterface, "Id");
+    }
+}
+
 void NetworkBus::readLines() {
     linesStale_ = false;
+    readState();
     auto manager = sdbus::createProxy(*bus_, service, rootPath);
     const auto paths =
         property<std::vector<sdbus::ObjectPath>>(*manager, service, "ActiveConnections");
@@ -209,8 +236,9 @@ std::optional<NetworkLine> NetworkBus::readLine(const std::string& path) {
         }
         line.interface = interfaceOf(path, line.type == "vpn");
         return line;
-    } catch (const sdbus::Error&) {
-        return std::nullopt; // gone meanwhile
+    } catch (const sdbus::Error& error) {
+        passUnlessGone(error);
+        return std::nullopt;
     }
 }
 

@@ -34,6 +34,14 @@ struct NetworkLine {
     std::string interface;   ///< of the link itself; empty until it is known
 };
 
+/// The machine as a whole, in NetworkManager's own numbers and words.
+struct NetworkState {
+    std::uint32_t state = 0;        ///< 10 asleep, 20 disconnected, 40 connecting, 70 connected
+    std::uint32_t connectivity = 0; ///< 0 unknown, 1 none, 4 full
+    std::string primaryType;        ///< of the connection that has the default route
+    std::string primaryName;
+};
+
 /// An error that NetworkManager or the bus answered with, by its name.
 struct BusFailure {
     std::string name;
@@ -56,6 +64,7 @@ public:
 
     const std::vector<NetworkProfile>& profiles() const { return profiles_; }
     const std::vector<NetworkLine>& lines() const { return lines_; }
+    const NetworkState& state() const { return state_; }
 
     /// Activates a profile; the path of the active connection. Throws BusFailure.
     std::string activate(const NetworkProfile& profile);
@@ -72,6 +81,7 @@ private:
     void pump();
     void readProfiles();
     void readLines();
+    void readState();
     std::optional<NetworkProfile> readProfile(const std::string& path);
     std::optional<NetworkLine> readLine(const std::string& path);
     std::string interfaceOf(const std::string& linePath, bool vpn);
@@ -82,6 +92,7 @@ private:
     bool linesStale_ = true;
     std::vector<NetworkProfile> profiles_;
     std::vector<NetworkLine> lines_;
+    NetworkState state_;
     std::map<std::string, std::uint32_t> reasons_; ///< by the path of the active connection
 };
 

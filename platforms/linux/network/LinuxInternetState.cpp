@@ -1,0 +1,69 @@
+#include "linux/network/LinuxInternetState.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <string_view>
+
+namespace tarvik {
+
+namespace {
+
+// NetworkManager's own numbers.
+constexpr std::uint32_t asleep = 10;
+constexpr std::uint32_t connecting = 40;
+constexpr std::uint32_t connectedLocally = 50;
+constexpr std::uint32_t connectivityNone = 1;
+
+bool environmentHasProxy() {
+    constexpr std::array names{"http_proxy", "https_proxy", "all_proxy",
+                               "HTTP_PROXY", "HTTPS_PROXY", "ALL_PROXY"};
+    return std::any_of(names.begin(), names.end(), [](const char* name) {
+        const char* const value = std::getenv(name);
+        return value != nullptr && *value != '\0';
+    });
+}
+
+bool isModem(const std::string& type) {
+    constexpr std::array types{"gsm", "cdma", "pppoe", "adsl", "bluetooth"};
+    return std::find(types.begin(), types.end(), type) != types.end();
+}
+
+} // namespace
+
+InternetFlags internetFlags(const NetworkState& state, bool profilesExist, bool proxy) {
+    InternetFlags result;
+    result.connected = state.state > connectedLocally && state.connectivity != connectivityNone;
+    if (result.connected) {
+        result.flags |= isModem(state.primaryType) ? InternetState::modem : InternetState::lan;
+        result.flags |= proxy ? InternetState::proxy : 0U;
+    }
+    // Dialling needs nothing but NetworkManager, which has answered.
+    result.flags |= InternetState::rasInstalled;
+    result.flags |= state.state == connecting ? InternetState::modemBusy : 0U;
+    result.flags |= state.state <= asleep ? InternetState::offline : 0U;
+    result.flags |= profilesExist ? InternetState::configured : 0U;
+    return result;
+}
+
+bool LinuxInternetState::InternetGetConnectedState(std::uint32_t* flags, std::uint32_t) {
+    *flags = 0;
+    if (!bus_.refresh()) {
+        return false;
+    }
+    const InternetFlags found =
+        internetFlags(bus_.state(), !bus_.profiles().empty(), environmentHasProxy());
+    *flags = found.flags;
+    return found.connected;
+}
+
+bool LinuxInternetState::InternetGetConnectedStateExA(std::uint32_t* flags, char* name,
+                                                      std::uint32_t size, std::uint32_t reserved) {
+    const bool connected = InternetGetConnectedState(flags, reserved);
+    if (connected && size > 0) {
+        name[std::string_view(bus_.state().primaryName).copy(name, size - 1)] = '\0';
+    }
+    return connected;
+}
+
+} // namespace tarvik
