@@ -37,6 +37,10 @@ void cmdDisconnect_Click() {
     guarded("cmdHistory_Click", [] { HangUp(); });
 }
 
+void cboConnections_DropDown() {
+    guarded("cboConnections_DropDown", [] { RefreshEntries(); });
+}
+
 void cmdQuit_Click() {
     guarded("cmdQuit_Click", [] { forms().frmMain.unload(); });
 }
@@ -70,6 +74,7 @@ void connectEvents() {
     f.frmMain.cmdMonitor.Click.connect(cmdMonitor_Click);
     f.frmMain.cmdConnect.Click.connect(cmdConnect_Click);
     f.frmMain.cmdDisconnect.Click.connect(cmdDisconnect_Click);
+    f.frmMain.cboConnections.DropDown.connect(cboConnections_DropDown);
     f.frmMain.cmdQuit.Click.connect(cmdQuit_Click);
     f.frmMain.timUpdateStats.Tick.connect(timUpdateStats_Timer);
     f.frmMain.QueryUnload.connect(Form_QueryUnload);

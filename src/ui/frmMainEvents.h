@@ -10,6 +10,8 @@ namespace tarvik {
 void cmdMonitor_Click();
 void cmdConnect_Click();
 void cmdDisconnect_Click();
+/// Entries may have come or gone since the start.
+void cboConnections_DropDown();
 /// Unloads the main window, which ends the program unless monitoring is on.
 void cmdQuit_Click();
 void timUpdateStats_Timer();

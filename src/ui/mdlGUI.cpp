@@ -94,6 +94,30 @@ LampState lampState() {
 
 } // namespace
 
+void RefreshEntries() {
+    guarded("RefreshEntries", [] {
+        std::vector<PhoneBookEntry> entries;
+        RasGetAllEntries(entries, "");
+        std::vector<std::string> names;
+        for (const PhoneBookEntry& entry : entries) {
+            names.push_back(entry.name);
+        }
+        ComboBox& connections = forms().frmMain.cboConnections;
+        if (connections.items() == names) {
+            return;
+        }
+        const std::string chosen = connections.text();
+        connections.clear();
+        for (const std::string& name : names) {
+            connections.addItem(name);
+        }
+        const auto place = std::find(names.begin(), names.end(), chosen);
+        if (place != names.end()) {
+            connections.setListIndex(static_cast<int>(place - names.begin()));
+        }
+    });
+}
+
 bool PreInitGUI() {
     return guarded("PreInitGUI", false, [](bool& result) {
         PreInitOptions();

@@ -11,6 +11,9 @@ namespace tarvik {
 /// Fills every list of the windows before the settings are loaded. True when the phone book has at
 /// least one entry.
 bool PreInitGUI();
+/// Fills the list of entries anew where the phone book has changed; the chosen entry stays chosen
+/// if it is still there.
+void RefreshEntries();
 void PreInitOptions();
 void PreInitHistory();
 

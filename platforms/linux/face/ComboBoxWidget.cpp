@@ -4,15 +4,33 @@
 
 #include <QComboBox>
 
+#include <functional>
+
 namespace tarvik::face {
 
 namespace {
 
+/// A list that tells when it is about to be opened.
+class DropDownList : public QComboBox {
+public:
+    using QComboBox::QComboBox;
+
+    std::function<void()> opening;
+
+    void showPopup() override {
+        opening();
+        QComboBox::showPopup();
+    }
+};
+
 class ComboBoxWidget : public ControlWidget {
 public:
-    ComboBoxWidget(ComboBox& combo, QComboBox* widget, FaceContext& context)
+    ComboBoxWidget(ComboBox& combo, DropDownList* widget, FaceContext& context)
         : ControlWidget(combo, widget, context), combo_(combo), widget_(widget) {
         refresh(Property::Items);
+        widget->opening = [this] {
+            fromUser(Property::ListIndex, [this] { combo_.DropDown.raise(); });
+        };
         QObject::connect(widget, &QComboBox::currentIndexChanged, widget, [this](int index) {
             fromUser(Property::ListIndex, [&] { combo_.setListIndex(index); });
         });
@@ -49,7 +67,7 @@ private:
 
 std::unique_ptr<ControlWidget> makeComboBox(Control& control, QWidget& parent,
                                             FaceContext& context) {
-    auto* widget = new QComboBox(&parent);
+    auto* widget = new DropDownList(&parent);
     // The list is as wide as the layout says; its longest entry does not widen the window.
     widget->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     return std::make_unique<ComboBoxWidget>(static_cast<ComboBox&>(control), widget, context);

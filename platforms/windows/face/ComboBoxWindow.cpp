@@ -26,7 +26,9 @@ public:
     }
 
     void onNotification(int code) override {
-        if (code == CBN_SELCHANGE) {
+        if (code == CBN_DROPDOWN) {
+            fromUser(Property::ListIndex, [this] { combo_.DropDown.raise(); });
+        } else if (code == CBN_SELCHANGE) {
             const auto chosen = static_cast<int>(SendMessageA(window(), CB_GETCURSEL, 0, 0));
             fromUser(Property::ListIndex, [&] { combo_.setListIndex(chosen); });
         }

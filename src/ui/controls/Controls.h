@@ -137,6 +137,8 @@ public:
 
     /// Raised when another entry has been selected, by the user or the program.
     Event<> Click;
+    /// Raised before the user sees the list.
+    Event<> DropDown;
 
     const std::vector<std::string>& items() const { return items_; }
     int listCount() const { return static_cast<int>(items_.size()); }

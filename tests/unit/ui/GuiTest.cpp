@@ -55,6 +55,45 @@ TEST_F(GuiTest, TheEntriesAreListedInTheirOrder) {
     EXPECT_EQ(frmMain().cboConnections.items(), (Texts{"Zeta", "Alpha"}));
 }
 
+TEST_F(GuiTest, AnOpenedListShowsTheEntriesThatHaveComeAndKeepsTheChosenOne) {
+    phoneBook({"Alpha", "Beta"});
+    startQuietly();
+    phoneBook({"Alpha", "Beta"});
+    PreInitGUI();
+    frmMain().cboConnections.setListIndex(1);
+    phoneBook({"New", "Beta"});
+
+    frmMain().cboConnections.DropDown.raise();
+
+    EXPECT_EQ(frmMain().cboConnections.text(), "Beta");
+    EXPECT_NE(ElementIsInComboBox(frmMain().cboConnections, "New"), -1);
+}
+
+TEST_F(GuiTest, AChosenEntryThatIsGoneIsNotChosenAnyMore) {
+    phoneBook({"Alpha"});
+    PreInitGUI();
+    frmMain().cboConnections.setListIndex(0);
+    machine.connections.entries.clear();
+
+    RefreshEntries();
+
+    EXPECT_EQ(frmMain().cboConnections.listCount(), 0);
+    EXPECT_EQ(frmMain().cboConnections.listIndex(), -1);
+}
+
+TEST_F(GuiTest, AnOpenedListOfTheSameEntriesIsLeftAlone) {
+    phoneBook({"Alpha"});
+    PreInitGUI();
+    int chosen = 0;
+    frmMain().cboConnections.setListIndex(0);
+    frmMain().cboConnections.Click.connect([&] { ++chosen; });
+
+    RefreshEntries();
+
+    EXPECT_EQ(chosen, 0);
+    EXPECT_EQ(frmMain().cboConnections.listIndex(), 0);
+}
+
 TEST_F(GuiTest, WithoutEntriesTheListIsEmpty) {
     frmMain().cboConnections.addItem("old");
 
