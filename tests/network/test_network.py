@@ -19,6 +19,9 @@ DENIED = (
     "Error: RasDial failed with 691:\nAccess was denied because the user name or the password "
     "was not valid on the domain."
 )
+NOT_RUNNING = (
+    "Error: RasEnumConnections failed with 711:\nThe remote access service cannot start."
+)
 
 
 def number(text):
@@ -151,6 +154,48 @@ class NetworkTest(ProgramTest):
         self.assertGreaterEqual(number(program.text("txtBytesRcvdTotal")), received)
         wait_for("the wire", lambda: "wire:" in nmcli("-t", "-f", "NAME,STATE", "connection",
                                                       "show", "--active"))
+
+    def stop_network_manager(self):
+        subprocess.run(["pkill", "-KILL", "-x", "NetworkManager"], check=True)
+
+    def start_network_manager(self):
+        with open(os.environ["RIG_STATE"] + "/log/nm", "ab") as log:
+            subprocess.Popen(["NetworkManager", "--debug"], stdout=log, stderr=log,
+                             stdin=subprocess.DEVNULL, start_new_session=True)
+        subprocess.run(["nm-online", "-q", "-s", "-t", "20"], check=True)
+
+    def test_a_service_that_stops_within_a_session_is_told_and_comes_back(self):
+        program = self.start_quietly()
+        program.press("cmdMonitor")
+        self.dial(program, "testvpn")
+        program.wait_text("txtActiveConnection", lambda text: text.startswith("vpn: testvpn"))
+        pump("down", MEGABYTES)
+        program.wait_text("txtBytesRcvd", lambda text: number(text) > MEGABYTES)
+        received = number(program.text("txtBytesRcvd"))
+        self.stop_network_manager()
+        try:
+            program.expect_box(NOT_RUNNING, "OK")
+            program.wait_text("lblMonitoring", "Monitoring: inactive")
+        finally:
+            self.start_network_manager()
+        self.assertEqual(number(program.text("txtBytesRcvd")), received)
+        program.press("cmdMonitor")
+        self.dial(program, "testvpn")
+        program.wait_text("txtActiveConnection", lambda text: text.startswith("vpn: testvpn"))
+
+    def test_without_the_service_the_program_runs_on_and_finds_it_later(self):
+        self.stop_network_manager()
+        try:
+            program = self.start()
+            program.expect_box(NOT_RUNNING, "OK")
+            self.assertIn("Enumerating RAS connections failed.", program.box_text())
+            program.answer("Cancel")
+            program.find("cmdQuit")
+        finally:
+            self.start_network_manager()
+        self.dial(program, "testvpn")
+        program.press("cmdMonitor")
+        program.wait_text("txtActiveConnection", lambda text: text.startswith("vpn: testvpn"))
 
     def test_stopping_within_a_session_asks(self):
         program = self.start_quietly()

@@ -257,14 +257,14 @@ class Program:
 
     def choose(self, name, entry):
         """Opens a list with a click and chooses an entry with the keyboard."""
+        self.click(name)
+        wait_for("the open list", lambda: self._open_list(name))
         entries = [
             node.get_name() for node in self._walk(self.find(name))
             if node.get_role_name() == "list item"
         ]
         if entry not in entries:
             raise Failure("no entry %s in %s" % (entry, entries))
-        self.click(name)
-        wait_for("the open list", lambda: self._open_list(name))
         self.key("Home", *["Down"] * entries.index(entry), "Return")
         self.wait_text(name, entry)
 
