@@ -35,7 +35,7 @@ build() {
 
 packages() {
     # shellcheck disable=SC2086
-    install_missing $packages_build $packages_test $packages_display $packages_windows $packages_wine
+    install_missing $packages_build $packages_test $packages_display $packages_network $packages_windows $packages_wine
 }
 
 lint() {
@@ -88,6 +88,20 @@ system_tests() {
     needs $packages_build $packages_display || return $cannot_run
     TARVIK_DEMO="$PWD/build/debug/bin/tarvik-demo" \
         /usr/bin/python3 -B -m unittest discover -s tests/system -t tests/system
+}
+
+# A world of its own with a real NetworkManager and a real VPN; needs root.
+network_tests() {
+    local status
+    # shellcheck disable=SC2086
+    needs $packages_build $packages_display $packages_network || return $cannot_run
+    [ "$(id -u)" -eq 0 ] || { echo "Only root can make the world for these tests." >&2; return $cannot_run; }
+    scripts/nm-rig.sh up || return $cannot_run
+    scripts/nm-rig.sh run env TARVIK_DEMO="$PWD/build/debug/bin/tarvik" \
+        /usr/bin/python3 -B -m unittest discover -s tests/network -t tests/network
+    status=$?
+    scripts/nm-rig.sh down
+    return $status
 }
 
 headless_session() {
@@ -172,6 +186,7 @@ stage "unit tests" unit_tests
 stage "face and services on Linux" linux_tests
 stage "user stories on the scripted and the real face" scenarios
 stage "the built program from outside" system_tests
+stage "the program on a real NetworkManager" network_tests
 stage "a session without a display" headless_session
 stage "unit and face tests under AddressSanitizer and UBSan" tests_sanitized
 stage "clang-tidy" tidy

@@ -5,6 +5,7 @@ packages_build="g++ cmake ninja-build qt6-base-dev libgl1-mesa-dev libsdbus-c++-
 packages_display="xvfb openbox dbus-daemon at-spi2-core python3 python3-gi gir1.2-atspi-2.0 imagemagick xdotool x11-utils fonts-noto-core"
 packages_library="libgtest-dev libgmock-dev"
 packages_lint="clang-format python3"
+packages_network="network-manager network-manager-openvpn openvpn dbus-daemon iproute2 openssl procps"
 packages_windows="g++-mingw-w64-i686-posix googletest"
 packages_wine="debootstrap util-linux xvfb openbox imagemagick xdotool python3 python3-pefile"
 packages_test="$packages_library $packages_lint clang-tidy gcovr"
