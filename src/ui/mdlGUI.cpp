@@ -99,6 +99,7 @@ void RefreshEntries() {
         std::vector<PhoneBookEntry> entries;
         RasGetAllEntries(entries, "");
         std::vector<std::string> names;
+        names.reserve(entries.size());
         for (const PhoneBookEntry& entry : entries) {
             names.push_back(entry.name);
         }

@@ -17,6 +17,7 @@ const std::string rootPath = "/org/freedesktop/NetworkManager";
 const std::string settingsPath = rootPath + "/Settings";
 const std::string lineInterface = service + ".Connection.Active";
 
+constexpr std::uint32_t deviceFailed = 120;
 constexpr std::uint64_t longestCall = 2'000'000; // microseconds
 
 constexpr std::array<const char*, 7> dialledTypes{"gsm",       "cdma", "pppoe",    "adsl",
@@ -105,6 +106,13 @@ void NetworkBus::onSignal(sdbus::Message& message) {
         std::uint32_t reason = 0;
         message >> state >> reason;
         reasons_[message.getPath()] = reason;
+        linesStale_ = true;
+    } else if (interface == service + ".Device" && member == "StateChanged") {
+        std::uint32_t now = 0;
+        std::uint32_t before = 0;
+        std::uint32_t reason = 0;
+        message >> now >> before >> reason;
+        deviceReason_ = now == deviceFailed ? reason : deviceReason_;
         linesStale_ = true;
     } else if (member == "PropertiesChanged" || member == "StateChanged") {
         linesStale_ = true;
@@ -272,6 +280,7 @@ std::string NetworkBus::interfaceOf(const std::string& linePath, bool vpn) {
 }
 
 std::string NetworkBus::activate(const NetworkProfile& profile) {
+    deviceReason_ = 0;
     try {
         sdbus::ObjectPath line;
         auto manager = sdbus::createProxy(*bus_, service, rootPath);

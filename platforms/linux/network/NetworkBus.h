@@ -73,6 +73,8 @@ public:
 
     /// Why an active connection that is gone was deactivated; nothing when it is not known.
     std::optional<std::uint32_t> reasonOf(const std::string& line) const;
+    /// The reason of the device that failed last since `activate`; 0 when none did.
+    std::uint32_t deviceReason() const { return deviceReason_; }
 
 private:
     bool connect();
@@ -87,6 +89,7 @@ private:
     std::string interfaceOf(const std::string& linePath, bool vpn);
 
     std::unique_ptr<sdbus::IConnection> bus_;
+    std::uint32_t deviceReason_ = 0;
     bool running_ = false; ///< NetworkManager is on the bus
     bool profilesStale_ = true;
     bool linesStale_ = true;

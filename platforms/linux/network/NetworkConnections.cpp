@@ -246,7 +246,7 @@ std::uint32_t NetworkConnections::waitForLine(const std::string& path, std::uint
         if (line == sessions_.end()) {
             // The reason may come a moment before or after the connection is gone from the list.
             if (const auto reason = bus_.reasonOf(path)) {
-                return codeOfActiveReason(*reason);
+                return codeOfDeviceReason(bus_.deviceReason(), codeOfActiveReason(*reason));
             }
         }
         bus_.wait(turn);
