@@ -2,9 +2,12 @@
 
 #include "linux/services/FileDescriptor.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <fcntl.h>
+#include <filesystem>
+#include <limits>
 #include <unistd.h>
 
 namespace tarvik {
@@ -41,10 +44,36 @@ std::optional<LinkReading> readLink(const std::string& interfacesFolder,
                        .packetsReceived = counter("rx_packets"),
                        .packetsSent = counter("tx_packets"),
                        .checksumErrors = counter("rx_crc_errors"),
-                       .frameErrors = counter("rx_frame_errors"),
-                       .overrunErrors = counter("rx_over_errors"),
+                       .alignmentErrors = counter("rx_frame_errors"),
+                       .lengthErrors = counter("rx_length_errors"),
+                       // Drivers use the one or the other, some both, for the same packets.
+                       .overrunErrors =
+                           std::max(counter("rx_over_errors"), counter("rx_fifo_errors")),
                        .missed = counter("rx_missed_errors"),
                        .aborted = counter("tx_aborted_errors")};
+}
+
+std::vector<LinkReading> readLinks(const std::string& interfacesFolder) {
+    std::vector<LinkReading> readings;
+    std::error_code ignored;
+    for (const auto& entry : std::filesystem::directory_iterator(interfacesFolder, ignored)) {
+        if (const auto reading = readLink(interfacesFolder, entry.path().filename())) {
+            readings.push_back(*reading);
+        }
+    }
+    return readings;
+}
+
+std::uint32_t bitRateOf(const std::string& interfacesFolder, const std::string& interface) {
+    constexpr std::uint64_t perMegabit = 1'000'000;
+    constexpr std::uint64_t most = std::numeric_limits<std::uint32_t>::max();
+    const std::string folder = interfacesFolder + "/" + interface;
+    if (access((folder + "/tun_flags").c_str(), F_OK) == 0) {
+        return 0;
+    }
+    // A device that does not know answers with -1, or with an error.
+    const std::uint64_t megabits = readNumber(folder + "/speed").value_or(0);
+    return static_cast<std::uint32_t>(megabits > most / perMegabit ? most : megabits * perMegabit);
 }
 
 } // namespace tarvik

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace tarvik {
 
@@ -14,15 +15,24 @@ struct LinkReading {
     std::uint64_t packetsReceived = 0;
     std::uint64_t packetsSent = 0;
     std::uint64_t checksumErrors = 0;
-    std::uint64_t frameErrors = 0;
-    std::uint64_t overrunErrors = 0;
-    std::uint64_t missed = 0;  ///< arrived where there was no room
-    std::uint64_t aborted = 0; ///< could not be sent in time
+    std::uint64_t alignmentErrors = 0;
+    std::uint64_t lengthErrors = 0;
+    std::uint64_t overrunErrors = 0; ///< the device could not hand them on in time
+    std::uint64_t missed = 0;        ///< arrived where there was no room
+    std::uint64_t aborted = 0;       ///< could not be sent in time
 };
 
 /// Reads an interface's counters from the kernel's folder of network interfaces; nothing when there
 /// is no such interface.
 std::optional<LinkReading> readLink(const std::string& interfacesFolder,
                                     const std::string& interface);
+
+/// The readings of all interfaces.
+std::vector<LinkReading> readLinks(const std::string& interfacesFolder);
+
+/// What the device tells of its speed, in bits per second; 0 when it does not know, or when it is
+/// a tunnel, whose speed is made up. Speeds of 2^32 and more are told as the most that a line's
+/// record holds.
+std::uint32_t bitRateOf(const std::string& interfacesFolder, const std::string& interface);
 
 } // namespace tarvik

@@ -1,20 +1,26 @@
 #include "linux/network/LinkSession.h"
 
+#include <algorithm>
+#include <array>
+
 namespace tarvik {
 
 namespace {
 
-LinkReading sum(const LinkReading& a, const LinkReading& b) {
-    return {.index = b.index,
-            .received = a.received + b.received,
-            .sent = a.sent + b.sent,
-            .packetsReceived = a.packetsReceived + b.packetsReceived,
-            .packetsSent = a.packetsSent + b.packetsSent,
-            .checksumErrors = a.checksumErrors + b.checksumErrors,
-            .frameErrors = a.frameErrors + b.frameErrors,
-            .overrunErrors = a.overrunErrors + b.overrunErrors,
-            .missed = a.missed + b.missed,
-            .aborted = a.aborted + b.aborted};
+using Counter = std::uint64_t LinkReading::*;
+
+constexpr std::array counters{
+    &LinkReading::received,     &LinkReading::sent,           &LinkReading::packetsReceived,
+    &LinkReading::packetsSent,  &LinkReading::checksumErrors, &LinkReading::alignmentErrors,
+    &LinkReading::lengthErrors, &LinkReading::overrunErrors,  &LinkReading::missed,
+    &LinkReading::aborted,
+};
+
+LinkReading sum(LinkReading a, const LinkReading& b) {
+    for (const Counter counter : counters) {
+        a.*counter += b.*counter;
+    }
+    return a;
 }
 
 } // namespace
@@ -25,10 +31,17 @@ void LinkSession::sample(const LinkReading& reading) {
         last_.index != 0 && (reading.index != last_.index || reading.received < last_.received ||
                              reading.sent < last_.sent);
     if (another) {
-        before_ = sum(before_, last_);
+        before_ = total_;
+        begin_ = {};
     }
     last_ = reading;
-    total_ = sum(before_, last_);
+    LinkReading own = reading;
+    if (reading.index == begin_.index) {
+        for (const Counter counter : counters) {
+            own.*counter -= std::min(own.*counter, begin_.*counter);
+        }
+    }
+    total_ = sum(own, before_);
 }
 
 } // namespace tarvik

@@ -8,6 +8,9 @@ namespace tarvik {
 /// is made anew begins at 0, and what the one before it counted is added.
 class LinkSession {
 public:
+    /// What an interface had counted before the connection began, where it was there before.
+    void beginAt(const LinkReading& reading) { begin_ = reading; }
+
     /// Takes over a reading of the connection's interface.
     void sample(const LinkReading& reading);
 
@@ -15,6 +18,7 @@ public:
     const LinkReading& total() const { return total_; }
 
 private:
+    LinkReading begin_;
     LinkReading before_; ///< sum of the interfaces that are gone
     LinkReading last_;
     LinkReading total_;

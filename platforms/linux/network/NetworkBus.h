@@ -1,5 +1,8 @@
 #pragma once
 
+#include "linux/network/NetworkObjects.h"
+
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -14,41 +17,16 @@ class Message;
 
 namespace tarvik {
 
-/// A saved profile of a kind that is dialled.
-struct NetworkProfile {
-    std::string path; ///< of the object on the bus
-    std::string uuid;
-    std::string name;
-    std::string type; ///< as NetworkManager names it: "gsm", "vpn"
-    std::string userName;
-    std::string service; ///< of a VPN: what connects it
-};
-
-/// An active connection of such a kind.
-struct NetworkLine {
-    std::string path;
-    std::string uuid;
-    std::string name;
-    std::string type;
-    std::uint32_t state = 0; ///< 1 activating, 2 activated, 3 deactivating, 4 deactivated
-    std::string interface;   ///< of the link itself; empty until it is known
-};
-
-/// The machine as a whole, in NetworkManager's own numbers and words.
-struct NetworkState {
-    std::uint32_t state = 0;        ///< 10 asleep, 20 disconnected, 40 connecting, 70 connected
-    std::uint32_t connectivity = 0; ///< 0 unknown, 1 none, 4 full
-    std::string primaryType;        ///< of the connection that has the default route
-    std::string primaryName;
-};
-
 /// An error that NetworkManager or the bus answered with, by its name.
 struct BusFailure {
     std::string name;
 };
 
 /// NetworkManager as a client sees it: its profiles and active connections, kept up to date by
-/// signals. Calls block for two seconds at most. Not for more than one thread at a time.
+/// signals. Not for more than one thread at a time.
+///
+/// An operation blocks for two seconds at most. Where NetworkManager runs but does not answer in
+/// that time, what it said before stays, and it is left alone for a few seconds.
 class NetworkBus {
 public:
     NetworkBus();
@@ -57,8 +35,13 @@ public:
     NetworkBus& operator=(const NetworkBus&) = delete;
 
     /// Handles the signals that have come, and connects to the bus if need be. False when
-    /// NetworkManager does not run.
+    /// NetworkManager does not run, or has never answered.
     bool refresh();
+    /// Reads the active connections again at the next refresh: there is reason to think that they
+    /// changed without a signal.
+    void doubtLines() { linesStale_ = true; }
+    /// NetworkManager runs but did not answer lately.
+    bool silent() const { return Clock::now() < quietUntil_; }
     /// Waits for signals, at most that many milliseconds, and handles them.
     void wait(int milliseconds);
 
@@ -71,32 +54,33 @@ public:
     /// Throws BusFailure.
     void deactivate(const std::string& line);
 
-    /// Why an active connection that is gone was deactivated; nothing when it is not known.
+    /// Why a connection was deactivated since `activate`; nothing when it is not known.
     std::optional<std::uint32_t> reasonOf(const std::string& line) const;
     /// The reason of the device that failed last since `activate`; 0 when none did.
     std::uint32_t deviceReason() const { return deviceReason_; }
 
 private:
+    using Clock = std::chrono::steady_clock;
+
     bool connect();
+    void requireBus();
     void watch();
     void onSignal(sdbus::Message& message);
     void pump();
-    void readProfiles();
-    void readLines();
-    void readState();
-    std::optional<NetworkProfile> readProfile(const std::string& path);
-    std::optional<NetworkLine> readLine(const std::string& path);
-    std::string interfaceOf(const std::string& linePath, bool vpn);
+    void readStale();
+    void forget();
 
     std::unique_ptr<sdbus::IConnection> bus_;
-    std::uint32_t deviceReason_ = 0;
-    bool running_ = false; ///< NetworkManager is on the bus
+    bool running_ = false;         ///< NetworkManager is on the bus
+    bool known_ = false;           ///< and everything was read since it is
+    Clock::time_point quietUntil_; ///< no call before, after one that was not answered
     bool profilesStale_ = true;
     bool linesStale_ = true;
     std::vector<NetworkProfile> profiles_;
     std::vector<NetworkLine> lines_;
     NetworkState state_;
     std::map<std::string, std::uint32_t> reasons_; ///< by the path of the active connection
+    std::uint32_t deviceReason_ = 0;
 };
 
 } // namespace tarvik

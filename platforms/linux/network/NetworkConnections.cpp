@@ -44,9 +44,8 @@ std::uint32_t wrapped(std::uint64_t number) {
     return static_cast<std::uint32_t>(number);
 }
 
-bool isUp(const NetworkLine& line) {
-    return line.state == activated && !line.interface.empty();
-}
+/// How long a connection may be up before its interface is known. Some never have one.
+constexpr std::uint64_t interfaceDelay = 2000; // milliseconds
 
 } // namespace
 
@@ -61,26 +60,38 @@ bool NetworkConnections::refresh() {
 }
 
 void NetworkConnections::takeLines() {
-    std::erase_if(sessions_, [&](const Session& own) {
-        return std::none_of(bus_.lines().begin(), bus_.lines().end(),
-                            [&](const NetworkLine& line) { return line.path == own.line.path; });
-    });
+    std::vector<Session> known;
+    known.swap(sessions_);
     for (const NetworkLine& line : bus_.lines()) {
-        if (line.state == activating || line.state == activated) {
-            sessionOf(line).line = line;
+        if (line.state != activating && line.state != activated) {
+            continue;
+        }
+        const auto before = std::find_if(known.begin(), known.end(), [&](const Session& own) {
+            return own.line.path == line.path;
+        });
+        sessions_.push_back(before == known.end() ? newSession(line) : std::move(*before));
+        Session& own = sessions_.back();
+        own.line = line;
+        if (line.state == activated && own.seenActive == 0) {
+            own.seenActive = steadyMilliseconds();
+        }
+        if (awaitsInterface(own)) {
+            bus_.doubtLines();
         }
     }
-    std::erase_if(sessions_, [](const Session& own) { return own.line.state > activated; });
 }
 
-NetworkConnections::Session& NetworkConnections::sessionOf(const NetworkLine& line) {
-    const auto known = std::find_if(sessions_.begin(), sessions_.end(),
-                                    [&](const Session& own) { return own.line.path == line.path; });
-    if (known != sessions_.end()) {
-        return *known;
+NetworkConnections::Session NetworkConnections::newSession(const NetworkLine& line) {
+    Session own{.handle = ++lastHandle_, .line = line, .counters = {}, .before = {}};
+    if (line.state == activating) {
+        own.before = readLinks(interfacesFolder_);
     }
-    sessions_.push_back({.handle = ++lastHandle_, .line = line, .counters = {}});
-    return sessions_.back();
+    return own;
+}
+
+bool NetworkConnections::awaitsInterface(const Session& session) {
+    return session.seenActive != 0 && session.line.interface.empty() &&
+           steadyMilliseconds() - session.seenActive < interfaceDelay;
 }
 
 NetworkConnections::Session* NetworkConnections::session(std::uint32_t handle) {
@@ -148,7 +159,7 @@ std::uint32_t NetworkConnections::RasGetConnectStatusA(std::uint32_t handle,
     if (own == nullptr) {
         return ras::invalidHandle;
     }
-    status->rasconnstate = isUp(own->line) ? ras::connected : 0;
+    status->rasconnstate = own->line.state == activated ? ras::connected : 0;
     status->dwError = ras::success;
     putText(status->szDeviceType, deviceTypeOf(own->line.type));
     putText(status->szDeviceName, deviceNameOf(own->line));
@@ -156,14 +167,33 @@ std::uint32_t NetworkConnections::RasGetConnectStatusA(std::uint32_t handle,
 }
 
 void NetworkConnections::sample(Session& own) {
+    if (own.line.interface.empty()) {
+        return;
+    }
     const auto reading = readLink(interfacesFolder_, own.line.interface);
     if (!reading) {
-        return; // gone or being made anew: what was counted stays
+        bus_.doubtLines(); // gone or being made anew: what was counted stays
+        return;
+    }
+    if (own.link == 0) {
+        beginOn(own, *reading);
+    }
+    if (own.link != reading->index) {
+        own.link = reading->index;
+        own.bitRate = bitRateOf(interfacesFolder_, own.line.interface);
     }
     own.counters.sample(*reading);
-    if (own.activeSince == 0) {
-        own.activeSince = steadyMilliseconds() - addressAge(reading->index).value_or(0);
+}
+
+void NetworkConnections::beginOn(Session& own, const LinkReading& reading) {
+    const auto before =
+        std::find_if(own.before.begin(), own.before.end(),
+                     [&](const LinkReading& one) { return one.index == reading.index; });
+    if (before != own.before.end()) {
+        own.counters.beginAt(*before);
     }
+    own.before.clear();
+    own.activeSince = steadyMilliseconds() - addressAge(reading.index).value_or(0);
 }
 
 std::uint32_t NetworkConnections::RasGetConnectionStatistics(std::uint32_t handle,
@@ -185,11 +215,13 @@ std::uint32_t NetworkConnections::RasGetConnectionStatistics(std::uint32_t handl
     statistics->dwFramesRcved = wrapped(total.packetsReceived);
     statistics->dwCrcErr = wrapped(total.checksumErrors);
     statistics->dwTimeoutErr = wrapped(total.aborted);
-    statistics->dwFramingErr = wrapped(total.frameErrors);
+    statistics->dwAlignmentErr = wrapped(total.alignmentErrors);
     statistics->dwHardwareOverrunErr = wrapped(total.overrunErrors);
+    statistics->dwFramingErr = wrapped(total.lengthErrors);
     statistics->dwBufferOverrunErr = wrapped(total.missed);
-    statistics->dwConnectDuration =
-        own->activeSince == 0 ? 0 : wrapped(steadyMilliseconds() - own->activeSince);
+    statistics->dwBps = own->bitRate;
+    const std::uint64_t since = own->activeSince != 0 ? own->activeSince : own->seenActive;
+    statistics->dwConnectDuration = since == 0 ? 0 : wrapped(steadyMilliseconds() - since);
     return ras::success;
 }
 
@@ -233,17 +265,18 @@ std::uint32_t NetworkConnections::RasDialA(RASDIALEXTENSIONS* extensions, const 
 
 std::uint32_t NetworkConnections::waitForLine(const std::string& path, std::uint32_t* handle) {
     constexpr int turn = 250; // milliseconds
-    while (true) {
+    constexpr int longestSilence = 20'000 / turn;
+    for (int silence = 0; silence < longestSilence; silence += bus_.silent() ? 1 : 0) {
         if (!refresh()) {
             return notRunning;
         }
-        const auto line = std::find_if(sessions_.begin(), sessions_.end(),
-                                       [&](const Session& own) { return own.line.path == path; });
-        if (line != sessions_.end() && isUp(line->line)) {
-            *handle = line->handle;
+        const auto own = std::find_if(sessions_.begin(), sessions_.end(),
+                                      [&](const Session& one) { return one.line.path == path; });
+        if (own != sessions_.end() && own->line.state == activated && !awaitsInterface(*own)) {
+            *handle = own->handle;
             return ras::success;
         }
-        if (line == sessions_.end()) {
+        if (own == sessions_.end()) {
             // The reason may come a moment before or after the connection is gone from the list.
             if (const auto reason = bus_.reasonOf(path)) {
                 return codeOfDeviceReason(bus_.deviceReason(), codeOfActiveReason(*reason));
@@ -251,6 +284,7 @@ std::uint32_t NetworkConnections::waitForLine(const std::string& path, std::uint
         }
         bus_.wait(turn);
     }
+    return timedOut;
 }
 
 std::uint32_t NetworkConnections::RasHangUpA(std::uint32_t handle) {

@@ -18,6 +18,7 @@ namespace tarvik {
 class NetworkConnections : public ConnectionProvider {
 public:
     static constexpr std::uint32_t notRunning = 711;
+    static constexpr std::uint32_t timedOut = 638;
 
     /// `interfacesFolder` is the kernel's folder of network interfaces.
     explicit NetworkConnections(std::string interfacesFolder = "/sys/class/net")
@@ -43,16 +44,23 @@ private:
         std::uint32_t handle = 0;
         NetworkLine line;
         LinkSession counters;
-        std::uint64_t activeSince = 0; ///< milliseconds of the steady clock; 0: not active yet
+        std::vector<LinkReading> before; ///< all interfaces when it was being made; empty when not
+        std::uint64_t seenActive = 0;    ///< milliseconds of the steady clock; 0: not yet
+        std::uint64_t activeSince = 0;   ///< likewise, from the connection's own start
+        std::uint32_t link = 0;          ///< index of the interface that was read last
+        std::uint32_t bitRate = 0;       ///< of that interface
     };
 
     bool refresh();
     void takeLines();
-    Session& sessionOf(const NetworkLine& line);
+    Session newSession(const NetworkLine& line);
     Session* session(std::uint32_t handle);
+    /// It is up, and its interface may still become known.
+    static bool awaitsInterface(const Session& session);
     const NetworkProfile* profile(const char* name) const;
     std::uint32_t waitForLine(const std::string& path, std::uint32_t* handle);
     void sample(Session& session);
+    void beginOn(Session& session, const LinkReading& reading);
 
     std::string interfacesFolder_;
     NetworkBus bus_;

@@ -1,0 +1,175 @@
+#include "linux/network/NetworkObjects.h"
+
+#include "linux/network/BusCalls.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <set>
+#include <tuple>
+
+namespace tarvik {
+
+namespace {
+
+using Settings = std::map<std::string, Properties>;
+
+constexpr std::array dialledTypes{"gsm", "cdma", "pppoe", "adsl", "bluetooth", "vpn", "wireguard"};
+constexpr std::array addressProperties{"Ip4Config", "Ip6Config"};
+
+bool isDialled(const std::string& type) {
+    return std::find(dialledTypes.begin(), dialledTypes.end(), type) != dialledTypes.end();
+}
+
+/// A text of a profile's settings; empty where it has none.
+std::string textOf(const Settings& settings, const std::string& group, const std::string& key) {
+    const auto values = settings.find(group);
+    return values == settings.end() ? std::string() : valueOf<std::string>(values->second, key);
+}
+
+std::optional<NetworkProfile> readProfile(BusCalls& calls, const std::string& path) {
+    Settings settings;
+    calls.object(path)
+        ->callMethod("GetSettings")
+        .onInterface(nm::profileInterface)
+        .storeResultsTo(settings);
+    const std::string type = textOf(settings, "connection", "type");
+    // Bluetooth is dialled where it reaches the other side's modem.
+    if (!isDialled(type) ||
+        (type == "bluetooth" && textOf(settings, "bluetooth", "type") != "dun")) {
+        return std::nullopt;
+    }
+    return NetworkProfile{.path = path,
+                          .uuid = textOf(settings, "connection", "uuid"),
+                          .name = textOf(settings, "connection", "id"),
+                          .type = type,
+                          .userName = textOf(settings, type, "username")};
+}
+
+/// A name may be given twice, and the program knows entries by their names: the second one gets a
+/// number. The order does not depend on the service's.
+void sortAndNumber(std::vector<NetworkProfile>& profiles) {
+    std::sort(profiles.begin(), profiles.end(), [](const auto& a, const auto& b) {
+        return std::tie(a.name, a.uuid) < std::tie(b.name, b.uuid);
+    });
+    std::set<std::string> names;
+    for (NetworkProfile& profile : profiles) {
+        const std::string name = profile.name;
+        for (int number = 2; !names.insert(profile.name).second; ++number) {
+            profile.name = name + " (" + std::to_string(number) + ")";
+        }
+    }
+}
+
+/// The objects that are still there when they are read.
+template <class Object, class Read>
+std::vector<Object> readAll(const std::vector<sdbus::ObjectPath>& paths, const Read& read) {
+    std::vector<Object> found;
+    for (const auto& path : paths) {
+        try {
+            if (auto object = read(path)) {
+                found.push_back(std::move(*object));
+            }
+        } catch (const sdbus::Error& error) {
+            if (!isGone(error)) {
+                throw;
+            }
+        }
+    }
+    return found;
+}
+
+std::string interfaceOf(BusCalls& calls, const Properties& line) {
+    const auto devices = valueOf<std::vector<sdbus::ObjectPath>>(line, "Devices");
+    if (devices.empty()) {
+        return {};
+    }
+    const Properties device = calls.propertiesOf(devices.front(), nm::deviceInterface);
+    const auto ip = valueOf<std::string>(device, "IpInterface");
+    return ip.empty() ? valueOf<std::string>(device, "Interface") : ip;
+}
+
+bool haveSameAddresses(const Properties& line, const Properties& device) {
+    return std::any_of(addressProperties.begin(), addressProperties.end(), [&](const char* name) {
+        const auto own = valueOf<sdbus::ObjectPath>(line, name);
+        return own.size() > 1 && own == valueOf<sdbus::ObjectPath>(device, name);
+    });
+}
+
+/// The device of a VPN is the one below it; the tunnel is the device with the same addresses. A VPN
+/// without a tunnel puts its addresses on the one below, which carries all other traffic too.
+std::string tunnelOf(BusCalls& calls, const Properties& line) {
+    const auto below = valueOf<std::vector<sdbus::ObjectPath>>(line, "Devices");
+    const auto devices = valueOf<std::vector<sdbus::ObjectPath>>(
+        calls.propertiesOf(nm::managerPath, nm::service), "AllDevices");
+    const auto tunnels =
+        readAll<std::string>(devices, [&](const std::string& path) -> std::optional<std::string> {
+            if (std::find(below.begin(), below.end(), path) != below.end()) {
+                return std::nullopt;
+            }
+            const Properties device = calls.propertiesOf(path, nm::deviceInterface);
+            return haveSameAddresses(line, device)
+                       ? std::optional(valueOf<std::string>(device, "Interface"))
+                       : std::nullopt;
+        });
+    return tunnels.empty() ? std::string() : tunnels.front();
+}
+
+std::optional<NetworkLine> readLine(BusCalls& calls, const std::vector<NetworkProfile>& profiles,
+                                    const std::string& path) {
+    const Properties properties = calls.propertiesOf(path, nm::lineInterface);
+    NetworkLine line{.path = path,
+                     .uuid = valueOf<std::string>(properties, "Uuid"),
+                     .name = valueOf<std::string>(properties, "Id"),
+                     .type = valueOf<std::string>(properties, "Type"),
+                     .state = valueOf<std::uint32_t>(properties, "State"),
+                     .interface = {}};
+    if (!isDialled(line.type)) {
+        return std::nullopt;
+    }
+    const auto profile = std::find_if(profiles.begin(), profiles.end(),
+                                      [&](const auto& one) { return one.uuid == line.uuid; });
+    line.name = profile == profiles.end() ? line.name : profile->name;
+    line.interface =
+        line.type == "vpn" ? tunnelOf(calls, properties) : interfaceOf(calls, properties);
+    return line;
+}
+
+} // namespace
+
+std::vector<NetworkProfile> readProfiles(BusCalls& calls) {
+    std::vector<sdbus::ObjectPath> paths;
+    calls.object(nm::settingsPath)
+        ->callMethod("ListConnections")
+        .onInterface(nm::settingsInterface)
+        .storeResultsTo(paths);
+    auto profiles = readAll<NetworkProfile>(
+        paths, [&](const std::string& path) { return readProfile(calls, path); });
+    sortAndNumber(profiles);
+    return profiles;
+}
+
+std::vector<NetworkLine> readLines(BusCalls& calls, const std::vector<NetworkProfile>& profiles) {
+    const auto paths = valueOf<std::vector<sdbus::ObjectPath>>(
+        calls.propertiesOf(nm::managerPath, nm::service), "ActiveConnections");
+    return readAll<NetworkLine>(
+        paths, [&](const std::string& path) { return readLine(calls, profiles, path); });
+}
+
+NetworkState readState(BusCalls& calls) {
+    const Properties manager = calls.propertiesOf(nm::managerPath, nm::service);
+    NetworkState state{.state = valueOf<std::uint32_t>(manager, "State"),
+                       .connectivity = valueOf<std::uint32_t>(manager, "Connectivity"),
+                       .primaryType = valueOf<std::string>(manager, "PrimaryConnectionType"),
+                       .primaryName = {}};
+    const auto primary = valueOf<sdbus::ObjectPath>(manager, "PrimaryConnection");
+    const auto names = readAll<std::string>({primary}, [&](const std::string& path) {
+        return path.size() < 2 ? std::nullopt
+                               : std::optional(valueOf<std::string>(
+                                     calls.propertiesOf(path, nm::lineInterface), "Id"));
+    });
+    state.primaryName = names.empty() ? std::string() : names.front();
+    return state;
+}
+
+} // namespace tarvik

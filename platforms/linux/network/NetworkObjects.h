@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace tarvik {
+
+class BusCalls;
+
+/// A saved profile of a kind that is dialled.
+struct NetworkProfile {
+    std::string path; ///< of the object on the bus
+    std::string uuid;
+    std::string name; ///< no two have the same one
+    std::string type; ///< as NetworkManager names it: "gsm", "vpn"
+    std::string userName;
+};
+
+/// An active connection of such a kind.
+struct NetworkLine {
+    std::string path;
+    std::string uuid;
+    std::string name; ///< that of its profile
+    std::string type;
+    std::uint32_t state = 0; ///< 1 activating, 2 activated, 3 deactivating, 4 deactivated
+    std::string interface;   ///< of the link itself; empty until it is known, or where it has none
+};
+
+/// The machine as a whole, in NetworkManager's own numbers and words.
+struct NetworkState {
+    std::uint32_t state = 0;        ///< 10 asleep, 20 disconnected, 40 connecting, 70 connected
+    std::uint32_t connectivity = 0; ///< 0 unknown, 1 none, 4 full
+    std::string primaryType;        ///< of the connection that has the default route
+    std::string primaryName;
+};
+
+/// Each throws sdbus::Error. What goes away while it is read is left out.
+std::vector<NetworkProfile> readProfiles(BusCalls& calls);
+std::vector<NetworkLine> readLines(BusCalls& calls, const std::vector<NetworkProfile>& profiles);
+NetworkState readState(BusCalls& calls);
+
+} // namespace tarvik

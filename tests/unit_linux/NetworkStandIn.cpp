@@ -1,0 +1,331 @@
+#include "NetworkStandIn.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <fstream>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace tarvik {
+
+namespace {
+
+const std::string service = "org.freedesktop.NetworkManager";
+const std::string root = "/org/freedesktop/NetworkManager";
+const std::string lineInterface = service + ".Connection.Active";
+const std::string deviceInterface = service + ".Device";
+
+/// Held for what the objects say only, never for a call to the bus: the bus has a lock of its own,
+/// which its thread holds while it asks for this one.
+using Guard = std::lock_guard<std::recursive_mutex>;
+
+} // namespace
+
+NetworkStandIn::NetworkStandIn() {
+    startBus();
+    start();
+}
+
+NetworkStandIn::~NetworkStandIn() {
+    stop();
+    kill(bus_, SIGKILL);
+    waitpid(bus_, nullptr, 0);
+    unsetenv("DBUS_SYSTEM_BUS_ADDRESS");
+}
+
+void NetworkStandIn::startBus() {
+    const std::string socket = folder_.path() + "/bus";
+    const std::string configuration = folder_.path() + "/bus.conf";
+    std::ofstream(configuration)
+        << "<!DOCTYPE busconfig PUBLIC '-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN' "
+           "'http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd'>\n<busconfig><listen>"
+           "unix:path="
+        << socket
+        << "</listen><auth>EXTERNAL</auth><policy context='default'><allow send_destination='*'/>"
+           "<allow receive_sender='*'/><allow own='*'/><allow user='*'/></policy></busconfig>\n";
+    std::array<int, 2> ready{};
+    ASSERT_EQ(pipe2(ready.data(), 0), 0);
+    bus_ = fork();
+    if (bus_ == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        dup2(open("/dev/null", O_RDWR), STDERR_FILENO); // it complains of limits it may not raise
+        dup2(ready[1], STDOUT_FILENO);
+        execlp("dbus-daemon", "dbus-daemon", ("--config-file=" + configuration).c_str(), "--nofork",
+               "--nopidfile", "--print-address", nullptr);
+        _exit(127);
+    }
+    close(ready[1]);
+    char first = 0;
+    EXPECT_EQ(read(ready[0], &first, 1), 1) << "no bus"; // it listens when it prints its address
+    close(ready[0]);
+    setenv("DBUS_SYSTEM_BUS_ADDRESS", ("unix:path=" + socket).c_str(), 1);
+}
+
+void NetworkStandIn::start() {
+    connection_ = sdbus::createSystemBusConnection();
+    registerManager();
+    registerSettings();
+    for (const auto& [path, settings] : profiles_) {
+        registerProfile(path);
+    }
+    connection_->requestName(service);
+    connection_->enterEventLoopAsync();
+}
+
+void NetworkStandIn::stop() {
+    setSilent(false);
+    if (connection_ == nullptr) {
+        return;
+    }
+    connection_->leaveEventLoop();
+    for (auto& [path, line] : lines_) {
+        line.object.reset();
+    }
+    for (auto& [path, device] : devices_) {
+        device.object.reset();
+    }
+    profileObjects_.clear();
+    lines_.clear();
+    linePaths_.clear();
+    manager_.reset();
+    settings_.reset();
+    connection_.reset();
+}
+
+void NetworkStandIn::setSilent(bool silent) {
+    const std::lock_guard guard(silenceMutex_);
+    silent_ = silent;
+    spoken_.notify_all();
+}
+
+/// Every call passes here: it waits while the service is silent.
+void NetworkStandIn::answer() {
+    std::unique_lock lock(silenceMutex_);
+    spoken_.wait(lock, [this] { return !silent_; });
+}
+
+std::unique_ptr<sdbus::IObject> NetworkStandIn::objectAt(const std::string& path) {
+    return sdbus::createObject(*connection_, path);
+}
+
+template <class Value>
+void NetworkStandIn::property(sdbus::IObject& object, const std::string& interface,
+                              const std::string& name, const Value& value) {
+    object.registerProperty(name).onInterface(interface).withGetter([this, &value]() -> Value {
+        answer();
+        const Guard guard(mutex_);
+        return value;
+    });
+}
+
+void NetworkStandIn::registerManager() {
+    manager_ = objectAt(root);
+    property(*manager_, service, "State", state_);
+    property(*manager_, service, "Connectivity", connectivity_);
+    property(*manager_, service, "PrimaryConnectionType", primaryType_);
+    property(*manager_, service, "PrimaryConnection", primary_);
+    property(*manager_, service, "ActiveConnections", linePaths_);
+    property(*manager_, service, "AllDevices", devicePaths_);
+    manager_->registerMethod("ActivateConnection")
+        .onInterface(service)
+        .implementedAs([this](const sdbus::ObjectPath& profile, const sdbus::ObjectPath&,
+                              const sdbus::ObjectPath&) -> sdbus::ObjectPath {
+            answer();
+            if (!failure.empty()) {
+                throw sdbus::Error(failure, "");
+            }
+            return onActivate(profile);
+        });
+    manager_->registerMethod("DeactivateConnection")
+        .onInterface(service)
+        .implementedAs([this](const sdbus::ObjectPath& path) {
+            answer();
+            if (!failure.empty()) {
+                throw sdbus::Error(failure, "");
+            }
+            const Guard guard(mutex_);
+            deactivated_.push_back(path);
+        });
+    manager_->finishRegistration();
+}
+
+void NetworkStandIn::registerSettings() {
+    settings_ = objectAt(root + "/Settings");
+    settings_->registerMethod("ListConnections")
+        .onInterface(service + ".Settings")
+        .implementedAs([this]() -> Paths {
+            answer();
+            const Guard guard(mutex_);
+            Paths paths;
+            for (const auto& [path, settings] : profiles_) {
+                paths.emplace_back(path);
+            }
+            return paths;
+        });
+    settings_->registerSignal("NewConnection")
+        .onInterface(service + ".Settings")
+        .withParameters<sdbus::ObjectPath>();
+    settings_->finishRegistration();
+}
+
+void NetworkStandIn::registerProfile(const std::string& path) {
+    auto object = objectAt(path);
+    object->registerMethod("GetSettings")
+        .onInterface(service + ".Settings.Connection")
+        .implementedAs([this, path]() -> Settings {
+            answer();
+            const Guard guard(mutex_);
+            if (path == hidden_) {
+                throw sdbus::Error(service + ".Settings.PermissionDenied", "");
+            }
+            return profiles_[path];
+        });
+    object->finishRegistration();
+    profileObjects_[path] = std::move(object);
+}
+
+std::string NetworkStandIn::newPath(const std::string& kind) {
+    const Guard guard(mutex_);
+    return root + "/" + kind + "/" + std::to_string(++last_);
+}
+
+std::string NetworkStandIn::addProfile(const std::string& name, const std::string& type,
+                                       const Settings& more) {
+    const std::string path = newPath("Settings");
+    {
+        const Guard guard(mutex_);
+        Settings& settings = profiles_[path] = more;
+        settings["connection"]["id"] = sdbus::Variant(name);
+        settings["connection"]["uuid"] = sdbus::Variant(path);
+        settings["connection"]["type"] = sdbus::Variant(type);
+    }
+    registerProfile(path);
+    settings_->emitSignal("NewConnection")
+        .onInterface(service + ".Settings")
+        .withArguments(sdbus::ObjectPath(path));
+    return path;
+}
+
+std::string NetworkStandIn::addDevice(const std::string& interface, const std::string& ip4,
+                                      const std::string& ip6) {
+    const std::string path = newPath("Devices");
+    Device* device = nullptr;
+    {
+        const Guard guard(mutex_);
+        device = &devices_[path];
+        device->interface = device->ipInterface = interface;
+        device->ip4 = ip4;
+        device->ip6 = ip6;
+        devicePaths_.emplace_back(path);
+    }
+    device->object = objectAt(path);
+    property(*device->object, deviceInterface, "Interface", device->interface);
+    property(*device->object, deviceInterface, "IpInterface", device->ipInterface);
+    property(*device->object, deviceInterface, "Ip4Config", device->ip4);
+    property(*device->object, deviceInterface, "Ip6Config", device->ip6);
+    device->object->registerSignal("StateChanged")
+        .onInterface(deviceInterface)
+        .withParameters<std::uint32_t, std::uint32_t, std::uint32_t>();
+    device->object->finishRegistration();
+    return path;
+}
+
+std::string NetworkStandIn::addLine(const std::string& profile, std::uint32_t state,
+                                    const Paths& devices, const std::string& ip4,
+                                    const std::string& ip6) {
+    const std::string path = newPath("ActiveConnection");
+    Line* line = nullptr;
+    {
+        const Guard guard(mutex_);
+        line = &lines_[path];
+        line->uuid = profile;
+        line->id = profiles_[profile]["connection"]["id"].get<std::string>();
+        line->type = profiles_[profile]["connection"]["type"].get<std::string>();
+        line->state = state;
+        line->devices = devices;
+        line->ip4 = ip4;
+        line->ip6 = ip6;
+        linePaths_.emplace_back(path);
+    }
+    line->object = objectAt(path);
+    property(*line->object, lineInterface, "Uuid", line->uuid);
+    property(*line->object, lineInterface, "Id", line->id);
+    property(*line->object, lineInterface, "Type", line->type);
+    property(*line->object, lineInterface, "State", line->state);
+    property(*line->object, lineInterface, "Devices", line->devices);
+    property(*line->object, lineInterface, "Ip4Config", line->ip4);
+    property(*line->object, lineInterface, "Ip6Config", line->ip6);
+    line->object->registerSignal("StateChanged")
+        .onInterface(lineInterface)
+        .withParameters<std::uint32_t, std::uint32_t>();
+    line->object->finishRegistration();
+    tellLines();
+    return path;
+}
+
+void NetworkStandIn::tellLines() {
+    manager_->emitPropertiesChangedSignal(service, {"ActiveConnections"});
+}
+
+NetworkStandIn::Line& NetworkStandIn::line(const std::string& path) {
+    const Guard guard(mutex_);
+    return lines_.at(path);
+}
+
+void NetworkStandIn::setLineState(const std::string& path, std::uint32_t state,
+                                  std::uint32_t reason) {
+    {
+        const Guard guard(mutex_);
+        lines_.at(path).state = state;
+        if (state == 4) {
+            std::erase(linePaths_, path);
+        }
+    }
+    line(path)
+        .object->emitSignal("StateChanged")
+        .onInterface(lineInterface)
+        .withArguments(state, reason);
+    if (state == 4) {
+        tellLines();
+    }
+}
+
+void NetworkStandIn::loseLine(const std::string& path) {
+    line(path).object.reset();
+    tellLines();
+}
+
+void NetworkStandIn::setAddresses(const std::string& path, const std::string& ip4) {
+    const Guard guard(mutex_);
+    lines_.at(path).ip4 = ip4;
+}
+
+void NetworkStandIn::failDevice(const std::string& path, std::uint32_t reason) {
+    constexpr std::uint32_t before = 40;
+    constexpr std::uint32_t failed = 120;
+    devices_.at(path)
+        .object->emitSignal("StateChanged")
+        .onInterface(deviceInterface)
+        .withArguments(failed, before, reason);
+}
+
+void NetworkStandIn::setPrimary(const std::string& path, const std::string& type) {
+    {
+        const Guard guard(mutex_);
+        primary_ = path;
+        primaryType_ = type;
+    }
+    manager_->emitPropertiesChangedSignal(service, {"PrimaryConnection"});
+}
+
+std::vector<std::string> NetworkStandIn::deactivated() const {
+    const Guard guard(mutex_);
+    return deactivated_;
+}
+
+} // namespace tarvik
