@@ -9,7 +9,7 @@ cd "$(dirname "$(readlink -f "$0")")"
 # shellcheck disable=SC2086
 install_missing $packages_build
 cmake --preset release -DTARVIK_TESTS=OFF -DTARVIK_BENCH=OFF >/dev/null
-cmake --build --preset release --target tarvik-demo
+cmake --build --preset release --target tarvik-demo tarvik
 
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
     [ -n "${DISPLAY:-}" ] || install_missing qt6-wayland || true

@@ -3,6 +3,8 @@ that world: scripts/nm-rig.sh run ..."""
 
 import os
 import pathlib
+import shutil
+import signal
 import subprocess
 import sys
 import time
@@ -10,11 +12,13 @@ import time
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "system"))
 
 from desktop import wait_for  # noqa: E402
-from support import STOP_QUESTION, ProgramTest, keys_of  # noqa: E402
+from support import EXECUTABLE, STOP_QUESTION, ProgramTest, keys_of  # noqa: E402
 
 PUMP = pathlib.Path(os.environ["RIG_STATE"]) / "pump.py"
 SERVER, SINK, SOURCE = "10.8.1.1", "5001", "5002"
 MEGABYTES = 1_000_000
+DAY_OF_TICKS = pathlib.Path(EXECUTABLE).with_name("day_of_ticks")
+TICKS_OF_A_DAY = 24 * 60 * 60
 DENIED = (
     "Error: RasDial failed with 691:\nAccess was denied because the user name or the password "
     "was not valid on the domain."
@@ -32,10 +36,10 @@ def nmcli(*arguments):
     return subprocess.run(["nmcli", *arguments], check=True, capture_output=True, text=True).stdout
 
 
-def pump(way, amount):
+def pump(way, amount, server=SERVER, check=True):
     port = SINK if way == "up" else SOURCE
-    subprocess.run([sys.executable, str(PUMP), way, SERVER, port, str(amount), "0"], check=True,
-                   stdout=subprocess.DEVNULL)
+    return subprocess.run([sys.executable, str(PUMP), way, server, port, str(amount), "0"],
+                          check=check, capture_output=True).returncode
 
 
 def tunnel():
@@ -105,7 +109,9 @@ class NetworkTest(ProgramTest):
         self.assertEqual((int(record["Rcvd"]), int(record["Sent"])), total)
 
     def session_before_the_start(self, answer):
+        begin = time.monotonic()
         nmcli("connection", "up", "testvpn")
+        self.activated = (begin, time.monotonic())
         pump("down", 2 * MEGABYTES)
         program = self.start_quietly()
         program.press("cmdMonitor")
@@ -118,7 +124,13 @@ class NetworkTest(ProgramTest):
         program, _ = self.session_before_the_start("Yes")
         self.wait_figures(program, lambda: kernel("rx_bytes"), lambda: kernel("tx_bytes"))
         self.assertGreater(number(program.text("txtBytesRcvdTotal")), 2 * MEGABYTES)
-        self.assertNotEqual(program.text("txtDurationCurrent"), "00:00:00:000")
+        hours, minutes, seconds, thousandths = map(
+            int, program.text("txtDurationCurrent").split(":"))
+        now = time.monotonic()
+        lasted = (hours * 60 + minutes) * 60 + seconds + thousandths / 1000
+        self.assertLess(lasted, now - self.activated[0])
+        # As much less as passed since the last tick.
+        self.assertGreater(lasted, now - self.activated[1] - 2)
 
     def test_a_session_before_the_start_is_left_out_when_the_user_declines(self):
         program, before = self.session_before_the_start("No")
@@ -155,13 +167,100 @@ class NetworkTest(ProgramTest):
         wait_for("the wire", lambda: "wire:" in nmcli("-t", "-f", "NAME,STATE", "connection",
                                                       "show", "--active"))
 
+    def restart_server(self, addresses):
+        """The server comes back with other addresses: its clients make their tunnels anew."""
+        state = pathlib.Path(os.environ["RIG_STATE"])
+        os.kill(int((state / "server1.pid").read_text()), signal.SIGKILL)
+        configuration = (state / "server1.conf").read_text()
+        other = state / "server1.other"
+        other.write_text(configuration.replace("server 10.8.1.0", "server " + addresses))
+        subprocess.run(
+            ["ip", "netns", "exec", "server", "openvpn", "--config", str(other), "--daemon",
+             "--log-append", str(state / "log" / "server1"),
+             "--writepid", str(state / "server1.pid")], check=True)
+
+    def index(self):
+        try:
+            return int((tunnel() / "ifindex").read_text()) if tunnel() else 0
+        except FileNotFoundError:
+            return 0
+
+    def test_a_tunnel_made_anew_within_a_session_is_counted_on(self):
+        program = self.start_quietly()
+        program.press("cmdMonitor")
+        self.dial(program, "testvpn")
+        program.wait_text("txtActiveConnection", lambda text: text.startswith("vpn: testvpn"))
+        pump("down", 2 * MEGABYTES)
+        self.wait_figures(program, lambda: kernel("rx_bytes"), lambda: kernel("tx_bytes"))
+        first = self.index()
+        received, sent = kernel("rx_bytes"), kernel("tx_bytes")
+        try:
+            self.restart_server("10.8.9.0")
+            wait_for("another tunnel", lambda: self.index() not in (0, first), 30)
+            # NetworkManager leaves the new one as it is; what set it up would do this.
+            subprocess.run(["ip", "address", "add", "10.8.9.2/24", "dev", tunnel().name], check=True)
+            subprocess.run(["ip", "link", "set", tunnel().name, "up"], check=True)
+            wait_for("the other side", lambda: pump("down", 3 * MEGABYTES, "10.8.9.1", False) == 0)
+
+            self.assertLess(kernel("rx_bytes"), received + 3 * MEGABYTES)
+            self.wait_figures(program, lambda: received + kernel("rx_bytes"),
+                              lambda: sent + kernel("tx_bytes"))
+            self.assertTrue(program.text("txtActiveConnection").startswith("vpn: testvpn"))
+        finally:
+            self.hang_up_all()
+            self.restart_server("10.8.1.0")
+        program.wait_text("txtActiveConnection", "")
+        self.assertGreater(number(program.text("txtBytesRcvdTotal")), 5 * MEGABYTES)
+
+    def test_a_service_that_does_not_answer_holds_the_window_up_for_two_seconds_at_most(self):
+        program = self.start_quietly()
+        program.press("cmdMonitor")
+        self.dial(program, "testvpn")
+        program.wait_text("txtActiveConnection", lambda text: text.startswith("vpn: testvpn"))
+        subprocess.run(["pkill", "-STOP", "-x", "NetworkManager"], check=True)
+        try:
+            pump("down", MEGABYTES)
+            # What the kernel counts is counted all the same.
+            self.wait_figures(program, lambda: kernel("rx_bytes"), lambda: kernel("tx_bytes"))
+            begin = time.monotonic()
+            program.press("cmdDisconnect")
+            program.expect_box(
+                "Error: RasHangUp failed with 638:\nThe request has timed out.", "OK")
+            # Two seconds, and what reading the window from outside takes.
+            self.assertLess(time.monotonic() - begin, 8)
+            program.expect_box(STOP_QUESTION, "OK")
+            program.wait_text("lblMonitoring", "Monitoring: inactive")
+        finally:
+            subprocess.run(["pkill", "-CONT", "-x", "NetworkManager"], check=True)
+        wait_for("the tunnel's end", lambda: tunnel() is None, 30)
+
+    def test_a_day_of_ticks_takes_neither_memory_nor_descriptors(self):
+        self.write_ini("[Settings]\nIsLocked=0\nStartUpRunMonitoring=1\n")
+        nmcli("connection", "up", "testvpn")
+        self.executable = pathlib.Path(shutil.copy(DAY_OF_TICKS, self.folder / "day_of_ticks"))
+        program = self.start(str(TICKS_OF_A_DAY))
+        self.assertIn("Do you want to use (record) the this online-session", program.box_text())
+        program.answer("Yes")
+        received = 0
+        while program.running():
+            pump("down", MEGABYTES)
+            received += MEGABYTES
+        figures = {words[0]: words[1:] for words in map(str.split, program.written().splitlines())}
+        (memory_before, files_before), (memory_after, files_after) = (
+            map(int, figures[when]) for when in ("before", "after"))
+        print("\n%d ticks: %d to %d KB, %d to %d descriptors, %d MB received" % (
+            TICKS_OF_A_DAY, memory_before, memory_after, files_before, files_after,
+            received // MEGABYTES))
+        self.assertEqual(files_after, files_before)
+        self.assertLess(memory_after - memory_before, 512)
+        self.assertGreater(int(figures["received"][0]), received - 2 * MEGABYTES)
+
     def stop_network_manager(self):
         subprocess.run(["pkill", "-KILL", "-x", "NetworkManager"], check=True)
 
     def start_network_manager(self):
-        with open(os.environ["RIG_STATE"] + "/log/nm", "ab") as log:
-            subprocess.Popen(["NetworkManager", "--debug"], stdout=log, stderr=log,
-                             stdin=subprocess.DEVNULL, start_new_session=True)
+        subprocess.run(["sh", "-c", 'setsid NetworkManager --debug </dev/null >>"$0" 2>&1 &',
+                        os.environ["RIG_STATE"] + "/log/nm"], check=True)
         subprocess.run(["nm-online", "-q", "-s", "-t", "20"], check=True)
 
     def test_a_service_that_stops_within_a_session_is_told_and_comes_back(self):

@@ -89,6 +89,53 @@ TEST_F(LinkReaderTest, AnInterfaceThatIsNotThereHasNoReading) {
     EXPECT_FALSE(readLink("/sys/class/net", ""));
 }
 
+TEST_F(LinkReaderTest, EveryInterfaceIsRead) {
+    write("ifindex", "7");
+
+    EXPECT_EQ(readLinks(folder.path()).size(), 1U);
+    EXPECT_TRUE(readLinks(folder.path() + "/none").empty());
+}
+
+TEST_F(LinkReaderTest, TheBitRateIsWhatTheDeviceTells) {
+    EXPECT_EQ(bitRateOf(folder.path(), "tun0"), 0U);
+    write("speed", "100");
+    EXPECT_EQ(bitRateOf(folder.path(), "tun0"), 100'000'000U);
+    write("speed", "4294");
+    EXPECT_EQ(bitRateOf(folder.path(), "tun0"), 4'294'000'000U);
+    write("speed", "10000");
+    EXPECT_EQ(bitRateOf(folder.path(), "tun0"), 4'294'967'295U);
+    write("speed", "-1");
+    EXPECT_EQ(bitRateOf(folder.path(), "tun0"), 0U);
+}
+
+TEST_F(LinkReaderTest, ATunnelsMadeUpBitRateIsNotTold) {
+    write("speed", "10");
+    write("tun_flags", "0x1001");
+
+    EXPECT_EQ(bitRateOf(folder.path(), "tun0"), 0U);
+}
+
+TEST(LinkSessionTest, WhatAnInterfaceCountedBeforeIsLeftOutUntilItIsMadeAnew) {
+    LinkSession session;
+    session.beginAt({.index = 4, .received = 1000, .sent = 10});
+    session.sample({.index = 4, .received = 1000, .sent = 12});
+    EXPECT_EQ(session.total().received, 0U);
+    EXPECT_EQ(session.total().sent, 2U);
+
+    session.sample({.index = 5, .received = 70, .sent = 1});
+
+    EXPECT_EQ(session.total().received, 70U);
+    EXPECT_EQ(session.total().sent, 3U);
+}
+
+TEST(LinkSessionTest, AnotherInterfacesBeginningIsNoMatter) {
+    LinkSession session;
+    session.beginAt({.index = 3, .received = 1000, .sent = 10});
+    session.sample({.index = 4, .received = 50, .sent = 2});
+
+    EXPECT_EQ(session.total().received, 50U);
+}
+
 TEST(LinkSessionTest, ATunnelMadeAnewIsAddedToTheOneBefore) {
     LinkSession session;
     session.sample({.index = 4, .received = 1000, .sent = 10});

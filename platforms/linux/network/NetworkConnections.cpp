@@ -71,7 +71,10 @@ void NetworkConnections::takeLines() {
         });
         sessions_.push_back(before == known.end() ? newSession(line) : std::move(*before));
         Session& own = sessions_.back();
+        // A tunnel that is made anew may go without being told of; it keeps its name.
+        const std::string interface = line.interface.empty() ? own.line.interface : line.interface;
         own.line = line;
+        own.line.interface = interface;
         if (line.state == activated && own.seenActive == 0) {
             own.seenActive = steadyMilliseconds();
         }
