@@ -3,6 +3,7 @@
 #include "linux/network/BusCalls.h"
 
 #include <poll.h>
+#include <thread>
 
 namespace tarvik {
 
@@ -11,6 +12,7 @@ namespace {
 const std::string busName = "org.freedesktop.DBus";
 
 constexpr std::uint32_t deviceFailed = 120;
+constexpr std::chrono::seconds longestConnecting{1}; // to the bus, and again to ask it
 constexpr std::chrono::seconds quietTime{5};
 
 } // namespace
@@ -22,20 +24,41 @@ bool NetworkBus::connect() {
     if (bus_ != nullptr) {
         return true;
     }
+    if (silent()) {
+        return false;
+    }
     try {
-        bus_ = sdbus::createSystemBusConnection();
+        openBus();
         watch();
         sdbus::createProxy(*bus_, busName, "/org/freedesktop/DBus")
             ->callMethod("NameHasOwner")
             .onInterface(busName)
-            .withTimeout(std::chrono::seconds(2))
+            .withTimeout(longestConnecting)
             .withArguments(nm::service)
             .storeResultsTo(running_);
         return true;
-    } catch (const sdbus::Error&) {
+    } catch (const sdbus::Error& error) {
         forget();
+        if (isTimeOut(error)) {
+            quietUntil_ = Clock::now() + quietTime;
+        }
         return false;
     }
+}
+
+/// The library greets a bus for as long as it takes: a thread of its own does that, and may be left
+/// behind. It touches nothing else.
+void NetworkBus::openBus() {
+    if (!connecting_.valid()) {
+        std::packaged_task<std::unique_ptr<sdbus::IConnection>()> greet(
+            [] { return sdbus::createSystemBusConnection(); });
+        connecting_ = greet.get_future();
+        std::thread(std::move(greet)).detach();
+    }
+    if (connecting_.wait_for(longestConnecting) != std::future_status::ready) {
+        throw sdbus::Error("org.freedesktop.DBus.Error.Timeout", "");
+    }
+    bus_ = connecting_.get();
 }
 
 void NetworkBus::requireBus() {

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <future>
 #include <map>
 #include <memory>
 #include <optional>
@@ -63,6 +64,7 @@ private:
     using Clock = std::chrono::steady_clock;
 
     bool connect();
+    void openBus();
     void requireBus();
     void watch();
     void onSignal(sdbus::Message& message);
@@ -71,6 +73,7 @@ private:
     void forget();
 
     std::unique_ptr<sdbus::IConnection> bus_;
+    std::future<std::unique_ptr<sdbus::IConnection>> connecting_;
     bool running_ = false;         ///< NetworkManager is on the bus
     bool known_ = false;           ///< and everything was read since it is
     Clock::time_point quietUntil_; ///< no call before, after one that was not answered
