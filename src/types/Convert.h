@@ -34,6 +34,13 @@ std::string longTimeText(Date value, const LocaleData& locale);
 /// to even. Raises TypeMismatch for anything else (an empty text too), Overflow when too large.
 Currency textToCurrency(std::string_view text, const LocaleData& locale);
 
+/// The same for a whole number: ties to even; Overflow outside 32 bits.
+Long textToLong(std::string_view text, const LocaleData& locale);
+
+/// True for a text of the form that `textToCurrency` reads, also where the number is too large for
+/// it but not for a floating-point number.
+bool isNumeric(std::string_view text, const LocaleData& locale);
+
 /// Reads a date, a time, or both in either order. Numeric fields stand in the order of the locale's
 /// short-date pattern unless the first has four digits (then year, month, day); any of . / - space
 /// or the pattern's own characters separate them; two-digit years are 1930 to 2029. A text that can

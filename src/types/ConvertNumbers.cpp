@@ -19,7 +19,8 @@ class NumberReader {
 public:
     NumberReader(std::string_view text, const LocaleData& locale) : rest_(text), locale_(locale) {}
 
-    Currency read() {
+    /// True when the whole text is one number.
+    bool parse() {
         skipBlanks();
         const bool signBefore = takeSign();
         skipBlanks();
@@ -31,10 +32,40 @@ public:
             takeSign();
         }
         skipBlanks();
-        if (digits_.empty() || !rest_.empty()) {
-            raise(ErrorNumber::TypeMismatch);
+        return !digits_.empty() && rest_.empty();
+    }
+
+    /// Beyond what a floating-point number can hold.
+    bool tooLarge() const {
+        constexpr std::int64_t largestExponent = 308;
+        constexpr std::string_view largestDigits = "1797693134862315807";
+        const std::size_t first = digits_.find_first_not_of('0');
+        if (first == std::string::npos) {
+            return false;
         }
-        return Currency::fromScaled(scaled());
+        const std::int64_t exponent = wholeDigits_ - static_cast<std::int64_t>(first) - 1;
+        return exponent > largestExponent ||
+               (exponent == largestExponent &&
+                std::string_view(digits_).substr(first, largestDigits.size()) > largestDigits);
+    }
+
+    /// The number times 10^decimals, rounded to the nearest whole number, ties to even.
+    std::int64_t scaled(std::int64_t decimals) const {
+        const std::size_t first = digits_.find_first_not_of('0');
+        if (first == std::string::npos) {
+            return 0;
+        }
+        const auto firstDigit = static_cast<std::int64_t>(first);
+        const std::int64_t end = wholeDigits_ + decimals;
+        constexpr std::int64_t mostDigits = 19;
+        if (end - firstDigit > mostDigits) {
+            raise(ErrorNumber::Overflow);
+        }
+        std::uint64_t value = 0;
+        for (std::int64_t i = firstDigit; i < end; ++i) {
+            value = value * 10 + static_cast<std::uint64_t>(digitAt(i) - '0');
+        }
+        return withSign(value + roundedUp(value, end));
     }
 
 private:
@@ -133,26 +164,6 @@ private:
                    : '0';
     }
 
-    /// The number times 10,000, rounded to the nearest whole number, ties to even.
-    std::int64_t scaled() const {
-        constexpr std::int64_t decimals = 4;
-        const std::size_t first = digits_.find_first_not_of('0');
-        if (first == std::string::npos) {
-            return 0;
-        }
-        const auto firstDigit = static_cast<std::int64_t>(first);
-        const std::int64_t end = wholeDigits_ + decimals;
-        constexpr std::int64_t mostDigits = 19;
-        if (end - firstDigit > mostDigits) {
-            raise(ErrorNumber::Overflow);
-        }
-        std::uint64_t value = 0;
-        for (std::int64_t i = firstDigit; i < end; ++i) {
-            value = value * 10 + static_cast<std::uint64_t>(digitAt(i) - '0');
-        }
-        return withSign(value + roundedUp(value, end));
-    }
-
     std::uint64_t roundedUp(std::uint64_t value, std::int64_t end) const {
         const char next = digitAt(end);
         if (next != '5') {
@@ -180,6 +191,15 @@ private:
     std::int64_t wholeDigits_ = 0;
     bool negative_ = false;
 };
+
+/// The number in the text times 10^decimals.
+std::int64_t readScaled(std::string_view text, const LocaleData& locale, int decimals) {
+    NumberReader reader(text, locale);
+    if (!reader.parse()) {
+        raise(ErrorNumber::TypeMismatch);
+    }
+    return reader.scaled(decimals);
+}
 
 std::string grouped(std::string_view digits, const std::string& separator) {
     std::string result;
@@ -248,8 +268,17 @@ std::string toText(Currency value, const LocaleData& locale) {
     return text;
 }
 
+bool isNumeric(std::string_view text, const LocaleData& locale) {
+    NumberReader reader(text, locale);
+    return reader.parse() && !reader.tooLarge();
+}
+
 Currency textToCurrency(std::string_view text, const LocaleData& locale) {
-    return NumberReader(text, locale).read();
+    return Currency::fromScaled(readScaled(text, locale, 4));
+}
+
+Long textToLong(std::string_view text, const LocaleData& locale) {
+    return Long::narrow(readScaled(text, locale, 0));
 }
 
 std::string formatGrouped(double value, int decimals, const LocaleData& locale) {
