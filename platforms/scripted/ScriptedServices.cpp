@@ -6,21 +6,50 @@ namespace tarvik {
 
 namespace {
 
-bool leaveDialog(ScriptedDialogs& dialogs, OPENFILENAMEA* data, const DialogPlacement& place) {
-    dialogs.seen = *data;
-    const char* end = data->lpstrFilter;
+std::string textOf(const char* text) {
+    return text == nullptr ? std::string() : text;
+}
+
+/// Description, NUL, pattern, NUL and so on, with the two NULs at the end.
+std::string filterOf(const char* text) {
+    if (text == nullptr) {
+        return {};
+    }
+    const char* end = text;
     while (end[0] != '\0' || end[1] != '\0') {
         ++end;
     }
-    dialogs.filter.assign(data->lpstrFilter, end + 2);
-    dialogs.title = data->lpstrTitle;
-    dialogs.initialFolder = data->lpstrInitialDir;
-    dialogs.placed = place({0, 0, 100, 50}, {200, 300, 400, 250});
+    return {text, end + 2};
+}
+
+bool leaveDialog(ScriptedDialogs& dialogs, OPENFILENAMEA* data, const DialogPlacement& place,
+                 bool saving) {
+    dialogs.seen = *data;
+    dialogs.saving = saving;
+    dialogs.filter = filterOf(data->lpstrFilter);
+    dialogs.title = textOf(data->lpstrTitle);
+    dialogs.initialFolder = textOf(data->lpstrInitialDir);
+    dialogs.defaultExtension = textOf(data->lpstrDefExt);
+    dialogs.buffer.assign(data->lpstrFile, data->nMaxFile);
+    dialogs.placed = place({0, 0, 100, 50}, dialogs.owner);
     if (dialogs.chosen.empty() || dialogs.extendedError != 0) {
         return false;
     }
-    const std::size_t length = dialogs.chosen.copy(data->lpstrFile, data->nMaxFile - 1);
-    data->lpstrFile[length] = '\0';
+    // Where several files may be chosen, two NULs end the selection; what stood behind it stays.
+    constexpr std::uint32_t allowMultiselect = 0x200;
+    std::string selection = dialogs.chosen.substr(0, data->nMaxFile - 1) + '\0';
+    if ((data->Flags & allowMultiselect) != 0 && selection.size() < data->nMaxFile) {
+        selection += '\0';
+    }
+    selection.copy(data->lpstrFile, selection.size());
+    if (data->lpstrFileTitle != nullptr && data->nMaxFileTitle > 0) {
+        const std::size_t length =
+            dialogs.chosenTitle.copy(data->lpstrFileTitle, data->nMaxFileTitle - 1);
+        data->lpstrFileTitle[length] = '\0';
+    }
+    if (dialogs.chosenFilter != 0) {
+        data->nFilterIndex = dialogs.chosenFilter;
+    }
     return true;
 }
 
@@ -83,11 +112,11 @@ LocaleData japaneseLocale() {
 }
 
 bool ScriptedDialogs::GetOpenFileNameA(OPENFILENAMEA* data, const DialogPlacement& place) {
-    return leaveDialog(*this, data, place);
+    return leaveDialog(*this, data, place, false);
 }
 
 bool ScriptedDialogs::GetSaveFileNameA(OPENFILENAMEA* data, const DialogPlacement& place) {
-    return leaveDialog(*this, data, place);
+    return leaveDialog(*this, data, place, true);
 }
 
 bool ScriptedInternetState::InternetGetConnectedState(std::uint32_t* flags, std::uint32_t) {

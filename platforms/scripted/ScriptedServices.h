@@ -95,13 +95,15 @@ public:
     };
 
     bool present = true;
+    /// The desktop has no notification area but shows notes.
+    bool onlyNotes = false;
     std::uint32_t version = 5;
     std::vector<Request> requests;
     std::vector<std::uint32_t> foregroundWindows;
 
     bool Shell_NotifyIconA(std::uint32_t request, NOTIFYICONDATAA* data) override {
         requests.push_back({request, *data});
-        return present;
+        return onlyNotes ? (data->uFlags & info) != 0 : present;
     }
     bool SetForegroundWindow(std::uint32_t window) override {
         foregroundWindows.push_back(window);
@@ -113,15 +115,28 @@ public:
 /// File dialogs that are left with a name, or not.
 class ScriptedDialogs : public CommonDialogs {
 public:
-    /// What the user chooses; empty cancels.
+    /// What the user chooses; empty cancels. Several files are their folder and their names, with
+    /// NULs between them.
     std::string chosen;
+    /// The name without folder that the dialog tells beside it.
+    std::string chosenTitle;
+    /// The filter that the user changes to; 0 leaves it.
+    std::uint32_t chosenFilter = 0;
     std::uint32_t extendedError = 0;
+    /// The window that the dialog stands over; without a size there is none.
+    ScreenRect owner{200, 300, 400, 250};
+
     /// The record that a dialog was opened with, its texts copied.
     OPENFILENAMEA seen{};
+    /// It was the dialog for saving.
+    bool saving = false;
     std::string filter;
     std::string title;
     std::string initialFolder;
-    /// Where the program put a dialog of 100 by 50 over a window at 200, 300 of 400 by 250.
+    std::string defaultExtension;
+    /// The whole buffer of the file name, as it was given.
+    std::string buffer;
+    /// Where the program put a dialog of 100 by 50 over the owner.
     ScreenRect placed;
 
     bool GetOpenFileNameA(OPENFILENAMEA* data, const DialogPlacement& place) override;

@@ -1,0 +1,90 @@
+#pragma once
+
+#include "dialogs/clsDialogError.h"
+#include "ports/CommonDialogs.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace tarvik {
+
+class Form;
+
+/// Options of a file dialog, each one bit of the word that the desktop gets.
+enum class DialogFlag : std::uint32_t {
+    Flag_ReadOnly = 0x1,
+    Flag_OverwritePrompt = 0x2,
+    Flag_HideReadOnly = 0x4,
+    Flag_NoChangeDir = 0x8,
+    Flag_HelpButton = 0x10,
+    Flag_NoValidate = 0x100,
+    Flag_AllowMultiselect = 0x200,
+    Flag_ExtensionDifferent = 0x400,
+    Flag_PathMustExist = 0x800,
+    Flag_FileMustExist = 0x1000,
+    Flag_CreatePrompt = 0x2000,
+    Flag_ShareAware = 0x4000,
+    Flag_NoReadOnlyReturn = 0x8000,
+    Flag_NoNetworkButton = 0x20000,
+    Flag_NoLongNames = 0x40000,
+    Flag_Explorer = 0x80000,
+    Flag_NoDereferenceLinks = 0x100000,
+    Flag_LongNames = 0x200000,
+};
+
+/// The desktop's dialog for opening or saving a file. Set the properties, show it, then ask
+/// `DialogError` whether a file was chosen.
+class clsFileDialog {
+public:
+    std::string DialogTitle;
+    /// Pairs of description and pattern, all separated by "|".
+    std::string Filter;
+    /// The selected filter, 1 for the first; afterwards the one that the user chose.
+    std::uint32_t FilterIndex = 1;
+    std::string InitDir;
+    /// Added when the user types none.
+    std::string DefaultExt;
+    /// Full path: the proposed one, afterwards the chosen one.
+    std::string FileName;
+    /// Afterwards: folder and name of the chosen file.
+    std::string FilePath;
+    std::string FileTitle;
+    /// More than one file may be chosen; they are then in `FileList`, names without the folder.
+    bool MultiSelect = false;
+    std::vector<std::string> FileList;
+    /// Whether the caller counts a cancelled dialog as an error. It is recorded in `DialogError`
+    /// either way.
+    bool CancelError = false;
+    /// The window that the dialog stands before; null for none.
+    const Form* Owner = nullptr;
+
+    /// Sets or clears one option.
+    void SetFlag(DialogFlag Flag, bool Value);
+    bool GetFlag(DialogFlag Flag) const;
+    /// All options in one word.
+    std::uint32_t Flags() const { return flags_; }
+
+    void ShowOpen();
+    void ShowSave();
+    /// How the last call ended; number 0 when a file was chosen.
+    const clsDialogError& DialogError() const { return error_; }
+
+private:
+    using Show = bool (CommonDialogs::*)(OPENFILENAMEA*, const DialogPlacement&);
+
+    void ShowFileDialog(Show show);
+    void takeChoice(const std::string& buffer, const std::string& title);
+    void takeFailure();
+
+    std::uint32_t flags_ = 0;
+    clsDialogError error_;
+};
+
+/// What an error number of a file dialog means; empty for a number that is not known.
+std::string GetString(std::uint32_t Number);
+
+/// Places a dialog in the middle of the window that owns it; where nobody owns it, it stays.
+ScreenRect DlgPosit(const ScreenRect& Dialog, const ScreenRect& Owner);
+
+} // namespace tarvik
