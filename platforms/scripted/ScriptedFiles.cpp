@@ -97,6 +97,9 @@ FileResult ScriptedFiles::FileCopy(const std::string& source, const std::string&
 }
 
 FileResult ScriptedFiles::Kill(const std::string& path) {
+    if (killFailure) {
+        return killFailure;
+    }
     if (Dir(path) != FileKind::File) {
         return exists(path) ? ErrorNumber::PathFileAccess : ErrorNumber::FileNotFound;
     }

@@ -30,6 +30,8 @@ public:
     int replacementsLeft = 0;
     /// Every read fails with this, until it is nothing again.
     FileResult readFailure;
+    /// Every deletion fails with this, until it is nothing again.
+    FileResult killFailure;
 
     int reads = 0;
     int replacements = 0;
