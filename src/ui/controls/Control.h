@@ -24,6 +24,7 @@ enum class ControlKind {
 enum class Property {
     Caption,
     Text,
+    Selection,
     Value,
     Enabled,
     Visible,

@@ -6,7 +6,8 @@ namespace tarvik {
 
 Label::Label(Form& form, std::string name, Setup setup)
     : Control(form, ControlKind::Label, std::move(name)), caption_(std::move(setup.caption)),
-      alignment_(setup.alignment), mnemonic_(setup.mnemonic), labelled_(setup.labelled) {
+      alignment_(setup.alignment), mnemonic_(setup.mnemonic), labelled_(setup.labelled),
+      wrapped_(setup.wrapped) {
     setToolTip(std::move(setup.toolTip));
 }
 
@@ -29,6 +30,13 @@ void TextBox::setText(std::string text) {
     if (assign(text_, std::move(text), Property::Text)) {
         Change.raise();
     }
+}
+
+void TextBox::select(int start, int length) {
+    selStart_ = start;
+    selLength_ = length;
+    // Told each time: the user may have selected something else since.
+    tell(Property::Selection);
 }
 
 CheckBox::CheckBox(Form& form, std::string name, Setup setup)

@@ -21,6 +21,7 @@ public:
         TextAlignment alignment = TextAlignment::Left;
         char mnemonic = 0;
         Control* labelled = nullptr;
+        bool wrapped = false;
     };
 
     Label(Form& form, std::string name, Setup setup);
@@ -34,6 +35,8 @@ public:
     char mnemonic() const { return mnemonic_; }
     /// The input that this label names, or null.
     Control* labelled() const { return labelled_; }
+    /// The text is broken into lines where it does not fit into one.
+    bool wrapped() const { return wrapped_; }
 
 private:
     std::string caption_;
@@ -41,6 +44,7 @@ private:
     TextAlignment alignment_;
     char mnemonic_;
     Control* labelled_;
+    bool wrapped_;
 };
 
 /// One line of text that can be selected and copied, and typed into unless it is read-only.
@@ -58,14 +62,27 @@ public:
 
     /// Raised when the text has changed, by the user or the program.
     Event<> Change;
+    /// Raised when the user has come to the box, by key or mouse.
+    Event<> GotFocus;
+    /// Raised when a key goes down in the box, before it changes the text.
+    Event<> KeyDown;
+    /// Raised when a key comes up in the box, after it has changed the text.
+    Event<> KeyUp;
 
     const std::string& text() const { return text_; }
     void setText(std::string text);
+    /// Selects so many bytes of the text from `start`, counted from 0; typing replaces them. What
+    /// the user selects afterwards is not known here.
+    void select(int start, int length);
+    int selStart() const { return selStart_; }
+    int selLength() const { return selLength_; }
     bool readOnly() const { return readOnly_; }
     TextAlignment alignment() const { return alignment_; }
 
 private:
     std::string text_;
+    int selStart_ = 0;
+    int selLength_ = 0;
     bool readOnly_;
     TextAlignment alignment_;
 };
