@@ -1,8 +1,9 @@
 #pragma once
 
-#include "common/AbsentServices.h"
 #include "common/ProfileEngine.h"
 #include "linux/face/EndSignals.h"
+#include "linux/face/LinuxCommonDialogs.h"
+#include "linux/face/LinuxNotificationArea.h"
 #include "linux/face/QtDesktop.h"
 #include "linux/network/LinuxInternetState.h"
 #include "linux/services/LinuxClock.h"
@@ -36,11 +37,11 @@ private:
     LinuxClock clock_;
     LinuxLocale locale_;
     LinuxSystemErrorText systemErrors_;
-    AbsentNotificationArea notificationArea_;
-    AbsentCommonDialogs dialogs_;
     LinuxInternetState internet_;
     LinuxSockets sockets_;
     face::QtDesktop desktop_;
+    face::LinuxNotificationArea notificationArea_{desktop_};
+    face::LinuxCommonDialogs dialogs_{desktop_};
     face::EndSignals endSignals_;
 };
 

@@ -2,10 +2,10 @@
 
 #include "common/ProfileEngine.h"
 #include "ports/Platform.h"
+#include "windows/face/WindowsCommonDialogs.h"
 #include "windows/face/WindowsDesktop.h"
 #include "windows/face/WindowsNotificationArea.h"
 #include "windows/services/WindowsClock.h"
-#include "windows/services/WindowsCommonDialogs.h"
 #include "windows/services/WindowsFiles.h"
 #include "windows/services/WindowsInternetState.h"
 #include "windows/services/WindowsLocale.h"
@@ -33,11 +33,11 @@ private:
     WindowsClock clock_;
     WindowsLocale locale_;
     WindowsSystemErrorText systemErrors_;
-    WindowsCommonDialogs dialogs_;
     WindowsInternetState internet_;
     WindowsSockets sockets_;
     face::WindowsNotificationArea notificationArea_;
     face::WindowsDesktop desktop_;
+    face::WindowsCommonDialogs dialogs_{desktop_};
 };
 
 } // namespace tarvik

@@ -7,10 +7,14 @@ struct FaceContext {
     /// How many message boxes and blocking calls are under way. While there is one, neither what
     /// the user does elsewhere nor timers reach the models.
     int busy = 0;
+    /// How many dialogs of the desktop are open. While there is one, what the user does elsewhere
+    /// does not reach the models; timers go on.
+    int dialogs = 0;
     /// The user's session is ending: nobody is asked any more.
     bool ending = false;
 
-    bool takesInput() const { return busy == 0; }
+    bool takesInput() const { return busy == 0 && dialogs == 0; }
+    bool timersRun() const { return busy == 0; }
 };
 
 /// Counts as busy for its own lifetime.
@@ -20,6 +24,18 @@ public:
     ~BusyScope() { --context_.busy; }
     BusyScope(const BusyScope&) = delete;
     BusyScope& operator=(const BusyScope&) = delete;
+
+private:
+    FaceContext& context_;
+};
+
+/// Counts as an open dialog for its own lifetime.
+class DialogScope {
+public:
+    explicit DialogScope(FaceContext& context) : context_(context) { ++context_.dialogs; }
+    ~DialogScope() { --context_.dialogs; }
+    DialogScope(const DialogScope&) = delete;
+    DialogScope& operator=(const DialogScope&) = delete;
 
 private:
     FaceContext& context_;

@@ -98,4 +98,12 @@ bool OpenBox::press(MsgBoxAnswer answer) const {
     return button != nullptr && PostMessageA(button, BM_CLICK, 0, 0) != FALSE;
 }
 
+HMENU openMenu(DWORD process) {
+    const std::vector<HWND> found = topLevelWindows("#32768", process);
+    constexpr UINT getMenu = 0x01E1;
+    return found.empty() || IsWindowVisible(found.front()) == FALSE
+               ? nullptr
+               : reinterpret_cast<HMENU>(SendMessageA(found.front(), getMenu, 0, 0));
+}
+
 } // namespace tarvik

@@ -38,4 +38,7 @@ struct OpenBox {
 /// The process's open message box, with a null window when there is none.
 OpenBox openBox(DWORD process);
 
+/// The menu that is open in a process of this desktop; null when there is none.
+HMENU openMenu(DWORD process);
+
 } // namespace tarvik

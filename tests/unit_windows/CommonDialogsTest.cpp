@@ -1,7 +1,8 @@
-#include "windows/services/WindowsCommonDialogs.h"
+#include "windows/face/WindowsCommonDialogs.h"
 
 #include "Later.h"
 #include "support/Win32Windows.h"
+#include "windows/face/WindowsDesktop.h"
 
 #include <gtest/gtest.h>
 
@@ -49,7 +50,8 @@ protected:
 
     const DialogPlacement stay = [](const ScreenRect& dialog, const ScreenRect&) { return dialog; };
     std::array<char, 260> file{};
-    WindowsCommonDialogs dialogs;
+    face::WindowsDesktop desktop;
+    face::WindowsCommonDialogs dialogs{desktop};
 };
 
 TEST_F(CommonDialogsTest, ADialogThatIsCancelledHasNoError) {

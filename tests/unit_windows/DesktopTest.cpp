@@ -185,15 +185,6 @@ TEST_F(DesktopTest, AFormWithoutLayoutIsNeverSeenButItsTimersAndPicturesLive) {
     hidden.unload();
 }
 
-/// The menu that is open in this process.
-HMENU openMenu() {
-    const std::vector<HWND> found = topLevelWindows("#32768", GetCurrentProcessId());
-    constexpr UINT getMenu = 0x01E1;
-    return found.empty() || IsWindowVisible(found.front()) == FALSE
-               ? nullptr
-               : reinterpret_cast<HMENU>(SendMessageA(found.front(), getMenu, 0, 0));
-}
-
 std::string captionOf(HMENU menu, UINT place) {
     char text[64] = {};
     GetMenuStringA(menu, place, text, sizeof text, MF_BYPOSITION);
@@ -210,7 +201,7 @@ TEST_F(DesktopTest, AMenuShowsItsEntriesAndRunsTheChosenOne) {
     std::vector<std::string> captions;
     bool greyed = false;
     const Later choose([&] {
-        const HMENU menu = openMenu();
+        const HMENU menu = openMenu(GetCurrentProcessId());
         if (menu == nullptr) {
             return false;
         }
@@ -239,7 +230,8 @@ TEST_F(DesktopTest, AMenuThatIsClosedRunsNothing) {
     hidden.mnuPopUp.Click.connect([&](int entry) { chosen = entry; });
     show();
     const Later close([&] {
-        return openMenu() != nullptr && PostMessageA(window(), WM_KEYDOWN, VK_ESCAPE, 1) != FALSE;
+        return openMenu(GetCurrentProcessId()) != nullptr &&
+               PostMessageA(window(), WM_KEYDOWN, VK_ESCAPE, 1) != FALSE;
     });
 
     desktop.popUpMenu(hidden.mnuPopUp, form);

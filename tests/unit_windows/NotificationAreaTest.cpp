@@ -28,7 +28,7 @@ protected:
                                  GetModuleHandleA(nullptr), nullptr)) {}
     ~NotificationAreaTest() override { DestroyWindow(window); }
 
-    bool ask(std::uint32_t request, TrayIcon icon = TrayIcon::NotMonitoring) {
+    bool ask(std::uint32_t request, TrayIcon icon = TrayIcon::imgSysTray) {
         auto record = iconOf(window, icon);
         return area.Shell_NotifyIconA(request, &record);
     }
@@ -40,13 +40,13 @@ protected:
 TEST_F(NotificationAreaTest, AnIconIsAddedOnceChangedAndRemoved) {
     EXPECT_TRUE(ask(NotificationArea::add));
     EXPECT_FALSE(ask(NotificationArea::add));
-    EXPECT_TRUE(ask(NotificationArea::modify, TrayIcon::Online));
+    EXPECT_TRUE(ask(NotificationArea::modify, TrayIcon::imgSysTrayOnline));
     EXPECT_TRUE(ask(NotificationArea::remove));
     EXPECT_FALSE(ask(NotificationArea::modify));
 }
 
 TEST_F(NotificationAreaTest, TheOldestFormOfTheRecordIsTakenToo) {
-    auto record = iconOf(window, TrayIcon::Offline);
+    auto record = iconOf(window, TrayIcon::imgSysTrayOffline);
     record.cbSize = 88;
 
     EXPECT_TRUE(area.Shell_NotifyIconA(NotificationArea::add, &record));
@@ -54,7 +54,7 @@ TEST_F(NotificationAreaTest, TheOldestFormOfTheRecordIsTakenToo) {
 }
 
 TEST_F(NotificationAreaTest, TheProgramsRecordIsNotChanged) {
-    auto record = iconOf(window, TrayIcon::Online);
+    auto record = iconOf(window, TrayIcon::imgSysTrayOnline);
 
     area.Shell_NotifyIconA(NotificationArea::add, &record);
     EXPECT_EQ(record.hIcon, 1U);
@@ -94,12 +94,6 @@ TEST_F(NotificationAreaTest, TheVersionIsThatOfAFamilyWithBalloons) {
 
     EXPECT_EQ(version & 0x80000000U, 0U);
     EXPECT_GE(version & 0xFFU, 5U);
-}
-
-TEST(TrayIconTest, EachStateHasItsLamp) {
-    EXPECT_EQ(face::lampOf(TrayIcon::NotMonitoring), LampState::NotMonitoring);
-    EXPECT_EQ(face::lampOf(TrayIcon::Online), LampState::Online);
-    EXPECT_EQ(face::lampOf(TrayIcon::Offline), LampState::Waiting);
 }
 
 Drawing disc() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/ControlPicture.h"
+#include "linux/face/Handle.h"
 #include "ui/controls/Control.h"
 
 #include <QPointer>
@@ -17,6 +18,7 @@ public:
     ControlWidget(Control& control, QWidget* widget, FaceContext& context);
 
     QWidget* widget() const { return widget_; }
+    std::uint32_t handle() const override { return handle_.number(); }
 
     /// The width that an item of so many characters needs; 0: what the widget itself says.
     virtual int widthFor(int characters) const;
@@ -25,6 +27,7 @@ private:
     bool refreshShared(Property changed) final;
 
     QPointer<QWidget> widget_;
+    Handle handle_;
 };
 
 /// The picture for a control of any kind; null for a kind that is only shown when it is opened.

@@ -50,8 +50,11 @@ void FormWindow::detach() {
 void FormWindow::makeWidgets() {
     const bool seen = form_.layout() != nullptr;
     for (Control* control : form_.controls()) {
-        // What a form without a layout holds is never seen; its timers run all the same.
-        if (seen || control->kind() == ControlKind::Timer) {
+        // What a form without a layout holds is never seen; its timers run all the same, and an
+        // icon of the desktop sends its messages to its picture.
+        const bool works =
+            control->kind() == ControlKind::Timer || control->kind() == ControlKind::Picture;
+        if (seen || works) {
             if (auto made = makeControlWidget(*control, *this, context_)) {
                 pictures_.push_back(std::move(made));
             }
@@ -63,6 +66,12 @@ ControlWidget* FormWindow::picture(const Control* control) const {
     const auto found = std::find_if(pictures_.begin(), pictures_.end(),
                                     [&](const auto& own) { return &own->control() == control; });
     return found == pictures_.end() ? nullptr : found->get();
+}
+
+Control* FormWindow::controlOf(std::uint32_t handle) const {
+    const auto found = std::find_if(pictures_.begin(), pictures_.end(),
+                                    [&](const auto& own) { return own->handle() == handle; });
+    return found == pictures_.end() ? nullptr : &(*found)->control();
 }
 
 void FormWindow::connectLabels() {

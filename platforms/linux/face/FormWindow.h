@@ -1,6 +1,7 @@
 #pragma once
 
 #include "linux/face/ControlWidget.h"
+#include "linux/face/Handle.h"
 #include "ui/controls/Form.h"
 
 #include <QWidget>
@@ -10,7 +11,8 @@
 
 namespace tarvik::face {
 
-/// The window of one form, or, for a form without a layout, only its timers.
+/// The window of one form, or, for a form without a layout, only its timers and what receives the
+/// mouse messages of an icon.
 class FormWindow final : public QWidget, public FormView {
 public:
     FormWindow(Form& form, FaceContext& context);
@@ -18,11 +20,15 @@ public:
 
     void refreshVisibility() override;
     void bringToFront() override;
+    std::uint32_t handle() const override { return handle_.number(); }
 
     Form& form() const { return form_; }
 
     /// Ends all connection with the form and hides the window.
     void detach();
+
+    /// The control that is known by that number; null when it is none of this form.
+    Control* controlOf(std::uint32_t handle) const;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -39,6 +45,7 @@ private:
     Form& form_;
     FaceContext& context_;
     std::vector<std::unique_ptr<ControlWidget>> pictures_;
+    Handle handle_;
     bool detached_ = false;
     bool changePending_ = false;
     bool frontWanted_ = false;

@@ -44,6 +44,7 @@ public:
     LabelWidget(Label& label, ColouredLabel* widget, FaceContext& context)
         : ControlWidget(label, widget, context), label_(label), widget_(widget) {
         widget->setTextFormat(Qt::PlainText);
+        widget->setWordWrap(label.wrapped());
         widget->setAlignment(alignmentOf(label.alignment()) | Qt::AlignVCenter);
         refresh(Property::Caption);
         refresh(Property::ForeColour);
@@ -75,7 +76,7 @@ private:
         // Only a label with a buddy knows marked letters; any other shows its text as it is.
         const bool named = label_.labelled() != nullptr;
         widget_->setText(named ? withMnemonic(label_.caption(), label_.mnemonic())
-                               : shown(label_.caption()));
+                               : shownLines(label_.caption()));
     }
 
     Label& label_;

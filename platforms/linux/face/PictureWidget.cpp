@@ -1,10 +1,10 @@
 #include "linux/face/ControlWidget.h"
+#include "linux/face/DrawingPainter.h"
 #include "ui/controls/Controls.h"
 
 #include <QPainter>
-#include <QPolygonF>
 
-#include <cmath>
+#include <algorithm>
 
 namespace tarvik::face {
 
@@ -24,46 +24,12 @@ public:
 protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
-        painter.setRenderHint(QPainter::Antialiasing);
         const double side = std::min(width(), height());
         painter.translate((width() - side) / 2, (height() - side) / 2);
-        painter.scale(side, side);
-        for (const DrawingShape& shape : picture_.drawing().shapes) {
-            paintShape(painter, shape);
-        }
+        paintDrawing(painter, picture_.drawing(), side);
     }
 
 private:
-    static void paintShape(QPainter& painter, const DrawingShape& shape) {
-        const QColor colour(shape.colour.red, shape.colour.green, shape.colour.blue);
-        if (shape.stroke > 0) {
-            painter.setPen(QPen(colour, shape.stroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-            painter.setBrush(Qt::NoBrush);
-        } else {
-            painter.setPen(Qt::NoPen);
-            painter.setBrush(colour);
-        }
-        QPolygonF points;
-        for (const DrawingPoint& point : shape.points) {
-            points << QPointF(point.x, point.y);
-        }
-        switch (shape.type) {
-        case DrawingShape::Type::Polygon:
-            painter.drawPolygon(points);
-            break;
-        case DrawingShape::Type::Line:
-            painter.drawPolyline(points);
-            break;
-        case DrawingShape::Type::Circle:
-            if (points.size() == 2) {
-                const QPointF reach = points[1] - points[0];
-                const double radius = std::hypot(reach.x(), reach.y());
-                painter.drawEllipse(points[0], radius, radius);
-            }
-            break;
-        }
-    }
-
     const Picture& picture_;
 };
 

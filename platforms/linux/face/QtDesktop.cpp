@@ -4,6 +4,7 @@
 #include "linux/face/BoxText.h"
 #include "linux/face/FaceText.h"
 #include "linux/face/FormWindow.h"
+#include "linux/face/TrayMenu.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -76,27 +77,62 @@ MsgBoxAnswer QtDesktop::messageBox(const MsgBoxRequest& request) {
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     box.setDefaultButton(firstButton(request.buttons));
     box.setEscapeButton(escapeButton(request.buttons));
-    boxes_.push_back(&box);
-    const int pressed = box.exec();
-    boxes_.erase(std::find(boxes_.begin(), boxes_.end(), &box));
-    return answerOf(pressed, request.buttons);
+    return answerOf(execute(box), request.buttons);
+}
+
+int QtDesktop::execute(QDialog& dialog) {
+    boxes_.push_back(&dialog);
+    const int result = dialog.exec();
+    boxes_.erase(std::find(boxes_.begin(), boxes_.end(), &dialog));
+    return result;
+}
+
+bool QtDesktop::runDialog(QDialog& dialog) {
+    if (context_.ending) {
+        return false;
+    }
+    const DialogScope open(context_);
+    return execute(dialog) == QDialog::Accepted;
+}
+
+FormWindow* QtDesktop::windowOf(std::uint32_t handle) const {
+    const auto found = std::find_if(windows_.begin(), windows_.end(),
+                                    [&](FormWindow* own) { return own->handle() == handle; });
+    return found == windows_.end() ? nullptr : *found;
+}
+
+Picture* QtDesktop::pictureOf(std::uint32_t handle) const {
+    for (const FormWindow* window : windows_) {
+        Control* control = window->controlOf(handle);
+        if (control != nullptr && control->kind() == ControlKind::Picture) {
+            return static_cast<Picture*>(control);
+        }
+    }
+    return nullptr;
+}
+
+bool QtDesktop::bringToFront(std::uint32_t handle) {
+    FormWindow* window = windowOf(handle);
+    if (window == nullptr || !window->isVisible()) {
+        return false;
+    }
+    window->raise();
+    window->activateWindow();
+    return true;
+}
+
+QWidget* QtDesktop::ownerOf(std::uint32_t handle) const {
+    FormWindow* window = windowOf(handle);
+    return window != nullptr && window->isVisible() ? window : activeWindow();
 }
 
 void QtDesktop::popUpMenu(Menu& menu, Form&) {
     QMenu popUp;
-    identify(popUp, menu.name());
-    const auto& entries = menu.entries();
-    for (int i = 0; i < static_cast<int>(entries.size()); ++i) {
-        const Menu::Entry& entry = entries[static_cast<std::size_t>(i)];
-        QAction* action = entry.isSeparator() ? popUp.addSeparator()
-                                              : popUp.addAction(withMnemonic(entry.caption, 0));
-        action->setObjectName(shown(menu.entryName()) + QString::number(i));
-        action->setEnabled(entry.enabled);
-        action->setData(i);
-    }
-    const QAction* chosen = popUp.exec(QCursor::pos());
-    if (chosen != nullptr) {
-        menu.choose(chosen->data().toInt());
+    int chosen = -1;
+    fillMenu(popUp, menu, [&](int entry) { chosen = entry; });
+    popUp.exec(QCursor::pos());
+    if (chosen >= 0) {
+        menu.choose(chosen);
     }
 }
 
@@ -182,8 +218,8 @@ void QtDesktop::endSession() {
             window->form().unload(UnloadMode::AppWindows);
         }
     }
-    const std::vector<QMessageBox*> open = boxes_;
-    for (QMessageBox* box : open) {
+    const std::vector<QDialog*> open = boxes_;
+    for (QDialog* box : open) {
         box->done(-1);
     }
     quit();

@@ -2,6 +2,7 @@
 
 #include "common/FaceContext.h"
 #include "ports/Desktop.h"
+#include "ui/controls/Controls.h"
 
 #include <QEventLoop>
 #include <QObject>
@@ -9,7 +10,7 @@
 #include <memory>
 #include <vector>
 
-class QMessageBox;
+class QDialog;
 
 namespace tarvik::face {
 
@@ -35,6 +36,18 @@ public:
     void run() override;
     void quit() override;
 
+    /// The picture that is known by that number; null when there is none.
+    Picture* pictureOf(std::uint32_t handle) const;
+    /// Puts the window that is known by that number in front of others, if it is seen.
+    bool bringToFront(std::uint32_t handle);
+    /// What the user does outside the windows may reach the models now.
+    bool takesInput() const { return context_.takesInput() && !context_.ending; }
+    /// The window known by that number, or else the one the user works in; null for none.
+    QWidget* ownerOf(std::uint32_t handle) const;
+    /// Shows the dialog and returns when it is closed: true when something was chosen. Meanwhile
+    /// timers go on; what the user does elsewhere is refused.
+    bool runDialog(QDialog& dialog);
+
     /// What happens when the user's session ends; may be called again.
     void endSession();
 
@@ -42,10 +55,12 @@ public:
 
 private:
     FormWindow* activeWindow() const;
+    FormWindow* windowOf(std::uint32_t handle) const;
+    int execute(QDialog& dialog);
 
     FaceContext context_;
     std::vector<FormWindow*> windows_; ///< in the order in which they were realised
-    std::vector<QMessageBox*> boxes_;  ///< open ones
+    std::vector<QDialog*> boxes_;      ///< open ones
     QEventLoop loop_;
     bool blocking_ = false;
 };

@@ -4,9 +4,13 @@
 #include "ui/controls/Controls.h"
 
 #include <QEvent>
+#include <QFocusEvent>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QStyle>
 #include <QStyleOptionFrame>
+
+#include <functional>
 
 namespace tarvik::face {
 
@@ -21,6 +25,25 @@ public:
         applyBackground();
     }
 
+    /// What is told of the keyboard and the focus; set before the widget is used.
+    std::function<void()> onFocus;
+    std::function<void()> onKeyDown;
+    std::function<void()> onKeyUp;
+
+    /// Selects now and, if the mouse has brought the focus, again after its press, which would put
+    /// the insertion point into the text.
+    void select(qsizetype start, qsizetype length) {
+        setSelection(static_cast<int>(start), static_cast<int>(length));
+        if (focusByMouse_) {
+            QMetaObject::invokeMethod(
+                this,
+                [this, start, length] {
+                    setSelection(static_cast<int>(start), static_cast<int>(length));
+                },
+                Qt::QueuedConnection);
+        }
+    }
+
     /// The width of the frame and the room around the text.
     int surroundings() const {
         QStyleOptionFrame option;
@@ -31,6 +54,30 @@ public:
     }
 
 protected:
+    void focusInEvent(QFocusEvent* event) override {
+        QLineEdit::focusInEvent(event);
+        // The user does not come to the box when the window or a menu of it gives the focus back.
+        if (event->reason() != Qt::ActiveWindowFocusReason &&
+            event->reason() != Qt::PopupFocusReason) {
+            focusByMouse_ = event->reason() == Qt::MouseFocusReason;
+            onFocus();
+            focusByMouse_ = false;
+        }
+    }
+
+    void keyPressEvent(QKeyEvent* event) override {
+        onKeyDown();
+        QLineEdit::keyPressEvent(event);
+    }
+
+    void keyReleaseEvent(QKeyEvent* event) override {
+        QLineEdit::keyReleaseEvent(event);
+        // A key that repeats is still held down.
+        if (!event->isAutoRepeat()) {
+            onKeyUp();
+        }
+    }
+
     void changeEvent(QEvent* event) override {
         QLineEdit::changeEvent(event);
         if (event->type() == QEvent::ApplicationPaletteChange) {
@@ -48,6 +95,8 @@ private:
             setPalette(own);
         }
     }
+
+    bool focusByMouse_ = false;
 };
 
 class TextBoxWidget : public ControlWidget {
@@ -61,6 +110,9 @@ public:
         QObject::connect(widget, &QLineEdit::textEdited, widget, [this](const QString& text) {
             fromUser(Property::Text, [&] { textBox_.setText(entered(text)); });
         });
+        widget->onFocus = [this] { fromUser(Property::Text, [&] { textBox_.GotFocus.raise(); }); };
+        widget->onKeyDown = [this] { fromUser(Property::Text, [&] { textBox_.KeyDown.raise(); }); };
+        widget->onKeyUp = [this] { fromUser(Property::Text, [&] { textBox_.KeyUp.raise(); }); };
     }
 
     int widthFor(int characters) const override {
@@ -69,6 +121,10 @@ public:
 
 protected:
     void refreshOwn(Property changed) override {
+        if (changed == Property::Selection) {
+            select();
+            return;
+        }
         const QString text = shown(textBox_.text());
         if (changed == Property::Text && widget_->text() != text) {
             widget_->setText(text);
@@ -80,6 +136,15 @@ protected:
     }
 
 private:
+    void select() {
+        // The model counts bytes, the toolkit characters.
+        const auto start = static_cast<std::size_t>(textBox_.selStart());
+        const auto length = static_cast<std::size_t>(textBox_.selLength());
+        const std::string& text = textBox_.text();
+        widget_->select(shown(text.substr(0, start)).size(),
+                        shown(text.substr(start, length)).size());
+    }
+
     TextBox& textBox_;
     LineEdit* widget_;
 };

@@ -14,7 +14,7 @@ public:
         // A coarse timer may be five per cent off, which is much of a short interval.
         clock_.setTimerType(Qt::PreciseTimer);
         QObject::connect(&clock_, &QTimer::timeout, &clock_, [this] {
-            if (this->context().takesInput()) {
+            if (this->context().timersRun()) {
                 timer_.fire();
             }
         });

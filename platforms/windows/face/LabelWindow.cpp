@@ -12,7 +12,9 @@ DWORD styleOf(const Label& label) {
     // Only a label that names an input knows marked letters; any other shows its text as it is.
     const DWORD marks = label.labelled() == nullptr ? SS_NOPREFIX : 0U;
     // Without notifications the mouse passes through, and no tool tip comes.
-    return alignment | marks | SS_CENTERIMAGE | SS_NOTIFY;
+    // A text in the middle of its height stands in one line.
+    const DWORD place = label.wrapped() ? 0U : SS_CENTERIMAGE;
+    return alignment | marks | place | SS_NOTIFY;
 }
 
 std::string shownCaption(const Label& label) {

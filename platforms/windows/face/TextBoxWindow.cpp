@@ -1,5 +1,7 @@
 #include "windows/face/ControlWindow.h"
 
+#include <commctrl.h>
+
 namespace tarvik::face {
 
 namespace {
@@ -17,7 +19,12 @@ public:
         : ControlWindow(
               textBox, site,
               makeChild(textBox, site, "EDIT", textBox.text(), styleOf(textBox), WS_EX_CLIENTEDGE)),
-          textBox_(textBox) {}
+          textBox_(textBox) {
+        SetWindowSubclass(window(), onMessage, 0, reinterpret_cast<DWORD_PTR>(this));
+    }
+    ~TextBoxWindow() override { RemoveWindowSubclass(window(), onMessage, 0); }
+    TextBoxWindow(const TextBoxWindow&) = delete;
+    TextBoxWindow& operator=(const TextBoxWindow&) = delete;
 
     LayoutSize measure(const FaceFont& font, int characters, int lines) const override {
         constexpr int surroundings = 6;
@@ -33,11 +40,20 @@ public:
     void onNotification(int code) override {
         if (code == EN_CHANGE) {
             fromUser(Property::Text, [this] { textBox_.setText(windowText()); });
+        } else if (code == EN_SETFOCUS) {
+            fromUser(Property::Text, [this] { textBox_.GotFocus.raise(); });
         }
     }
 
 protected:
     void refreshOwn(Property changed) override {
+        if (changed == Property::Selection) {
+            // Later: a press of the mouse that brought the focus still moves the insertion point.
+            const int start = textBox_.selStart();
+            PostMessageA(window(), EM_SETSEL, static_cast<WPARAM>(start),
+                         start + textBox_.selLength());
+            return;
+        }
         // A text that is there already keeps its place of insertion and its selection.
         if (changed == Property::Text && windowText() != textBox_.text()) {
             setWindowText(textBox_.text());
@@ -45,6 +61,20 @@ protected:
     }
 
 private:
+    static LRESULT CALLBACK onMessage(HWND window, UINT message, WPARAM first, LPARAM second,
+                                      UINT_PTR, DWORD_PTR own) {
+        auto& box = *reinterpret_cast<TextBoxWindow*>(own);
+        const HandlingScope handling(box.site().context());
+        if (message == WM_KEYDOWN) {
+            box.fromUser(Property::Text, [&] { box.textBox_.KeyDown.raise(); });
+        }
+        const LRESULT result = DefSubclassProc(window, message, first, second);
+        if (message == WM_KEYUP) {
+            box.fromUser(Property::Text, [&] { box.textBox_.KeyUp.raise(); });
+        }
+        return result;
+    }
+
     TextBox& textBox_;
 };
 

@@ -17,7 +17,7 @@ public:
     LayoutSize measure(const FaceFont&, int, int) const override { return {}; }
 
     void onTimer() override {
-        if (site().context().takesInput()) {
+        if (site().context().timersRun()) {
             timer_.fire();
         }
     }

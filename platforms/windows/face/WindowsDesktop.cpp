@@ -40,11 +40,14 @@ bool isInput(UINT message) {
            (message >= WM_NCMOUSEMOVE && message <= lastOutsideMouse);
 }
 
-/// Closes a message box of this thread as if it had been closed by the user.
+/// Closes a box or dialog of this thread as if it had been closed by the user.
 BOOL CALLBACK closeBox(HWND window, LPARAM) {
     char className[16] = {};
     GetClassNameA(window, className, sizeof className);
     if (std::string_view(className) == "#32770") {
+        // A file dialog has a window of its own that it ends with; a question of Yes and No knows
+        // no Cancel.
+        PostMessageA(window, WM_COMMAND, IDCANCEL, 0);
         EndDialog(window, 0);
     }
     return TRUE;
@@ -115,6 +118,13 @@ MsgBoxAnswer WindowsDesktop::messageBox(const MsgBoxRequest& request) {
     const int pressed = MessageBoxA(owner, boxText(request.text).c_str(), request.caption.c_str(),
                                     boxFlags(request) | place);
     return answerOf(pressed, request.buttons);
+}
+
+void WindowsDesktop::runDialog(const std::function<void()>& call) {
+    if (!context_.ending) {
+        const DialogScope open(context_);
+        call();
+    }
 }
 
 void WindowsDesktop::popUpMenu(Menu& menu, Form& owner) {

@@ -27,6 +27,9 @@ public:
     void processEvents() override;
     void runBlocking(const std::function<void()>& call) override;
     void run() override;
+    /// Runs the call, which shows a dialog of the system. Meanwhile timers go on; what the user
+    /// does elsewhere in the program is refused. Does nothing when the user's session is ending.
+    void runDialog(const std::function<void()>& call);
     void quit() override;
 
     /// What happens when the user's session ends; may be called again.

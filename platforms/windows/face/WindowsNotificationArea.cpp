@@ -1,5 +1,7 @@
 #include "windows/face/WindowsNotificationArea.h"
 
+#include "common/TrayLamp.h"
+#include "windows/face/BoxText.h"
 #include "windows/face/DrawingRaster.h"
 
 #include <shellapi.h>
@@ -29,18 +31,6 @@ UINT taskBarCreated() {
 
 } // namespace
 
-LampState lampOf(TrayIcon icon) {
-    switch (icon) {
-    case TrayIcon::Online:
-        return LampState::Online;
-    case TrayIcon::Offline:
-        return LampState::Waiting;
-    case TrayIcon::NotMonitoring:
-        break;
-    }
-    return LampState::NotMonitoring;
-}
-
 WindowsNotificationArea::~WindowsNotificationArea() {
     if (watcher_ != nullptr) {
         DestroyWindow(watcher_);
@@ -66,6 +56,11 @@ bool WindowsNotificationArea::Shell_NotifyIconA(std::uint32_t request, Record* d
     Record record = *data;
     record.hIcon =
         static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(iconOf(data->hIcon)));
+    if ((data->uFlags & info) != 0) {
+        const std::string text = boxText(data->szInfo);
+        const std::size_t length = text.copy(record.szInfo, sizeof record.szInfo - 1);
+        record.szInfo[length] = '\0';
+    }
     const bool done = tell(request, record);
     if (request == remove) {
         shown_.reset();

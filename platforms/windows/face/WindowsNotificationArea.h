@@ -1,7 +1,6 @@
 #pragma once
 
 #include "ports/NotificationArea.h"
-#include "ui/StatusLamp.h"
 #include "windows/services/SystemHeader.h"
 
 #include <array>
@@ -32,8 +31,5 @@ private:
     std::array<HICON, 3> icons_{};
     std::optional<tarvik::NOTIFYICONDATAA> shown_; ///< as last told to the task bar
 };
-
-/// The lamp that an icon of the program shows.
-LampState lampOf(TrayIcon icon);
 
 } // namespace tarvik::face

@@ -1,4 +1,3 @@
-#include "common/AbsentServices.h"
 #include "common/RasErrorText.h"
 
 #include <gtest/gtest.h>
@@ -48,34 +47,6 @@ TEST(RasErrorTextTest, AnyOtherCodeHasNone) {
     EXPECT_EQ(rasErrorText(599), nullptr);
     EXPECT_EQ(rasErrorText(801), nullptr);
     EXPECT_EQ(rasErrorText(0xFFFFFFFF), nullptr);
-}
-
-TEST(AbsentServicesTest, AnAbsentNotificationAreaTakesNoIcon) {
-    AbsentNotificationArea area;
-    NOTIFYICONDATAA data{};
-    EXPECT_FALSE(area.Shell_NotifyIconA(NotificationArea::add, &data));
-    EXPECT_FALSE(area.SetForegroundWindow(1));
-    EXPECT_EQ(area.GetVersion(), 5U);
-}
-
-TEST(AbsentServicesTest, AnAbsentInternetIsNotConnected) {
-    AbsentInternetState state;
-    std::uint32_t flags = 99;
-    char name[8] = "before";
-    EXPECT_FALSE(state.InternetGetConnectedState(&flags, 0));
-    EXPECT_EQ(flags, 0U);
-    flags = 99;
-    EXPECT_FALSE(state.InternetGetConnectedStateExA(&flags, name, 8, 0));
-    EXPECT_EQ(flags, 0U);
-    EXPECT_STREQ(name, "before");
-}
-
-TEST(AbsentServicesTest, AbsentDialogsFailRatherThanBeingCancelled) {
-    AbsentCommonDialogs dialogs;
-    OPENFILENAMEA data{};
-    EXPECT_FALSE(dialogs.GetOpenFileNameA(&data, nullptr));
-    EXPECT_FALSE(dialogs.GetSaveFileNameA(&data, nullptr));
-    EXPECT_EQ(dialogs.CommDlgExtendedError(), 0xFFFFU);
 }
 
 } // namespace

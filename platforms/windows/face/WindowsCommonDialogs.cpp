@@ -1,6 +1,8 @@
-#include "windows/services/WindowsCommonDialogs.h"
+#include "windows/face/WindowsCommonDialogs.h"
 
-namespace tarvik {
+#include "windows/face/WindowsDesktop.h"
+
+namespace tarvik::face {
 
 namespace {
 
@@ -73,8 +75,12 @@ bool WindowsCommonDialogs::show(const char* function, OPENFILENAMEA* data,
     if (dialog == nullptr) {
         return false;
     }
-    const PlacementHook hook(static_cast<HWND>(data->hwndOwner), place);
-    return dialog(data) != FALSE;
+    bool chosen = false;
+    desktop_.runDialog([&] {
+        const PlacementHook hook(static_cast<HWND>(data->hwndOwner), place);
+        chosen = dialog(data) != FALSE;
+    });
+    return chosen;
 }
 
 bool WindowsCommonDialogs::GetOpenFileNameA(OPENFILENAMEA* data, const DialogPlacement& place) {
@@ -91,4 +97,4 @@ std::uint32_t WindowsCommonDialogs::CommDlgExtendedError() {
     return error == nullptr ? dialogFailure : error();
 }
 
-} // namespace tarvik
+} // namespace tarvik::face

@@ -3,11 +3,16 @@
 #include "ports/CommonDialogs.h"
 #include "windows/services/Library.h"
 
-namespace tarvik {
+namespace tarvik::face {
 
-/// The system's file dialogs.
+class WindowsDesktop;
+
+/// The system's file dialogs. While one is open timers go on; what the user does elsewhere in the
+/// program is refused.
 class WindowsCommonDialogs : public CommonDialogs {
 public:
+    explicit WindowsCommonDialogs(WindowsDesktop& desktop) : desktop_(desktop) {}
+
     bool GetOpenFileNameA(OPENFILENAMEA* data, const DialogPlacement& place) override;
     bool GetSaveFileNameA(OPENFILENAMEA* data, const DialogPlacement& place) override;
     std::uint32_t CommDlgExtendedError() override;
@@ -15,7 +20,8 @@ public:
 private:
     bool show(const char* function, OPENFILENAMEA* data, const DialogPlacement& place);
 
+    WindowsDesktop& desktop_;
     Library library_{"comdlg32.dll"};
 };
 
-} // namespace tarvik
+} // namespace tarvik::face

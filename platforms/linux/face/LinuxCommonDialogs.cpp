@@ -1,0 +1,194 @@
+#include "linux/face/LinuxCommonDialogs.h"
+
+#include "linux/face/FaceText.h"
+#include "linux/face/QtDesktop.h"
+
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvik::face {
+
+namespace {
+
+/// The bits of the option word that mean something here.
+enum Option : std::uint32_t {
+    overwritePrompt = 0x2,
+    allowMultiselect = 0x200,
+    extensionDifferent = 0x400,
+    fileMustExist = 0x1000,
+    noDereferenceLinks = 0x100000,
+};
+
+bool has(const OPENFILENAMEA& data, Option option) {
+    return (data.Flags & option) != 0;
+}
+
+/// The texts of a list that ends with an empty one.
+std::vector<std::string> textsOf(const char* list) {
+    std::vector<std::string> texts;
+    while (list != nullptr && *list != '\0') {
+        texts.emplace_back(list);
+        list += texts.back().size() + 1;
+    }
+    return texts;
+}
+
+/// The patterns as this desktop writes them; names without an ending belong to "all files" here.
+QString patternsOf(const std::string& pattern) {
+    QStringList patterns = shown(pattern).split(QLatin1Char(';'), Qt::SkipEmptyParts);
+    patterns.replaceInStrings(QStringLiteral("*.*"), QStringLiteral("*"));
+    return patterns.join(QLatin1Char(' '));
+}
+
+QStringList nameFiltersOf(const OPENFILENAMEA& data) {
+    const std::vector<std::string> texts = textsOf(data.lpstrFilter);
+    QStringList filters;
+    for (std::size_t i = 0; i + 1 < texts.size(); i += 2) {
+        filters << shown(texts[i]) + QStringLiteral(" (") + patternsOf(texts[i + 1]) +
+                       QLatin1Char(')');
+    }
+    return filters;
+}
+
+QString pathOf(const char* bytes) {
+    return bytes == nullptr ? QString() : QFile::decodeName(bytes);
+}
+
+void setOptions(QFileDialog& dialog, const OPENFILENAMEA& data, bool open) {
+    identify(dialog, "fileDialog");
+    dialog.setAcceptMode(open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
+    dialog.setFileMode(!open                         ? QFileDialog::AnyFile
+                       : has(data, allowMultiselect) ? QFileDialog::ExistingFiles
+                       : has(data, fileMustExist)    ? QFileDialog::ExistingFile
+                                                     : QFileDialog::AnyFile);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, !has(data, overwritePrompt));
+    dialog.setOption(QFileDialog::DontResolveSymlinks, has(data, noDereferenceLinks));
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
+    dialog.setDefaultSuffix(pathOf(data.lpstrDefExt));
+    if (data.lpstrTitle != nullptr) {
+        dialog.setWindowTitle(shown(data.lpstrTitle));
+    }
+    if (data.lpstrInitialDir != nullptr) {
+        dialog.setDirectory(pathOf(data.lpstrInitialDir));
+    }
+    const QStringList filters = nameFiltersOf(data);
+    dialog.setNameFilters(filters);
+    const auto wanted = static_cast<qsizetype>(data.nFilterIndex) - 1;
+    if (wanted >= 0 && wanted < filters.size()) {
+        dialog.selectNameFilter(dialog.nameFilters().at(wanted));
+    }
+    if (data.lpstrFile != nullptr && *data.lpstrFile != '\0') {
+        dialog.selectFile(pathOf(data.lpstrFile));
+    }
+}
+
+ScreenRect rectOf(const QRect& rect) {
+    return {.left = rect.left(), .top = rect.top(), .width = rect.width(), .height = rect.height()};
+}
+
+void placeDialog(QFileDialog& dialog, const DialogPlacement& place) {
+    const QWidget* owner = dialog.parentWidget();
+    const QRect own(dialog.pos(), dialog.size().expandedTo(dialog.sizeHint()));
+    const ScreenRect chosen =
+        place(rectOf(own), owner == nullptr ? ScreenRect{} : rectOf(owner->frameGeometry()));
+    if (owner != nullptr) {
+        dialog.setGeometry(chosen.left, chosen.top, chosen.width, chosen.height);
+    }
+}
+
+/// Folder and names, or the one path, each with a NUL behind it and one more at the end.
+std::string bufferFor(const QStringList& files, bool several) {
+    std::string buffer;
+    const auto append = [&](const QString& text) {
+        const QByteArray bytes = QFile::encodeName(text);
+        buffer.append(bytes.constData(), static_cast<std::size_t>(bytes.size()) + 1);
+    };
+    if (several) {
+        append(QFileInfo(files.front()).absolutePath());
+        for (const QString& file : files) {
+            append(QFileInfo(file).fileName());
+        }
+    } else {
+        append(files.front());
+    }
+    return buffer + '\0';
+}
+
+void writePlaces(const std::string& path, OPENFILENAMEA& data) {
+    const std::size_t name = path.rfind('/') + 1;
+    const std::size_t dot = path.rfind('.');
+    data.nFileOffset = static_cast<std::uint16_t>(name);
+    data.nFileExtension =
+        static_cast<std::uint16_t>(dot == std::string::npos || dot < name ? 0 : dot + 1);
+    const std::string extension = data.nFileExtension == 0 ? "" : path.substr(dot + 1);
+    if (data.lpstrDefExt != nullptr && extension != data.lpstrDefExt) {
+        data.Flags |= extensionDifferent;
+    }
+}
+
+} // namespace
+
+bool LinuxCommonDialogs::GetOpenFileNameA(OPENFILENAMEA* data, const DialogPlacement& place) {
+    const auto owner =
+        static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(data->hwndOwner));
+    QFileDialog dialog(desktop_.ownerOf(owner));
+    setOptions(dialog, *data, true);
+    return show(dialog, *data, place);
+}
+
+bool LinuxCommonDialogs::GetSaveFileNameA(OPENFILENAMEA* data, const DialogPlacement& place) {
+    const auto owner =
+        static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(data->hwndOwner));
+    QFileDialog dialog(desktop_.ownerOf(owner));
+    setOptions(dialog, *data, false);
+    return show(dialog, *data, place);
+}
+
+bool LinuxCommonDialogs::show(QFileDialog& dialog, OPENFILENAMEA& data,
+                              const DialogPlacement& place) {
+    error_ = 0;
+    placeDialog(dialog, place);
+    if (!desktop_.runDialog(dialog) || dialog.selectedFiles().isEmpty()) {
+        return false;
+    }
+    const qsizetype filter = dialog.nameFilters().indexOf(dialog.selectedNameFilter());
+    data.nFilterIndex = static_cast<std::uint32_t>(filter + 1);
+    return takeFiles(dialog.selectedFiles(), data);
+}
+
+bool LinuxCommonDialogs::takeFiles(const QStringList& files, OPENFILENAMEA& data) {
+    const bool several = has(data, allowMultiselect) && files.size() > 1;
+    const std::string buffer = bufferFor(files, several);
+    if (buffer.size() > data.nMaxFile) {
+        // The needed size stands in the first two bytes, the lower one first.
+        if (data.nMaxFile >= 2) {
+            const auto needed =
+                static_cast<std::uint16_t>(std::min<std::size_t>(buffer.size(), 0xFFFF));
+            data.lpstrFile[0] = static_cast<char>(needed & 0xFFU);
+            data.lpstrFile[1] = static_cast<char>(needed >> 8U);
+        }
+        error_ = bufferTooSmall;
+        return false;
+    }
+    buffer.copy(data.lpstrFile, buffer.size());
+    if (several) {
+        data.nFileOffset = static_cast<std::uint16_t>(buffer.find('\0') + 1);
+        return true;
+    }
+    const std::string path = buffer.substr(0, buffer.find('\0'));
+    writePlaces(path, data);
+    if (data.lpstrFileTitle != nullptr && data.nMaxFileTitle > 0) {
+        const std::string title = path.substr(data.nFileOffset);
+        const std::size_t length = title.copy(data.lpstrFileTitle, data.nMaxFileTitle - 1);
+        data.lpstrFileTitle[length] = '\0';
+    }
+    return true;
+}
+
+} // namespace tarvik::face
