@@ -2,6 +2,8 @@
 
 #include "connection/mdlCode.h"
 #include "connection/mdlObtainIP.h"
+#include "monitor/mdlCodeLimits.h"
+#include "monitor/mdlCodeReset.h"
 #include "monitor/mdlCodeToggle.h"
 #include "ports/Platform.h"
 #include "startup/mdlConst.h"
@@ -134,6 +136,8 @@ bool HandleOnline(std::uint32_t Index, const RAS_STATS& Statistics) {
         if (ask && !userCountsTheSession()) {
             leaveOutWhatHasPassed();
         }
+        CheckReset();
+        CheckLimits();
         UpdateGUI();
         result = true;
     });

@@ -84,7 +84,7 @@ public:
                                 {.caption = "Disconnect",
                                  .toolTip = "Disconnect from all current connections",
                                  .mnemonic = 'D'}};
-    // The three windows behind these buttons are not offered before they can be used.
+    // The windows behind these two buttons are not offered before they can be used.
     CommandButton cmdStatistics{*this,
                                 "cmdStatistics",
                                 {.caption = "Statistics...",
@@ -101,8 +101,7 @@ public:
                              "cmdOptions",
                              {.caption = "Options...",
                               .toolTip = "This shows the options dialog to setup the application",
-                              .mnemonic = 'O',
-                              .enabled = false}};
+                              .mnemonic = 'O'}};
     CommandButton cmdQuit{*this,
                           "cmdQuit",
                           {.caption = "Quit",

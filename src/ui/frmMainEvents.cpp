@@ -8,7 +8,9 @@
 #include "startup/mdlTools.h"
 #include "startup/mdlVar.h"
 #include "ui/Forms.h"
+#include "ui/frmOptionsEvents.h"
 #include "ui/frmSysTrayEvents.h"
+#include "ui/frmWarningEvents.h"
 #include "ui/mdlGUI.h"
 #include "ui/mdlSysTray.h"
 
@@ -45,6 +47,17 @@ void cmdQuit_Click() {
     guarded("cmdQuit_Click", [] { forms().frmMain.unload(); });
 }
 
+void cmdOptions_Click() {
+    guarded("cmdOptions_Click", [] {
+        FrmOptions& options = forms().frmOptions;
+        if (!options.visible()) {
+            InitControls();
+        }
+        options.setVisible(true);
+        options.bringToFront();
+    });
+}
+
 void timUpdateStats_Timer() {
     guarded("timUpdateStats_Timer", [] { UpdateStats(); });
 }
@@ -75,6 +88,7 @@ void connectEvents() {
     f.frmMain.cmdConnect.Click.connect(cmdConnect_Click);
     f.frmMain.cmdDisconnect.Click.connect(cmdDisconnect_Click);
     f.frmMain.cboConnections.DropDown.connect(cboConnections_DropDown);
+    f.frmMain.cmdOptions.Click.connect(cmdOptions_Click);
     f.frmMain.cmdQuit.Click.connect(cmdQuit_Click);
     f.frmMain.timUpdateStats.Tick.connect(timUpdateStats_Timer);
     f.frmMain.QueryUnload.connect(Form_QueryUnload);
@@ -82,6 +96,8 @@ void connectEvents() {
     f.frmSysTray.Initialize.connect(frmSysTray_Form_Initialize);
     f.frmSysTray.picSysTrayHook.MouseMove.connect(picSysTrayHook_MouseMove);
     f.frmSysTray.mnuPopUp.Click.connect(mnuPopUpEntry_Click);
+    connectOptionsEvents();
+    connectWarningEvents();
 }
 
 } // namespace tarvik

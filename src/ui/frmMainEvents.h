@@ -14,6 +14,8 @@ void cmdDisconnect_Click();
 void cboConnections_DropDown();
 /// Unloads the main window, which ends the program unless monitoring is on.
 void cmdQuit_Click();
+/// Opens the options with the settings as they stand; ones that are open only come to the front.
+void cmdOptions_Click();
 void timUpdateStats_Timer();
 /// The close box hides the window; the program's own quitting is refused while monitoring is on;
 /// the end of the user's session is never refused.

@@ -25,8 +25,8 @@ public:
 
     /// The desktop shows balloon notes.
     bool balloonSupport = false;
-    /// The icon stands in the notification area: a hidden main window can be brought back there.
-    bool iconShown = false;
+    /// The user has been told that a main window put aside is only minimised.
+    bool minimisingTold = false;
     /// What icon and tip told last.
     std::uint8_t iconState = 0;
     std::uint8_t tipState = 0;

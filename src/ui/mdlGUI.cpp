@@ -3,6 +3,7 @@
 #include "connection/mdlCode.h"
 #include "ports/Locale.h"
 #include "ports/Platform.h"
+#include "startup/mdlConst.h"
 #include "startup/mdlTools.h"
 #include "types/Convert.h"
 #include "types/Text.h"
@@ -12,6 +13,7 @@
 
 #include <array>
 #include <initializer_list>
+#include <utility>
 
 namespace tarvik {
 
@@ -82,6 +84,20 @@ void showOffline() {
     if (state().MonitoringActive) {
         f.frmSysTray.mnuPopUp.setEntryEnabled(FrmSysTray::connect, true);
         ToggleSysTray(TrayState::NoConnection, TrayState::NoConnection);
+    }
+}
+
+/// Once in a run: whoever hides the window looks for it in the notification area.
+void tellOfMinimising() {
+    if (std::exchange(forms().frmSysTray.minimisingTold, true)) {
+        return;
+    }
+    constexpr std::uint32_t informationIcon = 1;
+    constexpr std::uint32_t milliseconds = 10'000;
+    const std::string text = std::string("This desktop has no notification area.") + CR +
+                             "The main window is minimised instead of being hidden.";
+    if (!ShowBalloonTip(text, "Velmars Tarvik", informationIcon, milliseconds)) {
+        MsgBox(text, MsgBoxButtons::OkOnly, MsgBoxIcon::Information);
     }
 }
 
@@ -300,9 +316,9 @@ void SetLabelUnitTransfer(Label& Caption, const std::string& Prefix, TransferUni
 
 void ToggleFormVisibility(Form& Window, bool Visible) {
     guarded("ToggleFormVisibility", [&] {
-        const Forms& f = forms();
-        if (!Visible && &Window == &f.frmMain && !f.frmSysTray.iconShown) {
+        if (!Visible && &Window == &forms().frmMain && !IsInSysTray()) {
             Window.setMinimised(true);
+            tellOfMinimising();
             return;
         }
         Window.setVisible(Visible);

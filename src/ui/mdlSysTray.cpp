@@ -18,13 +18,13 @@ constexpr std::uint32_t balloonVersion = 3;
 TrayIcon iconFor(TrayState state) {
     switch (state) {
     case TrayState::ActiveConnection:
-        return TrayIcon::Online;
+        return TrayIcon::imgSysTrayOnline;
     case TrayState::NoConnection:
-        return TrayIcon::Offline;
+        return TrayIcon::imgSysTrayOffline;
     case TrayState::NotMonitoring:
         break;
     }
-    return TrayIcon::NotMonitoring;
+    return TrayIcon::imgSysTray;
 }
 
 std::string_view tipFor(TrayState state) {
@@ -53,6 +53,12 @@ NOTIFYICONDATAA iconRecord(TrayState iconState, TrayState tipState) {
     return data;
 }
 
+NOTIFYICONDATAA currentRecord() {
+    const FrmSysTray& tray = forms().frmSysTray;
+    return iconRecord(static_cast<TrayState>(tray.iconState),
+                      static_cast<TrayState>(tray.tipState));
+}
+
 } // namespace
 
 bool AddToSysTray(TrayState IconState, TrayState TipState) {
@@ -64,7 +70,6 @@ bool AddToSysTray(TrayState IconState, TrayState TipState) {
         NOTIFYICONDATAA data = iconRecord(IconState, TipState);
         NotificationArea& area = platform().notificationArea;
         result = area.Shell_NotifyIconA(NotificationArea::add, &data);
-        tray.iconShown = result;
         if (result && tray.balloonSupport) {
             area.Shell_NotifyIconA(NotificationArea::setVersion, &data);
         }
@@ -86,13 +91,34 @@ bool ToggleSysTray(TrayState IconState, TrayState TipState) {
     });
 }
 
+bool IsInSysTray() {
+    return guarded("IsInSysTray", false, [](bool& result) {
+        NOTIFYICONDATAA data = currentRecord();
+        result = platform().notificationArea.Shell_NotifyIconA(NotificationArea::modify, &data);
+    });
+}
+
+bool ShowBalloonTip(const std::string& Text, const std::string& Title, std::uint32_t Icon,
+                    std::uint32_t Timeout) {
+    return guarded("ShowBalloonTip", false, [&](bool& result) {
+        if (!forms().frmSysTray.balloonSupport) {
+            return;
+        }
+        NOTIFYICONDATAA data = currentRecord();
+        data.uFlags = NotificationArea::info;
+        Text.copy(data.szInfo, sizeof data.szInfo - 1);
+        Title.copy(data.szInfoTitle, sizeof data.szInfoTitle - 1);
+        data.dwInfoFlags = Icon;
+        data.uTimeoutOrVersion = Timeout;
+        result = platform().notificationArea.Shell_NotifyIconA(NotificationArea::modify, &data);
+    });
+}
+
 bool RemoveFromSysTray() {
     return guarded("RemoveFromSysTray", false, [](bool& result) {
         FrmSysTray& tray = forms().frmSysTray;
-        NOTIFYICONDATAA data = iconRecord(static_cast<TrayState>(tray.iconState),
-                                          static_cast<TrayState>(tray.tipState));
+        NOTIFYICONDATAA data = currentRecord();
         result = platform().notificationArea.Shell_NotifyIconA(NotificationArea::remove, &data);
-        tray.iconShown = false;
         tray.unload();
     });
 }

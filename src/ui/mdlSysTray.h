@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 namespace tarvik {
 
@@ -12,6 +13,16 @@ bool AddToSysTray(TrayState IconState, TrayState TipState);
 
 /// Changes icon and tip. Asks the desktop for nothing when both are as they were.
 bool ToggleSysTray(TrayState IconState, TrayState TipState);
+
+/// True while the icon stands in the notification area, where it can bring a hidden main window
+/// back.
+bool IsInSysTray();
+
+/// Shows a note beside the icon, or wherever the desktop shows notes, for so many milliseconds.
+/// `Icon` 1 is the sign for information. The text ends after 255 characters, the title after 63; a
+/// carriage return separates lines. False where no note was shown.
+bool ShowBalloonTip(const std::string& Text, const std::string& Title, std::uint32_t Icon,
+                    std::uint32_t Timeout);
 
 /// Removes the icon and unloads the form that owns it.
 bool RemoveFromSysTray();

@@ -12,6 +12,7 @@ namespace tarvik::scenarios {
 
 /// The number of the mouse message that an icon in the notification area sends.
 inline constexpr int leftButtonReleased = 514;
+inline constexpr int rightButtonReleased = 517;
 
 /// What a user sees of one control.
 struct SeenControl {
@@ -32,7 +33,11 @@ public:
     virtual ScriptedPlatform& machine() = 0;
     virtual Platform& platform() = 0;
 
+    /// Presses a button, or ticks a box or takes the tick away.
     virtual void click(const std::string& control) = 0;
+    /// Comes to a field by the keyboard and presses those keys, one after the other; '\b' is the
+    /// backspace.
+    virtual void type(const std::string& textBox, const std::string& keys) = 0;
     virtual void choose(const std::string& combo, const std::string& entry) = 0;
     /// The caption or text of a control; the chosen entry of a list.
     virtual std::string read(const std::string& control) = 0;
@@ -42,6 +47,8 @@ public:
     virtual void closeWindow(const std::string& form) = 0;
     /// The left button, released over the icon in the notification area.
     virtual void clickTrayIcon() = 0;
+    /// The right button over the icon, then the entry of that number, counted with the separators.
+    virtual void chooseTrayEntry(int entry) = 0;
 
     /// Announces the next box and what the user answers. Lines are separated by carriage returns.
     virtual void answerNext(const std::string& text, MsgBoxButtons buttons,
@@ -61,6 +68,11 @@ std::unique_ptr<Driver> makeDriver();
 
 /// What should be seen of a form, as its model tells.
 std::vector<SeenControl> modelControls(const Form& form);
+
+/// What is seen of a box with that caption.
+inline std::string boxText(bool ticked, const std::string& caption) {
+    return (ticked ? "[x] " : "[ ] ") + caption;
+}
 
 /// The text that a control shows, as its model tells.
 std::string modelText(const Control& control);

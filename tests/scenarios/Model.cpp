@@ -8,8 +8,10 @@ std::string modelText(const Control& control) {
         return static_cast<const Label&>(control).caption();
     case ControlKind::TextBox:
         return static_cast<const TextBox&>(control).text();
-    case ControlKind::CheckBox:
-        return static_cast<const CheckBox&>(control).caption();
+    case ControlKind::CheckBox: {
+        const auto& box = static_cast<const CheckBox&>(control);
+        return boxText(box.ticked(), box.caption());
+    }
     case ControlKind::CommandButton:
         return static_cast<const CommandButton&>(control).caption();
     case ControlKind::ComboBox:

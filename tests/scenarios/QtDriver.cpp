@@ -6,12 +6,15 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QElapsedTimer>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
@@ -29,10 +32,14 @@ QString plain(QString text) {
 
 std::string textOf(const QWidget& widget) {
     if (const auto* label = qobject_cast<const QLabel*>(&widget)) {
-        return face::entered(label->buddy() != nullptr ? plain(label->text()) : label->text());
+        QString text = label->buddy() != nullptr ? plain(label->text()) : label->text();
+        return face::entered(text.replace(QLatin1Char('\n'), QStringLiteral("\r\n")));
     }
     if (const auto* edit = qobject_cast<const QLineEdit*>(&widget)) {
         return face::entered(edit->text());
+    }
+    if (const auto* box = qobject_cast<const QCheckBox*>(&widget)) {
+        return boxText(box->isChecked(), face::entered(plain(box->text())));
     }
     if (const auto* button = qobject_cast<const QAbstractButton*>(&widget)) {
         return face::entered(plain(button->text()));
@@ -92,6 +99,24 @@ public:
         QCoreApplication::processEvents();
     }
 
+    void type(const std::string& name, const std::string& keys) override {
+        QWidget* box = widget(name);
+        box->window()->activateWindow();
+        QCoreApplication::processEvents();
+        box->clearFocus();
+        box->setFocus(Qt::TabFocusReason);
+        QCoreApplication::processEvents();
+        for (const char key : keys) {
+            const bool backspace = key == '\b';
+            const int code = backspace ? Qt::Key_Backspace : Qt::Key_Any;
+            const QString text = backspace ? QString() : QString(QLatin1Char(key));
+            QKeyEvent down(QEvent::KeyPress, code, Qt::NoModifier, text);
+            QCoreApplication::sendEvent(box, &down);
+            QKeyEvent up(QEvent::KeyRelease, code, Qt::NoModifier, text);
+            QCoreApplication::sendEvent(box, &up);
+        }
+    }
+
     void choose(const std::string& name, const std::string& entry) override {
         auto* combo = qobject_cast<QComboBox*>(widget(name));
         combo->setCurrentIndex(combo->findText(face::shown(entry)));
@@ -111,11 +136,22 @@ public:
         QCoreApplication::processEvents();
     }
 
-    void clickTrayIcon() override {
-        // This desktop has no icon of its own yet that could tell its picture.
-        static_cast<Picture&>(*forms().frmSysTray.control("picSysTrayHook"))
-            .MouseMove.raise(leftButtonReleased);
-        QCoreApplication::processEvents();
+    void clickTrayIcon() override { iconTells(leftButtonReleased); }
+
+    void chooseTrayEntry(int entry) override {
+        QCoreApplication::processEvents(); // a window that comes to the front closes menus
+        QTimer chooser;
+        QObject::connect(&chooser, &QTimer::timeout, &chooser, [entry] {
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            if (menu == nullptr) {
+                return;
+            }
+            menu->setActiveAction(menu->actions().at(entry));
+            QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+            QCoreApplication::sendEvent(menu, &enter);
+        });
+        chooser.start(5);
+        iconTells(rightButtonReleased);
     }
 
     void answerNext(const std::string& text, MsgBoxButtons buttons, MsgBoxAnswer answer) override {
@@ -152,6 +188,13 @@ private:
         MsgBoxButtons buttons;
         MsgBoxAnswer answer;
     };
+
+    /// The notification area is played: its messages go where the icon's record sends them.
+    static void iconTells(int message) {
+        static_cast<Picture&>(*forms().frmSysTray.control("picSysTrayHook"))
+            .MouseMove.raise(message);
+        QCoreApplication::processEvents();
+    }
 
     static QWidget* window(const std::string& name) {
         // A window of the same name that is waiting for its end is not the one meant.

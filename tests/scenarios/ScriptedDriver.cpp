@@ -14,7 +14,30 @@ public:
     Platform& platform() override { return machine_.platform; }
 
     void click(const std::string& name) override {
-        static_cast<CommandButton&>(control(name)).press();
+        Control& clicked = control(name);
+        if (clicked.kind() == ControlKind::CheckBox) {
+            auto& box = static_cast<CheckBox&>(clicked);
+            box.setValue(box.ticked() ? 0 : 1);
+        } else {
+            static_cast<CommandButton&>(clicked).press();
+        }
+    }
+
+    void type(const std::string& name, const std::string& keys) override {
+        auto& box = static_cast<TextBox&>(control(name));
+        box.GotFocus.raise();
+        bool selected = box.selLength() == static_cast<int>(box.text().size());
+        for (const char key : keys) {
+            box.KeyDown.raise();
+            std::string text = std::exchange(selected, false) ? "" : box.text();
+            if (key != '\b') {
+                text += key;
+            } else if (!text.empty()) {
+                text.pop_back();
+            }
+            box.setText(text);
+            box.KeyUp.raise();
+        }
     }
 
     void choose(const std::string& name, const std::string& entry) override {
@@ -44,6 +67,13 @@ public:
     void clickTrayIcon() override {
         static_cast<Picture&>(control("frmSysTray.picSysTrayHook"))
             .MouseMove.raise(leftButtonReleased);
+    }
+
+    void chooseTrayEntry(int entry) override {
+        machine_.desktop.menuChoice = entry;
+        static_cast<Picture&>(control("frmSysTray.picSysTrayHook"))
+            .MouseMove.raise(rightButtonReleased);
+        machine_.desktop.menuChoice = -1;
     }
 
     void answerNext(const std::string& text, MsgBoxButtons buttons, MsgBoxAnswer answer) override {

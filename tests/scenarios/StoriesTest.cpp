@@ -1,74 +1,7 @@
-#include "Driver.h"
-
-#include "startup/World.h"
-#include "startup/mdlStartUp.h"
-
-#include <gtest/gtest.h>
-
-#include <optional>
+#include "Story.h"
 
 namespace tarvik::scenarios {
 namespace {
-
-constexpr const char* iniPath = "C:\\Prog\\Tarvik.ini";
-
-/// One user, one face, and the program from its start to its end.
-class Story : public testing::Test {
-protected:
-    Story() {
-        for (const char* name : {"Harbour", "Ridge"}) {
-            line().entries.push_back({.name = name});
-        }
-        startWorld();
-    }
-
-    ~Story() override { EXPECT_EQ(driver->boxTrouble(), ""); }
-
-    ScriptedConnections& line() { return driver->machine().connections; }
-    std::string ini() { return driver->machine().files.file(iniPath); }
-    void setIni(const std::string& text) { driver->machine().files.setFile(iniPath, text); }
-
-    void startWorld() { world.emplace(driver->platform()); }
-
-    void start() { Main(); }
-    void startQuietly() {
-        setIni("[Settings]\r\nRefreshInterval=100\r\n");
-        start();
-    }
-
-    void restart() {
-        world.reset();
-        startWorld();
-        start();
-    }
-
-    void answer(const std::string& text, MsgBoxButtons buttons, MsgBoxAnswer reply) {
-        driver->answerNext(text, buttons, reply);
-    }
-
-    /// What the face shows equals what the model says, control by control.
-    void expectFaceAsModel() {
-        EXPECT_EQ(driver->controls("frmMain"), modelControls(world->forms.frmMain));
-    }
-
-    void waitFor(const std::string& control, const std::string& text) {
-        EXPECT_TRUE(driver->waitUntil([&] { return driver->read(control) == text; }))
-            << control << " reads " << driver->read(control);
-    }
-
-    /// Dials and counts 5,000 bytes received and 200 sent in 3 seconds.
-    void connectAndTransfer() {
-        driver->choose("frmMain.cboConnections", "Ridge");
-        driver->click("frmMain.cmdMonitor");
-        driver->click("frmMain.cmdConnect");
-        ASSERT_EQ(line().connections.size(), 1U);
-        line().transfer(line().connections[0].handle, 5000, 200, 3000);
-        waitFor("frmMain.txtBytesRcvd", "5,000");
-    }
-
-    std::unique_ptr<Driver> driver = makeDriver();
-    std::optional<World> world;
-};
 
 constexpr const char* stopQuestion =
     "Warning: An active connection has been detected.\rIf monitoring is stopped the transfer of "
@@ -186,6 +119,9 @@ TEST_F(Story, TheCloseBoxHidesAndTheTrayIconBringsBack) {
 TEST_F(Story, TheCloseBoxMinimisesWhereNothingWouldBringBack) {
     driver->machine().notificationArea.present = false;
     startQuietly();
+    answer("This desktop has no notification area.\rThe main window is minimised instead of being "
+           "hidden.",
+           MsgBoxButtons::OkOnly, MsgBoxAnswer::Ok);
 
     driver->closeWindow("frmMain");
 

@@ -6,6 +6,7 @@
 #include "windows/face/ControlIds.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvik::scenarios {
 
@@ -31,6 +32,10 @@ std::string shownText(HWND window) {
         return chosenEntry(window);
     }
     const auto style = static_cast<DWORD>(GetWindowLongPtrA(window, GWL_STYLE));
+    if (className == "Button" && (style & BS_TYPEMASK) == BS_AUTOCHECKBOX) {
+        const bool ticked = SendMessageA(window, BM_GETCHECK, 0, 0) == BST_CHECKED;
+        return boxText(ticked, withoutMarks(textOf(window)));
+    }
     const bool marks =
         className == "Button" || (className == "Static" && (style & SS_NOPREFIX) == 0);
     return marks ? withoutMarks(textOf(window)) : textOf(window);
@@ -54,6 +59,20 @@ public:
         settle();
         SendMessageA(control(name), BM_CLICK, 0, 0);
         settle();
+    }
+
+    void type(const std::string& name, const std::string& keys) override {
+        settle();
+        const HWND box = control(name);
+        SetFocus(GetParent(box));
+        SetFocus(box);
+        settle();
+        for (const char key : keys) {
+            const WPARAM code = key == '\b' ? VK_BACK : LOBYTE(VkKeyScanA(key));
+            SendMessageA(box, WM_KEYDOWN, code, 1);
+            SendMessageA(box, WM_CHAR, static_cast<WPARAM>(key), 1);
+            SendMessageA(box, WM_KEYUP, code, 1);
+        }
     }
 
     void choose(const std::string& name, const std::string& entry) override {
@@ -86,12 +105,11 @@ public:
         settle();
     }
 
-    void clickTrayIcon() override {
-        // As the task bar tells the window that the icon's record names.
-        const NOTIFYICONDATAA& record = machine_.scripted.notificationArea.requests.back().data;
-        SendMessageA(reinterpret_cast<HWND>(std::uintptr_t{record.hWnd}), record.uCallbackMessage,
-                     record.uID, leftButtonReleased);
-        settle();
+    void clickTrayIcon() override { iconTells(leftButtonReleased); }
+
+    void chooseTrayEntry(int entry) override {
+        chosenEntry_ = entry;
+        iconTells(rightButtonReleased);
     }
 
     void answerNext(const std::string& text, MsgBoxButtons, MsgBoxAnswer answer) override {
@@ -139,6 +157,7 @@ private:
     static void CALLBACK onWatch(HWND, UINT, UINT_PTR, DWORD) {
         if (current != nullptr) {
             current->answerOpenBox();
+            current->chooseInMenu();
         }
     }
 
@@ -147,7 +166,8 @@ private:
 
     /// The numbers of the controls: those of a set of forms that nobody shows.
     const Form& table(const std::string& name) const {
-        const std::vector<const Form*> all{&numbers_.frmMain, &numbers_.frmSysTray};
+        const std::vector<const Form*> all{&numbers_.frmMain, &numbers_.frmSysTray,
+                                           &numbers_.frmOptions, &numbers_.frmWarning};
         return **std::find_if(all.begin(), all.end(),
                               [&](const Form* form) { return form->name() == name; });
     }
@@ -157,6 +177,30 @@ private:
         const std::string form = name.substr(0, dot);
         const Control* known = table(form).control(name.substr(dot + 1));
         return GetDlgItem(ownWindow(form), face::controlId(*known));
+    }
+
+    /// As the task bar tells the window that the icon's record names.
+    void iconTells(int message) {
+        const NOTIFYICONDATAA& record = machine_.scripted.notificationArea.requests.back().data;
+        SendMessageA(reinterpret_cast<HWND>(std::uintptr_t{record.hWnd}), record.uCallbackMessage,
+                     record.uID, message);
+        settle();
+    }
+
+    /// Goes down to the entry, past those that cannot be chosen, and presses Enter.
+    void chooseInMenu() {
+        const HMENU menu = openMenu(GetCurrentProcessId());
+        if (menu == nullptr || chosenEntry_ < 0) {
+            return;
+        }
+        const int entry = std::exchange(chosenEntry_, -1);
+        for (int place = 0; place <= entry; ++place) {
+            const UINT state = GetMenuState(menu, static_cast<UINT>(place), MF_BYPOSITION);
+            if ((state & MF_SEPARATOR) == 0) {
+                PostMessageA(ownWindow("frmMain"), WM_KEYDOWN, VK_DOWN, 1);
+            }
+        }
+        PostMessageA(ownWindow("frmMain"), WM_KEYDOWN, VK_RETURN, 1);
     }
 
     void answerOpenBox() {
@@ -183,6 +227,7 @@ private:
     Forms numbers_;
     UINT_PTR watch_ = 0;
     HWND answered_ = nullptr;
+    int chosenEntry_ = -1; ///< of the menu that opens next
     std::vector<Expected> expected_;
     std::string trouble_;
 };

@@ -29,11 +29,17 @@ const std::vector<std::string> filled{
 
 class LoadStateTest : public WorldTest {
 protected:
-    /// Loads the forms, so that what their controls tell is seen.
+    /// Loads the forms, so that what their controls tell is seen. What ticked boxes do to others is
+    /// left out.
     void showForms() {
         frmMain().load();
         frmOptions().load();
         PreInitOptions();
+        for (CheckBox* box :
+             {&frmOptions().chkTransferLimit, &frmOptions().chkDurationLimit,
+              &frmOptions().chkTransferResetEnable, &frmOptions().chkTransferTicker}) {
+            box->Click.connect({});
+        }
         machine.desktop.changesTold.clear();
     }
 };

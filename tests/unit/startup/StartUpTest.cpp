@@ -10,6 +10,9 @@ constexpr const char* instanceQuestion =
     "Warning: Another instance of Velmars Tarvik seems to be running.\rAre you sure that you want "
     "to start another instance?\r(This could cause the protocol file to become corrupt!)";
 
+constexpr const char* minimisedInstead =
+    "This desktop has no notification area.\rThe main window is minimised instead of being hidden.";
+
 class StartUpTest : public WorldTest {
 protected:
     void expectInstanceQuestion(MsgBoxAnswer answer) {
@@ -129,11 +132,35 @@ TEST_F(StartUpTest, TheStoredSettingsRunAndHide) {
 
 TEST_F(StartUpTest, WithoutANotificationAreaTheWindowIsMinimisedInsteadOfHidden) {
     machine.notificationArea.present = false;
+    expectBox(minimisedInstead, MsgBoxButtons::OkOnly, MsgBoxIcon::Information);
 
     startQuietly("/min");
 
     EXPECT_TRUE(frmMain().visible());
     EXPECT_TRUE(frmMain().minimised());
+}
+
+TEST_F(StartUpTest, ThatTheWindowIsMinimisedInsteadIsSaidOnce) {
+    machine.notificationArea.present = false;
+    expectBox(minimisedInstead, MsgBoxButtons::OkOnly, MsgBoxIcon::Information);
+    startQuietly("/min");
+    frmMain().setVisible(true);
+
+    frmMain().unload(UnloadMode::FormControlMenu);
+
+    EXPECT_TRUE(frmMain().minimised());
+}
+
+TEST_F(StartUpTest, ThatTheWindowIsMinimisedInsteadIsSaidInANoteWhereTheDesktopShowsNotes) {
+    machine.notificationArea.onlyNotes = true;
+
+    startQuietly("/min");
+
+    ASSERT_FALSE(machine.notificationArea.requests.empty());
+    const NOTIFYICONDATAA& note = machine.notificationArea.requests.back().data;
+    EXPECT_EQ(note.uFlags, 16U);
+    EXPECT_STREQ(note.szInfo, minimisedInstead);
+    EXPECT_STREQ(note.szInfoTitle, "Velmars Tarvik");
 }
 
 TEST_F(StartUpTest, UnknownSwitchesAreListedAndTheValidOneStillCounts) {

@@ -208,7 +208,6 @@ TEST_F(FormsTest, TheTrayMenuHasItsSevenEntries) {
 TEST_F(FormsTest, WindowsThatCannotBeUsedYetAreNotOffered) {
     EXPECT_FALSE(frmMain().cmdStatistics.enabled());
     EXPECT_FALSE(frmMain().cmdHistory.enabled());
-    EXPECT_FALSE(frmMain().cmdOptions.enabled());
 }
 
 } // namespace

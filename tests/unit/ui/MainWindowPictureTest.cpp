@@ -20,7 +20,7 @@ TEST_F(MainWindowPictureTest, TheWindowLooksAsItIsMeant) {
         "| +- Status: ------------------------------------------------------------------------------------+                       |\n"
         "| | (*)  Monitoring: inactive                                                                    |  -  Statistics...   - |\n"
         "| | Available connection(s):  [                                                               v] |  -    History...    - |\n"
-        "| | Active connection to:     (                                                                ) |  -    Options...    - |\n"
+        "| | Active connection to:     (                                                                ) |  <    Options...    > |\n"
         "| +----------------------------------------------------------------------------------------------+  <       Quit       > |\n"
         "+------------------------------------------------------------------------------------------------------------------------+\n");
     // clang-format on

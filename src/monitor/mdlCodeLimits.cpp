@@ -1,0 +1,97 @@
+#include "monitor/mdlCodeLimits.h"
+
+#include "connection/mdlCodeDial.h"
+#include "startup/mdlConst.h"
+#include "startup/mdlTools.h"
+#include "startup/mdlVar.h"
+#include "types/Convert.h"
+#include "ui/Forms.h"
+#include "ui/mdlSysTray.h"
+
+#include <algorithm>
+
+namespace tarvik {
+
+namespace {
+
+constexpr std::int64_t bytesInMegaByte = 1024 * 1024;
+constexpr std::int64_t millisecondsInMinute = 60'000;
+constexpr std::int64_t millisecondsInHour = 60 * millisecondsInMinute;
+
+constexpr std::uint32_t informationIcon = 1;
+constexpr std::uint32_t balloonMilliseconds = 10'000;
+
+/// A limit that no counter can reach counts as the largest amount there is.
+Currency atMostLargest(std::int64_t whole) {
+    constexpr std::int64_t largest = INT64_MAX / Currency::scale;
+    return Currency::fromWhole(std::min(whole, largest));
+}
+
+void checkTicker() {
+    State& s = state();
+    // Nothing is left out here that the user declined to count; the limit below leaves it out.
+    const Currency overall = (s.BytesRcvdTotal + Currency(s.BytesRcvdCurrent)) +
+                             (s.BytesSentTotal + Currency(s.BytesSentCurrent));
+    const Currency step = atMostLargest(s.TransferTickerValue.value() * bytesInMegaByte);
+    const Currency further = overall - s.TickerBase;
+    if (further <= step) {
+        return;
+    }
+    const std::string text = "Another " + wholeToText(further.integralPart()) +
+                             " bytes transferred (" + forms().frmOptions.txtTransferTicker.text() +
+                             "MB were setup)." + CR + wholeToText(overall.integralPart()) +
+                             " bytes transferred in total.";
+    ShowBalloonTip(text, "Tarvik - transfer ticker", informationIcon, balloonMilliseconds);
+    s.TickerBase = overall;
+}
+
+bool transferLimitExceeded() {
+    const State& s = state();
+    const Currency rcvd = s.BytesRcvdTotal + s.BytesRcvdCurrent - s.BytesRcvdOffset;
+    const Currency sent = s.BytesSentTotal + s.BytesSentCurrent - s.BytesSentOffset;
+    return rcvd + sent > s.TransferLimitValue;
+}
+
+bool durationLimitExceeded() {
+    const State& s = state();
+    const Currency counted = s.DurationTotal + s.DurationCurrent - s.DurationOffset;
+    return counted > atMostLargest(s.DurationLimitHr.value() * millisecondsInHour +
+                                   s.DurationLimitMin.value() * millisecondsInMinute);
+}
+
+void showWarning() {
+    Form& warning = forms().frmWarning;
+    warning.setVisible(true);
+    warning.bringToFront();
+}
+
+void checkLimits() {
+    const State& s = state();
+    if (s.TransferLimitHangUp == 0 && s.TransferLimitWarning == 0) {
+        return;
+    }
+    const bool transferReached = s.TransferLimit != 0 && transferLimitExceeded();
+    const bool durationReached = s.DurationLimit != 0 && durationLimitExceeded();
+    if (!transferReached && !durationReached) {
+        return;
+    }
+    if (s.TransferLimitWarning != 0 && s.LimitWarningArmed) {
+        showWarning();
+    }
+    if (s.TransferLimitHangUp != 0 && s.ConnectionActive) {
+        HangUp();
+    }
+}
+
+} // namespace
+
+void CheckLimits() {
+    guarded("CheckLimits", [] {
+        if (state().TransferTicker != 0) {
+            checkTicker();
+        }
+        checkLimits();
+    });
+}
+
+} // namespace tarvik

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "startup/mdlVar.h"
+#include "ui/controls/Form.h"
+
+namespace tarvik {
+
+// What the controls of the options dialog do. The settings change with OK alone.
+
+/// The limit boxes enable the limits' fields and, either of them, what happens at a limit.
+void ToggleLimitControls();
+void ToggleResetControls();
+void ToggleTickerControls();
+
+/// Takes over the selected unit, if there is one.
+void GetUnitTypeTransfer(const ComboBox& Combo, TransferUnit& Unit);
+
+/// Clears the totals if the user says so.
+void cmdResetValues_Click();
+/// Applies the dialog and hides it. Numbers out of range become their defaults without a word.
+void cmdOK_Click();
+/// Hides the dialog; what was edited is overwritten when it is opened again.
+void frmOptions_cmdCancel_Click();
+/// The close box does what Cancel does.
+void frmOptions_Form_QueryUnload(bool& Cancel, UnloadMode Mode);
+
+void connectOptionsEvents();
+
+} // namespace tarvik

@@ -1,0 +1,54 @@
+#include "ui/frmWarningEvents.h"
+
+#include "connection/mdlCodeDial.h"
+#include "monitor/mdlCodeReset.h"
+#include "startup/mdlTools.h"
+#include "startup/mdlVar.h"
+#include "ui/Forms.h"
+
+namespace tarvik {
+
+void frmWarning_Form_Initialize() {
+    guarded("Form_Initialize", [] {
+        forms().frmWarning.lblDescription.setCaption(
+            "The transfer limit that has been setup has been reached. "
+            "If \"HangUp\" was selected the connection has been automatically disconnected.\r\n"
+            "If you want to disconnect manually now press the \"Disconnect\" button. "
+            "If you want to reset the overall transfer now press the \"Reset\" button.");
+    });
+}
+
+void frmWarning_cmdDisconnect_Click() {
+    guarded("cmdDisconnect_Click", [] { HangUp(); });
+}
+
+void frmWarning_cmdReset_Click() {
+    guarded("cmdReset_Click", [] { ResetTransfersRequest(); });
+}
+
+void frmWarning_cmdCancel_Click() {
+    guarded("cmdCancel_Click", [] {
+        state().LimitWarningArmed = false;
+        forms().frmWarning.setVisible(false);
+    });
+}
+
+void frmWarning_Form_QueryUnload(bool& Cancel, UnloadMode Mode) {
+    guarded("Form_QueryUnload", [&] {
+        if (Mode == UnloadMode::FormControlMenu) {
+            frmWarning_cmdCancel_Click();
+            Cancel = true;
+        }
+    });
+}
+
+void connectWarningEvents() {
+    FrmWarning& warning = forms().frmWarning;
+    warning.Initialize.connect(frmWarning_Form_Initialize);
+    warning.cmdDisconnect.Click.connect(frmWarning_cmdDisconnect_Click);
+    warning.cmdReset.Click.connect(frmWarning_cmdReset_Click);
+    warning.cmdCancel.Click.connect(frmWarning_cmdCancel_Click);
+    warning.QueryUnload.connect(frmWarning_Form_QueryUnload);
+}
+
+} // namespace tarvik
