@@ -5,7 +5,9 @@
 #include "ui/controls/LayoutSolver.h"
 
 #include <algorithm>
+#include <sstream>
 #include <string_view>
+#include <vector>
 
 namespace tarvik {
 
@@ -24,17 +26,41 @@ int width(std::string_view text) {
     return static_cast<int>(cellsOf(text));
 }
 
-int linesOf(const std::string& text) {
-    return 1 + static_cast<int>(std::count(text.begin(), text.end(), '\r'));
+/// The lines of a text, which a carriage return, alone or with a line feed, sets apart.
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines(1);
+    for (const char character : text) {
+        if (character == '\r') {
+            lines.emplace_back();
+        } else if (character != '\n') {
+            lines.back() += character;
+        }
+    }
+    return lines;
 }
 
-int widestLine(const std::string& text) {
+/// The same with lines that are too long broken between words.
+std::vector<std::string> wrappedLinesOf(const std::string& text, int longest) {
+    std::vector<std::string> lines;
+    for (const std::string& line : linesOf(text)) {
+        lines.emplace_back();
+        std::istringstream words(line);
+        for (std::string word; words >> word;) {
+            const bool first = lines.back().empty();
+            if (!first && width(lines.back()) + 1 + width(word) > longest) {
+                lines.push_back(word);
+            } else {
+                lines.back() += first ? word : ' ' + word;
+            }
+        }
+    }
+    return lines;
+}
+
+int widestOf(const std::vector<std::string>& lines) {
     int widest = 0;
-    std::size_t begin = 0;
-    while (begin <= text.size()) {
-        const std::size_t end = std::min(text.find('\r', begin), text.size());
-        widest = std::max(widest, width(std::string_view(text).substr(begin, end - begin)));
-        begin = end + 1;
+    for (const std::string& line : lines) {
+        widest = std::max(widest, width(line));
     }
     return widest;
 }
@@ -48,8 +74,10 @@ const Kind& as(const Control& control) {
 LayoutSize contentSize(const Control& control, int characters) {
     switch (control.kind()) {
     case ControlKind::Label: {
-        const std::string& caption = as<Label>(control).caption();
-        return {std::max(characters, widestLine(caption)), linesOf(caption)};
+        const auto& label = as<Label>(control);
+        const auto lines = label.wrapped() ? wrappedLinesOf(label.caption(), characters)
+                                           : linesOf(label.caption());
+        return {std::max(characters, widestOf(lines)), static_cast<int>(lines.size())};
     }
     case ControlKind::TextBox:
         return {boxSides + std::max(characters, width(as<TextBox>(control).text())), 1};
@@ -85,15 +113,10 @@ LayoutMetrics cellMetrics() {
 }
 
 void drawLabel(CellCanvas& canvas, const Label& label, const LayoutRect& rect) {
-    std::string line;
     int top = rect.top;
-    for (const char character : label.caption() + '\r') {
-        if (character != '\r') {
-            line += character;
-            continue;
-        }
+    for (const std::string& line :
+         label.wrapped() ? wrappedLinesOf(label.caption(), rect.width) : linesOf(label.caption())) {
         canvas.text(rect.left, top++, rect.width, line, label.alignment());
-        line.clear();
     }
 }
 

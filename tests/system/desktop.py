@@ -2,6 +2,7 @@
 screen reader would use it."""
 
 import ctypes
+import json
 import os
 import pathlib
 import shutil
@@ -52,6 +53,8 @@ class Desktop:
     def __init__(self, screen="1000x700x24"):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="tarvik-desktop-"))
         self.processes = []
+        self.last_note = 0
+        self.clicks = 0
         self.environment = {
             key: value
             for key, value in os.environ.items()
@@ -139,6 +142,97 @@ class Desktop:
             env=self.environment, capture_output=True, text=True, check=False,
         )
         return answer.stdout.strip() == title
+
+    # The panel and the notes --------------------------------------------------------------
+
+    def open_panel(self):
+        """Starts a panel that embeds icons; the process, to be ended with close_panel()."""
+        panel = self._start(
+            ["trayer", "--edge", "bottom", "--align", "right", "--widthtype", "request",
+             "--heighttype", "pixel", "--height", "24", "--iconspacing", "2"]
+        )
+        wait_for("the panel", self._panel_is_there)
+        return panel
+
+    def close_panel(self, panel):
+        panel.terminate()
+        panel.wait()
+        self.processes.remove(panel)
+        wait_for("the panel to go", lambda: not self._panel_is_there())
+
+    def _panel_is_there(self):
+        return bool(self._windows("--class", "trayer"))
+
+    def _windows(self, *what):
+        answer = subprocess.run(
+            ["xdotool", "search", "--onlyvisible", *what],
+            env=self.environment, capture_output=True, text=True, check=False,
+        )
+        return answer.stdout.split()
+
+    def _areas(self):
+        """Left, top, width and height of each visible window of the program."""
+        for window in self._windows("--classname", "tarvik-demo"):
+            answer = subprocess.run(
+                ["xdotool", "getwindowgeometry", "--shell", window],
+                env=self.environment, capture_output=True, text=True, check=False,
+            )
+            place = dict(line.split("=") for line in answer.stdout.split())
+            yield tuple(int(place[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+
+    def icon_area(self):
+        """Left, top, width and height of the only icon in the panel."""
+        return wait_for(
+            "the icon in the panel",
+            lambda: next((area for area in self._areas() if 8 <= area[2] <= 32), None),
+        )
+
+    def open_menu(self):
+        """Clicks the icon and waits for its menu, which accessibility does not show."""
+        self.click_icon(3)
+        wait_for("the menu", lambda: any(80 <= area[2] <= 300 for area in self._areas()))
+
+    def click_icon(self, button):
+        left, top, width, height = self.icon_area()
+        # Two clicks on one place would be a double click.
+        self.clicks += 1
+        place = left + width * (1 + self.clicks % 2 * 2) // 4
+        subprocess.run(
+            ["xdotool", "mousemove", str(place), str(top + height // 2),
+             "click", str(button)],
+            env=self.environment, check=True,
+        )
+
+    def icon_picture(self):
+        """The points of the icon as the panel shows it, as one number each."""
+        left, top, width, height = self.icon_area()
+        answer = subprocess.run(
+            ["import", "-silent", "-window", "root", "-crop",
+             "%dx%d+%d+%d" % (width, height, left, top), "+repage", "rgb:-"],
+            env=self.environment, capture_output=True, check=True,
+        )
+        points = answer.stdout
+        return [tuple(points[i:i + 3]) for i in range(0, len(points), 3)]
+
+    def _ask_for_notes(self, *words):
+        return subprocess.run(
+            ["dunstctl", *words], env=self.environment, capture_output=True, text=True, check=True
+        ).stdout
+
+    def _note_entries(self):
+        self._ask_for_notes("close-all")
+        return json.loads(self._ask_for_notes("history"))["data"][0]
+
+    def notes(self):
+        """Title and text of every note that has been shown since `forget_notes`, the newest first."""
+        return [
+            (entry["summary"]["data"], entry["body"]["data"])
+            for entry in self._note_entries()
+            if entry["id"]["data"] > self.last_note
+        ]
+
+    def forget_notes(self):
+        self.last_note = max((entry["id"]["data"] for entry in self._note_entries()), default=0)
 
     def close(self):
         for process in reversed(self.processes):
@@ -231,6 +325,9 @@ class Program:
 
     def is_enabled(self, name):
         return self.find(name).get_state_set().contains(Atspi.StateType.SENSITIVE)
+
+    def is_ticked(self, name):
+        return self.find(name).get_state_set().contains(Atspi.StateType.CHECKED)
 
     def is_showing(self, name):
         node = self._find(name)

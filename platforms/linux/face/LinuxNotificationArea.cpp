@@ -67,14 +67,16 @@ bool LinuxNotificationArea::Shell_NotifyIconA(std::uint32_t request, NOTIFYICOND
 
 void LinuxNotificationArea::makeIcon() {
     icon_ = std::make_unique<QSystemTrayIcon>();
-    connect(icon_.get(), &QSystemTrayIcon::activated, this, &LinuxNotificationArea::onActivated);
+    // What the icon or its menu begins may take the icon away: it has to be out of its own handlers
+    // by then.
+    connect(icon_.get(), &QSystemTrayIcon::activated, this, &LinuxNotificationArea::onActivated,
+            Qt::QueuedConnection);
     const Picture* picture = desktop_.pictureOf(picture_);
     Menu* model = picture == nullptr ? nullptr : menuOf(picture->form());
     if (model != nullptr && panelTakesItems()) {
-        menu_ = std::make_unique<TrayMenu>(*model, [this, model](int entry) {
-            if (desktop_.takesInput()) {
-                model->choose(entry);
-            }
+        menu_ = std::make_unique<TrayMenu>(*model, [this](int entry) {
+            QMetaObject::invokeMethod(
+                this, [this, entry] { choose(entry); }, Qt::QueuedConnection);
         });
         icon_->setContextMenu(menu_.get());
     }
@@ -113,20 +115,24 @@ bool LinuxNotificationArea::removeIcon() {
     }
     icon_->hide();
     icon_->setContextMenu(nullptr);
-    // The entry that ends the program may be the one that is running.
-    icon_.release()->deleteLater();
-    if (menu_ != nullptr) {
-        menu_->detach();
-        menu_.release()->deleteLater();
-    }
+    icon_.reset();
+    menu_.reset();
     return true;
 }
 
 void LinuxNotificationArea::onActivated(QSystemTrayIcon::ActivationReason reason) {
-    if (reason == QSystemTrayIcon::Trigger) {
+    // The second click of two is told as a double click.
+    if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick) {
         tellPicture(leftButtonReleased);
     } else if (reason == QSystemTrayIcon::Context && menu_ == nullptr) {
         tellPicture(rightButtonReleased);
+    }
+}
+
+void LinuxNotificationArea::choose(int entry) {
+    Picture* picture = desktop_.pictureOf(picture_);
+    if (picture != nullptr && desktop_.takesInput()) {
+        menuOf(picture->form())->choose(entry);
     }
 }
 

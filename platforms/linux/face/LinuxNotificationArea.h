@@ -35,6 +35,7 @@ private:
     bool removeIcon();
     void makeIcon();
     void onActivated(QSystemTrayIcon::ActivationReason reason);
+    void choose(int entry);
     void tellPicture(int mouseMessage);
 
     QtDesktop& desktop_;

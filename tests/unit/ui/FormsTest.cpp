@@ -81,12 +81,17 @@ TEST_F(FormsTest, ControlNamesAreUniqueInTheirForm) {
     }
 }
 
-TEST_F(FormsTest, EverythingOfTheMainWindowIsInItsLayout) {
-    const auto placed = controlsInOrder(*frmMain().layout());
-    for (Control* control : frmMain().controls()) {
-        EXPECT_EQ(std::count(placed.begin(), placed.end(), control),
-                  control->kind() == ControlKind::Timer ? 0 : 1)
-            << control->name();
+TEST_F(FormsTest, EverythingOfAWindowIsInItsLayout) {
+    for (const Form* form : all()) {
+        if (form->layout() == nullptr) {
+            continue;
+        }
+        const auto placed = controlsInOrder(*form->layout());
+        for (Control* control : form->controls()) {
+            EXPECT_EQ(std::count(placed.begin(), placed.end(), control),
+                      control->kind() == ControlKind::Timer ? 0 : 1)
+                << form->name() << "." << control->name();
+        }
     }
 }
 

@@ -1,0 +1,183 @@
+"""The icon in a real panel, and notes by a real notification service."""
+
+import unittest
+
+from desktop import wait_for
+from item_panel import ItemPanel
+from support import ProgramTest
+
+MINIMISED_INSTEAD = (
+    "This desktop has no notification area.\nThe main window is minimised instead of being hidden."
+)
+
+
+class PanelTest(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        self.panel = self.desktop.open_panel()
+
+    def tearDown(self):
+        super().tearDown()
+        if self.panel is not None:
+            self.desktop.close_panel(self.panel)
+
+    def test_the_icon_hides_and_shows_the_window(self):
+        program = self.start_quietly()
+
+        self.desktop.click_icon(1)
+        wait_for("the hidden window", lambda: not program.is_showing("frmMain"))
+        self.desktop.click_icon(1)
+
+        wait_for("the window", lambda: program.is_showing("frmMain"))
+        wait_for("the window in front", lambda: self.desktop.is_active("Velmars Tarvik"))
+
+    def test_the_menu_of_the_icon_starts_monitoring(self):
+        program = self.start_quietly()
+
+        self.desktop.open_menu()
+        program.key("Down", "Down", "Return")
+
+        program.wait_text("lblMonitoring", "Monitoring: active")
+        self.desktop.open_menu()
+        program.key("Down", "Down", "Return")
+        program.wait_text("lblMonitoring", "Monitoring: inactive")
+
+    def test_the_menu_of_the_icon_quits(self):
+        program = self.start_quietly()
+
+        self.desktop.open_menu()
+        program.key("Up", "Return")
+
+        self.assertEqual(program.wait_exit(), 0)
+        self.assertIn("IsLocked=0", self.read_ini())
+
+    def test_each_state_has_its_picture(self):
+        program = self.start_quietly()
+        pictures = {"off": self.stable_picture(())}
+
+        program.press("cmdMonitor")
+        program.wait_text("lblMonitoring", "Monitoring: active")
+        pictures["waiting"] = self.stable_picture(pictures.values())
+        self.connect(program)
+        pictures["online"] = self.stable_picture(pictures.values())
+
+        for name, points in pictures.items():
+            self.assertGreater(len(set(points)), 3, name)
+
+    def stable_picture(self, others):
+        """The icon's picture, once it is none of the others."""
+
+        def picture():
+            points = self.desktop.icon_picture()
+            return points if len(set(points)) > 3 and points not in others else None
+
+        return wait_for("another picture of the icon", picture)
+
+    def test_started_out_of_the_way_the_window_waits_behind_the_icon(self):
+        self.write_ini()
+        program = self.start("/min")
+
+        self.desktop.icon_area()
+        wait_for("the hidden window", lambda: not program.is_showing("frmMain"))
+        self.desktop.click_icon(1)
+
+        wait_for("the window", lambda: program.is_showing("frmMain"))
+
+    def test_the_icon_comes_back_with_the_panel(self):
+        program = self.start_quietly()
+        self.desktop.icon_area()
+        self.desktop.close_panel(self.panel)
+
+        self.panel = self.desktop.open_panel()
+        self.desktop.click_icon(1)
+
+        wait_for("the hidden window", lambda: not program.is_showing("frmMain"))
+
+
+class ItemTest(ProgramTest):
+    """In a panel that shows items and opens their menus by itself."""
+
+    def setUp(self):
+        super().setUp()
+        self.panel = ItemPanel(self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"])
+
+    def tearDown(self):
+        super().tearDown()
+        self.panel.close()
+
+    def test_the_item_hides_and_shows_the_window(self):
+        program = self.start_quietly()
+
+        self.panel.click()
+        wait_for("the hidden window", lambda: not program.is_showing("frmMain"))
+        self.panel.click()
+
+        wait_for("the window", lambda: program.is_showing("frmMain"))
+
+    def test_the_item_tells_the_state_in_its_tip(self):
+        program = self.start_quietly()
+        self.assertEqual(self.panel.property("ToolTip")[2], "Velmars Tarvik: Not monitoring.")
+
+        program.press("cmdMonitor")
+
+        wait_for(
+            "the other tip",
+            lambda: self.panel.property("ToolTip")[2] == "Velmars Tarvik: No active connection.",
+        )
+
+    def test_the_menu_follows_the_program_and_works(self):
+        program = self.start_quietly()
+        self.assertEqual(
+            self.panel.labels(),
+            ["Show/Hide", "Start Monitoring", "", "Connect", "Disconnect", "", "Quit"],
+        )
+
+        self.panel.choose("Start Monitoring")
+        program.wait_text("lblMonitoring", "Monitoring: active")
+        wait_for("the other caption", lambda: self.panel.labels()[1] == "Stop Monitoring")
+        self.panel.choose("Show/Hide")
+
+        wait_for("the hidden window", lambda: not program.is_showing("frmMain"))
+
+    def test_the_menu_quits(self):
+        program = self.start_quietly()
+
+        self.panel.choose("Quit")
+
+        self.assertEqual(program.wait_exit(), 0)
+
+
+class NoteTest(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        self.desktop.forget_notes()
+
+    def test_the_ticker_is_told_in_a_note(self):
+        self.write_ini(
+            "[Settings]\nRefreshInterval=200\nTransferTicker=1\nTransferTickerValue=1\n"
+        )
+        program = self.start_quietly()
+
+        self.connect(program, "Skylark Mobile")
+
+        notes = wait_for("the note", self.desktop.notes)
+        self.assertEqual(notes[-1][0], "Tarvik - transfer ticker")
+        self.assertRegex(
+            notes[-1][1],
+            r"^Another \d{7,8} bytes transferred \(1MB were setup\)\.\n"
+            r"\d{7,8} bytes transferred in total\.$",
+        )
+
+    def test_without_a_panel_the_window_is_minimised_and_that_is_said_once(self):
+        program = self.start_quietly()
+
+        program.key("alt+F4")
+        wait_for("the note", lambda: self.desktop.is_iconic("Velmars Tarvik"))
+        self.assertEqual(
+            wait_for("the note", self.desktop.notes), [("Velmars Tarvik", MINIMISED_INSTEAD)]
+        )
+        self.assertTrue(program.running())
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,71 @@
+#include "scripted/TextPicture.h"
+#include "support/WorldTest.h"
+
+namespace tarvik {
+namespace {
+
+using WindowPictureTest = WorldTest;
+
+TEST_F(WindowPictureTest, TheMainWindowLooksAsItIsMeant) {
+    startQuietly();
+
+    // clang-format off
+    EXPECT_EQ(textPicture(frmMain()),
+        "+- Velmars Tarvik -------------------------------------------------------------------------------------------------------+\n"
+        "| +- Recorded transfers (amount and time): ------------------------------------------------------+  < Start Monitoring > |\n"
+        "| | Transer                           Sent              Received    Duration       hr:min:sec:ms |  <     Connect      > |\n"
+        "| | current (bytes):  (                0 )  (                0 )    Current   (   00:00:00:000 ) |  <    Disconnect    > |\n"
+        "| | total (bytes):    (                0 )  (                0 )    Total     (   00:00:00:000 ) |                       |\n"
+        "| +----------------------------------------------------------------------------------------------+                       |\n"
+        "| +- Status: ------------------------------------------------------------------------------------+                       |\n"
+        "| | (*)  Monitoring: inactive                                                                    |  -  Statistics...   - |\n"
+        "| | Available connection(s):  [                                                               v] |  -    History...    - |\n"
+        "| | Active connection to:     (                                                                ) |  <    Options...    > |\n"
+        "| +----------------------------------------------------------------------------------------------+  <       Quit       > |\n"
+        "+------------------------------------------------------------------------------------------------------------------------+\n");
+    // clang-format on
+}
+
+TEST_F(WindowPictureTest, TheOptionsLookAsTheyAreMeant) {
+    startQuietly();
+
+    // clang-format off
+    EXPECT_EQ(textPicture(frmOptions()),
+        "+- Velmars Tarvik - Options ------------------------------------------------------------------------------------------+\n"
+        "| +- StartUp behaviour... ------------------------------------------+  +- Transfer limit, warnings... --------------+ |\n"
+        "| | [ ] Run monitoring on startup                                   |  | [ ] Bytes:         [ 0                   ] | |\n"
+        "| | [ ] Minimise on startup                                         |  | [ ] Time (hh:mm):  [ 0      ]  :  [ 0    ] | |\n"
+        "| +-----------------------------------------------------------------+  | Action if limit has been reached:          | |\n"
+        "| +- Show transfer in... -------------------------------------------+  | [ ] Show a warning message                 | |\n"
+        "| | [Bytes          v]  (current conn.)                             |  | [ ] Hang up connection                     | |\n"
+        "| | [Bytes          v]  (total conn.)                               |  +--------------------------------------------+ |\n"
+        "| +-----------------------------------------------------------------+  +- Transfer reset... ------------------------+ |\n"
+        "| +- Miscellanous... -----------------------------------------------+  | [ ] Reset transfer records every:          | |\n"
+        "| | Refresh-interval (ms):  [ 1000    ]                             |  | [middle of day                          v] | |\n"
+        "| | [ ] Log IP addresses                                            |  | [ ] Make backup of records                 | |\n"
+        "| | [ ] Show transfer ticker every:  [ 100    ]  MB (ME/2K/XP only) |  | <      Reset recorded transfer now       > | |\n"
+        "| +-----------------------------------------------------------------+  +--------------------------------------------+ |\n"
+        "|                                                                                              <   OK   >  < Cancel > |\n"
+        "+---------------------------------------------------------------------------------------------------------------------+\n");
+    // clang-format on
+}
+
+TEST_F(WindowPictureTest, TheWarningLooksAsItIsMeant) {
+    startQuietly();
+
+    // clang-format off
+    EXPECT_EQ(textPicture(world->forms.frmWarning),
+        "+- Velmars Tarvik - Warning ------------------------------------+\n"
+        "|      The transfer limit that has been setup has been reached. |\n"
+        "|      If \"HangUp\" was selected the connection has been         |\n"
+        "| (*)  automatically disconnected.                              |\n"
+        "|      If you want to disconnect manually now press the         |\n"
+        "|      \"Disconnect\" button. If you want to reset the overall    |\n"
+        "|      transfer now press the \"Reset\" button.                   |\n"
+        "|                < Disconnect >  <   Reset    >  <   Close    > |\n"
+        "+---------------------------------------------------------------+\n");
+    // clang-format on
+}
+
+} // namespace
+} // namespace tarvik
