@@ -14,7 +14,7 @@ namespace tarvik {
 
 namespace {
 
-constexpr std::int64_t bytesInMegaByte = 1024 * 1024;
+constexpr std::int64_t bytesInMegaByte = 1'048'576;
 constexpr std::int64_t millisecondsInMinute = 60'000;
 constexpr std::int64_t millisecondsInHour = 60 * millisecondsInMinute;
 
