@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QPointer>
 
 #include <algorithm>
 #include <string>
@@ -102,6 +103,19 @@ void placeDialog(QFileDialog& dialog, const DialogPlacement& place) {
     }
 }
 
+/// The number of the chosen filter, 1 for the first; 0 for none. The dialog may tell it without its
+/// patterns, as it shows it.
+std::uint32_t selectedFilter(const QFileDialog& dialog) {
+    const QString chosen = dialog.selectedNameFilter();
+    const QStringList filters = dialog.nameFilters();
+    for (qsizetype i = 0; i < filters.size(); ++i) {
+        if (filters[i] == chosen || filters[i].startsWith(chosen + QStringLiteral(" ("))) {
+            return static_cast<std::uint32_t>(i + 1);
+        }
+    }
+    return 0;
+}
+
 /// Folder and names, or the one path, each with a NUL behind it and one more at the end.
 std::string bufferFor(const QStringList& files, bool several) {
     std::string buffer;
@@ -135,31 +149,32 @@ void writePlaces(const std::string& path, OPENFILENAMEA& data) {
 } // namespace
 
 bool LinuxCommonDialogs::GetOpenFileNameA(OPENFILENAMEA* data, const DialogPlacement& place) {
-    const auto owner =
-        static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(data->hwndOwner));
-    QFileDialog dialog(desktop_.ownerOf(owner));
-    setOptions(dialog, *data, true);
-    return show(dialog, *data, place);
+    return show(*data, place, true);
 }
 
 bool LinuxCommonDialogs::GetSaveFileNameA(OPENFILENAMEA* data, const DialogPlacement& place) {
-    const auto owner =
-        static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(data->hwndOwner));
-    QFileDialog dialog(desktop_.ownerOf(owner));
-    setOptions(dialog, *data, false);
-    return show(dialog, *data, place);
+    return show(*data, place, false);
 }
 
-bool LinuxCommonDialogs::show(QFileDialog& dialog, OPENFILENAMEA& data,
-                              const DialogPlacement& place) {
+bool LinuxCommonDialogs::show(OPENFILENAMEA& data, const DialogPlacement& place, bool open) {
     error_ = 0;
-    placeDialog(dialog, place);
-    if (!desktop_.runDialog(dialog) || dialog.selectedFiles().isEmpty()) {
+    const auto owner = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(data.hwndOwner));
+    // The owner takes the dialog along if it goes meanwhile.
+    const QPointer<QFileDialog> dialog = new QFileDialog(desktop_.ownerOf(owner));
+    setOptions(*dialog, data, open);
+    placeDialog(*dialog, place);
+    const bool accepted = desktop_.runDialog(*dialog);
+    if (dialog.isNull()) {
         return false;
     }
-    const qsizetype filter = dialog.nameFilters().indexOf(dialog.selectedNameFilter());
-    data.nFilterIndex = static_cast<std::uint32_t>(filter + 1);
-    return takeFiles(dialog.selectedFiles(), data);
+    const QStringList files = dialog->selectedFiles();
+    const std::uint32_t filterIndex = selectedFilter(*dialog);
+    delete dialog.data();
+    if (!accepted || files.isEmpty()) {
+        return false;
+    }
+    data.nFilterIndex = filterIndex;
+    return takeFiles(files, data);
 }
 
 bool LinuxCommonDialogs::takeFiles(const QStringList& files, OPENFILENAMEA& data) {

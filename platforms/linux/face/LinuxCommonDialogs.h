@@ -4,8 +4,6 @@
 
 #include <QStringList>
 
-class QFileDialog;
-
 namespace tarvik::face {
 
 class QtDesktop;
@@ -26,7 +24,7 @@ public:
     std::uint32_t CommDlgExtendedError() override { return error_; }
 
 private:
-    bool show(QFileDialog& dialog, OPENFILENAMEA& data, const DialogPlacement& place);
+    bool show(OPENFILENAMEA& data, const DialogPlacement& place, bool open);
     /// False where the files do not fit the buffer.
     bool takeFiles(const QStringList& files, OPENFILENAMEA& data);
 

@@ -77,14 +77,7 @@ MsgBoxAnswer QtDesktop::messageBox(const MsgBoxRequest& request) {
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     box.setDefaultButton(firstButton(request.buttons));
     box.setEscapeButton(escapeButton(request.buttons));
-    return answerOf(execute(box), request.buttons);
-}
-
-int QtDesktop::execute(QDialog& dialog) {
-    boxes_.push_back(&dialog);
-    const int result = dialog.exec();
-    boxes_.erase(std::find(boxes_.begin(), boxes_.end(), &dialog));
-    return result;
+    return answerOf(box.exec(), request.buttons);
 }
 
 bool QtDesktop::runDialog(QDialog& dialog) {
@@ -92,7 +85,7 @@ bool QtDesktop::runDialog(QDialog& dialog) {
         return false;
     }
     const DialogScope open(context_);
-    return execute(dialog) == QDialog::Accepted;
+    return dialog.exec() == QDialog::Accepted;
 }
 
 FormWindow* QtDesktop::windowOf(std::uint32_t handle) const {
@@ -218,9 +211,13 @@ void QtDesktop::endSession() {
             window->form().unload(UnloadMode::AppWindows);
         }
     }
-    const std::vector<QDialog*> open = boxes_;
-    for (QDialog* box : open) {
-        box->done(-1);
+    // Boxes, dialogs, and what dialogs ask on their own.
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        if (auto* dialog = qobject_cast<QDialog*>(window);
+            dialog != nullptr && dialog->isVisible()) {
+            dialog->done(-1);
+        }
     }
     quit();
 }

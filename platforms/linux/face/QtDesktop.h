@@ -56,11 +56,9 @@ public:
 private:
     FormWindow* activeWindow() const;
     FormWindow* windowOf(std::uint32_t handle) const;
-    int execute(QDialog& dialog);
 
     FaceContext context_;
     std::vector<FormWindow*> windows_; ///< in the order in which they were realised
-    std::vector<QDialog*> boxes_;      ///< open ones
     QEventLoop loop_;
     bool blocking_ = false;
 };

@@ -1,0 +1,374 @@
+#include "SessionBusStandIn.h"
+#include "Waiting.h"
+#include "linux/face/LinuxNotificationArea.h"
+#include "support/QtMachine.h"
+#include "ui/frmSysTray.h"
+
+#include <QApplication>
+#include <QDBusPendingCallWatcher>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPointer>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvik {
+namespace {
+
+/// The places of what a note is asked for with.
+enum Argument { application, replaced, icon, summary, body, actions, hints, timeout };
+
+class NotificationAreaTest : public testing::Test {
+protected:
+    NotificationAreaTest() {
+        tray.load();
+        data.cbSize = NOTIFYICONDATAA::size;
+        data.hWnd = tray.picSysTrayHook.hWnd();
+        data.uFlags = NotificationArea::message | NotificationArea::icon | NotificationArea::tip;
+    }
+    ~NotificationAreaTest() override {
+        // What the handlers of the test wrote to is gone.
+        tray.mnuPopUp.Click.connect({});
+        tray.unload();
+    }
+
+    bool ask(std::uint32_t request) { return area.Shell_NotifyIconA(request, &data); }
+
+    bool note(std::string_view title, std::string_view text, std::uint32_t milliseconds = 0) {
+        NOTIFYICONDATAA record{};
+        record.uFlags = NotificationArea::info;
+        title.copy(record.szInfoTitle, sizeof record.szInfoTitle - 1);
+        text.copy(record.szInfo, sizeof record.szInfo - 1);
+        record.uTimeoutOrVersion = milliseconds;
+        return area.Shell_NotifyIconA(NotificationArea::modify, &record);
+    }
+
+    /// The menu that a panel gets; null where there is none.
+    static QMenu* panelMenu() {
+        for (QWidget* each : QApplication::topLevelWidgets()) {
+            if (each->objectName() == QStringLiteral("mnuPopUp")) {
+                return qobject_cast<QMenu*>(each);
+            }
+        }
+        return nullptr;
+    }
+
+    QtMachine machine;
+    PlatformScope scope{machine.platform};
+    FrmSysTray tray;
+    face::LinuxNotificationArea area{machine.desktop};
+    NOTIFYICONDATAA data{};
+};
+
+TEST_F(NotificationAreaTest, WithoutATrayAnIconIsNotAdded) {
+    EXPECT_FALSE(ask(NotificationArea::add));
+}
+
+TEST_F(NotificationAreaTest, WithoutATrayAnIconIsNotChanged) {
+    ask(NotificationArea::add);
+
+    EXPECT_FALSE(ask(NotificationArea::modify));
+}
+
+TEST_F(NotificationAreaTest, AnIconThatWasNeverAddedIsNotChanged) {
+    EXPECT_FALSE(ask(NotificationArea::modify));
+}
+
+TEST_F(NotificationAreaTest, AnIconThatWaitsForATrayCanBeRemovedOnce) {
+    ask(NotificationArea::add);
+
+    EXPECT_TRUE(ask(NotificationArea::remove));
+    EXPECT_FALSE(ask(NotificationArea::remove));
+}
+
+TEST_F(NotificationAreaTest, AVersionIsTakenWhileThereIsAnIcon) {
+    const bool before = ask(NotificationArea::setVersion);
+    ask(NotificationArea::add);
+
+    const bool with = ask(NotificationArea::setVersion);
+
+    EXPECT_FALSE(before);
+    EXPECT_TRUE(with);
+}
+
+TEST_F(NotificationAreaTest, AnUnknownRequestIsRefused) {
+    constexpr std::uint32_t unknown = 3;
+    ask(NotificationArea::add);
+
+    EXPECT_FALSE(ask(unknown));
+}
+
+TEST_F(NotificationAreaTest, TheSystemIsOneThatShowsNotes) {
+    EXPECT_EQ(area.GetVersion() & 0xFFU, 5U);
+    EXPECT_EQ(area.GetVersion() & 0x80000000U, 0U);
+}
+
+TEST_F(NotificationAreaTest, WithoutAServiceANoteIsNotShown) {
+    EXPECT_FALSE(note("Title", "text"));
+}
+
+TEST_F(NotificationAreaTest, ANoteIsShownWithTitleTextAndTime) {
+    NoteServiceStandIn service;
+
+    EXPECT_TRUE(note("Connected", "to the net", 5000));
+
+    ASSERT_TRUE(spinUntil([&] { return !service.notes.empty(); }));
+    const QVariantList& asked = service.notes.front();
+    ASSERT_EQ(asked.size(), 8);
+    EXPECT_EQ(asked[summary].toString(), QStringLiteral("Connected"));
+    EXPECT_EQ(asked[body].toString(), QStringLiteral("to the net"));
+    EXPECT_EQ(asked[timeout], QVariant(5000));
+    EXPECT_EQ(asked[replaced], QVariant(0U));
+    EXPECT_EQ(asked[actions].toStringList(), QStringList());
+    EXPECT_EQ(asked[application].toString(), QCoreApplication::applicationName());
+}
+
+TEST_F(NotificationAreaTest, ATextIsMeantAsItStandsAndKeepsItsLines) {
+    NoteServiceStandIn service;
+
+    note("A & B", "<b>1 & \"2\"\r\nsecond\rthird");
+
+    ASSERT_TRUE(spinUntil([&] { return !service.notes.empty(); }));
+    EXPECT_EQ(service.notes.front()[summary].toString(), QStringLiteral("A & B"));
+    EXPECT_EQ(service.notes.front()[body].toString(),
+              QStringLiteral("&lt;b&gt;1 &amp; &quot;2&quot;\nsecond\nthird"));
+}
+
+TEST_F(NotificationAreaTest, ANoteNeedsNoIcon) {
+    NoteServiceStandIn service;
+    ask(NotificationArea::add);
+    ask(NotificationArea::remove);
+
+    EXPECT_TRUE(note("Title", "text"));
+}
+
+TEST_F(NotificationAreaTest, AServiceThatHasGoneShowsNoNote) {
+    auto service = std::make_unique<NoteServiceStandIn>();
+    ASSERT_TRUE(note("Title", "text"));
+
+    service.reset();
+
+    EXPECT_FALSE(note("Title", "text"));
+}
+
+class DesktopNotesTest : public testing::Test {
+protected:
+    /// Shows a note and takes the service's answer.
+    void showAnswered(const char* text) {
+        EXPECT_TRUE(notes.show(QStringLiteral("Title"), QString::fromLatin1(text), 0));
+        EXPECT_TRUE(spinUntil([this] {
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            return notes.findChildren<QDBusPendingCallWatcher*>().isEmpty();
+        }));
+    }
+
+    std::vector<unsigned> replacedNumbers() const {
+        std::vector<unsigned> numbers;
+        for (const QVariantList& asked : service.notes) {
+            numbers.push_back(asked[replaced].toUInt());
+        }
+        return numbers;
+    }
+
+    NoteServiceStandIn service;
+    face::DesktopNotes notes;
+};
+
+TEST_F(DesktopNotesTest, ANoteTakesThePlaceOfTheOneBefore) {
+    service.number = 7;
+    showAnswered("first");
+    service.number = 9;
+    showAnswered("second");
+
+    showAnswered("third");
+
+    EXPECT_EQ(replacedNumbers(), (std::vector<unsigned>{0, 7, 9}));
+}
+
+TEST_F(DesktopNotesTest, ANoteThatWasRefusedIsNotReplaced) {
+    service.number = 7;
+    showAnswered("first");
+    service.fails = true;
+    showAnswered("second");
+
+    showAnswered("third");
+
+    EXPECT_EQ(replacedNumbers(), (std::vector<unsigned>{0, 7, 7}));
+}
+
+TEST_F(DesktopNotesTest, AServiceThatDoesNotAnswerIsNotWaitedFor) {
+    service.silent = true;
+
+    EXPECT_TRUE(notes.show(QStringLiteral("Title"), QStringLiteral("first"), 0));
+    EXPECT_TRUE(notes.show(QStringLiteral("Title"), QStringLiteral("second"), 0));
+
+    EXPECT_TRUE(spinUntil([this] { return service.notes.size() == 2; }));
+}
+
+/// A panel that shows items asks for them; it opens their menus by itself.
+class PanelTest : public NotificationAreaTest {
+protected:
+    PanelTest() {
+        ask(NotificationArea::add);
+        menu = panelMenu();
+    }
+
+    QAction* entry(int index) const { return menu->actions().at(index); }
+
+    BusNameStandIn watcher{QStringLiteral("org.kde.StatusNotifierWatcher")};
+    QPointer<QMenu> menu;
+};
+
+TEST_F(NotificationAreaTest, WithoutAPanelThatTakesItemsThereIsNoMenuForIt) {
+    ask(NotificationArea::add);
+
+    EXPECT_EQ(panelMenu(), nullptr);
+}
+
+TEST_F(PanelTest, ThePanelGetsTheMenuOfTheForm) {
+    ASSERT_NE(menu, nullptr);
+    QStringList captions;
+    for (const QAction* action : menu->actions()) {
+        captions << (action->isSeparator() ? QStringLiteral("-") : action->text());
+    }
+
+    EXPECT_EQ(captions.join(QLatin1Char('|')),
+              QStringLiteral("Show/Hide|Start Monitoring|-|Connect|Disconnect|-|Quit"));
+}
+
+TEST_F(PanelTest, TheMenuFollowsCaptionsAndWhatIsEnabled) {
+    ASSERT_NE(menu, nullptr);
+
+    tray.mnuPopUp.setEntryCaption(FrmSysTray::monitoring, "Stop & Save");
+    tray.mnuPopUp.setEntryEnabled(FrmSysTray::connect, false);
+
+    EXPECT_EQ(entry(FrmSysTray::monitoring)->text(), QStringLiteral("Stop && Save"));
+    EXPECT_FALSE(entry(FrmSysTray::connect)->isEnabled());
+    EXPECT_TRUE(entry(FrmSysTray::disconnect)->isEnabled());
+    EXPECT_TRUE(entry(2)->isSeparator());
+}
+
+TEST_F(PanelTest, AChosenEntryReachesTheModel) {
+    ASSERT_NE(menu, nullptr);
+    std::vector<int> chosen;
+    tray.mnuPopUp.Click.connect([&](int index) { chosen.push_back(index); });
+
+    entry(FrmSysTray::disconnect)->trigger();
+
+    EXPECT_TRUE(spinUntil([&] { return !chosen.empty(); }));
+    EXPECT_EQ(chosen, std::vector<int>{FrmSysTray::disconnect});
+}
+
+TEST_F(PanelTest, WhileABoxIsOpenAnEntryDoesNotReachTheModel) {
+    ASSERT_NE(menu, nullptr);
+    std::vector<int> chosen;
+    tray.mnuPopUp.Click.connect([&](int index) { chosen.push_back(index); });
+    bool tried = false;
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            watch.stop();
+            entry(FrmSysTray::quit)->trigger();
+            tried = takeQueued();
+            box->close();
+        }
+    });
+    watch.start(5);
+
+    machine.desktop.messageBox({.text = "?", .caption = "T"});
+
+    EXPECT_TRUE(tried);
+    EXPECT_EQ(chosen, std::vector<int>{});
+}
+
+TEST_F(PanelTest, AnEntryMayRemoveTheIcon) {
+    ASSERT_NE(menu, nullptr);
+    bool removed = false;
+    tray.mnuPopUp.Click.connect([&](int) {
+        removed = ask(NotificationArea::remove);
+        tray.unload();
+    });
+
+    entry(FrmSysTray::quit)->trigger();
+
+    EXPECT_TRUE(spinUntil([&] { return removed; }));
+    EXPECT_FALSE(tray.loaded());
+    EXPECT_TRUE(spinUntil([&] { return menu.isNull(); }));
+}
+
+TEST_F(PanelTest, AnEntryOfAFormThatIsUnloadedBeforeItCountsIsDropped) {
+    ASSERT_NE(menu, nullptr);
+    std::vector<int> chosen;
+    tray.mnuPopUp.Click.connect([&](int index) { chosen.push_back(index); });
+
+    entry(FrmSysTray::quit)->trigger();
+    ask(NotificationArea::remove);
+    tray.unload();
+    ASSERT_TRUE(takeQueued());
+
+    EXPECT_EQ(chosen, std::vector<int>{});
+}
+
+TEST_F(PanelTest, TheMenuGoesWithItsIcon) {
+    ASSERT_NE(menu, nullptr);
+
+    ask(NotificationArea::remove);
+
+    EXPECT_TRUE(spinUntil([&] {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return menu.isNull();
+    }));
+}
+
+TEST_F(PanelTest, AnIconThatIsAddedAgainHasAMenuOfItsOwn) {
+    ask(NotificationArea::remove);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    tray.mnuPopUp.setEntryCaption(FrmSysTray::monitoring, "Stop Monitoring");
+
+    ask(NotificationArea::add);
+
+    ASSERT_NE(panelMenu(), nullptr);
+    EXPECT_EQ(panelMenu()->actions().at(FrmSysTray::monitoring)->text(),
+              QStringLiteral("Stop Monitoring"));
+}
+
+class TrayMenuTest : public testing::Test {
+protected:
+    FrmSysTray tray;
+    std::vector<int> chosen;
+    face::TrayMenu menu{tray.mnuPopUp, [this](int index) { chosen.push_back(index); }};
+};
+
+TEST_F(TrayMenuTest, AChosenEntryTellsItsNumber) {
+    menu.actions().at(FrmSysTray::connect)->trigger();
+
+    EXPECT_EQ(chosen, std::vector<int>{FrmSysTray::connect});
+}
+
+TEST_F(TrayMenuTest, ADisabledEntryCannotBeChosen) {
+    tray.mnuPopUp.setEntryEnabled(FrmSysTray::connect, false);
+
+    menu.actions().at(FrmSysTray::connect)->trigger();
+
+    EXPECT_EQ(chosen, std::vector<int>{});
+}
+
+TEST_F(TrayMenuTest, ADetachedMenuFollowsTheModelNoMore) {
+    menu.detach();
+
+    tray.mnuPopUp.setEntryCaption(FrmSysTray::monitoring, "Stop Monitoring");
+    tray.mnuPopUp.setEntryEnabled(FrmSysTray::monitoring, false);
+
+    EXPECT_EQ(menu.actions().at(FrmSysTray::monitoring)->text(),
+              QStringLiteral("Start Monitoring"));
+    EXPECT_TRUE(menu.actions().at(FrmSysTray::monitoring)->isEnabled());
+}
+
+} // namespace
+} // namespace tarvik

@@ -1,0 +1,99 @@
+#include "SessionBusStandIn.h"
+
+#include "support/TemporaryFolder.h"
+
+#include <QDBusError>
+#include <QDBusMessage>
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <fstream>
+#include <sys/prctl.h>
+
+namespace tarvik {
+
+namespace {
+
+/// The session bus of the test program. It is there before the first test, because the toolkit
+/// keeps the first connection that it makes.
+class SessionBus : public testing::Environment {
+public:
+    void SetUp() override {
+        const std::string address = "unix:path=" + folder_.path() + "/bus";
+        const std::string configuration = folder_.path() + "/bus.conf";
+        std::ofstream(configuration)
+            << "<!DOCTYPE busconfig PUBLIC '-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN' "
+               "'http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd'>\n<busconfig>"
+               "<type>session</type><listen>"
+            << address
+            << "</listen><auth>EXTERNAL</auth><policy context='default'>"
+               "<allow send_destination='*'/><allow receive_sender='*'/><allow own='*'/>"
+               "<allow user='*'/></policy></busconfig>\n";
+        daemon_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+        daemon_.start(QStringLiteral("dbus-daemon"),
+                      {QStringLiteral("--config-file=") + QString::fromStdString(configuration),
+                       QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
+                       QStringLiteral("--print-address")});
+        // It listens when it prints its address.
+        ASSERT_TRUE(daemon_.waitForReadyRead(10'000)) << "no bus";
+        qputenv("DBUS_SESSION_BUS_ADDRESS", QByteArray::fromStdString(address));
+        ASSERT_TRUE(QDBusConnection::sessionBus().isConnected());
+    }
+
+    void TearDown() override {
+        daemon_.kill();
+        daemon_.waitForFinished();
+    }
+
+private:
+    TemporaryFolder folder_;
+    QProcess daemon_;
+};
+
+const auto* const sessionBus = testing::AddGlobalTestEnvironment(new SessionBus);
+
+QString newConnectionName() {
+    static int last = 0;
+    return QStringLiteral("stand-in-") + QString::number(++last);
+}
+
+} // namespace
+
+BusNameStandIn::BusNameStandIn(const QString& name)
+    : connection_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, newConnectionName())),
+      name_(name) {
+    EXPECT_TRUE(connection_.registerService(name)) << name.toStdString();
+}
+
+BusNameStandIn::~BusNameStandIn() {
+    connection_.unregisterService(name_);
+    QDBusConnection::disconnectFromBus(connection_.name());
+}
+
+NoteServiceStandIn::NoteServiceStandIn() : name_(QStringLiteral("org.freedesktop.Notifications")) {
+    EXPECT_TRUE(name_.connection().registerVirtualObject(
+        QStringLiteral("/org/freedesktop/Notifications"), this));
+}
+
+QString NoteServiceStandIn::introspect(const QString&) const {
+    return {};
+}
+
+bool NoteServiceStandIn::handleMessage(const QDBusMessage& message,
+                                       const QDBusConnection& connection) {
+    if (message.interface() != QStringLiteral("org.freedesktop.Notifications") ||
+        message.member() != QStringLiteral("Notify")) {
+        return false;
+    }
+    notes.push_back(message.arguments());
+    if (fails) {
+        connection.send(message.createErrorReply(QDBusError::Failed, QStringLiteral("refused")));
+    } else if (!silent) {
+        connection.send(message.createReply(number));
+    }
+    return true;
+}
+
+} // namespace tarvik

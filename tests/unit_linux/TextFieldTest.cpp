@@ -1,0 +1,431 @@
+#include "Waiting.h"
+#include "support/QtMachine.h"
+#include "ui/controls/Form.h"
+
+#include <QApplication>
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QTimer>
+#include <QWindow>
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+namespace tarvik {
+namespace {
+
+/// Two fields that stand behind a button, which has the focus first, and labels of both kinds.
+class FieldForm : public Form {
+public:
+    FieldForm() : Form("frmField", "Fields") {
+        setLayout(column({
+            item(cmdOk),
+            item(txtFirst).wide(20),
+            row({item(lblSecond), item(txtSecond).wide(20)}),
+            item(lblPlain),
+            item(lblWrapped).wide(20),
+        }));
+        setInitialFocus(cmdOk);
+    }
+
+    CommandButton cmdOk{*this, "cmdOk", {.caption = "OK"}};
+    TextBox txtFirst{*this, "txtFirst", {}};
+    TextBox txtSecond{*this, "txtSecond", {}};
+    Label lblSecond{
+        *this, "lblSecond", {.caption = "Second:", .mnemonic = 'S', .labelled = &txtSecond}};
+    Label lblPlain{*this, "lblPlain", {.caption = "plain"}};
+    Label lblWrapped{*this, "lblWrapped", {.caption = "", .wrapped = true}};
+};
+
+/// Notes why a widget gets the focus.
+class FocusReasons : public QObject {
+public:
+    explicit FocusReasons(QWidget* watched) { watched->installEventFilter(this); }
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::FocusIn) {
+            seen.push_back(static_cast<QFocusEvent*>(event)->reason());
+        }
+        return false;
+    }
+
+    std::vector<Qt::FocusReason> seen;
+};
+
+class TextFieldTest : public testing::Test {
+protected:
+    TextFieldTest() {
+        form.setVisible(true);
+        EXPECT_TRUE(spinUntil([this] { return widget("cmdOk")->hasFocus(); }));
+    }
+    ~TextFieldTest() override { form.unload(); }
+
+    static QWidget* widget(const char* name) {
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (auto* found = window->findChild<QWidget*>(QString::fromLatin1(name))) {
+                return found;
+            }
+        }
+        return nullptr;
+    }
+    static QLineEdit* field(const char* name) { return qobject_cast<QLineEdit*>(widget(name)); }
+
+    /// One key event, as the window hands it to whatever has the focus.
+    static void key(QEvent::Type type, int code, const QString& text = {}, bool repeated = false,
+                    Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QKeyEvent event(type, code, modifiers, text, repeated);
+        QCoreApplication::sendEvent(widget("cmdOk")->window()->windowHandle(), &event);
+    }
+    static void press(int code, const QString& text = {}) {
+        key(QEvent::KeyPress, code, text);
+        key(QEvent::KeyRelease, code, text);
+    }
+
+    /// A press and a release in the middle of a widget, as the window hands them on.
+    static void click(QWidget* target) {
+        const QPointF inside = target->mapTo(target->window(), target->rect().center());
+        const QPointF global = target->window()->mapToGlobal(inside);
+        QWindow* window = target->window()->windowHandle();
+        QMouseEvent down(QEvent::MouseButtonPress, inside, inside, global, Qt::LeftButton,
+                         Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(window, &down);
+        QMouseEvent up(QEvent::MouseButtonRelease, inside, inside, global, Qt::LeftButton,
+                       Qt::NoButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(window, &up);
+    }
+
+    QtMachine machine;
+    PlatformScope scope{machine.platform};
+    FieldForm form;
+};
+
+TEST_F(TextFieldTest, TabIntoAFieldRaisesGotFocus) {
+    int times = 0;
+    form.txtFirst.GotFocus.connect([&] { ++times; });
+
+    press(Qt::Key_Tab);
+
+    EXPECT_TRUE(widget("txtFirst")->hasFocus());
+    EXPECT_EQ(times, 1);
+}
+
+TEST_F(TextFieldTest, AClickIntoAFieldRaisesGotFocus) {
+    int times = 0;
+    form.txtSecond.GotFocus.connect([&] { ++times; });
+
+    click(widget("txtSecond"));
+
+    EXPECT_TRUE(widget("txtSecond")->hasFocus());
+    EXPECT_EQ(times, 1);
+}
+
+TEST_F(TextFieldTest, OnlyTheFieldThatIsReachedRaisesGotFocus) {
+    std::vector<std::string> reached;
+    form.txtFirst.GotFocus.connect([&] { reached.emplace_back("first"); });
+    form.txtSecond.GotFocus.connect([&] { reached.emplace_back("second"); });
+
+    press(Qt::Key_Tab);
+    press(Qt::Key_Tab);
+
+    EXPECT_EQ(reached, (std::vector<std::string>{"first", "second"}));
+}
+
+TEST_F(TextFieldTest, AnotherClickIntoTheSameFieldRaisesNothing) {
+    int times = 0;
+    click(widget("txtFirst"));
+    form.txtFirst.GotFocus.connect([&] { ++times; });
+
+    click(widget("txtFirst"));
+
+    EXPECT_EQ(times, 0);
+}
+
+TEST_F(TextFieldTest, AWindowThatGivesTheFocusBackRaisesNothing) {
+    int times = 0;
+    press(Qt::Key_Tab);
+    form.txtFirst.GotFocus.connect([&] { ++times; });
+    const FocusReasons reasons(widget("txtFirst"));
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    ASSERT_TRUE(spinUntil([&] { return other.isActiveWindow(); }));
+
+    widget("txtFirst")->window()->activateWindow();
+
+    EXPECT_TRUE(spinUntil([&] { return widget("txtFirst")->hasFocus(); }));
+    EXPECT_EQ(reasons.seen, std::vector{Qt::ActiveWindowFocusReason});
+    EXPECT_EQ(times, 0);
+}
+
+TEST_F(TextFieldTest, APopupThatGivesTheFocusBackRaisesNothing) {
+    int times = 0;
+    press(Qt::Key_Tab);
+    form.txtFirst.GotFocus.connect([&] { ++times; });
+    const FocusReasons reasons(widget("txtFirst"));
+    QMenu popup;
+    popup.addAction(QStringLiteral("Entry"));
+    popup.popup(QPoint(0, 0));
+    ASSERT_TRUE(spinUntil([&] { return QApplication::activePopupWidget() == &popup; }));
+
+    popup.close();
+
+    EXPECT_TRUE(spinUntil([&] { return !reasons.seen.empty(); }));
+    EXPECT_EQ(reasons.seen, std::vector{Qt::PopupFocusReason});
+    EXPECT_EQ(times, 0);
+}
+
+TEST_F(TextFieldTest, KeyDownIsRaisedBeforeTheTextChanges) {
+    std::vector<std::string> texts;
+    form.txtFirst.setText("1");
+    press(Qt::Key_Tab);
+    form.txtFirst.KeyDown.connect([&] {
+        texts.push_back(form.txtFirst.text());
+        texts.push_back(field("txtFirst")->text().toStdString());
+    });
+
+    field("txtFirst")->end(false);
+    key(QEvent::KeyPress, Qt::Key_2, QStringLiteral("2"));
+
+    EXPECT_EQ(texts, (std::vector<std::string>{"1", "1"}));
+    EXPECT_EQ(form.txtFirst.text(), "12");
+}
+
+TEST_F(TextFieldTest, KeyUpIsRaisedAfterTheTextHasChanged) {
+    std::vector<std::string> texts;
+    press(Qt::Key_Tab);
+    form.txtFirst.KeyUp.connect([&] { texts.push_back(form.txtFirst.text()); });
+
+    press(Qt::Key_7, QStringLiteral("7"));
+
+    EXPECT_EQ(texts, std::vector<std::string>{"7"});
+}
+
+TEST_F(TextFieldTest, KeyDownChangeAndKeyUpComeInThisOrder) {
+    std::vector<std::string> events;
+    press(Qt::Key_Tab);
+    form.txtFirst.KeyDown.connect([&] { events.emplace_back("down"); });
+    form.txtFirst.Change.connect([&] { events.emplace_back("change"); });
+    form.txtFirst.KeyUp.connect([&] { events.emplace_back("up"); });
+
+    press(Qt::Key_A, QStringLiteral("a"));
+
+    EXPECT_EQ(events, (std::vector<std::string>{"down", "change", "up"}));
+}
+
+TEST_F(TextFieldTest, AKeyThatRepeatsComesUpOnce) {
+    int downs = 0;
+    int ups = 0;
+    press(Qt::Key_Tab);
+    form.txtFirst.KeyDown.connect([&] { ++downs; });
+    form.txtFirst.KeyUp.connect([&] { ++ups; });
+
+    key(QEvent::KeyPress, Qt::Key_A, QStringLiteral("a"));
+    key(QEvent::KeyRelease, Qt::Key_A, QStringLiteral("a"), true);
+    key(QEvent::KeyPress, Qt::Key_A, QStringLiteral("a"), true);
+    const int upsWhileHeld = ups;
+    key(QEvent::KeyRelease, Qt::Key_A, QStringLiteral("a"));
+
+    EXPECT_EQ(form.txtFirst.text(), "aa");
+    EXPECT_EQ(downs, 2);
+    EXPECT_EQ(upsWhileHeld, 0);
+    EXPECT_EQ(ups, 1);
+}
+
+TEST_F(TextFieldTest, WhatKeyUpPutsBackIsShown) {
+    press(Qt::Key_Tab);
+    form.txtFirst.KeyUp.connect([&] { form.txtFirst.setText("10"); });
+
+    press(Qt::Key_X, QStringLiteral("x"));
+
+    EXPECT_EQ(field("txtFirst")->text(), QStringLiteral("10"));
+}
+
+TEST_F(TextFieldTest, TheModelSelectsAPartOfTheText) {
+    form.txtFirst.setText("one two");
+
+    form.txtFirst.select(4, 3);
+
+    EXPECT_EQ(field("txtFirst")->selectedText(), QStringLiteral("two"));
+}
+
+TEST_F(TextFieldTest, TheSelectionCountsBytesWhereCharactersHaveMore) {
+    form.txtFirst.setText("\u00e4\u00f6\u20ac x\u00fcz");
+
+    form.txtFirst.select(8, 3);
+
+    EXPECT_EQ(field("txtFirst")->selectionStart(), 4);
+    EXPECT_EQ(field("txtFirst")->selectedText(), QStringLiteral("x\u00fc"));
+}
+
+TEST_F(TextFieldTest, ASelectionIsMadeAgainAfterTheUsersOwn) {
+    form.txtFirst.setText("one two");
+    form.txtFirst.select(0, 7);
+    field("txtFirst")->setSelection(0, 2);
+
+    form.txtFirst.select(0, 7);
+
+    EXPECT_EQ(field("txtFirst")->selectedText(), QStringLiteral("one two"));
+}
+
+TEST_F(TextFieldTest, TypingReplacesTheSelection) {
+    form.txtFirst.setText("1234");
+    form.txtFirst.GotFocus.connect([&] { form.txtFirst.select(0, 4); });
+    press(Qt::Key_Tab);
+
+    press(Qt::Key_5, QStringLiteral("5"));
+
+    EXPECT_EQ(form.txtFirst.text(), "5");
+}
+
+TEST_F(TextFieldTest, TheSelectionOutlivesTheClickThatBroughtTheFocus) {
+    form.txtFirst.setText("1234");
+    form.txtFirst.GotFocus.connect([&] { form.txtFirst.select(0, 4); });
+
+    click(widget("txtFirst"));
+    ASSERT_TRUE(takeQueued());
+
+    EXPECT_EQ(field("txtFirst")->selectedText(), QStringLiteral("1234"));
+}
+
+TEST_F(TextFieldTest, ASelectionMadeAfterTheClickIsMadeOnce) {
+    form.txtFirst.setText("1234");
+    click(widget("txtFirst"));
+
+    form.txtFirst.select(0, 4);
+    field("txtFirst")->setSelection(0, 2);
+    ASSERT_TRUE(takeQueued());
+
+    EXPECT_EQ(field("txtFirst")->selectedText(), QStringLiteral("12"));
+}
+
+TEST_F(TextFieldTest, ALaterClickPutsTheSelectionAside) {
+    form.txtFirst.setText("1234");
+    form.txtFirst.GotFocus.connect([&] { form.txtFirst.select(0, 4); });
+    click(widget("txtFirst"));
+    ASSERT_TRUE(takeQueued());
+
+    click(widget("txtFirst"));
+    ASSERT_TRUE(takeQueued());
+
+    EXPECT_EQ(field("txtFirst")->selectedText(), QString());
+}
+
+TEST_F(TextFieldTest, WhileABoxIsOpenAFieldRaisesNothing) {
+    std::vector<std::string> events;
+    bool seen = false;
+    form.txtFirst.setText("1");
+    form.txtFirst.GotFocus.connect([&] { events.emplace_back("focus"); });
+    form.txtFirst.KeyDown.connect([&] { events.emplace_back("down"); });
+    form.txtFirst.Change.connect([&] { events.emplace_back("change"); });
+    form.txtFirst.KeyUp.connect([&] { events.emplace_back("up"); });
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            watch.stop();
+            seen = true;
+            QFocusEvent focus(QEvent::FocusIn, Qt::TabFocusReason);
+            QKeyEvent down(QEvent::KeyPress, Qt::Key_2, Qt::NoModifier, QStringLiteral("2"));
+            QKeyEvent up(QEvent::KeyRelease, Qt::Key_2, Qt::NoModifier, QStringLiteral("2"));
+            for (QEvent* event : std::initializer_list<QEvent*>{&focus, &down, &up}) {
+                QCoreApplication::sendEvent(field("txtFirst"), event);
+            }
+            box->close();
+        }
+    });
+    watch.start(5);
+
+    machine.desktop.messageBox({.text = "?", .caption = "T"});
+
+    EXPECT_TRUE(seen);
+    EXPECT_EQ(events, std::vector<std::string>{});
+    EXPECT_EQ(form.txtFirst.text(), "1");
+    EXPECT_EQ(field("txtFirst")->text(), QStringLiteral("1"));
+}
+
+TEST_F(TextFieldTest, AFormMayBeUnloadedByKeyDown) {
+    press(Qt::Key_Tab);
+    const QPointer<QLineEdit> edit = field("txtFirst");
+    form.txtFirst.KeyDown.connect([&] { form.unload(); });
+
+    QKeyEvent down(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, QStringLiteral("a"));
+    QCoreApplication::sendEvent(edit, &down);
+
+    EXPECT_FALSE(form.loaded());
+    EXPECT_EQ(form.txtFirst.text(), "");
+    EXPECT_FALSE(edit.isNull());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(edit.isNull());
+}
+
+TEST_F(TextFieldTest, AFormMayBeUnloadedByKeyUp) {
+    press(Qt::Key_Tab);
+    const QPointer<QLineEdit> edit = field("txtFirst");
+    form.txtFirst.KeyUp.connect([&] { form.unload(); });
+
+    press(Qt::Key_A, QStringLiteral("a"));
+
+    EXPECT_FALSE(form.loaded());
+    EXPECT_EQ(form.txtFirst.text(), "a");
+    EXPECT_FALSE(edit.isNull());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(edit.isNull());
+}
+
+TEST_F(TextFieldTest, AFormMayBeUnloadedByGotFocusBeforeTheSelectionIsMadeAgain) {
+    form.txtFirst.setText("1234");
+    const QPointer<QLineEdit> edit = field("txtFirst");
+    form.txtFirst.GotFocus.connect([&] {
+        form.txtFirst.select(0, 4);
+        form.unload();
+    });
+
+    click(edit);
+
+    EXPECT_FALSE(form.loaded());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(edit.isNull());
+    ASSERT_TRUE(takeQueued());
+}
+
+TEST_F(TextFieldTest, AWrappedLabelBreaksATextThatDoesNotFit) {
+    auto* label = qobject_cast<QLabel*>(widget("lblWrapped"));
+
+    form.lblWrapped.setCaption("many words that do not find room in a single line of this label");
+    ASSERT_TRUE(takeQueued());
+
+    EXPECT_LT(label->width(), label->fontMetrics().horizontalAdvance(label->text()));
+    EXPECT_GE(label->heightForWidth(label->width()), 2 * label->fontMetrics().lineSpacing());
+}
+
+TEST_F(TextFieldTest, AnyOtherLabelStaysInOneLine) {
+    auto* label = qobject_cast<QLabel*>(widget("lblPlain"));
+
+    form.lblPlain.setCaption("many words that do not find room in a single line of this label");
+
+    EXPECT_TRUE(spinUntil(
+        [&] { return label->width() >= label->fontMetrics().horizontalAdvance(label->text()); }));
+    EXPECT_LT(label->sizeHint().height(), 2 * label->fontMetrics().lineSpacing());
+}
+
+TEST_F(TextFieldTest, ALabelShowsCarriageReturnAndLineFeedAsOneLineBreak) {
+    auto* label = qobject_cast<QLabel*>(widget("lblWrapped"));
+    form.lblWrapped.setCaption("one");
+    const int oneLine = label->heightForWidth(label->width());
+
+    form.lblWrapped.setCaption("one\r\ntwo");
+
+    EXPECT_EQ(label->text(), QStringLiteral("one\ntwo"));
+    EXPECT_EQ(label->heightForWidth(label->width()) - oneLine, label->fontMetrics().lineSpacing());
+}
+
+} // namespace
+} // namespace tarvik
