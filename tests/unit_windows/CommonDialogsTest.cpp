@@ -1,10 +1,7 @@
 #include "windows/face/WindowsCommonDialogs.h"
 
 #include "Later.h"
-#include "support/Win32Windows.h"
-#include "windows/face/WindowsDesktop.h"
-
-#include <gtest/gtest.h>
+#include "Win32FaceTest.h"
 
 #include <array>
 
@@ -24,7 +21,29 @@ HWND openDialog() {
     return nullptr;
 }
 
-class CommonDialogsTest : public testing::Test {
+/// Leaves the dialog as soon as it is open, by that button.
+bool leave(int button, std::string* caption = nullptr) {
+    const HWND dialog = openDialog();
+    if (dialog == nullptr) {
+        return false;
+    }
+    if (caption != nullptr) {
+        *caption = textOf(dialog);
+    }
+    return PostMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0) != FALSE;
+}
+
+/// A fair while from now on.
+class Deadline {
+public:
+    bool over() const { return GetTickCount64() - begin_ > 10'000; }
+
+private:
+    ULONGLONG begin_ = GetTickCount64();
+};
+
+/// A file dialog on a desktop with the window of a form.
+class CommonDialogsTest : public Win32FaceTest {
 protected:
     tarvik::OPENFILENAMEA record() {
         tarvik::OPENFILENAMEA data{};
@@ -36,28 +55,33 @@ protected:
         return data;
     }
 
-    /// Leaves the dialog as soon as it is open, by that button.
-    static bool press(int button, std::string* caption = nullptr) {
-        const HWND dialog = openDialog();
-        if (dialog == nullptr) {
-            return false;
-        }
-        if (caption != nullptr) {
-            *caption = textOf(dialog);
-        }
-        return PostMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0) != FALSE;
+    /// Shows a dialog and, while it is open, ends the session; one that stays open all the same is
+    /// left in the end.
+    bool openUntilTheSessionEnds() {
+        auto data = record();
+        bool ended = false;
+        const Deadline deadline;
+        const Later end([&] {
+            if (!ended && openDialog() != nullptr) {
+                ended = true;
+                desktop.endSession();
+            }
+            leftByTest = deadline.over() && leave(IDCANCEL);
+            return leftByTest;
+        });
+        return dialogs.GetOpenFileNameA(&data, stay);
     }
 
+    bool leftByTest = false;
     const DialogPlacement stay = [](const ScreenRect& dialog, const ScreenRect&) { return dialog; };
     std::array<char, 260> file{};
-    face::WindowsDesktop desktop;
     face::WindowsCommonDialogs dialogs{desktop};
 };
 
 TEST_F(CommonDialogsTest, ADialogThatIsCancelledHasNoError) {
     auto data = record();
     std::string caption;
-    const Later cancel([&] { return press(IDCANCEL, &caption); });
+    const Later cancel([&] { return leave(IDCANCEL, &caption); });
 
     EXPECT_FALSE(dialogs.GetOpenFileNameA(&data, stay));
 
@@ -75,7 +99,7 @@ TEST_F(CommonDialogsTest, ASaveDialogGivesTheNameThatWasEntered) {
             return false;
         }
         SendMessageA(box, WM_SETTEXT, 0, reinterpret_cast<LPARAM>("C:\\backup.ini"));
-        return press(IDOK);
+        return leave(IDOK);
     });
 
     EXPECT_TRUE(dialogs.GetSaveFileNameA(&data, stay));
@@ -96,7 +120,7 @@ TEST_F(CommonDialogsTest, TheDialogIsPutWhereTheProgramSays) {
         if (dialog != nullptr) {
             GetWindowRect(dialog, &place);
         }
-        return press(IDCANCEL);
+        return leave(IDCANCEL);
     });
 
     dialogs.GetOpenFileNameA(&data, [&](const ScreenRect& dialog, const ScreenRect& around) {
@@ -120,6 +144,84 @@ TEST_F(CommonDialogsTest, ARecordOfAnotherSizeIsAnError) {
     EXPECT_FALSE(dialogs.GetOpenFileNameA(&data, stay));
 
     EXPECT_EQ(dialogs.CommDlgExtendedError(), 1U);
+}
+
+TEST_F(CommonDialogsTest, WhileADialogIsOpenAButtonOfAFormDoesNothing) {
+    int clicks = 0;
+    form.cmdOk.Click.connect([&] { ++clicks; });
+    auto data = record();
+    const Later click([&] {
+        if (openDialog() == nullptr) {
+            return false;
+        }
+        SendMessageA(find(form.cmdOk), BM_CLICK, 0, 0);
+        return leave(IDCANCEL);
+    });
+
+    dialogs.GetOpenFileNameA(&data, stay);
+
+    EXPECT_TRUE(click.done());
+    EXPECT_EQ(clicks, 0);
+}
+
+TEST_F(CommonDialogsTest, AfterADialogAButtonOfAFormWorksAgain) {
+    int clicks = 0;
+    form.cmdOk.Click.connect([&] { ++clicks; });
+    auto data = record();
+    const Later cancel([] { return leave(IDCANCEL); });
+    dialogs.GetOpenFileNameA(&data, stay);
+
+    SendMessageA(find(form.cmdOk), BM_CLICK, 0, 0);
+
+    EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(CommonDialogsTest, WhileADialogIsOpenTimersGoOn) {
+    int ticks = 0;
+    form.timTick.Tick.connect([&] { ticks += openDialog() != nullptr ? 1 : 0; });
+    form.timTick.setInterval(10);
+    form.timTick.setEnabled(true);
+    auto data = record();
+    const Deadline deadline;
+    const Later wait([&] { return (ticks >= 3 || deadline.over()) && leave(IDCANCEL); });
+
+    dialogs.GetOpenFileNameA(&data, stay);
+
+    EXPECT_GE(ticks, 3);
+}
+
+TEST_F(CommonDialogsTest, TheEndOfTheSessionClosesADialogAsIfCancelled) {
+    file = {'a', '.', 'i', 'n', 'i'};
+
+    EXPECT_FALSE(openUntilTheSessionEnds());
+
+    EXPECT_FALSE(leftByTest);
+    EXPECT_STREQ(file.data(), "a.ini");
+}
+
+TEST_F(CommonDialogsTest, TheEndOfTheSessionUnloadsTheFormsBehindADialog) {
+    int unloads = 0;
+    form.Unload.connect([&] { unloads += openDialog() != nullptr ? 1 : 0; });
+
+    openUntilTheSessionEnds();
+
+    EXPECT_EQ(unloads, 1);
+    EXPECT_FALSE(form.loaded());
+}
+
+TEST_F(CommonDialogsTest, OnceTheSessionEndsNoDialogIsShown) {
+    desktop.endSession();
+    auto data = record();
+    int placed = 0;
+    const Later cancel([] { return leave(IDCANCEL); });
+
+    EXPECT_FALSE(dialogs.GetSaveFileNameA(&data, [&](const ScreenRect& dialog, const ScreenRect&) {
+        ++placed;
+        return dialog;
+    }));
+
+    EXPECT_EQ(placed, 0);
+    EXPECT_FALSE(cancel.done());
 }
 
 } // namespace

@@ -6,7 +6,18 @@
 
 #include <shellapi.h>
 
+#include <cstring>
+#include <string>
+#include <utility>
+#include <vector>
+
 namespace tarvik {
+
+using TellTaskBar = BOOL WINAPI(DWORD, ::NOTIFYICONDATAA*);
+
+/// Where this program keeps the address of the system's function.
+extern "C" TellTaskBar* systemsTellTaskBar __asm__("__imp__Shell_NotifyIconA@8");
+
 namespace {
 
 tarvik::NOTIFYICONDATAA iconOf(HWND window, TrayIcon icon) {
@@ -87,6 +98,86 @@ TEST_F(NotificationAreaTest, ARemovedIconStaysAway) {
                  RegisterWindowMessageA("TaskbarCreated"), 0, 0);
 
     EXPECT_FALSE(ask(NotificationArea::modify));
+}
+
+/// Stands in the task bar's place for its own lifetime: does nothing but write down what it is
+/// told.
+class PlayedTaskBar {
+public:
+    struct Told {
+        DWORD request = 0;
+        ::NOTIFYICONDATAA record{};
+    };
+
+    PlayedTaskBar() : system_(std::exchange(systemsTellTaskBar, writeDown)) { told.clear(); }
+    ~PlayedTaskBar() { systemsTellTaskBar = system_; }
+    PlayedTaskBar(const PlayedTaskBar&) = delete;
+    PlayedTaskBar& operator=(const PlayedTaskBar&) = delete;
+
+    static inline std::vector<Told> told;
+
+private:
+    static BOOL WINAPI writeDown(DWORD request, ::NOTIFYICONDATAA* record) {
+        told.push_back({.request = request, .record = *record});
+        return TRUE;
+    }
+
+    TellTaskBar* system_;
+};
+
+/// An icon whose task bar is played by the test.
+class NoteTest : public NotificationAreaTest {
+protected:
+    /// Shows a note; what stood in the record before is still there behind its end.
+    void note(const std::string& text) {
+        auto record = iconOf(window, TrayIcon::imgSysTray);
+        record.uFlags = NotificationArea::info;
+        record.dwInfoFlags = 1;
+        std::memset(record.szInfo, '?', sizeof record.szInfo);
+        std::strcpy(record.szInfo, text.c_str());
+        std::strcpy(record.szInfoTitle, "Title");
+        area.Shell_NotifyIconA(NotificationArea::modify, &record);
+    }
+
+    PlayedTaskBar taskBar;
+};
+
+TEST_F(NoteTest, ANoteReachesTheTaskBarWithEachLineEndedAsTheSystemWantsIt) {
+    note("one\rtwo\r\nthree");
+
+    ASSERT_EQ(PlayedTaskBar::told.size(), 1U);
+    const PlayedTaskBar::Told& told = PlayedTaskBar::told.front();
+    EXPECT_EQ(told.request, static_cast<DWORD>(NIM_MODIFY));
+    EXPECT_EQ(told.record.uFlags, static_cast<UINT>(NIF_INFO));
+    EXPECT_STREQ(told.record.szInfo, "one\r\ntwo\r\nthree");
+    EXPECT_STREQ(told.record.szInfoTitle, "Title");
+    EXPECT_EQ(told.record.dwInfoFlags, static_cast<DWORD>(NIIF_INFO));
+}
+
+TEST_F(NoteTest, ANoteThatOutgrowsTheRecordIsCutAndEnded) {
+    note(std::string(200, 'a') + "\r" + std::string(54, 'b'));
+
+    ASSERT_EQ(PlayedTaskBar::told.size(), 1U);
+    const char* shown = PlayedTaskBar::told.front().record.szInfo;
+    EXPECT_EQ(shown[255], '\0');
+    EXPECT_EQ(std::string(shown, strnlen(shown, 256)),
+              std::string(200, 'a') + "\r\n" + std::string(53, 'b'));
+}
+
+TEST_F(NoteTest, ANoteDoesNotComeBackWithTheIcon) {
+    ask(NotificationArea::add, TrayIcon::imgSysTrayOnline);
+    note("once");
+    PlayedTaskBar::told.clear();
+
+    SendMessageA(FindWindowA("TarvikTaskBarWatcher", nullptr),
+                 RegisterWindowMessageA("TaskbarCreated"), 0, 0);
+
+    ASSERT_EQ(PlayedTaskBar::told.size(), 2U);
+    const PlayedTaskBar::Told& again = PlayedTaskBar::told.front();
+    EXPECT_EQ(again.request, static_cast<DWORD>(NIM_ADD));
+    EXPECT_EQ(again.record.uFlags, static_cast<UINT>(NIF_MESSAGE | NIF_ICON | NIF_TIP));
+    EXPECT_STREQ(again.record.szInfo, "");
+    EXPECT_EQ(PlayedTaskBar::told.back().request, static_cast<DWORD>(NIM_SETVERSION));
 }
 
 TEST_F(NotificationAreaTest, TheVersionIsThatOfAFamilyWithBalloons) {

@@ -57,7 +57,7 @@ protected:
         // A text that is there already keeps its place of insertion and its selection.
         if (changed == Property::Text && windowText() != textBox_.text()) {
             setWindowText(textBox_.text());
-            if (GetFocus() == window()) {
+            if (GetFocus() == window() && !textBox_.readOnly()) {
                 // Typing goes on behind a text that was put in its place.
                 const auto end = static_cast<int>(textBox_.text().size());
                 SendMessageA(window(), EM_SETSEL, static_cast<WPARAM>(end), end);

@@ -1,0 +1,334 @@
+#include "Later.h"
+#include "Win32FaceTest.h"
+
+#include <string>
+#include <vector>
+
+namespace tarvik {
+namespace {
+
+/// Fields to type into and labels of both kinds.
+class FieldForm : public Form {
+public:
+    FieldForm() : Form("frmFields", "Fields") {
+        setLayout(column({
+            item(lblWrapped).wide(20).tall(4),
+            item(lblPlain),
+            item(txtField).wide(12),
+            item(txtFixed).wide(12),
+            item(cmdOther),
+        }));
+        setInitialFocus(cmdOther);
+    }
+
+    Label lblWrapped{*this, "lblWrapped", {.caption = "HH\r\nHH", .wrapped = true}};
+    Label lblPlain{*this, "lblPlain", {.caption = "HH"}};
+    TextBox txtField{*this, "txtField", {.text = "first"}};
+    TextBox txtFixed{*this, "txtFixed", {.text = "first", .readOnly = true}};
+    CommandButton cmdOther{*this, "cmdOther", {.caption = "Other"}};
+};
+
+/// What is selected in an edit, from and up to.
+struct Selected {
+    int from = 0;
+    int to = 0;
+
+    friend bool operator==(const Selected&, const Selected&) = default;
+};
+
+Selected selectedIn(HWND edit) {
+    DWORD from = 0;
+    DWORD to = 0;
+    SendMessageA(edit, EM_GETSEL, reinterpret_cast<WPARAM>(&from), reinterpret_cast<LPARAM>(&to));
+    return {.from = static_cast<int>(from), .to = static_cast<int>(to)};
+}
+
+void selectIn(HWND edit, Selected part) {
+    SendMessageA(edit, EM_SETSEL, static_cast<WPARAM>(part.from), part.to);
+}
+
+/// The lines of text that are painted in a window: the runs of rows that hold anything.
+int paintedLines(HWND window) {
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+    RECT area{};
+    GetClientRect(window, &area);
+    const HDC context = GetDC(window);
+    const COLORREF ground = GetPixel(context, area.right - 1, area.bottom - 1);
+    int lines = 0;
+    bool before = false;
+    for (int row = 0; row < area.bottom; ++row) {
+        bool ink = false;
+        for (int place = 0; place < area.right && !ink; ++place) {
+            ink = GetPixel(context, place, row) != ground;
+        }
+        lines += ink && !before ? 1 : 0;
+        before = ink;
+    }
+    ReleaseDC(window, context);
+    return lines;
+}
+
+/// A form with fields, of which a test writes down what they raise.
+class TextFieldTest : public Win32FaceTest {
+protected:
+    TextFieldTest() { fields.load(); }
+    ~TextFieldTest() override {
+        fields.unload();
+        settle();
+    }
+
+    HWND edit(const TextBox& textBox) const { return childOf(textBox); }
+    HWND childOf(const Control& control) const {
+        return GetDlgItem(ownWindow("frmFields"), face::controlId(control));
+    }
+
+    /// Shows the form; the focus is where nothing is typed.
+    void showFields() {
+        fields.setVisible(true);
+        ASSERT_TRUE(spinUntil([this] { return GetFocus() == childOf(fields.cmdOther); }));
+    }
+
+    /// Shows the form; the focus is in that field.
+    void showWithFocusIn(const TextBox& textBox) {
+        ASSERT_NO_FATAL_FAILURE(showFields());
+        SetFocus(edit(textBox));
+        ASSERT_EQ(GetFocus(), edit(textBox));
+    }
+
+    /// Writes down each event of the field with the text it has then.
+    void writeDownEvents() {
+        TextBox& field = fields.txtField;
+        const auto note = [this](const char* event) {
+            seen.push_back(std::string(event) + " " + fields.txtField.text());
+        };
+        field.GotFocus.connect([note] { note("GotFocus"); });
+        field.KeyDown.connect([note] { note("KeyDown"); });
+        field.Change.connect([note] { note("Change"); });
+        field.KeyUp.connect([note] { note("KeyUp"); });
+    }
+
+    /// A letter is typed into the edit: down, in, and up again.
+    static void type(HWND edit, char letter) {
+        constexpr LPARAM comesUp = 0xC0000001;
+        const auto key = static_cast<WPARAM>(letter - 'a' + 'A');
+        SendMessageA(edit, WM_KEYDOWN, key, 1);
+        SendMessageA(edit, WM_CHAR, static_cast<WPARAM>(letter), 1);
+        SendMessageA(edit, WM_KEYUP, key, comesUp);
+    }
+
+    FieldForm fields;
+    std::vector<std::string> seen;
+};
+
+TEST_F(TextFieldTest, ComingToAFieldIsTold) {
+    ASSERT_NO_FATAL_FAILURE(showFields());
+    writeDownEvents();
+
+    SetFocus(edit(fields.txtField));
+
+    EXPECT_EQ(seen, std::vector<std::string>{"GotFocus first"});
+}
+
+TEST_F(TextFieldTest, LeavingAFieldIsNotToldAsComing) {
+    ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtField));
+    writeDownEvents();
+
+    SetFocus(edit(fields.txtFixed));
+
+    EXPECT_TRUE(seen.empty());
+}
+
+TEST_F(TextFieldTest, AKeyIsToldBeforeItChangesTheTextAndAfterwards) {
+    writeDownEvents();
+
+    type(edit(fields.txtField), 'x');
+
+    EXPECT_EQ(seen, (std::vector<std::string>{"KeyDown first", "Change xfirst", "KeyUp xfirst"}));
+}
+
+TEST_F(TextFieldTest, AKeyThatRemovesALetterIsToldWhileTheLetterIsThere) {
+    writeDownEvents();
+
+    SendMessageA(edit(fields.txtField), WM_KEYDOWN, VK_DELETE, 1);
+
+    EXPECT_EQ(seen, (std::vector<std::string>{"KeyDown first", "Change irst"}));
+}
+
+TEST_F(TextFieldTest, APartIsSelectedWhenTheModelSaysSo) {
+    fields.txtField.select(1, 3);
+    settle();
+
+    EXPECT_EQ(selectedIn(edit(fields.txtField)), (Selected{1, 4}));
+}
+
+TEST_F(TextFieldTest, APartIsSelectedAgainAfterTheUserSelectedAnother) {
+    fields.txtField.select(1, 3);
+    settle();
+    selectIn(edit(fields.txtField), {0, 2});
+
+    fields.txtField.select(1, 3);
+    settle();
+
+    EXPECT_EQ(selectedIn(edit(fields.txtField)), (Selected{1, 4}));
+}
+
+TEST_F(TextFieldTest, WhatIsSelectedOnComingByMouseStaysSelected) {
+    fields.txtField.GotFocus.connect([this] { fields.txtField.select(0, 5); });
+    ASSERT_NO_FATAL_FAILURE(showFields());
+    const HWND field = edit(fields.txtField);
+
+    // The press brings the focus first and moves the insertion point then.
+    SetFocus(field);
+    SendMessageA(field, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
+    SendMessageA(field, WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
+    settle();
+
+    EXPECT_EQ(selectedIn(field), (Selected{0, 5}));
+}
+
+TEST_F(TextFieldTest, TypingGoesOnBehindATextThatTheProgramPutIn) {
+    ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtField));
+
+    fields.txtField.setText("second");
+
+    EXPECT_EQ(selectedIn(edit(fields.txtField)), (Selected{6, 6}));
+}
+
+TEST_F(TextFieldTest, AHandlerThatPutsAnotherTextInLetsTypingGoOnBehindIt) {
+    fields.txtField.KeyUp.connect([this] { fields.txtField.setText("back"); });
+    ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtField));
+
+    type(edit(fields.txtField), 'x');
+
+    EXPECT_EQ(textOf(edit(fields.txtField)), "back");
+    EXPECT_EQ(selectedIn(edit(fields.txtField)), (Selected{4, 4}));
+}
+
+TEST_F(TextFieldTest, TypingWithinTheTextGoesOnThere) {
+    ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtField));
+    selectIn(edit(fields.txtField), {2, 2});
+
+    type(edit(fields.txtField), 'x');
+
+    EXPECT_EQ(textOf(edit(fields.txtField)), "fixrst");
+    EXPECT_EQ(selectedIn(edit(fields.txtField)), (Selected{3, 3}));
+}
+
+TEST_F(TextFieldTest, ATextPutIntoAFieldWithoutTheFocusIsSeenFromItsBeginning) {
+    ASSERT_NO_FATAL_FAILURE(showFields());
+
+    fields.txtField.setText("second");
+
+    EXPECT_EQ(selectedIn(edit(fields.txtField)), (Selected{0, 0}));
+}
+
+TEST_F(TextFieldTest, ATextPutIntoAFieldThatTakesNoTypingIsSeenFromItsBeginning) {
+    ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtFixed));
+
+    fields.txtFixed.setText("second");
+
+    EXPECT_EQ(selectedIn(edit(fields.txtFixed)), (Selected{0, 0}));
+}
+
+TEST_F(TextFieldTest, WhileABoxIsOpenAFieldTellsNothing) {
+    writeDownEvents();
+    const HWND field = edit(fields.txtField);
+    int rounds = 0;
+    const Later look([&] {
+        const OpenBox open = openBox(GetCurrentProcessId());
+        if (open.window == nullptr) {
+            return false;
+        }
+        SendMessageA(field, WM_SETFOCUS, 0, 0);
+        type(field, 'x');
+        ++rounds;
+        return open.press(MsgBoxAnswer::Ok);
+    });
+
+    desktop.messageBox({.text = "?", .caption = "T"});
+
+    EXPECT_EQ(rounds, 1);
+    EXPECT_TRUE(seen.empty());
+    EXPECT_EQ(textOf(field), "first");
+}
+
+TEST_F(TextFieldTest, WhileACallBlocksAFieldTellsNothing) {
+    writeDownEvents();
+    const HWND field = edit(fields.txtField);
+
+    desktop.runBlocking([field] {
+        SendMessageA(field, WM_SETFOCUS, 0, 0);
+        type(field, 'x');
+    });
+
+    EXPECT_TRUE(seen.empty());
+    EXPECT_EQ(textOf(field), "first");
+}
+
+TEST_F(TextFieldTest, AFormMayBeWithdrawnWhenAKeyGoesDown) {
+    ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtField));
+    const HWND field = GetFocus();
+    bool thereInHandler = false;
+    fields.txtField.KeyDown.connect([&] {
+        fields.unload();
+        thereInHandler = IsWindow(field) != FALSE;
+    });
+
+    PostMessageA(field, WM_KEYDOWN, VK_DELETE, 1);
+    settle();
+
+    EXPECT_TRUE(thereInHandler);
+    EXPECT_FALSE(IsWindow(field));
+    EXPECT_EQ(fields.txtField.text(), "first");
+}
+
+TEST_F(TextFieldTest, AFormMayBeWithdrawnWhenAKeyComesUp) {
+    ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtField));
+    const HWND field = GetFocus();
+    bool thereInHandler = false;
+    fields.txtField.KeyUp.connect([&] {
+        fields.unload();
+        thereInHandler = IsWindow(field) != FALSE;
+    });
+
+    PostMessageA(field, WM_KEYUP, VK_DELETE, 1);
+    settle();
+
+    EXPECT_TRUE(thereInHandler);
+    EXPECT_FALSE(IsWindow(field));
+}
+
+TEST_F(TextFieldTest, OnlyALabelOfOneLineStandsInTheMiddleOfItsHeight) {
+    const auto inTheMiddle = [this](const Label& label) {
+        return (GetWindowLongPtrA(childOf(label), GWL_STYLE) & SS_CENTERIMAGE) != 0;
+    };
+
+    EXPECT_TRUE(inTheMiddle(fields.lblPlain));
+    EXPECT_FALSE(inTheMiddle(fields.lblWrapped));
+}
+
+TEST_F(TextFieldTest, AWrappedLabelShowsTheLinesOfItsText) {
+    ASSERT_NO_FATAL_FAILURE(showFields());
+
+    fields.lblWrapped.setCaption("HH\r\nHH\r\nHH");
+    settle();
+
+    EXPECT_EQ(paintedLines(childOf(fields.lblPlain)), 1);
+    EXPECT_EQ(paintedLines(childOf(fields.lblWrapped)), 3);
+}
+
+TEST_F(TextFieldTest, AWrappedLabelBreaksALineThatIsTooLong) {
+    ASSERT_NO_FATAL_FAILURE(showFields());
+    std::string words;
+    for (int i = 0; i < 12; ++i) {
+        words += "HHHH ";
+    }
+
+    fields.lblWrapped.setCaption(words);
+    settle();
+
+    EXPECT_GE(paintedLines(childOf(fields.lblWrapped)), 2);
+}
+
+} // namespace
+} // namespace tarvik
