@@ -12,6 +12,7 @@
 #include "types/Convert.h"
 #include "ui/Forms.h"
 #include "ui/mdlGUI.h"
+#include "ui/mdlGUIStatistics.h"
 
 #include <algorithm>
 #include <limits>
@@ -123,9 +124,8 @@ bool HandleOnline(std::uint32_t Index, const RAS_STATS& Statistics) {
         State& s = state();
         s.ConnectionActive = true;
         SetActiveConnection(Index);
-        const FrmStatistics& window = forms().frmStatistics;
-        if (window.chkActiveConnection.ticked()) {
-            window.SetStatistics.raise(Statistics);
+        if (forms().frmStatistics.chkActiveConnection.ticked()) {
+            SetStatistics(Statistics);
         }
         takeCounters(Statistics);
         if (s.LogIPAddress != 0 && s.FirstOnlineUpdate) {

@@ -84,19 +84,16 @@ public:
                                 {.caption = "Disconnect",
                                  .toolTip = "Disconnect from all current connections",
                                  .mnemonic = 'D'}};
-    // The windows behind these two buttons are not offered before they can be used.
     CommandButton cmdStatistics{*this,
                                 "cmdStatistics",
                                 {.caption = "Statistics...",
                                  .toolTip = "Show statistics about the current connection",
-                                 .mnemonic = 'S',
-                                 .enabled = false}};
+                                 .mnemonic = 'S'}};
     CommandButton cmdHistory{*this,
                              "cmdHistory",
                              {.caption = "History...",
                               .toolTip = "This shows a history dialog to see past traffic",
-                              .mnemonic = 'H',
-                              .enabled = false}};
+                              .mnemonic = 'H'}};
     CommandButton cmdOptions{*this,
                              "cmdOptions",
                              {.caption = "Options...",

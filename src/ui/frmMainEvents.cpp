@@ -9,6 +9,7 @@
 #include "startup/mdlVar.h"
 #include "ui/Forms.h"
 #include "ui/frmOptionsEvents.h"
+#include "ui/frmStatisticsEvents.h"
 #include "ui/frmSysTrayEvents.h"
 #include "ui/frmWarningEvents.h"
 #include "ui/mdlGUI.h"
@@ -58,6 +59,10 @@ void cmdOptions_Click() {
     });
 }
 
+void cmdStatistics_Click() {
+    guarded("cmdStatistics_Click", [] { ToggleFormVisibility(forms().frmStatistics, true); });
+}
+
 void timUpdateStats_Timer() {
     guarded("timUpdateStats_Timer", [] { UpdateStats(); });
 }
@@ -88,6 +93,7 @@ void connectEvents() {
     f.frmMain.cmdConnect.Click.connect(cmdConnect_Click);
     f.frmMain.cmdDisconnect.Click.connect(cmdDisconnect_Click);
     f.frmMain.cboConnections.DropDown.connect(cboConnections_DropDown);
+    f.frmMain.cmdStatistics.Click.connect(cmdStatistics_Click);
     f.frmMain.cmdOptions.Click.connect(cmdOptions_Click);
     f.frmMain.cmdQuit.Click.connect(cmdQuit_Click);
     f.frmMain.timUpdateStats.Tick.connect(timUpdateStats_Timer);
@@ -97,6 +103,7 @@ void connectEvents() {
     f.frmSysTray.picSysTrayHook.MouseMove.connect(picSysTrayHook_MouseMove);
     f.frmSysTray.mnuPopUp.Click.connect(mnuPopUpEntry_Click);
     connectOptionsEvents();
+    connectStatisticsEvents();
     connectWarningEvents();
 }
 

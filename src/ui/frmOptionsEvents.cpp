@@ -5,6 +5,7 @@
 #include "ports/Platform.h"
 #include "startup/mdlTools.h"
 #include "types/Convert.h"
+#include "ui/CloseBox.h"
 #include "ui/Forms.h"
 #include "ui/NumericField.h"
 #include "ui/mdlGUI.h"
@@ -156,15 +157,6 @@ void frmOptions_cmdCancel_Click() {
     guarded("cmdCancel_Click", [] { options().setVisible(false); });
 }
 
-void frmOptions_Form_QueryUnload(bool& Cancel, UnloadMode Mode) {
-    guarded("Form_QueryUnload", [&] {
-        if (Mode == UnloadMode::FormControlMenu) {
-            frmOptions_cmdCancel_Click();
-            Cancel = true;
-        }
-    });
-}
-
 void connectOptionsEvents() {
     FrmOptions& o = options();
     o.chkTransferLimit.Click.connect(ToggleLimitControls);
@@ -174,7 +166,7 @@ void connectOptionsEvents() {
     o.cmdResetValues.Click.connect(cmdResetValues_Click);
     o.cmdOK.Click.connect(cmdOK_Click);
     o.cmdCancel.Click.connect(frmOptions_cmdCancel_Click);
-    o.QueryUnload.connect(frmOptions_Form_QueryUnload);
+    connectCloseBox(o, frmOptions_cmdCancel_Click);
     connectNumericField(o.txtDurationLimitHr, o.rememberedDurationLimitHr, 600);
     connectNumericField(o.txtDurationLimitMin, o.rememberedDurationLimitMin, 0);
     connectNumericField(o.txtRefreshInterval, o.rememberedRefreshInterval, 1000);

@@ -19,10 +19,8 @@ void GetUnitTypeTransfer(const ComboBox& Combo, TransferUnit& Unit);
 void cmdResetValues_Click();
 /// Applies the dialog and hides it. Numbers out of range become their defaults without a word.
 void cmdOK_Click();
-/// Hides the dialog; what was edited is overwritten when it is opened again.
+/// Hides the dialog, as its close box does; what was edited is overwritten when it is opened again.
 void frmOptions_cmdCancel_Click();
-/// The close box does what Cancel does.
-void frmOptions_Form_QueryUnload(bool& Cancel, UnloadMode Mode);
 
 void connectOptionsEvents();
 

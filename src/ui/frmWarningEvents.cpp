@@ -4,6 +4,7 @@
 #include "monitor/mdlCodeReset.h"
 #include "startup/mdlTools.h"
 #include "startup/mdlVar.h"
+#include "ui/CloseBox.h"
 #include "ui/Forms.h"
 
 namespace tarvik {
@@ -33,22 +34,13 @@ void frmWarning_cmdCancel_Click() {
     });
 }
 
-void frmWarning_Form_QueryUnload(bool& Cancel, UnloadMode Mode) {
-    guarded("Form_QueryUnload", [&] {
-        if (Mode == UnloadMode::FormControlMenu) {
-            frmWarning_cmdCancel_Click();
-            Cancel = true;
-        }
-    });
-}
-
 void connectWarningEvents() {
     FrmWarning& warning = forms().frmWarning;
     warning.Initialize.connect(frmWarning_Form_Initialize);
     warning.cmdDisconnect.Click.connect(frmWarning_cmdDisconnect_Click);
     warning.cmdReset.Click.connect(frmWarning_cmdReset_Click);
     warning.cmdCancel.Click.connect(frmWarning_cmdCancel_Click);
-    warning.QueryUnload.connect(frmWarning_Form_QueryUnload);
+    connectCloseBox(warning, frmWarning_cmdCancel_Click);
 }
 
 } // namespace tarvik

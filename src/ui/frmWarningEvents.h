@@ -11,10 +11,8 @@ void frmWarning_Form_Initialize();
 void frmWarning_cmdDisconnect_Click();
 /// Clears the totals if the user says so; the window stays open.
 void frmWarning_cmdReset_Click();
-/// Hides the window for the rest of the run.
+/// Hides the window for the rest of the run, as its close box does.
 void frmWarning_cmdCancel_Click();
-/// The close box does what its button does.
-void frmWarning_Form_QueryUnload(bool& Cancel, UnloadMode Mode);
 
 void connectWarningEvents();
 

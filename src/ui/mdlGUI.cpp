@@ -9,6 +9,7 @@
 #include "types/Text.h"
 #include "ui/Forms.h"
 #include "ui/StatusLamp.h"
+#include "ui/mdlGUIStatistics.h"
 #include "ui/mdlSysTray.h"
 
 #include <array>
@@ -215,9 +216,8 @@ void UpdateGUI() {
             showOffline();
         }
         ShowStatus();
-        const FrmStatistics& statistics = forms().frmStatistics;
-        if (statistics.chkInternetState.ticked()) {
-            statistics.SetConnectedState.raise();
+        if (forms().frmStatistics.chkInternetState.ticked()) {
+            SetConnectedState();
         }
     });
 }

@@ -15,7 +15,7 @@ ROOMS = [
     ("forms", r"src/ui/(controls/|frm[A-Z]|Forms\.|StatusLamp\.)", ["types", "ports", "state"]),
     ("start", r"src/startup/(mdlStartUp|World)\.",
      ["types", "ports", "state", "forms", "modules", "wiring"]),
-    ("parts", r"src/(dialogs/cls|ui/NumericField\.)", ["types", "ports", "state", "forms"]),
+    ("parts", r"src/(dialogs/cls|ui/CloseBox|ui/NumericField\.)", ["types", "ports", "state", "forms"]),
     ("modules", r"src/[a-z]+/mdl", ["types", "ports", "state", "forms", "parts"]),
     ("common", r"platforms/common/", ["types", "ports", "forms"]),
     ("scripted", r"platforms/scripted/", ["types", "ports", "forms", "common"]),

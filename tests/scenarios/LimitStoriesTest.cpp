@@ -219,6 +219,32 @@ TEST_F(OptionsStory, AKeyThatSpoilsANumberIsUndone) {
     EXPECT_EQ(driver->read("frmOptions.txtRefreshInterval"), "47");
 }
 
+using StatisticsStory = LimitStory;
+
+TEST_F(StatisticsStory, ThePanelsFollowTheLineWhileTheirBoxesAreTicked) {
+    startQuietly();
+    driver->machine().internet.connected = true;
+    driver->machine().internet.flagWord = InternetState::modem | InternetState::configured;
+    driver->machine().internet.name = "Ridge";
+    connect();
+    driver->click("frmMain.cmdStatistics");
+    expectFaceAsModel(world->forms.frmStatistics);
+
+    driver->click("frmStatistics.chkActiveConnection");
+    driver->click("frmStatistics.chkInternetState");
+    line().transfer(line().connections[0].handle, 1'000'000, 24'000, 512'000);
+    waitFor("frmStatistics.txtAverageThroughput", "2.00 / 16.00");
+    waitFor("frmStatistics.txtConnectionName", "Ridge");
+    expectFaceAsModel(world->forms.frmStatistics);
+
+    // What is shown only cannot be changed.
+    driver->click("frmStatistics.chkModemUsed");
+    EXPECT_EQ(driver->read("frmStatistics.chkModemUsed"),
+              "[x] A modem is used to connect to the Internet");
+    driver->click("frmStatistics.cmdCancel");
+    EXPECT_FALSE(driver->visible("frmStatistics"));
+}
+
 using TrayStory = Story;
 
 TEST_F(TrayStory, TheMenuHidesShowsAndStarts) {

@@ -95,7 +95,10 @@ public:
     Platform& platform() override { return machine_.platform; }
 
     void click(const std::string& name) override {
-        qobject_cast<QAbstractButton*>(widget(name))->click();
+        auto* button = qobject_cast<QAbstractButton*>(widget(name));
+        if (!button->testAttribute(Qt::WA_TransparentForMouseEvents)) {
+            button->click();
+        }
         QCoreApplication::processEvents();
     }
 

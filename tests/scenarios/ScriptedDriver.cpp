@@ -17,7 +17,9 @@ public:
         Control& clicked = control(name);
         if (clicked.kind() == ControlKind::CheckBox) {
             auto& box = static_cast<CheckBox&>(clicked);
-            box.setValue(box.ticked() ? 0 : 1);
+            if (!box.readOnly()) {
+                box.setValue(box.ticked() ? 0 : 1);
+            }
         } else {
             static_cast<CommandButton&>(clicked).press();
         }

@@ -32,7 +32,8 @@ std::string shownText(HWND window) {
         return chosenEntry(window);
     }
     const auto style = static_cast<DWORD>(GetWindowLongPtrA(window, GWL_STYLE));
-    if (className == "Button" && (style & BS_TYPEMASK) == BS_AUTOCHECKBOX) {
+    if (className == "Button" &&
+        ((style & BS_TYPEMASK) == BS_AUTOCHECKBOX || (style & BS_TYPEMASK) == BS_CHECKBOX)) {
         const bool ticked = SendMessageA(window, BM_GETCHECK, 0, 0) == BST_CHECKED;
         return boxText(ticked, withoutMarks(textOf(window)));
     }
@@ -167,7 +168,8 @@ private:
     /// The numbers of the controls: those of a set of forms that nobody shows.
     const Form& table(const std::string& name) const {
         const std::vector<const Form*> all{&numbers_.frmMain, &numbers_.frmSysTray,
-                                           &numbers_.frmOptions, &numbers_.frmWarning};
+                                           &numbers_.frmOptions, &numbers_.frmWarning,
+                                           &numbers_.frmStatistics};
         return **std::find_if(all.begin(), all.end(),
                               [&](const Form* form) { return form->name() == name; });
     }

@@ -13,6 +13,11 @@ public:
     CheckBoxWidget(CheckBox& box, QCheckBox* widget, FaceContext& context)
         : ControlWidget(box, widget, context), box_(box), widget_(widget) {
         widget->setText(withMnemonic(box.caption(), box.mnemonic()));
+        if (box.readOnly()) {
+            // It tells something; there is nothing to be done with it.
+            widget->setFocusPolicy(Qt::NoFocus);
+            widget->setAttribute(Qt::WA_TransparentForMouseEvents);
+        }
         refresh(Property::Value);
         QObject::connect(widget, &QCheckBox::toggled, widget, [this](bool ticked) {
             fromUser(Property::Value, [&] { box_.setValue(ticked ? 1 : 0); });

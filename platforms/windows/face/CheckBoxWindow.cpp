@@ -10,7 +10,8 @@ public:
     CheckBoxWindow(CheckBox& box, ControlSite& site)
         : ControlWindow(box, site,
                         makeChild(box, site, "BUTTON", markedCaption(box.caption(), box.mnemonic()),
-                                  WS_TABSTOP | BS_AUTOCHECKBOX)),
+                                  // A plain box leaves it to its window what a click does.
+                                  box.readOnly() ? BS_CHECKBOX : WS_TABSTOP | BS_AUTOCHECKBOX)),
           box_(box) {
         refresh(Property::Value);
     }
@@ -23,7 +24,7 @@ public:
     }
 
     void onNotification(int code) override {
-        if (code == BN_CLICKED) {
+        if (code == BN_CLICKED && !box_.readOnly()) {
             const bool ticked = SendMessageA(window(), BM_GETCHECK, 0, 0) == BST_CHECKED;
             fromUser(Property::Value, [&] { box_.setValue(ticked ? 1 : 0); });
         }

@@ -41,7 +41,7 @@ void TextBox::select(int start, int length) {
 
 CheckBox::CheckBox(Form& form, std::string name, Setup setup)
     : Control(form, ControlKind::CheckBox, std::move(name)), caption_(std::move(setup.caption)),
-      mnemonic_(setup.mnemonic) {
+      mnemonic_(setup.mnemonic), readOnly_(setup.readOnly) {
     setToolTip(std::move(setup.toolTip));
 }
 

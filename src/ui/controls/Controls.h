@@ -87,13 +87,14 @@ private:
     TextAlignment alignment_;
 };
 
-/// A box that is ticked or not.
+/// A box that is ticked or not; one that is read-only shows something and takes no click.
 class CheckBox : public Control {
 public:
     struct Setup {
         std::string caption;
         std::string toolTip = {};
         char mnemonic = 0;
+        bool readOnly = false;
     };
 
     CheckBox(Form& form, std::string name, Setup setup);
@@ -108,10 +109,12 @@ public:
     bool ticked() const { return value_ != 0; }
     /// Any value but 0 ticks the box.
     void setValue(std::uint8_t value);
+    bool readOnly() const { return readOnly_; }
 
 private:
     std::string caption_;
     char mnemonic_;
+    bool readOnly_;
     std::uint8_t value_ = 0;
 };
 

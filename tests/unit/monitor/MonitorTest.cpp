@@ -298,17 +298,15 @@ TEST_F(MonitorTest, AnIndexBeyondTheListIsReported) {
 }
 
 TEST_F(MonitorTest, StatisticsAreHandedOnOnlyWhileTheirBoxIsTicked) {
-    int handedOn = 0;
-    world->forms.frmStatistics.SetStatistics.connect(
-        [&](const RAS_STATS& given) { handedOn += static_cast<int>(given.dwBytesRcved); });
+    const FrmStatistics& window = world->forms.frmStatistics;
     state().DialInStarted = true;
-    HandleOnline(0, statistics(1, 0, 0));
-    EXPECT_EQ(handedOn, 0);
+    HandleOnline(0, statistics(1, 0, 8));
+    EXPECT_EQ(window.txtConnectDuration.text(), "");
     world->forms.frmStatistics.chkActiveConnection.setValue(1);
 
-    HandleOnline(0, statistics(5, 0, 0));
+    HandleOnline(0, statistics(5, 0, 9));
 
-    EXPECT_EQ(handedOn, 5);
+    EXPECT_EQ(window.txtConnectDuration.text(), "9");
 }
 
 TEST_F(MonitorTest, SwitchingOnShowsAndStarts) {

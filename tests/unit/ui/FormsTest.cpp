@@ -210,10 +210,5 @@ TEST_F(FormsTest, TheTrayMenuHasItsSevenEntries) {
     EXPECT_EQ(frmSysTray().mnuPopUp.entryName(), "mnuPopUpEntry");
 }
 
-TEST_F(FormsTest, WindowsThatCannotBeUsedYetAreNotOffered) {
-    EXPECT_FALSE(frmMain().cmdStatistics.enabled());
-    EXPECT_FALSE(frmMain().cmdHistory.enabled());
-}
-
 } // namespace
 } // namespace tarvik

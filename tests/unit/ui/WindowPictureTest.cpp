@@ -18,8 +18,8 @@ TEST_F(WindowPictureTest, TheMainWindowLooksAsItIsMeant) {
         "| | total (bytes):    (                0 )  (                0 )    Total     (   00:00:00:000 ) |                       |\n"
         "| +----------------------------------------------------------------------------------------------+                       |\n"
         "| +- Status: ------------------------------------------------------------------------------------+                       |\n"
-        "| | (*)  Monitoring: inactive                                                                    |  -  Statistics...   - |\n"
-        "| | Available connection(s):  [                                                               v] |  -    History...    - |\n"
+        "| | (*)  Monitoring: inactive                                                                    |  <  Statistics...   > |\n"
+        "| | Available connection(s):  [                                                               v] |  <    History...    > |\n"
         "| | Active connection to:     (                                                                ) |  <    Options...    > |\n"
         "| +----------------------------------------------------------------------------------------------+  <       Quit       > |\n"
         "+------------------------------------------------------------------------------------------------------------------------+\n");
@@ -64,6 +64,34 @@ TEST_F(WindowPictureTest, TheWarningLooksAsItIsMeant) {
         "|      transfer now press the \"Reset\" button.                   |\n"
         "|                < Disconnect >  <   Reset    >  <   Close    > |\n"
         "+---------------------------------------------------------------+\n");
+    // clang-format on
+}
+
+TEST_F(WindowPictureTest, TheStatisticsLookAsTheyAreMeant) {
+    startQuietly();
+
+    // clang-format off
+    EXPECT_EQ(textPicture(world->forms.frmStatistics),
+        "+- Velmars Tarvik - Connection Statistics ---------------------------------------------------------------------+\n"
+        "| +- Active connection statistics: ----------------------+  +- Internet connected state: --------------------+ |\n"
+        "| | [ ] Enable                                           |  | [ ] Enable                                     | |\n"
+        "| | Hostname:                 (                        ) |  | [ ] Computer is connected to the Internet      | |\n"
+        "| | IP-adress(es):            (                        ) |  | [ ] An Internet connection is configured       | |\n"
+        "| | Connect duration (ms):    (                        ) |  | [ ] A modem is used to connect to the Internet | |\n"
+        "| | Aver. throughput (bps):   (                        ) |  | [ ] A LAN is used to connect to the Internet   | |\n"
+        "| | Bitrate (bps):            (                        ) |  | [ ] A proxy is used to connect to the Internet | |\n"
+        "| | Fames (rcvd/sent):        (                        ) |  | [ ] RAS is used to connect to the Internet     | |\n"
+        "| | Compression ration (in):  (                        ) |  | [ ] Computer is currently in offline mode      | |\n"
+        "| | Compression ratio (out):  (                        ) |  | [ ] The modem is currently busy                | |\n"
+        "| | CRC errors:               (                        ) |  | Name of current Connection to the Internet:    | |\n"
+        "| | Timeout errors:           (                        ) |  | ( (not obtained)                             ) | |\n"
+        "| | Alignment errors:         (                        ) |  |                                                | |\n"
+        "| | Framing errors:           (                        ) |  |                                                | |\n"
+        "| | HW overrun errors:        (                        ) |  |                                                | |\n"
+        "| | Buffer overrun errors:    (                        ) |  |                                                | |\n"
+        "| +------------------------------------------------------+  +------------------------------------------------+ |\n"
+        "| Updated at: (Not yet obtained.)                                                                   < Cancel > |\n"
+        "+--------------------------------------------------------------------------------------------------------------+\n");
     // clang-format on
 }
 

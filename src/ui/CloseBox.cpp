@@ -1,0 +1,18 @@
+#include "ui/CloseBox.h"
+
+#include "startup/mdlTools.h"
+
+namespace tarvik {
+
+void connectCloseBox(Form& form, void (*handler)()) {
+    form.QueryUnload.connect([handler](bool& cancel, UnloadMode mode) {
+        guarded("Form_QueryUnload", [&] {
+            if (mode == UnloadMode::FormControlMenu) {
+                handler();
+                cancel = true;
+            }
+        });
+    });
+}
+
+} // namespace tarvik
