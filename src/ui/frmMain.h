@@ -89,11 +89,13 @@ public:
                                 {.caption = "Statistics...",
                                  .toolTip = "Show statistics about the current connection",
                                  .mnemonic = 'S'}};
+    // Not offered before there is a window behind it.
     CommandButton cmdHistory{*this,
                              "cmdHistory",
                              {.caption = "History...",
                               .toolTip = "This shows a history dialog to see past traffic",
-                              .mnemonic = 'H'}};
+                              .mnemonic = 'H',
+                              .enabled = false}};
     CommandButton cmdOptions{*this,
                              "cmdOptions",
                              {.caption = "Options...",

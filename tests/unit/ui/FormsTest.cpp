@@ -210,5 +210,9 @@ TEST_F(FormsTest, TheTrayMenuHasItsSevenEntries) {
     EXPECT_EQ(frmSysTray().mnuPopUp.entryName(), "mnuPopUpEntry");
 }
 
+TEST_F(FormsTest, AWindowThatCannotBeUsedYetIsNotOffered) {
+    EXPECT_FALSE(frmMain().cmdHistory.enabled());
+}
+
 } // namespace
 } // namespace tarvik
