@@ -252,6 +252,7 @@ TEST_F(PanelTest, TheMenuFollowsCaptionsAndWhatIsEnabled) {
     EXPECT_FALSE(entry(FrmSysTray::connect)->isEnabled());
     EXPECT_TRUE(entry(FrmSysTray::disconnect)->isEnabled());
     EXPECT_TRUE(entry(2)->isSeparator());
+    EXPECT_EQ(entry(2)->text(), QString());
 }
 
 TEST_F(PanelTest, AChosenEntryReachesTheModel) {
