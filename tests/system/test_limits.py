@@ -39,8 +39,12 @@ class LimitTest(ProgramTest):
         )
         program = self.start_quietly()
 
-        self.connect(program)
+        program.press("cmdMonitor")
+        program.choose("cboConnections", "Ridge DSL")
+        program.press("cmdConnect")
 
+        # The connection itself may be gone before anybody has seen it.
+        program.wait_text("txtBytesRcvdTotal", lambda text: int(text.replace(",", "")) > 40000)
         program.wait_text("txtActiveConnection", "")
         self.assertEqual(program.text("lblMonitoring"), "Monitoring: active")
 
