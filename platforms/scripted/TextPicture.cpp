@@ -3,6 +3,7 @@
 #include "scripted/CellCanvas.h"
 #include "ui/controls/Form.h"
 #include "ui/controls/LayoutSolver.h"
+#include "ui/controls/ListView.h"
 
 #include <algorithm>
 #include <sstream>
@@ -37,6 +38,10 @@ std::vector<std::string> linesOf(const std::string& text) {
         }
     }
     return lines;
+}
+
+std::vector<std::string> linesOf(const TextBox& box) {
+    return box.multiLine() ? linesOf(box.text()) : std::vector{box.text()};
 }
 
 /// The same with lines that are too long broken between words.
@@ -79,10 +84,21 @@ LayoutSize contentSize(const Control& control, int characters) {
                                            : linesOf(label.caption());
         return {std::max(characters, widestOf(lines)), static_cast<int>(lines.size())};
     }
-    case ControlKind::TextBox:
-        return {boxSides + std::max(characters, width(as<TextBox>(control).text())), 1};
+    case ControlKind::TextBox: {
+        const auto lines = linesOf(as<TextBox>(control));
+        return {boxSides + std::max(characters, widestOf(lines)), static_cast<int>(lines.size())};
+    }
     case ControlKind::CheckBox:
         return {boxSides + std::max(characters, width(as<CheckBox>(control).caption())), 1};
+    case ControlKind::OptionButton:
+        return {boxSides + std::max(characters, width(as<OptionButton>(control).caption())), 1};
+    case ControlKind::ListView: {
+        int sum = 0;
+        for (const ListColumn& column : as<ListView>(control).columns()) {
+            sum += width(column.header) + 1;
+        }
+        return {std::max(characters, sum), 1};
+    }
     case ControlKind::CommandButton:
         return {boxSides + std::max(characters, width(as<CommandButton>(control).caption())), 1};
     case ControlKind::ComboBox:
@@ -129,8 +145,30 @@ void drawBox(CellCanvas& canvas, const LayoutRect& rect, char left, const std::s
 }
 
 void drawTextBox(CellCanvas& canvas, const TextBox& box, const LayoutRect& rect) {
-    drawBox(canvas, rect, box.readOnly() ? '(' : '[', box.text(), box.readOnly() ? ')' : ']',
-            box.alignment());
+    LayoutRect line = rect;
+    line.height = 1;
+    for (const std::string& text : linesOf(box)) {
+        drawBox(canvas, line, box.readOnly() ? '(' : '[', text, box.readOnly() ? ')' : ']',
+                box.alignment());
+        ++line.top;
+    }
+}
+
+/// The headers, and below them as many rows as there is room for; the selected one is marked.
+void drawList(CellCanvas& canvas, const ListView& list, const LayoutRect& rect) {
+    for (int line = 0; line < rect.height; ++line) {
+        const int row = line - 1;
+        std::string text;
+        for (int column = 0; column < static_cast<int>(list.columns().size()); ++column) {
+            text += (column == 0 ? "" : "|") +
+                    (row < 0 ? list.columns()[static_cast<std::size_t>(column)].header
+                             : list.cell(row, column));
+        }
+        if (row < list.rowCount()) {
+            canvas.text(rect.left, rect.top + line, rect.width,
+                        (row >= 0 && row == list.selectedRow() ? "> " : "  ") + text);
+        }
+    }
 }
 
 void drawButton(CellCanvas& canvas, const CommandButton& button, const LayoutRect& rect) {
@@ -155,6 +193,13 @@ void draw(CellCanvas& canvas, const Control& control, const LayoutRect& rect) {
         return canvas.text(rect.left, rect.top, rect.width,
                            (box.ticked() ? "[x] " : "[ ] ") + box.caption());
     }
+    case ControlKind::OptionButton: {
+        const auto& option = as<OptionButton>(control);
+        return canvas.text(rect.left, rect.top, rect.width,
+                           (option.value() ? "(o) " : "( ) ") + option.caption());
+    }
+    case ControlKind::ListView:
+        return drawList(canvas, as<ListView>(control), rect);
     case ControlKind::CommandButton:
         return drawButton(canvas, as<CommandButton>(control), rect);
     case ControlKind::ComboBox:

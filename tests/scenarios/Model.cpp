@@ -25,10 +25,8 @@ std::string modelText(const Control& control) {
 
 std::vector<SeenControl> modelControls(const Form& form) {
     std::vector<SeenControl> seen;
-    for (const Control* control : controlsInOrder(*form.layout())) {
-        if (control->visible()) {
-            seen.push_back({control->name(), modelText(*control), control->enabled()});
-        }
+    for (const Control* control : seenControlsInOrder(*form.layout())) {
+        seen.push_back({control->name(), modelText(*control), control->enabled()});
     }
     return seen;
 }

@@ -60,10 +60,16 @@ std::unique_ptr<ControlWidget> makeControlWidget(Control& control, QWidget& pare
                                                  FaceContext& context) {
     using Maker = std::unique_ptr<ControlWidget> (*)(Control&, QWidget&, FaceContext&);
     static const std::map<ControlKind, Maker> makers{
-        {ControlKind::Label, makeLabel},       {ControlKind::TextBox, makeTextBox},
-        {ControlKind::CheckBox, makeCheckBox}, {ControlKind::CommandButton, makeCommandButton},
-        {ControlKind::ComboBox, makeComboBox}, {ControlKind::Frame, makeFrame},
-        {ControlKind::Picture, makePicture},   {ControlKind::Timer, makeTimer},
+        {ControlKind::OptionButton, makeOptionButton},
+        {ControlKind::ListView, makeListView},
+        {ControlKind::Label, makeLabel},
+        {ControlKind::TextBox, makeTextBox},
+        {ControlKind::CheckBox, makeCheckBox},
+        {ControlKind::CommandButton, makeCommandButton},
+        {ControlKind::ComboBox, makeComboBox},
+        {ControlKind::Frame, makeFrame},
+        {ControlKind::Picture, makePicture},
+        {ControlKind::Timer, makeTimer},
     };
     const auto maker = makers.find(control.kind());
     return maker == makers.end() ? nullptr : maker->second(control, parent, context);

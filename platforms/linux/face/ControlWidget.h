@@ -37,6 +37,10 @@ std::unique_ptr<ControlWidget> makeControlWidget(Control& control, QWidget& pare
 // One maker for each kind.
 std::unique_ptr<ControlWidget> makeLabel(Control&, QWidget&, FaceContext&);
 std::unique_ptr<ControlWidget> makeTextBox(Control&, QWidget&, FaceContext&);
+/// For a text box of several lines.
+std::unique_ptr<ControlWidget> makeTextArea(Control&, QWidget&, FaceContext&);
+std::unique_ptr<ControlWidget> makeOptionButton(Control&, QWidget&, FaceContext&);
+std::unique_ptr<ControlWidget> makeListView(Control&, QWidget&, FaceContext&);
 std::unique_ptr<ControlWidget> makeCheckBox(Control&, QWidget&, FaceContext&);
 std::unique_ptr<ControlWidget> makeCommandButton(Control&, QWidget&, FaceContext&);
 std::unique_ptr<ControlWidget> makeComboBox(Control&, QWidget&, FaceContext&);

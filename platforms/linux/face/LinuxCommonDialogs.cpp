@@ -108,8 +108,9 @@ void placeDialog(QFileDialog& dialog, const DialogPlacement& place) {
 std::uint32_t selectedFilter(const QFileDialog& dialog) {
     const QString chosen = dialog.selectedNameFilter();
     const QStringList filters = dialog.nameFilters();
+    const QString patterns = QStringLiteral(" (");
     for (qsizetype i = 0; i < filters.size(); ++i) {
-        if (filters[i] == chosen || filters[i].startsWith(chosen + QStringLiteral(" ("))) {
+        if (filters[i] == chosen || filters[i].left(filters[i].lastIndexOf(patterns)) == chosen) {
             return static_cast<std::uint32_t>(i + 1);
         }
     }

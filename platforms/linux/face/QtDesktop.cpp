@@ -10,6 +10,7 @@
 #include <QCursor>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPointer>
 #include <QSessionManager>
 
 #include <algorithm>
@@ -70,14 +71,18 @@ MsgBoxAnswer QtDesktop::messageBox(const MsgBoxRequest& request) {
         return closingAnswer(request.buttons);
     }
     const BusyScope busy(context_);
-    QMessageBox box(boxIcon(request.icon), shown(request.caption), shownLines(request.text),
-                    boxButtons(request.buttons), activeWindow());
-    identify(box, "msgBox");
-    box.setTextFormat(Qt::PlainText);
-    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    box.setDefaultButton(firstButton(request.buttons));
-    box.setEscapeButton(escapeButton(request.buttons));
-    return answerOf(box.exec(), request.buttons);
+    // The window before which it stands takes the box along if it goes meanwhile.
+    const QPointer<QMessageBox> box =
+        new QMessageBox(boxIcon(request.icon), shown(request.caption), shownLines(request.text),
+                        boxButtons(request.buttons), activeWindow());
+    identify(*box, "msgBox");
+    box->setTextFormat(Qt::PlainText);
+    box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    box->setDefaultButton(firstButton(request.buttons));
+    box->setEscapeButton(escapeButton(request.buttons));
+    const int pressed = box->exec();
+    delete box.data();
+    return answerOf(pressed, request.buttons);
 }
 
 bool QtDesktop::runDialog(QDialog& dialog) {

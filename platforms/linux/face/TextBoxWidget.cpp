@@ -154,6 +154,9 @@ private:
 std::unique_ptr<ControlWidget> makeTextBox(Control& control, QWidget& parent,
                                            FaceContext& context) {
     auto& textBox = static_cast<TextBox&>(control);
+    if (textBox.multiLine()) {
+        return makeTextArea(control, parent, context);
+    }
     return std::make_unique<TextBoxWidget>(textBox, new LineEdit(&parent, textBox.readOnly()),
                                            context);
 }

@@ -73,10 +73,16 @@ HWND makeChild(const Control& control, const ControlSite& site, const char* clas
 std::unique_ptr<ControlWindow> makeControlWindow(Control& control, ControlSite& site) {
     using Maker = std::unique_ptr<ControlWindow> (*)(Control&, ControlSite&);
     static const std::map<ControlKind, Maker> makers{
-        {ControlKind::Label, makeLabel},       {ControlKind::TextBox, makeTextBox},
-        {ControlKind::CheckBox, makeCheckBox}, {ControlKind::CommandButton, makeCommandButton},
-        {ControlKind::ComboBox, makeComboBox}, {ControlKind::Frame, makeFrame},
-        {ControlKind::Picture, makePicture},   {ControlKind::Timer, makeTimer},
+        {ControlKind::OptionButton, makeOptionButton},
+        {ControlKind::ListView, makeListView},
+        {ControlKind::Label, makeLabel},
+        {ControlKind::TextBox, makeTextBox},
+        {ControlKind::CheckBox, makeCheckBox},
+        {ControlKind::CommandButton, makeCommandButton},
+        {ControlKind::ComboBox, makeComboBox},
+        {ControlKind::Frame, makeFrame},
+        {ControlKind::Picture, makePicture},
+        {ControlKind::Timer, makeTimer},
     };
     const auto maker = makers.find(control.kind());
     return maker == makers.end() ? nullptr : maker->second(control, site);

@@ -38,6 +38,8 @@ public:
     virtual LayoutSize measure(const FaceFont& font, int characters, int lines) const = 0;
     /// The window tells of something that happened to it, in its own numbers.
     virtual void onNotification(int) {}
+    /// The window tells of something, or asks for something, in a record of its own.
+    virtual void onNews(NMHDR&) {}
     /// The control's time is up.
     virtual void onTimer() {}
     /// The colour of the control's text; black is the system's own.
@@ -67,6 +69,8 @@ std::unique_ptr<ControlWindow> makeControlWindow(Control& control, ControlSite& 
 // One maker for each kind.
 std::unique_ptr<ControlWindow> makeLabel(Control&, ControlSite&);
 std::unique_ptr<ControlWindow> makeTextBox(Control&, ControlSite&);
+std::unique_ptr<ControlWindow> makeOptionButton(Control&, ControlSite&);
+std::unique_ptr<ControlWindow> makeListView(Control&, ControlSite&);
 std::unique_ptr<ControlWindow> makeCheckBox(Control&, ControlSite&);
 std::unique_ptr<ControlWindow> makeCommandButton(Control&, ControlSite&);
 std::unique_ptr<ControlWindow> makeComboBox(Control&, ControlSite&);

@@ -184,6 +184,9 @@ LRESULT FormWindow::handle(UINT message, WPARAM first, LPARAM second) {
     case WM_COMMAND:
         onCommand(LOWORD(first), HIWORD(first));
         return 0;
+    case WM_NOTIFY:
+        onNews(*reinterpret_cast<NMHDR*>(second));
+        return 0;
     case WM_TIMER:
         onTimer(static_cast<int>(first));
         return 0;
@@ -244,6 +247,12 @@ void FormWindow::onCommand(int id, int notification) {
         }
     } else if (ControlWindow* own = picture(controlWithId(form_, id))) {
         own->onNotification(notification);
+    }
+}
+
+void FormWindow::onNews(NMHDR& news) {
+    if (ControlWindow* own = picture(controlWithId(form_, static_cast<int>(news.idFrom)))) {
+        own->onNews(news);
     }
 }
 

@@ -48,6 +48,7 @@ private:
 
     // What happens to the window.
     void onCommand(int id, int notification);
+    void onNews(NMHDR& news);
     void onTimer(int id);
     void onSize(WPARAM how);
     LRESULT onColour(HDC context, HWND control) const;
@@ -63,6 +64,7 @@ private:
     SIZE frameSize() const;
     void layOut();
     void placeControls();
+    void showWhatIsPlaced(const std::vector<PlacedControl>& placed);
 
     Form& form_;
     WindowContext& context_;

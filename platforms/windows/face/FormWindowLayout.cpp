@@ -115,8 +115,22 @@ void FormWindow::placeControls() {
                                rect.width, rect.height, SWP_NOZORDER | SWP_NOACTIVATE);
     }
     EndDeferWindowPos(moves);
+    showWhatIsPlaced(placed);
     // Frames leave what they hold to the form, which must paint it anew.
     InvalidateRect(window_, nullptr, TRUE);
+}
+
+void FormWindow::showWhatIsPlaced(const std::vector<PlacedControl>& placed) {
+    // What a hidden frame holds stands beside it, not in it: it has to be hidden on its own.
+    for (const Control* control : controlsInOrder(*form_.layout())) {
+        const bool seen = std::any_of(placed.begin(), placed.end(), [&](const PlacedControl& each) {
+            return each.control == control;
+        });
+        const HWND window = picture(control)->window();
+        if (seen != ((GetWindowLongA(window, GWL_STYLE) & WS_VISIBLE) != 0)) {
+            ShowWindow(window, seen ? SW_SHOWNA : SW_HIDE);
+        }
+    }
 }
 
 void FormWindow::onResolution(int resolution, const RECT& place) {

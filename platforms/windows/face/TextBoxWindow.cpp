@@ -10,7 +10,10 @@ DWORD styleOf(const TextBox& textBox) {
     const DWORD alignment = textBox.alignment() == TextAlignment::Right    ? ES_RIGHT
                             : textBox.alignment() == TextAlignment::Centre ? ES_CENTER
                                                                            : ES_LEFT;
-    return WS_TABSTOP | ES_AUTOHSCROLL | alignment | (textBox.readOnly() ? ES_READONLY : 0U);
+    const DWORD lines =
+        textBox.multiLine() ? ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL | WS_HSCROLL : 0U;
+    return WS_TABSTOP | ES_AUTOHSCROLL | lines | alignment |
+           (textBox.readOnly() ? ES_READONLY : 0U);
 }
 
 class TextBoxWindow : public ControlWindow {

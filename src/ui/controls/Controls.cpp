@@ -1,6 +1,7 @@
 #include "ui/controls/Controls.h"
 
 #include "types/RunTimeError.h"
+#include "ui/controls/Form.h"
 
 namespace tarvik {
 
@@ -21,7 +22,7 @@ void Label::setForeColour(Colour colour) {
 
 TextBox::TextBox(Form& form, std::string name, Setup setup)
     : Control(form, ControlKind::TextBox, std::move(name)), text_(std::move(setup.text)),
-      readOnly_(setup.readOnly), alignment_(setup.alignment) {
+      readOnly_(setup.readOnly), alignment_(setup.alignment), multiLine_(setup.multiLine) {
     setToolTip(std::move(setup.toolTip));
     setAccessibleName(std::move(setup.accessibleName));
 }
@@ -47,6 +48,25 @@ CheckBox::CheckBox(Form& form, std::string name, Setup setup)
 
 void CheckBox::setValue(std::uint8_t value) {
     if (assign(value_, static_cast<std::uint8_t>(value != 0 ? 1 : 0), Property::Value)) {
+        Click.raise();
+    }
+}
+
+OptionButton::OptionButton(Form& form, std::string name, Setup setup)
+    : Control(form, ControlKind::OptionButton, std::move(name)), caption_(std::move(setup.caption)),
+      mnemonic_(setup.mnemonic), value_(setup.value) {
+    setToolTip(std::move(setup.toolTip));
+}
+
+void OptionButton::setValue(bool value) {
+    if (value) {
+        for (Control* other : form().controls()) {
+            if (other != this && other->kind() == ControlKind::OptionButton) {
+                static_cast<OptionButton*>(other)->setValue(false);
+            }
+        }
+    }
+    if (assign(value_, value, Property::Value) && value) {
         Click.raise();
     }
 }

@@ -47,7 +47,8 @@ private:
     bool wrapped_;
 };
 
-/// One line of text that can be selected and copied, and typed into unless it is read-only.
+/// A text that can be selected and copied, and typed into unless it is read-only: one line, or as
+/// many as there are.
 class TextBox : public Control {
 public:
     struct Setup {
@@ -56,6 +57,7 @@ public:
         std::string accessibleName = {};
         bool readOnly = false;
         TextAlignment alignment = TextAlignment::Left;
+        bool multiLine = false;
     };
 
     TextBox(Form& form, std::string name, Setup setup);
@@ -78,6 +80,8 @@ public:
     int selLength() const { return selLength_; }
     bool readOnly() const { return readOnly_; }
     TextAlignment alignment() const { return alignment_; }
+    /// Lines are set apart by a carriage return and a line feed.
+    bool multiLine() const { return multiLine_; }
 
 private:
     std::string text_;
@@ -85,6 +89,7 @@ private:
     int selLength_ = 0;
     bool readOnly_;
     TextAlignment alignment_;
+    bool multiLine_;
 };
 
 /// A box that is ticked or not; one that is read-only shows something and takes no click.
@@ -116,6 +121,32 @@ private:
     char mnemonic_;
     bool readOnly_;
     std::uint8_t value_ = 0;
+};
+
+/// One of several choices: choosing it takes the choice from all others of its form.
+class OptionButton : public Control {
+public:
+    struct Setup {
+        std::string caption;
+        std::string toolTip = {};
+        char mnemonic = 0;
+        bool value = false;
+    };
+
+    OptionButton(Form& form, std::string name, Setup setup);
+
+    /// Raised when it has been chosen, by the user or the program.
+    Event<> Click;
+
+    const std::string& caption() const { return caption_; }
+    char mnemonic() const { return mnemonic_; }
+    bool value() const { return value_; }
+    void setValue(bool value);
+
+private:
+    std::string caption_;
+    char mnemonic_;
+    bool value_;
 };
 
 /// A push button.

@@ -1,5 +1,7 @@
 #include "ui/controls/Layout.h"
 
+#include "ui/controls/Control.h"
+
 namespace tarvik {
 
 namespace {
@@ -60,6 +62,21 @@ LayoutNode blank() {
 std::vector<Control*> controlsInOrder(const LayoutNode& root) {
     std::vector<Control*> order;
     collect(root, order);
+    return order;
+}
+
+std::vector<Control*> seenControlsInOrder(const LayoutNode& root) {
+    std::vector<Control*> order;
+    if (root.control != nullptr) {
+        if (!root.control->visible()) {
+            return order;
+        }
+        order.push_back(root.control);
+    }
+    for (const LayoutNode& child : root.children) {
+        const std::vector<Control*> inner = seenControlsInOrder(child);
+        order.insert(order.end(), inner.begin(), inner.end());
+    }
     return order;
 }
 

@@ -49,4 +49,7 @@ LayoutNode blank();
 /// Every control of the tree in tree order, frames before what they hold.
 std::vector<Control*> controlsInOrder(const LayoutNode& root);
 
+/// Those of them that are seen: what a frame holds is seen with its frame only.
+std::vector<Control*> seenControlsInOrder(const LayoutNode& root);
+
 } // namespace tarvik

@@ -1,0 +1,43 @@
+#include "linux/face/ControlWidget.h"
+#include "linux/face/FaceText.h"
+#include "ui/controls/Controls.h"
+
+#include <QRadioButton>
+
+namespace tarvik::face {
+
+namespace {
+
+class OptionButtonWidget : public ControlWidget {
+public:
+    OptionButtonWidget(OptionButton& option, QRadioButton* widget, FaceContext& context)
+        : ControlWidget(option, widget, context), option_(option), widget_(widget) {
+        widget->setText(withMnemonic(option.caption(), option.mnemonic()));
+        // The model takes the choice from the others, wherever they stand.
+        widget->setAutoExclusive(false);
+        refresh(Property::Value);
+        QObject::connect(widget, &QRadioButton::clicked, widget,
+                         [this] { fromUser(Property::Value, [&] { option_.setValue(true); }); });
+    }
+
+protected:
+    void refreshOwn(Property changed) override {
+        if (changed == Property::Value) {
+            widget_->setChecked(option_.value());
+        }
+    }
+
+private:
+    OptionButton& option_;
+    QRadioButton* widget_;
+};
+
+} // namespace
+
+std::unique_ptr<ControlWidget> makeOptionButton(Control& control, QWidget& parent,
+                                                FaceContext& context) {
+    return std::make_unique<OptionButtonWidget>(static_cast<OptionButton&>(control),
+                                                new QRadioButton(&parent), context);
+}
+
+} // namespace tarvik::face
