@@ -6,6 +6,7 @@
 #include "startup/mdlVar.h"
 #include "types/Convert.h"
 #include "ui/Forms.h"
+#include "ui/mdlGUI.h"
 #include "ui/mdlSysTray.h"
 
 #include <algorithm>
@@ -17,9 +18,6 @@ namespace {
 constexpr std::int64_t bytesInMegaByte = 1'048'576;
 constexpr std::int64_t millisecondsInMinute = 60'000;
 constexpr std::int64_t millisecondsInHour = 60 * millisecondsInMinute;
-
-constexpr std::uint32_t informationIcon = 1;
-constexpr std::uint32_t balloonMilliseconds = 10'000;
 
 /// A limit that no counter can reach counts as the largest amount there is.
 Currency atMostLargest(std::int64_t whole) {
@@ -59,12 +57,6 @@ bool durationLimitExceeded() {
                                    s.DurationLimitMin.value() * millisecondsInMinute);
 }
 
-void showWarning() {
-    Form& warning = forms().frmWarning;
-    warning.setVisible(true);
-    warning.bringToFront();
-}
-
 void checkLimits() {
     const State& s = state();
     if (s.TransferLimitHangUp == 0 && s.TransferLimitWarning == 0) {
@@ -76,7 +68,7 @@ void checkLimits() {
         return;
     }
     if (s.TransferLimitWarning != 0 && s.LimitWarningArmed) {
-        showWarning();
+        ToggleFormVisibility(forms().frmWarning, true);
     }
     if (s.TransferLimitHangUp != 0 && s.ConnectionActive) {
         HangUp();

@@ -54,8 +54,7 @@ void cmdOptions_Click() {
         if (!options.visible()) {
             InitControls();
         }
-        options.setVisible(true);
-        options.bringToFront();
+        ToggleFormVisibility(options, true);
     });
 }
 

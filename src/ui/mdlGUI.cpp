@@ -93,11 +93,9 @@ void tellOfMinimising() {
     if (std::exchange(forms().frmSysTray.minimisingTold, true)) {
         return;
     }
-    constexpr std::uint32_t informationIcon = 1;
-    constexpr std::uint32_t milliseconds = 10'000;
     const std::string text = std::string("This desktop has no notification area.") + CR +
                              "The main window is minimised instead of being hidden.";
-    if (!ShowBalloonTip(text, "Velmars Tarvik", informationIcon, milliseconds)) {
+    if (!ShowBalloonTip(text, "Velmars Tarvik", informationIcon, balloonMilliseconds)) {
         MsgBox(text, MsgBoxButtons::OkOnly, MsgBoxIcon::Information);
     }
 }

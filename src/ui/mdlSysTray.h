@@ -18,8 +18,12 @@ bool ToggleSysTray(TrayState IconState, TrayState TipState);
 /// back.
 bool IsInSysTray();
 
+/// The sign for information, and how long the program's notes are shown.
+inline constexpr std::uint32_t informationIcon = 1;
+inline constexpr std::uint32_t balloonMilliseconds = 10'000;
+
 /// Shows a note beside the icon, or wherever the desktop shows notes, for so many milliseconds.
-/// `Icon` 1 is the sign for information. The text ends after 255 characters, the title after 63; a
+/// The text ends after 255 characters, the title after 63; a
 /// carriage return separates lines. False where no note was shown.
 bool ShowBalloonTip(const std::string& Text, const std::string& Title, std::uint32_t Icon,
                     std::uint32_t Timeout);

@@ -64,7 +64,7 @@ private:
     SIZE frameSize() const;
     void layOut();
     void placeControls();
-    void showWhatIsPlaced(const std::vector<PlacedControl>& placed);
+    void showWhatIsSeen();
 
     Form& form_;
     WindowContext& context_;

@@ -115,17 +115,17 @@ void FormWindow::placeControls() {
                                rect.width, rect.height, SWP_NOZORDER | SWP_NOACTIVATE);
     }
     EndDeferWindowPos(moves);
-    showWhatIsPlaced(placed);
+    showWhatIsSeen();
     // Frames leave what they hold to the form, which must paint it anew.
     InvalidateRect(window_, nullptr, TRUE);
 }
 
-void FormWindow::showWhatIsPlaced(const std::vector<PlacedControl>& placed) {
+void FormWindow::showWhatIsSeen() {
     // What a hidden frame holds stands beside it, not in it: it has to be hidden on its own.
+    const std::vector<Control*> seenControls = seenControlsInOrder(*form_.layout());
     for (const Control* control : controlsInOrder(*form_.layout())) {
-        const bool seen = std::any_of(placed.begin(), placed.end(), [&](const PlacedControl& each) {
-            return each.control == control;
-        });
+        const bool seen =
+            std::find(seenControls.begin(), seenControls.end(), control) != seenControls.end();
         const HWND window = picture(control)->window();
         if (seen != ((GetWindowLongA(window, GWL_STYLE) & WS_VISIBLE) != 0)) {
             ShowWindow(window, seen ? SW_SHOWNA : SW_HIDE);
