@@ -1,6 +1,8 @@
 #include "scripted/TextPicture.h"
 
 #include "scripted/CellCanvas.h"
+#include "types/Convert.h"
+#include "ui/controls/Chart.h"
 #include "ui/controls/Form.h"
 #include "ui/controls/LayoutSolver.h"
 #include "ui/controls/ListView.h"
@@ -75,6 +77,14 @@ const Kind& as(const Control& control) {
     return static_cast<const Kind&>(control);
 }
 
+std::string chartText(const Chart& chart) {
+    return "[chart: " + chart.title() + "]";
+}
+
+std::string progressText(const ProgressBar& bar) {
+    return toText(Long(bar.value())) + " %";
+}
+
 /// The size of a control's content, for an item of at least that many characters.
 LayoutSize contentSize(const Control& control, int characters) {
     switch (control.kind()) {
@@ -103,6 +113,10 @@ LayoutSize contentSize(const Control& control, int characters) {
         return {boxSides + std::max(characters, width(as<CommandButton>(control).caption())), 1};
     case ControlKind::ComboBox:
         return {boxSides + std::max(characters, width(as<ComboBox>(control).text())), 1};
+    case ControlKind::Chart:
+        return {std::max(characters, width(chartText(as<Chart>(control)))), 1};
+    case ControlKind::ProgressBar:
+        return {std::max(characters, boxSides + width(progressText(as<ProgressBar>(control)))), 1};
     case ControlKind::Frame:
         return {titleSides + width(as<Frame>(control).caption()), 0};
     case ControlKind::Picture:
@@ -204,6 +218,11 @@ void draw(CellCanvas& canvas, const Control& control, const LayoutRect& rect) {
         return drawButton(canvas, as<CommandButton>(control), rect);
     case ControlKind::ComboBox:
         return drawCombo(canvas, as<ComboBox>(control), rect);
+    case ControlKind::Chart:
+        return canvas.text(rect.left, rect.top, rect.width, chartText(as<Chart>(control)));
+    case ControlKind::ProgressBar:
+        return drawBox(canvas, rect, '[', progressText(as<ProgressBar>(control)), ']',
+                       TextAlignment::Left);
     case ControlKind::Frame:
         return canvas.border(rect.left, rect.top, rect.width, rect.height,
                              as<Frame>(control).caption());

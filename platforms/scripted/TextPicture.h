@@ -14,6 +14,8 @@ class Form;
 ///     [x] Caption       a check box, `[ ] Caption` when it is not ticked
 ///     < Caption >       a button, `- Caption -` a disabled one
 ///     [text        v]   a combo box
+///     [chart: Title]    a chart
+///     [ 40 % ]          a progress bar
 ///     (*)               a picture
 ///
 /// A cell that two controls claim shows `#`.

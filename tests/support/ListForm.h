@@ -30,12 +30,13 @@ public:
     TextBox txtOther{*this, "txtOther", {.accessibleName = "Other"}};
 
     /// So many rows: "1" and "row 1", and so on.
-    void fill(int count) {
-        lvwRows.setRows(count, [this](int row, int column) {
+    void fill(int count, std::vector<std::string> longestTexts = {}) {
+        const auto cell = [this](int row, int column) {
             ++cellsAsked;
             const std::string number = std::to_string(row + 1);
             return column == 0 ? number : "row " + number;
-        });
+        };
+        lvwRows.setRows(count, cell, std::move(longestTexts));
     }
 
     int cellsAsked = 0;

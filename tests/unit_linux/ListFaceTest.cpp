@@ -110,7 +110,9 @@ TEST_F(ListFaceTest, HeadersMayBeFlat) {
 }
 
 TEST_F(ListFaceTest, ColumnsFitTheirLongestText) {
-    form.lvwRows.fitColumns({"1", "a much longer name than the header"});
+    form.fill(1, {"1", "a much longer name than the header"});
+
+    form.lvwRows.fitColumns(ColumnFit::Contents);
 
     const QFontMetrics metrics = table().fontMetrics();
     EXPECT_GE(table().columnWidth(1),

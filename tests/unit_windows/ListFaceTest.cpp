@@ -141,7 +141,9 @@ TEST_F(ListFaceTest, HeadersMayBeFlat) {
 }
 
 TEST_F(ListFaceTest, ColumnsFitTheirLongestText) {
-    form.lvwRows.fitColumns({"1", "a much longer name than the header"});
+    form.fill(1, {"1", "a much longer name than the header"});
+
+    form.lvwRows.fitColumns(ColumnFit::Contents);
 
     const auto width = [this](WPARAM column) {
         return SendMessageA(list(), LVM_GETCOLUMNWIDTH, column, 0);

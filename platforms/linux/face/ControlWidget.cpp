@@ -62,6 +62,8 @@ std::unique_ptr<ControlWidget> makeControlWidget(Control& control, QWidget& pare
     static const std::map<ControlKind, Maker> makers{
         {ControlKind::OptionButton, makeOptionButton},
         {ControlKind::ListView, makeListView},
+        {ControlKind::Chart, makeChart},
+        {ControlKind::ProgressBar, makeProgressBar},
         {ControlKind::Label, makeLabel},
         {ControlKind::TextBox, makeTextBox},
         {ControlKind::CheckBox, makeCheckBox},

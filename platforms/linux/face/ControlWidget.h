@@ -44,6 +44,8 @@ std::unique_ptr<ControlWidget> makeListView(Control&, QWidget&, FaceContext&);
 std::unique_ptr<ControlWidget> makeCheckBox(Control&, QWidget&, FaceContext&);
 std::unique_ptr<ControlWidget> makeCommandButton(Control&, QWidget&, FaceContext&);
 std::unique_ptr<ControlWidget> makeComboBox(Control&, QWidget&, FaceContext&);
+std::unique_ptr<ControlWidget> makeChart(Control&, QWidget&, FaceContext&);
+std::unique_ptr<ControlWidget> makeProgressBar(Control&, QWidget&, FaceContext&);
 std::unique_ptr<ControlWidget> makeFrame(Control&, QWidget&, FaceContext&);
 std::unique_ptr<ControlWidget> makePicture(Control&, QWidget&, FaceContext&);
 std::unique_ptr<ControlWidget> makeTimer(Control&, QWidget&, FaceContext&);

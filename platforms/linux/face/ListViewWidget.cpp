@@ -131,10 +131,12 @@ private:
 
     void fitColumns() {
         constexpr int aroundText = 16;
+        const bool toContents = list_.columnFit() == ColumnFit::Contents;
         const auto& longest = list_.longestTexts();
         for (int column = 0; column < rows_->columnCount(); ++column) {
             const auto place = static_cast<std::size_t>(column);
-            const QString text = place < longest.size() ? shown(longest[place]) : QString();
+            const QString text =
+                toContents && place < longest.size() ? shown(longest[place]) : QString();
             const int header = widget_->horizontalHeader()->sectionSizeHint(column);
             const int width = widget_->fontMetrics().horizontalAdvance(text) + aroundText;
             widget_->setColumnWidth(column, std::max(header, width));

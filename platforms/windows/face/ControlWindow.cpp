@@ -75,6 +75,8 @@ std::unique_ptr<ControlWindow> makeControlWindow(Control& control, ControlSite& 
     static const std::map<ControlKind, Maker> makers{
         {ControlKind::OptionButton, makeOptionButton},
         {ControlKind::ListView, makeListView},
+        {ControlKind::Chart, makeChart},
+        {ControlKind::ProgressBar, makeProgressBar},
         {ControlKind::Label, makeLabel},
         {ControlKind::TextBox, makeTextBox},
         {ControlKind::CheckBox, makeCheckBox},

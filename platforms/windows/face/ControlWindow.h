@@ -74,6 +74,8 @@ std::unique_ptr<ControlWindow> makeListView(Control&, ControlSite&);
 std::unique_ptr<ControlWindow> makeCheckBox(Control&, ControlSite&);
 std::unique_ptr<ControlWindow> makeCommandButton(Control&, ControlSite&);
 std::unique_ptr<ControlWindow> makeComboBox(Control&, ControlSite&);
+std::unique_ptr<ControlWindow> makeChart(Control&, ControlSite&);
+std::unique_ptr<ControlWindow> makeProgressBar(Control&, ControlSite&);
 std::unique_ptr<ControlWindow> makeFrame(Control&, ControlSite&);
 std::unique_ptr<ControlWindow> makePicture(Control&, ControlSite&);
 std::unique_ptr<ControlWindow> makeTimer(Control&, ControlSite&);

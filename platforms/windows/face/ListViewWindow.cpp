@@ -137,9 +137,10 @@ private:
 
     void fitColumns() {
         constexpr int aroundText = 16;
+        const bool toContents = list_.columnFit() == ColumnFit::Contents;
         const auto& longest = list_.longestTexts();
         for (std::size_t i = 0; i < list_.columns().size(); ++i) {
-            const std::string& text = i < longest.size() ? longest[i] : std::string();
+            const std::string& text = toContents && i < longest.size() ? longest[i] : std::string();
             const int width = std::max(widthOf(text), widthOf(list_.columns()[i].header));
             SendMessageA(window(), LVM_SETCOLUMNWIDTH, i, width + aroundText);
         }

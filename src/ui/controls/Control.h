@@ -16,6 +16,8 @@ enum class ControlKind {
     CommandButton,
     ComboBox,
     ListView,
+    Chart,
+    ProgressBar,
     Frame,
     Picture,
     Timer,
@@ -39,6 +41,7 @@ enum class Property {
     ColumnWidths,
     Interval,
     Drawing,
+    Reading,
     Entries,
 };
 

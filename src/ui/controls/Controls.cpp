@@ -3,6 +3,8 @@
 #include "types/RunTimeError.h"
 #include "ui/controls/Form.h"
 
+#include <algorithm>
+
 namespace tarvik {
 
 Label::Label(Form& form, std::string name, Setup setup)
@@ -119,6 +121,16 @@ void ComboBox::setListIndex(int index) {
 
 std::string ComboBox::text() const {
     return listIndex_ == none ? std::string() : items_[static_cast<std::size_t>(listIndex_)];
+}
+
+ProgressBar::ProgressBar(Form& form, std::string name, Setup setup)
+    : Control(form, ControlKind::ProgressBar, std::move(name)) {
+    setToolTip(std::move(setup.toolTip));
+    setAccessibleName(std::move(setup.accessibleName));
+}
+
+void ProgressBar::setValue(int percent) {
+    assign(value_, std::clamp(percent, 0, complete), Property::Value);
 }
 
 Frame::Frame(Form& form, std::string name, Setup setup)

@@ -208,6 +208,27 @@ private:
     int listIndex_ = none;
 };
 
+/// Shows how far a piece of work is.
+class ProgressBar : public Control {
+public:
+    static constexpr int complete = 100;
+
+    struct Setup {
+        std::string toolTip = {};
+        std::string accessibleName = {};
+    };
+
+    ProgressBar(Form& form, std::string name, Setup setup);
+
+    /// Percent.
+    int value() const { return value_; }
+    /// Below 0 is 0, above 100 is 100.
+    void setValue(int percent);
+
+private:
+    int value_ = 0;
+};
+
 /// A titled border around other controls.
 class Frame : public Control {
 public:

@@ -10,9 +10,10 @@ ListView::ListView(Form& form, std::string name, Setup setup)
     setAccessibleName(std::move(setup.accessibleName));
 }
 
-void ListView::setRows(int count, Cell cell) {
+void ListView::setRows(int count, Cell cell, std::vector<std::string> longestTexts) {
     rowCount_ = count;
     cell_ = std::move(cell);
+    longestTexts_ = std::move(longestTexts);
     selectedRow_ = none;
     tell(Property::Items);
 }
@@ -34,8 +35,8 @@ void ListView::setHeadersClickable(bool clickable) {
     assign(headersClickable_, clickable, Property::Headers);
 }
 
-void ListView::fitColumns(std::vector<std::string> longestTexts) {
-    longestTexts_ = std::move(longestTexts);
+void ListView::fitColumns(ColumnFit fit) {
+    columnFit_ = fit;
     // Told each time: the user may have made columns wider or narrower.
     tell(Property::ColumnWidths);
 }

@@ -14,6 +14,9 @@ struct ListColumn {
     TextAlignment alignment = TextAlignment::Left;
 };
 
+/// What columns are made as wide as. They never cut their headers.
+enum class ColumnFit { Headers, Contents };
+
 /// A table of texts with a header, of which one row, or none, is selected. It keeps no row: whoever
 /// fills it is asked for the texts that are to be seen, so that a million rows cost no more than a
 /// screenful.
@@ -37,8 +40,9 @@ public:
 
     const std::vector<ListColumn>& columns() const { return columns_; }
     int rowCount() const { return rowCount_; }
-    /// Puts other rows in place of those that are there; none is selected then.
-    void setRows(int count, Cell cell);
+    /// Puts other rows in place of those that are there; none is selected then. Whoever fills the
+    /// list knows the longest text of each column.
+    void setRows(int count, Cell cell, std::vector<std::string> longestTexts = {});
     /// Empty outside the list.
     std::string cell(int row, int column) const;
 
@@ -51,8 +55,10 @@ public:
     bool headersClickable() const { return headersClickable_; }
     void setHeadersClickable(bool clickable);
 
-    /// Makes each column as wide as its longest text, which whoever fills the list knows.
-    void fitColumns(std::vector<std::string> longestTexts);
+    /// Sets the width of all columns.
+    void fitColumns(ColumnFit fit);
+    ColumnFit columnFit() const { return columnFit_; }
+    /// Of each column; fewer than there are columns when they are not known.
     const std::vector<std::string>& longestTexts() const { return longestTexts_; }
 
 private:
@@ -61,6 +67,7 @@ private:
     Cell cell_;
     int selectedRow_ = none;
     bool headersClickable_ = true;
+    ColumnFit columnFit_ = ColumnFit::Headers;
     std::vector<std::string> longestTexts_;
 };
 

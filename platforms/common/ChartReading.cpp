@@ -1,0 +1,32 @@
+#include "common/ChartReading.h"
+
+#include <algorithm>
+
+namespace tarvik::face {
+
+void goOn(Chart& chart, ReadingStep step) {
+    constexpr int pages = 20;
+    const int page = std::max(1, chart.rowCount() / pages);
+    switch (step) {
+    case ReadingStep::Back:
+        return chart.moveReading(-1);
+    case ReadingStep::On:
+        return chart.moveReading(1);
+    case ReadingStep::PageBack:
+        return chart.moveReading(-page);
+    case ReadingStep::PageOn:
+        return chart.moveReading(page);
+    case ReadingStep::First:
+        return chart.setReadRow(0);
+    case ReadingStep::Last:
+        return chart.setReadRow(chart.rowCount() - 1);
+    }
+}
+
+std::string spokenName(const Chart& chart) {
+    const std::string reading = chart.reading();
+    const bool both = !chart.title().empty() && !reading.empty();
+    return chart.title() + (both ? ". " : "") + reading;
+}
+
+} // namespace tarvik::face

@@ -1,0 +1,116 @@
+#pragma once
+
+#include "types/LocaleData.h"
+#include "ui/controls/Control.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tarvik {
+
+/// How a chart draws its values, as charting libraries number it.
+enum class ChartType { Bar = 1, Line = 3, Area = 5, Step = 7 };
+
+/// The axes by their numbers.
+enum class ChartAxisId { X = 0, Y = 1, SecondY = 2 };
+
+/// How grid lines are drawn, as charting libraries number it.
+enum class GridPen { None = 0, Ditted = 6 };
+
+/// One axis of a chart.
+struct ChartAxis {
+    std::string title;
+    GridPen majorPen = GridPen::None;
+    GridPen minorPen = GridPen::None;
+    /// Parts that the scale of values is divided into, and lines within each part.
+    int majorDivisions = 10;
+    int minorDivisions = 1;
+
+    friend bool operator==(const ChartAxis&, const ChartAxis&) = default;
+};
+
+/// A chart of one or two columns of values (series) over rows (categories). Rows and columns are
+/// counted from 0. Values are written cell by cell and shown by `showData`.
+class Chart : public Control {
+public:
+    static constexpr int none = -1;
+    static constexpr int mostColumns = 2;
+
+    struct Setup {
+        std::string title = {};
+        std::string toolTip = {};
+    };
+
+    using RowLabel = std::function<std::string(int row)>;
+
+    Chart(Form& form, std::string name, Setup setup);
+
+    const std::string& title() const { return title_; }
+    void setTitle(std::string title);
+    ChartType type() const { return type_; }
+    void setType(ChartType type);
+    /// Whether a key names the columns.
+    bool showsLegend() const { return showsLegend_; }
+    void setShowsLegend(bool shown);
+    const ChartAxis& axis(ChartAxisId id) const { return axes_[indexOf(id)]; }
+    void setAxis(ChartAxisId id, ChartAxis axis);
+    /// Separators of the numbers that are shown.
+    const LocaleData& locale() const { return locale_; }
+    void setLocale(const LocaleData& locale) { locale_ = locale; }
+
+    int columnCount() const { return columnCount_; }
+    int rowCount() const { return rowCount_; }
+    /// 1 or 2, else SubscriptOutOfRange (9). Values that are there stay.
+    void setColumnCount(int count);
+    /// Values of rows that are there stay; new ones are 0. Raises SubscriptOutOfRange (9) below 0.
+    void setRowCount(int count);
+    const std::string& columnLabel(int column) const;
+    void setColumnLabel(int column, std::string label);
+    /// Asked for the label of a row when it is to be seen.
+    void setRowLabels(RowLabel labels) { rowLabels_ = std::move(labels); }
+    std::string rowLabel(int row) const;
+
+    /// Raises SubscriptOutOfRange (9) outside rows and columns. Seen after `showData`.
+    void setData(int column, int row, double value);
+    double data(int column, int row) const { return values(column)[static_cast<std::size_t>(row)]; }
+    /// All values of a column.
+    const std::vector<double>& values(int column) const {
+        return values_[static_cast<std::size_t>(column)];
+    }
+    /// Shows what was written. Nothing is read off any more.
+    void showData();
+    /// Grows with each `showData`.
+    std::uint32_t generation() const { return generation_; }
+
+    /// The row whose values are read off, or `none`.
+    int readRow() const { return readRow_; }
+    /// A row outside the chart is `none`.
+    void setReadRow(int row);
+    /// Goes on by so many rows, but not beyond the ends. The first step of all leads to the first
+    /// row, or, backwards, to the last.
+    void moveReading(int rows);
+    /// What is read off: "17: Sent 1,234"; empty for nothing.
+    std::string reading() const;
+
+private:
+    static std::size_t indexOf(ChartAxisId id) { return static_cast<std::size_t>(id); }
+
+    std::string title_;
+    ChartType type_ = ChartType::Line;
+    bool showsLegend_ = true;
+    std::array<ChartAxis, 3> axes_;
+    LocaleData locale_;
+    int columnCount_ = 1;
+    int rowCount_ = 0;
+    std::array<std::string, mostColumns> columnLabels_;
+    RowLabel rowLabels_;
+    std::array<std::vector<double>, mostColumns> values_;
+    std::uint32_t generation_ = 0;
+    int readRow_ = none;
+};
+
+} // namespace tarvik

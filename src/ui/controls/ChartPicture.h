@@ -1,0 +1,98 @@
+#pragma once
+
+#include "ui/controls/Canvas.h"
+#include "ui/controls/Chart.h"
+#include "ui/controls/ChartPalette.h"
+#include "ui/controls/ChartScale.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tarvik {
+
+/// A rectangle of pixels: `right` and `bottom` belong to it no more.
+struct CanvasArea {
+    double left = 0;
+    double top = 0;
+    double right = 0;
+    double bottom = 0;
+
+    double width() const { return right - left; }
+    double height() const { return bottom - top; }
+    friend bool operator==(const CanvasArea&, const CanvasArea&) = default;
+};
+
+/// Draws a chart on a canvas. It remembers, from one drawing to the next, where things stand and
+/// what the columns of pixels hold, so that a moving pointer costs little.
+class ChartPicture {
+public:
+    explicit ChartPicture(const Chart& chart) : chart_(chart) {}
+
+    void draw(Canvas& canvas, const ChartPalette& palette);
+
+    /// The row that stands at that many pixels from the left; `Chart::none` beside the plot. For
+    /// the canvas that was drawn on last.
+    int rowAt(double x) const;
+    /// Where the values stood in the last drawing.
+    const CanvasArea& plot() const { return plot_; }
+
+private:
+    /// What the rows that share a column of pixels hold.
+    struct Span {
+        double low = 0;
+        double high = 0;
+        double last = 0;
+    };
+    using Points = std::vector<CanvasPoint>;
+
+    // Where things stand.
+    void measure(const Canvas& canvas);
+    void takeData();
+    void fillSpans(int column);
+    double widestValueLabel(const Canvas& canvas) const;
+    std::string valueLabel(int division) const;
+    double rowWidth() const { return plot_.width() / chart_.rowCount(); }
+    double xOf(double row) const { return plot_.left + row * rowWidth(); }
+    double yOf(double value) const;
+    bool crowded() const;
+
+    // The sheet around the values.
+    void drawGrid(Canvas& canvas, const ChartPalette& palette) const;
+    void drawAxes(Canvas& canvas, const ChartPalette& palette) const;
+    void drawValueLabels(Canvas& canvas, const ChartPalette& palette) const;
+    void drawRowLabels(Canvas& canvas, const ChartPalette& palette) const;
+    void drawTitles(Canvas& canvas, const ChartPalette& palette) const;
+    void drawKey(Canvas& canvas, const ChartPalette& palette) const;
+    void drawReading(Canvas& canvas, const ChartPalette& palette) const;
+
+    // The values: room that is filled first, lines above all of it.
+    void fillColumn(Canvas& canvas, const ChartPalette& palette, int column) const;
+    void fillBars(Canvas& canvas, const Colour& colour, int column) const;
+    void outlineColumn(Canvas& canvas, const ChartPalette& palette, int column) const;
+    void drawCrowdedLine(Canvas& canvas, const Colour& colour, int column) const;
+    void fillCrowded(Canvas& canvas, const Colour& colour, int column) const;
+    Points plainLine(int column) const;
+    Points plainSteps(int column) const;
+    void drawMark(Canvas& canvas, const Colour& colour, int column, CanvasPoint at) const;
+    void drawMarks(Canvas& canvas, const Colour& colour, int column) const;
+
+    const Chart& chart_;
+    CanvasPoint size_;
+    CanvasArea plot_;
+    double unit_ = 1;       ///< pixels of one plain pixel
+    double lineHeight_ = 0; ///< of a text
+    double margin_ = 0;
+    int labelStep_ = 1; ///< rows from one label to the next
+    ValueScale scale_;
+    /// What the values below stand for: the chart's generation and columns.
+    std::optional<std::uint32_t> generation_;
+    int columns_ = 0;
+    double least_ = 0;
+    double most_ = 0;
+    std::array<std::vector<Span>, Chart::mostColumns> spans_;
+};
+
+} // namespace tarvik

@@ -1,0 +1,63 @@
+#include "ui/controls/ChartScale.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+
+namespace tarvik {
+
+namespace {
+
+/// Steps that are round and, from one to the next, grow by less than half.
+constexpr std::array<double, 9> roundSteps{1, 1.5, 2, 2.5, 3, 4, 5, 6, 8};
+
+/// The number of decimals that `digit` times a power of ten has.
+int decimalsOf(double digit, int exponent) {
+    const bool halves = digit != std::floor(digit);
+    return std::max(0, (halves ? 1 : 0) - exponent);
+}
+
+bool holds(const ValueScale& scale, double most) {
+    // Sums of steps fall short of round numbers by rounding errors.
+    constexpr double tolerance = 1e-9;
+    return scale.high() >= most - scale.step * tolerance;
+}
+
+} // namespace
+
+ValueScale valueScale(double least, double most, int divisions) {
+    least = std::min(least, 0.0);
+    most = std::max(most, 0.0);
+    if (least == most) {
+        most = 1;
+    }
+    for (int exponent = static_cast<int>(std::floor(std::log10((most - least) / divisions)));;
+         ++exponent) {
+        for (const double digit : roundSteps) {
+            const double step = digit * std::pow(10.0, exponent);
+            const ValueScale scale{.low = std::floor(least / step) * step,
+                                   .step = step,
+                                   .divisions = divisions,
+                                   .decimals = decimalsOf(digit, exponent)};
+            if (holds(scale, most)) {
+                return scale;
+            }
+        }
+    }
+}
+
+int labelStep(int rows, int most) {
+    std::int64_t power = 1;
+    while (true) {
+        for (const int digit : {1, 2, 5}) {
+            const std::int64_t step = digit * power;
+            if ((rows + step - 1) / step <= most) {
+                return static_cast<int>(step);
+            }
+        }
+        power *= 10;
+    }
+}
+
+} // namespace tarvik
