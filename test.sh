@@ -35,7 +35,7 @@ build() {
 
 packages() {
     # shellcheck disable=SC2086
-    install_missing $packages_build $packages_test $packages_display $packages_network $packages_windows $packages_wine
+    install_missing $packages_build $packages_test $packages_display $packages_office $packages_network $packages_windows $packages_wine
 }
 
 lint() {
@@ -85,7 +85,7 @@ tests_sanitized() {
 
 system_tests() {
     # shellcheck disable=SC2086
-    needs $packages_build $packages_display || return $cannot_run
+    needs $packages_build $packages_display $packages_office || return $cannot_run
     TARVIK_DEMO="$PWD/build/debug/bin/tarvik-demo" \
         /usr/bin/python3 -B -m unittest discover -s tests/system -t tests/system
 }
@@ -139,7 +139,7 @@ wine() {
 }
 
 # on_windows PROGRAM ARGUMENT...: runs a built test program under Wine, in a folder of its own beside
-# the other programs.
+# the other programs. What was exported there is opened in a spreadsheet program afterwards.
 on_windows() {
     local folder status program=$1
     shift
@@ -148,6 +148,9 @@ on_windows() {
     cp build/windows/bin/*.exe "$folder"
     WINE32_DESKTOP=1 WINE32_TIMEOUT=300 scripts/wine32.sh run "$folder/$program.exe" --gtest_brief=1 "$@"
     status=$?
+    if [ -e "$folder/exported.csv" ]; then
+        /usr/bin/python3 -B tests/support/check_csv.py "$folder"/exported.{ini,csv} || status=1
+    fi
     rm -rf "$folder"
     return $status
 }
@@ -172,6 +175,8 @@ scenarios_windows() {
 
 programs_windows() {
     local status=0 only='WithoutServiceTest.*'
+    # shellcheck disable=SC2086
+    needs $packages_office || return $cannot_run
     TARVIK_WINDOWS_BIN="$PWD/build/windows/bin" \
         /usr/bin/python3 -B -m unittest discover -s tests/program_windows || status=1
     with_stand_in outside_tests "--gtest_filter=-$only" || status=$?

@@ -5,6 +5,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <optional>
 
 namespace tarvik {
 
@@ -192,8 +193,22 @@ private:
     bool negative_ = false;
 };
 
+/// The number that digits alone make, as most texts do; nothing for another text or so many digits
+/// that the number might not fit.
+std::optional<std::int64_t> plainNumber(std::string_view text) {
+    constexpr std::size_t mostDigits = 14;
+    const char* const end = text.data() + text.size();
+    std::uint64_t number = 0;
+    const bool plain = !text.empty() && text.size() <= mostDigits &&
+                       std::from_chars(text.data(), end, number).ptr == end;
+    return plain ? std::optional(static_cast<std::int64_t>(number)) : std::nullopt;
+}
+
 /// The number in the text times 10^decimals.
 std::int64_t readScaled(std::string_view text, const LocaleData& locale, int decimals) {
+    if (const auto number = plainNumber(text)) {
+        return *number * (decimals == 0 ? 1 : Currency::scale);
+    }
     NumberReader reader(text, locale);
     if (!reader.parse()) {
         raise(ErrorNumber::TypeMismatch);

@@ -89,13 +89,11 @@ public:
                                 {.caption = "Statistics...",
                                  .toolTip = "Show statistics about the current connection",
                                  .mnemonic = 'S'}};
-    // Not offered before there is a window behind it.
     CommandButton cmdHistory{*this,
                              "cmdHistory",
                              {.caption = "History...",
                               .toolTip = "This shows a history dialog to see past traffic",
-                              .mnemonic = 'H',
-                              .enabled = false}};
+                              .mnemonic = 'H'}};
     CommandButton cmdOptions{*this,
                              "cmdOptions",
                              {.caption = "Options...",

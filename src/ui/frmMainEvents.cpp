@@ -8,6 +8,7 @@
 #include "startup/mdlTools.h"
 #include "startup/mdlVar.h"
 #include "ui/Forms.h"
+#include "ui/frmHistoryEvents.h"
 #include "ui/frmOptionsEvents.h"
 #include "ui/frmStatisticsEvents.h"
 #include "ui/frmSysTrayEvents.h"
@@ -58,6 +59,10 @@ void cmdOptions_Click() {
     });
 }
 
+void cmdHistory_Click() {
+    guarded("cmdHistory_Click", [] { ToggleFormVisibility(forms().frmHistory, true); });
+}
+
 void cmdStatistics_Click() {
     guarded("cmdStatistics_Click", [] { ToggleFormVisibility(forms().frmStatistics, true); });
 }
@@ -92,6 +97,7 @@ void connectEvents() {
     f.frmMain.cmdConnect.Click.connect(cmdConnect_Click);
     f.frmMain.cmdDisconnect.Click.connect(cmdDisconnect_Click);
     f.frmMain.cboConnections.DropDown.connect(cboConnections_DropDown);
+    f.frmMain.cmdHistory.Click.connect(cmdHistory_Click);
     f.frmMain.cmdStatistics.Click.connect(cmdStatistics_Click);
     f.frmMain.cmdOptions.Click.connect(cmdOptions_Click);
     f.frmMain.cmdQuit.Click.connect(cmdQuit_Click);
@@ -101,6 +107,7 @@ void connectEvents() {
     f.frmSysTray.Initialize.connect(frmSysTray_Form_Initialize);
     f.frmSysTray.picSysTrayHook.MouseMove.connect(picSysTrayHook_MouseMove);
     f.frmSysTray.mnuPopUp.Click.connect(mnuPopUpEntry_Click);
+    connectHistoryEvents();
     connectOptionsEvents();
     connectStatisticsEvents();
     connectWarningEvents();

@@ -14,7 +14,8 @@ void cmdDisconnect_Click();
 void cboConnections_DropDown();
 /// Unloads the main window, which ends the program unless monitoring is on.
 void cmdQuit_Click();
-/// Opens the statistics, or brings them to the front.
+/// Open the history or the statistics, or bring them to the front.
+void cmdHistory_Click();
 void cmdStatistics_Click();
 /// Opens the options with the settings as they stand; ones that are open only come to the front.
 void cmdOptions_Click();

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,10 @@ struct SeenControl {
     bool enabled = true;
 
     friend bool operator==(const SeenControl&, const SeenControl&) = default;
+    /// How a failed comparison shows it.
+    friend void PrintTo(const SeenControl& control, std::ostream* out) {
+        *out << control.name << ": " << control.text << (control.enabled ? "" : " (disabled)");
+    }
 };
 
 /// A user in front of one face of the program. Controls are named "frmMain.cmdConnect". Line, clock
@@ -33,12 +38,16 @@ public:
     virtual ScriptedPlatform& machine() = 0;
     virtual Platform& platform() = 0;
 
-    /// Presses a button, or ticks a box or takes the tick away.
+    /// Presses a button, chooses an option, or ticks a box or takes the tick away.
     virtual void click(const std::string& control) = 0;
     /// Comes to a field by the keyboard and presses those keys, one after the other; '\b' is the
     /// backspace.
     virtual void type(const std::string& textBox, const std::string& keys) = 0;
     virtual void choose(const std::string& combo, const std::string& entry) = 0;
+    /// Selects a row of a list, counted from 0.
+    virtual void select(const std::string& list, int row) = 0;
+    /// Clicks twice on the row of a list that is selected.
+    virtual void open(const std::string& list) = 0;
     /// The caption or text of a control; the chosen entry of a list.
     virtual std::string read(const std::string& control) = 0;
     virtual bool visible(const std::string& form) = 0;
@@ -69,9 +78,14 @@ std::unique_ptr<Driver> makeDriver();
 /// What should be seen of a form, as its model tells.
 std::vector<SeenControl> modelControls(const Form& form);
 
-/// What is seen of a box with that caption.
+/// What is seen of a box or an option with that caption.
 inline std::string boxText(bool ticked, const std::string& caption) {
     return (ticked ? "[x] " : "[ ] ") + caption;
+}
+
+/// What is seen of a progress bar.
+inline std::string progressText(int percent) {
+    return std::to_string(percent) + " %";
 }
 
 /// The text that a control shows, as its model tells.

@@ -1,5 +1,7 @@
 #include "Driver.h"
 
+#include "ui/controls/Chart.h"
+
 namespace tarvik::scenarios {
 
 std::string modelText(const Control& control) {
@@ -12,10 +14,18 @@ std::string modelText(const Control& control) {
         const auto& box = static_cast<const CheckBox&>(control);
         return boxText(box.ticked(), box.caption());
     }
+    case ControlKind::OptionButton: {
+        const auto& option = static_cast<const OptionButton&>(control);
+        return boxText(option.value(), option.caption());
+    }
     case ControlKind::CommandButton:
         return static_cast<const CommandButton&>(control).caption();
     case ControlKind::ComboBox:
         return static_cast<const ComboBox&>(control).text();
+    case ControlKind::Chart:
+        return static_cast<const Chart&>(control).title();
+    case ControlKind::ProgressBar:
+        return progressText(static_cast<const ProgressBar&>(control).value());
     case ControlKind::Frame:
         return static_cast<const Frame&>(control).caption();
     default:

@@ -16,7 +16,11 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QPushButton>
+#include <QRadioButton>
+#include <QTableView>
 #include <QTimer>
 
 namespace tarvik::scenarios {
@@ -41,6 +45,13 @@ std::string textOf(const QWidget& widget) {
     if (const auto* box = qobject_cast<const QCheckBox*>(&widget)) {
         return boxText(box->isChecked(), face::entered(plain(box->text())));
     }
+    if (const auto* option = qobject_cast<const QRadioButton*>(&widget)) {
+        return boxText(option->isChecked(), face::entered(plain(option->text())));
+    }
+    if (const auto* area = qobject_cast<const QPlainTextEdit*>(&widget)) {
+        return face::entered(
+            area->toPlainText().replace(QLatin1Char('\n'), QStringLiteral("\r\n")));
+    }
     if (const auto* button = qobject_cast<const QAbstractButton*>(&widget)) {
         return face::entered(plain(button->text()));
     }
@@ -50,7 +61,10 @@ std::string textOf(const QWidget& widget) {
     if (const auto* group = qobject_cast<const QGroupBox*>(&widget)) {
         return face::entered(plain(group->title()));
     }
-    return "";
+    if (const auto* bar = qobject_cast<const QProgressBar*>(&widget)) {
+        return face::entered(bar->text());
+    }
+    return face::entered(widget.windowTitle()); // of a chart; nothing else has one
 }
 
 void collect(const QLayout& layout, std::vector<SeenControl>& seen) {
@@ -59,10 +73,11 @@ void collect(const QLayout& layout, std::vector<SeenControl>& seen) {
         if (const QLayout* inner = item->layout()) {
             collect(*inner, seen);
         } else if (const QWidget* widget = item->widget()) {
-            if (!widget->isHidden()) {
-                seen.push_back(
-                    {face::entered(widget->objectName()), textOf(*widget), widget->isEnabled()});
+            if (widget->isHidden()) {
+                continue;
             }
+            seen.push_back(
+                {face::entered(widget->objectName()), textOf(*widget), widget->isEnabled()});
             if (widget->layout() != nullptr) {
                 collect(*widget->layout(), seen);
             }
@@ -123,6 +138,15 @@ public:
     void choose(const std::string& name, const std::string& entry) override {
         auto* combo = qobject_cast<QComboBox*>(widget(name));
         combo->setCurrentIndex(combo->findText(face::shown(entry)));
+    }
+
+    void select(const std::string& name, int row) override {
+        qobject_cast<QTableView*>(widget(name))->selectRow(row);
+    }
+
+    void open(const std::string& name) override {
+        QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+        QCoreApplication::sendEvent(widget(name), &enter);
     }
 
     std::string read(const std::string& name) override { return textOf(*widget(name)); }

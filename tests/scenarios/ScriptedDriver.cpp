@@ -1,5 +1,7 @@
 #include "Driver.h"
 
+#include "ui/controls/ListView.h"
+
 namespace tarvik::scenarios {
 
 namespace {
@@ -20,6 +22,8 @@ public:
             if (!box.readOnly()) {
                 box.setValue(box.ticked() ? 0 : 1);
             }
+        } else if (clicked.kind() == ControlKind::OptionButton) {
+            static_cast<OptionButton&>(clicked).setValue(true);
         } else {
             static_cast<CommandButton&>(clicked).press();
         }
@@ -49,6 +53,14 @@ public:
                 combo.setListIndex(i);
             }
         }
+    }
+
+    void select(const std::string& name, int row) override {
+        static_cast<ListView&>(control(name)).setSelectedRow(row);
+    }
+
+    void open(const std::string& name) override {
+        static_cast<ListView&>(control(name)).DblClick.raise();
     }
 
     std::string read(const std::string& name) override { return modelText(control(name)); }

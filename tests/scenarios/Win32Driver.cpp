@@ -5,6 +5,8 @@
 #include "ui/Forms.h"
 #include "windows/face/ControlIds.h"
 
+#include <commctrl.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -31,9 +33,13 @@ std::string shownText(HWND window) {
     if (className == "ComboBox") {
         return chosenEntry(window);
     }
+    if (className == PROGRESS_CLASSA) {
+        return progressText(static_cast<int>(SendMessageA(window, PBM_GETPOS, 0, 0)));
+    }
     const auto style = static_cast<DWORD>(GetWindowLongPtrA(window, GWL_STYLE));
-    if (className == "Button" &&
-        ((style & BS_TYPEMASK) == BS_AUTOCHECKBOX || (style & BS_TYPEMASK) == BS_CHECKBOX)) {
+    const DWORD type = style & BS_TYPEMASK;
+    if (className == "Button" && (type == BS_AUTOCHECKBOX || type == BS_CHECKBOX ||
+                                  type == BS_AUTORADIOBUTTON || type == BS_RADIOBUTTON)) {
         const bool ticked = SendMessageA(window, BM_GETCHECK, 0, 0) == BST_CHECKED;
         return boxText(ticked, withoutMarks(textOf(window)));
     }
@@ -85,6 +91,19 @@ public:
         // The user's choice is told to the form, the program's is not.
         const WPARAM news = MAKEWPARAM(GetDlgCtrlID(combo), CBN_SELCHANGE);
         SendMessageA(GetParent(combo), WM_COMMAND, news, reinterpret_cast<LPARAM>(combo));
+    }
+
+    void select(const std::string& name, int row) override {
+        LVITEMA item{};
+        item.state = item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+        SendMessageA(control(name), LVM_SETITEMSTATE, static_cast<WPARAM>(row),
+                     reinterpret_cast<LPARAM>(&item));
+    }
+
+    void open(const std::string& name) override {
+        const HWND list = control(name);
+        NMHDR news{list, static_cast<UINT_PTR>(GetDlgCtrlID(list)), static_cast<UINT>(NM_DBLCLK)};
+        SendMessageA(GetParent(list), WM_NOTIFY, news.idFrom, reinterpret_cast<LPARAM>(&news));
     }
 
     std::string read(const std::string& name) override { return shownText(control(name)); }
@@ -167,9 +186,9 @@ private:
 
     /// The numbers of the controls: those of a set of forms that nobody shows.
     const Form& table(const std::string& name) const {
-        const std::vector<const Form*> all{&numbers_.frmMain, &numbers_.frmSysTray,
-                                           &numbers_.frmOptions, &numbers_.frmWarning,
-                                           &numbers_.frmStatistics};
+        const std::vector<const Form*> all{&numbers_.frmMain,       &numbers_.frmSysTray,
+                                           &numbers_.frmOptions,    &numbers_.frmWarning,
+                                           &numbers_.frmStatistics, &numbers_.frmHistory};
         return **std::find_if(all.begin(), all.end(),
                               [&](const Form* form) { return form->name() == name; });
     }

@@ -210,9 +210,5 @@ TEST_F(FormsTest, TheTrayMenuHasItsSevenEntries) {
     EXPECT_EQ(frmSysTray().mnuPopUp.entryName(), "mnuPopUpEntry");
 }
 
-TEST_F(FormsTest, AWindowThatCannotBeUsedYetIsNotOffered) {
-    EXPECT_FALSE(frmMain().cmdHistory.enabled());
-}
-
 } // namespace
 } // namespace tarvik

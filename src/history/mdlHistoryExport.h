@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace tarvik {
+
+/// Lets the user choose a file for the records; its full path, or "" for none. Another error of the
+/// dialog than that is reported.
+std::string ChooseExportFile();
+
+/// The name with the ending of such files where the filter for them (1) was chosen and the name
+/// does not have it.
+std::string WithExportExtension(const std::string& Name, std::uint32_t FilterIndex);
+
+/// Writes all imported records into the file: as a whole, or, where it cannot be written or the
+/// user stops it, not at all. True when it was written; raises the error that prevented it.
+bool ExportRecords(const std::string& FileName);
+
+} // namespace tarvik

@@ -1,0 +1,16 @@
+#include "history/mdlListViewEx.h"
+
+#include "startup/mdlTools.h"
+
+namespace tarvik {
+
+void SetSortHeader(ListView& List, bool Clickable) {
+    guarded("SetSortHeader", [&] { List.setHeadersClickable(Clickable); });
+}
+
+void SetOptimalHeaderWidth(ListView& List, bool FitHeader) {
+    guarded("SetOptimalHeaderWidth",
+            [&] { List.fitColumns(FitHeader ? ColumnFit::Headers : ColumnFit::Contents); });
+}
+
+} // namespace tarvik

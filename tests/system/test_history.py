@@ -1,0 +1,189 @@
+"""The history of years of use: imported, looked at in every way, exported and opened elsewhere."""
+
+import decimal
+import os
+import pathlib
+import subprocess
+import sys
+import unittest
+
+from desktop import wait_for
+from support import EXECUTABLE, ROOT, ProgramTest
+
+sys.path.insert(0, str(ROOT / "tests/support"))
+from check_csv import expected_rows, records_of  # noqa: E402
+
+YEARS_OF_DAYS = pathlib.Path(EXECUTABLE).with_name("years_of_days")
+CHECK_CSV = ROOT / "tests/support/check_csv.py"
+IMPORT_QUESTION = (
+    "Ok to import recorded transfers from the\n"
+    "INI-file located in the application folder?\n\n"
+    '(Press "No" to select another file.)'
+)
+EXPORTED = "All records have been successfully exported."
+TITLES = {
+    "Rcvd and Sent": "Data sent/received", "Received only": "Data received",
+    "Sent only": "Data sent", "Total (rcvd+sent)": "Data total (received+sent)",
+    "Duration": "Duration of connections",
+}
+LISTS = ["cboChartType", "cboDataType", "cboDataToShow", "cboTransferUnit"]  # in tab order
+TYPES = ["plot as line", "plot as bars", "plot as area", "plot as step"]
+DATA_TYPES = ["total transfer", "differential transfer", "percentual"]
+BYTE_UNITS = {"Bytes": 1, "Kilo-Bytes": 2**10, "Mega-Bytes": 2**20, "Giga-Bytes": 2**30}
+TIME_UNITS = {"Milli-Seconds": 1, "Seconds": 1000, "Minutes": 60000, "Hours": 3600000}
+
+
+def series_of(records, shown):
+    """What the chart shows of each record, by the names of its columns."""
+    sent = [record["sent"] for record in records]
+    rcvd = [record["rcvd"] for record in records]
+    return {
+        "Rcvd and Sent": {"Rcvd": rcvd, "Sent": sent},
+        "Received only": {"Rcvd": rcvd},
+        "Sent only": {"Sent": sent},
+        "Total (rcvd+sent)": {"Total": [a + b for a, b in zip(sent, rcvd)]},
+        "Duration": {"Duration": [record["duration"] for record in records]},
+    }[shown]
+
+
+def value_text(values, number, data_type, divisor):
+    """A value as the chart reads it off: four decimals at most, thousands set apart."""
+    value = values[number - 1]
+    if data_type == "percentual":
+        value = value / values[-1] * 100
+    elif data_type == "differential transfer" and number > 1:
+        value -= values[number - 2]
+    if data_type != "percentual":
+        value = value / divisor
+    exact = decimal.Decimal(value).quantize(decimal.Decimal("0.0001"), decimal.ROUND_HALF_EVEN)
+    text = "{:,f}".format(exact)
+    return text.rstrip("0").rstrip(".")
+
+
+class HistoryTest(ProgramTest):
+    def open_history(self):
+        """Starts the program on the file that years of use have left, and imports it."""
+        subprocess.run([str(YEARS_OF_DAYS), str(self.ini)], check=True)
+        self.records = records_of(self.read_ini())
+        self.assertEqual(len(self.records), 1096)
+        program = self.start_quietly()
+        program.press("cmdHistory")
+        program.press("cmdImport")
+        program.expect_box(IMPORT_QUESTION, "Yes")
+        wait_for("the records", lambda: program.is_enabled("cboDataToShow"))
+        return program
+
+    def pointer_to(self, program, node, offset):
+        area = node.get_extents(0)
+        subprocess.run(
+            ["xdotool", "mousemove", str(area.x + area.width - 40 - offset),
+             str(area.y + area.height // 2)],
+            env=self.desktop.environment, check=True,
+        )
+
+    def reading(self, program, chart):
+        """What the chart reads off under the pointer: the title, the record, the values."""
+        self.moves = getattr(self, "moves", 0) + 1
+        self.pointer_to(program, chart, 20 * (self.moves % 2))
+
+        def name():
+            chart.clear_cache()
+            return chart.get_name() if ". " in chart.get_name() else None
+
+        title, text = wait_for("a reading", name).split(". ", 1)
+        number, values = text.split(": ", 1)
+        return title, int(number), values
+
+    def turn_to(self, program, name, position, entry):
+        """Chooses an entry with the keyboard alone."""
+        way = LISTS.index(name) - LISTS.index(self.focused)
+        self.focused = name
+        program.key(*["Tab" if way > 0 else "shift+Tab"] * abs(way), "Home", *["Down"] * position)
+        program.wait_text(name, entry)
+
+    def test_all_combinations_show_what_the_log_holds(self):
+        program = self.open_history()
+        chart = program.find("mscHistory")
+        program.choose("cboDataToShow", "Sent only")
+        self.focused = "cboDataToShow"
+        for i, shown in enumerate(TITLES):
+            self.turn_to(program, "cboDataToShow", i, shown)
+            series = series_of(self.records, shown)
+            units = TIME_UNITS if shown == "Duration" else BYTE_UNITS
+            for j, data_type in enumerate(DATA_TYPES):
+                self.turn_to(program, "cboDataType", j, data_type)
+                self.assertEqual(program.is_enabled("cboTransferUnit"), data_type != "percentual")
+                for k, chart_type in enumerate(TYPES):
+                    self.turn_to(program, "cboChartType", k, chart_type)
+                    for m, (unit, divisor) in enumerate(units.items()):
+                        if data_type != "percentual":
+                            self.turn_to(program, "cboTransferUnit", m, unit)
+                        elif m > 0:
+                            continue
+                        with self.subTest(shown=shown, data=data_type, type=chart_type, unit=unit):
+                            title, number, values = self.reading(program, chart)
+                            self.assertEqual(title, TITLES[shown])
+                            self.assertEqual(values, "; ".join(
+                                name + " " + value_text(column, number, data_type, divisor)
+                                for name, column in series.items()
+                            ))
+
+    def test_the_export_opens_in_a_spreadsheet_with_all_figures(self):
+        program = self.open_history()
+        program.press("optStatistics")
+        program.press("cmdExport")
+        wait_for("the dialog", lambda: self.desktop.is_active("Export history as CSV..."))
+        program.key("ctrl+a")
+        subprocess.run(
+            ["xdotool", "type", "--delay", "5", str(self.folder / "years")],
+            env=self.desktop.environment, check=True,
+        )
+        program.key("Return")
+        program.expect_box(EXPORTED, "OK")
+
+        export = self.folder / "years.csv"
+        rows = [";".join(row) for row in expected_rows(self.read_ini())[1:]]
+        header = '"ID";"Date";"Time";"Duration";"Bytes sent";"Bytes rcvd";"IP address"'
+        self.assertEqual(export.read_bytes().decode(), "\r\n".join([header, *rows, ""]))
+        check = subprocess.run(
+            [sys.executable, "-B", str(CHECK_CSV), str(self.ini), str(export)],
+            capture_output=True, text=True, check=False, env={**os.environ, "LC_ALL": "C.UTF-8"},
+        )
+        self.assertEqual(check.returncode, 0, check.stdout + check.stderr)
+
+    def test_a_very_long_import_is_stopped_without_harm(self):
+        program = self.open_history()
+        names = ["%d.%d.%d|%d:00:00" % (day, month, year, hour) for year in range(1980, 2280)
+                 for month in range(1, 13) for day in range(1, 29) for hour in range(10, 20)]
+        long_log = self.folder / "long.ini"
+        long_log.write_text(
+            "[Settings]\nLastDateStamp=%d\n" % len(names)
+            + "".join("DateStamp%d=%s\n" % entry for entry in enumerate(names, 1))
+            + "".join("[%s]\nSent=1\nRcvd=2\nDuration=3\nIPAddress=\n" % name for name in names),
+            encoding="utf-8",
+        )
+        chart = program.find("mscHistory")
+        before = self.reading(program, chart)
+        program.press("cmdImport")
+        program.expect_box(IMPORT_QUESTION, "No")
+        wait_for("the dialog", lambda: self.desktop.is_active("Import history..."))
+        program.key("ctrl+a")
+        subprocess.run(
+            ["xdotool", "type", "--delay", "5", str(long_log)],
+            env=self.desktop.environment, check=True,
+        )
+        program.key("Return")
+        wait_for("the dialog to go", lambda: not self.desktop.is_active("Import history..."))
+        for _ in range(10):
+            program.key("alt+p")
+
+        wait_for("the end of it", lambda: program.is_enabled("cmdImport"))
+        self.assertFalse(program.is_showing("prgWork"))
+        title, number, _ = self.reading(program, chart)
+        self.assertEqual(title, before[0])
+        self.assertLessEqual(number, 1096)
+        self.quit(program)
+
+
+if __name__ == "__main__":
+    unittest.main()
