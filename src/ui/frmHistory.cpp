@@ -3,11 +3,11 @@
 namespace tarvik {
 
 namespace {
-constexpr int viewWidth = 76;
+constexpr int viewWidth = 88;
 // So that all three views are about as high as each other.
-constexpr int chartHeight = 21;
+constexpr int chartHeight = 25;
 constexpr int logHeight = 14;
-constexpr int addressesHeight = 18;
+constexpr int addressesHeight = 20;
 constexpr int progressWidth = 16;
 } // namespace
 

@@ -220,7 +220,7 @@ TEST_F(HistoryTest, TheExportHoldsAllRecordsAndIsLeftForASpreadsheet) {
         dialog = FindWindowA(nullptr, "Export history as CSV...");
         return dialog != nullptr && IsWindowVisible(dialog) != FALSE;
     }));
-    SendDlgItemMessageA(dialog, edt1, WM_SETTEXT, 0,
+    SendDlgItemMessageA(dialog, cmb13, WM_SETTEXT, 0,
                         reinterpret_cast<LPARAM>((installation.folder() + "\\years").c_str()));
     PostMessageA(GetDlgItem(dialog, IDOK), BM_CLICK, 0, 0);
     ASSERT_TRUE(program->answer("All records have been successfully exported.", MsgBoxAnswer::Ok));

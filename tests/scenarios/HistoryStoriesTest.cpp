@@ -159,6 +159,7 @@ TEST_F(HistoryStory, ARecordIsShownInFull) {
 TEST_F(HistoryStory, AllRecordsAreExported) {
     openHistory(logOfFour());
     import();
+    driver->click("frmHistory.optStatistics");
     driver->machine().dialogs.chosen = csvPath;
 
     answer(exported, MsgBoxButtons::OkOnly, MsgBoxAnswer::Ok);

@@ -81,10 +81,8 @@ protected:
         if (changed == Property::Reading && shownRow == shownRow_) {
             return; // the pointer has moved within a row
         }
-        if (changed == Property::Caption) {
-            setWindowText(chart_.title());
-        }
-        showName();
+        // The text of a window of its own kind is what screen readers say.
+        setWindowText(spokenName(chart_));
         InvalidateRect(window(), nullptr, FALSE);
     }
 
@@ -212,11 +210,6 @@ private:
     void onMouseLeave() {
         pointer_.reset();
         fromUser(Property::Reading, [&] { chart_.setReadRow(Chart::none); });
-    }
-
-    void showName() {
-        site().context().accessibleNames.set(window(), spokenName(chart_));
-        NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, window(), OBJID_CLIENT, CHILDID_SELF);
     }
 
     Chart& chart_;
