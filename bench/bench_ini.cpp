@@ -3,10 +3,10 @@
 //
 //     bench_ini [most records, 1000000 unless told]
 
+#include "CountedMemory.h"
+#include "RecordLog.h"
 #include "common/ProfileEngine.h"
-#include "types/Convert.h"
 
-#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdlib>
@@ -14,41 +14,8 @@
 #include <fstream>
 #include <iomanip>
 #include <iostream>
-#include <new>
 #include <random>
 #include <string>
-
-namespace {
-
-std::size_t bytesNow = 0;
-std::size_t bytesMost = 0;
-/// Room before each allocation for its size, as much as keeps it aligned.
-constexpr std::size_t headSize = alignof(std::max_align_t);
-
-} // namespace
-
-void* operator new(std::size_t size) {
-    auto* head = static_cast<char*>(std::malloc(size + headSize));
-    if (head == nullptr) {
-        throw std::bad_alloc();
-    }
-    *reinterpret_cast<std::size_t*>(head) = size;
-    bytesNow += size;
-    bytesMost = std::max(bytesMost, bytesNow);
-    return head + headSize;
-}
-
-void operator delete(void* memory) noexcept {
-    if (memory != nullptr) {
-        char* head = static_cast<char*>(memory) - headSize;
-        bytesNow -= *reinterpret_cast<std::size_t*>(head);
-        std::free(head);
-    }
-}
-
-void operator delete(void* memory, std::size_t) noexcept {
-    operator delete(memory);
-}
 
 namespace tarvik {
 namespace {
@@ -114,26 +81,6 @@ public:
     FileResult Kill(const std::string&) override { return std::nullopt; }
 };
 
-std::string recordName(int number) {
-    const LocaleData locale;
-    const Date date(40000.0 + number / 1440.0);
-    return shortDateText(date, locale) + "|" + longTimeText(date, locale);
-}
-
-/// A file as the program leaves it after so many saves.
-std::string logOf(int records) {
-    std::string settings = "[Settings]\r\nIsLocked=0\r\n";
-    std::string sections;
-    for (int i = 1; i <= records; ++i) {
-        const std::string name = recordName(i);
-        settings += "DateStamp" + std::to_string(i) + "=" + name + "\r\n";
-        sections += "[" + name + "]\r\nSent=" + std::to_string(i * 1013LL) +
-                    "\r\nRcvd=" + std::to_string(i * 9013LL) +
-                    "\r\nDuration=" + std::to_string(i * 60'000LL) + "\r\nIPAddress=10.0.0.17\r\n";
-    }
-    return settings + "LastDateStamp=" + std::to_string(records) + "\r\n" + sections;
-}
-
 std::string valueOf(ProfileEngine& engine, const std::string& section, const std::string& key,
                     const std::string& file) {
     std::array<char, 128> buffer{};
@@ -164,14 +111,14 @@ double milliseconds(Clock::time_point from) {
 
 void measure(Files& files, const char* kind, const std::string& file, int records,
              std::size_t size) {
-    const std::size_t before = bytesNow;
-    bytesMost = bytesNow;
+    const std::size_t before = bytesHeld();
+    forgetMostBytes();
     ProfileEngine engine(files, "\r\n");
 
     auto start = Clock::now();
     const bool found = !valueOf(engine, "Settings", "LastDateStamp", file).empty();
     const double firstRead = milliseconds(start);
-    const std::size_t held = bytesNow - before;
+    const std::size_t held = bytesHeld() - before;
 
     constexpr int reads = 20'000;
     std::mt19937 source(7);
@@ -195,7 +142,7 @@ void measure(Files& files, const char* kind, const std::string& file, int record
               << std::setw(14) << firstRead << std::setprecision(2) << std::setw(10) << read
               << std::setprecision(1) << std::setw(10) << saving << std::setprecision(2)
               << std::setw(10) << static_cast<double>(held) * perByte << std::setw(10)
-              << static_cast<double>(bytesMost - before) * perByte
+              << static_cast<double>(mostBytesHeld() - before) * perByte
               << (found && bytesRead > 0 && saved ? "" : "  failed") << '\n';
 }
 

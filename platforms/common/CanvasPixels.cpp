@@ -72,6 +72,58 @@ private:
     int done_ = 0; ///< of the part
 };
 
+/// The first pixel whose middle lies at a place or behind it.
+int firstPixel(double place) {
+    return static_cast<int>(std::ceil(place - 0.5));
+}
+
+/// The heights at which the edges of an area cross the middle of each column of pixels.
+class Crossings {
+public:
+    explicit Crossings(std::span<const CanvasPoint> corners) {
+        const auto [least, most] = std::minmax_element(
+            corners.begin(), corners.end(),
+            [](const CanvasPoint& a, const CanvasPoint& b) { return a.x < b.x; });
+        first_ = firstPixel(least->x);
+        heights_.resize(static_cast<std::size_t>(firstPixel(most->x) - first_));
+        for (std::size_t i = 0; i < corners.size(); ++i) {
+            addEdge(corners[i], corners[(i + 1) % corners.size()]);
+        }
+    }
+
+    std::vector<PixelRect> inside() {
+        std::vector<PixelRect> rects;
+        int x = first_;
+        for (std::vector<double>& heights : heights_) {
+            std::sort(heights.begin(), heights.end());
+            for (std::size_t i = 1; i < heights.size(); i += 2) {
+                const PixelRect rect{.left = x,
+                                     .top = firstPixel(heights[i - 1]),
+                                     .right = x + 1,
+                                     .bottom = firstPixel(heights[i])};
+                if (rect.top < rect.bottom) {
+                    rects.push_back(rect);
+                }
+            }
+            ++x;
+        }
+        return rects;
+    }
+
+private:
+    void addEdge(const CanvasPoint& from, const CanvasPoint& to) {
+        const auto [left, right] = from.x < to.x ? std::pair(from, to) : std::pair(to, from);
+        for (int x = firstPixel(left.x); x < firstPixel(right.x); ++x) {
+            const double part = (x + 0.5 - left.x) / (right.x - left.x);
+            heights_[static_cast<std::size_t>(x - first_)].push_back(left.y +
+                                                                     (right.y - left.y) * part);
+        }
+    }
+
+    int first_ = 0;
+    std::vector<std::vector<double>> heights_;
+};
+
 bool alongAxes(std::span<const CanvasPoint> points) {
     for (std::size_t i = 1; i < points.size(); ++i) {
         if (points[i].x != points[i - 1].x && points[i].y != points[i - 1].y) {
@@ -153,6 +205,10 @@ std::optional<PixelRect> rectangleOf(std::span<const CanvasPoint> corners) {
                      .top = std::min(first.y, opposite.y),
                      .right = std::max(first.x, opposite.x),
                      .bottom = std::max(first.y, opposite.y)};
+}
+
+std::vector<PixelRect> columnsOf(std::span<const CanvasPoint> corners) {
+    return corners.empty() ? std::vector<PixelRect>() : Crossings(corners).inside();
 }
 
 std::vector<CanvasPoint> thinned(std::span<const CanvasPoint> points) {

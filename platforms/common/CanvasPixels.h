@@ -46,6 +46,11 @@ std::optional<std::vector<PixelRect>> pixelsOf(std::span<const CanvasPoint> poin
 /// The rectangle whose four corners these are; nothing for other corners.
 std::optional<PixelRect> rectangleOf(std::span<const CanvasPoint> corners);
 
+/// The pixels whose middle lies in the area between the corners, column by column. It takes no
+/// longer than it has corners and columns; where its edges cross, what they go around twice is not
+/// in it.
+std::vector<PixelRect> columnsOf(std::span<const CanvasPoint> corners);
+
 /// The same line for the eye: of all points that follow each other within one column of pixels, the
 /// first, the highest, the lowest and the last.
 std::vector<CanvasPoint> thinned(std::span<const CanvasPoint> points);

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -23,21 +23,32 @@ constexpr std::string_view slice(std::string_view text, TextRange range) {
 /// offsets only; the text is handed in with each call and must be the same.
 class NameIndex {
 public:
-    /// Adds a name; of equal ones the first is found.
-    void add(std::string_view text, TextRange name);
+    static constexpr std::uint32_t none = 0xFFFFFFFF;
 
-    /// Which of the added names it is, counted from 0.
-    std::optional<std::size_t> find(std::string_view text, std::string_view name) const;
+    NameIndex() = default;
+    /// Of equal names the first is found.
+    NameIndex(std::string_view text, std::vector<TextRange> names);
 
-    TextRange operator[](std::size_t number) const { return names_[number]; }
+    /// Which of the names it is, counted from 0, or `none`.
+    std::uint32_t find(std::string_view text, std::string_view name) const;
+
+    TextRange operator[](std::uint32_t number) const { return names_[number]; }
 
 private:
-    std::size_t placeOf(std::string_view text, std::string_view name) const;
-    void grow(std::string_view text);
+    struct Place {
+        std::uint32_t hash = 0;
+        std::uint32_t number = none;
+    };
+
+    std::size_t placeOf(std::string_view text, std::string_view name, std::uint32_t hash) const;
+    std::uint32_t findNearby(std::string_view text, std::string_view name) const;
 
     std::vector<TextRange> names_;
-    /// A name's number and one more, at the first empty place from its hash on; 0 is empty.
-    std::vector<std::uint32_t> places_;
+    /// A name is at the first place from its hash on that was empty. The hash stands there too, so
+    /// that few names need to be looked at.
+    std::vector<Place> places_;
+    bool allDiffer_ = true;
+    mutable std::array<std::uint32_t, 2> recent_{}; ///< found last, the latest first
 };
 
 } // namespace tarvik

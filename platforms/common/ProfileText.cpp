@@ -2,6 +2,7 @@
 
 #include "types/Text.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tarvik {
@@ -85,41 +86,49 @@ TextRange ProfileText::rangeOf(std::string_view part) const {
 }
 
 ProfileText::Line ProfileText::lineAt(std::uint32_t offset, std::uint32_t limit) const {
-    std::uint32_t end = offset;
-    while (end < limit && !isLineEnd(bytes_[end])) {
-        ++end;
-    }
-    std::uint32_t next = end;
+    const char* const begin = bytes_.data() + offset;
+    const char* const end = std::find_if(begin, bytes_.data() + limit, isLineEnd);
+    const auto length = static_cast<std::size_t>(end - begin);
+    std::uint32_t next = offset + static_cast<std::uint32_t>(length);
     if (next < limit) {
         const bool pair = bytes_[next] == '\r' && next + 1 < limit && bytes_[next + 1] == '\n';
         next += pair ? 2 : 1;
     }
-    return {.text = slice(bytes_, {offset, end}), .next = next};
+    return {.text = {begin, length}, .next = next};
 }
 
+/// Looks at brackets only: most lines have none.
 void ProfileText::findSections() {
-    std::uint32_t offset =
-        bytes_.starts_with(utf8Mark) ? static_cast<std::uint32_t>(utf8Mark.size()) : 0;
-    while (offset < size()) {
-        const Line line = lineAt(offset, size());
-        if (const auto name = sectionNameOf(line.text)) {
-            beginSection(*name, offset, line.next);
+    std::vector<TextRange> names;
+    const std::size_t begin = bytes_.starts_with(utf8Mark) ? utf8Mark.size() : 0;
+    for (std::size_t at = bytes_.find('[', begin); at != std::string::npos;
+         at = bytes_.find('[', at + 1)) {
+        std::size_t header = at;
+        while (header > begin && isBlank(bytes_[header - 1])) {
+            --header;
         }
-        offset = line.next;
+        if (header > begin && !isLineEnd(bytes_[header - 1])) {
+            continue;
+        }
+        const Line line = lineAt(static_cast<std::uint32_t>(header), size());
+        if (const auto name = sectionNameOf(line.text)) {
+            names.push_back(rangeOf(*name));
+            beginSection(static_cast<std::uint32_t>(header), line.next);
+        }
     }
+    names_ = NameIndex(bytes_, std::move(names));
 }
 
-void ProfileText::beginSection(std::string_view name, std::uint32_t header, std::uint32_t body) {
+void ProfileText::beginSection(std::uint32_t header, std::uint32_t body) {
     if (!sections_.empty()) {
         sections_.back().bodyEnd = header;
     }
     sections_.push_back({.bodyBegin = body, .bodyEnd = size()});
-    names_.add(bytes_, rangeOf(name));
 }
 
 const ProfileSection* ProfileText::section(std::string_view name) const {
-    const auto number = names_.find(bytes_, name);
-    return number ? &sections_[*number] : nullptr;
+    const std::uint32_t number = names_.find(bytes_, name);
+    return number == NameIndex::none ? nullptr : &sections_[number];
 }
 
 const NameIndex& ProfileText::keyIndex(const ProfileSection& section) const {
@@ -127,25 +136,22 @@ const NameIndex& ProfileText::keyIndex(const ProfileSection& section) const {
     if (known != keyIndexes_.end()) {
         return known->second;
     }
-    // Kept only once it is whole: running out of memory halfway must not leave a part of it.
-    NameIndex index;
+    std::vector<TextRange> names;
     for (std::uint32_t at = section.bodyBegin; at < section.bodyEnd;) {
         const Line line = lineAt(at, section.bodyEnd);
         if (const auto key = keyOfLine(line.text)) {
-            index.add(bytes_, rangeOf(key->name));
+            names.push_back(rangeOf(key->name));
         }
         at = line.next;
     }
-    return keyIndexes_.emplace(section.bodyBegin, std::move(index)).first->second;
+    return keyIndexes_.emplace(section.bodyBegin, NameIndex(bytes_, std::move(names)))
+        .first->second;
 }
 
 std::optional<ProfileKey> ProfileText::key(const ProfileSection& section,
                                            std::string_view name) const {
     if (section.bodyEnd - section.bodyBegin >= shortBody) {
-        const NameIndex& index = keyIndex(section);
-        const auto number = index.find(bytes_, name);
-        return number ? keyOfLine(lineAt(index[*number].begin, section.bodyEnd).text)
-                      : std::nullopt;
+        return indexedKey(section, name);
     }
     for (std::uint32_t at = section.bodyBegin; at < section.bodyEnd;) {
         const Line line = lineAt(at, section.bodyEnd);
@@ -156,6 +162,20 @@ std::optional<ProfileKey> ProfileText::key(const ProfileSection& section,
         at = line.next;
     }
     return std::nullopt;
+}
+
+std::optional<ProfileKey> ProfileText::indexedKey(const ProfileSection& section,
+                                                  std::string_view name) const {
+    const bool again = lastKey_ && lastKey_->name == name && lastBody_ == section.bodyBegin;
+    if (!again) {
+        const NameIndex& index = keyIndex(section);
+        const std::uint32_t number = index.find(bytes_, name);
+        lastKey_ = number == NameIndex::none
+                       ? std::nullopt
+                       : keyOfLine(lineAt(index[number].begin, section.bodyEnd).text);
+        lastBody_ = section.bodyBegin;
+    }
+    return lastKey_;
 }
 
 std::uint32_t ProfileText::endOfKeys(const ProfileSection& section) const {

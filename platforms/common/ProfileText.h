@@ -75,13 +75,17 @@ private:
     std::uint32_t size() const { return static_cast<std::uint32_t>(bytes_.size()); }
     TextRange rangeOf(std::string_view part) const;
     void findSections();
-    void beginSection(std::string_view name, std::uint32_t header, std::uint32_t body);
+    void beginSection(std::uint32_t header, std::uint32_t body);
+    std::optional<ProfileKey> indexedKey(const ProfileSection& section,
+                                         std::string_view name) const;
     const NameIndex& keyIndex(const ProfileSection& section) const;
 
     std::string bytes_;
     std::vector<ProfileSection> sections_;
     NameIndex names_;                                                 ///< of the sections
     mutable std::unordered_map<std::uint32_t, NameIndex> keyIndexes_; ///< by the section's body
+    mutable std::optional<ProfileKey> lastKey_; ///< found last by such an index
+    mutable std::uint32_t lastBody_ = 0;        ///< of that key's section
 };
 
 /// The text without blanks and tabs around it.

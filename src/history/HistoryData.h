@@ -24,6 +24,8 @@ struct ImportedHistory {
     TextColumn time;                    ///< may be empty texts
     std::vector<std::uint32_t> address; ///< places in `addresses`, or `noAddress`
     AddressSet addresses;
+    /// How many of them belong to records that were read to their end.
+    std::size_t addressCount = 0;
 
     /// The address logged with the record at that place; empty where none was.
     std::string_view ip(std::size_t place) const {
@@ -39,8 +41,9 @@ struct HistoryData {
     Long stop = 0;         ///< last record of the chart
     /// Grows whenever the chart is filled anew, so that an older filling knows that it is.
     std::uint32_t plots = 0;
-    bool working = false; ///< an import or export is under way
-    bool stopped = false; ///< the user has asked for its end
+    bool refilling = false; ///< the list of units is made anew: its selection is not the user's
+    bool working = false;   ///< an import or export is under way
+    bool stopped = false;   ///< the user has asked for its end
 };
 
 } // namespace tarvik

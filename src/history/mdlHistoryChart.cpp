@@ -41,6 +41,12 @@ Currency at(const std::vector<Currency>& values, Long k) {
     return values[static_cast<std::size_t>(k.value() - 1)];
 }
 
+/// Whether the lists of the window ask for anything.
+bool asksForQuantity(bool second) {
+    const int shown = window().cboDataToShow.listIndex();
+    return second || (shown >= RcvdAndSent && shown <= Duration);
+}
+
 /// What of record `k` the lists of the window ask for.
 Currency quantity(Long k, bool second) {
     const ImportedHistory& log = window().data.log;
@@ -64,6 +70,9 @@ Currency quantity(Long k, bool second) {
 
 /// Record `k` as a part of the last record of the whole log.
 Currency percentage(Long k, bool second) {
+    if (!asksForQuantity(second)) {
+        return {};
+    }
     const Long last = static_cast<std::int32_t>(window().data.log.sent.size());
     const Currency reference = quantity(last, second);
     if (reference == Currency(0)) {
@@ -100,11 +109,11 @@ Value valueOfFirstRecord(Long r, bool second) {
 
 Currency inUnit(Currency value) {
     const auto unit = static_cast<std::size_t>(window().cboTransferUnit.listIndex());
-    const int shown = window().cboDataToShow.listIndex();
-    if (unit == 0 || unit >= unitCount || shown < RcvdAndSent || shown > Duration) {
+    if (unit == 0 || unit >= unitCount || !asksForQuantity(false)) {
         return value;
     }
-    const auto& units = shown == Duration ? millisecondsOfUnit : bytesOfUnit;
+    const bool duration = window().cboDataToShow.listIndex() == Duration;
+    const auto& units = duration ? millisecondsOfUnit : bytesOfUnit;
     return Currency::fromDouble(value.toDouble() / units[unit]);
 }
 
@@ -170,6 +179,7 @@ std::optional<Columns> calculate(std::size_t columnCount) {
 void fill(const Columns& columns, const std::vector<std::string>& labels) {
     Chart& chart = window().mscHistory;
     const auto rows = static_cast<int>(columns.front().size());
+    chart.setReadRow(Chart::none);
     chart.setLocale(platform().locale.data());
     chart.setColumnCount(static_cast<int>(columns.size()));
     chart.setRowCount(rows);
@@ -191,11 +201,11 @@ std::optional<std::string> valueTitle() {
                                                               "(mega-bytes)", "(giga-bytes)"};
     static constexpr std::array<const char*, unitCount> times{"(milli-secs)", "(seconds)",
                                                               "(minutes)", "(hours)"};
-    const int shown = window().cboDataToShow.listIndex();
-    if (shown < RcvdAndSent || shown > Duration) {
+    if (!asksForQuantity(false)) {
         return std::nullopt;
     }
-    const std::string what = shown == Duration ? "duration " : "transfer ";
+    const bool duration = window().cboDataToShow.listIndex() == Duration;
+    const std::string what = duration ? "duration " : "transfer ";
     if (window().cboDataType.listIndex() == Percentual) {
         return what + "(percent)";
     }
@@ -203,7 +213,7 @@ std::optional<std::string> valueTitle() {
     if (unit >= unitCount) {
         return std::nullopt;
     }
-    return what + (shown == Duration ? times[unit] : bytes[unit]);
+    return what + (duration ? times[unit] : bytes[unit]);
 }
 
 } // namespace

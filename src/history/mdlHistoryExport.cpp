@@ -70,7 +70,7 @@ void write(const std::string& file, const std::vector<std::string>& pieces) {
 
 } // namespace
 
-std::string ChooseExportFile() {
+std::optional<std::string> ChooseExportFile() {
     clsFileDialog dialog;
     for (const DialogFlag flag :
          {DialogFlag::Flag_Explorer, DialogFlag::Flag_NoChangeDir, DialogFlag::Flag_HideReadOnly,
@@ -90,7 +90,7 @@ std::string ChooseExportFile() {
         MsgBox("Assertion failure in function \"cmdExport_Click\".", MsgBoxButtons::OkOnly,
                MsgBoxIcon::Exclamation);
     }
-    return {};
+    return std::nullopt;
 }
 
 std::string WithExportExtension(const std::string& Name, std::uint32_t FilterIndex) {

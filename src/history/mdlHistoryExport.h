@@ -1,13 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace tarvik {
 
-/// Lets the user choose a file for the records; its full path, or "" for none. Another error of the
-/// dialog than that is reported.
-std::string ChooseExportFile();
+/// Lets the user choose a file for the records; nothing when none was chosen. An error of the
+/// dialog is reported.
+std::optional<std::string> ChooseExportFile();
 
 /// The name with the ending of such files where the filter for them (1) was chosen and the name
 /// does not have it.

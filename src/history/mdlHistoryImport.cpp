@@ -72,6 +72,9 @@ private:
         log_.rcvd[place] = GetBytesRcvd(number);
         log_.duration[place] = GetDuration(number);
         const std::string address = GetIPAddress(number);
+        if (!address.empty()) {
+            log_.address[place] = log_.addresses.add(address);
+        }
         const std::string stamp = GetDate(number);
         const std::size_t bar = stamp.find('|');
         if (bar == std::string::npos) {
@@ -79,9 +82,7 @@ private:
         }
         log_.date.add(std::string_view(stamp).substr(0, bar));
         log_.time.add(std::string_view(stamp).substr(bar + 1));
-        if (!address.empty()) {
-            log_.address[place] = log_.addresses.add(address);
-        }
+        log_.addressCount = log_.addresses.size();
     }
 
     const std::size_t count_;

@@ -48,34 +48,68 @@ std::string cellText(int row, int column) {
     }
 }
 
+/// The longest of the texts; the substitute counts where one is missing.
 template <class Texts>
-std::string longestOf(const Texts& texts, std::string longest) {
+std::string longestOf(const Texts& texts, std::string_view substitute = {}) {
+    std::string_view longest;
     for (std::size_t place = 0; place < texts.size(); ++place) {
-        if (texts[place].size() > longest.size()) {
-            longest = texts[place];
-        }
+        const std::string_view text = texts[place];
+        const std::string_view shown = text.empty() ? substitute : text;
+        longest = shown.size() > longest.size() ? shown : longest;
     }
-    return longest;
+    return std::string(longest);
 }
 
-/// Of whole numbers, one with the most digits.
-Currency longestOf(const std::vector<Currency>& numbers) {
-    if (numbers.empty()) {
+/// How many characters a number takes.
+int lengthOf(Currency number) {
+    constexpr int decimals = 4;
+    constexpr std::int64_t base = 10;
+    std::int64_t fraction = number.scaled() % Currency::scale;
+    int length = fraction == 0 ? 0 : 1 + decimals;
+    for (; fraction != 0 && fraction % base == 0; fraction /= base) {
+        --length;
+    }
+    std::int64_t whole = number.integralPart();
+    do {
+        ++length;
+        whole /= base;
+    } while (whole != 0);
+    return length + (number < Currency(0) ? 1 : 0);
+}
+
+/// The number that takes most characters.
+std::string longestNumber(const std::vector<Currency>& numbers) {
+    const auto longest =
+        std::max_element(numbers.begin(), numbers.end(),
+                         [](Currency a, Currency b) { return lengthOf(a) < lengthOf(b); });
+    return longest == numbers.end() ? std::string() : numberText(*longest);
+}
+
+/// The duration that takes most characters: the longest, or the shortest if it is below zero.
+std::string longestDuration(const std::vector<Currency>& durations) {
+    if (durations.empty()) {
         return {};
     }
-    const auto [least, most] = std::minmax_element(numbers.begin(), numbers.end());
-    return numberText(*least).size() > numberText(*most).size() ? *least : *most;
+    const auto [least, most] = std::minmax_element(durations.begin(), durations.end());
+    const std::string shortest = FinaliseTime(*least);
+    const std::string longest = FinaliseTime(*most);
+    return shortest.size() > longest.size() ? shortest : longest;
 }
 
+/// The longest cell of each column.
 std::vector<std::string> longestCells(Long count) {
     const ImportedHistory& log = importedLog();
+    const auto missing =
+        std::find(log.address.begin(), log.address.end(), ImportedHistory::noAddress);
+    const std::string address = longestOf(log.addresses);
+    const std::string substitute = missing == log.address.end() ? "" : "[no IP logged]";
     return {toText(count),
             longestOf(log.date, "(no date)"),
             longestOf(log.time, "(no time)"),
-            FinaliseTime(longestOf(log.duration)),
-            numberText(longestOf(log.sent)),
-            numberText(longestOf(log.rcvd)),
-            longestOf(log.addresses, "[no IP logged]")};
+            longestDuration(log.duration),
+            longestNumber(log.sent),
+            longestNumber(log.rcvd),
+            address.size() > substitute.size() ? address : substitute};
 }
 
 /// Where record `r` stands in the lists; raises SubscriptOutOfRange (9) for one that there is not.

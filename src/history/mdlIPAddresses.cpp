@@ -75,12 +75,12 @@ void insertInOrder(Addresses& sorted, const std::string& address) {
 
 /// The same for addresses that all have four parts and no blanks around them: no two of them are
 /// equal, and any order of inserting them leads to one result.
-Addresses sortedAtOnce(const AddressSet& addresses) {
+Addresses sortedAtOnce(const Addresses& addresses) {
     std::vector<std::pair<Parts, const std::string*>> entries;
     entries.reserve(addresses.size());
-    for (std::size_t i = 0; i < addresses.size(); ++i) {
-        if (const auto parts = partsOf(addresses[i])) {
-            entries.emplace_back(*parts, &addresses[i]);
+    for (const std::string* address : addresses) {
+        if (const auto parts = partsOf(*address)) {
+            entries.emplace_back(*parts, address);
         }
     }
     std::sort(entries.begin(), entries.end(), [](const auto& a, const auto& b) {
@@ -99,26 +99,28 @@ bool hasBlanksAround(const std::string& address) {
 }
 
 /// Ascending, as inserting one after the other sorts them.
-Addresses sortedAddresses(const AddressSet& addresses) {
-    bool plain = addresses.size() == 0 || partsOf(addresses[0]).has_value();
-    for (std::size_t i = 0; i < addresses.size() && plain; ++i) {
-        plain = !hasBlanksAround(addresses[i]);
-    }
+Addresses sortedAddresses(const Addresses& addresses) {
+    const bool plain =
+        (addresses.empty() || partsOf(*addresses.front()).has_value()) &&
+        std::none_of(addresses.begin(), addresses.end(),
+                     [](const std::string* address) { return hasBlanksAround(*address); });
     if (plain) {
         return sortedAtOnce(addresses);
     }
     Addresses sorted;
-    for (std::size_t i = 0; i < addresses.size(); ++i) {
-        insertInOrder(sorted, addresses[i]);
+    for (const std::string* address : addresses) {
+        insertInOrder(sorted, *address);
     }
     return sorted;
 }
 
-Addresses addressesInTime(const AddressSet& addresses) {
+/// All that were imported, in the order in which they appear.
+Addresses importedAddresses() {
+    const ImportedHistory& log = forms().frmHistory.data.log;
     Addresses result;
-    result.reserve(addresses.size());
-    for (std::size_t i = 0; i < addresses.size(); ++i) {
-        result.push_back(&addresses[i]);
+    result.reserve(log.addressCount);
+    for (std::size_t i = 0; i < log.addressCount; ++i) {
+        result.push_back(&log.addresses[i]);
     }
     return result;
 }
@@ -132,10 +134,12 @@ AddressOrder CompareIPAddresses(const std::string& First, const std::string& Sec
 
 void UpdateIPAddresses(bool ByAddress) {
     guarded("UpdateIPAddresses", [&] {
-        const AddressSet& addresses = forms().frmHistory.data.log.addresses;
+        Addresses addresses = importedAddresses();
+        if (ByAddress) {
+            addresses = sortedAddresses(addresses);
+        }
         std::string text;
-        for (const std::string* address :
-             ByAddress ? sortedAddresses(addresses) : addressesInTime(addresses)) {
+        for (const std::string* address : addresses) {
             text += *address + "\r\n";
         }
         forms().frmHistory.txtStatisticsIP.setText(text.empty() ? "[no IP addresses recorded]"

@@ -147,8 +147,11 @@ void cmdSetStop_Click() {
 
 void cmdExport_Click() {
     guarded("cmdExport_Click", [] {
-        const std::string file = window().data.working ? std::string() : ChooseExportFile();
-        if (!file.empty() && ExportRecords(file)) {
+        if (window().data.working) {
+            return;
+        }
+        const auto file = ChooseExportFile();
+        if (file && ExportRecords(*file)) {
             inform("All records have been successfully exported.");
         }
     });
@@ -198,7 +201,11 @@ void cboDataType_Click() {
 }
 
 void cboTransferUnit_Click() {
-    guarded("cboTransferUnit_Click", PlotRows);
+    guarded("cboTransferUnit_Click", [] {
+        if (!window().data.refilling) {
+            PlotRows();
+        }
+    });
 }
 
 void cboDataToShow_Click() {
@@ -211,8 +218,10 @@ void cboDataToShow_Click() {
             window().mscHistory.setTitle(titles[chosen]);
         }
         if (window().data.imported) {
+            window().data.refilling = true;
             (chosen == duration ? FillDurationUnitComboBox
                                 : FillTransferUnitComboBox)(window().cboTransferUnit);
+            window().data.refilling = false;
         }
         PlotRows();
     });

@@ -18,8 +18,9 @@ namespace {
 
 constexpr double plainResolution = 96; // dots per inch
 
-/// Smooth lines take time, and where this many points crowd nobody sees that they are.
-constexpr qsizetype mostSmoothPoints = 1000;
+// What is smooth takes time, and where more points than these crowd nobody sees that it is.
+constexpr qsizetype mostSmoothPoints = 400;
+constexpr std::size_t mostSmoothCorners = 200;
 
 QColor colourOf(const Colour& colour) {
     return {colour.red, colour.green, colour.blue};
@@ -37,6 +38,18 @@ QFont inPixels(QFont font, const QPaintDevice& device) {
                              : font.pointSizeF() * device.logicalDpiY() / pointsPerInch;
     font.setPixelSize(std::max(1, qRound(units * device.devicePixelRatioF())));
     return font;
+}
+
+void fill(QPainter& painter, const std::vector<PixelRect>& pieces, const Colour& colour) {
+    QVector<QRect> rects;
+    rects.reserve(static_cast<qsizetype>(pieces.size()));
+    for (const PixelRect& piece : pieces) {
+        rects.push_back(rectOf(piece));
+    }
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(colourOf(colour));
+    painter.drawRects(rects);
 }
 
 QPen penOf(const Stroke& stroke, double scale) {
@@ -96,15 +109,7 @@ void QtCanvas::line(std::span<const CanvasPoint> points, const Stroke& stroke) {
         slantedLine(points, stroke);
         return;
     }
-    QVector<QRect> rects;
-    rects.reserve(static_cast<qsizetype>(pieces->size()));
-    for (const PixelRect& piece : *pieces) {
-        rects.push_back(rectOf(piece));
-    }
-    painter_.setRenderHint(QPainter::Antialiasing, false);
-    painter_.setPen(Qt::NoPen);
-    painter_.setBrush(colourOf(stroke.colour));
-    painter_.drawRects(rects);
+    fill(painter_, *pieces, stroke.colour);
 }
 
 void QtCanvas::slantedLine(std::span<const CanvasPoint> points, const Stroke& stroke) {
@@ -129,9 +134,13 @@ void QtCanvas::slantedLine(std::span<const CanvasPoint> points, const Stroke& st
     }
 }
 
-void QtCanvas::polygon(std::span<const CanvasPoint> corners, const Colour& fill) {
+void QtCanvas::polygon(std::span<const CanvasPoint> corners, const Colour& colour) {
     if (const auto rect = rectangleOf(corners)) {
-        painter_.fillRect(rectOf(*rect), colourOf(fill));
+        painter_.fillRect(rectOf(*rect), colourOf(colour));
+        return;
+    }
+    if (corners.size() > mostSmoothCorners) {
+        fill(painter_, columnsOf(corners), colour);
         return;
     }
     QPolygonF places;
@@ -140,7 +149,7 @@ void QtCanvas::polygon(std::span<const CanvasPoint> corners, const Colour& fill)
     }
     painter_.setRenderHint(QPainter::Antialiasing, true);
     painter_.setPen(Qt::NoPen);
-    painter_.setBrush(colourOf(fill));
+    painter_.setBrush(colourOf(colour));
     painter_.drawPolygon(places);
 }
 

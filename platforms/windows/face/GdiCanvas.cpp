@@ -13,14 +13,12 @@ COLORREF colourOf(const Colour& colour) {
     return RGB(colour.red, colour.green, colour.blue);
 }
 
-HBRUSH brushOf(HDC context, const Colour& colour) {
+void fill(HDC context, const std::vector<PixelRect>& rects, const Colour& colour) {
     SetDCBrushColor(context, colourOf(colour));
-    return static_cast<HBRUSH>(GetStockObject(DC_BRUSH));
-}
-
-void fill(HDC context, const PixelRect& rect, HBRUSH brush) {
-    const RECT area{rect.left, rect.top, rect.right, rect.bottom};
-    FillRect(context, &area, brush);
+    for (const PixelRect& rect : rects) {
+        const RECT area{rect.left, rect.top, rect.right, rect.bottom};
+        FillRect(context, &area, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
+    }
 }
 
 std::vector<POINT> placesOf(std::span<const CanvasPoint> points) {
@@ -72,9 +70,7 @@ private:
 GdiCanvas::GdiCanvas(HDC context, SIZE size, double scale, HFONT font)
     : context_(context), size_(size), scale_(std::max(1.0, scale)), saved_(SaveDC(context)) {
     SelectObject(context_, font);
-    SelectObject(context_, GetStockObject(NULL_PEN));
     SetBkMode(context_, TRANSPARENT);
-    SetPolyFillMode(context_, WINDING);
 }
 
 GdiCanvas::~GdiCanvas() {
@@ -94,10 +90,7 @@ void GdiCanvas::line(std::span<const CanvasPoint> points, const Stroke& stroke) 
         slantedLine(points, stroke);
         return;
     }
-    const HBRUSH brush = brushOf(context_, stroke.colour);
-    for (const PixelRect& piece : *pieces) {
-        fill(context_, piece, brush);
-    }
+    fill(context_, *pieces, stroke.colour);
 }
 
 void GdiCanvas::slantedLine(std::span<const CanvasPoint> points, const Stroke& stroke) {
@@ -111,15 +104,11 @@ void GdiCanvas::slantedLine(std::span<const CanvasPoint> points, const Stroke& s
 }
 
 void GdiCanvas::polygon(std::span<const CanvasPoint> corners, const Colour& colour) {
-    const HBRUSH brush = brushOf(context_, colour);
     if (const auto rect = rectangleOf(corners)) {
-        fill(context_, *rect, brush);
-        return;
+        fill(context_, {*rect}, colour);
+    } else {
+        fill(context_, columnsOf(corners), colour);
     }
-    const std::vector<POINT> places = placesOf(corners);
-    const HGDIOBJ before = SelectObject(context_, brush);
-    Polygon(context_, places.data(), static_cast<int>(places.size()));
-    SelectObject(context_, before);
 }
 
 void GdiCanvas::text(CanvasPoint leftTop, const std::string& text, const Colour& colour) {

@@ -59,6 +59,9 @@ void Chart::setRowCount(int count) {
         values.resize(static_cast<std::size_t>(count));
     }
     rowCount_ = count;
+    if (readRow_ >= rowCount_) {
+        setReadRow(none);
+    }
 }
 
 const std::string& Chart::columnLabel(int column) const {

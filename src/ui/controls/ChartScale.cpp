@@ -18,11 +18,9 @@ int decimalsOf(double digit, int exponent) {
     return std::max(0, (halves ? 1 : 0) - exponent);
 }
 
-bool holds(const ValueScale& scale, double most) {
-    // Sums of steps fall short of round numbers by rounding errors.
-    constexpr double tolerance = 1e-9;
-    return scale.high() >= most - scale.step * tolerance;
-}
+/// Quotients of round numbers miss whole ones by rounding errors; what is left out or added by this
+/// cannot be seen.
+constexpr double unseen = 1e-9;
 
 } // namespace
 
@@ -36,12 +34,12 @@ ValueScale valueScale(double least, double most, int divisions) {
          ++exponent) {
         for (const double digit : roundSteps) {
             const double step = digit * std::pow(10.0, exponent);
-            const ValueScale scale{.low = std::floor(least / step) * step,
-                                   .step = step,
-                                   .divisions = divisions,
-                                   .decimals = decimalsOf(digit, exponent)};
-            if (holds(scale, most)) {
-                return scale;
+            const double lowest = std::floor(least / step + unseen); // in steps
+            if (most / step <= lowest + divisions + unseen) {
+                return {.low = lowest * step,
+                        .step = step,
+                        .divisions = divisions,
+                        .decimals = decimalsOf(digit, exponent)};
             }
         }
     }

@@ -16,7 +16,8 @@ struct ValueScale {
 };
 
 /// The scale with the smallest round step whose `divisions` parts (1 or more) hold 0 and all values
-/// from `least` to `most`. Values that are all 0 get a scale from 0 to 1.
+/// from `least` to `most`, but for a billionth of a step. Values that are all 0 get a scale from 0
+/// to 1.
 ValueScale valueScale(double least, double most, int divisions);
 
 /// The smallest of 1, 2, 5, 10, 20, 50 ... that puts at most `most` (1 or more) labels on `rows`

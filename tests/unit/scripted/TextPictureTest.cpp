@@ -1,5 +1,6 @@
 #include "scripted/TextPicture.h"
 
+#include "ui/controls/Chart.h"
 #include "ui/controls/TestForm.h"
 
 #include <gtest/gtest.h>
@@ -68,6 +69,24 @@ TEST_F(TextPictureTest, TextBoxesShowWhetherTheyCanBeTypedInto) {
                  {.text = "1,204", .readOnly = true, .alignment = TextAlignment::Right});
 
     EXPECT_EQ(lineOf(row({item(open).wide(5), item(shut).wide(8)})), "[ 12    ]  (    1,204 )");
+}
+
+TEST_F(TextPictureTest, AChartShowsItsTitleOnItsFirstLine) {
+    Chart chart(form, "chtOnly", {.title = "Traffic"});
+    form.setLayout(item(chart).tall(2));
+
+    EXPECT_EQ(textPicture(form), "+- Bare -----------+\n"
+                                 "| [chart: Traffic] |\n"
+                                 "|                  |\n"
+                                 "+------------------+\n");
+}
+
+TEST_F(TextPictureTest, AProgressBarShowsItsPercentage) {
+    ProgressBar bar(form, "prgOnly", {});
+    bar.setValue(40);
+
+    EXPECT_EQ(lineOf(item(bar)), "[ 40 % ]");
+    EXPECT_EQ(lineOf(item(bar).wide(12)), "[ 40 %     ]");
 }
 
 TEST_F(TextPictureTest, CheckBoxesShowTheirTick) {

@@ -1,10 +1,11 @@
+#include "history/HistoryTest.h"
 #include "scripted/TextPicture.h"
-#include "support/WorldTest.h"
 
 namespace tarvik {
 namespace {
 
 using WindowPictureTest = WorldTest;
+using HistoryPictureTest = HistoryTest;
 
 TEST_F(WindowPictureTest, TheMainWindowLooksAsItIsMeant) {
     startQuietly();
@@ -19,7 +20,7 @@ TEST_F(WindowPictureTest, TheMainWindowLooksAsItIsMeant) {
         "| +----------------------------------------------------------------------------------------------+                       |\n"
         "| +- Status: ------------------------------------------------------------------------------------+                       |\n"
         "| | (*)  Monitoring: inactive                                                                    |  <  Statistics...   > |\n"
-        "| | Available connection(s):  [                                                               v] |  -    History...    - |\n"
+        "| | Available connection(s):  [                                                               v] |  <    History...    > |\n"
         "| | Active connection to:     (                                                                ) |  <    Options...    > |\n"
         "| +----------------------------------------------------------------------------------------------+  <       Quit       > |\n"
         "+------------------------------------------------------------------------------------------------------------------------+\n");
@@ -92,6 +93,130 @@ TEST_F(WindowPictureTest, TheStatisticsLookAsTheyAreMeant) {
         "| +------------------------------------------------------+  +------------------------------------------------+ |\n"
         "| Updated at: (Not yet obtained.)                                                                   < Cancel > |\n"
         "+--------------------------------------------------------------------------------------------------------------+\n");
+    // clang-format on
+}
+
+TEST_F(HistoryPictureTest, TheChartLooksAsItIsMeant) {
+    // clang-format off
+    EXPECT_EQ(textPicture(window()),
+        "+- Velmars Tarvik - History -------------------------------------------------------------------+\n"
+        "| (o) History  ( ) Statistics  ( ) Statistics (IP)                                             |\n"
+        "| +------------------------------------------------------------------------------------------+ |\n"
+        "| | [chart: Data sent/received]                                                              | |\n"
+        "| |                                                                                          | |\n"
+        "| |                                                                                          | |\n"
+        "| |                                                                                          | |\n"
+        "| |                                                                                          | |\n"
+        "| |                                                                                          | |\n"
+        "| |                                                                                          | |\n"
+        "| |                                                                                          | |\n"
+        "| |                                                                                          | |\n"
+        "| |                                                                                          | |\n"
+        "| |                                                                                          | |\n"
+        "| |                                                                                          | |\n"
+        "| |                                                                                          | |\n"
+        "| |                                                                                          | |\n"
+        "| |                                                                                          | |\n"
+        "| |                                                                                          | |\n"
+        "| |                                                                                          | |\n"
+        "| |                                                                                          | |\n"
+        "| |                                                                                          | |\n"
+        "| |                                                                                          | |\n"
+        "| |                                                                                          | |\n"
+        "| |                                                                                          | |\n"
+        "| |                                                                                          | |\n"
+        "| |                                                                                          | |\n"
+        "| |                                                                                          | |\n"
+        "| +------------------------------------------------------------------------------------------+ |\n"
+        "| +- Import/Setup: --------------------------------------------------------------------------+ |\n"
+        "| | [plot as line      v]  [total transfer      v]  [Rcvd and Sent      v]  [Bytes        v] | |\n"
+        "| | [x] Show X-lines  [x] Show Y-lines                             < Import... >  < Cancel > | |\n"
+        "| +------------------------------------------------------------------------------------------+ |\n"
+        "+----------------------------------------------------------------------------------------------+\n");
+    // clang-format on
+}
+
+TEST_F(HistoryPictureTest, TheCompleteLogLooksAsItIsMeant) {
+    import(Log{{"12.05.2005|14:03:11", "123456", "987654", "760000", "10.0.0.1"},
+               { "13.05.2005|09:10:00",
+                 "2048",
+                 "4096",
+                 "62000",
+                 "" }});
+    select(2);
+
+    window().optStatistics.setValue(true);
+
+    // clang-format off
+    EXPECT_EQ(textPicture(window()),
+        "+- Velmars Tarvik - History -----------------------------------------------------------------------+\n"
+        "| ( ) History  (o) Statistics  ( ) Statistics (IP)                                                 |\n"
+        "| +----------------------------------------------------------------------------------------------+ |\n"
+        "| | Complete log:                                                                                | |\n"
+        "| |   ID|Date|Time|Duration|Bytes sent|Bytes rcvd|IP address                                     | |\n"
+        "| |   1|12.05.2005|14:03:11|00:12:40:000|123456|987654|10.0.0.1                                  | |\n"
+        "| | > 2|13.05.2005|09:10:00|00:01:02:000|2048|4096|[no IP logged]                                | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| | Current start:  ( 1.) 12.05.2005/14:03:11 (00:12:40:000) S:123456; R:987654 (IP: 10.0.0.1) ) | |\n"
+        "| | Current stop:   ( 2.) 13.05.2005/09:10:00 (00:01:02:000) S:2048; R:4096 (IP: )             ) | |\n"
+        "| | < Set start >  < Set stop >                                                    < Export... > | |\n"
+        "| +----------------------------------------------------------------------------------------------+ |\n"
+        "| +- Import/Setup: ------------------------------------------------------------------------------+ |\n"
+        "| | [plot as line       v]  [total transfer       v]  [Rcvd and Sent       v]  [Bytes         v] | |\n"
+        "| | [x] Show X-lines  [x] Show Y-lines                                 < Import... >  < Cancel > | |\n"
+        "| +----------------------------------------------------------------------------------------------+ |\n"
+        "+--------------------------------------------------------------------------------------------------+\n");
+    // clang-format on
+}
+
+TEST_F(HistoryPictureTest, TheAddressesLookAsTheyAreMeant) {
+    import(numberedLog(2));
+
+    window().optStatisticsIP.setValue(true);
+
+    // clang-format off
+    EXPECT_EQ(textPicture(window()),
+        "+- Velmars Tarvik - History -----------------------------------------------------------------------+\n"
+        "| ( ) History  ( ) Statistics  (o) Statistics (IP)                                                 |\n"
+        "| +----------------------------------------------------------------------------------------------+ |\n"
+        "| | This is a list with all different IP addresses that have been recorded:                      | |\n"
+        "| | ( 10.0.0.1                                                                                 ) | |\n"
+        "| | ( 10.0.0.2                                                                                 ) | |\n"
+        "| | (                                                                                          ) | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| |                                                                                              | |\n"
+        "| | Sort by:  < Time >  < IP address >                                                           | |\n"
+        "| +----------------------------------------------------------------------------------------------+ |\n"
+        "| +- Import/Setup: ------------------------------------------------------------------------------+ |\n"
+        "| | [plot as line       v]  [total transfer       v]  [Rcvd and Sent       v]  [Bytes         v] | |\n"
+        "| | [x] Show X-lines  [x] Show Y-lines                                 < Import... >  < Cancel > | |\n"
+        "| +----------------------------------------------------------------------------------------------+ |\n"
+        "+--------------------------------------------------------------------------------------------------+\n");
     // clang-format on
 }
 

@@ -1,0 +1,106 @@
+#include "common/NameIndex.h"
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+namespace tarvik {
+namespace {
+
+/// Names one behind the other in a text of their own.
+class Names {
+public:
+    Names(std::initializer_list<std::string_view> names) {
+        std::vector<TextRange> ranges;
+        for (const std::string_view name : names) {
+            const auto begin = static_cast<std::uint32_t>(text_.size());
+            text_ += name;
+            ranges.push_back({begin, static_cast<std::uint32_t>(text_.size())});
+        }
+        index_ = NameIndex(text_, std::move(ranges));
+    }
+
+    std::uint32_t find(std::string_view name) const { return index_.find(text_, name); }
+
+private:
+    std::string text_;
+    NameIndex index_;
+};
+
+TEST(NameIndexTest, AnEmptyIndexHasNoName) {
+    EXPECT_EQ(NameIndex().find("", ""), NameIndex::none);
+    EXPECT_EQ(Names({}).find("a"), NameIndex::none);
+}
+
+TEST(NameIndexTest, NamesAreFoundInAnyOrder) {
+    const Names names{"one", "two", "three", "four"};
+    EXPECT_EQ(names.find("four"), 3U);
+    EXPECT_EQ(names.find("one"), 0U);
+    EXPECT_EQ(names.find("three"), 2U);
+    EXPECT_EQ(names.find("two"), 1U);
+}
+
+TEST(NameIndexTest, ANameIsFoundAgainAndThenTheOneBehindIt) {
+    const Names names{"one", "two", "three"};
+    EXPECT_EQ(names.find("one"), 0U);
+    EXPECT_EQ(names.find("one"), 0U);
+    EXPECT_EQ(names.find("two"), 1U);
+    EXPECT_EQ(names.find("three"), 2U);
+    EXPECT_EQ(names.find("three"), 2U);
+}
+
+TEST(NameIndexTest, NamesAreFoundByTurns) {
+    const Names names{"settings", "one", "two", "three"};
+    for (const std::uint32_t number : {1U, 2U, 3U}) {
+        const std::string_view name = number == 1 ? "one" : number == 2 ? "two" : "three";
+        EXPECT_EQ(names.find("settings"), 0U);
+        EXPECT_EQ(names.find(name), number);
+        EXPECT_EQ(names.find("settings"), 0U);
+        EXPECT_EQ(names.find(name), number);
+    }
+}
+
+TEST(NameIndexTest, OfEqualNamesTheFirstIsFoundAlsoRightBeforeTheSecond) {
+    const Names names{"first", "twice", "other", "twice", "last"};
+    EXPECT_EQ(names.find("other"), 2U);
+    EXPECT_EQ(names.find("twice"), 1U);
+}
+
+TEST(NameIndexTest, NamesThatDifferInCaseAreEqual) {
+    const Names names{"first", "Twice", "other", "tWICE", "last"};
+    EXPECT_EQ(names.find("other"), 2U);
+    EXPECT_EQ(names.find("tWICE"), 1U);
+    EXPECT_EQ(names.find("LAST"), 4U);
+    EXPECT_EQ(names.find("Last"), 4U);
+}
+
+TEST(NameIndexTest, WhatIsNotThereIsNotFoundWhateverWasFoundBefore) {
+    const Names names{"one", "two"};
+    EXPECT_EQ(names.find("three"), NameIndex::none);
+    EXPECT_EQ(names.find("two"), 1U);
+    EXPECT_EQ(names.find("three"), NameIndex::none);
+    EXPECT_EQ(names.find("tw"), NameIndex::none);
+    EXPECT_EQ(names.find(""), NameIndex::none);
+    EXPECT_EQ(names.find("two"), 1U);
+}
+
+TEST(NameIndexTest, EachOfManyNamesIsFound) {
+    constexpr std::uint32_t count = 5000;
+    std::string text;
+    std::vector<TextRange> ranges;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        const auto begin = static_cast<std::uint32_t>(text.size());
+        text += "name" + std::to_string(i);
+        ranges.push_back({begin, static_cast<std::uint32_t>(text.size())});
+    }
+    const NameIndex index(text, ranges);
+    for (std::uint32_t i = count; i-- > 0;) {
+        ASSERT_EQ(index.find(text, "NAME" + std::to_string(i)), i);
+    }
+    EXPECT_EQ(index.find(text, "name5000"), NameIndex::none);
+}
+
+} // namespace
+} // namespace tarvik

@@ -1,0 +1,215 @@
+#include "ImagePixels.h"
+
+#include "linux/face/QtCanvas.h"
+#include "support/CanvasCases.h"
+
+#include <gtest/gtest.h>
+
+namespace tarvik {
+namespace {
+
+/// A white image of that many pixels, so many of them to a unit.
+QImage sheet(int width, int height, double ratio = 1) {
+    QImage image(width, height, QImage::Format_RGB32);
+    image.setDevicePixelRatio(ratio);
+    image.fill(Qt::white);
+    return image;
+}
+
+/// What a case looks like on a screen with so many pixels to a unit.
+std::string seen(const CanvasCase& one, double ratio) {
+    QImage image = sheet(CanvasCase::width, CanvasCase::height, ratio);
+    {
+        QPainter painter(&image);
+        face::QtCanvas canvas(painter, image.deviceIndependentSize(), QFont());
+        one.draw(canvas);
+    }
+    return inCharacters(pixelsOf(image));
+}
+
+class SolidCanvasTest : public testing::TestWithParam<CanvasCase> {};
+
+TEST_P(SolidCanvasTest, IsSharpOnAPlainScreen) {
+    EXPECT_EQ(seen(GetParam(), 1), GetParam().seen);
+}
+
+TEST_P(SolidCanvasTest, IsSharpOnAFineScreen) {
+    EXPECT_EQ(seen(GetParam(), 2), GetParam().seen);
+}
+
+TEST_P(SolidCanvasTest, IsSharpBetweenTheTwo) {
+    EXPECT_EQ(seen(GetParam(), 1.25), GetParam().seen);
+}
+
+INSTANTIATE_TEST_SUITE_P(QtCanvas, SolidCanvasTest, testing::ValuesIn(solidCases()),
+                         [](const auto& one) { return nameOf(one.param); });
+
+class DashedCanvasTest : public testing::TestWithParam<CanvasCase> {};
+
+TEST_P(DashedCanvasTest, IsDashed) {
+    EXPECT_EQ(seen(GetParam(), 1), GetParam().seen);
+}
+
+INSTANTIATE_TEST_SUITE_P(QtCanvas, DashedCanvasTest, testing::ValuesIn(dashedCases()),
+                         [](const auto& one) { return nameOf(one.param); });
+
+class FineDashedCanvasTest : public testing::TestWithParam<CanvasCase> {};
+
+TEST_P(FineDashedCanvasTest, IsDashed) {
+    EXPECT_EQ(seen(GetParam(), 2), GetParam().seen);
+}
+
+INSTANTIATE_TEST_SUITE_P(QtCanvas, FineDashedCanvasTest, testing::ValuesIn(dashedCasesOfScaleTwo()),
+                         [](const auto& one) { return nameOf(one.param); });
+
+TEST(QtCanvasTest, ItIsAsLargeAsTheScreenHasPixels) {
+    QImage image = sheet(240, 150, 1.5);
+    QPainter painter(&image);
+
+    const face::QtCanvas canvas(painter, {160, 100}, QFont());
+
+    EXPECT_EQ(canvas.size(), (CanvasSize{240, 150}));
+    EXPECT_EQ(canvas.scale(), 1.5);
+}
+
+TEST(QtCanvasTest, ItBeginsAtAWholePixel) {
+    QImage image = sheet(12, 7, 1.5);
+    {
+        QPainter painter(&image);
+        painter.translate(1, 1); // a pixel and a half
+        face::QtCanvas canvas(painter, {7, 4}, QFont());
+        drawLine(canvas, {{1, 1}, {5, 1}}, 1);
+    }
+
+    EXPECT_EQ(inCharacters(pixelsOf(image)), "............\n"
+                                             "............\n"
+                                             "............\n"
+                                             "...#####....\n"
+                                             "............\n"
+                                             "............\n"
+                                             "............\n");
+}
+
+TEST(QtCanvasTest, ThePainterIsAsBeforeAfterwards) {
+    QImage image = sheet(12, 7, 2);
+    QPainter painter(&image);
+    {
+        face::QtCanvas canvas(painter, {6, 3}, QFont());
+        drawLine(canvas, {{1, 1}, {5, 3}}, 1);
+    }
+
+    EXPECT_EQ(painter.transform(), QTransform());
+    EXPECT_FALSE(painter.testRenderHint(QPainter::Antialiasing));
+}
+
+TEST(QtCanvasTest, LevelPartsOfASlantedLineAreSharp) {
+    const CanvasCase mixed{.name = {},
+                           .draw =
+                               [](Canvas& canvas) {
+                                   drawLine(canvas, {{1, 2}, {6, 2}, {10, 5}}, 1);
+                               },
+                           .seen = {}};
+
+    const std::string picture = seen(mixed, 1);
+
+    EXPECT_EQ(picture.substr(0, 13), "............\n");
+    EXPECT_EQ(picture.substr(26, 6), ".#####");
+    EXPECT_NE(picture.find('?'), std::string::npos) << "slanted parts are smooth";
+}
+
+TEST(QtCanvasTest, DashesGoOnFromPartToPart) {
+    const auto drawn = [](int parts) {
+        std::vector<CanvasPoint> points;
+        for (int i = 0; i <= parts; ++i) {
+            points.push_back({i * 120.0 / parts, i * 60.0 / parts});
+        }
+        QImage image = sheet(120, 60);
+        {
+            QPainter painter(&image);
+            face::QtCanvas canvas(painter, {120, 60}, QFont());
+            drawLine(canvas, points, 2, LineStyle::Dashed);
+        }
+        return pixelsOf(image);
+    };
+
+    EXPECT_LT(differingPart(drawn(30), drawn(1)), 0.002);
+}
+
+TEST(QtCanvasTest, AnAreaWithManyCornersIsFilled) {
+    std::vector<CanvasPoint> corners{{120, 60}, {0, 60}};
+    for (int i = 0; i <= 600; ++i) {
+        corners.push_back({i * 0.2, 30 + i % 2 * 5.0});
+    }
+    QImage image = sheet(120, 60);
+    {
+        QPainter painter(&image);
+        face::QtCanvas canvas(painter, {120, 60}, QFont());
+        drawPolygon(canvas, corners);
+    }
+
+    const Pixels pixels = pixelsOf(image);
+    for (int x = 0; x < 120; ++x) {
+        EXPECT_EQ(pixels.at(x, 29), 0xFFFFFFU) << x;
+        EXPECT_EQ(pixels.at(x, 36), 0U) << x;
+        EXPECT_EQ(pixels.at(x, 59), 0U) << x;
+    }
+}
+
+TEST(QtCanvasTest, ASlantedAreaIsFilled) {
+    const CanvasCase triangle{.name = {},
+                              .draw =
+                                  [](Canvas& canvas) {
+                                      drawPolygon(canvas, {{0, 0}, {12, 0}, {0, 6}});
+                                  },
+                              .seen = {}};
+
+    const std::string picture = seen(triangle, 1);
+
+    EXPECT_EQ(picture.substr(0, 9), "#########");
+    EXPECT_EQ(picture.substr(13 * 6), "............\n");
+}
+
+TEST(QtCanvasTest, TextStandsInItsBox) {
+    QImage image = sheet(120, 60);
+    CanvasSize size;
+    {
+        QPainter painter(&image);
+        face::QtCanvas canvas(painter, {120, 60}, QFont());
+        size = canvas.textSize("Xg");
+        canvas.text({20, 10}, "Xg", {});
+    }
+
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const bool inside = x >= 19 && x <= 21 + size.width && y >= 10 && y < 10 + size.height;
+            EXPECT_TRUE(inside || image.pixel(x, y) == 0xFFFFFFFFU) << x << ' ' << y;
+        }
+    }
+    EXPECT_NE(pixelsOf(image), pixelsOf(sheet(120, 60)));
+}
+
+TEST(QtCanvasTest, TextIsTwiceAsLargeOnAFineScreen) {
+    const auto widthOn = [](double ratio) {
+        QImage image = sheet(12, 7, ratio);
+        QPainter painter(&image);
+        return face::QtCanvas(painter, {12, 7}, QFont()).textSize("Received").width;
+    };
+
+    EXPECT_NEAR(widthOn(2), 2 * widthOn(1), widthOn(1) / 8);
+}
+
+TEST(QtCanvasTest, AMillionPointsAreDrawn) {
+    std::vector<CanvasPoint> points;
+    for (int i = 0; i < 1'000'000; ++i) {
+        points.push_back({i * 480.0 / 1'000'000, static_cast<double>(i * 7 % 300)});
+    }
+    QImage image = sheet(480, 300);
+    QPainter painter(&image);
+
+    face::QtCanvas(painter, {480, 300}, QFont()).line(points, {.colour = {}, .width = 1});
+
+    EXPECT_LT(qGray(image.pixel(240, 150)), 64);
+}
+
+} // namespace
+} // namespace tarvik

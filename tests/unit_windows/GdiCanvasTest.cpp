@@ -1,0 +1,172 @@
+#include "MemorySheet.h"
+
+#include "support/CanvasCases.h"
+#include "windows/face/GdiCanvas.h"
+
+#include <gtest/gtest.h>
+
+namespace tarvik {
+namespace {
+
+HFONT systemFont() {
+    return static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT));
+}
+
+/// What a case looks like on a canvas of that scale.
+std::string seen(void (*draw)(Canvas&), double scale) {
+    const MemorySheet sheet(CanvasCase::width, CanvasCase::height);
+    {
+        face::GdiCanvas canvas(sheet.context(), {CanvasCase::width, CanvasCase::height}, scale,
+                               systemFont());
+        draw(canvas);
+    }
+    return inCharacters(sheet.pixels());
+}
+
+class SolidCanvasTest : public testing::TestWithParam<CanvasCase> {};
+
+TEST_P(SolidCanvasTest, IsDrawnToThePixel) {
+    EXPECT_EQ(seen(GetParam().draw, 1), GetParam().seen);
+}
+
+TEST_P(SolidCanvasTest, IsTheSameOnAFineScreen) {
+    EXPECT_EQ(seen(GetParam().draw, 2), GetParam().seen);
+}
+
+INSTANTIATE_TEST_SUITE_P(GdiCanvas, SolidCanvasTest, testing::ValuesIn(solidCases()),
+                         [](const auto& one) { return nameOf(one.param); });
+
+class DashedCanvasTest : public testing::TestWithParam<CanvasCase> {};
+
+TEST_P(DashedCanvasTest, IsDashed) {
+    EXPECT_EQ(seen(GetParam().draw, 1), GetParam().seen);
+}
+
+INSTANTIATE_TEST_SUITE_P(GdiCanvas, DashedCanvasTest, testing::ValuesIn(dashedCases()),
+                         [](const auto& one) { return nameOf(one.param); });
+
+class FineDashedCanvasTest : public testing::TestWithParam<CanvasCase> {};
+
+TEST_P(FineDashedCanvasTest, IsDashed) {
+    EXPECT_EQ(seen(GetParam().draw, 2), GetParam().seen);
+}
+
+INSTANTIATE_TEST_SUITE_P(GdiCanvas, FineDashedCanvasTest,
+                         testing::ValuesIn(dashedCasesOfScaleTwo()),
+                         [](const auto& one) { return nameOf(one.param); });
+
+// clang-format off
+
+TEST(GdiCanvasTest, ASlantedLineTakesBothItsEnds) {
+    const auto draw = [](Canvas& canvas) { drawLine(canvas, {{2, 1}, {6, 5}}, 1); };
+
+    EXPECT_EQ(seen(draw, 1),
+              "............\n"
+              "..#.........\n"
+              "...#........\n"
+              "....#.......\n"
+              ".....#......\n"
+              "......#.....\n"
+              "............\n");
+}
+
+TEST(GdiCanvasTest, LevelPartsOfASlantedLineAreSharp) {
+    const auto draw = [](Canvas& canvas) { drawLine(canvas, {{1, 2}, {6, 2}, {9, 5}, {10, 5}}, 1); };
+
+    EXPECT_EQ(seen(draw, 1),
+              "............\n"
+              "............\n"
+              ".######.....\n"
+              ".......#....\n"
+              "........#...\n"
+              ".........##.\n"
+              "............\n");
+}
+
+// clang-format on
+
+TEST(GdiCanvasTest, AWideSlantedLineIsWider) {
+    const auto blackOf = [](const std::string& picture) {
+        return std::count(picture.begin(), picture.end(), '#');
+    };
+    const auto thin = [](Canvas& canvas) { drawLine(canvas, {{1, 1}, {9, 5}}, 1); };
+    const auto wide = [](Canvas& canvas) { drawLine(canvas, {{1, 1}, {9, 5}}, 3); };
+
+    EXPECT_GE(blackOf(seen(wide, 1)), 2 * blackOf(seen(thin, 1)));
+}
+
+TEST(GdiCanvasTest, ASlantedLineMayBeDashed) {
+    const auto solid = [](Canvas& canvas) { drawLine(canvas, {{1, 1}, {9, 5}}, 1); };
+    const auto dotted = [](Canvas& canvas) {
+        drawLine(canvas, {{1, 1}, {9, 5}}, 1, LineStyle::Dotted);
+    };
+    const std::string whole = seen(solid, 1);
+    const std::string parts = seen(dotted, 1);
+
+    EXPECT_NE(parts.find('#'), std::string::npos);
+    EXPECT_LT(std::count(parts.begin(), parts.end(), '#'),
+              std::count(whole.begin(), whole.end(), '#') * 2 / 3);
+}
+
+TEST(GdiCanvasTest, ASlantedAreaIsFilled) {
+    const auto draw = [](Canvas& canvas) { drawPolygon(canvas, {{0, 0}, {12, 0}, {0, 6}}); };
+
+    const std::string picture = seen(draw, 1);
+
+    EXPECT_EQ(picture.substr(0, 9), "#########");
+    EXPECT_EQ(picture.substr(13 * 6), "............\n");
+}
+
+TEST(GdiCanvasTest, TheContextIsAsBeforeAfterwards) {
+    const MemorySheet sheet(12, 7);
+    const HGDIOBJ font = GetCurrentObject(sheet.context(), OBJ_FONT);
+    const HGDIOBJ pen = GetCurrentObject(sheet.context(), OBJ_PEN);
+    {
+        face::GdiCanvas canvas(sheet.context(), {12, 7}, 1, systemFont());
+        drawLine(canvas, {{1, 1}, {5, 3}}, 1);
+        canvas.text({0, 0}, "x", {255, 0, 0});
+    }
+
+    EXPECT_EQ(GetCurrentObject(sheet.context(), OBJ_FONT), font);
+    EXPECT_EQ(GetCurrentObject(sheet.context(), OBJ_PEN), pen);
+    EXPECT_EQ(GetBkMode(sheet.context()), OPAQUE);
+    EXPECT_EQ(GetTextColor(sheet.context()), RGB(0, 0, 0));
+}
+
+TEST(GdiCanvasTest, TextStandsInItsBox) {
+    const MemorySheet sheet(120, 60);
+    CanvasSize size;
+    {
+        face::GdiCanvas canvas(sheet.context(), {120, 60}, 1, systemFont());
+        size = canvas.textSize("Xg");
+        canvas.text({20, 10}, "Xg", {});
+    }
+
+    const Pixels pixels = sheet.pixels();
+    bool any = false;
+    for (int y = 0; y < pixels.height; ++y) {
+        for (int x = 0; x < pixels.width; ++x) {
+            const bool inside = x >= 19 && x <= 21 + size.width && y >= 10 && y < 10 + size.height;
+            const bool white = pixels.at(x, y) == 0xFFFFFFU;
+            EXPECT_TRUE(inside || white) << x << ' ' << y;
+            any = any || !white;
+        }
+    }
+    EXPECT_TRUE(any);
+}
+
+TEST(GdiCanvasTest, AMillionPointsAreDrawn) {
+    std::vector<CanvasPoint> points;
+    for (int i = 0; i < 1'000'000; ++i) {
+        points.push_back({i * 480.0 / 1'000'000, static_cast<double>(i * 7 % 300)});
+    }
+    const MemorySheet sheet(480, 300);
+
+    face::GdiCanvas(sheet.context(), {480, 300}, 1, systemFont())
+        .line(points, {.colour = {}, .width = 1});
+
+    EXPECT_EQ(sheet.pixels().at(240, 150), 0U);
+}
+
+} // namespace
+} // namespace tarvik
