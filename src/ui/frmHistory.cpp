@@ -30,13 +30,16 @@ FrmHistory::FrmHistory() : Form("frmHistory", "Velmars Tarvik - History") {
         row({item(chkShowXLines), item(chkShowYLines), space(), item(prgWork).wide(progressWidth),
              item(cmdStop), item(cmdImport), item(cmdCancel)}),
     });
-    setLayout(column({
-        row({item(optHistory), item(optStatistics), item(optStatisticsIP), space()}),
-        frame(frameHistory, item(mscHistory).wide(viewWidth).tall(chartHeight).share(1)).share(1),
-        frame(frameStatistics, std::move(log)).share(1),
-        frame(frameStatisticsIP, std::move(addresses)).share(1),
-        frame(frameImportSetup, std::move(setup)),
-    }));
+    setLayout(
+        column({
+                   row({item(optHistory), item(optStatistics), item(optStatisticsIP), space()}),
+                   frame(frameHistory, item(mscHistory).wide(viewWidth).tall(chartHeight).share(1))
+                       .share(1),
+                   frame(frameStatistics, std::move(log)).share(1),
+                   frame(frameStatisticsIP, std::move(addresses)).share(1),
+                   frame(frameImportSetup, std::move(setup)),
+               })
+            .share(1));
     frameStatistics.setVisible(false);
     frameStatisticsIP.setVisible(false);
     prgWork.setVisible(false);

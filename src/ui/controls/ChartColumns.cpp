@@ -14,7 +14,8 @@ constexpr double markSize = 3;      ///< from its middle
 constexpr double roomForMarks = 12; ///< from one to the next
 constexpr double barPart = 0.8;     ///< of the room that a row has
 constexpr double narrowestBar = 2;
-constexpr double narrowestRow = 2;
+/// A mark stands around the middle of its pixel.
+constexpr double halfPixel = 0.5;
 
 /// Fills columns of pixels from left to right. Much is drawn faster so than as one shape with
 /// thousands of corners.
@@ -60,7 +61,8 @@ private:
 /// There are more rows than can be told apart.
 bool ChartPicture::crowded() const {
     const bool bars = chart_.type() == ChartType::Bar;
-    return rowWidth() < (bars ? narrowestBar * chart_.columnCount() / barPart : narrowestRow);
+    const double needed = bars ? narrowestBar * chart_.columnCount() / barPart : narrowestRow;
+    return rowWidth() < needed * unit_;
 }
 
 void ChartPicture::fillColumn(Canvas& canvas, const ChartPalette& palette, int column) const {
@@ -97,6 +99,32 @@ void ChartPicture::fillBars(Canvas& canvas, const Colour& colour, int column) co
     }
 }
 
+/// A second line is told from the first also by what it is made of.
+Stroke ChartPicture::strokeOf(const ChartPalette& palette, int column) const {
+    return {.colour = palette.columns[static_cast<std::size_t>(column)],
+            .width = std::round(lineWidth * unit_),
+            .style = column == 0 ? LineStyle::Solid : LineStyle::Dashed};
+}
+
+/// Shows how a column is drawn.
+void ChartPicture::drawSample(Canvas& canvas, const ChartPalette& palette, int column,
+                              const CanvasArea& area) const {
+    const Stroke stroke = strokeOf(palette, column);
+    if (chart_.type() == ChartType::Bar) {
+        canvas.polygon(std::array<CanvasPoint, 4>{{{area.left, area.top},
+                                                   {area.right, area.top},
+                                                   {area.right, area.bottom},
+                                                   {area.left, area.bottom}}},
+                       stroke.colour);
+        return;
+    }
+    const double middle = (area.top + area.bottom) / 2;
+    canvas.line(std::array<CanvasPoint, 2>{{{area.left, middle}, {area.right, middle}}}, stroke);
+    if (chart_.type() == ChartType::Line) {
+        drawMark(canvas, stroke.colour, column, {std::round((area.left + area.right) / 2), middle});
+    }
+}
+
 void ChartPicture::outlineColumn(Canvas& canvas, const ChartPalette& palette, int column) const {
     const Colour& colour = palette.columns[static_cast<std::size_t>(column)];
     if (crowded()) {
@@ -109,11 +137,8 @@ void ChartPicture::outlineColumn(Canvas& canvas, const ChartPalette& palette, in
     if (chart_.type() == ChartType::Bar) {
         return;
     }
-    // A second line is told from the first also by what it is made of.
     canvas.line(chart_.type() == ChartType::Step ? plainSteps(column) : plainLine(column),
-                {.colour = colour,
-                 .width = std::round(lineWidth * unit_),
-                 .style = column == 0 ? LineStyle::Solid : LineStyle::Dashed});
+                strokeOf(palette, column));
     if (chart_.type() == ChartType::Line) {
         drawMarks(canvas, colour, column);
     }
@@ -178,10 +203,11 @@ void ChartPicture::drawMark(Canvas& canvas, const Colour& colour, int column,
         return;
     }
     const double corner = std::round(reach * 1.5);
-    canvas.polygon(std::vector<CanvasPoint>{{at.x, at.y - corner},
-                                            {at.x + corner, at.y},
-                                            {at.x, at.y + corner},
-                                            {at.x - corner, at.y}},
+    const CanvasPoint middle{at.x + halfPixel, at.y + halfPixel};
+    canvas.polygon(std::vector<CanvasPoint>{{middle.x, middle.y - corner},
+                                            {middle.x + corner, middle.y},
+                                            {middle.x, middle.y + corner},
+                                            {middle.x - corner, middle.y}},
                    colour);
 }
 

@@ -22,7 +22,8 @@ void ChartPicture::draw(Canvas& canvas, const ChartPalette& palette) {
     const std::vector<CanvasPoint> sheet{{0, 0}, {size_.x, 0}, {size_.x, size_.y}, {0, size_.y}};
     canvas.polygon(sheet, palette.background);
     if (plot_.width() < 1 || plot_.height() < 1) {
-        return; // no room for anything
+        plot_ = {}; // no room for anything
+        return;
     }
     drawTitles(canvas, palette);
     drawGrid(canvas, palette);
@@ -121,6 +122,17 @@ double ChartPicture::yOf(double value) const {
     return plot_.bottom - (value - scale_.low) / (scale_.high() - scale_.low) * plot_.height();
 }
 
+/// The column of pixels that stands for a row: where rows are narrow, one that `rowAt` gives this
+/// row for, if there is one.
+double ChartPicture::pixelOf(int row) const {
+    const double middle = xOf(row + 0.5);
+    if (rowWidth() >= narrowestRow) {
+        return std::round(middle);
+    }
+    const double first = std::ceil(xOf(row));
+    return first > std::floor(middle) && first < xOf(row + 1.0) ? first : std::floor(middle);
+}
+
 std::string ChartPicture::valueLabel(int division) const {
     // What should be 0 may be a little beside it.
     const double value = scale_.at(division);
@@ -136,15 +148,23 @@ double ChartPicture::widestValueLabel(const Canvas& canvas) const {
     return widest;
 }
 
+/// A text that does not fit on the sheet is left out.
+void ChartPicture::write(Canvas& canvas, CanvasPoint leftTop, const std::string& text,
+                         const Colour& colour) const {
+    if (leftTop.x >= 0 && leftTop.x + canvas.textSize(text).width <= size_.x) {
+        canvas.text(leftTop, text, colour);
+    }
+}
+
 void ChartPicture::drawTitles(Canvas& canvas, const ChartPalette& palette) const {
     const auto centred = [&](const std::string& text, double left, double right, double top) {
         const double spare = right - left - canvas.textSize(text).width;
-        canvas.text({std::round(left + spare / 2), top}, text, palette.text);
+        write(canvas, {std::round(left + spare / 2), top}, text, palette.text);
     };
     const double gap = std::round(labelGap * unit_);
     centred(chart_.title(), 0, size_.x, margin_);
-    canvas.text({margin_, margin_ + lineHeight_ + gap}, chart_.axis(ChartAxisId::Y).title,
-                palette.text);
+    write(canvas, {margin_, margin_ + lineHeight_ + gap}, chart_.axis(ChartAxisId::Y).title,
+          palette.text);
     centred(chart_.axis(ChartAxisId::X).title, plot_.left, plot_.right,
             plot_.bottom + lineHeight_ + 2 * gap);
 }
@@ -215,11 +235,14 @@ void ChartPicture::drawValueLabels(Canvas& canvas, const ChartPalette& palette) 
 
 void ChartPicture::drawRowLabels(Canvas& canvas, const ChartPalette& palette) const {
     const double top = plot_.bottom + std::round(labelGap * unit_);
-    double free = 0; // where the next label may begin
+    double free = plot_.left - std::round(labelGap * unit_); // where the next label may begin
     for (int row = 0; row < chart_.rowCount(); row += labelStep_) {
         const std::string label = chart_.rowLabel(row);
         const double width = canvas.textSize(label).width;
-        const double left = std::round(xOf(row + 0.5) - width / 2);
+        double left = std::round(xOf(row + 0.5) - width / 2);
+        if (row == 0) {
+            left = std::max(left, free); // beside the numbers of the values
+        }
         if (left >= free && left + width <= size_.x) {
             canvas.text({left, top}, label, palette.text);
             free = left + width + labelGap * unit_;
@@ -230,25 +253,33 @@ void ChartPicture::drawRowLabels(Canvas& canvas, const ChartPalette& palette) co
     }
 }
 
+/// At the right, in the line of the values' title; left out where there is no room beside that.
 void ChartPicture::drawKey(Canvas& canvas, const ChartPalette& palette) const {
     if (!chart_.showsLegend() && chart_.columnCount() < 2) {
         return;
     }
     const double gap = std::round(labelGap * unit_);
     const double swatch = std::round(swatchWidth * unit_);
+    double left = plot_.right;
+    std::array<double, Chart::mostColumns> labelLefts{};
+    for (int column = chart_.columnCount() - 1; column >= 0; --column) {
+        const double width = canvas.textSize(chart_.columnLabel(column)).width;
+        labelLefts[static_cast<std::size_t>(column)] = std::round(left - width);
+        left = std::round(left - width) - gap - swatch - 3 * gap;
+    }
+    if (left < margin_ + canvas.textSize(chart_.axis(ChartAxisId::Y).title).width) {
+        return;
+    }
     const double top = margin_ + lineHeight_ + gap;
     const double middle = std::round(top + lineHeight_ / 2);
-    double right = plot_.right;
-    for (int column = chart_.columnCount() - 1; column >= 0; --column) {
-        const std::string& label = chart_.columnLabel(column);
-        const double left = std::round(right - canvas.textSize(label).width);
-        canvas.text({left, top}, label, palette.text);
-        const Colour& colour = palette.columns[static_cast<std::size_t>(column)];
-        const double end = left - gap;
-        canvas.line(std::vector<CanvasPoint>{{end - swatch, middle}, {end, middle}},
-                    {.colour = colour, .width = std::round(2 * unit_)});
-        drawMark(canvas, colour, column, {std::round(end - swatch / 2), middle});
-        right = end - swatch - 3 * gap;
+    for (int column = 0; column < chart_.columnCount(); ++column) {
+        const double labelLeft = labelLefts[static_cast<std::size_t>(column)];
+        canvas.text({labelLeft, top}, chart_.columnLabel(column), palette.text);
+        drawSample(canvas, palette, column,
+                   {.left = labelLeft - gap - swatch,
+                    .top = middle - gap,
+                    .right = labelLeft - gap,
+                    .bottom = middle + gap});
     }
 }
 
@@ -257,7 +288,7 @@ void ChartPicture::drawReading(Canvas& canvas, const ChartPalette& palette) cons
     if (row == Chart::none) {
         return;
     }
-    const double x = std::round(xOf(row + 0.5));
+    const double x = pixelOf(row);
     canvas.line(std::vector<CanvasPoint>{{x, plot_.top}, {x, plot_.bottom}},
                 {.colour = palette.text, .width = std::round(unit_)});
     for (int column = 0; column < chart_.columnCount(); ++column) {
@@ -267,7 +298,10 @@ void ChartPicture::drawReading(Canvas& canvas, const ChartPalette& palette) cons
     const double gap = std::round(labelGap * unit_);
     const double width = std::ceil(canvas.textSize(text).width) + 2 * gap;
     // Beside the line on the side that has room for it.
-    const double left = std::max(0.0, x + gap + width <= size_.x ? x + gap : x - gap - width);
+    const double left = x + gap + width < size_.x ? x + gap : x - gap - width;
+    if (left < 0) {
+        return;
+    }
     const double bottom = plot_.top + lineHeight_ + gap;
     const std::vector<CanvasPoint> box{
         {left, plot_.top}, {left + width, plot_.top}, {left + width, bottom}, {left, bottom}};

@@ -57,9 +57,14 @@ private:
     double rowWidth() const { return plot_.width() / chart_.rowCount(); }
     double xOf(double row) const { return plot_.left + row * rowWidth(); }
     double yOf(double value) const;
+    double pixelOf(int row) const;
+    /// Rows that are narrower, in plain pixels, cannot be told apart.
+    static constexpr double narrowestRow = 2;
     bool crowded() const;
 
     // The sheet around the values.
+    void write(Canvas& canvas, CanvasPoint leftTop, const std::string& text,
+               const Colour& colour) const;
     void drawGrid(Canvas& canvas, const ChartPalette& palette) const;
     void drawAxes(Canvas& canvas, const ChartPalette& palette) const;
     void drawValueLabels(Canvas& canvas, const ChartPalette& palette) const;
@@ -71,6 +76,9 @@ private:
     // The values: room that is filled first, lines above all of it.
     void fillColumn(Canvas& canvas, const ChartPalette& palette, int column) const;
     void fillBars(Canvas& canvas, const Colour& colour, int column) const;
+    Stroke strokeOf(const ChartPalette& palette, int column) const;
+    void drawSample(Canvas& canvas, const ChartPalette& palette, int column,
+                    const CanvasArea& area) const;
     void outlineColumn(Canvas& canvas, const ChartPalette& palette, int column) const;
     void drawCrowdedLine(Canvas& canvas, const Colour& colour, int column) const;
     void fillCrowded(Canvas& canvas, const Colour& colour, int column) const;

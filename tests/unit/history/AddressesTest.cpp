@@ -354,6 +354,7 @@ TEST_P(AnyListTest, IsSortedAsInsertingOneAfterTheOtherSortsIt) {
         data().log.addresses = {};
         for (const std::string& address : addresses) {
             data().log.addresses.add(address);
+            ++data().log.addressCount;
         }
         const Texts sorted = sortedByInsertion(addresses);
         shortened += sorted.size() < addresses.size() ? 1 : 0;

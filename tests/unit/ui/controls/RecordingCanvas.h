@@ -16,8 +16,11 @@ struct DrawnBox {
     double right = 0;
     double bottom = 0;
 
+    /// Whether it shares pixels with another. Places are rounded: half a pixel is none.
     bool meets(const DrawnBox& other) const {
-        return left < other.right && other.left < right && top < other.bottom && other.top < bottom;
+        constexpr double half = 0.5;
+        return left + half < other.right && other.left + half < right &&
+               top + half < other.bottom && other.top + half < bottom;
     }
     bool within(const DrawnBox& other) const {
         return left >= other.left && right <= other.right && top >= other.top &&
