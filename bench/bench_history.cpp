@@ -1,5 +1,6 @@
 // Prints what the history window's work costs for logs of growing length: importing one, beside
 // other parsers that read the same values from the same file, exporting, sorting, and the chart.
+// A parser that is not installed is left out.
 //
 //     bench_history [most records, 1000000 unless told [most for configparser, 100000]]
 
@@ -25,8 +26,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -69,7 +68,7 @@ public:
     }
 
     /// As the import button does it, from a file that nothing is known of.
-    void import() { history().data.imported = ImportHistory(GetNumRecords()); }
+    void importLog() { history().data.imported = ImportHistory(GetNumRecords()); }
 
     FrmHistory& history() { return world_.forms.frmHistory; }
 
@@ -120,9 +119,9 @@ class Table {
 public:
     void beginColumn(int records) { columns_.push_back(records); }
 
-    void add(const std::string& row, std::optional<double> figure, int decimals = 2) {
+    void add(const std::string& row, std::optional<double> figure) {
         std::ostringstream text;
-        text << std::fixed << std::setprecision(decimals);
+        text << std::fixed << std::setprecision(2);
         figure ? text << *figure : text << "-";
         auto found = std::find_if(rows_.begin(), rows_.end(),
                                   [&](const Row& known) { return known.name == row; });
@@ -201,7 +200,7 @@ private:
                        Machine machine(file_);
                        const std::size_t before = bytesHeld();
                        forgetMostBytes();
-                       const double time = milliseconds([&] { machine.import(); });
+                       const double time = milliseconds([&] { machine.importLog(); });
                        held_ = static_cast<double>(bytesHeld() - before);
                        most_ = static_cast<double>(mostBytesHeld() - before);
                        sum_ = machine.sum();
@@ -247,7 +246,7 @@ private:
 
     void afterImport() {
         Machine machine(file_);
-        machine.import();
+        machine.importLog();
         const std::string target = (folder_ / "export.csv").string();
         table_.add("export to a file, flushed, ms",
                    timesOf([&] { return milliseconds([&] { ExportRecords(target); }); }));
@@ -317,8 +316,8 @@ int main(int count, char** arguments) {
     }
     std::filesystem::remove_all(folder);
     table.print();
-    std::cout
-        << "Medians of several runs, files in the system's memory. configparser reads logs of "
-           "at most "
-        << mostForConfigParser << " records\nunless told otherwise, once each.\n";
+    std::cout << "Medians of several runs; the desktop has nothing to do meanwhile, and the system "
+                 "holds the log\nin memory. The program's memory is what it takes by new. "
+                 "configparser reads once, and only\nlogs of at most "
+              << mostForConfigParser << " records.\n";
 }

@@ -5,11 +5,12 @@ cd "$(dirname "$(readlink -f "$0")")/.."
 # shellcheck source=scripts/packages.sh
 . scripts/packages.sh
 # shellcheck disable=SC2086
-install_missing $packages_build $packages_display
+install_missing $packages_build $packages_display $packages_bench
 cmake --preset release -DTARVIK_TESTS=OFF -DTARVIK_BENCH=ON >/dev/null
-cmake --build --preset release --target tarvik-demo empty_window bench_ini
+cmake --build --preset release --target tarvik-demo empty_window bench_ini bench_history
 /usr/bin/python3 -B bench/bench_face.py build/release/bin/tarvik-demo build/release/bin/empty_window
 build/release/bin/bench_ini
+build/release/bin/bench_history
 
 # Reading a real VPN, beside others that do, in a world of its own.
 if [ "$(id -u)" -eq 0 ]; then

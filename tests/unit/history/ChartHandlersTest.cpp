@@ -377,6 +377,12 @@ TEST_P(AxisTitleTest, StaysWhereNoUnitIsChosen) {
     EXPECT_EQ(titleAfter(asRecorded, none), "as it was");
 }
 
+TEST_P(AxisTitleTest, StaysWhereThereIsNoSuchUnit) {
+    window().cboTransferUnit.addItem("other");
+
+    EXPECT_EQ(titleAfter(asRecorded, 4), "as it was");
+}
+
 constexpr AxisTitle transfer(const char* name, int show) {
     return {name,
             show,

@@ -122,6 +122,13 @@ TEST_P(UnitTest, ThatIsNotChosenLeavesTheValueAlone) {
     EXPECT_EQ(GetTransfer(2, false).toDouble(), GetParam().values[0]);
 }
 
+TEST_P(UnitTest, ThatThereIsNotLeavesTheValueAlone) {
+    window().cboTransferUnit.addItem("other");
+    choose(GetParam().show, asRecorded, 4);
+
+    EXPECT_EQ(GetTransfer(1, false).toDouble(), GetParam().values[0]);
+}
+
 TEST_P(UnitTest, DoesNotMatterInPercent) {
     for (int unit = none; unit < 4; ++unit) {
         choose(GetParam().show, percentual, unit);

@@ -57,6 +57,7 @@ protected:
             log.rcvd.emplace_back(9000 + number);
             log.address.push_back(log.addresses.add(fields[6]));
         }
+        log.addressCount = log.addresses.size();
         data().log = std::move(log);
         ListRecords(many);
         data().imported = true;

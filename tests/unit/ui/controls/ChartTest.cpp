@@ -304,5 +304,16 @@ TEST_F(ChartTest, AReadingIsWrittenAsTheUserWritesNumbers) {
                                  "000");
 }
 
+TEST_F(ChartTest, SeparatorsMayBeLongerThanACharacter) {
+    LocaleData locale;
+    locale.decimalSeparator = "\xD9\xAB";
+    locale.thousandsSeparator = "\xD9\xAC";
+    chart.setLocale(locale);
+
+    EXPECT_EQ(readingOf(1.5), "1: 1\xD9\xAB"
+                              "5");
+    EXPECT_EQ(readingOf(7), "1: 7");
+}
+
 } // namespace
 } // namespace tarvik
