@@ -43,6 +43,7 @@ bool chooseSource() {
 }
 
 void importRecords(Long count) {
+    window().data.stopped = false; // an earlier stop is not this one's
     const bool imported = ImportHistory(count);
     if (HistoryWork::wasStopped()) {
         return;

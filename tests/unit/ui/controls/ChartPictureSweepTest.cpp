@@ -288,14 +288,18 @@ TEST_P(CrowdTest, LosesNoPeak) {
 }
 
 TEST_P(CrowdTest, HasALineWithoutGaps) {
-    fill({thrown(20'000, GetParam().least, GetParam().most)});
+    Values jumps(20'000, GetParam().least);
+    std::fill(jumps.begin() + 3000, jumps.begin() + 9000, GetParam().most);
+    for (const Values& values : {jumps, thrown(20'000, GetParam().least, GetParam().most)}) {
+        fill({values});
 
-    const auto columns = filled(draw(533, 311), lineColours[0]);
+        const auto columns = filled(draw(533, 311), lineColours[0]);
 
-    ASSERT_EQ(columns.size(), static_cast<std::size_t>(plot().right - plot().left));
-    for (auto column = std::next(columns.begin()); column != columns.end(); ++column) {
-        const Filled& before = std::prev(column)->second;
-        EXPECT_TRUE(column->second.top <= before.bottom && before.top <= column->second.bottom);
+        ASSERT_EQ(columns.size(), static_cast<std::size_t>(plot().right - plot().left));
+        for (auto column = std::next(columns.begin()); column != columns.end(); ++column) {
+            const Filled& before = std::prev(column)->second;
+            EXPECT_TRUE(column->second.top <= before.bottom && before.top <= column->second.bottom);
+        }
     }
 }
 
