@@ -186,13 +186,16 @@ void ChartPicture::drawGrid(Canvas& canvas, const ChartPalette& palette) const {
                         stroke);
         }
     };
-    // Lines of one kind: the major ones, and the minor ones between each two.
-    const auto lines = [](const ChartAxis& axis, double from, double to, double step,
-                          const auto& drawMinor, const auto& drawMajor) {
-        for (double place = from; place <= to; place += step) {
-            for (int i = 1; i <= axis.minorDivisions && axis.minorPen != GridPen::None; ++i) {
-                if (const double between = place + step * i / (axis.minorDivisions + 1);
-                    between < to) {
+    // Lines of one kind at each `step` up to `end`: the major ones, and the minor ones between
+    // them.
+    const auto lines = [](const ChartAxis& axis, int step, int end, const auto& drawMinor,
+                          const auto& drawMajor) {
+        for (int i = 0; i <= end / step; ++i) {
+            const double place = static_cast<double>(step) * i;
+            for (int k = 1; k <= axis.minorDivisions && axis.minorPen != GridPen::None; ++k) {
+                const double between =
+                    place + static_cast<double>(step) * k / (axis.minorDivisions + 1);
+                if (between < end) {
                     drawMinor(between);
                 }
             }
@@ -202,13 +205,15 @@ void ChartPicture::drawGrid(Canvas& canvas, const ChartPalette& palette) const {
         }
     };
     lines(
-        chart_.axis(ChartAxisId::Y), 0, scale_.divisions, 1,
+        chart_.axis(ChartAxisId::Y), 1, scale_.divisions,
         [&](double part) { across(yOf(scale_.low + scale_.step * part), minor); },
         [&](double part) { across(yOf(scale_.low + scale_.step * part), major); });
-    lines(
-        chart_.axis(ChartAxisId::X), 0, chart_.rowCount() - 1, labelStep_,
-        [&](double row) { down(xOf(row + 0.5), minor); },
-        [&](double row) { down(xOf(row + 0.5), major); });
+    if (chart_.rowCount() > 0) {
+        lines(
+            chart_.axis(ChartAxisId::X), labelStep_, chart_.rowCount() - 1,
+            [&](double row) { down(xOf(row + 0.5), minor); },
+            [&](double row) { down(xOf(row + 0.5), major); });
+    }
 }
 
 void ChartPicture::drawAxes(Canvas& canvas, const ChartPalette& palette) const {

@@ -24,7 +24,7 @@ double luminance(const Colour& colour) {
 }
 
 double contrast(const Colour& a, const Colour& b) {
-    const auto [darker, lighter] = std::minmax(luminance(a), luminance(b));
+    const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
     return (lighter + 0.05) / (darker + 0.05);
 }
 
