@@ -107,7 +107,9 @@ protected:
             [&] { return window() != nullptr && IsWindowVisible(window()) != FALSE; }));
         click("cmdImport");
         ASSERT_TRUE(program->answer(importQuestion, MsgBoxAnswer::Yes));
-        ASSERT_TRUE(RunningProgram::waitUntil([&] { return isEnabled("cboDataToShow"); }));
+        // The import has ended when there is something to read off.
+        ASSERT_TRUE(RunningProgram::waitUntil(
+            [&] { return lastReading().find(". ") != std::string::npos; }));
     }
 
     HWND window() const {
@@ -213,6 +215,11 @@ TEST_F(HistoryTest, AllCombinationsShowWhatTheLogHolds) {
 
 TEST_F(HistoryTest, TheExportHoldsAllRecordsAndIsLeftForASpreadsheet) {
     click("optStatistics");
+    ASSERT_TRUE(RunningProgram::waitUntil([&] {
+        RECT area{};
+        GetClientRect(control("cmdExport"), &area);
+        return IsWindowVisible(control("cmdExport")) != FALSE && area.right > 0;
+    }));
     click("cmdExport");
     const std::string exported = installation.folder() + "\\years.csv";
     HWND dialog = nullptr;

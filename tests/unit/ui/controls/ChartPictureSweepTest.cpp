@@ -288,14 +288,19 @@ TEST_P(CrowdTest, LosesNoPeak) {
 }
 
 TEST_P(CrowdTest, HasALineWithoutGaps) {
-    Values jumps(20'000, GetParam().least);
-    std::fill(jumps.begin() + 3000, jumps.begin() + 9000, GetParam().most);
-    for (const Values& values : {jumps, thrown(20'000, GetParam().least, GetParam().most)}) {
+    const Values noise = thrown(20'000, GetParam().least, GetParam().most);
+    fill({noise});
+    draw(533, 311);
+    // Forty rows share a column of pixels; the values jump where one ends.
+    const auto width = static_cast<std::size_t>(plot().right - plot().left);
+    Values jumps(40 * width, GetParam().least);
+    std::fill(jumps.begin() + 40 * 100, jumps.begin() + 40 * 300, GetParam().most);
+    for (const Values& values : {noise, jumps}) {
         fill({values});
 
         const auto columns = filled(draw(533, 311), lineColours[0]);
 
-        ASSERT_EQ(columns.size(), static_cast<std::size_t>(plot().right - plot().left));
+        ASSERT_EQ(columns.size(), width);
         for (auto column = std::next(columns.begin()); column != columns.end(); ++column) {
             const Filled& before = std::prev(column)->second;
             EXPECT_TRUE(column->second.top <= before.bottom && before.top <= column->second.bottom);
