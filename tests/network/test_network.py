@@ -128,7 +128,8 @@ class NetworkTest(ProgramTest):
             int, program.text("txtDurationCurrent").split(":"))
         now = time.monotonic()
         lasted = (hours * 60 + minutes) * 60 + seconds + thousandths / 1000
-        self.assertLess(lasted, now - self.activated[0])
+        # The kernel stamps addresses in a time that is some tenths of a second behind the clock's.
+        self.assertLess(lasted, now - self.activated[0] + 1)
         # As much less as passed since the last tick.
         self.assertGreater(lasted, now - self.activated[1] - 2)
 
