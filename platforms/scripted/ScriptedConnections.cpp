@@ -149,6 +149,11 @@ bool ScriptedConnections::hasEntry(const char* name) const {
                        [&](const Entry& entry) { return entry.name.substr(0, longest) == name; });
 }
 
+std::optional<LineTotals> ScriptedConnections::lineTotals(std::uint32_t handle) {
+    const Connection* line = connection(handle);
+    return line == nullptr ? std::nullopt : line->totals;
+}
+
 std::uint32_t ScriptedConnections::RasGetEntryDialParamsA(const char*, RASDIALPARAMSA* parameters,
                                                           bool* passwordFound) {
     parametersAsked.push_back(*parameters);

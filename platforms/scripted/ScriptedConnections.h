@@ -6,6 +6,7 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -24,6 +25,7 @@ public:
         std::string deviceName = "Line 1";
         std::uint32_t state = ras::connected;
         RAS_STATS statistics{};
+        std::optional<LineTotals> totals; ///< for a line whose service counts beyond 32 bits
     };
 
     std::vector<Entry> entries;
@@ -73,6 +75,7 @@ public:
                                       std::uint32_t* count) override;
     std::uint32_t RasGetConnectStatusA(std::uint32_t handle, RASCONNSTATUSA* status) override;
     std::uint32_t RasGetConnectionStatistics(std::uint32_t handle, RAS_STATS* statistics) override;
+    std::optional<LineTotals> lineTotals(std::uint32_t handle) override;
     std::uint32_t RasGetEntryDialParamsA(const char* phoneBook, RASDIALPARAMSA* parameters,
                                          bool* passwordFound) override;
     std::uint32_t RasDialA(RASDIALEXTENSIONS* extensions, const char* phoneBook,

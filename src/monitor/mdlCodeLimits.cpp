@@ -28,8 +28,8 @@ Currency atMostLargest(std::int64_t whole) {
 void checkTicker() {
     State& s = state();
     // Nothing is left out here that the user declined to count; the limit below leaves it out.
-    const Currency overall = (s.BytesRcvdTotal + Currency(s.BytesRcvdCurrent)) +
-                             (s.BytesSentTotal + Currency(s.BytesSentCurrent));
+    const Currency overall =
+        (s.BytesRcvdTotal + SessionRcvd()) + (s.BytesSentTotal + SessionSent());
     const Currency step = atMostLargest(s.TransferTickerValue.value() * bytesInMegaByte);
     const Currency further = overall - s.TickerBase;
     if (further <= step) {
@@ -45,14 +45,14 @@ void checkTicker() {
 
 bool transferLimitExceeded() {
     const State& s = state();
-    const Currency rcvd = s.BytesRcvdTotal + s.BytesRcvdCurrent - s.BytesRcvdOffset;
-    const Currency sent = s.BytesSentTotal + s.BytesSentCurrent - s.BytesSentOffset;
+    const Currency rcvd = s.BytesRcvdTotal + CountedRcvd();
+    const Currency sent = s.BytesSentTotal + CountedSent();
     return rcvd + sent > s.TransferLimitValue;
 }
 
 bool durationLimitExceeded() {
     const State& s = state();
-    const Currency counted = s.DurationTotal + s.DurationCurrent - s.DurationOffset;
+    const Currency counted = s.DurationTotal + CountedDuration();
     return counted > atMostLargest(s.DurationLimitHr.value() * millisecondsInHour +
                                    s.DurationLimitMin.value() * millisecondsInMinute);
 }

@@ -5,6 +5,7 @@
 #include "monitor/mdlCodeLimits.h"
 #include "monitor/mdlCodeReset.h"
 #include "monitor/mdlCodeToggle.h"
+#include "monitor/mdlSessions.h"
 #include "ports/Platform.h"
 #include "startup/mdlConst.h"
 #include "startup/mdlTools.h"
@@ -14,8 +15,6 @@
 #include "ui/mdlGUI.h"
 #include "ui/mdlGUIStatistics.h"
 
-#include <algorithm>
-#include <limits>
 #include <string>
 
 namespace tarvik {
@@ -27,14 +26,6 @@ struct FailedCall {
     std::string name;
     std::uint32_t code = 0;
 };
-
-/// A counter of the service as a Long. It stops at the largest Long: a figure that jumped to
-/// negative would take billions of bytes away from the totals.
-Long counter(std::uint32_t value) {
-    constexpr auto largest = std::numeric_limits<std::int32_t>::max();
-    return static_cast<std::int32_t>(
-        std::min<std::uint32_t>(value, static_cast<std::uint32_t>(largest)));
-}
 
 void readConnection(std::uint32_t index, FailedCall& failed, bool& result) {
     ConnectionProvider& connections = platform().connections;
@@ -60,11 +51,9 @@ void readConnection(std::uint32_t index, FailedCall& failed, bool& result) {
     result = HandleOnline(index, statistics);
 }
 
-void takeCounters(const RAS_STATS& statistics) {
-    State& s = state();
-    s.BytesRcvdCurrent = counter(statistics.dwBytesRcved);
-    s.BytesSentCurrent = counter(statistics.dwBytesXmited);
-    s.DurationCurrent = counter(statistics.dwConnectDuration);
+RASCONNA connectionAt(std::uint32_t index) {
+    const auto& connections = state().RasConnections;
+    return index < connections.size() ? connections[index] : RASCONNA{};
 }
 
 /// True when the user is to be asked whether the session counts: it ran before the program knew it.
@@ -77,14 +66,23 @@ bool firstOnlineUpdate() {
     return !s.DialInStarted && !untouched;
 }
 
+/// The figures of the counters are added as 32-bit numbers, whose sum may be too large; a session
+/// that they do not hold is told as it is.
+std::string sessionText() {
+    const State& s = state();
+    if (s.BytesRcvdBeyond > Currency(0) || s.BytesSentBeyond > Currency(0)) {
+        return wholeToText((SessionSent() + SessionRcvd()).integralPart());
+    }
+    return toText(s.BytesSentCurrent + s.BytesRcvdCurrent);
+}
+
 bool userCountsTheSession() {
-    const Long bytes = state().BytesSentCurrent + state().BytesRcvdCurrent;
     return MsgBox(std::string("Monitoring has been started and an active connection with transfer "
                               "has been detected.") +
                       CR + CR +
                       "If you have already monitored this online-session with Tarvik then" + CR +
                       "this may result in an unwanted offset of the recorded transfer." + CR + CR +
-                      "Do you want to use (record) the this online-session (" + toText(bytes) +
+                      "Do you want to use (record) the this online-session (" + sessionText() +
                       " bytes)?" + CR + "(Press NO if you restarted Tarvik.)",
                   MsgBoxButtons::YesNo, MsgBoxIcon::Question) == MsgBoxAnswer::Yes;
 }
@@ -94,6 +92,9 @@ void leaveOutWhatHasPassed() {
     s.BytesRcvdOffset = s.BytesRcvdCurrent;
     s.BytesSentOffset = s.BytesSentCurrent;
     s.DurationOffset = s.DurationCurrent;
+    s.BytesRcvdOffsetBeyond = s.BytesRcvdBeyond;
+    s.BytesSentOffsetBeyond = s.BytesSentBeyond;
+    s.DurationOffsetBeyond = s.DurationBeyond;
 }
 
 } // namespace
@@ -108,6 +109,9 @@ bool UpdateStats() {
             failed = {"RasEnumConnections", code};
         } else if (count == 0) {
             HandleOnline();
+        }
+        if (code == ras::success) {
+            ForgetEndedSessions(count);
         }
         for (std::uint32_t i = 0; code == ras::success && i < count; ++i) {
             readConnection(i, failed, result);
@@ -124,10 +128,12 @@ bool HandleOnline(std::uint32_t Index, const RAS_STATS& Statistics) {
         State& s = state();
         s.ConnectionActive = true;
         SetActiveConnection(Index);
+        const RASCONNA connection = connectionAt(Index);
+        const LineTotals session = CarryOn(connection, Statistics);
         if (forms().frmStatistics.chkActiveConnection.ticked()) {
-            SetStatistics(Statistics);
+            SetStatistics(Statistics, session);
         }
-        takeCounters(Statistics);
+        TakeCounters(connection, session);
         if (s.LogIPAddress != 0 && s.FirstOnlineUpdate) {
             s.IPAddress = ObtainIP(s.HostName);
         }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 
 namespace tarvik {
 
@@ -60,6 +61,14 @@ struct RAS_STATS {
     std::uint32_t dwConnectDuration; ///< milliseconds
 };
 static_assert(sizeof(RAS_STATS) == RAS_STATS::size);
+
+/// What a connection has carried since it was established, at full width.
+struct LineTotals {
+    std::uint64_t bytesSent = 0;
+    std::uint64_t bytesRcvd = 0;
+    std::uint64_t duration = 0; ///< milliseconds
+    friend bool operator==(const LineTotals&, const LineTotals&) = default;
+};
 
 /// A phone-book entry in the newest form: with flags and the path of its phone book.
 struct RASENTRYNAMEA {
@@ -139,6 +148,13 @@ public:
     /// The line statistics of a connection since it was established.
     virtual std::uint32_t RasGetConnectionStatistics(std::uint32_t handle,
                                                      RAS_STATS* statistics) = 0;
+
+    /// The figures of the last `RasGetConnectionStatistics` of that connection without wrapping.
+    /// Nothing where the service has no more than the record's 32 bits.
+    virtual std::optional<LineTotals> lineTotals(std::uint32_t handle) {
+        static_cast<void>(handle);
+        return std::nullopt;
+    }
 
     /// Fills in the user name, password and domain stored for the entry that the record names;
     /// `passwordFound` tells whether a password is stored. 623 when there is no such entry.

@@ -27,9 +27,9 @@ struct Record {
 
 Record currentRecord() {
     const State& s = state();
-    return {.sent = s.BytesSentTotal + s.BytesSentCurrent - s.BytesSentOffset,
-            .rcvd = s.BytesRcvdTotal + s.BytesRcvdCurrent - s.BytesRcvdOffset,
-            .duration = s.DurationTotal + s.DurationCurrent - s.DurationOffset};
+    return {.sent = s.BytesSentTotal + CountedSent(),
+            .rcvd = s.BytesRcvdTotal + CountedRcvd(),
+            .duration = s.DurationTotal + CountedDuration()};
 }
 
 std::string indexKey(Long n) {

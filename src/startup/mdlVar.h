@@ -34,6 +34,14 @@ enum class enDateCalc : std::uint8_t {
     EndOfYear = 11,
 };
 
+/// A connection as it was last read, and its figures carried on beyond the record's 32 bits.
+struct LineSession {
+    RASCONNA connection{};
+    RAS_STATS last{};
+    LineTotals totals;
+    bool renumbered = false; ///< not read again since the service gave it another handle
+};
+
 /// Everything the program knows while it runs, apart from what its windows show. Everything is
 /// zero until `InitApplicationStatus` writes the defaults. Only the user-interface thread touches
 /// it.
@@ -54,6 +62,19 @@ struct State {
     Long BytesSentOffset;
     Long DurationCurrent; ///< milliseconds since the connection was established
     Long DurationOffset;
+
+    // What the six have beyond the largest Long, at which they stop.
+    Currency BytesRcvdBeyond;
+    Currency BytesSentBeyond;
+    Currency BytesRcvdOffsetBeyond;
+    Currency BytesSentOffsetBeyond;
+    Currency DurationBeyond;
+    Currency DurationOffsetBeyond;
+
+    /// The connections that were read while they were up.
+    std::vector<LineSession> LineSessions;
+    /// The handle of the one whose figures the current ones are; 0 before the first.
+    std::uint32_t CountedConnection = 0;
 
     // All finished sessions since the last reset.
     Currency BytesRcvdTotal; ///< bytes
@@ -113,6 +134,17 @@ public:
 private:
     State* previous_;
 };
+
+/// What the session under way has received, bytes: all of it, also beyond the largest Long.
+Currency SessionRcvd();
+/// What it has sent, bytes.
+Currency SessionSent();
+
+/// The counted part of the session under way, bytes: without its offset.
+Currency CountedRcvd();
+Currency CountedSent();
+/// Likewise its time, milliseconds.
+Currency CountedDuration();
 
 /// Adds the counted part of the session to the totals and forgets the session; then forgets the
 /// totals too if `ResetAll` is true.

@@ -40,22 +40,26 @@ std::string transferText(double bytes, bool current) {
 void showTotals() {
     const State& s = state();
     FrmMain& main = forms().frmMain;
-    const Currency rcvd = s.BytesRcvdTotal + (Currency(s.BytesRcvdCurrent) - s.BytesRcvdOffset);
-    const Currency sent = s.BytesSentTotal + (Currency(s.BytesSentCurrent) - s.BytesSentOffset);
+    const Currency rcvd = s.BytesRcvdTotal + CountedRcvd();
+    const Currency sent = s.BytesSentTotal + CountedSent();
     main.txtBytesRcvdTotal.setText(transferText(rcvd.toDouble(), false));
     main.txtBytesSentTotal.setText(transferText(sent.toDouble(), false));
-    main.txtDurationTotal.setText(
-        FinaliseTime(s.DurationTotal + (Currency(s.DurationCurrent) - s.DurationOffset)));
+    main.txtDurationTotal.setText(FinaliseTime(s.DurationTotal + CountedDuration()));
 }
 
 void showCurrent() {
     const State& s = state();
     FrmMain& main = forms().frmMain;
-    const Long rcvd = s.BytesRcvdCurrent - s.BytesRcvdOffset;
-    const Long sent = s.BytesSentCurrent - s.BytesSentOffset;
-    main.txtBytesRcvd.setText(transferText(rcvd.value(), true));
-    main.txtBytesSent.setText(transferText(sent.value(), true));
-    main.txtDurationCurrent.setText(FinaliseTime(s.DurationCurrent - s.DurationOffset));
+    // The counters are 32-bit numbers: a difference of theirs that does not fit is an error.
+    const Currency rcvd = Currency(s.BytesRcvdCurrent - s.BytesRcvdOffset) + s.BytesRcvdBeyond -
+                          s.BytesRcvdOffsetBeyond;
+    const Currency sent = Currency(s.BytesSentCurrent - s.BytesSentOffset) + s.BytesSentBeyond -
+                          s.BytesSentOffsetBeyond;
+    const Currency duration =
+        Currency(s.DurationCurrent - s.DurationOffset) + s.DurationBeyond - s.DurationOffsetBeyond;
+    main.txtBytesRcvd.setText(transferText(rcvd.toDouble(), true));
+    main.txtBytesSent.setText(transferText(sent.toDouble(), true));
+    main.txtDurationCurrent.setText(FinaliseTime(duration));
 }
 
 void resetCurrent() {

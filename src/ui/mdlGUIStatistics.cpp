@@ -35,14 +35,14 @@ void showHost() {
     window().txtIPAddress.setText(logged ? textOr(s.IPAddress, notObtained) : notObtained);
 }
 
-void showCounters(const RAS_STATS& stats) {
+void showCounters(const RAS_STATS& stats, const LineTotals& session) {
     FrmStatistics& w = window();
     w.txtAlignmentError.setText(wholeToText(stats.dwAlignmentErr));
     w.txtBitrate.setText(wholeToText(stats.dwBps));
     w.txtBufferOverrunError.setText(wholeToText(stats.dwBufferOverrunErr));
     w.txtCompressionRatioIn.setText(wholeToText(stats.dwCompressionRatioIn));
     w.txtCompressionRatioOut.setText(wholeToText(stats.dwCompressionRatioOut));
-    w.txtConnectDuration.setText(wholeToText(stats.dwConnectDuration));
+    w.txtConnectDuration.setText(wholeToText(static_cast<std::int64_t>(session.duration)));
     w.txtCRCError.setText(wholeToText(stats.dwCrcErr));
     w.txtFrames.setText(wholeToText(stats.dwFramesRcved) + " / " +
                         wholeToText(stats.dwFramesXmited));
@@ -51,15 +51,16 @@ void showCounters(const RAS_STATS& stats) {
     w.txtTimeoutError.setText(wholeToText(stats.dwTimeoutErr));
 }
 
-void showThroughput(const RAS_STATS& stats) {
-    if (stats.dwConnectDuration == 0) {
+void showThroughput(const LineTotals& session) {
+    if (session.duration == 0) {
         raise(ErrorNumber::DivisionByZero);
     }
     constexpr int decimals = 2;
     constexpr double bitsInByte = 8;
     const LocaleData& locale = platform().locale.data();
-    const double bytes = static_cast<double>(stats.dwBytesRcved) + stats.dwBytesXmited;
-    const double average = bytes / stats.dwConnectDuration;
+    const double bytes =
+        static_cast<double>(session.bytesRcvd) + static_cast<double>(session.bytesSent);
+    const double average = bytes / static_cast<double>(session.duration);
     window().txtAverageThroughput.setText(formatGrouped(average, decimals, locale) + " / " +
                                           formatGrouped(average * bitsInByte, decimals, locale));
 }
@@ -88,13 +89,19 @@ void showConnectionName() {
 
 } // namespace
 
-void SetStatistics(const RAS_STATS& Stats) {
+void SetStatistics(const RAS_STATS& Stats, const LineTotals& Session) {
     guarded("SetStatistics", [&] {
         showHost();
-        showCounters(Stats);
-        showThroughput(Stats);
+        showCounters(Stats, Session);
+        showThroughput(Session);
         showTimeStamp();
     });
+}
+
+void SetStatistics(const RAS_STATS& Stats) {
+    SetStatistics(Stats, {.bytesSent = Stats.dwBytesXmited,
+                          .bytesRcvd = Stats.dwBytesRcved,
+                          .duration = Stats.dwConnectDuration});
 }
 
 void SetConnectedState() {

@@ -245,6 +245,20 @@ TEST_F(NetworkServiceTest, TheTunnelOfAVpnIsTheDeviceWithItsAddresses) {
     EXPECT_EQ(statisticsOf(found[0].hrasconn).dwBytesRcved, 50U);
 }
 
+TEST_F(NetworkServiceTest, CountersBeyondTheRecordsWidthAreGivenWhole) {
+    makeInterface("tun0", 7, 4'294'967'301, 30'000'000'000);
+    addVpn("office");
+    const std::uint32_t line = lines().at(0).hrasconn;
+
+    EXPECT_EQ(statisticsOf(line).dwBytesRcved, 5U);
+
+    const auto totals = connections.lineTotals(line);
+    ASSERT_TRUE(totals.has_value());
+    EXPECT_EQ(totals->bytesRcvd, 4'294'967'301U);
+    EXPECT_EQ(totals->bytesSent, 30'000'000'000U);
+    EXPECT_FALSE(connections.lineTotals(line + 1).has_value());
+}
+
 TEST_F(NetworkServiceTest, TheTunnelOfAVpnWithoutOldAddressesIsFoundByTheNewOnes) {
     makeInterface("tun6", 7, 50, 60);
     service.addDevice("tun6", "/", "/ip6/tun6");

@@ -196,7 +196,9 @@ void NetworkConnections::beginOn(Session& own, const LinkReading& reading) {
         own.counters.beginAt(*before);
     }
     own.before.clear();
-    own.activeSince = steadyMilliseconds() - addressAge(reading.index).value_or(0);
+    const std::uint64_t linked = steadyMilliseconds() - addressAge(reading.index).value_or(0);
+    // An address may come after the word that the line is up; its time never falls.
+    own.activeSince = own.seenActive != 0 ? std::min(own.seenActive, linked) : linked;
 }
 
 std::uint32_t NetworkConnections::RasGetConnectionStatistics(std::uint32_t handle,
@@ -224,8 +226,19 @@ std::uint32_t NetworkConnections::RasGetConnectionStatistics(std::uint32_t handl
     statistics->dwBufferOverrunErr = wrapped(total.missed);
     statistics->dwBps = own->bitRate;
     const std::uint64_t since = own->activeSince != 0 ? own->activeSince : own->seenActive;
-    statistics->dwConnectDuration = since == 0 ? 0 : wrapped(steadyMilliseconds() - since);
+    own->duration = since == 0 ? 0 : steadyMilliseconds() - since;
+    statistics->dwConnectDuration = wrapped(own->duration);
     return ras::success;
+}
+
+std::optional<LineTotals> NetworkConnections::lineTotals(std::uint32_t handle) {
+    const Session* own = session(handle);
+    if (own == nullptr) {
+        return std::nullopt;
+    }
+    const LinkReading& total = own->counters.total();
+    return LineTotals{
+        .bytesSent = total.sent, .bytesRcvd = total.received, .duration = own->duration};
 }
 
 std::uint32_t NetworkConnections::RasGetEntryDialParamsA(const char*, RASDIALPARAMSA* parameters,

@@ -30,6 +30,7 @@ public:
                                       std::uint32_t* count) override;
     std::uint32_t RasGetConnectStatusA(std::uint32_t handle, RASCONNSTATUSA* status) override;
     std::uint32_t RasGetConnectionStatistics(std::uint32_t handle, RAS_STATS* statistics) override;
+    std::optional<LineTotals> lineTotals(std::uint32_t handle) override;
     std::uint32_t RasGetEntryDialParamsA(const char* phoneBook, RASDIALPARAMSA* parameters,
                                          bool* passwordFound) override;
     std::uint32_t RasDialA(RASDIALEXTENSIONS* extensions, const char* phoneBook,
@@ -49,6 +50,7 @@ private:
         std::uint64_t activeSince = 0;   ///< likewise, from the connection's own start
         std::uint32_t link = 0;          ///< index of the interface that was read last
         std::uint32_t bitRate = 0;       ///< of that interface
+        std::uint64_t duration = 0;      ///< milliseconds at the last reading
     };
 
     bool refresh();

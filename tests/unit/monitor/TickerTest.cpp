@@ -257,6 +257,15 @@ TEST_F(TickerTest, TheLargestStepDoesNotOverflow) {
     EXPECT_EQ(texts(), std::vector<std::string>{text("10484711425", "10484711425")});
 }
 
+TEST_F(TickerTest, ASessionBeyondItsCounterIsToldAsAWhole) {
+    const std::uint32_t handle = session(4'294'967'295, 0);
+    line().transfer(handle, 104'857'601, 0, 1000);
+    tick();
+
+    EXPECT_EQ(texts(), (std::vector<std::string>{text("4294967295", "4294967295"),
+                                                 text("104857601", "4399824896")}));
+}
+
 TEST_F(TickerTest, AnAbsurdStepIsNeverReachedWithoutAnError) {
     state().TransferTickerValue = INT32_MAX;
     state().BytesSentTotal = Currency::fromWhole(922'337'203'685'477);
