@@ -28,6 +28,24 @@ struct SeenControl {
     }
 };
 
+/// Keys by which a user moves and decides.
+enum class Key {
+    Tab,
+    Enter,
+    Escape,
+    Space,
+    Left,
+    Right,
+    Up,
+    Down,
+    PageUp,
+    PageDown,
+    Home,
+    End,
+    F4
+};
+inline constexpr int keyCount = 13;
+
 /// A user in front of one face of the program. Controls are named "frmMain.cmdConnect". Line, clock
 /// and files are played by the script on every face.
 class Driver {
@@ -64,6 +82,20 @@ public:
                             MsgBoxAnswer answer) = 0;
     /// Everything that went wrong with boxes since the last call; empty when nothing did.
     virtual std::string boxTrouble() = 0;
+
+    /// Chooses a button of a box, counted from 0 to below the number given.
+    using Chooser = std::function<int(const std::string& text, int buttons)>;
+    /// From now on every box is answered so.
+    virtual void answerEvery(Chooser choose) = 0;
+
+    /// Presses a key in the window, wherever its focus is.
+    virtual void press(const std::string& form, Key key) = 0;
+    /// Clicks somewhere in the window, in thousandths of its width and height; so often in a row.
+    virtual void clickAt(const std::string& form, int x, int y, int times) = 0;
+    /// Gives the window a size, in pixels.
+    virtual void resize(const std::string& form, int width, int height) = 0;
+    /// Lets the face handle everything that waits.
+    virtual void settle() = 0;
 
     /// Lets time pass until the condition holds; false when it does not within a fair while.
     virtual bool waitUntil(const std::function<bool()>& condition) = 0;

@@ -16,12 +16,16 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
+#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTableView>
 #include <QTimer>
+
+#include <array>
+#include <utility>
 
 namespace tarvik::scenarios {
 
@@ -185,6 +189,61 @@ public:
         expected_.push_back({face::shownLines(text), buttons, answer});
     }
 
+    void answerEvery(Chooser choose) override {
+        choose_ = std::move(choose);
+        watch_.start(0);
+    }
+
+    void press(const std::string& name, Key key) override {
+        static constexpr std::array<Qt::Key, keyCount> codes{
+            Qt::Key_Tab,   Qt::Key_Return, Qt::Key_Escape, Qt::Key_Space,  Qt::Key_Left,
+            Qt::Key_Right, Qt::Key_Up,     Qt::Key_Down,   Qt::Key_PageUp, Qt::Key_PageDown,
+            Qt::Key_Home,  Qt::Key_End,    Qt::Key_F4};
+        QWidget* const found = window(name);
+        if (!found->isActiveWindow()) {
+            found->activateWindow();
+            QCoreApplication::processEvents();
+        }
+        QWidget* const popUp = QApplication::activePopupWidget();
+        QWidget* const focus = popUp != nullptr ? popUp : found->focusWidget();
+        const int code = codes.at(static_cast<std::size_t>(key));
+        const QString text = key == Key::Space ? QStringLiteral(" ") : QString();
+        for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QCoreApplication::postEvent(focus != nullptr ? focus : found,
+                                        new QKeyEvent(type, code, Qt::NoModifier, text));
+        }
+        QCoreApplication::processEvents();
+    }
+
+    void clickAt(const std::string& name, int x, int y, int times) override {
+        QWidget* const found = window(name);
+        const QPoint place(found->width() * x / 1000, found->height() * y / 1000);
+        QWidget* const child = found->childAt(place);
+        QWidget* const hit = child != nullptr ? child : found;
+        const QPointF inside = hit->mapFrom(found, place);
+        const auto send = [&](QEvent::Type type, Qt::MouseButtons buttons) {
+            QCoreApplication::postEvent(hit,
+                                        new QMouseEvent(type, inside, hit->mapToGlobal(inside),
+                                                        Qt::LeftButton, buttons, Qt::NoModifier));
+        };
+        for (int i = 0; i < times; ++i) {
+            send(i % 2 == 1 ? QEvent::MouseButtonDblClick : QEvent::MouseButtonPress,
+                 Qt::LeftButton);
+            send(QEvent::MouseButtonRelease, Qt::NoButton);
+        }
+        QCoreApplication::processEvents();
+        if (QWidget* const popUp = QApplication::activePopupWidget()) {
+            popUp->close();
+        }
+    }
+
+    void resize(const std::string& name, int width, int height) override {
+        window(name)->resize(width, height);
+        QCoreApplication::processEvents();
+    }
+
+    void settle() override { QCoreApplication::processEvents(); }
+
     std::string boxTrouble() override {
         for (const Expected& box : expected_) {
             trouble_ += "This box did not come: " + face::entered(box.text) + "\n";
@@ -245,6 +304,13 @@ private:
         if (box == nullptr || !box->isVisible()) {
             return;
         }
+        if (choose_) {
+            const auto buttons = box->buttons();
+            const int chosen =
+                choose_(face::entered(box->text()), static_cast<int>(buttons.size()));
+            buttons.at(chosen)->click();
+            return;
+        }
         if (expected_.empty() || expected_.front().text != box->text()) {
             trouble_ += "Unexpected box: " + face::entered(box->text()) + "\n";
             box->reject();
@@ -264,6 +330,7 @@ private:
     QtMachine machine_;
     QTimer watch_;
     std::vector<Expected> expected_;
+    Chooser choose_;
     std::string trouble_;
 };
 

@@ -6,6 +6,17 @@ namespace tarvik::scenarios {
 
 namespace {
 
+std::vector<MsgBoxAnswer> answersOf(MsgBoxButtons buttons) {
+    switch (buttons) {
+    case MsgBoxButtons::OkCancel:
+        return {MsgBoxAnswer::Ok, MsgBoxAnswer::Cancel};
+    case MsgBoxButtons::YesNo:
+        return {MsgBoxAnswer::Yes, MsgBoxAnswer::No};
+    default:
+        return {MsgBoxAnswer::Ok};
+    }
+}
+
 class ScriptedDriver : public Driver {
 public:
     ScriptedDriver() {
@@ -97,6 +108,45 @@ public:
             return answered(request);
         };
     }
+
+    void answerEvery(Chooser choose) override {
+        machine_.desktop.answerAny = [choose](const MsgBoxRequest& request) {
+            const std::vector<MsgBoxAnswer> answers = answersOf(request.buttons);
+            const int chosen = choose(request.text, static_cast<int>(answers.size()));
+            return answers.at(static_cast<std::size_t>(chosen));
+        };
+    }
+
+    void press(const std::string& name, Key key) override {
+        const Form& form = *machine_.desktop.form(name);
+        CommandButton* const button = key == Key::Enter    ? form.defaultButton()
+                                      : key == Key::Escape ? form.cancelButton()
+                                                           : nullptr;
+        if (button != nullptr && button->enabled() && button->visible()) {
+            button->press();
+        }
+    }
+
+    void clickAt(const std::string& name, int x, int, int times) override {
+        const auto& all = machine_.desktop.form(name)->controls();
+        Control& hit = *all[static_cast<std::size_t>(x) * all.size() / 1000];
+        const bool takesClicks = hit.kind() == ControlKind::CheckBox ||
+                                 hit.kind() == ControlKind::OptionButton ||
+                                 hit.kind() == ControlKind::CommandButton;
+        if (!takesClicks) {
+            return;
+        }
+        const std::string path = name + "." + hit.name();
+        for (int i = 0; i < times && visible(name); ++i) { // a click may have closed the window
+            if (hit.enabled() && hit.visible()) {
+                click(path);
+            }
+        }
+    }
+
+    void resize(const std::string&, int, int) override {} // nothing here has a size
+
+    void settle() override { machine_.desktop.advance(0); }
 
     std::string boxTrouble() override {
         for (const Expected& box : expected_) {

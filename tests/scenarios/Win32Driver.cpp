@@ -8,6 +8,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace tarvik::scenarios {
@@ -136,6 +137,53 @@ public:
         expected_.push_back({text, answer});
     }
 
+    void answerEvery(Chooser choose) override { choose_ = std::move(choose); }
+
+    void press(const std::string& name, Key key) override {
+        static constexpr std::array<int, keyCount> codes{
+            VK_TAB,  VK_RETURN, VK_ESCAPE, VK_SPACE, VK_LEFT, VK_RIGHT, VK_UP,
+            VK_DOWN, VK_PRIOR,  VK_NEXT,   VK_HOME,  VK_END,  VK_F4};
+        const HWND window = ownWindow(name);
+        SetActiveWindow(window);
+        const HWND focus = GetFocus();
+        const HWND target = focus == window || IsChild(window, focus) != FALSE ? focus : window;
+        const auto code = static_cast<WPARAM>(codes.at(static_cast<std::size_t>(key)));
+        PostMessageA(target, WM_KEYDOWN, code, 1);
+        PostMessageA(target, WM_KEYUP, code, 1);
+        settle();
+    }
+
+    void clickAt(const std::string& name, int x, int y, int times) override {
+        const HWND window = ownWindow(name);
+        RECT area{};
+        GetClientRect(window, &area);
+        POINT place{area.right * x / 1000, area.bottom * y / 1000};
+        const HWND child = ChildWindowFromPointEx(window, place, CWP_SKIPINVISIBLE);
+        const HWND hit = child != nullptr ? child : window;
+        if (IsWindowEnabled(hit) == FALSE) {
+            return;
+        }
+        MapWindowPoints(window, hit, &place, 1);
+        const LPARAM at = MAKELPARAM(place.x, place.y);
+        for (int i = 0; i < times; ++i) {
+            PostMessageA(hit, i % 2 == 1 ? WM_LBUTTONDBLCLK : WM_LBUTTONDOWN, MK_LBUTTON, at);
+            PostMessageA(hit, WM_LBUTTONUP, 0, at);
+        }
+        settle();
+        if (classOf(hit) == "ComboBox") {
+            SendMessageA(hit, CB_SHOWDROPDOWN, FALSE, 0);
+        }
+    }
+
+    void resize(const std::string& name, int width, int height) override {
+        SetWindowPos(ownWindow(name), nullptr, 0, 0, width, height,
+                     SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+        settle();
+    }
+
+    /// What the program has put off until it handles messages again is done.
+    void settle() override { machine_.desktop.processEvents(); }
+
     std::string boxTrouble() override {
         for (const Expected& box : expected_) {
             trouble_ += "This box did not come: " + box.text + "\n";
@@ -180,9 +228,6 @@ private:
             current->chooseInMenu();
         }
     }
-
-    /// What the program has put off until it handles messages again is done.
-    void settle() { machine_.desktop.processEvents(); }
 
     /// The numbers of the controls: those of a set of forms that nobody shows.
     const Form& table(const std::string& name) const {
@@ -230,6 +275,12 @@ private:
             return;
         }
         answered_ = box.window;
+        if (choose_) {
+            const auto answers = box.answers();
+            const int chosen = choose_(box.text, static_cast<int>(answers.size()));
+            box.press(answers.at(static_cast<std::size_t>(chosen)));
+            return;
+        }
         if (expected_.empty() || expected_.front().text != box.text) {
             trouble_ += "Unexpected box: " + box.text + "\n";
             EndDialog(box.window, 0);
@@ -250,6 +301,7 @@ private:
     HWND answered_ = nullptr;
     int chosenEntry_ = -1; ///< of the menu that opens next
     std::vector<Expected> expected_;
+    Chooser choose_;
     std::string trouble_;
 };
 

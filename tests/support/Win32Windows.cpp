@@ -93,6 +93,17 @@ OpenBox openBox(DWORD process) {
     return {};
 }
 
+std::vector<MsgBoxAnswer> OpenBox::answers() const {
+    std::vector<MsgBoxAnswer> found;
+    for (const MsgBoxAnswer answer :
+         {MsgBoxAnswer::Ok, MsgBoxAnswer::Cancel, MsgBoxAnswer::Yes, MsgBoxAnswer::No}) {
+        if (GetDlgItem(window, numberOf(answer)) != nullptr) {
+            found.push_back(answer);
+        }
+    }
+    return found;
+}
+
 bool OpenBox::press(MsgBoxAnswer answer) const {
     const HWND button = GetDlgItem(window, numberOf(answer));
     return button != nullptr && PostMessageA(button, BM_CLICK, 0, 0) != FALSE;

@@ -31,6 +31,8 @@ struct OpenBox {
     std::string caption;
     std::string text; ///< lines separated by single carriage returns
 
+    /// What its buttons answer.
+    std::vector<MsgBoxAnswer> answers() const;
     /// False when the box has no such button. The press is only posted: the box may open others.
     bool press(MsgBoxAnswer answer) const;
 };
