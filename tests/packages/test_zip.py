@@ -51,8 +51,6 @@ class ArchiveTest(UnpackedTest):
         self.assertNotIn("@", text)
 
 
-@unittest.skipIf(subprocess.run([WINE, "ready"], check=False, capture_output=True).returncode != 0,
-                 "32-bit Wine is not set up")
 class StartedTest(UnpackedTest):
     @classmethod
     def setUpClass(cls):
