@@ -76,7 +76,7 @@ class PackageTest(unittest.TestCase):
         run("desktop-file-validate", entry)
         lines = entry.read_text(encoding="utf-8").splitlines()
         started = [line[5:] for line in lines if line.startswith("Exec=")]
-        self.assertEqual(started, ["tarvik", "tarvik-demo"])
+        self.assertEqual(started, ["tarvik"])
         self.assertIn("Icon=tarvik", lines)
 
     def test_the_description_for_software_centres_is_valid_and_has_the_version(self):
