@@ -35,7 +35,8 @@ build() {
 
 packages() {
     # shellcheck disable=SC2086
-    install_missing $packages_build $packages_test $packages_display $packages_office $packages_network $packages_windows $packages_wine
+    install_missing $packages_build $packages_test $packages_display $packages_office $packages_network $packages_windows $packages_wine \
+        $packages_package $packages_packaged
 }
 
 lint() {
@@ -184,6 +185,15 @@ programs_windows() {
     return $status
 }
 
+# The packages are installed, unpacked, started, and made a second time.
+made_packages() {
+    # shellcheck disable=SC2086
+    needs $packages_build $packages_display $packages_windows $packages_package $packages_packaged ||
+        return $cannot_run
+    scripts/wine32.sh ready || return $cannot_run
+    scripts/package.sh && /usr/bin/python3 -B -m unittest discover -s tests/packages -t tests/packages
+}
+
 stage "packages" packages
 stage "lint" lint
 stage "build, warnings are errors" build_debug
@@ -202,6 +212,7 @@ stage "unit tests on Windows" unit_windows
 stage "face and services on Windows" windows_tests
 stage "user stories on Windows" scenarios_windows
 stage "the built Windows programs from outside" programs_windows
+stage "the package for Debian and the archive for Windows" made_packages
 
 printf '\n== Summary\n'
 printf '%s\n' "${summary[@]}"

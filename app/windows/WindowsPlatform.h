@@ -5,6 +5,7 @@
 #include "windows/face/WindowsCommonDialogs.h"
 #include "windows/face/WindowsDesktop.h"
 #include "windows/face/WindowsNotificationArea.h"
+#include "windows/services/Library.h"
 #include "windows/services/WindowsClock.h"
 #include "windows/services/WindowsFiles.h"
 #include "windows/services/WindowsInternetState.h"
@@ -26,6 +27,7 @@ public:
     Platform with(ConnectionProvider& connections);
 
 private:
+    SystemLibrariesOnly systemLibrariesOnly_;
     WindowsProgram program_;
     WindowsFiles files_{program_.folder()};
     ProfileEngine profile_{files_, "\r\n"};

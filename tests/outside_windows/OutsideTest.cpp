@@ -1,5 +1,7 @@
 #include "RunningProgram.h"
 
+#include "windows/services/Library.h"
+
 #include <gtest/gtest.h>
 
 namespace tarvik {
@@ -42,6 +44,34 @@ TEST_F(DemoTest, TheFirstStartTellsItAndLeavesAFile) {
 
     EXPECT_EQ(program.exitCode(), 0);
     EXPECT_TRUE(contains(installation.ini(), "RefreshInterval=1000\r\n"));
+}
+
+/// What the program gets when it asks for a library, on a thread of its own.
+DWORD loadedIn(const RunningProgram& program, const std::string& library) {
+    void* const text =
+        VirtualAllocEx(program.process(), nullptr, library.size() + 1, MEM_COMMIT, PAGE_READWRITE);
+    WriteProcessMemory(program.process(), text, library.c_str(), library.size() + 1, nullptr);
+    const FARPROC load = GetProcAddress(GetModuleHandleA("kernel32.dll"), "LoadLibraryA");
+    const HANDLE thread = CreateRemoteThread(
+        program.process(), nullptr, 0,
+        reinterpret_cast<LPTHREAD_START_ROUTINE>(reinterpret_cast<void*>(load)), text, 0, nullptr);
+    WaitForSingleObject(thread, INFINITE);
+    DWORD module = 0;
+    GetExitCodeThread(thread, &module);
+    CloseHandle(thread);
+    return module;
+}
+
+TEST_F(DemoTest, ALibraryPlantedBesideTheProgramIsNotFoundByItsName) {
+    installation.setIni(quickIni);
+    const std::string planted = installation.folder() + "\\planted.dll";
+    ASSERT_TRUE(CopyFileA((systemFolder() + "\\rasapi32.dll").c_str(), planted.c_str(), TRUE));
+    const RunningProgram program(installation);
+    ASSERT_TRUE(program.waitForMainWindow());
+
+    EXPECT_EQ(loadedIn(program, "planted.dll"), 0U);
+    EXPECT_NE(loadedIn(program, planted), 0U) << "the planted file is none that could be loaded";
+    EXPECT_NE(loadedIn(program, "version.dll"), 0U) << "the system's own are found no longer";
 }
 
 TEST_F(DemoTest, TheEndOfTheSessionSavesWhatWasCounted) {

@@ -64,6 +64,9 @@ class ProgramFile:
         flags = self.image.OPTIONAL_HEADER
         self.assertTrue(flags.IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE)
         self.assertTrue(flags.IMAGE_DLLCHARACTERISTICS_NX_COMPAT)
+        # Without a table of what is to be moved along, the first flag has no effect.
+        self.assertFalse(self.image.FILE_HEADER.IMAGE_FILE_RELOCS_STRIPPED)
+        self.assertGreater(len(self.image.DIRECTORY_ENTRY_BASERELOC), 0)
 
     def test_the_manifest_asks_for_what_the_windows_are_made_for(self):
         root = xml.etree.ElementTree.fromstring(resource(self.image, "RT_MANIFEST"))

@@ -8,6 +8,16 @@ std::string systemFolder() {
     return length < MAX_PATH ? std::string(path, length) : std::string();
 }
 
+SystemLibrariesOnly::SystemLibrariesOnly() {
+    using SetDirectories = BOOL WINAPI(DWORD);
+    auto* const setDirectories = reinterpret_cast<SetDirectories*>(reinterpret_cast<void*>(
+        GetProcAddress(GetModuleHandleA("kernel32.dll"), "SetDefaultDllDirectories")));
+    if (setDirectories == nullptr || setDirectories(LOAD_LIBRARY_SEARCH_SYSTEM32) == FALSE) {
+        // A system without that update can leave out the current folder at least.
+        SetDllDirectoryA("");
+    }
+}
+
 FARPROC Library::address(const char* name) {
     if (!tried_) {
         tried_ = true;

@@ -30,6 +30,14 @@ private:
     bool tried_ = false;
 };
 
+/// Made before anything else: from then on a library that is named without a folder is looked for
+/// in the system's own folder only, whoever asks for it. A file that was planted beside the
+/// program, for example in a folder of downloads, is not run.
+class SystemLibrariesOnly {
+public:
+    SystemLibrariesOnly();
+};
+
 /// The system's own folder, without a separator at its end.
 std::string systemFolder();
 
