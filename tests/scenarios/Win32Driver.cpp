@@ -210,7 +210,11 @@ public:
             const Control* known = face::controlWithId(table(name), GetDlgCtrlID(child));
             const auto style = static_cast<DWORD>(GetWindowLongPtrA(child, GWL_STYLE));
             if (known != nullptr && (style & WS_VISIBLE) != 0) {
-                seen.push_back({known->name(), shownText(child), IsWindowEnabled(child) != FALSE});
+                std::string text = shownText(child);
+                if (known->kind() == ControlKind::Chart) {
+                    text = text.substr(0, text.find(". ")); // the values that are read off follow
+                }
+                seen.push_back({known->name(), text, IsWindowEnabled(child) != FALSE});
             }
         }
         return seen;
