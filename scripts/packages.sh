@@ -4,6 +4,7 @@
 packages_build="g++ cmake ninja-build qt6-base-dev libgl1-mesa-dev libsdbus-c++-dev"
 packages_display="xvfb openbox dbus-daemon at-spi2-core python3 python3-gi gir1.2-atspi-2.0 imagemagick xdotool x11-utils fonts-noto-core trayer dunst"
 packages_bench="libglib2.0-dev"
+packages_fuzz="clang libclang-rt-dev llvm"
 packages_office="libreoffice-calc-nogui"
 packages_library="libgtest-dev libgmock-dev"
 packages_lint="clang-format python3"
