@@ -162,6 +162,13 @@ void checkGrouped(double value, int decimals) {
     require(text == (value < 0 && !zero ? "-" : "") + magnitude, "decimals are rounded");
 }
 
+/// A number in the middle between two that a Currency holds.
+std::string betweenTwo(Currency value, const LocaleData& locale) {
+    const std::int64_t fraction = std::abs(value.scaled() % Currency::scale);
+    return wholeToText(value.integralPart()) + locale.decimalSeparator + zeroPadded(fraction, 4) +
+           "5";
+}
+
 void play(Input input) {
     const LocaleData locale = localeOf(input.byte());
     const auto a = static_cast<std::int64_t>(input.wideNumber());
@@ -173,6 +180,7 @@ void play(Input input) {
     const int error = errorOf([&] { Currency::fromDouble(std::bit_cast<double>(a)); });
     require(error == 0 || error == overflow, "a floating-point number fits or not");
     checkText(input.everything(), locale);
+    checkText(betweenTwo(Currency::fromScaled(a), locale), locale);
 }
 
 } // namespace
