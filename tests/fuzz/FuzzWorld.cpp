@@ -50,10 +50,9 @@ FuzzWorld::FuzzWorld() {
     };
 }
 
-bool FuzzWorld::told(const std::string& part) const {
-    return std::any_of(boxes.begin(), boxes.end(), [&](const std::string& text) {
-        return text.find(part) != std::string::npos;
-    });
+bool FuzzWorld::told(const std::string& beginning) const {
+    return std::any_of(boxes.begin(), boxes.end(),
+                       [&](const std::string& text) { return text.starts_with(beginning); });
 }
 
 bool FuzzWorld::toldError() const {

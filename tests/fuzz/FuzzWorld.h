@@ -29,8 +29,8 @@ public:
     /// The texts of the boxes that came.
     std::vector<std::string> boxes;
 
-    /// A box came that holds that text.
-    bool told(const std::string& part) const;
+    /// A box came that begins so: further on it may repeat what was fed.
+    bool told(const std::string& beginning) const;
     /// A run-time error was reported.
     bool toldError() const;
 };
