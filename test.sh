@@ -35,7 +35,7 @@ build() {
 
 packages() {
     # shellcheck disable=SC2086
-    install_missing $packages_build $packages_test $packages_display $packages_office $packages_network $packages_windows $packages_wine \
+    install_missing $packages_build $packages_test $packages_fuzz $packages_display $packages_office $packages_network $packages_windows $packages_wine \
         $packages_package $packages_packaged
 }
 
@@ -82,6 +82,13 @@ tests_sanitized() {
         ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1 \
             build/sanitizers/bin/unit_tests --gtest_brief=1 &&
         ASAN_OPTIONS=detect_leaks=0 build/sanitizers/bin/linux_tests --gtest_brief=1
+}
+
+# So many runs of each target, the same ones every time; scripts/fuzz.sh alone searches on.
+fuzz() {
+    # shellcheck disable=SC2086
+    needs $packages_build $packages_fuzz || return $cannot_run
+    FUZZ_RUNS=5000 scripts/fuzz.sh
 }
 
 system_tests() {
@@ -204,6 +211,7 @@ stage "the built program from outside" system_tests
 stage "the program on a real NetworkManager" network_tests
 stage "a session without a display" headless_session
 stage "unit and face tests under AddressSanitizer and UBSan" tests_sanitized
+stage "fuzz targets, a fixed number of runs" fuzz
 stage "clang-tidy" tidy
 stage "build for Windows, warnings are errors" build_windows
 stage "clang-tidy on the code for Windows" tidy_windows

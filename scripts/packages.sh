@@ -6,6 +6,7 @@ packages_display="xvfb openbox dbus-daemon at-spi2-core python3 python3-gi gir1.
 packages_bench="libglib2.0-dev"
 packages_package="dpkg-dev file gzip zip"
 packages_packaged="lintian appstream desktop-file-utils man-db fakeroot binutils unzip"
+packages_fuzz="clang libclang-rt-dev llvm"
 packages_office="libreoffice-calc-nogui"
 packages_library="libgtest-dev libgmock-dev"
 packages_lint="clang-format python3"

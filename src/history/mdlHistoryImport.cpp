@@ -4,6 +4,7 @@
 #include "history/mdlHistoryWork.h"
 #include "history/mdlIPAddresses.h"
 #include "history/mdlListViewEx.h"
+#include "ports/Files.h"
 #include "ports/Platform.h"
 #include "ports/PrivateProfile.h"
 #include "settings/mdlSettingsLog.h"
@@ -12,25 +13,40 @@
 #include "ui/Forms.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <initializer_list>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace tarvik {
 
 namespace {
 
+/// How many records to make room for, where the file tells of so many: a damaged one may tell of
+/// any number, but no record takes less of it than its shortest line.
+std::size_t roomFor(std::size_t count, const std::string& file) {
+    constexpr std::size_t alwaysGranted = 100'000;
+    constexpr std::size_t shortestLine = std::string_view("DateStamp1=|\n").size();
+    const std::optional<FileStamp> stamp = platform().files.stamp(file);
+    const std::uint64_t mayHold = stamp ? stamp->size / shortestLine : 0;
+    return static_cast<std::size_t>(
+        std::min<std::uint64_t>(count, std::max<std::uint64_t>(mayHold, alwaysGranted)));
+}
+
 /// Reads the records of the selected file, one after the other.
 class LogReader {
 public:
     explicit LogReader(Long count)
-        : count_(static_cast<std::size_t>(count.value())), file_(state().IniFileName) {
-        log_.sent.resize(count_);
-        log_.rcvd.resize(count_);
-        log_.duration.resize(count_);
-        log_.address.resize(count_, ImportedHistory::noAddress);
-        log_.date.reserve(count_, count_ * std::string_view("31.12.2026").size());
-        log_.time.reserve(count_, count_ * std::string_view("23:59:59").size());
+        : count_(static_cast<std::size_t>(count.value())), file_(state().IniFileName),
+          room_(roomFor(count_, file_)) {
+        log_.sent.reserve(room_);
+        log_.rcvd.reserve(room_);
+        log_.duration.reserve(room_);
+        log_.address.reserve(room_);
+        log_.date.reserve(room_, room_ * std::string_view("31.12.2026").size());
+        log_.time.reserve(room_, room_ * std::string_view("23:59:59").size());
     }
 
     /// False when the user has stopped it.
@@ -47,9 +63,14 @@ public:
     }
 
     Long recordsRead() const { return static_cast<std::int32_t>(read_); }
-    /// Records that were not read have empty texts.
+    /// Records that were not read hold nothing.
     ImportedHistory takeLog() {
-        while (log_.time.size() < count_) {
+        const std::size_t size = std::max(room_, read_);
+        log_.sent.resize(size);
+        log_.rcvd.resize(size);
+        log_.duration.resize(size);
+        log_.address.resize(size, ImportedHistory::noAddress);
+        while (log_.time.size() < size) {
             log_.date.add({});
             log_.time.add({});
         }
@@ -62,19 +83,17 @@ private:
         const ProfileReading reading(platform().profile, file_);
         const std::size_t end = std::min(read_ + HistoryWork::stride, count_);
         for (; read_ < end; ++read_) {
-            readRecord(read_);
+            readRecord(static_cast<std::int32_t>(read_ + 1));
         }
     }
 
-    void readRecord(std::size_t place) {
-        const Long number = static_cast<std::int32_t>(place + 1);
-        log_.sent[place] = GetBytesSent(number);
-        log_.rcvd[place] = GetBytesRcvd(number);
-        log_.duration[place] = GetDuration(number);
+    void readRecord(Long number) {
+        log_.sent.push_back(GetBytesSent(number));
+        log_.rcvd.push_back(GetBytesRcvd(number));
+        log_.duration.push_back(GetDuration(number));
         const std::string address = GetIPAddress(number);
-        if (!address.empty()) {
-            log_.address[place] = log_.addresses.add(address);
-        }
+        log_.address.push_back(address.empty() ? ImportedHistory::noAddress
+                                               : log_.addresses.add(address));
         const std::string stamp = GetDate(number);
         const std::size_t bar = stamp.find('|');
         if (bar == std::string::npos) {
@@ -87,6 +106,7 @@ private:
 
     const std::size_t count_;
     const std::string file_;
+    const std::size_t room_;
     std::size_t read_ = 0;
     ImportedHistory log_;
 };

@@ -110,7 +110,7 @@ std::string GetStringFromINI(const std::string& Section, const std::string& Key)
         if (state().IniFileName.empty()) {
             return;
         }
-        std::array<char, 128> buffer{};
+        std::array<char, 128> buffer; // not cleared: no more than what was written to it is read
         const std::uint32_t count = platform().profile.GetPrivateProfileStringA(
             Section, Key, "", buffer.data(), buffer.size(), state().IniFileName);
         result.assign(buffer.data(), count);

@@ -164,6 +164,13 @@ TEST_F(NoteTest, ANoteThatOutgrowsTheRecordIsCutAndEnded) {
               std::string(200, 'a') + "\r\n" + std::string(53, 'b'));
 }
 
+TEST_F(NoteTest, ANoteIsCutBeforeALineEndThatDoesNotFitWhole) {
+    note(std::string(254, 'a') + "\r");
+
+    ASSERT_EQ(PlayedTaskBar::told.size(), 1U);
+    EXPECT_EQ(std::string(PlayedTaskBar::told.front().record.szInfo), std::string(254, 'a'));
+}
+
 TEST_F(NoteTest, ANoteDoesNotComeBackWithTheIcon) {
     ask(NotificationArea::add, TrayIcon::imgSysTrayOnline);
     note("once");

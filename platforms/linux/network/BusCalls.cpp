@@ -1,29 +1,6 @@
 #include "linux/network/BusCalls.h"
 
-#include <algorithm>
-#include <array>
-
 namespace tarvik {
-
-namespace {
-
-template <std::size_t count>
-bool endsWithOne(const std::string& name, const std::array<const char*, count>& ends) {
-    return std::any_of(ends.begin(), ends.end(),
-                       [&](const char* end) { return name.ends_with(end); });
-}
-
-} // namespace
-
-bool isTimeOut(const sdbus::Error& error) {
-    return endsWithOne(error.getName(), std::array{".NoReply", ".Timeout", ".TimedOut"});
-}
-
-bool isGone(const sdbus::Error& error) {
-    return endsWithOne(error.getName(),
-                       std::array{".UnknownObject", ".UnknownMethod", ".UnknownInterface",
-                                  ".PermissionDenied", ".AccessDenied"});
-}
 
 std::unique_ptr<sdbus::IProxy> BusCalls::object(const std::string& path) {
     const auto left =
@@ -43,6 +20,24 @@ Properties BusCalls::propertiesOf(const std::string& path, const std::string& in
         .withArguments(interface)
         .storeResultsTo(properties);
     return properties;
+}
+
+std::vector<sdbus::ObjectPath> BusCalls::profilePaths() {
+    std::vector<sdbus::ObjectPath> paths;
+    object(nm::settingsPath)
+        ->callMethod("ListConnections")
+        .onInterface(nm::settingsInterface)
+        .storeResultsTo(paths);
+    return paths;
+}
+
+ProfileSettings BusCalls::settingsOf(const std::string& profile) {
+    ProfileSettings settings;
+    object(profile)
+        ->callMethod("GetSettings")
+        .onInterface(nm::profileInterface)
+        .storeResultsTo(settings);
+    return settings;
 }
 
 } // namespace tarvik

@@ -1,6 +1,6 @@
 #include "linux/network/NetworkObjects.h"
 
-#include "linux/network/BusCalls.h"
+#include "linux/network/BusReplies.h"
 
 #include <algorithm>
 #include <array>
@@ -12,8 +12,6 @@ namespace tarvik {
 
 namespace {
 
-using Settings = std::map<std::string, Properties>;
-
 constexpr std::array dialledTypes{"gsm", "cdma", "pppoe", "adsl", "bluetooth", "vpn", "wireguard"};
 constexpr std::array addressProperties{"Ip4Config", "Ip6Config"};
 
@@ -22,17 +20,14 @@ bool isDialled(const std::string& type) {
 }
 
 /// A text of a profile's settings; empty where it has none.
-std::string textOf(const Settings& settings, const std::string& group, const std::string& key) {
+std::string textOf(const ProfileSettings& settings, const std::string& group,
+                   const std::string& key) {
     const auto values = settings.find(group);
     return values == settings.end() ? std::string() : valueOf<std::string>(values->second, key);
 }
 
-std::optional<NetworkProfile> readProfile(BusCalls& calls, const std::string& path) {
-    Settings settings;
-    calls.object(path)
-        ->callMethod("GetSettings")
-        .onInterface(nm::profileInterface)
-        .storeResultsTo(settings);
+std::optional<NetworkProfile> readProfile(BusReplies& replies, const std::string& path) {
+    const ProfileSettings settings = replies.settingsOf(path);
     const std::string type = textOf(settings, "connection", "type");
     // Bluetooth is dialled where it reaches the other side's modem.
     if (!isDialled(type) ||
@@ -79,12 +74,12 @@ std::vector<Object> readAll(const std::vector<sdbus::ObjectPath>& paths, const R
     return found;
 }
 
-std::string interfaceOf(BusCalls& calls, const Properties& line) {
+std::string interfaceOf(BusReplies& replies, const Properties& line) {
     const auto devices = valueOf<std::vector<sdbus::ObjectPath>>(line, "Devices");
     if (devices.empty()) {
         return {};
     }
-    const Properties device = calls.propertiesOf(devices.front(), nm::deviceInterface);
+    const Properties device = replies.propertiesOf(devices.front(), nm::deviceInterface);
     const auto ip = valueOf<std::string>(device, "IpInterface");
     return ip.empty() ? valueOf<std::string>(device, "Interface") : ip;
 }
@@ -98,16 +93,16 @@ bool haveSameAddresses(const Properties& line, const Properties& device) {
 
 /// The device of a VPN is the one below it; the tunnel is the device with the same addresses. A VPN
 /// without a tunnel puts its addresses on the one below, which carries all other traffic too.
-std::string tunnelOf(BusCalls& calls, const Properties& line) {
+std::string tunnelOf(BusReplies& replies, const Properties& line) {
     const auto below = valueOf<std::vector<sdbus::ObjectPath>>(line, "Devices");
     const auto devices = valueOf<std::vector<sdbus::ObjectPath>>(
-        calls.propertiesOf(nm::managerPath, nm::service), "AllDevices");
+        replies.propertiesOf(nm::managerPath, nm::service), "AllDevices");
     const auto tunnels =
         readAll<std::string>(devices, [&](const std::string& path) -> std::optional<std::string> {
             if (std::find(below.begin(), below.end(), path) != below.end()) {
                 return std::nullopt;
             }
-            const Properties device = calls.propertiesOf(path, nm::deviceInterface);
+            const Properties device = replies.propertiesOf(path, nm::deviceInterface);
             return haveSameAddresses(line, device)
                        ? std::optional(valueOf<std::string>(device, "Interface"))
                        : std::nullopt;
@@ -115,9 +110,10 @@ std::string tunnelOf(BusCalls& calls, const Properties& line) {
     return tunnels.empty() ? std::string() : tunnels.front();
 }
 
-std::optional<NetworkLine> readLine(BusCalls& calls, const std::vector<NetworkProfile>& profiles,
+std::optional<NetworkLine> readLine(BusReplies& replies,
+                                    const std::vector<NetworkProfile>& profiles,
                                     const std::string& path) {
-    const Properties properties = calls.propertiesOf(path, nm::lineInterface);
+    const Properties properties = replies.propertiesOf(path, nm::lineInterface);
     NetworkLine line{.path = path,
                      .uuid = valueOf<std::string>(properties, "Uuid"),
                      .name = valueOf<std::string>(properties, "Id"),
@@ -131,33 +127,30 @@ std::optional<NetworkLine> readLine(BusCalls& calls, const std::vector<NetworkPr
                                       [&](const auto& one) { return one.uuid == line.uuid; });
     line.name = profile == profiles.end() ? line.name : profile->name;
     line.interface =
-        line.type == "vpn" ? tunnelOf(calls, properties) : interfaceOf(calls, properties);
+        line.type == "vpn" ? tunnelOf(replies, properties) : interfaceOf(replies, properties);
     return line;
 }
 
 } // namespace
 
-std::vector<NetworkProfile> readProfiles(BusCalls& calls) {
-    std::vector<sdbus::ObjectPath> paths;
-    calls.object(nm::settingsPath)
-        ->callMethod("ListConnections")
-        .onInterface(nm::settingsInterface)
-        .storeResultsTo(paths);
-    auto profiles = readAll<NetworkProfile>(
-        paths, [&](const std::string& path) { return readProfile(calls, path); });
+std::vector<NetworkProfile> readProfiles(BusReplies& replies) {
+    auto profiles = readAll<NetworkProfile>(replies.profilePaths(), [&](const std::string& path) {
+        return readProfile(replies, path);
+    });
     sortAndNumber(profiles);
     return profiles;
 }
 
-std::vector<NetworkLine> readLines(BusCalls& calls, const std::vector<NetworkProfile>& profiles) {
+std::vector<NetworkLine> readLines(BusReplies& replies,
+                                   const std::vector<NetworkProfile>& profiles) {
     const auto paths = valueOf<std::vector<sdbus::ObjectPath>>(
-        calls.propertiesOf(nm::managerPath, nm::service), "ActiveConnections");
+        replies.propertiesOf(nm::managerPath, nm::service), "ActiveConnections");
     return readAll<NetworkLine>(
-        paths, [&](const std::string& path) { return readLine(calls, profiles, path); });
+        paths, [&](const std::string& path) { return readLine(replies, profiles, path); });
 }
 
-NetworkState readState(BusCalls& calls) {
-    const Properties manager = calls.propertiesOf(nm::managerPath, nm::service);
+NetworkState readState(BusReplies& replies) {
+    const Properties manager = replies.propertiesOf(nm::managerPath, nm::service);
     NetworkState state{.state = valueOf<std::uint32_t>(manager, "State"),
                        .connectivity = valueOf<std::uint32_t>(manager, "Connectivity"),
                        .primaryType = valueOf<std::string>(manager, "PrimaryConnectionType"),
@@ -166,7 +159,7 @@ NetworkState readState(BusCalls& calls) {
     const auto names = readAll<std::string>({primary}, [&](const std::string& path) {
         return path.size() < 2 ? std::nullopt
                                : std::optional(valueOf<std::string>(
-                                     calls.propertiesOf(path, nm::lineInterface), "Id"));
+                                     replies.propertiesOf(path, nm::lineInterface), "Id"));
     });
     state.primaryName = names.empty() ? std::string() : names.front();
     return state;

@@ -6,7 +6,7 @@
 
 namespace tarvik {
 
-class BusCalls;
+class BusReplies;
 
 /// A saved profile of a kind that is dialled.
 struct NetworkProfile {
@@ -36,8 +36,9 @@ struct NetworkState {
 };
 
 /// Each throws sdbus::Error. What goes away while it is read is left out.
-std::vector<NetworkProfile> readProfiles(BusCalls& calls);
-std::vector<NetworkLine> readLines(BusCalls& calls, const std::vector<NetworkProfile>& profiles);
-NetworkState readState(BusCalls& calls);
+std::vector<NetworkProfile> readProfiles(BusReplies& replies);
+std::vector<NetworkLine> readLines(BusReplies& replies,
+                                   const std::vector<NetworkProfile>& profiles);
+NetworkState readState(BusReplies& replies);
 
 } // namespace tarvik

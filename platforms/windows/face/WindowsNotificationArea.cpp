@@ -6,6 +6,7 @@
 
 #include <shellapi.h>
 
+#include <algorithm>
 #include <cstddef>
 
 namespace tarvik::face {
@@ -22,6 +23,15 @@ static_assert(offsetof(::NOTIFYICONDATAA, dwInfoFlags) == offsetof(Record, dwInf
 
 bool tell(DWORD request, Record& record) {
     return ::Shell_NotifyIconA(request, reinterpret_cast<::NOTIFYICONDATAA*>(&record)) != FALSE;
+}
+
+/// As much of the text as the record holds; a line end that it does not hold whole is left out.
+void putNote(const std::string& text, Record& record) {
+    std::size_t length = std::min(text.size(), sizeof record.szInfo - 1);
+    if (length < text.size() && text[length - 1] == '\r') {
+        --length;
+    }
+    record.szInfo[text.copy(record.szInfo, length)] = '\0';
 }
 
 UINT taskBarCreated() {
@@ -57,9 +67,7 @@ bool WindowsNotificationArea::Shell_NotifyIconA(std::uint32_t request, Record* d
     record.hIcon =
         static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(iconOf(data->hIcon)));
     if ((data->uFlags & info) != 0) {
-        const std::string text = boxText(data->szInfo);
-        const std::size_t length = text.copy(record.szInfo, sizeof record.szInfo - 1);
-        record.szInfo[length] = '\0';
+        putNote(boxText(data->szInfo), record);
     }
     const bool done = tell(request, record);
     if (request == remove) {

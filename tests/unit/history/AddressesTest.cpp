@@ -3,7 +3,9 @@
 #include "history/HistoryTest.h"
 
 #include <algorithm>
+#include <chrono>
 #include <random>
+#include <set>
 
 namespace tarvik {
 namespace {
@@ -320,11 +322,25 @@ private:
     bool blanks_ = false;
 };
 
+/// Many addresses that differ but for blanks in ever other places.
+Texts manyWithBlanks(std::size_t count) {
+    std::mt19937 random(7);
+    Texts addresses;
+    while (addresses.size() < count) {
+        std::string address = std::to_string(random() % 40) + ".0." + std::to_string(random() % 40);
+        address += "." + std::to_string(random() % 10);
+        addresses.push_back(std::string(random() % 5, ' ') + address +
+                            std::string(random() % 5, ' '));
+    }
+    return addresses;
+}
+
 /// Each address once, in the order in which they first appear; none for an empty one.
 Texts distinct(const Texts& addresses) {
     Texts result;
+    std::set<std::string> known;
     for (const std::string& address : addresses) {
-        if (!address.empty() && std::count(result.begin(), result.end(), address) == 0) {
+        if (!address.empty() && known.insert(address).second) {
             result.push_back(address);
         }
     }
@@ -332,6 +348,26 @@ Texts distinct(const Texts& addresses) {
 }
 
 class AnyListTest : public AddressesTest, public testing::WithParamInterface<unsigned> {};
+
+TEST_F(AddressesTest, ManyWithBlanksAroundThemStandAsInsertingOneAfterTheOtherPutsThem) {
+    const Texts logged = manyWithBlanks(1500);
+
+    importAddresses(logged);
+
+    EXPECT_EQ(byAddress(), boxOf(sortedByInsertion(distinct(logged))));
+}
+
+TEST_F(AddressesTest, TensOfThousandsWithBlanksAroundThemAreSortedInAMoment) {
+    const Texts logged = manyWithBlanks(60'000);
+    importAddresses(logged);
+    const auto begin = std::chrono::steady_clock::now();
+
+    const std::string sorted = byAddress();
+
+    // Searching from the start for each of them takes many times as long.
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(5));
+    EXPECT_EQ(sorted.size(), boxOf(distinct(logged)).size());
+}
 
 TEST_P(AnyListTest, IsShownInBothOrdersAsTheRulesSay) {
     AnyAddresses any(GetParam());

@@ -184,5 +184,35 @@ TEST_F(ImportFaultTest, WhatIsListedCanStillBeLookedAt) {
     EXPECT_EQ(machine.desktop.boxesShown.back().icon, MsgBoxIcon::Information);
 }
 
+TEST_F(ImportFaultTest, ASenselessNumberOfRecordsEndsAfterTheLastOneThatThereIs) {
+    std::string file = fileOf(numberedLog(3));
+    file.replace(file.find("LastDateStamp=3"), 15, "LastDateStamp=2147483647");
+    setIni(file);
+    expectQuestion(MsgBoxAnswer::Yes);
+    expectFault();
+    expectNoSuchRecord();
+
+    window().cmdImport.press();
+
+    EXPECT_EQ(rows(), (std::vector<Row>{numberedRow(1), numberedRow(2), numberedRow(3)}));
+    EXPECT_LE(data().log.sent.capacity(), 100'000U);
+}
+
+TEST_F(ImportFaultTest, RecordsBeyondTheOnesThatAreGrantedARoomAreReadWhereTheFileHoldsThem) {
+    constexpr int count = 150'000;
+    std::string file = "[Settings]\r\nLastDateStamp=" + std::to_string(count) + "\r\n";
+    for (int number = 1; number <= count; ++number) {
+        file += "DateStamp" + std::to_string(number) + "=|\n";
+    }
+    setIni(file);
+    expectQuestion(MsgBoxAnswer::Yes);
+
+    window().cmdImport.press();
+
+    EXPECT_TRUE(data().imported);
+    EXPECT_EQ(data().log.sent.size(), 150'000U);
+    EXPECT_EQ(data().log.sent.capacity(), 150'000U);
+}
+
 } // namespace
 } // namespace tarvik

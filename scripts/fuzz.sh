@@ -1,0 +1,53 @@
+#!/usr/bin/env bash
+# Builds the fuzz targets and runs them: fuzz.sh [seconds for each, 180 unless told [target ...]]. What
+# is found stays in build/fuzz/corpus for the next time; for an input that breaks something the
+# command that shows it again is printed. With FUZZ_RUNS set, instead, so many runs of each target
+# from the seeds alone, the same ones every time.
+set -euo pipefail
+cd "$(dirname "$(readlink -f "$0")")/.."
+# shellcheck source=scripts/packages.sh
+. scripts/packages.sh
+
+seconds=${1:-180}
+shift || true
+# shellcheck disable=SC2086
+install_missing $packages_build $packages_fuzz
+cmake --preset fuzz >/dev/null
+cmake --build --preset fuzz --target fuzz_targets
+
+chosen=("$@")
+[ ${#chosen[@]} -gt 0 ] || mapfile -t chosen < <(basename -a tests/fuzz/target_*.cpp | sed 's/^target_//; s/\.cpp$//')
+limits=(-rss_limit_mb=1024 -malloc_limit_mb=512 -timeout=10 -max_len=4096 -dict=tests/fuzz/tarvik.dict)
+status=0
+summary=()
+
+# fuzz TARGET ARGUMENT...: one target; keeps the line for the summary, or shows what broke.
+fuzz() {
+    local target=$1 log=build/fuzz/$1.log
+    shift
+    if "build/fuzz/bin/fuzz_$target" "${limits[@]}" -print_final_stats=1 \
+        "-artifact_prefix=build/fuzz/$target-" "$@" >"$log" 2>&1; then
+        summary+=("$(printf '%-10s %9s runs, %s' "$target" \
+            "$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")" \
+            "$(grep -o 'cov: [0-9]*' "$log" | tail -n 1)")")
+    else
+        status=1
+        summary+=("$(printf '%-10s BROKEN' "$target")")
+        tail -n 40 "$log" >&2
+        printf 'Again: build/fuzz/bin/fuzz_%s %s\n' "$target" \
+            "$(sed -n 's/.*Test unit written to //p' "$log" | tail -n 1)" >&2
+    fi
+}
+
+for target in "${chosen[@]}"; do
+    if [ -n "${FUZZ_RUNS:-}" ]; then
+        # What it finds new goes into the first folder.
+        rm -rf "build/fuzz/fixed/$target" && mkdir -p "build/fuzz/fixed/$target"
+        fuzz "$target" -seed=1 "-runs=$FUZZ_RUNS" -reload=0 "build/fuzz/fixed/$target" "tests/fuzz/seeds/$target"
+    else
+        mkdir -p "build/fuzz/corpus/$target"
+        fuzz "$target" "-max_total_time=$seconds" "build/fuzz/corpus/$target" "tests/fuzz/seeds/$target"
+    fi
+done
+printf '%s\n' "${summary[@]}"
+exit $status
