@@ -84,6 +84,27 @@ tests_sanitized() {
         ASAN_OPTIONS=detect_leaks=0 build/sanitizers/bin/linux_tests --gtest_brief=1
 }
 
+# A random user on the scripted and the Linux face; TARVIK_MONKEY_STEPS and TARVIK_MONKEY_SEED set
+# how long and which.
+monkey() {
+    # shellcheck disable=SC2086
+    needs $packages_build $packages_library || return $cannot_run
+    export UBSAN_OPTIONS=print_stacktrace=1
+    build sanitizers monkey_scripted monkey_qt &&
+        ASAN_OPTIONS=detect_leaks=1 build/sanitizers/bin/monkey_scripted &&
+        ASAN_OPTIONS=detect_leaks=0 build/sanitizers/bin/monkey_qt
+}
+
+# The same on the Windows face, checked as far as that compiler can; boxes take their time there.
+monkey_windows() {
+    # shellcheck disable=SC2086
+    needs $packages_build $packages_windows || return $cannot_run
+    scripts/wine32.sh ready || return $cannot_run
+    build windows-checked monkey_win32 &&
+        TARVIK_MONKEY_STEPS=${TARVIK_MONKEY_STEPS:-20000} WINDOWS_BIN=build/windows-checked/bin \
+            WINDOWS_TIMEOUT=540 on_windows monkey_win32
+}
+
 # So many runs of each target, the same ones every time; scripts/fuzz.sh alone searches on.
 fuzz() {
     # shellcheck disable=SC2086
@@ -153,8 +174,8 @@ on_windows() {
     shift
     scripts/wine32.sh ready || return $cannot_run
     folder=$(mktemp -d)
-    cp build/windows/bin/*.exe "$folder"
-    WINE32_DESKTOP=1 WINE32_TIMEOUT=300 scripts/wine32.sh run "$folder/$program.exe" --gtest_brief=1 "$@"
+    cp "${WINDOWS_BIN:-build/windows/bin}"/*.exe "$folder"
+    WINE32_DESKTOP=1 WINE32_TIMEOUT=${WINDOWS_TIMEOUT:-300} scripts/wine32.sh run "$folder/$program.exe" --gtest_brief=1 "$@"
     status=$?
     if [ -e "$folder/exported.csv" ]; then
         /usr/bin/python3 -B tests/support/check_csv.py "$folder"/exported.{ini,csv} || status=1
@@ -211,6 +232,7 @@ stage "the built program from outside" system_tests
 stage "the program on a real NetworkManager" network_tests
 stage "a session without a display" headless_session
 stage "unit and face tests under AddressSanitizer and UBSan" tests_sanitized
+stage "a random user on the scripted and the Linux face, sanitized" monkey
 stage "fuzz targets, a fixed number of runs" fuzz
 stage "clang-tidy" tidy
 stage "build for Windows, warnings are errors" build_windows
@@ -220,6 +242,7 @@ stage "unit tests on Windows" unit_windows
 stage "face and services on Windows" windows_tests
 stage "user stories on Windows" scenarios_windows
 stage "the built Windows programs from outside" programs_windows
+stage "a random user on the Windows face, checked" monkey_windows
 stage "the package for Debian and the archive for Windows" made_packages
 
 printf '\n== Summary\n'
