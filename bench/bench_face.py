@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Time to the first window, memory after the start and processor time per tick of the program,
-beside an empty window of the same toolkit in the same run: PROGRAM EMPTY_WINDOW."""
+beside an empty window of the same toolkit in the same run: PROGRAM EMPTY_WINDOW [ROWS], the file that the rows go to as well."""
 
 import os
 import pathlib
@@ -149,6 +149,10 @@ def main():
     print("%-44s %12s %14s" % ("", "tarvik-demo", "empty window"))
     for name, value, bare in rows:
         print("%-44s %12.1f %14.1f" % (name, value, bare))
+    if len(sys.argv) > 3:
+        with open(sys.argv[3], "a", encoding="utf-8") as file:
+            for name, value, bare in rows:
+                file.write("%s\t%f\t%f\tempty window\n" % (name, value, bare))
 
 
 if __name__ == "__main__":

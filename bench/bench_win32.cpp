@@ -1,6 +1,7 @@
 #include "RunningProgram.h"
 
 #include <algorithm>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iomanip>
@@ -127,7 +128,12 @@ Figures measureProgram() {
     return figures;
 }
 
-void print(const char* name, double own, double bare) {
+/// As a line of its own table, or as a row of the one for all faces.
+void print(const char* name, double own, double bare, bool asRow) {
+    if (asRow) {
+        std::cout << name << '\t' << own << '\t' << bare << "\tempty window\n";
+        return;
+    }
     std::cout << std::left << std::setw(46) << name << std::right << std::fixed
               << std::setprecision(1) << std::setw(12) << own << std::setw(14) << bare << '\n';
 }
@@ -135,14 +141,17 @@ void print(const char* name, double own, double bare) {
 } // namespace
 } // namespace tarvik
 
-int main() {
+int main(int count, char** arguments) {
+    const bool rows = count > 1 && std::strcmp(arguments[1], "rows") == 0;
     const tarvik::Figures own = tarvik::measureProgram();
     const tarvik::Figures bare = tarvik::measureEmptyWindow();
-    std::cout << std::setw(58) << "tarvik.exe" << std::setw(14) << "empty window" << '\n';
-    tarvik::print("size of the file, KiB", own.size, bare.size);
-    tarvik::print("time to the first window, ms", own.firstWindow, bare.firstWindow);
-    tarvik::print("resident memory, KiB", own.resident, bare.resident);
-    tarvik::print("proportional memory, KiB", own.proportional, bare.proportional);
-    tarvik::print("processor time per 100 ms, no line up, us", own.idleTick, bare.idleTick);
-    tarvik::print("processor time per 100 ms, line up, us", own.busyTick, bare.busyTick);
+    if (!rows) {
+        std::cout << std::setw(58) << "tarvik.exe" << std::setw(14) << "empty window" << '\n';
+    }
+    tarvik::print("size of the file, KiB", own.size, bare.size, rows);
+    tarvik::print("time to the first window, ms", own.firstWindow, bare.firstWindow, rows);
+    tarvik::print("resident memory, KiB", own.resident, bare.resident, rows);
+    tarvik::print("proportional memory, KiB", own.proportional, bare.proportional, rows);
+    tarvik::print("processor time per 100 ms, no line up, us", own.idleTick, bare.idleTick, rows);
+    tarvik::print("processor time per 100 ms, line up, us", own.busyTick, bare.busyTick, rows);
 }

@@ -1,14 +1,20 @@
 #!/usr/bin/env bash
-# Builds the measuring programs and prints their figures, each beside a bare floor in the same run.
+# Builds the measuring programs and prints their figures, each beside a bare floor or the nearest
+# peer in the same run; at the end one table of all faces.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 # shellcheck source=scripts/packages.sh
 . scripts/packages.sh
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+
 # shellcheck disable=SC2086
 install_missing $packages_build $packages_display $packages_bench
 cmake --preset release -DTARVIK_TESTS=OFF -DTARVIK_BENCH=ON >/dev/null
-cmake --build --preset release --target tarvik-demo empty_window bench_ini bench_history
-/usr/bin/python3 -B bench/bench_face.py build/release/bin/tarvik-demo build/release/bin/empty_window
+cmake --build --preset release --target tarvik-demo empty_window bench_ini bench_history bench_work
+/usr/bin/python3 -B bench/bench_face.py build/release/bin/tarvik-demo build/release/bin/empty_window \
+    "$folder/linux"
+build/release/bin/bench_work >>"$folder/linux"
 build/release/bin/bench_ini
 build/release/bin/bench_history
 
@@ -26,10 +32,13 @@ fi
 # shellcheck disable=SC2086
 install_missing $packages_windows $packages_wine
 cmake --preset windows >/dev/null
-cmake --build --preset windows --target tarvik empty_window bench_win32 rasapi32
+cmake --build --preset windows --target tarvik empty_window bench_win32 bench_work rasapi32
 scripts/wine32.sh setup
-folder=$(mktemp -d)
-trap 'rm -rf "$folder"' EXIT
 cp build/windows/bin/*.exe "$folder"
 export WINE32_SYSTEM="$PWD/build/windows/bin/standin/rasapi32.dll" WINEDLLOVERRIDES=rasapi32=n
-TARVIK_STANDIN_ENTRIES=Line WINE32_TIMEOUT=300 scripts/wine32.sh run "$folder/bench_win32.exe"
+export TARVIK_STANDIN_ENTRIES=Line WINE32_TIMEOUT=300
+scripts/wine32.sh run "$folder/bench_win32.exe" rows | tr -d '\r' >"$folder/windows"
+scripts/wine32.sh run "$folder/bench_work.exe" | tr -d '\r' >>"$folder/windows"
+
+printf '\nThe log has 100,000 records; Windows is Wine here.\n\n'
+/usr/bin/python3 -B bench/table.py "Linux=$folder/linux" "Windows=$folder/windows"
