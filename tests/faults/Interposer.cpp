@@ -286,16 +286,14 @@ void arm(const std::string& folder, const std::string& shadow, const std::string
 }
 
 void disarm() {
-    watch->fault = {};
+    if (watch != nullptr) {
+        watch->fault = {};
+    }
     inside = true;
 }
 
-int callsCounted() {
-    return watch->calls;
-}
-
 std::string callsNamed() {
-    return watch->named;
+    return watch == nullptr ? "" : watch->named;
 }
 
 bool happened() {

@@ -23,9 +23,7 @@ constexpr int impossibleStatus = 86;
 void arm(const std::string& folder, const std::string& shadow, const std::string& fault);
 /// No more faults, no more counting.
 void disarm();
-/// Calls counted so far.
-int callsCounted();
-/// Their names, in order, with a blank after each.
+/// Names of the calls counted so far, in order, with a blank after each.
 std::string callsNamed();
 /// The fault has happened.
 bool happened();

@@ -15,6 +15,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 #include <stdlib.h> // mkdtemp
 #include <sys/wait.h>
 #include <unistd.h>
@@ -104,6 +105,7 @@ public:
             everythingAt(call, calls);
         }
         // After the last call nothing may be lost any more.
+        states_ = {states_.back()};
         cutsAt(calls + 1);
         std::printf("%-24s %3d calls, %5d cases\n", operation.name, calls, cases_ - before);
         return failures_ == 0;
@@ -158,6 +160,7 @@ private:
             trouble = "the process ended with status " + std::to_string(outcome.status) + "\n";
         } else if (outcome.end == End::Itself && !fs::exists(place_.gone())) {
             trouble = troubleWithReport(*operation_, states_, place_.folder(), outcome.report);
+            trouble += troubleWithTemporary(fault);
         }
         place_.bringBack();
         if (trouble.empty()) {
@@ -171,6 +174,26 @@ private:
                         trouble.c_str());
         }
         return true;
+    }
+
+    /// A run that went on to its end leaves no temporary file, unless it could not delete it.
+    std::string troubleWithTemporary(const std::string& fault) const {
+        const Folder files = folderAt(place_.folder());
+        const bool left = std::any_of(files.begin(), files.end(),
+                                      [](const auto& file) { return isTemporary(file.first); });
+        std::istringstream words(fault);
+        std::string kind;
+        std::size_t call = 0;
+        words >> kind >> call;
+        const std::vector<std::string> calls = callsOfLast();
+        const bool couldNot =
+            fault.ends_with(" 1000000") || (call <= calls.size() && calls[call - 1] == "unlink");
+        return left && !couldNot ? "a temporary file is left\n" : "";
+    }
+
+    std::vector<std::string> callsOfLast() const {
+        std::istringstream words(contentOf(place_.report() + ".calls"));
+        return {std::istream_iterator<std::string>(words), std::istream_iterator<std::string>()};
     }
 
     /// Lets the operation run in a process of its own.
@@ -202,7 +225,7 @@ private:
             *operation_, session, [&] { arm(place_.folder(), place_.shadow(), fault); },
             [&] { last(fault); });
         std::ofstream(place_.report(), std::ios::binary) << report.text();
-        std::ofstream(place_.report() + ".calls") << callsCounted();
+        std::ofstream(place_.report() + ".calls") << callsNamed();
         _exit(0);
     }
 
@@ -217,7 +240,7 @@ private:
     int countCalls() {
         place_.prepare(*operation_);
         inProcess("count");
-        return std::stoi(contentOf(place_.report() + ".calls"));
+        return static_cast<int>(callsOfLast().size());
     }
 
     Place place_;

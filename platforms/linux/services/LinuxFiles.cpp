@@ -164,7 +164,11 @@ FileResult LinuxFiles::Kill(const std::string& path) {
     if (Dir(path) == FileKind::Directory) {
         return ErrorNumber::PathFileAccess;
     }
-    return unlink(path.c_str()) == 0 ? std::nullopt : lastError();
+    if (unlink(path.c_str()) != 0) {
+        return lastError();
+    }
+    flushFolder(folderOf(path));
+    return std::nullopt;
 }
 
 } // namespace tarvik
