@@ -62,6 +62,13 @@ linux_tests() {
     build/debug/bin/linux_tests --gtest_brief=1
 }
 
+# Every file call of the program fails or is its last, once each; prints the count of cases.
+kill_at_every_step() {
+    # shellcheck disable=SC2086
+    needs $packages_build $packages_library || return $cannot_run
+    build/debug/bin/kill_at_every_step
+}
+
 scenarios() {
     # shellcheck disable=SC2086
     needs $packages_build $packages_library || return $cannot_run
@@ -189,6 +196,7 @@ stage "lint" lint
 stage "build, warnings are errors" build_debug
 stage "unit tests" unit_tests
 stage "face and services on Linux" linux_tests
+stage "kill at every step" kill_at_every_step
 stage "user stories on the scripted and the real face" scenarios
 stage "the built program from outside" system_tests
 stage "the program on a real NetworkManager" network_tests
