@@ -176,6 +176,11 @@ windows_tests() {
     with_stand_in windows_tests
 }
 
+kill_on_windows() {
+    scripts/wine32.sh ready || return $cannot_run
+    WINE32_TIMEOUT=300 scripts/wine32.sh run build/windows/bin/kill_at_every_step.exe
+}
+
 scenarios_windows() {
     on_windows scenarios_win32
 }
@@ -208,6 +213,7 @@ stage "clang-tidy on the code for Windows" tidy_windows
 stage "32-bit Wine" wine
 stage "unit tests on Windows" unit_windows
 stage "face and services on Windows" windows_tests
+stage "kill at every step on Windows" kill_on_windows
 stage "user stories on Windows" scenarios_windows
 stage "the built Windows programs from outside" programs_windows
 

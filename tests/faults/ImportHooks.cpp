@@ -26,7 +26,7 @@ std::string kind;
 int target = 0;
 DWORD first = 0;
 int times = 1;
-int calls = 0;
+std::vector<std::string> named;
 bool armed = false;
 std::string struck;
 std::map<HANDLE, Written> open;
@@ -73,7 +73,8 @@ Way next(const char* name, bool moves = false) {
     if (!armed) {
         return Way::Through;
     }
-    const int since = ++calls - target;
+    named.emplace_back(name);
+    const int since = static_cast<int>(named.size()) - target;
     if (since == 0) {
         struck = name;
     }
@@ -284,7 +285,7 @@ void arm(const std::string& fault) {
     }
     words >> times;
     times = std::max(times, 1);
-    calls = 0;
+    named.clear();
     struck.clear();
     open.clear();
     closed.clear();
@@ -295,8 +296,8 @@ void disarm() {
     armed = false;
 }
 
-int callsCounted() {
-    return calls;
+std::vector<std::string> callsNamed() {
+    return named;
 }
 
 std::string callStruck() {

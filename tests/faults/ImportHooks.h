@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace tarvik::faults {
 
@@ -18,8 +19,8 @@ constexpr unsigned cutStatus = 99;
 ///     short N TIMES           call N, if it writes or reads, moves half of what it should
 void arm(const std::string& fault);
 void disarm();
-/// Calls counted since the last `arm`.
-int callsCounted();
+/// Names of the calls counted since the last `arm`, in order.
+std::vector<std::string> callsNamed();
 /// The name of the call that the fault struck first; empty when it struck none.
 std::string callStruck();
 /// One call more, which does nothing: a cut may still come after the last that does something.
