@@ -1,9 +1,7 @@
 // Stands between the program and the system's library: these definitions are found before the
 // library's own, which they call.
 
-#include "faults/Interposer.h"
-
-#include "faults/Disk.h"
+#include "faults/Watch.h"
 
 #include <cerrno>
 #include <cstdarg>
@@ -12,9 +10,6 @@
 #include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
-#include <mutex>
-#include <optional>
-#include <sstream>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/uio.h>
@@ -23,134 +18,6 @@
 namespace tarvik::faults {
 
 namespace {
-
-struct Fault {
-    std::string kind = "count";
-    int call = 0;
-    unsigned first = 0;
-    unsigned second = 0;
-};
-
-struct Watch {
-    std::mutex mutex;
-    std::string folder;
-    std::string parent;
-    Fault fault;
-    Disk disk;
-    std::map<int, std::string> open; ///< descriptors of interest, with their paths
-    int calls = 0;
-    std::string named;
-    bool happened = false;
-};
-
-/// Null while nothing is watched. It is never freed: a call may come at any moment.
-Watch* watch = nullptr;
-/// This thread is in here already: what is called now is the harness's own.
-thread_local bool inside = false;
-
-[[noreturn]] void die() {
-    _exit(cutStatus);
-}
-
-[[noreturn]] void cannotHappen() {
-    _exit(impossibleStatus);
-}
-
-/// One call of the program on its way to the system.
-class Turn {
-public:
-    enum Kind { Other, Reads, Writes };
-
-    Turn(const char* call, bool ours, Kind kind = Other)
-        : counted_(watch != nullptr && !inside && ours), kind_(kind) {
-        if (!counted_) {
-            return;
-        }
-        watch->mutex.lock();
-        inside = true;
-        ++watch->calls;
-        watch->named.append(call).append(" ");
-        decide(watch->fault);
-    }
-    ~Turn() {
-        if (counted_) {
-            inside = false;
-            watch->mutex.unlock();
-        }
-    }
-    Turn(const Turn&) = delete;
-    Turn& operator=(const Turn&) = delete;
-
-    bool counted() const { return counted_; }
-    /// The call fails, errno is set.
-    bool fails() const {
-        if (error_ != 0) {
-            errno = error_;
-        }
-        return error_ != 0;
-    }
-    /// How much of a read or a write is done.
-    std::size_t share(std::size_t size) const { return half_ ? (size + 1) / 2 : size; }
-    /// After a write: the process may end in its middle.
-    void afterWrite() const {
-        if (dies_) {
-            die();
-        }
-    }
-
-private:
-    void decide(const Fault& fault) {
-        const int now = watch->calls;
-        const bool here = now == fault.call;
-        if (here) {
-            watch->happened = true;
-        }
-        if (fault.kind == "kill" && here) {
-            die();
-        } else if (fault.kind == "killhalf" && here) {
-            requireKind(Writes);
-            half_ = dies_ = true;
-        } else if (fault.kind == "cut" && here) {
-            watch->disk.cut(fault.first, fault.second != 0) ? die() : cannotHappen();
-        } else if (fault.kind == "fail" && now >= fault.call &&
-                   static_cast<unsigned>(now - fault.call) < fault.second) {
-            error_ = static_cast<int>(fault.first);
-        } else if (fault.kind == "failkill") {
-            error_ = here ? static_cast<int>(fault.first) : 0;
-            if (now == static_cast<int>(fault.second)) {
-                die();
-            }
-        } else if (fault.kind == "short" || fault.kind == "full") {
-            shorten(fault, now - fault.call);
-        } else if (fault.kind == "vanish" && here) {
-            static_cast<void>(
-                std::rename(watch->folder.c_str(), (watch->folder + ".gone").c_str()) == 0);
-        }
-    }
-
-    void shorten(const Fault& fault, int since) {
-        const bool full = fault.kind == "full";
-        if (since == 0 && (kind_ == Other || (full && kind_ != Writes))) {
-            cannotHappen();
-        }
-        half_ = since == 0 || (!full && since > 0 && static_cast<unsigned>(since) < fault.first);
-        if (full && since > 0 && kind_ == Writes) {
-            error_ = ENOSPC;
-        }
-    }
-
-    void requireKind(Kind kind) const {
-        if (kind_ != kind) {
-            cannotHappen();
-        }
-    }
-
-    bool counted_;
-    Kind kind_;
-    int error_ = 0;
-    bool half_ = false;
-    bool dies_ = false;
-};
 
 /// The library's own function of that name.
 template <class Function>
@@ -272,37 +139,6 @@ std::string textOf(const char* path) {
 }
 
 } // namespace
-
-void arm(const std::string& folder, const std::string& shadow, const std::string& text) {
-    inside = true;
-    auto* const fresh = new Watch;
-    fresh->folder = folder;
-    fresh->parent = folder.substr(0, folder.rfind('/'));
-    std::istringstream words(text);
-    words >> fresh->fault.kind >> fresh->fault.call >> fresh->fault.first >> fresh->fault.second;
-    fresh->disk.watch(folder, shadow);
-    watch = fresh;
-    inside = false;
-}
-
-void disarm() {
-    if (watch != nullptr) {
-        watch->fault = {};
-    }
-    inside = true;
-}
-
-std::string callsNamed() {
-    return watch == nullptr ? "" : watch->named;
-}
-
-bool happened() {
-    return watch->happened;
-}
-
-void finish() {
-    const Turn turn("end", true);
-}
 
 } // namespace tarvik::faults
 
