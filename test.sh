@@ -63,6 +63,13 @@ linux_tests() {
     build/debug/bin/linux_tests --gtest_brief=1
 }
 
+# Every file call of the program fails or is its last, once each; prints the count of cases.
+kill_at_every_step() {
+    # shellcheck disable=SC2086
+    needs $packages_build $packages_library || return $cannot_run
+    build/debug/bin/kill_at_every_step
+}
+
 scenarios() {
     # shellcheck disable=SC2086
     needs $packages_build $packages_library || return $cannot_run
@@ -198,6 +205,11 @@ windows_tests() {
     with_stand_in windows_tests
 }
 
+kill_on_windows() {
+    scripts/wine32.sh ready || return $cannot_run
+    WINE32_TIMEOUT=300 scripts/wine32.sh run build/windows/bin/kill_at_every_step.exe
+}
+
 scenarios_windows() {
     on_windows scenarios_win32
 }
@@ -227,6 +239,7 @@ stage "lint" lint
 stage "build, warnings are errors" build_debug
 stage "unit tests" unit_tests
 stage "face and services on Linux" linux_tests
+stage "kill at every step" kill_at_every_step
 stage "user stories on the scripted and the real face" scenarios
 stage "the built program from outside" system_tests
 stage "the program on a real NetworkManager" network_tests
@@ -240,6 +253,7 @@ stage "clang-tidy on the code for Windows" tidy_windows
 stage "32-bit Wine" wine
 stage "unit tests on Windows" unit_windows
 stage "face and services on Windows" windows_tests
+stage "kill at every step on Windows" kill_on_windows
 stage "user stories on Windows" scenarios_windows
 stage "the built Windows programs from outside" programs_windows
 stage "a random user on the Windows face, checked" monkey_windows

@@ -101,7 +101,9 @@ void ProfileEngine::forget() {
 
 bool ProfileEngine::load(const std::string& file) {
     const bool inMemory = text_ != nullptr && file_ == file;
-    return (inMemory && files_.stamp(file) == stamp_) || reload(file);
+    // Once more, for a file may be out of reach for a moment: a setting taken for missing would be
+    // saved so.
+    return (inMemory && files_.stamp(file) == stamp_) || reload(file) || reload(file);
 }
 
 bool ProfileEngine::loadUnlessReading(const std::string& file) {
@@ -144,6 +146,7 @@ std::optional<std::string_view> ProfileEngine::find(std::string_view section, st
         }
     }
     if (!loadUnlessReading(file)) {
+        blind_ = blind_ || file == updateFile_;
         return std::nullopt;
     }
     const ProfileSection* found = text_->section(section);
@@ -240,6 +243,7 @@ void ProfileEngine::endReading() {
 void ProfileEngine::beginUpdate(const std::string& file) {
     edits_.clear();
     updating_ = false;
+    blind_ = false;
     try {
         updateFile_ = file;
         updating_ = true;
@@ -252,6 +256,11 @@ void ProfileEngine::beginUpdate(const std::string& file) {
 bool ProfileEngine::commitUpdate() {
     updating_ = false;
     const ProfileEdits edits = std::exchange(edits_, ProfileEdits());
+    if (blind_) {
+        // The number of the newest record was not there to be read, say: the edits would put
+        // another in its place.
+        return false;
+    }
     try {
         return edits.empty() || commit(updateFile_, edits);
     } catch (const std::bad_alloc&) {

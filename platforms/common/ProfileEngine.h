@@ -15,7 +15,8 @@ namespace tarvik {
 /// replacement. Whatever the program did not write survives byte for byte.
 ///
 /// A file that cannot be read, or is written in a form of two bytes a character, has no keys for
-/// readers and is never written to.
+/// readers and is never written to; nor is one by an update during which a key could not be read,
+/// for its writes may rest on what was read.
 class ProfileEngine : public PrivateProfile {
 public:
     /// `lineEnd` is for files that have no line yet.
@@ -53,6 +54,7 @@ private:
     std::unique_ptr<ProfileText> text_; ///< null when nothing usable is in memory
     bool reading_ = false;              ///< that text stands for its file, whatever its stamp
     bool updating_ = false;
+    bool blind_ = false; ///< a key of the file to update could not be read since the update began
     std::string updateFile_;
     ProfileEdits edits_;
 };

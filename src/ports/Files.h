@@ -44,7 +44,8 @@ public:
     /// Replaces the file by the pieces, joined, or makes it: written beside it, flushed to the disk
     /// and put in place in one step, so that the old content or the new one is there at any moment.
     /// A read-only file, a directory or device of that name, a full disk: an error, and what was
-    /// there stays.
+    /// there stays. An error of the very last flush leaves the new content, which a power cut may
+    /// undo. What a kill left of earlier replacements in that folder is swept up.
     virtual FileResult replace(const std::string& path,
                                const std::vector<std::string_view>& pieces) = 0;
 

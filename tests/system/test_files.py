@@ -55,6 +55,56 @@ class FileTest(ProgramTest):
         program.expect_box('Warning: Unable to unset "IsLocked"-flag in INI-file!', "OK")
         self.assertEqual(program.wait_exit(), 0)
 
+    def assert_told_and_left(self):
+        """The program runs without the file and says that nothing is saved."""
+        before = self.ini.lstat()
+        program = self.start()
+        program.expect_box(LOCK_WARNING, "OK")
+        program.expect_box(FIRST_RUN_WARNING, "OK")
+        program.press("cmdQuit")
+        program.expect_box("Warning: State could not be saved.", "OK")
+        program.expect_box('Warning: Unable to unset "IsLocked"-flag in INI-file!', "OK")
+        self.assertEqual(program.wait_exit(), 0)
+        after = self.ini.lstat()
+        self.assertEqual((after.st_ino, after.st_mode), (before.st_ino, before.st_mode))
+
+    def test_a_pipe_in_the_files_place_holds_nothing_up(self):
+        os.mkfifo(self.ini)
+        self.assert_told_and_left()
+
+    def test_a_link_to_endless_zeros_is_neither_read_nor_replaced(self):
+        self.ini.symlink_to("/dev/zero")
+        self.assert_told_and_left()
+
+    def test_a_link_that_leads_to_itself_is_left(self):
+        self.ini.symlink_to(self.ini.name)
+        self.assert_told_and_left()
+
+    def test_a_file_behind_a_link_is_kept_up_to_date(self):
+        real = self.folder / "real.ini"
+        real.write_text("[Settings]\nRefreshInterval=200\n", encoding="utf-8")
+        self.ini.symlink_to("real.ini")
+        program = self.start_quietly()
+        self.assertIn("IsLocked=1\n", real.read_text(encoding="utf-8"))
+        self.quit(program)
+        self.assertTrue(self.ini.is_symlink())
+        self.assertIn("IsLocked=0\n", real.read_text(encoding="utf-8"))
+
+    def test_the_programs_folder_may_have_any_name(self):
+        name = b" -\xff\xfe'\"\n;[=]%s\t" + bytes(range(1, 32))
+        odd = os.path.join(os.fsencode(self.folder), name)
+        os.mkdir(odd)
+        self.executable = self.executable.rename(os.fsdecode(odd) + "/tarvik-demo")
+        ini = os.path.join(odd, b"Tarvik.ini")
+        with open(ini, "wb") as file:
+            file.write(b"[Settings]\nRefreshInterval=200\n")
+        program = self.start()
+        program.find("cmdQuit")
+        self.quit(program)
+        with open(ini, "rb") as file:
+            self.assertIn(b"IsLocked=0\n", file.read())
+        self.assertEqual(sorted(os.listdir(odd)), [b"Tarvik.ini", b"tarvik-demo"])
+
     def test_strange_content_is_survived_and_kept(self):
         strange = (
             "key before any section=1\n; comment\n[Strange\n[Settings]\r\nRefreshInterval=200\r\n"

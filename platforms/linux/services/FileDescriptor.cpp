@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cerrno>
+#include <exception>
 #include <unistd.h>
 
 namespace tarvik {
@@ -32,11 +33,10 @@ ErrorNumber errorNumberOf(int systemError) {
 
 bool writeAll(int file, std::string_view bytes) {
     while (!bytes.empty()) {
-        const ssize_t written = write(file, bytes.data(), bytes.size());
-        if (written < 0) {
-            if (errno == EINTR) {
-                continue;
-            }
+        const ssize_t written = retried([&] { return write(file, bytes.data(), bytes.size()); });
+        if (written <= 0) {
+            // A system that takes nothing, and says nothing of it, would be asked for ever.
+            errno = written == 0 ? ENOSPC : errno;
             return false;
         }
         bytes.remove_prefix(static_cast<std::size_t>(written));
@@ -44,16 +44,21 @@ bool writeAll(int file, std::string_view bytes) {
     return true;
 }
 
-bool readAll(int file, std::string& bytes) {
+bool readAll(int file, std::string& bytes, std::size_t most) {
     std::array<char, 65536> buffer;
     while (true) {
-        const ssize_t count = read(file, buffer.data(), buffer.size());
-        if (count == 0) {
-            return true;
+        const ssize_t count = retried([&] { return read(file, buffer.data(), buffer.size()); });
+        if (count <= 0) {
+            return count == 0;
         }
-        if (count > 0) {
+        if (static_cast<std::size_t>(count) > most - bytes.size()) {
+            errno = EINVAL;
+            return false;
+        }
+        try {
             bytes.append(buffer.data(), static_cast<std::size_t>(count));
-        } else if (errno != EINTR) {
+        } catch (const std::exception&) {
+            errno = ENOMEM;
             return false;
         }
     }

@@ -2,6 +2,7 @@
 
 #include "ports/Files.h"
 
+#include <cerrno>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -37,8 +38,19 @@ ErrorNumber errorNumberOf(int systemError);
 /// Writes everything, however the system cuts it up; false with errno set.
 bool writeAll(int file, std::string_view bytes);
 
-/// Appends the rest of the file to `bytes`; false with errno set.
-bool readAll(int file, std::string& bytes);
+/// Appends the rest of the file to `bytes`; false with errno set, also for more than `most` bytes
+/// or than memory holds.
+bool readAll(int file, std::string& bytes, std::size_t most);
+
+/// The call's result, the call repeated as often as a signal cut it short.
+template <class Call>
+auto retried(Call&& call) {
+    auto result = call();
+    while (result < 0 && errno == EINTR) {
+        result = call();
+    }
+    return result;
+}
 
 /// The folder part of a path, "." when it has none.
 std::string folderOf(const std::string& path);

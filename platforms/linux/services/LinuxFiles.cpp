@@ -1,10 +1,9 @@
 #include "linux/services/LinuxFiles.h"
 
 #include "linux/services/FileDescriptor.h"
+#include "linux/services/FileReplacement.h"
 
 #include <cerrno>
-#include <climits>
-#include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <memory>
@@ -15,6 +14,8 @@ namespace tarvik {
 
 namespace {
 
+/// Nothing longer is read, bytes: it is no file of this program's, and would take all memory.
+constexpr std::size_t longest = std::size_t{1} << 30U;
 constexpr mode_t writable = S_IWUSR | S_IWGRP | S_IWOTH;
 
 std::int64_t nanoseconds(const timespec& time) {
@@ -25,84 +26,52 @@ FileResult lastError() {
     return errorNumberOf(errno);
 }
 
-/// A temporary file beside its target; it is gone unless it was put in the target's place.
-class Replacement {
-public:
-    explicit Replacement(const std::string& target)
-        : target_(target),
-          path_(folderOf(target) + "/." + target.substr(target.rfind('/') + 1) + ".XXXXXX"),
-          file_(mkostemp(path_.data(), O_CLOEXEC)) {}
-
-    ~Replacement() {
-        if (file_ || made_) {
-            unlink(path_.c_str());
-        }
-    }
-    Replacement(const Replacement&) = delete;
-    Replacement& operator=(const Replacement&) = delete;
-
-    explicit operator bool() const { return static_cast<bool>(file_); }
-
-    bool write(std::string_view piece) { return writeAll(file_.number(), piece); }
-
-    /// Takes over who may read and write the old file, as far as the user may.
-    bool likeOld(const struct stat& old) {
-        if (fchown(file_.number(), old.st_uid, old.st_gid) != 0 && errno != EPERM) {
-            return false;
-        }
-        return fchmod(file_.number(), old.st_mode & 07777U) == 0;
-    }
-
-    /// A new file may be read as the user's mask allows.
-    bool likeNew() {
-        const mode_t mask = umask(0);
-        umask(mask);
-        return fchmod(file_.number(), 0666U & ~mask) == 0;
-    }
-
-    /// Flushes the file, puts it in place and flushes the folder.
-    bool putInPlace() {
-        made_ = true;
-        if (fsync(file_.number()) != 0 || !file_.close() ||
-            rename(path_.c_str(), target_.c_str()) != 0) {
-            return false;
-        }
-        made_ = false;
-        const FileDescriptor folder(
-            open(folderOf(target_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-        if (folder) {
-            fsync(folder.number());
-        }
-        return true;
-    }
-
-private:
-    std::string target_;
-    std::string path_;
-    FileDescriptor file_;
-    bool made_ = false;
-};
-
-/// The file that a path leads to, through symbolic links; the path itself where there is none yet.
-std::string linkTarget(const std::string& path) {
+/// The file that a path leads to, through symbolic links; nothing, with errno set, when that cannot
+/// be told.
+std::optional<std::string> linkTarget(const std::string& path) {
     const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr),
                                                            &std::free);
-    return real ? std::string(real.get()) : path;
+    return real ? std::optional<std::string>(real.get()) : std::nullopt;
 }
 
+/// A file that another user keeps to himself is not put aside just because the folder would let us.
+bool mayWrite(const std::string& path) {
+    return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+}
+
+/// Makes the folders of a path that are missing, so that they survive a power cut.
 void makeFolders(const std::string& path) {
     for (std::size_t slash = path.find('/', 1);; slash = path.find('/', slash + 1)) {
-        mkdir(path.substr(0, slash).c_str(), S_IRWXU);
+        const std::string folder = path.substr(0, slash);
+        if (mkdir(folder.c_str(), S_IRWXU) == 0) {
+            flushFolder(folderOf(folder));
+        }
         if (slash == std::string::npos) {
             return;
         }
     }
 }
 
-FileDescriptor openOrdinary(const std::string& path) {
-    // Without blocking, so that a pipe of that name does not hold the program up.
-    FileDescriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+/// There is nothing of that name, which is more than that nothing can be found out about it.
+bool isAbsent(const std::string& path) {
     struct stat info {};
+    return lstat(path.c_str(), &info) != 0 && (errno == ENOENT || errno == ENOTDIR);
+}
+
+/// An ordinary file; nothing, with errno set, for anything else. A device is not even opened: some
+/// do something when they are.
+FileDescriptor openOrdinary(const std::string& path) {
+    struct stat info {};
+    if (::stat(path.c_str(), &info) != 0) {
+        return FileDescriptor();
+    }
+    if (!S_ISREG(info.st_mode)) {
+        errno = EINVAL;
+        return FileDescriptor();
+    }
+    // Without blocking, so that a pipe that has come meanwhile does not hold the program up.
+    FileDescriptor file(
+        retried([&] { return open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC); }));
     if (file && (fstat(file.number(), &info) != 0 || !S_ISREG(info.st_mode))) {
         file.close();
         errno = EINVAL;
@@ -116,7 +85,7 @@ FileKind LinuxFiles::Dir(const std::string& path) {
     struct stat info {};
     if (::stat(path.c_str(), &info) != 0) {
         // A link that leads nowhere holds the name all the same.
-        return lstat(path.c_str(), &info) == 0 ? FileKind::Other : FileKind::None;
+        return isAbsent(path) ? FileKind::None : FileKind::Other;
     }
     if (S_ISDIR(info.st_mode)) {
         return FileKind::Directory;
@@ -139,12 +108,7 @@ std::optional<FileStamp> LinuxFiles::stamp(const std::string& path) {
 FileResult LinuxFiles::read(const std::string& path, std::string& bytes) {
     bytes.clear();
     const FileDescriptor file = openOrdinary(path);
-    struct stat info {};
-    if (!file || fstat(file.number(), &info) != 0) {
-        return lastError();
-    }
-    bytes.reserve(static_cast<std::size_t>(info.st_size));
-    if (!readAll(file.number(), bytes)) {
+    if (!file || !readAll(file.number(), bytes, longest)) {
         const FileResult failure = lastError();
         bytes.clear();
         return failure;
@@ -156,16 +120,24 @@ FileResult LinuxFiles::replace(const std::string& path,
                                const std::vector<std::string_view>& pieces) {
     struct stat old {};
     const bool exists = ::stat(path.c_str(), &old) == 0;
+    if (!exists && !isAbsent(path)) {
+        // A link that leads nowhere, or what cannot be looked at: neither is to be lost.
+        return errno == EACCES ? ErrorNumber::PermissionDenied : ErrorNumber::PathFileAccess;
+    }
     if (exists && !S_ISREG(old.st_mode)) {
         return ErrorNumber::PathFileAccess;
     }
-    if (exists && (old.st_mode & writable) == 0) {
+    if (exists && ((old.st_mode & writable) == 0 || !mayWrite(path))) {
         return ErrorNumber::PermissionDenied;
     }
     if (!home_.empty() && folderOf(path) == home_) {
         makeFolders(home_);
     }
-    Replacement file(linkTarget(path));
+    const std::optional<std::string> target = exists ? linkTarget(path) : path;
+    if (!target) {
+        return lastError();
+    }
+    FileReplacement file(*target);
     if (!file) {
         return lastError();
     }
@@ -192,7 +164,11 @@ FileResult LinuxFiles::Kill(const std::string& path) {
     if (Dir(path) == FileKind::Directory) {
         return ErrorNumber::PathFileAccess;
     }
-    return unlink(path.c_str()) == 0 ? std::nullopt : lastError();
+    if (unlink(path.c_str()) != 0) {
+        return lastError();
+    }
+    flushFolder(folderOf(path));
+    return std::nullopt;
 }
 
 } // namespace tarvik

@@ -73,6 +73,11 @@ bool writeAll(const FileHandle& file, std::string_view bytes) {
         if (WriteFile(file.get(), bytes.data(), wanted, &written, nullptr) == FALSE) {
             return false;
         }
+        if (written == 0) {
+            // A system that takes nothing, and says nothing of it, would be asked for ever.
+            SetLastError(ERROR_DISK_FULL);
+            return false;
+        }
         bytes.remove_prefix(written);
     }
     return true;

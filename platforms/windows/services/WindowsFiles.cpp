@@ -1,6 +1,7 @@
 #include "windows/services/WindowsFiles.h"
 
 #include "windows/services/FileHandle.h"
+#include "windows/services/FileReplacement.h"
 
 namespace tarvik {
 
@@ -45,80 +46,12 @@ FileHandle openOrdinary(const std::string& path, DWORD access) {
     return file;
 }
 
-/// The folder part of a path, with its separator; empty when it has none.
-std::string folderPart(const std::string& path) {
-    return path.substr(0, path.find_last_of("\\/:") + 1);
+/// There is nothing of that name, which is more than that nothing can be found out about it.
+bool tellsAbsence(DWORD error) {
+    return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND ||
+           error == ERROR_INVALID_NAME || error == ERROR_BAD_PATHNAME || error == ERROR_DIRECTORY ||
+           error == ERROR_INVALID_DRIVE;
 }
-
-/// A temporary file beside its target; it is gone unless it was put in the target's place.
-class Replacement {
-public:
-    explicit Replacement(const std::string& target) : target_(target) {
-        // Names of this process and moment; one that is taken all the same is passed over.
-        for (DWORD attempt = 0; attempt < 100 && !file_; ++attempt) {
-            path_ = folderPart(target) + "~tarvik" + std::to_string(GetCurrentProcessId()) + "-" +
-                    std::to_string(GetTickCount() + attempt) + ".tmp";
-            file_ = FileHandle(CreateFileA(path_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                           FILE_ATTRIBUTE_NORMAL, nullptr));
-            if (!file_ && GetLastError() != ERROR_FILE_EXISTS) {
-                return;
-            }
-        }
-        made_ = static_cast<bool>(file_);
-    }
-
-    ~Replacement() {
-        if (made_) {
-            file_.close();
-            DeleteFileA(path_.c_str());
-        }
-    }
-    Replacement(const Replacement&) = delete;
-    Replacement& operator=(const Replacement&) = delete;
-
-    explicit operator bool() const { return made_; }
-
-    bool write(std::string_view piece) { return writeAll(file_, piece); }
-
-    /// Flushes the file and puts it in place; false with the system's last error set.
-    bool putInPlace(DWORD attributes) {
-        if (FlushFileBuffers(file_.get()) == FALSE) {
-            return false;
-        }
-        file_.close();
-        made_ = !(SetFileAttributesA(path_.c_str(), attributes) != FALSE && moved());
-        return !made_;
-    }
-
-private:
-    /// Scanners and indexers hold a file for a moment: that is waited for, up to half a second.
-    bool moved() const {
-        constexpr DWORD waits[] = {10, 20, 40, 80, 150, 200};
-        for (const DWORD wait : waits) {
-            if (moveOnce()) {
-                return true;
-            }
-            const DWORD error = GetLastError();
-            if (error != ERROR_ACCESS_DENIED && error != ERROR_SHARING_VIOLATION) {
-                return false;
-            }
-            Sleep(wait);
-        }
-        return moveOnce();
-    }
-
-    bool moveOnce() const {
-        // The system's function for replacing files keeps more of the old one, but may end with no
-        // file of that name at all; a move leaves one of the two.
-        return MoveFileExA(path_.c_str(), target_.c_str(),
-                           MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE;
-    }
-
-    std::string target_;
-    std::string path_;
-    FileHandle file_;
-    bool made_ = false;
-};
 
 } // namespace
 
@@ -128,7 +61,7 @@ FileKind WindowsFiles::Dir(const std::string& path) {
     }
     const DWORD attributes = GetFileAttributesA(path.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) {
-        return FileKind::None;
+        return tellsAbsence(GetLastError()) ? FileKind::None : FileKind::Other;
     }
     if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
         return FileKind::Directory;
@@ -180,6 +113,9 @@ FileResult WindowsFiles::replace(const std::string& path,
     DWORD attributes = FILE_ATTRIBUTE_NORMAL;
     if (kind == FileKind::File) {
         attributes = GetFileAttributesA(path.c_str());
+        if (attributes == INVALID_FILE_ATTRIBUTES) {
+            return lastError();
+        }
         if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) {
             return ErrorNumber::PermissionDenied;
         }
@@ -187,7 +123,7 @@ FileResult WindowsFiles::replace(const std::string& path,
     if (!home_.empty() && folderPart(path) == home_ + "\\") {
         CreateDirectoryA(home_.c_str(), nullptr);
     }
-    Replacement file(path);
+    FileReplacement file(path);
     if (!file) {
         return lastError();
     }

@@ -52,6 +52,45 @@ TEST_F(ProfileUpdateTest, AReadingThatRunsOutOfMemoryReadsAsWithoutOne) {
     EXPECT_EQ(value("a", "x"), "1");
 }
 
+TEST_F(ProfileUpdateTest, AnUpdateThatCouldNotReadAKeyWritesNothing) {
+    given("[a]\nnewest=7\n");
+    engine.beginUpdate(file);
+    files.readsFail = true;
+    EXPECT_EQ(value("a", "newest"), "none");
+    files.readsFail = false;
+    write("a", "newest", "1");
+
+    EXPECT_FALSE(engine.commitUpdate());
+
+    EXPECT_EQ(bytes(), "[a]\nnewest=7\n");
+}
+
+TEST_F(ProfileUpdateTest, TheUpdateAfterOneThatCouldNotReadIsWritten) {
+    given("[a]\nx=1\n");
+    engine.beginUpdate(file);
+    files.readsFail = true;
+    value("a", "x");
+    files.readsFail = false;
+    engine.commitUpdate();
+
+    engine.beginUpdate(file);
+    write("a", "x", "2");
+
+    EXPECT_TRUE(engine.commitUpdate());
+    EXPECT_EQ(bytes(), "[a]\nx=2\n");
+}
+
+TEST_F(ProfileUpdateTest, AKeyThatIsNotThereHoldsNoUpdateUp) {
+    given("[a]\nx=1\n");
+    engine.beginUpdate(file);
+    EXPECT_EQ(value("a", "y"), "none");
+    write("a", "y", "2");
+
+    EXPECT_TRUE(engine.commitUpdate());
+
+    EXPECT_EQ(bytes(), "[a]\nx=1\ny=2\n");
+}
+
 TEST_F(ProfileUpdateTest, AFileIsReadOnceForManyReads) {
     given("[a]\nx=1\ny=2\n");
     EXPECT_EQ(value("a", "x"), "1");

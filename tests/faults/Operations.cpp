@@ -1,0 +1,302 @@
+#include "faults/Operations.h"
+
+#include "settings/mdlSettings.h"
+#include "settings/mdlSettingsBackup.h"
+#include "settings/mdlSettingsLog.h"
+#include "startup/mdlStartUp.h"
+#include "startup/mdlTools.h"
+
+#include <algorithm>
+
+namespace tarvik::faults {
+
+namespace {
+
+constexpr const char* instanceQuestion =
+    "Warning: Another instance of Velmars Tarvik seems to be running.\r"
+    "Are you sure that you want to start another instance?\r"
+    "(This could cause the protocol file to become corrupt!)";
+constexpr const char* lockWarning = "Warning: Unable to set \"IsLocked\"-flag in INI-file!";
+constexpr const char* unlockWarning = "Warning: Unable to unset \"IsLocked\"-flag in INI-file!";
+constexpr const char* firstRunWarning =
+    "Warning: Old settings could not be loaded.\rAssuming first run.";
+constexpr const char* saveWarning = "Warning: State could not be saved.";
+constexpr const char* exported = "All records have been successfully exported.";
+
+/// Two records and a stranger's section, in the order of whoever wrote them.
+constexpr const char* earlierRecords = "[12.11.2026|08:00:00]\n"
+                                       "Sent=100\nRcvd=1000\nDuration=10\nIPAddress=10.0.0.1\n"
+                                       "[14.11.2026|09:30:00]\n"
+                                       "Sent=200\nRcvd=2000\nDuration=20\nIPAddress=\n"
+                                       "[Foreign]\nKeep=me\n";
+
+Folder usualFolder() {
+    return {{"Tarvik.ini", std::string("; kept by hand\n[Settings]\nIsLocked=0\n"
+                                       "LastState=14.11.2026|09:30:00\n"
+                                       "DateStamp1=12.11.2026|08:00:00\n"
+                                       "DateStamp2=14.11.2026|09:30:00\n"
+                                       "LastDateStamp=2\nRefreshInterval=200\n") +
+                               earlierRecords},
+            {"notes.txt", "not the program's\n"}};
+}
+
+Folder with(Folder folder, const char* name, const char* bytes) {
+    folder[name] = bytes;
+    return folder;
+}
+
+void start(Session&) {
+    Main();
+}
+
+void startAndTransfer(Session& session) {
+    Main();
+    State& state = session.world.state;
+    state.BytesSentTotal = Currency(300);
+    state.BytesRcvdTotal = Currency(3000);
+    state.DurationTotal = Currency(30);
+}
+
+void quit(Session& session) {
+    session.world.forms.frmMain.cmdQuit.press();
+}
+
+std::vector<std::string> fileErrors(const std::string& procedure) {
+    std::vector<std::string> boxes;
+    for (const char* error : {"53 (File not found)", "61 (Disk full)", "70 (Permission denied)",
+                              "75 (Path/File access error)", "76 (Path not found)"}) {
+        boxes.push_back(std::string("Error ") + error + "\roccured in function \"" + procedure +
+                        "\".\rPlease contact the author for support.");
+    }
+    return boxes;
+}
+
+Operation exporting(const char* name, Folder before, const std::string& target) {
+    const auto import = [target](Session& session) {
+        Main();
+        session.world.forms.frmHistory.cmdImport.press();
+        session.boxes.clear();
+        session.scripted.dialogs.chosen = target;
+    };
+    const auto act = [](Session& session) {
+        session.world.forms.frmHistory.cmdExport.press();
+        return session.boxes == std::vector<std::string>{exported};
+    };
+    return {name, std::move(before), import, act, {exported}, fileErrors("cmdExport_Click")};
+}
+
+bool containsAll(const std::vector<std::string>& all, const std::vector<std::string>& some) {
+    return std::all_of(some.begin(), some.end(), [&](const std::string& one) {
+        return std::find(all.begin(), all.end(), one) != all.end();
+    });
+}
+
+Folder withoutTemporary(Folder folder) {
+    std::erase_if(folder, [](const auto& file) { return isTemporary(file.first); });
+    return folder;
+}
+
+std::string shown(const std::optional<Folder>& folder) {
+    std::string text = folder ? "" : "(no folder)";
+    for (const auto& [name, bytes] : folder.value_or(Folder())) {
+        text += "--- " + name + "\n" + bytes;
+    }
+    return text + "\n";
+}
+
+std::optional<Folder> stateAt(const std::string& path) {
+    bool there = false;
+    Folder folder = folderAt(path, &there);
+    return there ? std::optional(std::move(folder)) : std::nullopt;
+}
+
+bool isOneOf(const States& states, const std::optional<Folder>& folder) {
+    // An empty folder is as good as none.
+    return std::any_of(states.begin(), states.end(), [&](const std::optional<Folder>& state) {
+        return state.value_or(Folder()) == folder.value_or(Folder());
+    });
+}
+
+std::vector<std::string> boxesOfStart(const Folder& folder) {
+    const auto ini = folder.find("Tarvik.ini");
+    if (ini == folder.end()) {
+        return {lockWarning, firstRunWarning};
+    }
+    return ini->second.find("IsLocked=1\n") != std::string::npos
+               ? std::vector<std::string>{instanceQuestion}
+               : std::vector<std::string>();
+}
+
+/// The earlier records stand in the INI file or in a backup of it.
+bool hasEarlierRecords(const Folder& folder) {
+    return std::any_of(folder.begin(), folder.end(), [](const auto& file) {
+        return file.first.ends_with(".ini") &&
+               file.second.find(earlierRecords) != std::string::npos &&
+               file.second.find("DateStamp2=14.11.2026|09:30:00\n") != std::string::npos;
+    });
+}
+
+std::string joined(const std::vector<std::string>& texts) {
+    std::string all;
+    for (const std::string& text : texts) {
+        all += "  box: " + text + "\n";
+    }
+    return all;
+}
+
+} // namespace
+
+std::vector<Operation> operations(const std::string& folder, char separator) {
+    const std::string exportFile = folder + separator + "export.csv";
+    const std::vector<std::string> endWarnings{saveWarning, unlockWarning};
+    std::vector<std::string> allWarnings{lockWarning, firstRunWarning, saveWarning, unlockWarning};
+    return {
+        {"lock", usualFolder(), [](Session&) { GetLocked(); },
+         [](Session&) { return SetLocked(true); }},
+        {"unlock", usualFolder(), start, [](Session&) { return SetLocked(false); }},
+        {"save", usualFolder(), startAndTransfer, [](Session&) { return SaveState(); }},
+        {"backup",
+         usualFolder(),
+         startAndTransfer,
+         [](Session&) { return BackupINIFile(); },
+         {},
+         fileErrors("BackupINIFile")},
+        {"second backup of a day",
+         with(usualFolder(), "Tarvik.2026-11-16.ini", "[Settings]\nLastDateStamp=0\n"),
+         startAndTransfer,
+         [](Session&) { return BackupINIFile(); },
+         {},
+         fileErrors("BackupINIFile")},
+        exporting("export", usualFolder(), exportFile),
+        exporting("export over a file", with(usualFolder(), "export.csv", "old\r\n"), exportFile),
+        {"start",
+         usualFolder(),
+         [](Session&) {},
+         [](Session& session) {
+             Main();
+             return session.boxes.empty();
+         },
+         {},
+         {lockWarning, firstRunWarning}},
+        {"end",
+         usualFolder(),
+         startAndTransfer,
+         [](Session& session) {
+             quit(session);
+             return session.boxes.empty();
+         },
+         {},
+         endWarnings,
+         {usualFolder()}},
+        {"whole session",
+         usualFolder(),
+         [](Session&) {},
+         [](Session& session) {
+             startAndTransfer(session);
+             quit(session);
+             return session.boxes.empty();
+         },
+         {},
+         allWarnings},
+        {"first session",
+         std::nullopt,
+         [](Session&) {},
+         [](Session& session) {
+             startAndTransfer(session);
+             quit(session);
+             return session.boxes == std::vector<std::string>{lockWarning, firstRunWarning};
+         },
+         {lockWarning, firstRunWarning},
+         allWarnings,
+         {{{"Tarvik.ini", "[Settings]\nIsLocked=0\n"}}}},
+    };
+}
+
+std::string Report::text() const {
+    std::string all = result ? "1" : "0";
+    for (const std::string& box : boxes) {
+        all += '\0' + box;
+    }
+    return all;
+}
+
+Report Report::of(const std::string& text) {
+    Report report{.result = text.starts_with('1'), .boxes = {}};
+    for (std::size_t begin = text.find('\0'); begin != std::string::npos;) {
+        const std::size_t end = text.find('\0', begin + 1);
+        report.boxes.push_back(text.substr(begin + 1, end - begin - 1));
+        begin = end;
+    }
+    return report;
+}
+
+Report run(const Operation& operation, Session& session, const std::function<void()>& arm,
+           const std::function<void()>& disarm) {
+    operation.prepare(session);
+    arm();
+    const bool result = operation.act(session);
+    disarm();
+    return {result, session.boxes};
+}
+
+States statesOf(const Operation& operation, Session& session, const std::string& folder) {
+    States states;
+    run(
+        operation, session,
+        [&] {
+            states.push_back(stateAt(folder));
+            session.files.changed = [&] { states.push_back(stateAt(folder)); };
+        },
+        [&] { session.files.changed = [] {}; });
+    states.insert(states.end() - 1, operation.alsoRight.begin(), operation.alsoRight.end());
+    return states;
+}
+
+std::string troubleWithReport(const Operation& operation, const States& states,
+                              const std::string& folder, const Report& report) {
+    std::vector<std::string> known = operation.said;
+    known.insert(known.end(), operation.mayWarn.begin(), operation.mayWarn.end());
+    if (!containsAll(known, report.boxes)) {
+        return "a box that should not come\n" + joined(report.boxes);
+    }
+    const std::optional<Folder> now = stateAt(folder);
+    if (report.result && now.value_or(Folder()) != states.back().value_or(Folder())) {
+        return "told of success, but left\n" + shown(now);
+    }
+    return {};
+}
+
+std::string troubleAfter(const States& states, const std::string& folder, Session& restart) {
+    std::optional<Folder> found = stateAt(folder);
+    if (found) {
+        found = withoutTemporary(std::move(*found));
+    }
+    if (!isOneOf(states, found)) {
+        return "neither an old state nor the new one\n" + shown(found);
+    }
+    const bool hadRecords = hasEarlierRecords(states.front().value_or(Folder()));
+    const Folder before = found.value_or(Folder());
+    Main();
+    if (restart.boxes != boxesOfStart(before)) {
+        return "other boxes at the restart\n" + joined(restart.boxes) + shown(found);
+    }
+    restart.boxes.clear();
+    if (before.contains("Tarvik.ini") && hadRecords && GetNumRecords() < Long(2)) {
+        return "too few records at the restart\n" + shown(found);
+    }
+    quit(restart);
+    const Folder after = folderAt(folder);
+    Folder names = before;
+    names["Tarvik.ini"];
+    const bool sameNames =
+        names.size() == after.size() &&
+        std::equal(names.begin(), names.end(), after.begin(),
+                   [](const auto& a, const auto& b) { return a.first == b.first; });
+    if (!restart.boxes.empty() || !sameNames || (hadRecords && !hasEarlierRecords(after)) ||
+        after.at("Tarvik.ini").find("IsLocked=0\n") == std::string::npos) {
+        return "not as it should be after the restart\n" + joined(restart.boxes) + shown(after);
+    }
+    return {};
+}
+
+} // namespace tarvik::faults

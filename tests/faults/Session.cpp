@@ -1,0 +1,65 @@
+#include "faults/Session.h"
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace tarvik::faults {
+
+namespace fs = std::filesystem;
+
+Folder folderAt(const std::string& path, bool* there) {
+    Folder files;
+    std::error_code ignored;
+    if (there != nullptr) {
+        *there = fs::is_directory(path, ignored);
+    }
+    for (const auto& entry : fs::directory_iterator(path, ignored)) {
+        std::ifstream file(entry.path(), std::ios::binary);
+        files[entry.path().filename().string()] =
+            std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+    }
+    return files;
+}
+
+void makeFolder(const std::string& path, const Folder& files) {
+    std::error_code ignored;
+    fs::remove_all(path, ignored);
+    fs::create_directories(path);
+    for (const auto& [name, bytes] : files) {
+        std::ofstream(fs::path(path) / name, std::ios::binary) << bytes;
+    }
+}
+
+bool isTemporary(const std::string& name) {
+    return (name.starts_with(".tarvik-") || name.starts_with("~tarvik")) && name.ends_with(".tmp");
+}
+
+Session::Session(Files& real, const std::string& folder, char separator)
+    : files(real), platform_{scripted.connections,
+                             scripted.systemErrors,
+                             scripted.internet,
+                             scripted.sockets,
+                             profile_,
+                             files,
+                             scripted.instances,
+                             scripted.notificationArea,
+                             scripted.dialogs,
+                             scripted.desktop,
+                             scripted.clock,
+                             scripted.locale,
+                             scripted.program} {
+    scripted.program.folderPath = folder;
+    scripted.program.separator = separator;
+    scripted.connections.entries = {{.name = "Harbour"}};
+    scripted.desktop.answerAny = [this](const MsgBoxRequest& request) {
+        boxes.push_back(request.text);
+        const bool asks = request.buttons == MsgBoxButtons::YesNo ||
+                          request.buttons == MsgBoxButtons::YesNoCancel;
+        return asks ? MsgBoxAnswer::Yes : MsgBoxAnswer::Ok;
+    };
+}
+
+} // namespace tarvik::faults
