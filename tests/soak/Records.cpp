@@ -46,26 +46,31 @@ std::string Records::setting(const std::string& key) const {
     return found == sections_.end() ? std::string() : valueOf(found->second, key);
 }
 
+/// The first record not seen before: its figures, unless another of the same second took its place.
+std::string Records::take(const std::string& name, const Section& lines, const Amount& expected,
+                          bool replaced) {
+    for (auto& [earlier, its] : seen_) {
+        its = earlier == name ? lines : its;
+    }
+    seen_.emplace_back(name, lines);
+    const bool holds = valueOf(lines, "Rcvd") == std::to_string(expected.rcvd) &&
+                       valueOf(lines, "Sent") == std::to_string(expected.sent) &&
+                       valueOf(lines, "Duration") == std::to_string(expected.time);
+    return holds || replaced ? std::string()
+                             : "the record [" + name + "] is not " + expected.text();
+}
+
 std::string Records::compare(std::size_t number, const Amount& expected) {
     const std::string name = setting("DateStamp" + std::to_string(number));
     const auto found = sections_.find(name);
     if (name.empty() || found == sections_.end()) {
         return "record " + std::to_string(number) + " is missing";
     }
-    const Section& lines = found->second;
     if (number > seen_.size()) {
-        // A record of the same second takes the place of an earlier one.
-        for (auto& [earlier, its] : seen_) {
-            its = earlier == name ? lines : its;
-        }
-        seen_.emplace_back(name, lines);
-        if (valueOf(lines, "Rcvd") != std::to_string(expected.rcvd) ||
-            valueOf(lines, "Sent") != std::to_string(expected.sent) ||
-            valueOf(lines, "Duration") != std::to_string(expected.time)) {
-            return "the record [" + name + "] is not " + expected.text();
-        }
+        const bool replaced = setting("DateStamp" + std::to_string(number + 1)) == name;
+        return take(name, found->second, expected, replaced);
     }
-    return seen_[number - 1] == std::pair(name, lines)
+    return seen_[number - 1] == std::pair(name, found->second)
                ? std::string()
                : "record " + std::to_string(number) + " [" + name + "] is not what it was";
 }

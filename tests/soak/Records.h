@@ -21,6 +21,8 @@ private:
 
     std::string parse(const std::string& text);
     std::string setting(const std::string& key) const;
+    std::string take(const std::string& name, const Section& lines, const Amount& expected,
+                     bool replaced);
     std::string compare(std::size_t number, const Amount& expected);
 
     std::map<std::string, Section> sections_;
