@@ -16,6 +16,7 @@ Counts& Counts::operator+=(const Counts& other) {
     boxes += other.boxes;
     balloons += other.balloons;
     backups += other.backups;
+    doubtful += other.doubtful;
     return *this;
 }
 
@@ -210,7 +211,8 @@ void Run::userActs() {
     case 3:
         return connect();
     case 4:
-        return disconnect();
+        disconnect();
+        return chance_.onceIn(2) ? connect() : void();
     case 5:
         return closeWarning();
     case 6:

@@ -25,6 +25,7 @@ struct Counts {
     int boxes = 0;
     int balloons = 0;
     int backups = 0;
+    int doubtful = 0; ///< sessions that were ended since no reading could have told them
 
     Counts& operator+=(const Counts& other);
 };

@@ -137,6 +137,7 @@ void Run::dropWhatNobodyCanTell() {
     for (auto found = doubtful(); found != line_.up.end(); found = doubtful()) {
         note("nobody could tell, so it ends: " + nameOf(*found));
         line_.up.erase(found);
+        ++counts_.doubtful;
     }
 }
 

@@ -7,7 +7,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <vector>
 
 namespace {
 
@@ -26,26 +25,23 @@ Counts spendYears(std::uint32_t seed, int years) {
 } // namespace
 
 int main(int count, char** arguments) {
+    constexpr std::uint32_t seeds = 12;
     const int years = count > 1 ? std::atoi(arguments[1]) : 1;
-    std::vector<std::uint32_t> seeds;
-    for (std::uint32_t seed = 1; seed <= 12; ++seed) {
-        seeds.push_back(seed);
-    }
-    if (count > 2) {
-        seeds = {static_cast<std::uint32_t>(std::strtoul(arguments[2], nullptr, 10))};
-    }
+    const std::uint32_t only =
+        count > 2 ? static_cast<std::uint32_t>(std::strtoul(arguments[2], nullptr, 10)) : 0;
     Counts all;
     try {
-        for (const std::uint32_t seed : seeds) {
+        for (std::uint32_t seed = only == 0 ? 1 : only; seed <= (only == 0 ? seeds : only);
+             ++seed) {
             all += spendYears(seed, years);
         }
     } catch (const std::exception& problem) {
         std::printf("soak: %s\n", problem.what());
         return EXIT_FAILURE;
     }
-    std::printf("soak: %d years, %d days, %d ticks, %d sessions (%d declined), %d resets, "
-                "%d backups, %d restarts, %d boxes, %d balloons\n",
-                all.days / daysInYear, all.days, all.ticks, all.sessions, all.declined, all.resets,
-                all.backups, all.restarts, all.boxes, all.balloons);
-    return EXIT_SUCCESS;
+    std::printf("soak: %d years, %d days, %d ticks, %d sessions (%d declined, %d doubtful), "
+                "%d resets, %d backups, %d restarts, %d boxes, %d balloons\n",
+                all.days / daysInYear, all.days, all.ticks, all.sessions, all.declined,
+                all.doubtful, all.resets, all.backups, all.restarts, all.boxes, all.balloons);
+    return all.ticks > 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }
