@@ -1,7 +1,7 @@
 // Lets the program work through years of days on a machine that is played, and holds every figure,
 // box and record against a second statement of the rules:
 //
-//     soak [years for each seed, 1 unless told] [the only seed, else all of the fixed ones]
+//     soak [years for each seed, 5 unless told] [the only seed, else all of the fixed ones]
 
 #include "soak/Run.h"
 
@@ -26,7 +26,7 @@ Counts spendYears(std::uint32_t seed, int years) {
 
 int main(int count, char** arguments) {
     constexpr std::uint32_t seeds = 12;
-    const int years = count > 1 ? std::atoi(arguments[1]) : 1;
+    const int years = count > 1 ? std::atoi(arguments[1]) : 5;
     const std::uint32_t only =
         count > 2 ? static_cast<std::uint32_t>(std::strtoul(arguments[2], nullptr, 10)) : 0;
     Counts all;
