@@ -23,24 +23,6 @@ bool sentFramesFell(const RAS_STATS& before, const RAS_STATS& now) {
            fell(before.dwFramesXmited, now.dwFramesXmited);
 }
 
-/// A counter passes its end at most once between two readings, and time only within a day.
-bool gainIsTold(const Session& before, const Session& now) {
-    const RAS_STATS last = before.counters();
-    const RAS_STATS next = now.counters();
-    const Amount more = now.carried - before.carried;
-    if (more.time >= counterEnd ||
-        (fell(last.dwConnectDuration, next.dwConnectDuration) && more.time > day)) {
-        return false;
-    }
-    if (now.clears != before.clears) {
-        const Amount told = now.carried - now.cleared;
-        const bool untouched = last.dwBytesRcved == 0 && last.dwBytesXmited == 0;
-        return told.rcvd < counterEnd && told.sent < counterEnd &&
-               (untouched || rcvdFramesFell(last, next) || sentFramesFell(last, next));
-    }
-    return more.rcvd < counterEnd && more.sent < counterEnd;
-}
-
 /// Under the same handle another session is told by its shorter time; close to the end of that
 /// counter only by its frames.
 bool followerIsTold(const Session& before, const Session& now) {
@@ -52,6 +34,28 @@ bool followerIsTold(const Session& before, const Session& now) {
     return fell(last.dwConnectDuration, next.dwConnectDuration) &&
            (next.dwConnectDuration - last.dwConnectDuration > day ||
             (rcvdFramesFell(last, next) && sentFramesFell(last, next)));
+}
+
+/// A counter passes its end at most once between two readings, and time only within a day.
+bool gainIsTold(const Session& before, const Session& now) {
+    const RAS_STATS last = before.counters();
+    const RAS_STATS next = now.counters();
+    const Amount more = now.carried - before.carried;
+    if (more.time >= counterEnd ||
+        (fell(last.dwConnectDuration, next.dwConnectDuration) && more.time > day)) {
+        return false;
+    }
+    if (now.clears != before.clears) {
+        const Amount told = now.carried - now.cleared;
+        // Time that starts again with everything else is another session's.
+        if (followerIsTold(before, now)) {
+            return false;
+        }
+        const bool untouched = last.dwBytesRcved == 0 && last.dwBytesXmited == 0;
+        return told.rcvd < counterEnd && told.sent < counterEnd &&
+               (untouched || rcvdFramesFell(last, next) || sentFramesFell(last, next));
+    }
+    return more.rcvd < counterEnd && more.sent < counterEnd;
 }
 
 /// Under a new handle it is another session when any figure is smaller.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <random>
 
@@ -15,6 +16,8 @@ public:
     std::uint64_t between(std::uint64_t least, std::uint64_t most) {
         return least + below(most - least + 1);
     }
+    /// A place in a row of that many.
+    std::size_t place(std::size_t count) { return static_cast<std::size_t>(below(count)); }
     /// True once in so many times.
     bool onceIn(std::uint64_t times) { return below(times) == 0; }
 

@@ -103,6 +103,12 @@ void Run::openOptions() {
     chosen.run = chance_.onceIn(2);
     chosen.transferLimit = chance_.onceIn(4);
     chosen.transferLimitValue = static_cast<std::int64_t>(chance_.below(20'000'000'000));
+    if (chance_.onceIn(2)) {
+        // Close to what is counted, where one byte decides.
+        const Amount total = expected_.book.total();
+        const auto near = total.rcvd + total.sent - 1 + static_cast<std::int64_t>(chance_.below(3));
+        chosen.transferLimitValue = std::max<std::int64_t>(near, 0);
+    }
     chosen.durationLimit = chance_.onceIn(4);
     chosen.hours = static_cast<int>(chance_.below(3'000));
     chosen.minutes = static_cast<int>(chance_.below(60));

@@ -40,7 +40,7 @@ void Run::anotherConnection() {
 void Run::oldConnection() {
     Session& made = line_.dial(line_.freeEntry());
     const auto close = [&] {
-        return ends.at(chance_.below(ends.size())) * static_cast<std::int64_t>(chance_.below(3)) +
+        return ends.at(chance_.place(ends.size())) * static_cast<std::int64_t>(chance_.below(3)) +
                static_cast<std::int64_t>(chance_.below(4)) * 1'000;
     };
     made.carried = {.rcvd = close(), .sent = close(), .time = close()};
@@ -73,7 +73,7 @@ void Run::replaceSession(Session& session) {
 void Run::approachEnd(Session& session) {
     const auto further = [&](std::int64_t figure) {
         const std::int64_t whole = figure / counterEnd * counterEnd;
-        const std::int64_t target = whole + ends.at(chance_.below(ends.size()));
+        const std::int64_t target = whole + ends.at(chance_.place(ends.size()));
         return target > figure && target - figure < counterEnd / 2 ? target : figure;
     };
     session.carried.rcvd = further(session.carried.rcvd);
@@ -118,7 +118,7 @@ void Run::lineActs() {
         }
     }
     if (!line_.up.empty() && chance_.onceIn(7)) {
-        upsetSession(line_.up[chance_.below(line_.up.size())]);
+        upsetSession(line_.up[chance_.place(line_.up.size())]);
     }
     if (line_.up.size() > 1 && chance_.onceIn(12)) {
         std::reverse(line_.up.begin(), line_.up.end());
@@ -177,7 +177,7 @@ void Run::tick() {
         machine_.connections.failNext("RasGetConnectionStatistics", 668);
     }
     const std::array<Trouble, 3> troubles{Trouble::None, Trouble::Write, Trouble::Delete};
-    const Trouble trouble = troubles.at(chance_.below(troubles.size()));
+    const Trouble trouble = troubles.at(chance_.place(troubles.size()));
     if (trouble == Trouble::Write) {
         machine_.files.replaceFailure = ErrorNumber::DiskFull;
     } else if (trouble == Trouble::Delete) {
