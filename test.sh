@@ -85,9 +85,10 @@ tests_sanitized() {
     needs $packages_build $packages_library || return $cannot_run
     export UBSAN_OPTIONS=print_stacktrace=1
     # The toolkit keeps memory of its own until the end, which is no leak of the program's.
-    build sanitizers unit_tests linux_tests &&
+    build sanitizers unit_tests linux_tests soak &&
         ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1 \
             build/sanitizers/bin/unit_tests --gtest_brief=1 &&
+        build/sanitizers/bin/soak &&
         ASAN_OPTIONS=detect_leaks=0 build/sanitizers/bin/linux_tests --gtest_brief=1
 }
 
@@ -244,7 +245,7 @@ stage "user stories on the scripted and the real face" scenarios
 stage "the built program from outside" system_tests
 stage "the program on a real NetworkManager" network_tests
 stage "a session without a display" headless_session
-stage "unit and face tests under AddressSanitizer and UBSan" tests_sanitized
+stage "unit, face and soak tests under AddressSanitizer and UBSan" tests_sanitized
 stage "a random user on the scripted and the Linux face, sanitized" monkey
 stage "fuzz targets, a fixed number of runs" fuzz
 stage "clang-tidy" tidy

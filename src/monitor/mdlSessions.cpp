@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstring>
 #include <limits>
+#include <optional>
 #include <span>
 
 namespace tarvik {
@@ -22,26 +23,32 @@ std::uint32_t gained(std::uint32_t before, std::uint32_t now) {
     return now - before;
 }
 
+/// Frames take a thousand times longer than bytes to pass their end: where both have fallen, they
+/// were counted anew.
+bool anewRcvd(const RAS_STATS& before, const RAS_STATS& now) {
+    return now.dwBytesRcved < before.dwBytesRcved && now.dwFramesRcved < before.dwFramesRcved;
+}
+
+bool anewSent(const RAS_STATS& before, const RAS_STATS& now) {
+    return now.dwBytesXmited < before.dwBytesXmited && now.dwFramesXmited < before.dwFramesXmited;
+}
+
 /// The time since the connection was established never falls, but starts again at its end after
-/// seven weeks. A reading that close to the end is not the first of another session.
+/// seven weeks. A reading that close to the end is only then the first of another session when
+/// everything else was counted anew, too.
 bool younger(const RAS_STATS& before, const RAS_STATS& now) {
     constexpr std::uint32_t day = 24 * 60 * 60 * 1000;
     return now.dwConnectDuration < before.dwConnectDuration &&
-           gained(before.dwConnectDuration, now.dwConnectDuration) > day;
+           (gained(before.dwConnectDuration, now.dwConnectDuration) > day ||
+            (anewRcvd(before, now) && anewSent(before, now)));
 }
 
-/// What a direction has gained. Another program may have cleared the counters: then the frames,
-/// which take a thousand times longer to pass their end, have fallen too.
-std::uint32_t bytesGained(std::uint32_t before, std::uint32_t now, std::uint32_t framesBefore,
-                          std::uint32_t framesNow) {
-    return now < before && framesNow < framesBefore ? now : gained(before, now);
-}
-
+/// Another program may have cleared the counters, always both directions at once.
 void add(LineTotals& totals, const RAS_STATS& before, const RAS_STATS& now) {
-    totals.bytesRcvd +=
-        bytesGained(before.dwBytesRcved, now.dwBytesRcved, before.dwFramesRcved, now.dwFramesRcved);
-    totals.bytesSent += bytesGained(before.dwBytesXmited, now.dwBytesXmited, before.dwFramesXmited,
-                                    now.dwFramesXmited);
+    const bool cleared = anewRcvd(before, now) || anewSent(before, now);
+    totals.bytesRcvd += cleared ? now.dwBytesRcved : gained(before.dwBytesRcved, now.dwBytesRcved);
+    totals.bytesSent +=
+        cleared ? now.dwBytesXmited : gained(before.dwBytesXmited, now.dwBytesXmited);
     totals.duration += gained(before.dwConnectDuration, now.dwConnectDuration);
 }
 
@@ -51,10 +58,21 @@ LineTotals totalsOf(const RAS_STATS& statistics) {
             .duration = statistics.dwConnectDuration};
 }
 
-/// Whether a reading under a new handle can be of the same session.
-bool continues(const RAS_STATS& before, const RAS_STATS& now) {
-    return now.dwConnectDuration >= before.dwConnectDuration &&
-           now.dwBytesRcved >= before.dwBytesRcved && now.dwBytesXmited >= before.dwBytesXmited;
+/// Whether figures under a new handle can be of the same session: none of them has fallen.
+bool continues(const LineTotals& before, const LineTotals& now) {
+    return now.duration >= before.duration && now.bytesRcvd >= before.bytesRcvd &&
+           now.bytesSent >= before.bytesSent;
+}
+
+/// Whether a reading is of another session than the one before. `wide` are its figures where the
+/// service counts further than the reading does.
+bool isAnother(const LineSession& session, const RAS_STATS& now,
+               const std::optional<LineTotals>& wide) {
+    if (session.renumbered) {
+        return wide ? !continues(session.totals, *wide)
+                    : !continues(totalsOf(session.last), totalsOf(now));
+    }
+    return wide ? wide->duration < session.totals.duration : younger(session.last, now);
 }
 
 LineSession* knownSession(std::uint32_t handle) {
@@ -102,27 +120,48 @@ void take(std::uint64_t figure, Long& counter, Currency& beyond) {
     beyond = Currency::fromWhole(static_cast<std::int64_t>(whole - held));
 }
 
+/// Moves what was counted of a connection when the tick began into the totals, also when the
+/// figures of another one that is up have taken its place since.
+void foldCounted(std::uint32_t handle) {
+    State& s = state();
+    if (s.CountedConnection == handle) {
+        ResetTransfers(false);
+    } else if (s.Displaced.connection == handle) {
+        s.BytesRcvdTotal = s.BytesRcvdTotal + s.Displaced.bytesRcvd;
+        s.BytesSentTotal = s.BytesSentTotal + s.Displaced.bytesSent;
+        s.DurationTotal = s.DurationTotal + s.Displaced.duration;
+        // What was declined was of the session that is over.
+        s.BytesRcvdOffset = s.BytesSentOffset = s.DurationOffset = 0;
+        s.BytesRcvdOffsetBeyond = s.BytesSentOffsetBeyond = s.DurationOffsetBeyond = 0;
+        s.Displaced = {};
+    }
+}
+
 } // namespace
 
 LineTotals CarryOn(const RASCONNA& Connection, const RAS_STATS& Statistics) {
+    const auto wide = platform().connections.lineTotals(Connection.hrasconn);
     LineSession& session = sessionOf(Connection, Statistics);
-    const bool another = session.renumbered ? !continues(session.last, Statistics)
-                                            : younger(session.last, Statistics);
-    if (another) {
-        if (state().CountedConnection == Connection.hrasconn) {
-            ResetTransfers(false);
-        }
+    if (isAnother(session, Statistics, wide)) {
+        foldCounted(Connection.hrasconn);
         session.totals = totalsOf(Statistics);
     } else {
         add(session.totals, session.last, Statistics);
     }
+    session.totals = wide.value_or(session.totals);
     session.last = Statistics;
     session.renumbered = false;
-    return platform().connections.lineTotals(Connection.hrasconn).value_or(session.totals);
+    return session.totals;
 }
 
 void TakeCounters(const RASCONNA& Connection, const LineTotals& Session) {
     State& s = state();
+    if (s.CountedConnection != Connection.hrasconn && s.Displaced.connection == 0) {
+        s.Displaced = {.connection = s.CountedConnection,
+                       .bytesRcvd = CountedRcvd(),
+                       .bytesSent = CountedSent(),
+                       .duration = CountedDuration()};
+    }
     s.CountedConnection = Connection.hrasconn;
     take(Session.bytesRcvd, s.BytesRcvdCurrent, s.BytesRcvdBeyond);
     take(Session.bytesSent, s.BytesSentCurrent, s.BytesSentBeyond);
@@ -131,6 +170,7 @@ void TakeCounters(const RASCONNA& Connection, const LineTotals& Session) {
 
 void ForgetEndedSessions(std::uint32_t Count) {
     State& s = state();
+    s.Displaced = {};
     const std::span<const RASCONNA> all(s.RasConnections);
     const auto up = all.first(std::min<std::size_t>(Count, all.size()));
     const auto ended = [&](std::uint32_t handle) {

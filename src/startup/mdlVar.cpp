@@ -63,6 +63,7 @@ void ResetTransfers(bool ResetAll) {
             s.BytesRcvdTotal = 0;
             s.BytesSentTotal = 0;
             s.DurationTotal = 0;
+            s.Displaced = {};
         }
     });
 }

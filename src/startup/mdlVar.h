@@ -42,6 +42,14 @@ struct LineSession {
     bool renumbered = false; ///< not read again since the service gave it another handle
 };
 
+/// What was counted of a connection whose figures another's have displaced within a tick.
+struct DisplacedSession {
+    std::uint32_t connection = 0; ///< handle; 0 for none
+    Currency bytesRcvd;
+    Currency bytesSent;
+    Currency duration;
+};
+
 /// Everything the program knows while it runs, apart from what its windows show. Everything is
 /// zero until `InitApplicationStatus` writes the defaults. Only the user-interface thread touches
 /// it.
@@ -75,6 +83,8 @@ struct State {
     std::vector<LineSession> LineSessions;
     /// The handle of the one whose figures the current ones are; 0 before the first.
     std::uint32_t CountedConnection = 0;
+    /// The one that was counted when the tick began, once another is.
+    DisplacedSession Displaced;
 
     // All finished sessions since the last reset.
     Currency BytesRcvdTotal; ///< bytes

@@ -1,0 +1,327 @@
+#include "soak/Expected.h"
+
+#include <algorithm>
+
+namespace tarvik::soak {
+
+namespace {
+
+constexpr std::int64_t largestLong = 2'147'483'647;
+constexpr int droppedLine = 668;
+constexpr int invalidHandle = 6;
+
+} // namespace
+
+void Expected::notice(std::string text, MsgBoxIcon icon) {
+    boxes.push_back({.text = std::move(text), .icon = icon});
+}
+
+void Expected::showFailure(const FailedCall& failed) {
+    notice("Error: " + failed.name + " failed with " + std::to_string(failed.code) + ":\r" +
+               (failed.code == droppedLine ? "The line was dropped." : "Unknown error."),
+           MsgBoxIcon::Critical);
+}
+
+void Expected::showError(const std::string& numberAndDescription, const std::string& procedure) {
+    notice("Error " + numberAndDescription + "\roccured in function \"" + procedure +
+               "\".\rPlease contact the author for support.",
+           MsgBoxIcon::Critical);
+}
+
+/// The user says Yes or OK once in so many times.
+MsgBoxAnswer Expected::question(std::string text, MsgBoxButtons buttons, MsgBoxIcon icon,
+                                std::uint64_t yesOnceIn) {
+    const bool yes = chance_.onceIn(yesOnceIn);
+    const MsgBoxAnswer answer = buttons == MsgBoxButtons::YesNo
+                                    ? (yes ? MsgBoxAnswer::Yes : MsgBoxAnswer::No)
+                                    : (yes ? MsgBoxAnswer::Ok : MsgBoxAnswer::Cancel);
+    boxes.push_back({std::move(text), buttons, icon, answer});
+    return answer;
+}
+
+void Expected::switchOff() {
+    if (connectionActive &&
+        question("Warning: An active connection has been detected.\rIf monitoring is stopped the "
+                 "transfer of this connection\rwill no longer be recorded.\rPress OK to stop "
+                 "monitoring now.",
+                 MsgBoxButtons::OkCancel, MsgBoxIcon::Exclamation, 2) == MsgBoxAnswer::Cancel) {
+        return;
+    }
+    monitoring = false;
+    connectionActive = false;
+}
+
+void Expected::pressMonitor() {
+    if (monitoring) {
+        switchOff();
+    } else {
+        monitoring = true;
+    }
+}
+
+void Expected::hangUp(std::vector<Session>& listed, Failure failure) {
+    if (failure == Failure::Enumerate) {
+        showFailure({"RasEnumConnections", droppedLine});
+        showFailure({"RasEnumConnections", droppedLine});
+        switchOff();
+        return;
+    }
+    for (Session& one : listed) {
+        if (one.hungUp || !one.connected) {
+            continue;
+        }
+        if (failure == Failure::HangUp) {
+            failure = Failure::None;
+            showFailure({"RasHangUp", droppedLine});
+            switchOff();
+            continue;
+        }
+        one.hungUp = true;
+        connectionActive = false;
+    }
+}
+
+void Expected::pressDisconnect(std::vector<Session> listed, Failure failure) {
+    hangUp(listed, failure);
+}
+
+void Expected::dialled(Failure failure) {
+    dialInStarted = failure != Failure::Dial;
+    if (failure == Failure::Dial) {
+        showFailure({"RasDial", droppedLine});
+    }
+}
+
+void Expected::requestReset() {
+    if (question("Are you really sure you want to reset the (overall) values?",
+                 MsgBoxButtons::YesNo, MsgBoxIcon::Question, 2) == MsgBoxAnswer::Yes) {
+        book.reset();
+        stale = false;
+        ++resets;
+    }
+}
+
+void Expected::closeWarning() {
+    warningArmed = false;
+    warningVisible = false;
+}
+
+void Expected::confirmOptions(const Settings& chosen) {
+    const int lastReset = settings.lastReset;
+    settings = chosen;
+    settings.lastReset = lastReset;
+    warningArmed = warningArmed || settings.warning;
+    stale = false;
+}
+
+void Expected::tick(std::vector<Session> listed, Failure failure, Trouble trouble, Now now) {
+    connectionActive = false;
+    failed_ = {};
+    trouble_ = trouble;
+    now_ = now;
+    if (failure == Failure::Enumerate) {
+        showFailure({"RasEnumConnections", droppedLine});
+        failed_ = {"RasEnumConnections", droppedLine};
+    } else if (listed.empty()) {
+        book.seeNothing();
+        stale = false;
+    } else {
+        book.beginTick(listed);
+        for (Session& one : listed) {
+            readListed(one, listed, failure);
+        }
+    }
+    if (!failed_.name.empty()) {
+        showFailure(failed_);
+        switchOff();
+    }
+}
+
+void Expected::readListed(Session& one, std::vector<Session>& listed, Failure& failure) {
+    if (failure == Failure::Status) {
+        failure = Failure::None;
+        failed_ = {"RasGetConnectStatus", droppedLine};
+    } else if (one.hungUp) {
+        failed_ = {"RasGetConnectStatus", invalidHandle};
+    } else if (!one.connected) {
+        book.fold();
+        stale = false;
+    } else if (failure == Failure::Statistics) {
+        failure = Failure::None;
+        failed_ = {"RasGetConnectionStatistics", droppedLine};
+    } else {
+        online(one, listed);
+    }
+}
+
+void Expected::online(const Session& session, std::vector<Session>& listed) {
+    connectionActive = true;
+    book.read(session);
+    const bool fromBefore = firstOnlineUpdate && !dialInStarted && book.current != Amount();
+    if (firstOnlineUpdate) {
+        tickerBase_ = book.finished.rcvd + book.finished.sent;
+    }
+    firstOnlineUpdate = false;
+    dialInStarted = false;
+    if (fromBefore && !askAboutSession()) {
+        stale = true;
+        return;
+    }
+    checkReset();
+    checkLimits(listed);
+    stale = false;
+}
+
+/// False when the question cannot be formed: its figures are added as numbers of 32 bits as long as
+/// each of them is one.
+bool Expected::askAboutSession() {
+    const Amount& found = book.current;
+    const std::int64_t sum = found.rcvd + found.sent;
+    if (sum > largestLong && std::max(found.rcvd, found.sent) <= largestLong) {
+        showError("6 (Overflow)", "HandleOnline");
+        return false;
+    }
+    const MsgBoxAnswer answer = question(
+        "Monitoring has been started and an active connection with transfer has been detected.\r\r"
+        "If you have already monitored this online-session with Tarvik then\rthis may result in an "
+        "unwanted offset of the recorded transfer.\r\rDo you want to use (record) the this "
+        "online-session (" +
+            std::to_string(sum) + " bytes)?\r(Press NO if you restarted Tarvik.)",
+        MsgBoxButtons::YesNo, MsgBoxIcon::Question, 2);
+    if (answer == MsgBoxAnswer::No) {
+        book.decline();
+        ++declined;
+    }
+    return true;
+}
+
+void Expected::checkReset() {
+    if (!settings.resets || now_.day <= boundary_.day(settings.criterion, settings.lastReset, false,
+                                                      now_.day, now_.hour)) {
+        return;
+    }
+    if (settings.backup && !backUp() &&
+        question("The criteria to reset the transfer records has been reached.\rHowever - An error "
+                 "occured while trying to create the backup-file.\rDo you want to reset the "
+                 "transfers recorded anyway?",
+                 MsgBoxButtons::YesNo, MsgBoxIcon::Question, 3) == MsgBoxAnswer::No) {
+        return;
+    }
+    book.reset();
+    settings.lastReset = now_.day;
+    ++resets;
+}
+
+bool Expected::backUp() {
+    if (!save(trouble_)) {
+        return false;
+    }
+    backups.push_back(file);
+    if (trouble_ == Trouble::Delete) {
+        showError("75 (Path/File access error)", "BackupINIFile");
+        return false;
+    }
+    file = {};
+    return true;
+}
+
+void Expected::checkTicker() {
+    const Amount overall = book.finished + book.current;
+    const std::int64_t all = overall.rcvd + overall.sent;
+    const std::int64_t further = all - tickerBase_;
+    if (further > std::int64_t{settings.tickerValue} * 1024 * 1024) {
+        balloons.push_back("Another " + std::to_string(further) + " bytes transferred (" +
+                           std::to_string(settings.tickerValue) + "MB were setup).\r" +
+                           std::to_string(all) + " bytes transferred in total.");
+        tickerBase_ = all;
+    }
+}
+
+void Expected::checkLimits(std::vector<Session>& listed) {
+    if (settings.ticker) {
+        checkTicker();
+    }
+    const Amount total = book.total();
+    const bool tooMuch =
+        settings.transferLimit && total.rcvd + total.sent > settings.transferLimitValue;
+    const std::int64_t most = (std::int64_t{settings.hours} * 60 + settings.minutes) * 60'000;
+    const bool tooLong = settings.durationLimit && total.time > most;
+    if (!tooMuch && !tooLong) {
+        return;
+    }
+    warningVisible = warningVisible || (settings.warning && warningArmed);
+    if (settings.hangUp && connectionActive) {
+        hangUp(listed, Failure::None);
+    }
+}
+
+bool Expected::save(Trouble trouble) {
+    if (trouble == Trouble::Write) {
+        return false;
+    }
+    file.exists = true;
+    file.settings = settings;
+    const Amount total = book.total();
+    const bool nothing = total.rcvd + total.sent <= 0 && total.time <= 0;
+    const Amount newest = file.records.empty() ? Amount() : file.records.back();
+    if (!nothing && newest != total) {
+        file.records.push_back(total);
+    }
+    return true;
+}
+
+void Expected::start(bool argumentRun) {
+    if (file.exists && file.locked &&
+        question("Warning: Another instance of Velmars Tarvik seems to be running.\rAre you sure "
+                 "that you want to start another instance?\r(This could cause the protocol file to "
+                 "become corrupt!)",
+                 MsgBoxButtons::YesNo, MsgBoxIcon::Question,
+                 1 + chance_.below(2)) == MsgBoxAnswer::No) {
+        return;
+    }
+    running = true;
+    warningArmed = true;
+    firstOnlineUpdate = true;
+    settings = file.exists ? file.settings : Settings();
+    book.begin(file.records.empty() ? Amount() : file.records.back());
+    if (file.exists) {
+        file.locked = true;
+    } else {
+        notice("Warning: Unable to set \"IsLocked\"-flag in INI-file!", MsgBoxIcon::Exclamation);
+        notice("Warning: Old settings could not be loaded.\rAssuming first run.",
+               MsgBoxIcon::Exclamation);
+    }
+    monitoring = settings.run || argumentRun;
+    // Without a file nothing is shown before the first tick.
+    stale = !file.exists;
+}
+
+void Expected::crash() {
+    running = monitoring = connectionActive = dialInStarted = warningVisible = false;
+    tickerBase_ = 0;
+}
+
+void Expected::shutDown(Trouble trouble) {
+    if (save(trouble)) {
+        file.locked = false;
+    } else {
+        notice("Warning: State could not be saved.", MsgBoxIcon::Exclamation);
+        notice("Warning: Unable to unset \"IsLocked\"-flag in INI-file!", MsgBoxIcon::Exclamation);
+    }
+    crash();
+}
+
+void Expected::endSession(Trouble trouble) {
+    shutDown(trouble);
+}
+
+void Expected::pressQuit(Trouble trouble) {
+    if (monitoring) {
+        notice("Warning: Monitoring is still active.\rPlease de-activate monitoring before quit.",
+               MsgBoxIcon::Exclamation);
+    } else {
+        shutDown(trouble);
+    }
+}
+
+} // namespace tarvik::soak

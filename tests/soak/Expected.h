@@ -1,0 +1,127 @@
+#pragma once
+
+#include "monitor/ReferenceBoundary.h"
+#include "ports/Desktop.h"
+#include "soak/Book.h"
+#include "soak/Chance.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tarvik::soak {
+
+/// A box that must come, and how the user answers it.
+struct Box {
+    std::string text;
+    MsgBoxButtons buttons = MsgBoxButtons::OkOnly;
+    MsgBoxIcon icon = MsgBoxIcon::None;
+    MsgBoxAnswer answer = MsgBoxAnswer::Ok;
+};
+
+/// The settings that accounting depends on; these are the defaults.
+struct Settings {
+    bool run = false;
+    bool transferLimit = false;
+    std::int64_t transferLimitValue = 1'000'000;
+    bool durationLimit = false;
+    int hours = 600;
+    int minutes = 0;
+    bool warning = false;
+    bool hangUp = false;
+    bool resets = false;
+    int criterion = 0;
+    bool backup = false;
+    int lastReset = 36'892; ///< day, 1 January 2001
+    bool ticker = false;
+    int tickerValue = 100; ///< mega-bytes
+};
+
+/// A call of the service that fails.
+enum class Failure { None, Enumerate, Status, Statistics, HangUp, Dial };
+
+/// What is wrong with the disk.
+enum class Trouble { None, Write, Delete };
+
+/// The file of settings and records as it must be.
+struct File {
+    bool exists = false;
+    bool locked = false;
+    Settings settings;
+    std::vector<Amount> records;
+};
+
+/// Now, on the user's clock.
+struct Now {
+    int day = 0; ///< as a serial
+    int hour = 0;
+};
+
+/// The program as its rules have it: what it must count, ask, show and store at each step.
+class Expected {
+public:
+    explicit Expected(Chance& chance) : chance_(chance) {}
+
+    Book book;
+    Settings settings;
+    File file;
+    std::vector<File> backups; ///< the file as it was at each backup
+    bool running = false;
+    bool monitoring = false;
+    bool connectionActive = false;
+    bool firstOnlineUpdate = false;
+    bool dialInStarted = false;
+    bool warningArmed = false;
+    bool warningVisible = false;
+    bool stale = false; ///< an error kept the window from being refreshed
+    int resets = 0;
+    int declined = 0;
+
+    /// What came up since they were last emptied.
+    std::vector<Box> boxes;
+    std::vector<std::string> balloons;
+
+    void start(bool argumentRun);
+    void crash();
+    void endSession(Trouble trouble);
+    void pressQuit(Trouble trouble);
+    void pressMonitor();
+    void pressDisconnect(std::vector<Session> listed, Failure failure);
+    void dialled(Failure failure);
+    void requestReset();
+    void closeWarning();
+    void confirmOptions(const Settings& chosen);
+    void tick(std::vector<Session> listed, Failure failure, Trouble trouble, Now now);
+
+private:
+    struct FailedCall {
+        std::string name;
+        int code = 0;
+    };
+
+    void notice(std::string text, MsgBoxIcon icon);
+    void showFailure(const FailedCall& failed);
+    void showError(const std::string& numberAndDescription, const std::string& procedure);
+    MsgBoxAnswer question(std::string text, MsgBoxButtons buttons, MsgBoxIcon icon,
+                          std::uint64_t yesOnceIn);
+    void switchOff();
+    void hangUp(std::vector<Session>& listed, Failure failure);
+    void readListed(Session& one, std::vector<Session>& listed, Failure& failure);
+    void online(const Session& session, std::vector<Session>& listed);
+    bool askAboutSession();
+    void checkReset();
+    bool backUp();
+    void checkTicker();
+    void checkLimits(std::vector<Session>& listed);
+    bool save(Trouble trouble);
+    void shutDown(Trouble trouble);
+
+    Chance& chance_;
+    ReferenceBoundary boundary_;
+    std::int64_t tickerBase_ = 0;
+    FailedCall failed_;
+    Trouble trouble_ = Trouble::None;
+    Now now_;
+};
+
+} // namespace tarvik::soak

@@ -1,0 +1,145 @@
+#include "soak/Line.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tarvik::soak {
+
+namespace {
+
+struct Kind {
+    const char* entry;
+    bool wide;
+    bool framed;
+};
+
+constexpr std::array<Kind, 4> kinds{{{"Harbour", false, true},
+                                     {"Quay", false, false},
+                                     {"Ridge", true, false},
+                                     {"Tower", true, true}}};
+constexpr std::int64_t bytesInFrame = 700;
+
+std::uint32_t counter(std::int64_t figure) {
+    return static_cast<std::uint32_t>(static_cast<std::uint64_t>(figure));
+}
+
+} // namespace
+
+std::string Amount::text() const {
+    return std::to_string(rcvd) + " received, " + std::to_string(sent) + " sent, " +
+           std::to_string(time) + " ms";
+}
+
+RAS_STATS Session::counters() const {
+    const Amount told = carried - cleared;
+    RAS_STATS result{};
+    result.dwBytesRcved = counter(told.rcvd);
+    result.dwBytesXmited = counter(told.sent);
+    result.dwFramesRcved = framed ? counter(told.rcvd / bytesInFrame) : 0;
+    result.dwFramesXmited = framed ? counter(told.sent / bytesInFrame) : 0;
+    result.dwConnectDuration = counter(carried.time);
+    return result;
+}
+
+std::string Line::freeEntry() {
+    const std::size_t first = chance_.place(kinds.size());
+    for (std::size_t i = 0; i < kinds.size(); ++i) {
+        const std::string entry = kinds.at((first + i) % kinds.size()).entry;
+        if (std::none_of(up.begin(), up.end(),
+                         [&](const Session& one) { return one.entry == entry; })) {
+            return entry;
+        }
+    }
+    return {};
+}
+
+Session Line::made(const std::string& entry, std::uint32_t handle) {
+    Session result;
+    result.id = ++sessions;
+    result.entry = entry;
+    result.handle = handle;
+    const auto kind = std::find_if(kinds.begin(), kinds.end(),
+                                   [&](const Kind& one) { return entry == one.entry; });
+    result.wide = kind->wide;
+    result.framed = kind->framed;
+    return result;
+}
+
+std::uint32_t Line::newHandle() {
+    return ++lastHandle_;
+}
+
+Session& Line::dial(const std::string& entry) {
+    return up.emplace_back(made(entry, newHandle()));
+}
+
+std::int64_t Line::someBytes() {
+    // Mostly little, sometimes as much as a counter just cannot lose.
+    switch (chance_.below(12)) {
+    case 0:
+        return static_cast<std::int64_t>(chance_.below(4'294'967'296));
+    case 1:
+        return static_cast<std::int64_t>(chance_.below(1'000'000'000));
+    case 2:
+    case 3:
+        return 0;
+    default:
+        return static_cast<std::int64_t>(chance_.below(3'000'000));
+    }
+}
+
+void Line::carry(std::int64_t milliseconds) {
+    for (Session& one : up) {
+        if (one.connected) {
+            one.carried = one.carried +
+                          Amount{.rcvd = someBytes(), .sent = someBytes(), .time = milliseconds};
+        }
+    }
+}
+
+void Line::redial(Session& session, bool sameHandle) {
+    Session next = made(session.entry, sameHandle ? session.handle : newHandle());
+    next.carried = {.rcvd = static_cast<std::int64_t>(chance_.below(100'000)),
+                    .sent = static_cast<std::int64_t>(chance_.below(20'000)),
+                    .time = static_cast<std::int64_t>(chance_.below(3'000))};
+    session = next;
+}
+
+void Line::clear(Session& session) {
+    session.cleared = session.carried;
+    session.cleared.time = 0;
+    ++session.clears;
+}
+
+void Line::publish(ScriptedConnections& service) const {
+    service.connections.clear();
+    for (const Session& one : up) {
+        ScriptedConnections::Connection listed;
+        listed.handle = one.handle;
+        listed.entryName = one.entry;
+        listed.state = one.connected ? ras::connected : 8193;
+        listed.statistics = one.counters();
+        if (one.wide) {
+            listed.totals = LineTotals{.bytesSent = static_cast<std::uint64_t>(one.carried.sent),
+                                       .bytesRcvd = static_cast<std::uint64_t>(one.carried.rcvd),
+                                       .duration = static_cast<std::uint64_t>(one.carried.time)};
+        }
+        service.connections.push_back(listed);
+    }
+}
+
+void Line::adopt(const ScriptedConnections& service) {
+    const auto isUp = [&](std::uint32_t handle) {
+        return std::any_of(service.connections.begin(), service.connections.end(),
+                           [&](const auto& listed) { return listed.handle == handle; });
+    };
+    std::erase_if(up, [&](const Session& one) { return !isUp(one.handle); });
+    for (const auto& listed : service.connections) {
+        if (std::none_of(up.begin(), up.end(),
+                         [&](const Session& one) { return one.handle == listed.handle; })) {
+            up.push_back(made(listed.entryName, listed.handle));
+        }
+    }
+}
+
+} // namespace tarvik::soak

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "soak/Line.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace tarvik::soak {
+
+/// Reads the file by itself and remembers each record's bytes as it first saw them.
+class Records {
+public:
+    /// What is wrong with the text; empty when it holds these records, the earlier ones untouched.
+    std::string check(const std::string& text, const std::vector<Amount>& expected);
+    /// The file was moved aside: the next one begins anew.
+    void forget() { seen_.clear(); }
+
+private:
+    using Section = std::vector<std::string>;
+
+    std::string parse(const std::string& text);
+    std::string setting(const std::string& key) const;
+    std::string take(const std::string& name, const Section& lines, const Amount& expected,
+                     bool replaced);
+    std::string compare(std::size_t number, const Amount& expected);
+
+    std::map<std::string, Section> sections_;
+    std::vector<std::pair<std::string, Section>> seen_;
+};
+
+} // namespace tarvik::soak

@@ -1,0 +1,174 @@
+#include "support/WorldTest.h"
+
+#include <cstdint>
+
+namespace tarvik {
+namespace {
+
+/// A session that another follows between two ticks: what tells the two apart, and what is kept.
+class FollowingSessionTest : public WorldTest {
+protected:
+    static constexpr std::uint32_t lastCounter = 4'294'967'295;
+
+    FollowingSessionTest() { startQuietly("/r"); }
+
+    ScriptedConnections& line() { return machine.connections; }
+    FrmMain& window() { return frmMain(); }
+
+    std::uint32_t dialledConnection(const char* entry) {
+        state().DialInStarted = true;
+        return line().connect(entry);
+    }
+
+    void setTotals(std::uint32_t handle, std::uint64_t rcvd, std::uint64_t sent,
+                   std::uint64_t duration) {
+        line().connection(handle)->totals =
+            LineTotals{.bytesSent = sent, .bytesRcvd = rcvd, .duration = duration};
+        line().connection(handle)->statistics = {};
+        line().transfer(handle, static_cast<std::uint32_t>(rcvd), static_cast<std::uint32_t>(sent),
+                        static_cast<std::uint32_t>(duration));
+    }
+
+    void setFrames(std::uint32_t handle, std::uint32_t rcvd, std::uint32_t sent) {
+        line().connection(handle)->statistics.dwFramesRcved = rcvd;
+        line().connection(handle)->statistics.dwFramesXmited = sent;
+    }
+
+    /// Two are up and read once; the second is the counted one.
+    std::uint32_t secondOfTwo() {
+        const std::uint32_t first = dialledConnection("Harbour");
+        const std::uint32_t second = line().connect("Ridge");
+        line().transfer(first, 100, 10, 50'000);
+        line().transfer(second, 5000, 300, 60'000);
+        tick();
+        return second;
+    }
+};
+
+TEST_F(FollowingSessionTest, UnderTheHandleOfTheLastOfTwoKeepsWhatTheOneBeforeCounted) {
+    const std::uint32_t second = secondOfTwo();
+    line().connection(second)->statistics = {};
+    line().transfer(second, 70, 20, 900);
+
+    tick();
+
+    EXPECT_EQ(state().BytesRcvdTotal, Currency(5000));
+    EXPECT_EQ(state().BytesSentTotal, Currency(300));
+    EXPECT_EQ(state().DurationTotal, Currency(60'000));
+    EXPECT_EQ(state().BytesRcvdCurrent, Long(70));
+}
+
+TEST_F(FollowingSessionTest, OfTheSameEntryAsTheLastOfTwoKeepsWhatTheOneBeforeCounted) {
+    line().disconnect(secondOfTwo());
+    line().transfer(line().connect("Ridge"), 70, 20, 900);
+
+    tick();
+
+    EXPECT_EQ(window().txtBytesRcvdTotal.text(), "5,070");
+}
+
+TEST_F(FollowingSessionTest, AfterTheFirstOfTwoAddsNothing) {
+    secondOfTwo();
+    RAS_STATS& first = line().connections.front().statistics;
+    first = {};
+    first.dwBytesRcved = 7;
+    first.dwConnectDuration = 900;
+
+    tick();
+
+    EXPECT_EQ(window().txtBytesRcvdTotal.text(), "5,000");
+    EXPECT_EQ(state().BytesRcvdTotal, Currency(0));
+}
+
+TEST_F(FollowingSessionTest, AfterADeclinedLastOfTwoIsCountedFromItsBeginning) {
+    const std::uint32_t first = line().connect("Ridge");
+    line().transfer(first, 5000, 300, 60'000);
+    expectSessionQuestion("5300", MsgBoxAnswer::No);
+    tick();
+    line().transfer(first, 25, 1, 500);
+    tick();
+    line().connection(first)->statistics = {};
+    line().transfer(first, 70, 20, 900);
+    const std::uint32_t other = line().connect("Harbour");
+    std::swap(line().connections.front(), line().connections.back());
+    ASSERT_EQ(line().connections.front().handle, other);
+
+    tick();
+
+    EXPECT_EQ(window().txtBytesRcvdTotal.text(), "95");
+    EXPECT_EQ(state().BytesRcvdOffset, Long(0));
+}
+
+TEST_F(FollowingSessionTest, AfterAResetInTheSameTickBringsNothingBack) {
+    state().TransferResetEnable = 1;
+    state().TransferReset = enDateCalc::EndOfDay;
+    const std::uint32_t second = secondOfTwo();
+    state().TransferReset = enDateCalc::EndOfWeek;
+    state().TransferResetLast = Date(36'892);
+    line().connection(second)->statistics = {};
+    line().transfer(second, 70, 20, 900);
+
+    tick();
+
+    EXPECT_EQ(window().txtBytesRcvdTotal.text(), "70");
+}
+
+TEST_F(FollowingSessionTest, CloseToTheEndOfTheTimeIsToldByItsFrames) {
+    const std::uint32_t handle = dialledConnection("Harbour");
+    line().transfer(handle, 5000, 300, lastCounter - 1000);
+    setFrames(handle, 50, 3);
+    tick();
+    line().connection(handle)->statistics = {};
+    line().transfer(handle, 70, 20, 900);
+    setFrames(handle, 1, 1);
+
+    tick();
+
+    EXPECT_EQ(state().DurationTotal, Currency::fromWhole(4'294'966'295));
+    EXPECT_EQ(state().DurationCurrent, Long(900));
+    EXPECT_EQ(window().txtBytesRcvdTotal.text(), "5,070");
+}
+
+TEST_F(FollowingSessionTest, OnALineThatCountsFurtherIsToldByAnyFallOfTheTime) {
+    const std::uint32_t handle = dialledConnection("Harbour");
+    setTotals(handle, 5'000'000'000, 300, 4'294'960'000);
+    tick();
+    setTotals(handle, 70, 20, 900);
+
+    tick();
+
+    EXPECT_EQ(state().BytesRcvdTotal, Currency::fromWhole(5'000'000'000));
+    EXPECT_EQ(window().txtBytesRcvdTotal.text(), "5,000,000,070");
+}
+
+TEST_F(FollowingSessionTest, OnALineThatCountsFurtherIsNotSeenInAPassOfTheEnd) {
+    const std::uint32_t first = dialledConnection("Harbour");
+    setTotals(first, 4'294'967'000, 300, 60'000);
+    tick();
+    line().disconnect(first);
+    setTotals(line().connect("Harbour"), 4'294'967'400, 310, 61'000);
+
+    tick();
+
+    EXPECT_EQ(state().BytesRcvdTotal, Currency(0));
+    EXPECT_EQ(window().txtBytesRcvdTotal.text(), "4,294,967,400");
+}
+
+TEST_F(FollowingSessionTest, CountersThatWereClearedAndOvertakenInOneDirectionCountWhole) {
+    const std::uint32_t handle = dialledConnection("Harbour");
+    line().transfer(handle, 5000, 300, 60'000);
+    setFrames(handle, 50, 3);
+    tick();
+    line().connection(handle)->statistics = {};
+    line().transfer(handle, 70, 400, 61'000);
+    setFrames(handle, 1, 4);
+
+    tick();
+
+    EXPECT_EQ(window().txtBytesRcvdTotal.text(), "5,070");
+    EXPECT_EQ(window().txtBytesSentTotal.text(), "700");
+    EXPECT_EQ(window().txtDurationTotal.text(), "00:01:01:000");
+}
+
+} // namespace
+} // namespace tarvik
