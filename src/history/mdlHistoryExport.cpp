@@ -27,14 +27,18 @@ constexpr std::uint32_t filterOfExports = 1;
 void addLine(std::string& text, std::size_t place) {
     const ImportedHistory& log = forms().frmHistory.data.log;
     const LocaleData& locale = platform().locale.data();
+    // Joined in place: texts in between would cost more than the digits.
     text += wholeToText(static_cast<std::int64_t>(place) + 1);
-    for (const std::string_view field : {std::string_view(log.date[place]), log.time[place]}) {
+    const auto addField = [&](std::string_view field) {
         text += ';';
         text += field;
-    }
-    text += ';' + FinaliseTime(log.duration[place]) + ';' + toText(log.sent[place], locale) + ';' +
-            toText(log.rcvd[place], locale) + ';';
-    text += log.ip(place);
+    };
+    addField(log.date[place]);
+    addField(log.time[place]);
+    addField(FinaliseTime(log.duration[place]));
+    addField(toText(log.sent[place], locale));
+    addField(toText(log.rcvd[place], locale));
+    addField(log.ip(place));
     text += "\r\n";
 }
 
