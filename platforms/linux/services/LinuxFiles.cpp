@@ -3,10 +3,12 @@
 #include "linux/services/FileDescriptor.h"
 #include "linux/services/FileReplacement.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
 #include <memory>
+#include <new>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -79,6 +81,22 @@ FileDescriptor openOrdinary(const std::string& path) {
     return file;
 }
 
+/// Makes room for all of the file at once; growing would take twice as much for a moment. False,
+/// with errno set, when there is no such room.
+bool makeRoom(int file, std::string& bytes) {
+    struct stat info {};
+    if (fstat(file, &info) != 0) {
+        return false;
+    }
+    try {
+        bytes.reserve(std::min(static_cast<std::size_t>(info.st_size), longest));
+    } catch (const std::bad_alloc&) {
+        errno = ENOMEM;
+        return false;
+    }
+    return true;
+}
+
 } // namespace
 
 FileKind LinuxFiles::Dir(const std::string& path) {
@@ -108,9 +126,9 @@ std::optional<FileStamp> LinuxFiles::stamp(const std::string& path) {
 FileResult LinuxFiles::read(const std::string& path, std::string& bytes) {
     bytes.clear();
     const FileDescriptor file = openOrdinary(path);
-    if (!file || !readAll(file.number(), bytes, longest)) {
+    if (!file || !makeRoom(file.number(), bytes) || !readAll(file.number(), bytes, longest)) {
         const FileResult failure = lastError();
-        bytes.clear();
+        bytes = std::string();
         return failure;
     }
     return std::nullopt;
