@@ -109,7 +109,7 @@ monkey_windows() {
     needs $packages_build $packages_windows || return $cannot_run
     scripts/wine32.sh ready || return $cannot_run
     build windows-checked monkey_win32 &&
-        TARVIK_MONKEY_STEPS=${TARVIK_MONKEY_STEPS:-20000} WINDOWS_BIN=build/windows-checked/bin \
+        TARVIK_MONKEY_STEPS=${TARVIK_MONKEY_STEPS:-10000} WINDOWS_BIN=build/windows-checked/bin \
             WINDOWS_TIMEOUT=540 on_windows monkey_win32
 }
 
@@ -117,7 +117,7 @@ monkey_windows() {
 fuzz() {
     # shellcheck disable=SC2086
     needs $packages_build $packages_fuzz || return $cannot_run
-    FUZZ_RUNS=5000 scripts/fuzz.sh
+    FUZZ_RUNS=2000 scripts/fuzz.sh
 }
 
 system_tests() {
