@@ -85,19 +85,7 @@ private:
     ScriptedPlatform scripted_;
     LinuxFiles files_;
     ProfileEngine profile_{files_, "\n"};
-    Platform platform_{scripted_.connections,
-                       scripted_.systemErrors,
-                       scripted_.internet,
-                       scripted_.sockets,
-                       profile_,
-                       files_,
-                       scripted_.instances,
-                       scripted_.notificationArea,
-                       scripted_.dialogs,
-                       scripted_.desktop,
-                       scripted_.clock,
-                       scripted_.locale,
-                       scripted_.program};
+    Platform platform_ = scripted_.withFiles(profile_, files_);
     World world_{platform_};
 };
 

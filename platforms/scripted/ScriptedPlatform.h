@@ -28,6 +28,13 @@ public:
 
     Platform platform{connections,      systemErrors, internet, sockets, profile, files,  instances,
                       notificationArea, dialogs,      desktop,  clock,   locale,  program};
+
+    /// The same machine with files that are not played.
+    Platform withFiles(PrivateProfile& otherProfile, Files& otherFiles) {
+        return {connections, systemErrors, internet,         sockets, otherProfile,
+                otherFiles,  instances,    notificationArea, dialogs, desktop,
+                clock,       locale,       program};
+    }
 };
 
 } // namespace tarvik

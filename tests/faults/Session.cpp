@@ -38,19 +38,7 @@ bool isTemporary(const std::string& name) {
 }
 
 Session::Session(Files& real, const std::string& folder, char separator)
-    : files(real), platform_{scripted.connections,
-                             scripted.systemErrors,
-                             scripted.internet,
-                             scripted.sockets,
-                             profile_,
-                             files,
-                             scripted.instances,
-                             scripted.notificationArea,
-                             scripted.dialogs,
-                             scripted.desktop,
-                             scripted.clock,
-                             scripted.locale,
-                             scripted.program} {
+    : files(real), platform_(scripted.withFiles(profile_, files)) {
     scripted.program.folderPath = folder;
     scripted.program.separator = separator;
     scripted.connections.entries = {{.name = "Harbour"}};

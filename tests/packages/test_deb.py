@@ -12,7 +12,7 @@ import unittest
 
 from support import DEB, ROOT, VERSION, run
 
-from desktop import Desktop, Program  # noqa: E402
+from desktop import Desktop, Program, powerless  # noqa: E402
 
 PROGRAMS = ("tarvik", "tarvik-demo")
 ICON_SIZES = (16, 22, 24, 32, 48, 64, 128, 256)
@@ -135,15 +135,6 @@ class InstalledTest(unittest.TestCase):
         path = os.environ["PATH"] + ":/usr/sbin:/sbin"
         return run("fakeroot", "dpkg", "--root=%s" % cls.root, *arguments, env={"PATH": path})
 
-    def powerless(self):
-        """Words before a command that take root's power over closed folders from it."""
-        if os.getuid() != 0:
-            return []
-        words = ["setpriv", "--bounding-set=-all", "--inh-caps=-all"]
-        if subprocess.run([*words, "true"], check=False, capture_output=True).returncode != 0:
-            self.skipTest("nothing is closed to root, and its powers cannot be dropped here")
-        return words
-
     def start(self, program, **environment):
         """The installed program on an INI file of the user's, so that no box comes; and that file."""
         data = pathlib.Path(tempfile.mkdtemp(dir=self.desktop.folder))
@@ -152,7 +143,7 @@ class InstalledTest(unittest.TestCase):
         ini.write_text("[Settings]\nRefreshInterval=200\n", encoding="utf-8")
         programs = self.root / "usr/bin"
         programs.chmod(0o555)
-        running = Program(self.desktop, [*self.powerless(), str(programs / program)],
+        running = Program(self.desktop, [*powerless(), str(programs / program)],
                           XDG_DATA_HOME=str(data), **environment)
         self.addCleanup(running.stop)
         return running, ini

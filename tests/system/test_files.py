@@ -3,8 +3,8 @@
 import os
 import random
 import stat
-import subprocess
 
+from desktop import powerless
 from support import FIRST_RUN_WARNING, LOCK_WARNING, SETTINGS, ProgramTest, keys_of
 
 
@@ -12,22 +12,13 @@ class FileTest(ProgramTest):
     def test_a_folder_that_cannot_be_written_leaves_the_file_to_the_users_data(self):
         self.folder.chmod(stat.S_IRUSR | stat.S_IXUSR)
         data = self.desktop.folder / "data"
-        program = self.start(before=self.powerless(), XDG_DATA_HOME=str(data))
+        program = self.start(before=powerless(), XDG_DATA_HOME=str(data))
         program.expect_box(LOCK_WARNING, "OK")
         program.expect_box(FIRST_RUN_WARNING, "OK")
         self.quit(program)
         text = (data / "velmars-tarvik" / "Tarvik.ini").read_text(encoding="utf-8")
         self.assertEqual(keys_of(text, "Settings")["IsLocked"], "0")
         self.assertFalse(self.ini.exists())
-
-    def powerless(self):
-        """Words before a command that take root's power over closed folders from it."""
-        if os.getuid() != 0:
-            return []
-        words = ["setpriv", "--bounding-set=-all", "--inh-caps=-all"]
-        if subprocess.run([*words, "true"], check=False, capture_output=True).returncode != 0:
-            self.skipTest("nothing is closed to root, and its powers cannot be dropped here")
-        return words
 
     def test_a_read_only_file_is_left_as_it_was(self):
         self.write_ini("[Settings]\nRefreshInterval=500\n")
