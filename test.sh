@@ -121,6 +121,11 @@ system_tests() {
         /usr/bin/python3 -B -m unittest discover -s tests/system -t tests/system
 }
 
+# The same on a Wayland compositor, apart from what only a display of X shows.
+system_tests_wayland() {
+    TARVIK_DESKTOP=wayland system_tests
+}
+
 # A world of its own with a real NetworkManager and a real VPN; needs root.
 network_tests() {
     local status
@@ -220,6 +225,15 @@ programs_windows() {
     return $status
 }
 
+# The pictures of the documents are made anew and compared with those that are there.
+document_pictures() {
+    # shellcheck disable=SC2086
+    needs $packages_build $packages_display $packages_windows $packages_network || return $cannot_run
+    scripts/wine32.sh ready || return $cannot_run
+    /usr/bin/python3 -B -m unittest discover -s tests/documents -t tests/documents || return 1
+    scripts/pictures.sh check
+}
+
 # The packages are installed, unpacked, started, and made a second time.
 made_packages() {
     # shellcheck disable=SC2086
@@ -235,6 +249,7 @@ stage "build, warnings are errors" build_debug
 stage "kill at every step" kill_at_every_step
 stage "user stories on the scripted and the real face" scenarios
 stage "the built program from outside" system_tests
+stage "the built program from outside, on Wayland" system_tests_wayland
 stage "the program on a real NetworkManager" network_tests
 stage "a session without a display" headless_session
 stage "unit, face and soak tests under AddressSanitizer and UBSan" tests_sanitized
@@ -249,6 +264,7 @@ stage "face and services on Windows" windows_tests
 stage "kill at every step on Windows" kill_on_windows
 stage "user stories on Windows" scenarios_windows
 stage "the built Windows programs from outside" programs_windows
+stage "the pictures of the documents" document_pictures
 stage "a random user on the Windows face, checked" monkey_windows
 stage "the package for Debian and the archive for Windows" made_packages
 

@@ -20,10 +20,10 @@ namespace tarvik {
 
 #ifdef _WIN32
 using FaceFiles = WindowsFiles;
-inline constexpr const char* lineEnd = "\r\n";
+inline constexpr const char* endOfLine = "\r\n";
 #else
 using FaceFiles = LinuxFiles;
-inline constexpr const char* lineEnd = "\n";
+inline constexpr const char* endOfLine = "\n";
 #endif
 
 inline constexpr int sheetWidth = 1600;

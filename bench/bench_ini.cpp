@@ -33,7 +33,8 @@ public:
         bytes = bytes_;
         return std::nullopt;
     }
-    FileResult replace(const std::string&, const std::vector<std::string_view>& pieces) override {
+    FileResult replaceIf(const std::string&, const std::vector<std::string_view>& pieces,
+                         const LastLook&) override {
         for (const std::string_view piece : pieces) {
             stamp_.size += piece.size();
         }
@@ -41,6 +42,7 @@ public:
         return std::nullopt;
     }
     FileResult FileCopy(const std::string&, const std::string&) override { return std::nullopt; }
+    FileResult Name(const std::string&, const std::string&) override { return std::nullopt; }
     FileResult Kill(const std::string&) override { return std::nullopt; }
 
 private:
@@ -67,8 +69,8 @@ public:
         file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
         return file ? std::nullopt : FileResult(ErrorNumber::PathFileAccess);
     }
-    FileResult replace(const std::string& path,
-                       const std::vector<std::string_view>& pieces) override {
+    FileResult replaceIf(const std::string& path, const std::vector<std::string_view>& pieces,
+                         const LastLook&) override {
         std::ofstream file(path + ".new", std::ios::binary);
         for (const std::string_view piece : pieces) {
             file.write(piece.data(), static_cast<std::streamsize>(piece.size()));
@@ -78,6 +80,7 @@ public:
         return file ? std::nullopt : FileResult(ErrorNumber::DiskFull);
     }
     FileResult FileCopy(const std::string&, const std::string&) override { return std::nullopt; }
+    FileResult Name(const std::string&, const std::string&) override { return std::nullopt; }
     FileResult Kill(const std::string&) override { return std::nullopt; }
 };
 
@@ -102,7 +105,7 @@ bool save(ProfileEngine& engine, const std::string& file, int number) {
     for (int i = 0; i < 19; ++i) {
         engine.WritePrivateProfileStringA("Settings", "Setting" + std::to_string(i), "1", file);
     }
-    return update.commit();
+    return update.commit() == UpdateOutcome::Written;
 }
 
 double milliseconds(Clock::time_point from) {

@@ -82,7 +82,7 @@ public:
 private:
     ScriptedPlatform scripted_;
     FaceFiles files_;
-    ProfileEngine profile_{files_, lineEnd};
+    ProfileEngine profile_{files_, endOfLine};
     Platform platform_ = scripted_.withFiles(profile_, files_);
     World world_{platform_};
     std::uint32_t handle_ = 0;

@@ -28,7 +28,7 @@ def print_figures(program, when):
         print("  %-9s current %12s   total %12s" % (name, program.text(current), program.text(total)))
 
 
-def play(program, picture):
+def play(program, desktop, picture):
     for _ in range(2):  # a first run shows two notices
         print("Notice: " + program.box_text().replace("\n", " "))
         program.answer("OK")
@@ -40,7 +40,7 @@ def play(program, picture):
     program.wait_text("txtActiveConnection", lambda text: ENTRY in text)
     print("Connected: " + program.text("txtActiveConnection"))
     program.wait_text("txtBytesRcvd", lambda text: len(text) > 8)
-    program.desktop.screenshot(picture)
+    desktop.screenshot(picture)
     print_figures(program, "While connected:")
     program.press("cmdDisconnect")
     program.wait_text("txtActiveConnection", "")
@@ -63,7 +63,7 @@ def main():
         folder = desktop.folder / "program"
         folder.mkdir()
         program = Program(desktop, shutil.copy(executable, folder))
-        play(program, picture)
+        play(program, desktop, picture)
         shutil.copy(folder / "Tarvik.ini", ini)
     except Failure as failure:
         desktop.screenshot(output / "failure.png")

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/ProfileEngine.h"
+#include "linux/face/DisplayLoss.h"
 #include "linux/face/EndSignals.h"
 #include "linux/face/LinuxCommonDialogs.h"
 #include "linux/face/LinuxNotificationArea.h"
@@ -23,12 +24,17 @@ namespace tarvik {
 class LinuxPlatform {
 public:
     /// `argc` and `argv` are those of `main` and must outlive this.
-    LinuxPlatform(int& argc, char** argv);
+    LinuxPlatform(int argc, char** argv);
+    ~LinuxPlatform();
+    LinuxPlatform(const LinuxPlatform&) = delete;
+    LinuxPlatform& operator=(const LinuxPlatform&) = delete;
 
     /// The services with that connection provider, which must outlive the platform's use.
     Platform with(ConnectionProvider& connections);
 
 private:
+    face::DisplayLoss displayLoss_; ///< outlives the application, which may lose the display last
+    int onlyName_; ///< the toolkit gets no switch: each is the program's, known or not
     QApplication application_;
     LinuxProgram program_;
     LinuxFiles files_;

@@ -7,6 +7,7 @@
 #include "windows/face/WindowsNotificationArea.h"
 #include "windows/services/Library.h"
 #include "windows/services/WindowsClock.h"
+#include "windows/services/WindowsCodePage.h"
 #include "windows/services/WindowsFiles.h"
 #include "windows/services/WindowsInternetState.h"
 #include "windows/services/WindowsLocale.h"
@@ -30,7 +31,7 @@ private:
     SystemLibrariesOnly systemLibrariesOnly_;
     WindowsProgram program_;
     WindowsFiles files_{program_.folder()};
-    ProfileEngine profile_{files_, "\r\n"};
+    ProfileEngine profile_{files_, "\r\n", windowsCodePage()};
     WindowsSingleInstance instances_;
     WindowsClock clock_;
     WindowsLocale locale_;

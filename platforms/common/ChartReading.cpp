@@ -19,14 +19,15 @@ void goOn(Chart& chart, ReadingStep step) {
     case ReadingStep::First:
         return chart.setReadRow(0);
     case ReadingStep::Last:
-        return chart.setReadRow(chart.rowCount() - 1);
+        return chart.setReadRow(chart.filledRows() - 1);
     }
 }
 
 std::string spokenName(const Chart& chart) {
     const std::string reading = chart.reading();
-    const bool both = !chart.title().empty() && !reading.empty();
-    return chart.title() + (both ? ". " : "") + reading;
+    const std::string said = reading.empty() ? chart.summary() : reading;
+    const bool both = !chart.drawnTitle().empty() && !said.empty();
+    return chart.drawnTitle() + (both ? ". " : "") + said;
 }
 
 } // namespace tarvik::face

@@ -13,7 +13,8 @@ enum class ReadingStep { Back, On, PageBack, PageOn, First, Last };
 
 void goOn(Chart& chart, ReadingStep step);
 
-/// What a screen reader says of a chart: its title and what is read off.
+/// What a screen reader says of a chart: its title, and what is read off; while nothing is, what
+/// the chart draws.
 std::string spokenName(const Chart& chart);
 
 } // namespace tarvik::face

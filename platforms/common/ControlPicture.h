@@ -50,6 +50,7 @@ protected:
             return;
         }
         if (context_.takesInput()) {
+            const AskingScope asking(context_, &control_.form());
             action();
         }
         if (!detached_) {

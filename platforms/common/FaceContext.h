@@ -1,5 +1,9 @@
 #pragma once
 
+namespace tarvik {
+class Form;
+}
+
 namespace tarvik::face {
 
 /// What all windows of the face share.
@@ -12,6 +16,9 @@ struct FaceContext {
     int dialogs = 0;
     /// The user's session is ending: nobody is asked any more.
     bool ending = false;
+    /// The form whose user is being answered: before its window stand the boxes that come of it.
+    /// Null for what no user has begun.
+    const Form* asking = nullptr;
 
     bool takesInput() const { return busy == 0 && dialogs == 0; }
     bool timersRun() const { return busy == 0; }
@@ -27,6 +34,22 @@ public:
 
 private:
     FaceContext& context_;
+};
+
+/// Answers the user of a form, or does what nobody has asked for, for its own lifetime.
+class AskingScope {
+public:
+    AskingScope(FaceContext& context, const Form* form)
+        : context_(context), before_(context.asking) {
+        context_.asking = form;
+    }
+    ~AskingScope() { context_.asking = before_; }
+    AskingScope(const AskingScope&) = delete;
+    AskingScope& operator=(const AskingScope&) = delete;
+
+private:
+    FaceContext& context_;
+    const Form* before_;
 };
 
 /// Counts as an open dialog for its own lifetime.

@@ -201,6 +201,23 @@ std::optional<std::optional<std::string_view>> ProfileEdits::value(std::string_v
     return std::nullopt;
 }
 
+ProfileEdits ProfileEdits::converted(std::string (*convert)(std::string_view)) const {
+    ProfileEdits result = *this;
+    for (Section& section : result.sections_) {
+        section.name = convert(section.name);
+        if (section.lines) {
+            for (std::string& line : *section.lines) {
+                line = convert(line);
+            }
+        }
+        for (auto& [key, value] : section.keys) {
+            key = convert(key);
+            value = convert(value);
+        }
+    }
+    return result;
+}
+
 ProfilePieces ProfileEdits::applied(const ProfileText& text, std::string_view lineEnd) const {
     Composer composer(text, lineEnd);
     for (const Section& edited : sections_) {

@@ -44,6 +44,9 @@ public:
     std::optional<std::optional<std::string_view>> value(std::string_view section,
                                                          std::string_view key) const;
 
+    /// The same writes with every text converted.
+    ProfileEdits converted(std::string (*convert)(std::string_view)) const;
+
     /// The text with all writes applied. `lineEnd` is for a text that has none.
     ProfilePieces applied(const ProfileText& text, std::string_view lineEnd) const;
 

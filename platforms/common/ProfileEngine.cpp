@@ -8,6 +8,9 @@ namespace tarvik {
 
 namespace {
 
+/// How often a write is tried on a file that another program changes all the time.
+constexpr int attempts = 5;
+
 /// A NUL counts too: the texts of these operations end there.
 bool hasLineBreak(std::string_view text) {
     return text.find_first_of(std::string_view("\r\n\0", 3)) != std::string_view::npos;
@@ -90,8 +93,8 @@ std::int32_t leadingInteger(std::string_view text) {
 
 } // namespace
 
-ProfileEngine::ProfileEngine(Files& files, std::string lineEnd)
-    : files_(files), lineEnd_(std::move(lineEnd)) {}
+ProfileEngine::ProfileEngine(Files& files, std::string lineEnd, CodePage codePage)
+    : files_(files), lineEnd_(std::move(lineEnd)), codePage_(codePage) {}
 
 void ProfileEngine::forget() {
     text_.reset();
@@ -115,19 +118,22 @@ bool ProfileEngine::reload(const std::string& file) {
     if (file.empty()) {
         return false;
     }
-    const std::optional<FileStamp> stamp = files_.stamp(file);
+    const Version stamp = files_.stamp(file);
     std::string bytes;
     if (stamp ? files_.read(file, bytes).has_value() : files_.Dir(file) != FileKind::None) {
         return false;
     }
+    if (stamp && bytes.empty() && stamp->identity == filled_) {
+        return false;
+    }
+    filled_ = stamp && !bytes.empty() ? stamp->identity : filled_;
+    const ProfileForm form = formOf(bytes);
+    bytes = textOf(std::move(bytes), form);
     if (bytes.size() > ProfileText::longest) {
         return false;
     }
-    auto text = std::make_unique<ProfileText>(std::move(bytes));
-    if (text->isWide()) {
-        return false;
-    }
-    text_ = std::move(text);
+    text_ = std::make_unique<ProfileText>(std::move(bytes));
+    form_ = form;
     file_ = file;
     stamp_ = stamp;
     return true;
@@ -149,12 +155,30 @@ std::optional<std::string_view> ProfileEngine::find(std::string_view section, st
         blind_ = blind_ || file == updateFile_;
         return std::nullopt;
     }
+    if (updating_ && file == updateFile_) {
+        noteBasis();
+    }
+    return form_ == ProfileForm::Bytes ? findInText(section, key) : findConverted(section, key);
+}
+
+std::optional<std::string_view> ProfileEngine::findInText(std::string_view section,
+                                                          std::string_view key) const {
     const ProfileSection* found = text_->section(section);
     if (found == nullptr) {
         return std::nullopt;
     }
     const auto line = text_->key(*found, key);
     return line && line->hasValue ? std::optional(strippedValue(line->value)) : std::nullopt;
+}
+
+std::optional<std::string_view> ProfileEngine::findConverted(std::string_view section,
+                                                             std::string_view key) {
+    const auto value = findInText(codePage_.toUtf8(section), codePage_.toUtf8(key));
+    if (!value) {
+        return std::nullopt;
+    }
+    converted_ = codePage_.fromUtf8(*value);
+    return converted_;
 }
 
 std::uint32_t ProfileEngine::GetPrivateProfileStringA(std::string_view section,
@@ -227,13 +251,14 @@ bool ProfileEngine::WritePrivateProfileSectionA(std::string_view section, std::s
     return write(file, [&](ProfileEdits& edits) { edits.writeSection(section, cutLines(lines)); });
 }
 
-void ProfileEngine::beginReading(const std::string& file) {
+bool ProfileEngine::beginReading(const std::string& file) {
     try {
         // What is in memory may be old; a file that cannot be read is tried anew by each reader.
         reading_ = load(file);
     } catch (const std::bad_alloc&) {
         forget();
     }
+    return reading_;
 }
 
 void ProfileEngine::endReading() {
@@ -244,6 +269,8 @@ void ProfileEngine::beginUpdate(const std::string& file) {
     edits_.clear();
     updating_ = false;
     blind_ = false;
+    basis_.reset();
+    overtaken_ = false;
     try {
         updateFile_ = file;
         updating_ = true;
@@ -253,31 +280,78 @@ void ProfileEngine::beginUpdate(const std::string& file) {
     }
 }
 
-bool ProfileEngine::commitUpdate() {
+/// Whatever an update writes may rest on what it has read: all of that must be of one version.
+void ProfileEngine::noteBasis() {
+    if (!basis_) {
+        basis_ = stamp_;
+    }
+    overtaken_ = overtaken_ || *basis_ != stamp_;
+}
+
+UpdateOutcome ProfileEngine::commitUpdate() {
     updating_ = false;
     const ProfileEdits edits = std::exchange(edits_, ProfileEdits());
     if (blind_) {
         // The number of the newest record was not there to be read, say: the edits would put
         // another in its place.
-        return false;
+        return UpdateOutcome::Failed;
+    }
+    if (edits.empty()) {
+        return UpdateOutcome::Written;
     }
     try {
-        return edits.empty() || commit(updateFile_, edits);
+        if (!basis_) {
+            return commit(updateFile_, edits) ? UpdateOutcome::Written : UpdateOutcome::Failed;
+        }
+        return overtaken_ ? UpdateOutcome::Overtaken : commitOnce(updateFile_, edits, basis_);
     } catch (const std::bad_alloc&) {
         forget();
-        return false;
+        return UpdateOutcome::Failed;
     }
 }
 
+/// What another program wrote since the text was read is kept: the edits, which rest on nothing
+/// that was read, go on top of it.
 bool ProfileEngine::commit(const std::string& file, const ProfileEdits& edits) {
-    // What another program wrote since the text was read is kept: the edits go on top of it.
-    if (!load(file)) {
-        return false;
+    UpdateOutcome outcome = UpdateOutcome::Overtaken;
+    for (int i = 0; i < attempts && outcome == UpdateOutcome::Overtaken; ++i) {
+        outcome = commitOnce(file, edits, std::nullopt);
     }
-    const ProfilePieces pieces = edits.applied(*text_, lineEnd_);
-    const bool written = !files_.replace(file, pieces.parts()).has_value();
+    return outcome == UpdateOutcome::Written;
+}
+
+/// Replaces the file by its text with the edits, in the file's own form.
+bool ProfileEngine::replaceBy(const std::string& file, const ProfileEdits& edits,
+                              const LastLook& stillRight) {
+    if (form_ == ProfileForm::Bytes) {
+        const ProfilePieces pieces = edits.applied(*text_, lineEnd_);
+        return !files_.replaceIf(file, pieces.parts(), stillRight).has_value();
+    }
+    const ProfileEdits own = edits.converted(codePage_.toUtf8);
+    const std::string bytes = bytesOf(own.applied(*text_, lineEnd_).parts(), form_);
+    return !files_.replaceIf(file, {bytes}, stillRight).has_value();
+}
+
+/// With a basis, only over that version of the file.
+UpdateOutcome ProfileEngine::commitOnce(const std::string& file, const ProfileEdits& edits,
+                                        const std::optional<Version>& basis) {
+    if (!load(file)) {
+        return UpdateOutcome::Failed;
+    }
+    if (basis && *basis != stamp_) {
+        return UpdateOutcome::Overtaken;
+    }
+    bool overtaken = false;
+    const auto unchanged = [&] {
+        overtaken = files_.stamp(file) != stamp_;
+        return !overtaken;
+    };
+    const bool written = replaceBy(file, edits, unchanged);
     forget();
-    return written;
+    if (overtaken) {
+        return UpdateOutcome::Overtaken;
+    }
+    return written ? UpdateOutcome::Written : UpdateOutcome::Failed;
 }
 
 } // namespace tarvik

@@ -71,13 +71,7 @@ std::optional<ProfileKey> keyOfLine(std::string_view line) {
 }
 
 ProfileText::ProfileText(std::string bytes) : bytes_(std::move(bytes)) {
-    if (!isWide()) {
-        findSections();
-    }
-}
-
-bool ProfileText::isWide() const {
-    return bytes_.starts_with("\xFF\xFE") || bytes_.starts_with("\xFE\xFF");
+    findSections();
 }
 
 TextRange ProfileText::rangeOf(std::string_view part) const {

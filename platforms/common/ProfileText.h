@@ -60,10 +60,6 @@ public:
     /// the text has none at all.
     std::string_view lineEndBefore(std::uint32_t offset) const;
 
-    /// The text begins with the mark of a form that is not one byte a character. Such a text has no
-    /// sections.
-    bool isWide() const;
-
 private:
     /// A line without its line end, and where the next one begins.
     struct Line {

@@ -154,6 +154,11 @@ std::optional<LineTotals> ScriptedConnections::lineTotals(std::uint32_t handle) 
     return line == nullptr ? std::nullopt : line->totals;
 }
 
+std::uint32_t ScriptedConnections::carrierOf(std::uint32_t handle) {
+    const Connection* line = connection(handle);
+    return line == nullptr || connection(line->carrier) == nullptr ? 0 : line->carrier;
+}
+
 std::uint32_t ScriptedConnections::RasGetEntryDialParamsA(const char*, RASDIALPARAMSA* parameters,
                                                           bool* passwordFound) {
     parametersAsked.push_back(*parameters);
@@ -193,7 +198,11 @@ std::uint32_t ScriptedConnections::RasDialA(RASDIALEXTENSIONS* extensions, const
     if (!hasEntry(parameters->szEntryName)) {
         return ras::unknownEntry;
     }
-    *handle = connect(parameters->szEntryName);
+    const auto running =
+        std::find_if(connections.begin(), connections.end(), [&](const Connection& line) {
+            return joinsRunning && line.entryName == parameters->szEntryName;
+        });
+    *handle = running == connections.end() ? connect(parameters->szEntryName) : running->handle;
     return ras::success;
 }
 

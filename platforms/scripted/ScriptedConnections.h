@@ -26,6 +26,7 @@ public:
         std::uint32_t state = ras::connected;
         RAS_STATS statistics{};
         std::optional<LineTotals> totals; ///< for a line whose service counts beyond 32 bits
+        std::uint32_t carrier = 0;        ///< handle of the connection that it lies within
     };
 
     std::vector<Entry> entries;
@@ -36,11 +37,16 @@ public:
     std::map<std::uint32_t, std::string> errorTexts;
     /// Leaves this handle behind a failed dial; 0 leaves none.
     std::uint32_t handleOfFailedDial = 0;
+    /// A dial of an entry that is up gives the handle of that connection, as the system's service
+    /// does; else it makes another.
+    bool joinsRunning = false;
     /// Asks for room for one connection more at each enumeration that is too small, until all fit;
     /// else for the whole room at once.
     bool asksForOneMore = false;
     /// Answers every enumeration of connections with 603, however large the buffer.
     bool neverSatisfied = false;
+    /// Gives a connection that stays up another handle now and then; the test does so.
+    bool renumbersConnections = true;
     /// Fills whole name fields, without a NUL at the end.
     bool namesWithoutNul = false;
     /// Runs while a dial is under way.
@@ -76,6 +82,8 @@ public:
     std::uint32_t RasGetConnectStatusA(std::uint32_t handle, RASCONNSTATUSA* status) override;
     std::uint32_t RasGetConnectionStatistics(std::uint32_t handle, RAS_STATS* statistics) override;
     std::optional<LineTotals> lineTotals(std::uint32_t handle) override;
+    std::uint32_t carrierOf(std::uint32_t handle) override;
+    bool renumbers() const override { return renumbersConnections; }
     std::uint32_t RasGetEntryDialParamsA(const char* phoneBook, RASDIALPARAMSA* parameters,
                                          bool* passwordFound) override;
     std::uint32_t RasDialA(RASDIALEXTENSIONS* extensions, const char* phoneBook,

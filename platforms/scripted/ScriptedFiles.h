@@ -2,6 +2,7 @@
 
 #include "ports/Files.h"
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -24,6 +25,10 @@ public:
     std::string file(const std::string& path) const;
     bool exists(const std::string& path) const;
 
+    /// What other programs do: asked with a port operation's name and its path before the
+    /// operation, and with "LastLook" before what a replacement asks last, if it asks anything.
+    std::function<void(const std::string& operation, const std::string& path)> meanwhile;
+
     /// Every replacement fails with this, until it is nothing again.
     FileResult replaceFailure;
     /// So many replacements still succeed before `replaceFailure` holds.
@@ -39,12 +44,16 @@ public:
     FileKind Dir(const std::string& path) override;
     std::optional<FileStamp> stamp(const std::string& path) override;
     FileResult read(const std::string& path, std::string& bytes) override;
-    FileResult replace(const std::string& path,
-                       const std::vector<std::string_view>& pieces) override;
+    FileResult replaceIf(const std::string& path, const std::vector<std::string_view>& pieces,
+                         const LastLook& stillRight) override;
     FileResult FileCopy(const std::string& source, const std::string& target) override;
+    FileResult Name(const std::string& path, const std::string& newPath) override;
     FileResult Kill(const std::string& path) override;
 
 private:
+    FileKind kindOf(const std::string& path) const;
+    void tell(const std::string& operation, const std::string& path);
+
     struct Node {
         FileKind kind = FileKind::File;
         std::string bytes;

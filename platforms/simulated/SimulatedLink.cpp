@@ -108,7 +108,7 @@ std::uint32_t SimulatedLink::RasGetConnectionStatistics(std::uint32_t handle,
     if (line == nullptr) {
         return ras::invalidHandle;
     }
-    const std::uint64_t age = now_() - line->connectedAt;
+    const std::uint64_t age = stillAge_.value_or(now_() - line->connectedAt);
     const TrafficBytes bytes = line->traffic.at(age);
     *statistics = {};
     statistics->dwSize = RAS_STATS::size;

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace tarvik {
@@ -22,6 +23,10 @@ public:
     /// Lives by the machine's own steady clock.
     explicit SimulatedLink(std::uint64_t seed);
     SimulatedLink(std::uint64_t seed, Now now, Sleep sleep);
+
+    /// From now on every line is that old, in milliseconds, however long it is up: what it has
+    /// carried stands still, and every run counts the same.
+    void standStillAt(std::uint64_t age) { stillAge_ = age; }
 
     std::uint32_t RasEnumEntriesA(const char* reserved, const char* phoneBook, void* buffer,
                                   std::uint32_t* bytes, std::uint32_t* count) override;
@@ -49,6 +54,7 @@ private:
     std::uint32_t connect(const SimulatedEntry& entry);
 
     std::uint64_t seed_;
+    std::optional<std::uint64_t> stillAge_;
     Now now_;
     Sleep sleep_;
     std::vector<Line> lines_;

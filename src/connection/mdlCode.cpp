@@ -173,4 +173,15 @@ void ShowRasErrorMessage(const std::string& FunctionName, std::uint32_t Code) {
     });
 }
 
+void CopyStringToByte(std::span<char> Target, std::string_view Text, std::size_t Size) {
+    guarded("CopyStringToByte", [&] {
+        for (std::size_t i = 0; i <= Size; ++i) {
+            if (i >= Target.size()) {
+                raise(ErrorNumber::SubscriptOutOfRange);
+            }
+            Target[i] = i < Size && i < Text.size() ? Text[i] : '\0';
+        }
+    });
+}
+
 } // namespace tarvik

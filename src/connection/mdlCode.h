@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tarvik {
@@ -29,5 +31,9 @@ std::string RasErrorMessage(std::uint32_t Code);
 
 /// Shows that a call of the service failed.
 void ShowRasErrorMessage(const std::string& FunctionName, std::uint32_t Code);
+
+/// Copies at most `Size` characters into `Target` and fills up with NULs to index `Size`, which is
+/// always NUL: the target needs `Size` + 1 bytes, else error 9 is reported here.
+void CopyStringToByte(std::span<char> Target, std::string_view Text, std::size_t Size);
 
 } // namespace tarvik

@@ -2,6 +2,7 @@
 
 #include "connection/mdlCode.h"
 #include "monitor/mdlCodeToggle.h"
+#include "monitor/mdlSessions.h"
 #include "ports/ConnectionProvider.h"
 #include "ports/Desktop.h"
 #include "ports/Platform.h"
@@ -44,13 +45,17 @@ std::uint32_t dial(RASDIALPARAMSA& parameters) {
     RASDIALEXTENSIONS extensions{
         .dwSize = RASDIALEXTENSIONS::size, .dwfOptions = 0, .hwndParent = 0, .reserved = 0};
     std::uint32_t handle = 0;
+    const auto before = ConnectedSessions();
     platform().desktop.runBlocking([&] {
         code = connections.RasDialA(&extensions, nullptr, &parameters, 0, nullptr, &handle);
     });
-    std::uint32_t count = 0;
     if (code != ras::success) {
         ShowRasErrorMessage("RasDial", code);
-    } else if (InitRas(0, count) != ras::success) {
+        return handle;
+    }
+    NoteDial(handle, before);
+    std::uint32_t count = 0;
+    if (InitRas(0, count) != ras::success) {
         MsgBox(std::string("Error: Re-initialisation of RAS failed.") + CR +
                    "DialIn process may have failed.",
                MsgBoxButtons::OkOnly, MsgBoxIcon::Critical);
@@ -74,6 +79,7 @@ void hangUpIfConnected(std::uint32_t handle) {
     code = connections.RasHangUpA(handle);
     if (code == ras::success) {
         state().ConnectionActive = false;
+        NoteHangUp(handle);
     } else {
         ShowRasErrorMessage("RasHangUp", code);
         ToggleMonitoringActive(false);

@@ -3,10 +3,12 @@
 #include "ports/Platform.h"
 #include "ports/Program.h"
 #include "startup/mdlTools.h"
+#include "types/Text.h"
 #include "ui/controls/Form.h"
 
 #include <algorithm>
 #include <array>
+#include <span>
 
 namespace tarvik {
 
@@ -16,12 +18,12 @@ constexpr std::size_t fileBufferSize = 2048;
 constexpr std::size_t titleBufferSize = 260;
 constexpr const char* errorSource = "clsFileDialg.ShowFileDialog";
 
-struct ErrorText {
-    std::uint32_t number;
+struct LibraryText {
+    std::uint32_t id;
     const char* text;
 };
 
-constexpr std::array<ErrorText, 17> errorTexts{{
+constexpr std::array<LibraryText, 17> dialogTexts{{
     {clsDialogError::cancelled, "The dialog was cancelled."},
     {0xFFFF, "The dialog could not be shown."},
     {0x0001, "The size of the dialog's record is not known."},
@@ -40,6 +42,12 @@ constexpr std::array<ErrorText, 17> errorTexts{{
     {0x3002, "The file name is not valid."},
     {0x3003, "Buffer too small.\r\nPlease select less files."},
 }};
+
+/// The texts of a library, whose name counts in any case; none for one that is not there.
+std::span<const LibraryText> textsOf(const std::string& module) {
+    return equalWithoutCase(module, dialogLibrary) ? std::span<const LibraryText>(dialogTexts)
+                                                   : std::span<const LibraryText>();
+}
 
 /// The parts between NULs, up to the first empty one.
 std::vector<std::string> partsOf(const std::string& buffer) {
@@ -93,8 +101,7 @@ void clsFileDialog::ShowFileDialog(Show show) {
     guarded("ShowFileDialog", [&] {
         error_.Clear();
         if (FileName.size() >= fileBufferSize) {
-            error_.Raise(CommonDialogs::bufferTooSmall, errorSource,
-                         GetString(CommonDialogs::bufferTooSmall));
+            raiseCode(CommonDialogs::bufferTooSmall);
             return;
         }
         std::string filter = Filter + "||";
@@ -149,17 +156,20 @@ void clsFileDialog::takeChoice(const std::string& buffer, const std::string& tit
 }
 
 void clsFileDialog::takeFailure() {
-    const std::uint32_t code = platform().dialogs.CommDlgExtendedError();
-    const std::uint32_t number = code == 0 ? clsDialogError::cancelled : code;
-    error_.Raise(number, errorSource, GetString(number));
+    raiseCode(platform().dialogs.CommDlgExtendedError());
 }
 
-std::string GetString(std::uint32_t Number) {
+void clsFileDialog::raiseCode(std::uint32_t code) {
+    const std::uint32_t number = code == 0 ? clsDialogError::cancelled : code;
+    error_.Raise(number, errorSource, GetString(dialogLibrary, number), code);
+}
+
+std::string GetString(const std::string& Module, std::uint32_t Id) {
     return guarded("GetString", std::string(), [&](std::string& result) {
-        const auto found =
-            std::find_if(errorTexts.begin(), errorTexts.end(),
-                         [&](const ErrorText& each) { return each.number == Number; });
-        if (found != errorTexts.end()) {
+        const std::span<const LibraryText> texts = textsOf(Module);
+        const auto found = std::find_if(texts.begin(), texts.end(),
+                                        [&](const LibraryText& each) { return each.id == Id; });
+        if (found != texts.end()) {
             result = found->text;
         }
     });

@@ -76,13 +76,20 @@ private:
     void ShowFileDialog(Show show);
     void takeChoice(const std::string& buffer, const std::string& title);
     void takeFailure();
+    /// Records what the desktop's code means; 0 is a cancelled dialog.
+    void raiseCode(std::uint32_t code);
 
     std::uint32_t flags_ = 0;
     clsDialogError error_;
 };
 
-/// What an error number of a file dialog means; empty for a number that is not known.
-std::string GetString(std::uint32_t Number);
+/// The library whose texts explain the errors of a file dialog, by their numbers.
+inline constexpr const char* dialogLibrary = "CMDLGDE.DLL";
+
+/// A message text of a resource library; empty when there is no such library or no such text in it.
+/// The program brings its one library, `dialogLibrary`, along as a table: nothing is loaded from
+/// the machine.
+std::string GetString(const std::string& Module, std::uint32_t Id);
 
 /// Places a dialog in the middle of the window that owns it; where nobody owns it, it stays.
 ScreenRect DlgPosit(const ScreenRect& Dialog, const ScreenRect& Owner);

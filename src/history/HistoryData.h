@@ -36,9 +36,10 @@ struct ImportedHistory {
 /// What the history window remembers.
 struct HistoryData {
     ImportedHistory log;
-    bool imported = false; ///< an import has succeeded
-    Long start = 0;        ///< first record of the chart; 0 before the first import
-    Long stop = 0;         ///< last record of the chart
+    bool imported = false;     ///< an import has succeeded
+    Long start = 0;            ///< first record of the chart; 0 before the first import
+    Long stop = 0;             ///< last record of the chart
+    std::uint32_t imports = 0; ///< grows whenever `log` becomes another
     /// Grows whenever the chart is filled anew, so that an older filling knows that it is.
     std::uint32_t plots = 0;
     bool refilling = false; ///< the list of units is made anew: its selection is not the user's

@@ -151,8 +151,8 @@ std::vector<std::string> columnLabels() {
 
 using Columns = std::vector<std::vector<double>>;
 
-/// The values of all rows; nothing when one could not be calculated, or when the chart was filled
-/// anew while events were handled.
+/// The values of all rows, or of those before the first that could not be calculated; nothing when
+/// the chart was filled anew while events were handled.
 std::optional<Columns> calculate(std::size_t columnCount) {
     constexpr int recordsBetweenEvents = 10;
     HistoryData& data = window().data;
@@ -168,7 +168,8 @@ std::optional<Columns> calculate(std::size_t columnCount) {
         for (std::size_t column = 0; column < columnCount; ++column) {
             const Value value = cellValue(r, column == 1);
             if (!value) {
-                return std::nullopt;
+                columns.front().resize(columns.back().size()); // a row is there as a whole
+                return columns;
             }
             columns[column].push_back(value->toDouble());
         }
@@ -176,15 +177,55 @@ std::optional<Columns> calculate(std::size_t columnCount) {
     return columns;
 }
 
+/// What the values are measured in; empty for a unit that there is not.
+std::string unitOfValues() {
+    static constexpr std::array<const char*, unitCount> bytes{"bytes", "kilo-bytes", "mega-bytes",
+                                                              "giga-bytes"};
+    static constexpr std::array<const char*, unitCount> times{"milli-seconds", "seconds", "minutes",
+                                                              "hours"};
+    if (window().cboDataType.listIndex() == Percentual) {
+        return "%";
+    }
+    const auto unit = static_cast<std::size_t>(window().cboTransferUnit.listIndex());
+    if (unit >= unitCount || !asksForQuantity(false)) {
+        return {};
+    }
+    return window().cboDataToShow.listIndex() == Duration ? times[unit] : bytes[unit];
+}
+
+/// Date and time of the record at that place, as far as they were recorded.
+std::string momentOf(std::size_t place) {
+    const ImportedHistory& log = window().data.log;
+    if (place >= log.date.size() || place >= log.time.size()) {
+        return {};
+    }
+    const std::string date(log.date[place]);
+    const std::string time(log.time[place]);
+    return date + (date.empty() || time.empty() ? "" : " ") + time;
+}
+
+/// Shows the columns in a row for each record of the range; where they end early, the other rows
+/// stay empty.
 void fill(const Columns& columns, const std::vector<std::string>& labels) {
     Chart& chart = window().mscHistory;
+    const HistoryData& data = window().data;
     const auto rows = static_cast<int>(columns.front().size());
+    const std::int32_t start = data.start.value();
     chart.setReadRow(Chart::none);
     chart.setLocale(platform().locale.data());
     chart.setColumnCount(static_cast<int>(columns.size()));
-    chart.setRowCount(rows);
-    const Long start = window().data.start;
-    chart.setRowLabels([start](int row) { return toText(start + row); });
+    chart.setRowCount(0); // no value of the ones before stays
+    chart.setRowCount((data.stop - data.start + 1).value());
+    chart.setFilledRows(rows);
+    chart.setFirstRow(start);
+    chart.setRowNotes([start, imports = data.imports](int row) {
+        // The next import may be there already, and its values not yet.
+        const bool same = window().data.imports == imports;
+        const int place = start - 1 + row;
+        return same ? momentOf(static_cast<std::size_t>(place)) : std::string();
+    });
+    chart.setUnit(unitOfValues());
+    chart.setEmptyText("Record " + chart.rowName(0) + " could not be calculated.");
     for (int column = 0; column < chart.columnCount(); ++column) {
         const auto place = static_cast<std::size_t>(column);
         chart.setColumnLabel(column, labels[place]);
@@ -251,6 +292,14 @@ void PlotRows() {
             fill(*columns, labels);
         }
     });
+}
+
+void ClearDiagram() {
+    ++window().data.plots; // whoever fills the chart at this moment does it for other records
+    Chart& chart = window().mscHistory;
+    chart.setRowCount(0);
+    chart.setEmptyText(FrmHistory::chartHint);
+    chart.showData();
 }
 
 void SetAxis() {

@@ -9,8 +9,12 @@ namespace tarvik {
 void InitDiagram();
 
 /// Fills the chart with the values of the chosen records, as the lists of the window say. Does
-/// nothing before an import. Where a value cannot be calculated, the chart keeps what it shows.
+/// nothing before an import. Where a value cannot be calculated, the chart shows the records before
+/// it and leaves the places of the others empty.
 void PlotRows();
+
+/// Takes everything off the chart: what it showed is no longer what was imported.
+void ClearDiagram();
 
 /// Writes the title of the values: what is shown, and in which unit.
 void SetAxis();

@@ -7,6 +7,7 @@
 #include "ports/Locale.h"
 #include "ports/Platform.h"
 #include "ports/Program.h"
+#include "startup/mdlConst.h"
 #include "startup/mdlTools.h"
 #include "types/Convert.h"
 #include "types/Text.h"
@@ -72,6 +73,18 @@ void write(const std::string& file, const std::vector<std::string>& pieces) {
     }
 }
 
+/// Whether the file may be written. The dialog has asked about the name that was chosen; where the
+/// extension makes another of it, and there is such a file, nobody has asked yet.
+bool mayReplace(const std::string& name, const std::string& chosen) {
+    const FileKind there = platform().files.Dir(name);
+    if (name == chosen || there == FileKind::None || there == FileKind::Directory) {
+        return true; // a directory is not replaced, which writing tells
+    }
+    const std::string title = name.substr(name.find_last_of("/\\") + 1);
+    return MsgBox(title + " already exists." + CR + "Do you want to replace it?",
+                  MsgBoxButtons::YesNo, MsgBoxIcon::Exclamation) == MsgBoxAnswer::Yes;
+}
+
 } // namespace
 
 std::optional<std::string> ChooseExportFile() {
@@ -88,7 +101,8 @@ std::optional<std::string> ChooseExportFile() {
     dialog.ShowSave();
     const std::uint32_t error = dialog.DialogError().Number();
     if (error == 0) {
-        return WithExportExtension(dialog.FileName, dialog.FilterIndex);
+        const std::string name = WithExportExtension(dialog.FileName, dialog.FilterIndex);
+        return mayReplace(name, dialog.FileName) ? std::optional(name) : std::nullopt;
     }
     if (error != clsDialogError::cancelled) {
         MsgBox("Assertion failure in function \"cmdExport_Click\".", MsgBoxButtons::OkOnly,

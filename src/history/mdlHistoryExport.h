@@ -6,8 +6,8 @@
 
 namespace tarvik {
 
-/// Lets the user choose a file for the records; nothing when none was chosen. An error of the
-/// dialog is reported.
+/// Lets the user choose a file for the records; nothing when none was chosen, or when one that is
+/// there shall stay. An error of the dialog is reported.
 std::optional<std::string> ChooseExportFile();
 
 /// The name with the ending of such files where the filter for them (1) was chosen and the name

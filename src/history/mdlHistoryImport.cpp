@@ -1,5 +1,6 @@
 #include "history/mdlHistoryImport.h"
 
+#include "history/mdlHistoryChart.h"
 #include "history/mdlHistoryLog.h"
 #include "history/mdlHistoryWork.h"
 #include "history/mdlIPAddresses.h"
@@ -112,6 +113,7 @@ private:
 };
 
 void takeOver(LogReader& reader) {
+    ++forms().frmHistory.data.imports;
     forms().frmHistory.data.log = reader.takeLog();
     ListRecords(reader.recordsRead());
 }
@@ -126,6 +128,7 @@ bool ImportHistory(Long Count) {
                 return;
             }
         } catch (const RunTimeError&) {
+            ClearDiagram();
             takeOver(reader);
             throw;
         }

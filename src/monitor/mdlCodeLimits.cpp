@@ -1,6 +1,7 @@
 #include "monitor/mdlCodeLimits.h"
 
 #include "connection/mdlCodeDial.h"
+#include "monitor/mdlSessions.h"
 #include "startup/mdlConst.h"
 #include "startup/mdlTools.h"
 #include "startup/mdlVar.h"
@@ -71,6 +72,7 @@ void checkLimits() {
         ToggleFormVisibility(forms().frmWarning, true);
     }
     if (s.TransferLimitHangUp != 0 && s.ConnectionActive) {
+        ReadTheOthers();
         HangUp();
     }
 }

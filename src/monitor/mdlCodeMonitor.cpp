@@ -15,7 +15,9 @@
 #include "ui/mdlGUI.h"
 #include "ui/mdlGUIStatistics.h"
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 namespace tarvik {
 
@@ -76,47 +78,113 @@ std::string sessionText() {
     return toText(s.BytesSentCurrent + s.BytesRcvdCurrent);
 }
 
-bool userCountsTheSession() {
+bool userCountsTheSession(const std::string& bytes) {
     return MsgBox(std::string("Monitoring has been started and an active connection with transfer "
                               "has been detected.") +
                       CR + CR +
                       "If you have already monitored this online-session with Tarvik then" + CR +
                       "this may result in an unwanted offset of the recorded transfer." + CR + CR +
-                      "Do you want to use (record) the this online-session (" + sessionText() +
-                      " bytes)?" + CR + "(Press NO if you restarted Tarvik.)",
+                      "Do you want to use (record) the this online-session (" + bytes + " bytes)?" +
+                      CR + "(Press NO if you restarted Tarvik.)",
                   MsgBoxButtons::YesNo, MsgBoxIcon::Question) == MsgBoxAnswer::Yes;
 }
 
-void leaveOutWhatHasPassed() {
-    State& s = state();
-    s.BytesRcvdOffset = s.BytesRcvdCurrent;
-    s.BytesSentOffset = s.BytesSentCurrent;
-    s.DurationOffset = s.DurationCurrent;
-    s.BytesRcvdOffsetBeyond = s.BytesRcvdBeyond;
-    s.BytesSentOffsetBeyond = s.BytesSentBeyond;
-    s.DurationOffsetBeyond = s.DurationBeyond;
+std::vector<std::uint32_t> firstHandles(std::uint32_t count) {
+    std::vector<std::uint32_t> handles;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        handles.push_back(connectionAt(i).hrasconn);
+    }
+    return handles;
+}
+
+/// A hang-up within the tick enumerates the connections again: they may have moved, or be gone.
+std::uint32_t indexOf(std::uint32_t handle) {
+    const auto& connections = state().RasConnections;
+    const auto found = std::find_if(connections.begin(), connections.end(),
+                                    [&](const RASCONNA& one) { return one.hrasconn == handle; });
+    return static_cast<std::uint32_t>(found - connections.begin());
+}
+
+/// Watches whether the program ends at a box of the tick. Its state is saved then, and nothing may
+/// change it, show a window or move the file any more.
+class ProgramEnd {
+public:
+    bool hasCome() const { return running_ && !forms().frmMain.loaded(); }
+
+private:
+    bool running_ = forms().frmMain.loaded();
+};
+
+/// All connections that were up when the tick began, but for those that it has hung up itself.
+void readConnections(std::uint32_t count, FailedCall& failed, bool& result) {
+    const ProgramEnd end;
+    for (const std::uint32_t handle : firstHandles(count)) {
+        if (end.hasCome()) {
+            return;
+        }
+        const std::uint32_t index = indexOf(handle);
+        if (index < state().RasConnections.size() && !HungUpInTick(handle)) {
+            readConnection(index, failed, result);
+        }
+    }
+}
+
+/// What is taken off the counters, as it stands now; it can be put back.
+class OffsetsBefore {
+public:
+    void putBack() const {
+        State& s = state();
+        s.BytesRcvdOffset = rcvd_;
+        s.BytesSentOffset = sent_;
+        s.DurationOffset = duration_;
+        s.BytesRcvdOffsetBeyond = rcvdBeyond_;
+        s.BytesSentOffsetBeyond = sentBeyond_;
+        s.DurationOffsetBeyond = durationBeyond_;
+    }
+
+private:
+    Long rcvd_ = state().BytesRcvdOffset;
+    Long sent_ = state().BytesSentOffset;
+    Long duration_ = state().DurationOffset;
+    Currency rcvdBeyond_ = state().BytesRcvdOffsetBeyond;
+    Currency sentBeyond_ = state().BytesSentOffsetBeyond;
+    Currency durationBeyond_ = state().DurationOffsetBeyond;
+};
+
+/// While the question is open the session counts as declined: that is what is saved when the user's
+/// session ends before the answer.
+void askAboutTheSession() {
+    // Where the figure cannot be told nobody is asked, and the session counts.
+    const std::string bytes = sessionText();
+    const OffsetsBefore before;
+    LeaveOutWhatHasPassed();
+    if (userCountsTheSession(bytes)) {
+        before.putBack();
+        CountWhatHasPassed();
+    }
 }
 
 } // namespace
 
 bool UpdateStats() {
     return guarded("UpdateStats", false, [](bool& result) {
+        const ProgramEnd end;
         state().ConnectionActive = false;
         FailedCall failed;
         std::uint32_t count = 0;
         const std::uint32_t code = InitRas(0, count);
         if (code != ras::success) {
             failed = {"RasEnumConnections", code};
-        } else if (count == 0) {
-            HandleOnline();
+        } else {
+            BeginTick(count);
+            if (count == 0) {
+                HandleOnline();
+            }
+            readConnections(count, failed, result);
         }
-        if (code == ras::success) {
-            ForgetEndedSessions(count);
-        }
-        for (std::uint32_t i = 0; code == ras::success && i < count; ++i) {
-            readConnection(i, failed, result);
-        }
-        if (!failed.name.empty()) {
+        if (!failed.name.empty() && !end.hasCome()) {
+            // What ended in this tick is in the totals, and no other tick may come.
+            UpdateValuesInGUI(true, false, false);
             ShowRasErrorMessage(failed.name, failed.code);
             ToggleMonitoringActive(false);
         }
@@ -125,6 +193,7 @@ bool UpdateStats() {
 
 bool HandleOnline(std::uint32_t Index, const RAS_STATS& Statistics) {
     return guarded("HandleOnline", false, [&](bool& result) {
+        const ProgramEnd end;
         State& s = state();
         s.ConnectionActive = true;
         SetActiveConnection(Index);
@@ -136,13 +205,22 @@ bool HandleOnline(std::uint32_t Index, const RAS_STATS& Statistics) {
         TakeCounters(connection, session);
         if (s.LogIPAddress != 0 && s.FirstOnlineUpdate) {
             s.IPAddress = ObtainIP(s.HostName);
+            if (end.hasCome()) {
+                return;
+            }
         }
         const bool ask = s.FirstOnlineUpdate && firstOnlineUpdate();
         s.DialInStarted = false;
-        if (ask && !userCountsTheSession()) {
-            leaveOutWhatHasPassed();
+        if (ask) {
+            askAboutTheSession();
+            if (end.hasCome()) {
+                return;
+            }
         }
         CheckReset();
+        if (end.hasCome()) {
+            return;
+        }
         CheckLimits();
         UpdateGUI();
         result = true;

@@ -3,11 +3,15 @@
 #include "monitor/mdlDateCalc.h"
 #include "ports/Clock.h"
 #include "ports/Platform.h"
+#include "ports/Program.h"
 #include "settings/mdlSettingsBackup.h"
 #include "startup/mdlConst.h"
 #include "startup/mdlTools.h"
 #include "startup/mdlVar.h"
 #include "ui/mdlGUI.h"
+#include "ui/mdlSysTray.h"
+
+#include <utility>
 
 namespace tarvik {
 
@@ -18,6 +22,42 @@ bool userResetsWithoutBackup() {
                       "However - An error occured while trying to create the backup-file." + CR +
                       "Do you want to reset the transfers recorded anyway?",
                   MsgBoxButtons::YesNo, MsgBoxIcon::Question) == MsgBoxAnswer::Yes;
+}
+
+void tell(const std::string& text) {
+    ShowBalloonTip(text, "Velmars Tarvik", informationIcon, balloonMilliseconds);
+}
+
+/// Before a reset that may come from a date misread, the file is put aside as it is. False when
+/// that cannot be done: the reset then waits for it.
+bool fileIsKept() {
+    State& s = state();
+    if (s.FileOfDoubtfulReset.empty()) {
+        return true;
+    }
+    std::string copy;
+    if (!keepIniFile(s.FileOfDoubtfulReset, copy)) {
+        if (!std::exchange(s.ResetWaitTold, true)) {
+            tell(std::string("The date of the last reset may be misread. The totals are not reset "
+                             "before a copy of the file can be made.") +
+                 CR + s.FileOfDoubtfulReset);
+        }
+        return false;
+    }
+    if (!copy.empty()) {
+        tell(std::string("The date of the last reset may be misread: another language writes it "
+                         "differently. Before the reset of the totals the file was copied to ") +
+             CR + copy.substr(copy.rfind(platform().program.pathSeparator()) + 1));
+    }
+    return true;
+}
+
+/// The backup is the copy then.
+void tellOfDoubt() {
+    if (!state().FileOfDoubtfulReset.empty()) {
+        tell("The date of the last reset may be misread: another language writes it differently. "
+             "The file as it was before the reset of the totals is the backup of today.");
+    }
 }
 
 } // namespace
@@ -34,11 +74,18 @@ void CheckReset() {
         }
         // Without a backup and without the user's word the question comes again with the next tick:
         // the reset is not lost.
-        if (s.TransferResetBackup != 0 && !BackupINIFile() && !userResetsWithoutBackup()) {
+        if (s.TransferResetBackup != 0) {
+            if (BackupINIFile()) {
+                tellOfDoubt();
+            } else if (!userResetsWithoutBackup()) {
+                return;
+            }
+        } else if (!fileIsKept()) {
             return;
         }
         ResetTransfers(true);
         s.TransferResetLast = today;
+        s.FileOfDoubtfulReset.clear();
     });
 }
 

@@ -1,78 +1,30 @@
 #include "monitor/mdlSessions.h"
 
+#include "monitor/mdlReadings.h"
 #include "ports/Platform.h"
+#include "startup/mdlTools.h"
 #include "startup/mdlVar.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <limits>
-#include <optional>
 #include <span>
+#include <utility>
+#include <vector>
 
 namespace tarvik {
 
 namespace {
 
+using Handles = std::vector<std::uint32_t>;
+
 constexpr std::uint64_t largestLong = std::numeric_limits<std::int32_t>::max();
 /// Half of what a Currency holds: totals have room beside it.
 constexpr std::uint64_t largestSession = INT64_MAX / Currency::scale / 2;
 
-/// What a counter of 32 bits has gained, also when it has passed its end meanwhile.
-std::uint32_t gained(std::uint32_t before, std::uint32_t now) {
-    return now - before;
-}
-
-/// Frames take a thousand times longer than bytes to pass their end: where both have fallen, they
-/// were counted anew.
-bool anewRcvd(const RAS_STATS& before, const RAS_STATS& now) {
-    return now.dwBytesRcved < before.dwBytesRcved && now.dwFramesRcved < before.dwFramesRcved;
-}
-
-bool anewSent(const RAS_STATS& before, const RAS_STATS& now) {
-    return now.dwBytesXmited < before.dwBytesXmited && now.dwFramesXmited < before.dwFramesXmited;
-}
-
-/// The time since the connection was established never falls, but starts again at its end after
-/// seven weeks. A reading that close to the end is only then the first of another session when
-/// everything else was counted anew, too.
-bool younger(const RAS_STATS& before, const RAS_STATS& now) {
-    constexpr std::uint32_t day = 24 * 60 * 60 * 1000;
-    return now.dwConnectDuration < before.dwConnectDuration &&
-           (gained(before.dwConnectDuration, now.dwConnectDuration) > day ||
-            (anewRcvd(before, now) && anewSent(before, now)));
-}
-
-/// Another program may have cleared the counters, always both directions at once.
-void add(LineTotals& totals, const RAS_STATS& before, const RAS_STATS& now) {
-    const bool cleared = anewRcvd(before, now) || anewSent(before, now);
-    totals.bytesRcvd += cleared ? now.dwBytesRcved : gained(before.dwBytesRcved, now.dwBytesRcved);
-    totals.bytesSent +=
-        cleared ? now.dwBytesXmited : gained(before.dwBytesXmited, now.dwBytesXmited);
-    totals.duration += gained(before.dwConnectDuration, now.dwConnectDuration);
-}
-
-LineTotals totalsOf(const RAS_STATS& statistics) {
-    return {.bytesSent = statistics.dwBytesXmited,
-            .bytesRcvd = statistics.dwBytesRcved,
-            .duration = statistics.dwConnectDuration};
-}
-
-/// Whether figures under a new handle can be of the same session: none of them has fallen.
-bool continues(const LineTotals& before, const LineTotals& now) {
-    return now.duration >= before.duration && now.bytesRcvd >= before.bytesRcvd &&
-           now.bytesSent >= before.bytesSent;
-}
-
-/// Whether a reading is of another session than the one before. `wide` are its figures where the
-/// service counts further than the reading does.
-bool isAnother(const LineSession& session, const RAS_STATS& now,
-               const std::optional<LineTotals>& wide) {
-    if (session.renumbered) {
-        return wide ? !continues(session.totals, *wide)
-                    : !continues(totalsOf(session.last), totalsOf(now));
-    }
-    return wide ? wide->duration < session.totals.duration : younger(session.last, now);
+bool contains(const Handles& handles, std::uint32_t handle) {
+    return std::find(handles.begin(), handles.end(), handle) != handles.end();
 }
 
 LineSession* knownSession(std::uint32_t handle) {
@@ -83,107 +35,273 @@ LineSession* knownSession(std::uint32_t handle) {
     return known == sessions.end() ? nullptr : &*known;
 }
 
+bool isCurrent(const LineSession& session) {
+    return session.connection.hrasconn == state().CountedConnection;
+}
+
 LineSession& sessionOf(const RASCONNA& connection, const RAS_STATS& statistics) {
     LineSession* const known = knownSession(connection.hrasconn);
-    return known != nullptr
-               ? *known
-               : state().LineSessions.emplace_back(LineSession{
-                     .connection = connection, .last = statistics, .totals = totalsOf(statistics)});
+    if (known != nullptr) {
+        return *known;
+    }
+    LineSession made;
+    made.connection = connection;
+    made.last = statistics;
+    made.totals = totalsOf(statistics);
+    return state().LineSessions.emplace_back(made);
+}
+
+Currency capped(std::uint64_t figure) {
+    return Currency::fromWhole(static_cast<std::int64_t>(std::min(figure, largestSession)));
+}
+
+Amount amountOf(const LineTotals& totals) {
+    return {.rcvd = capped(totals.bytesRcvd),
+            .sent = capped(totals.bytesSent),
+            .duration = capped(totals.duration)};
+}
+
+Amount operator-(const Amount& a, const Amount& b) {
+    return {.rcvd = a.rcvd - b.rcvd, .sent = a.sent - b.sent, .duration = a.duration - b.duration};
+}
+
+/// A figure as the counter, which stops at the largest Long, and what it has beyond.
+void split(Currency figure, Long& counter, Currency& beyond) {
+    const Currency held = std::min(figure, capped(largestLong));
+    counter = static_cast<std::int32_t>(held.integralPart());
+    beyond = figure - held;
+}
+
+void setOffset(const Amount& offset) {
+    State& s = state();
+    split(offset.rcvd, s.BytesRcvdOffset, s.BytesRcvdOffsetBeyond);
+    split(offset.sent, s.BytesSentOffset, s.BytesSentOffsetBeyond);
+    split(offset.duration, s.DurationOffset, s.DurationOffsetBeyond);
+}
+
+Amount currentOffset() {
+    const State& s = state();
+    return {.rcvd = s.BytesRcvdOffsetBeyond + s.BytesRcvdOffset,
+            .sent = s.BytesSentOffsetBeyond + s.BytesSentOffset,
+            .duration = s.DurationOffsetBeyond + s.DurationOffset};
+}
+
+/// What counts of a session after a reading. What it has carried within another one since the
+/// reading before counts there.
+void recount(LineSession& session) {
+    const Amount totals = amountOf(session.totals);
+    if (state().DeclinedInTick) {
+        session.offset = totals;
+    } else if (platform().connections.carrierOf(session.connection.hrasconn) != 0) {
+        session.offset = totals - session.counted;
+    }
+    session.counted = totals - session.offset;
+}
+
+/// Moves what counted of a session that is over into the totals.
+void keep(LineSession& session) {
+    State& s = state();
+    if (isCurrent(session)) {
+        ResetTransfers(false);
+        return;
+    }
+    s.BytesRcvdTotal = s.BytesRcvdTotal + session.counted.rcvd;
+    s.BytesSentTotal = s.BytesSentTotal + session.counted.sent;
+    s.DurationTotal = s.DurationTotal + session.counted.duration;
+    session.offset = session.counted = {};
 }
 
 bool sameEntry(const RASCONNA& a, const RASCONNA& b) {
     return std::strncmp(a.szEntryName, b.szEntryName, sizeof a.szEntryName) == 0;
 }
 
-/// The counted session lives on under a handle that is new for the same entry, if there is one.
-bool renumberCounted(std::span<const RASCONNA> up) {
-    State& s = state();
-    LineSession* const counted = knownSession(s.CountedConnection);
+/// The session lives on under a handle that is new for the same entry, if there is one.
+bool renumber(LineSession& session, std::span<const RASCONNA> up, std::uint32_t dialled) {
+    if (session.hungUp || !platform().connections.renumbers()) {
+        return false;
+    }
     const auto next = std::find_if(up.begin(), up.end(), [&](const RASCONNA& one) {
-        return counted != nullptr && knownSession(one.hrasconn) == nullptr &&
-               sameEntry(one, counted->connection);
+        return one.hrasconn != dialled && knownSession(one.hrasconn) == nullptr &&
+               sameEntry(one, session.connection);
     });
     if (next == up.end()) {
         return false;
     }
-    counted->connection = *next;
-    counted->renumbered = true;
-    s.CountedConnection = next->hrasconn;
+    if (isCurrent(session)) {
+        state().CountedConnection = next->hrasconn;
+    }
+    session.connection = *next;
+    session.renumbered = true;
     return true;
 }
 
-/// A figure as the counter, which stops at the largest Long, and what it has beyond.
-void take(std::uint64_t figure, Long& counter, Currency& beyond) {
-    const std::uint64_t whole = std::min(figure, largestSession);
-    const std::uint64_t held = std::min(whole, largestLong);
-    counter = static_cast<std::int32_t>(held);
-    beyond = Currency::fromWhole(static_cast<std::int64_t>(whole - held));
+void noteHungUpSessions() {
+    Handles& hungUp = state().HungUpConnections;
+    for (LineSession& one : state().LineSessions) {
+        one.hungUp = one.hungUp || contains(hungUp, one.connection.hrasconn);
+    }
+    hungUp.clear();
 }
 
-/// Moves what was counted of a connection when the tick began into the totals, also when the
-/// figures of another one that is up have taken its place since.
-void foldCounted(std::uint32_t handle) {
-    State& s = state();
-    if (s.CountedConnection == handle) {
-        ResetTransfers(false);
-    } else if (s.Displaced.connection == handle) {
-        s.BytesRcvdTotal = s.BytesRcvdTotal + s.Displaced.bytesRcvd;
-        s.BytesSentTotal = s.BytesSentTotal + s.Displaced.bytesSent;
-        s.DurationTotal = s.DurationTotal + s.Displaced.duration;
-        // What was declined was of the session that is over.
-        s.BytesRcvdOffset = s.BytesSentOffset = s.DurationOffset = 0;
-        s.BytesRcvdOffsetBeyond = s.BytesSentOffsetBeyond = s.DurationOffsetBeyond = 0;
-        s.Displaced = {};
+/// The program's own dial, if its connection is up by now: forgotten then.
+std::uint32_t takeDialled(const Handles& listed) {
+    std::uint32_t& dialled = state().DialledConnection;
+    return contains(listed, dialled) ? std::exchange(dialled, 0) : 0;
+}
+
+void endSession(LineSession& session, bool otherIsUp) {
+    const bool current = isCurrent(session);
+    if (!current || otherIsUp) {
+        keep(session);
+    }
+    if (current) {
+        state().CountedConnection = 0;
     }
 }
 
 } // namespace
 
+void BeginTick(std::uint32_t Count) {
+    State& s = state();
+    const std::span<const RASCONNA> all(s.RasConnections);
+    const auto up = all.first(std::min<std::size_t>(Count, all.size()));
+    s.DeclinedInTick = false;
+    s.UnreadConnections.clear();
+    for (const RASCONNA& one : up) {
+        s.UnreadConnections.push_back(one.hrasconn);
+    }
+    noteHungUpSessions();
+    const std::uint32_t dialled = takeDialled(s.UnreadConnections);
+    Handles over;
+    for (LineSession& one : s.LineSessions) {
+        const std::uint32_t handle = one.connection.hrasconn;
+        if (handle == dialled ||
+            (!contains(s.UnreadConnections, handle) && !renumber(one, up, dialled))) {
+            endSession(one, !up.empty());
+            over.push_back(handle);
+        }
+    }
+    std::erase_if(s.LineSessions,
+                  [&](const LineSession& one) { return contains(over, one.connection.hrasconn); });
+}
+
 LineTotals CarryOn(const RASCONNA& Connection, const RAS_STATS& Statistics) {
     const auto wide = platform().connections.lineTotals(Connection.hrasconn);
     LineSession& session = sessionOf(Connection, Statistics);
+    if (isCurrent(session)) {
+        session.offset = currentOffset();
+    }
     if (isAnother(session, Statistics, wide)) {
-        foldCounted(Connection.hrasconn);
+        keep(session);
         session.totals = totalsOf(Statistics);
+        session.hungUp = false;
     } else {
-        add(session.totals, session.last, Statistics);
+        addGain(session.totals, session.last, Statistics);
     }
     session.totals = wide.value_or(session.totals);
     session.last = Statistics;
     session.renumbered = false;
+    recount(session);
+    std::erase(state().UnreadConnections, Connection.hrasconn);
     return session.totals;
 }
 
 void TakeCounters(const RASCONNA& Connection, const LineTotals& Session) {
     State& s = state();
-    if (s.CountedConnection != Connection.hrasconn && s.Displaced.connection == 0) {
-        s.Displaced = {.connection = s.CountedConnection,
-                       .bytesRcvd = CountedRcvd(),
-                       .bytesSent = CountedSent(),
-                       .duration = CountedDuration()};
-    }
     s.CountedConnection = Connection.hrasconn;
-    take(Session.bytesRcvd, s.BytesRcvdCurrent, s.BytesRcvdBeyond);
-    take(Session.bytesSent, s.BytesSentCurrent, s.BytesSentBeyond);
-    take(Session.duration, s.DurationCurrent, s.DurationBeyond);
+    const Amount figures = amountOf(Session);
+    split(figures.rcvd, s.BytesRcvdCurrent, s.BytesRcvdBeyond);
+    split(figures.sent, s.BytesSentCurrent, s.BytesSentBeyond);
+    split(figures.duration, s.DurationCurrent, s.DurationBeyond);
+    if (const LineSession* const known = knownSession(Connection.hrasconn)) {
+        setOffset(known->offset);
+    }
 }
 
-void ForgetEndedSessions(std::uint32_t Count) {
+void LeaveOutWhatHasPassed() {
     State& s = state();
-    s.Displaced = {};
-    const std::span<const RASCONNA> all(s.RasConnections);
-    const auto up = all.first(std::min<std::size_t>(Count, all.size()));
-    const auto ended = [&](std::uint32_t handle) {
-        return std::none_of(up.begin(), up.end(),
-                            [&](const RASCONNA& one) { return one.hrasconn == handle; });
-    };
-    if (!up.empty() && s.CountedConnection != 0 && ended(s.CountedConnection) &&
-        !renumberCounted(up)) {
-        ResetTransfers(false);
-        s.CountedConnection = 0;
+    s.DeclinedInTick = true;
+    s.BytesRcvdOffset = s.BytesRcvdCurrent;
+    s.BytesSentOffset = s.BytesSentCurrent;
+    s.DurationOffset = s.DurationCurrent;
+    s.BytesRcvdOffsetBeyond = s.BytesRcvdBeyond;
+    s.BytesSentOffsetBeyond = s.BytesSentBeyond;
+    s.DurationOffsetBeyond = s.DurationBeyond;
+    if (LineSession* const known = knownSession(s.CountedConnection)) {
+        recount(*known);
     }
-    std::erase_if(s.LineSessions,
-                  [&](const LineSession& one) { return ended(one.connection.hrasconn); });
+}
+
+void CountWhatHasPassed() {
+    State& s = state();
+    s.DeclinedInTick = false;
+    if (LineSession* const known = knownSession(s.CountedConnection)) {
+        known->offset = currentOffset();
+        recount(*known);
+    }
+}
+
+void ReadTheOthers() {
+    ConnectionProvider& connections = platform().connections;
+    const std::vector<RASCONNA> listed = state().RasConnections;
+    const Handles unread = state().UnreadConnections;
+    for (const RASCONNA& one : listed) {
+        RASCONNSTATUSA status{};
+        status.dwSize = RASCONNSTATUSA::size;
+        RAS_STATS statistics{};
+        statistics.dwSize = RAS_STATS::size;
+        if (contains(unread, one.hrasconn) &&
+            connections.RasGetConnectStatusA(one.hrasconn, &status) == ras::success &&
+            status.rasconnstate == ras::connected &&
+            connections.RasGetConnectionStatistics(one.hrasconn, &statistics) == ras::success) {
+            CarryOn(one, statistics);
+        }
+    }
+}
+
+void NoteHangUp(std::uint32_t Handle) {
+    state().HungUpConnections.push_back(Handle);
+}
+
+bool HungUpInTick(std::uint32_t Handle) {
+    return contains(state().HungUpConnections, Handle);
+}
+
+std::vector<std::uint32_t> ConnectedSessions() {
+    Handles connected;
+    for (const LineSession& one : state().LineSessions) {
+        const std::uint32_t handle = one.connection.hrasconn;
+        RASCONNSTATUSA status{};
+        status.dwSize = RASCONNSTATUSA::size;
+        if (!one.hungUp && !HungUpInTick(handle) &&
+            platform().connections.RasGetConnectStatusA(handle, &status) == ras::success &&
+            status.rasconnstate == ras::connected) {
+            connected.push_back(handle);
+        }
+    }
+    return connected;
+}
+
+void NoteDial(std::uint32_t Handle, const std::vector<std::uint32_t>& Before) {
+    if (!contains(Before, Handle)) {
+        state().DialledConnection = Handle;
+    }
+}
+
+void KeepOtherSessions() {
+    guarded("KeepOtherSessions", [] {
+        const State& s = state();
+        if (s.FirstOnlineUpdate && s.CountedConnection != 0 && !s.DialInStarted) {
+            // It was to be asked about, and a box before the question was still open.
+            LeaveOutWhatHasPassed();
+        }
+        for (LineSession& one : state().LineSessions) {
+            if (!isCurrent(one)) {
+                keep(one);
+                one.offset = amountOf(one.totals);
+            }
+        }
+    });
 }
 
 } // namespace tarvik

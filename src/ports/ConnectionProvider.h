@@ -156,6 +156,18 @@ public:
         return std::nullopt;
     }
 
+    /// The handle of the connection that carries this one: what this one carries passes there, too.
+    /// 0 where none does or the service does not tell. A connection that carries another is listed
+    /// after it.
+    virtual std::uint32_t carrierOf(std::uint32_t handle) {
+        static_cast<void>(handle);
+        return 0;
+    }
+
+    /// Whether a connection that stays up may get another handle. Where it never does, a new handle
+    /// is a new connection.
+    virtual bool renumbers() const { return true; }
+
     /// Fills in the user name, password and domain stored for the entry that the record names;
     /// `passwordFound` tells whether a password is stored. 623 when there is no such entry.
     virtual std::uint32_t RasGetEntryDialParamsA(const char* phoneBook, RASDIALPARAMSA* parameters,

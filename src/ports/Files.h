@@ -3,6 +3,7 @@
 #include "types/RunTimeError.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,8 +25,13 @@ struct FileStamp {
 };
 
 /// The outcome of a file operation: nothing when it succeeded, else the run-time error number it
-/// stands for (FileNotFound, DiskFull, PermissionDenied, PathFileAccess, PathNotFound).
+/// stands for (FileNotFound, FileAlreadyExists, DiskFull, PermissionDenied, PathFileAccess,
+/// PathNotFound).
 using FileResult = std::optional<ErrorNumber>;
+
+/// Asked last, directly before a new file takes the place of the old one; false leaves the old one
+/// there. May be asked more than once; empty asks nothing.
+using LastLook = std::function<bool()>;
 
 /// Whole files on disk. Paths are bytes in the system's code page. No operation throws.
 class Files {
@@ -46,11 +52,21 @@ public:
     /// A read-only file, a directory or device of that name, a full disk: an error, and what was
     /// there stays. An error of the very last flush leaves the new content, which a power cut may
     /// undo. What a kill left of earlier replacements in that folder is swept up.
-    virtual FileResult replace(const std::string& path,
-                               const std::vector<std::string_view>& pieces) = 0;
+    FileResult replace(const std::string& path, const std::vector<std::string_view>& pieces) {
+        return replaceIf(path, pieces, {});
+    }
+
+    /// The same if `stillRight` says so once everything is ready; PathFileAccess if it does not.
+    virtual FileResult replaceIf(const std::string& path,
+                                 const std::vector<std::string_view>& pieces,
+                                 const LastLook& stillRight) = 0;
 
     /// Copies a file over `target`; complete and flushed, or not at all.
     virtual FileResult FileCopy(const std::string& source, const std::string& target) = 0;
+
+    /// Gives a file another name in its folder, which nothing has yet: FileAlreadyExists if
+    /// something does, and both stay.
+    virtual FileResult Name(const std::string& path, const std::string& newPath) = 0;
 
     /// Deletes a file.
     virtual FileResult Kill(const std::string& path) = 0;

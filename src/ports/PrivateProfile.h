@@ -6,6 +6,10 @@
 
 namespace tarvik {
 
+/// What became of the writes of an update. `Overtaken`: another program changed the file after it
+/// was read for them, so that they would not fit it; whoever reads again may write again.
+enum class UpdateOutcome { Written, Failed, Overtaken };
+
 /// Private-profile (INI) files: `[section]` lines, `key=value` lines, lookup without regard to
 /// case, the first match wins. `file` is a full path; an empty one finds nothing and cannot be
 /// written. No operation throws.
@@ -39,32 +43,35 @@ public:
 
     /// From here on readers of `file` need not look whether another program has written to it,
     /// until `endReading`: many keys are read fast, and from one state of the file. Readings do not
-    /// nest.
-    virtual void beginReading(const std::string& file) = 0;
+    /// nest. False when the file cannot be read: each reader then tries anew.
+    virtual bool beginReading(const std::string& file) = 0;
     virtual void endReading() = 0;
 
     /// From here on writes to `file` are collected and seen by the readers, but reach the file only
     /// at `commitUpdate`, in one atomic replacement. Updates do not nest.
     virtual void beginUpdate(const std::string& file) = 0;
 
-    /// Writes what was collected since `beginUpdate`; false when that cannot be written: the file
-    /// is then as it was and the collected writes are forgotten. True when nothing was to be
-    /// written.
-    virtual bool commitUpdate() = 0;
+    /// Writes what was collected since `beginUpdate`, if the file is still the one that was read
+    /// since then. If that is not done, the file is as it was and the collected writes are
+    /// forgotten. `Written` also when nothing was to be written.
+    virtual UpdateOutcome commitUpdate() = 0;
 };
 
 /// Reads of one scope come from one state of the file, apart from what the scope itself writes.
 class ProfileReading {
 public:
-    ProfileReading(PrivateProfile& profile, const std::string& file) : profile_(profile) {
-        profile_.beginReading(file);
-    }
+    ProfileReading(PrivateProfile& profile, const std::string& file)
+        : profile_(profile), readable_(profile.beginReading(file)) {}
     ~ProfileReading() { profile_.endReading(); }
     ProfileReading(const ProfileReading&) = delete;
     ProfileReading& operator=(const ProfileReading&) = delete;
 
+    /// The file can be read, or there is none.
+    bool readable() const { return readable_; }
+
 private:
     PrivateProfile& profile_;
+    bool readable_;
 };
 
 /// Collects the writes of one scope into a single replacement of the file. A scope that is left
@@ -78,11 +85,11 @@ public:
     ProfileUpdate(const ProfileUpdate&) = delete;
     ProfileUpdate& operator=(const ProfileUpdate&) = delete;
 
-    /// True when everything collected is safely in the file.
-    bool commit() {
+    /// `Written` when everything collected is safely in the file.
+    UpdateOutcome commit() {
         const bool wasOpen = open_;
         open_ = false;
-        return !wasOpen || profile_.commitUpdate();
+        return wasOpen ? profile_.commitUpdate() : UpdateOutcome::Written;
     }
 
 private:

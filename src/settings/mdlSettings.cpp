@@ -29,15 +29,6 @@ auto converted(Convert&& convert) -> std::optional<decltype(convert())> {
     }
 }
 
-std::string iniFileCandidate() {
-    Program& program = platform().program;
-    std::string path = program.folder();
-    if (path.empty() || path.back() != program.pathSeparator()) {
-        path += program.pathSeparator();
-    }
-    return path + IniFileBaseName;
-}
-
 template <class Enumeration>
 std::string numberOf(Enumeration value) {
     return wholeToText(static_cast<std::uint8_t>(value));
@@ -88,13 +79,22 @@ constexpr std::array<WrittenSetting, 19> writtenSettings{{
 
 } // namespace
 
+std::string usualIniFile() {
+    Program& program = platform().program;
+    std::string path = program.folder();
+    if (path.empty() || path.back() != program.pathSeparator()) {
+        path += program.pathSeparator();
+    }
+    return path + IniFileBaseName;
+}
+
 void SetIniFileName(bool bCreate, bool bAsk) {
     guarded("SetIniFileName", [&] {
         if (bAsk) {
             state().IniFileName = ShowIniFileDialog();
             return;
         }
-        const std::string candidate = iniFileCandidate();
+        const std::string candidate = usualIniFile();
         const FileKind kind = platform().files.Dir(candidate);
         if (kind == FileKind::Directory) {
             MsgBox("Error: INI file exists as directory.", MsgBoxButtons::OkOnly,

@@ -11,6 +11,9 @@ namespace tarvik {
 /// user picks the file, and `IniFileName` is empty if none was picked.
 void SetIniFileName(bool bCreate, bool bAsk);
 
+/// Full path of the file in the program's folder, whether it is there or not.
+std::string usualIniFile();
+
 /// The key's value, its first 127 characters at most; "" when there is none.
 std::string GetStringFromINI(const std::string& Section, const std::string& Key);
 
@@ -31,7 +34,8 @@ bool GetLocked();
 bool SetLocked(bool bLocked);
 
 /// Loads settings and totals and shows them in the options dialog and the main window. True when a
-/// file was found and read to its end.
+/// file was found and read to its end. A file that is there and cannot be read is not written over
+/// in this run.
 bool LoadState();
 
 /// Writes all settings, each only after the one before; true when all were written.

@@ -3,39 +3,122 @@
 #include "ports/Clock.h"
 #include "ports/Files.h"
 #include "ports/Platform.h"
+#include "ports/PrivateProfile.h"
 #include "settings/mdlSettingsLog.h"
+#include "startup/mdlConst.h"
 #include "startup/mdlTools.h"
 #include "startup/mdlVar.h"
 #include "types/Convert.h"
 #include "types/Text.h"
 
+#include <algorithm>
+#include <array>
+#include <optional>
 #include <string_view>
+#include <vector>
 
 namespace tarvik {
 
 namespace {
+
+/// So many files of one day are kept.
+constexpr int mostNumbers = 1000;
 
 std::string todayText() {
     const CivilTime today = platform().clock.currentDate().civil();
     return wholeToText(today.year) + "-" + wholeToText(today.month) + "-" + wholeToText(today.day);
 }
 
-/// The date goes before the ending where the file has the usual one, else behind the name.
-std::string backupName(const std::string& iniFileName) {
+/// The name with this behind a point, before the ending where the file has the usual one.
+std::string nameWith(const std::string& file, const std::string& addition) {
     constexpr std::string_view ending = ".INI";
-    const std::string_view name = iniFileName;
+    const std::string_view name = file;
     if (name.size() > ending.size() &&
         upperCase(name.substr(name.size() - ending.size())) == ending) {
         const std::size_t stem = name.size() - ending.size();
-        return iniFileName.substr(0, stem) + "." + todayText() + iniFileName.substr(stem);
+        return file.substr(0, stem) + "." + addition + file.substr(stem);
     }
-    return iniFileName + "." + todayText();
+    return file + "." + addition;
+}
+
+std::string numberedName(const std::string& file, const std::string& date, int number) {
+    return nameWith(file, date + "." + wholeToText(number));
+}
+
+/// The key's value, as the program reads it from its own file.
+std::string textFrom(const std::string& file, const std::string& section, const std::string& key) {
+    std::array<char, 128> buffer;
+    const std::uint32_t count = platform().profile.GetPrivateProfileStringA(
+        section, key, "", buffer.data(), buffer.size(), file);
+    return {buffer.data(), count};
+}
+
+/// Name and values of every record that the file's index leads to; nothing where the file cannot be
+/// read.
+std::optional<std::vector<std::string>> recordsOf(const std::string& file) {
+    std::vector<std::string> records;
+    const ProfileReading reading(platform().profile, file);
+    if (!reading.readable()) {
+        return std::nullopt;
+    }
+    const std::int32_t count =
+        platform().profile.GetPrivateProfileIntA(SettingsSection, "LastDateStamp", 0, file);
+    for (std::int32_t n = 1; n <= count; ++n) {
+        const std::string section = textFrom(file, SettingsSection, "DateStamp" + wholeToText(n));
+        if (section.empty()) {
+            break; // the index has no gaps, so that this is its end
+        }
+        std::string record = section;
+        for (const char* key : {"Sent", "Rcvd", "Duration", "IPAddress"}) {
+            record += '\n' + textFrom(file, section, key);
+        }
+        records.push_back(std::move(record));
+    }
+    return records;
+}
+
+/// The first file holds a record that the second lacks; raises PathFileAccess where either cannot
+/// be read.
+bool holdsOtherRecords(const std::string& first, const std::string& second) {
+    const auto theirs = recordsOf(first);
+    const auto ours = recordsOf(second);
+    if (!theirs || !ours) {
+        raise(ErrorNumber::PathFileAccess);
+    }
+    return theirs->size() > ours->size() ||
+           !std::equal(theirs->begin(), theirs->end(), ours->begin());
 }
 
 void raiseIfFailed(const FileResult& result) {
     if (result) {
         raise(*result);
     }
+}
+
+/// What stands under the backup's name stays under that name with a number.
+void moveAside(const std::string& iniFileName, const std::string& date) {
+    FileResult result = ErrorNumber::FileAlreadyExists;
+    for (int number = 1; result == ErrorNumber::FileAlreadyExists && number <= mostNumbers;
+         ++number) {
+        result = platform().files.Name(nameWith(iniFileName, date),
+                                       numberedName(iniFileName, date, number));
+    }
+    raiseIfFailed(result);
+}
+
+/// Copies the file until no other program has changed it meanwhile: what is deleted afterwards is
+/// what the copy holds.
+void copyWhole(const std::string& source, const std::string& target) {
+    constexpr int attempts = 5;
+    Files& files = platform().files;
+    for (int i = 0; i < attempts; ++i) {
+        const std::optional<FileStamp> before = files.stamp(source);
+        raiseIfFailed(files.FileCopy(source, target));
+        if (files.stamp(source) == before) {
+            return;
+        }
+    }
+    raise(ErrorNumber::PathFileAccess);
 }
 
 } // namespace
@@ -52,11 +135,41 @@ bool BackupINIFile() {
             return;
         }
         Files& files = platform().files;
+        const std::string date = todayText();
+        const std::string target = nameWith(source, date);
+        const FileKind there = files.Dir(target);
+        if (there == FileKind::Other) {
+            // It may be a backup that is out of reach for a moment.
+            raise(ErrorNumber::PathFileAccess);
+        }
+        if (there == FileKind::File && holdsOtherRecords(target, source)) {
+            moveAside(source, date);
+        }
         // The copy is complete and on the disk before the original goes.
-        raiseIfFailed(files.FileCopy(source, backupName(source)));
+        copyWhole(source, target);
         raiseIfFailed(files.Kill(source));
         result = true;
     });
+}
+
+bool keepIniFile(const std::string& file, std::string& copy) {
+    Files& files = platform().files;
+    copy.clear();
+    const FileKind kind = files.Dir(file);
+    if (kind != FileKind::File) {
+        return kind == FileKind::None;
+    }
+    const std::string date = todayText();
+    copy = nameWith(file, date);
+    FileKind there = files.Dir(copy);
+    for (int number = 1; there != FileKind::None && number <= mostNumbers; ++number) {
+        if (there == FileKind::Other) {
+            return false; // what has the name may be out of reach for a moment only
+        }
+        copy = numberedName(file, date, number);
+        there = files.Dir(copy);
+    }
+    return there == FileKind::None && !files.FileCopy(file, copy).has_value();
 }
 
 } // namespace tarvik

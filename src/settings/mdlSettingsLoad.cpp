@@ -1,8 +1,11 @@
 #include "settings/mdlSettings.h"
 
+#include "ports/Clock.h"
+#include "ports/Files.h"
 #include "ports/Locale.h"
 #include "ports/Platform.h"
 #include "ports/PrivateProfile.h"
+#include "settings/mdlSettingsBackup.h"
 #include "startup/mdlConst.h"
 #include "startup/mdlTools.h"
 #include "startup/mdlVar.h"
@@ -80,6 +83,13 @@ void loadLimits() {
     loadFlag("TransferLimitHangUp", s.TransferLimitHangUp, options.chkTransferLimitHangUp);
 }
 
+/// A date of the last reset that another language may have written: it is none here, or lies after
+/// today, or would be written differently here. No text is no date of anybody's.
+bool isDoubtful(const std::string& text, Date read) {
+    const bool toCome = read.serial() >= platform().clock.currentDate().serial() + 1;
+    return !text.empty() && (toCome || text != toText(read, platform().locale.data()));
+}
+
 void loadReset() {
     State& s = state();
     FrmOptions& options = forms().frmOptions;
@@ -88,6 +98,8 @@ void loadReset() {
     SetComboBox(options.cboTransferReset, static_cast<std::uint8_t>(s.TransferReset));
     loadFlag("TransferResetBackup", s.TransferResetBackup, options.chkTransferResetBackup);
     s.TransferResetLast = Date(GetDateFromINI(SettingsSection, "TransferResetLast").toDouble());
+    const std::string text = GetStringFromINI(SettingsSection, "TransferResetLast");
+    s.FileOfDoubtfulReset = isDoubtful(text, s.TransferResetLast) ? s.IniFileName : "";
 }
 
 void loadTiming() {
@@ -104,12 +116,20 @@ void loadTiming() {
 } // namespace
 
 bool LoadState() {
-    return guarded("LoadState", false, [](bool& result) {
+    const bool loaded = guarded("LoadState", false, [](bool& result) {
         SetIniFileName(false, false);
-        if (state().IniFileName.empty()) {
+        // A file that one look finds and the other does not is there, and out of reach at times.
+        const FileKind kind = platform().files.Dir(usualIniFile());
+        const bool found = !state().IniFileName.empty();
+        state().IniFileUnread = kind == FileKind::Other || (kind == FileKind::File && !found);
+        if (!found) {
             return;
         }
         const ProfileReading reading(platform().profile, state().IniFileName);
+        if (!reading.readable()) {
+            state().IniFileUnread = true;
+            return;
+        }
         loadTotals();
         forms().frmOptions.load();
         loadUnitsAndStartUp();
@@ -118,6 +138,14 @@ bool LoadState() {
         loadTiming();
         result = true;
     });
+    const State& s = state();
+    if (!loaded && !s.IniFileName.empty() && !s.IniFileUnread) {
+        // A value has ended it halfway, and the next save writes the defaults of all that was not
+        // read.
+        std::string copy;
+        keepIniFile(s.IniFileName, copy);
+    }
+    return loaded;
 }
 
 } // namespace tarvik

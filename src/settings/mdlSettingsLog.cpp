@@ -15,6 +15,9 @@ namespace tarvik {
 
 namespace {
 
+/// How often a save is tried while other programs change the file.
+constexpr int attempts = 5;
+
 /// The totals as the main window shows them: finished sessions and the running one.
 struct Record {
     Currency sent;
@@ -102,12 +105,18 @@ bool saveRecord() {
 bool SaveState() {
     return guarded("SaveState", false, [](bool& result) {
         SetIniFileName(true, false);
-        if (state().IniFileName.empty()) {
+        if (state().IniFileName.empty() || state().IniFileUnread) {
             return;
         }
-        ProfileUpdate update(platform().profile, state().IniFileName);
-        const bool written = saveRecord() && SaveSettings();
-        result = update.commit() && written;
+        UpdateOutcome outcome = UpdateOutcome::Overtaken;
+        for (int i = 0; i < attempts && outcome == UpdateOutcome::Overtaken; ++i) {
+            // The number of the newest record is read anew each time: another copy of the program
+            // may have added one.
+            ProfileUpdate update(platform().profile, state().IniFileName);
+            const bool collected = saveRecord() && SaveSettings();
+            outcome = update.commit();
+            result = collected && outcome == UpdateOutcome::Written;
+        }
     });
 }
 

@@ -9,6 +9,8 @@ namespace tarvik {
 
 /// Saves the totals as a new record, unless nothing was ever counted or the newest record holds the
 /// same, and then all settings; the file is replaced once. True when everything is in the file.
+/// False in a run that could not read the file when it was to be loaded, and where other programs
+/// change it all the time.
 bool SaveState();
 
 /// The number of records, which are numbered from 1.

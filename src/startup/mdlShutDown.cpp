@@ -1,5 +1,6 @@
 #include "startup/mdlShutDown.h"
 
+#include "monitor/mdlSessions.h"
 #include "settings/mdlSettings.h"
 #include "settings/mdlSettingsLog.h"
 #include "startup/mdlSingleInstance.h"
@@ -24,6 +25,7 @@ void ShutDown() {
     guarded("ShutDown", [] {
         Forms& f = forms();
         f.frmMain.timUpdateStats.setEnabled(false);
+        KeepOtherSessions();
         if (stateIsSet() && !SaveState()) {
             MsgBox("Warning: State could not be saved.", MsgBoxButtons::OkOnly,
                    MsgBoxIcon::Exclamation);

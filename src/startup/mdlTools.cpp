@@ -83,15 +83,4 @@ std::string StripNull(std::string_view Text) {
     });
 }
 
-void CopyStringToByte(std::span<char> Target, std::string_view Text, std::size_t Size) {
-    guarded("CopyStringToByte", [&] {
-        for (std::size_t i = 0; i <= Size; ++i) {
-            if (i >= Target.size()) {
-                raise(ErrorNumber::SubscriptOutOfRange);
-            }
-            Target[i] = i < Size && i < Text.size() ? Text[i] : '\0';
-        }
-    });
-}
-
 } // namespace tarvik

@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <exception>
 #include <functional>
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -52,9 +51,5 @@ std::string StringWithoutBlanks(const std::string& Text, bool Flag);
 
 /// The text before its first NUL; a text without one is an error (5), reported here.
 std::string StripNull(std::string_view Text);
-
-/// Copies at most `Size` characters into `Target` and fills up with NULs to index `Size`, which is
-/// always NUL: the target needs `Size` + 1 bytes, else error 9 is reported here.
-void CopyStringToByte(std::span<char> Target, std::string_view Text, std::size_t Size);
 
 } // namespace tarvik

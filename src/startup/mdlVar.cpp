@@ -63,7 +63,11 @@ void ResetTransfers(bool ResetAll) {
             s.BytesRcvdTotal = 0;
             s.BytesSentTotal = 0;
             s.DurationTotal = 0;
-            s.Displaced = {};
+        }
+        for (LineSession& one : s.LineSessions) {
+            if (ResetAll || one.connection.hrasconn == s.CountedConnection) {
+                one.offset = one.counted = {};
+            }
         }
     });
 }

@@ -34,20 +34,25 @@ enum class enDateCalc : std::uint8_t {
     EndOfYear = 11,
 };
 
-/// A connection as it was last read, and its figures carried on beyond the record's 32 bits.
+/// Bytes and time together, as the totals have them.
+struct Amount {
+    Currency rcvd;     ///< bytes
+    Currency sent;     ///< bytes
+    Currency duration; ///< milliseconds
+    friend bool operator==(const Amount&, const Amount&) = default;
+};
+
+/// A session: a connection as it was last read, its figures carried on beyond the record's 32 bits,
+/// and what of them counts. Of the session whose figures are the current ones the counters and
+/// offsets of the state tell what counts; these here follow at each reading.
 struct LineSession {
     RASCONNA connection{};
     RAS_STATS last{};
-    LineTotals totals;
+    LineTotals totals;       ///< since it was established
+    Amount offset;           ///< of it, what is not to be counted
+    Amount counted;          ///< the rest, as long as no total has it
     bool renumbered = false; ///< not read again since the service gave it another handle
-};
-
-/// What was counted of a connection whose figures another's have displaced within a tick.
-struct DisplacedSession {
-    std::uint32_t connection = 0; ///< handle; 0 for none
-    Currency bytesRcvd;
-    Currency bytesSent;
-    Currency duration;
+    bool hungUp = false;     ///< by the program: whatever comes next is another session
 };
 
 /// Everything the program knows while it runs, apart from what its windows show. Everything is
@@ -83,8 +88,12 @@ struct State {
     std::vector<LineSession> LineSessions;
     /// The handle of the one whose figures the current ones are; 0 before the first.
     std::uint32_t CountedConnection = 0;
-    /// The one that was counted when the tick began, once another is.
-    DisplacedSession Displaced;
+    /// The handle that the program's own dial gave, until a tick finds it up; 0 for none.
+    std::uint32_t DialledConnection = 0;
+    /// The handles that the tick under way has still to read.
+    std::vector<std::uint32_t> UnreadConnections;
+    /// The handles that the program has hung up since the tick began.
+    std::vector<std::uint32_t> HungUpConnections;
 
     // All finished sessions since the last reset.
     Currency BytesRcvdTotal; ///< bytes
@@ -98,10 +107,16 @@ struct State {
     bool ConnectionActive = false;  ///< a connection was up at the last tick
     bool FirstOnlineUpdate = false; ///< no online tick has been handled in this run
     bool DialInStarted = false;     ///< the program dialled the connection itself
+    bool DeclinedInTick = false;    ///< in this tick the user declined to count what had passed
     bool LimitWarningArmed = false; ///< the limit warning may be shown
     bool ArgRun = false;
     bool ArgMinimise = false;
     bool ArgHelp = false;
+    /// Settings and totals could not be read when they were to be loaded: what stands here is not
+    /// what the file holds, and is not written over it.
+    bool IniFileUnread = false;
+    /// The user was told that a reset waits until the file can be copied.
+    bool ResetWaitTold = false;
 
     // Settings, named as their keys in the file. Bytes that are flags hold 0 or 1.
     TransferUnit UnitTransferCurrent = TransferUnit::Bytes;
@@ -123,6 +138,10 @@ struct State {
     std::uint8_t LogIPAddress = 0;
     std::uint8_t TransferTicker = 0;
     Long TransferTickerValue; ///< mega-bytes
+
+    /// The file from which `TransferResetLast` was loaded, where the date there cannot be the one
+    /// that was meant: another language may have written it. Empty where it can.
+    std::string FileOfDoubtfulReset;
 
     /// Full path of the file in use; empty until `SetIniFileName` sets it.
     std::string IniFileName;

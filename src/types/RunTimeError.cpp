@@ -20,6 +20,8 @@ const char* descriptionOf(ErrorNumber number) {
         return "Internal error";
     case ErrorNumber::FileNotFound:
         return "File not found";
+    case ErrorNumber::FileAlreadyExists:
+        return "File already exists";
     case ErrorNumber::DiskFull:
         return "Disk full";
     case ErrorNumber::PermissionDenied:

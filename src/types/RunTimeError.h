@@ -15,6 +15,7 @@ enum class ErrorNumber : int {
     TypeMismatch = 13,
     Internal = 51,
     FileNotFound = 53,
+    FileAlreadyExists = 58,
     DiskFull = 61,
     PermissionDenied = 70,
     PathFileAccess = 75,

@@ -3,8 +3,9 @@
 namespace tarvik {
 
 namespace {
-constexpr int viewWidth = 88;
-// So that all three views are about as high as each other.
+// A record in one line, with nine digits of bytes each way and an address, is not cut.
+constexpr int viewWidth = 96;
+// The views take turns in one place: about as high as each other, none leaves much of it empty.
 constexpr int chartHeight = 25;
 constexpr int logHeight = 14;
 constexpr int addressesHeight = 20;
@@ -15,8 +16,10 @@ FrmHistory::FrmHistory() : Form("frmHistory", "Velmars Tarvik - History") {
     LayoutNode log = column({
         item(lblCompleteLog),
         item(lvwCompleteLog).wide(viewWidth).tall(logHeight).share(1),
-        grid(2, {item(lblCurrentStart), item(txtCurrentStart).share(1), item(lblCurrentStop),
-                 item(txtCurrentStop)}),
+        item(lblCurrentStart),
+        item(txtCurrentStart),
+        item(lblCurrentStop),
+        item(txtCurrentStop),
         row({item(cmdSetStart), item(cmdSetStop), space(), item(cmdExport)}),
     });
     LayoutNode addresses = column({
@@ -33,10 +36,13 @@ FrmHistory::FrmHistory() : Form("frmHistory", "Velmars Tarvik - History") {
     setLayout(
         column({
                    row({item(optHistory), item(optStatistics), item(optStatisticsIP), space()}),
-                   frame(frameHistory, item(mscHistory).wide(viewWidth).tall(chartHeight).share(1))
+                   deck({
+                            frame(frameHistory,
+                                  item(mscHistory).wide(viewWidth).tall(chartHeight).share(1)),
+                            frame(frameStatistics, std::move(log)),
+                            frame(frameStatisticsIP, std::move(addresses)),
+                        })
                        .share(1),
-                   frame(frameStatistics, std::move(log)).share(1),
-                   frame(frameStatisticsIP, std::move(addresses)).share(1),
                    frame(frameImportSetup, std::move(setup)),
                })
             .share(1));
@@ -51,6 +57,7 @@ FrmHistory::FrmHistory() : Form("frmHistory", "Velmars Tarvik - History") {
              &txtCurrentStart, &txtCurrentStop, &txtStatisticsIP, &cmdSortByIP, &cmdSortByTime}) {
         control->setEnabled(false);
     }
+    mscHistory.setEmptyText(chartHint);
     chkShowXLines.setValue(1);
     chkShowYLines.setValue(1);
     setCancelButton(cmdCancel);

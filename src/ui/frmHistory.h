@@ -25,6 +25,9 @@ public:
         "optStatisticsIP",
         {.caption = "Statistics (IP)", .toolTip = "Show statistics overview", .mnemonic = 'I'}};
 
+    /// Stands in the chart before there is anything to draw.
+    static constexpr const char* chartHint =
+        "Nothing to show yet. Press \"Import...\" to read the recorded connections.";
     Frame frameHistory{*this, "frameHistory", {}};
     Chart mscHistory{*this,
                      "mscHistory",

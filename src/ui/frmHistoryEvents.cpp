@@ -70,9 +70,17 @@ void showChosenView(const char* name) {
         const bool log = !window().optHistory.value() && window().optStatistics.value();
         const bool addresses =
             !window().optHistory.value() && !log && window().optStatisticsIP.value();
-        window().frameHistory.setVisible(!log && !addresses);
-        window().frameStatistics.setVisible(log);
-        window().frameStatisticsIP.setVisible(addresses);
+        Frame* const chosen = log         ? &window().frameStatistics
+                              : addresses ? &window().frameStatisticsIP
+                                          : &window().frameHistory;
+        // The one that was shown goes first: there is room for one at a time.
+        for (Frame* view :
+             {&window().frameHistory, &window().frameStatistics, &window().frameStatisticsIP}) {
+            if (view != chosen) {
+                view->setVisible(false);
+            }
+        }
+        chosen->setVisible(true);
     });
 }
 

@@ -15,6 +15,11 @@ Label::Setup FrmMain::columnHeading(const char* caption) {
     return {.caption = caption, .alignment = TextAlignment::Right};
 }
 
+Label::Setup FrmMain::inAnyUnit(const std::string& prefix) {
+    return {.caption = prefix + "(bytes):",
+            .otherCaptions = {prefix + "(KBytes):", prefix + "(MBytes):", prefix + "(GBytes):"}};
+}
+
 TextBox::Setup FrmMain::figure(const char* text, const char* accessibleName, const char* toolTip) {
     return {.text = text,
             .toolTip = toolTip,

@@ -15,7 +15,7 @@ public:
     Label lblTransferRcvd{*this, "lblTransferRcvd", columnHeading("Received")};
     Label lblDuration{*this, "lblDuration", {"Duration"}};
     Label lblDurationTime{*this, "lblDurationTime", columnHeading("hr:min:sec:ms")};
-    Label lblTransferCurrent{*this, "lblTransferCurrent", {"current (bytes):"}};
+    Label lblTransferCurrent{*this, "lblTransferCurrent", inAnyUnit("current ")};
     TextBox txtBytesSent{
         *this, "txtBytesSent",
         figure("", "Sent, current connection",
@@ -30,7 +30,7 @@ public:
         figure("00:00:00:000", "Duration, current connection",
                "This shows the duration of the active connection(s) since monitoring has been "
                "started (current connection only)")};
-    Label lblTransferTotal{*this, "lblTransferTotal", {"total (bytes):"}};
+    Label lblTransferTotal{*this, "lblTransferTotal", inAnyUnit("total ")};
     TextBox txtBytesSentTotal{
         *this, "txtBytesSentTotal",
         figure("", "Sent, total",
@@ -73,7 +73,8 @@ public:
                              "cmdMonitor",
                              {.caption = "Start Monitoring",
                               .toolTip = "This toggles the monitoring on or off",
-                              .mnemonic = 'M'}};
+                              .mnemonic = 'M',
+                              .otherCaptions = {"Stop Monitoring"}}};
     CommandButton cmdConnect{*this,
                              "cmdConnect",
                              {.caption = "Connect",
@@ -109,6 +110,7 @@ public:
 
 private:
     static Label::Setup columnHeading(const char* caption);
+    static Label::Setup inAnyUnit(const std::string& prefix);
     static TextBox::Setup figure(const char* text, const char* accessibleName, const char* toolTip);
 };
 

@@ -48,6 +48,7 @@ LayoutNode FrmOptions::resetFrame() {
                                          item(cboTransferReset).wide(criterionWidth),
                                          item(chkTransferResetBackup),
                                          item(cmdResetValues),
+                                         space(),
                                      }));
 }
 
@@ -59,6 +60,7 @@ LayoutNode FrmOptions::miscellaneousFrame() {
             item(chkLogIPAddress),
             row({item(chkTransferTicker), item(txtTransferTicker).wide(tickerWidth),
                  item(lblTransferTicker), space()}),
+            space(),
         }));
 }
 
@@ -71,8 +73,10 @@ FrmOptions::FrmOptions() : Form("frmOptions", "Velmars Tarvik - Options") {
         dependent->setEnabled(false);
     }
     setLayout(column({
-        row({column({startUpFrame(), unitsFrame(), miscellaneousFrame(), space()}).share(1),
-             column({warningsFrame(), resetFrame(), space()}).share(1)}),
+        // The last frames take what is left over, so that both columns end on one line.
+        row({column({startUpFrame(), unitsFrame(), miscellaneousFrame().share(1)}).share(1),
+             column({warningsFrame(), resetFrame().share(1)}).share(1)})
+            .share(1),
         row({space(), item(cmdOK), item(cmdCancel)}).sameSize(),
     }));
     setDefaultButton(cmdOK);

@@ -18,6 +18,13 @@ namespace {
 constexpr int leftButtonReleased = 514;
 constexpr int rightButtonReleased = 517;
 
+/// Shows the main window, or hides the one that is shown. A minimised one is not: whoever clicks
+/// on the icon wants to see it.
+void showOrHide() {
+    FrmMain& main = forms().frmMain;
+    ToggleFormVisibility(main, !main.visible() || main.minimised());
+}
+
 void openMenu() {
     Forms& f = forms();
     // A menu of a window in the background would stay open when the user clicks elsewhere.
@@ -40,9 +47,8 @@ void connectTheOnlyEntry() {
 
 void picSysTrayHook_MouseMove(int X) {
     guarded("picSysTrayHook_MouseMove", [&] {
-        FrmMain& main = forms().frmMain;
         if (X == leftButtonReleased) {
-            ToggleFormVisibility(main, !main.visible());
+            showOrHide();
         } else if (X == rightButtonReleased) {
             openMenu();
         }
@@ -51,10 +57,9 @@ void picSysTrayHook_MouseMove(int X) {
 
 void mnuPopUpEntry_Click(int Index) {
     guarded("mnuPopUpEntry_Click", [&] {
-        FrmMain& main = forms().frmMain;
         switch (Index) {
         case FrmSysTray::showHide:
-            ToggleFormVisibility(main, !main.visible());
+            showOrHide();
             break;
         case FrmSysTray::monitoring:
             ToggleMonitoringActive(!state().MonitoringActive);
@@ -66,7 +71,7 @@ void mnuPopUpEntry_Click(int Index) {
             HangUp();
             break;
         case FrmSysTray::quit:
-            main.unload();
+            forms().frmMain.unload();
             break;
         default:
             break;

@@ -29,7 +29,8 @@ FrmWarning::FrmWarning() : Form("frmWarning", "Velmars Tarvik - Warning") {
              item(lblDescription).wide(descriptionWidth).tall(descriptionLines).share(1)}),
         row({space(), item(cmdDisconnect), item(cmdReset), item(cmdCancel)}).sameSize(),
     }));
-    setCancelButton(cmdCancel);
+    // Closing the warning for good is a decision: a stray Escape only puts it aside.
+    setEscapeCloses();
     setInitialFocus(cmdCancel);
 }
 

@@ -34,13 +34,17 @@ void frmWarning_cmdCancel_Click() {
     });
 }
 
+void frmWarning_Close() {
+    forms().frmWarning.setVisible(false);
+}
+
 void connectWarningEvents() {
     FrmWarning& warning = forms().frmWarning;
     warning.Initialize.connect(frmWarning_Form_Initialize);
     warning.cmdDisconnect.Click.connect(frmWarning_cmdDisconnect_Click);
     warning.cmdReset.Click.connect(frmWarning_cmdReset_Click);
     warning.cmdCancel.Click.connect(frmWarning_cmdCancel_Click);
-    connectCloseBox(warning, frmWarning_cmdCancel_Click);
+    connectCloseBox(warning, frmWarning_Close);
 }
 
 } // namespace tarvik

@@ -11,8 +11,10 @@ void frmWarning_Form_Initialize();
 void frmWarning_cmdDisconnect_Click();
 /// Clears the totals if the user says so; the window stays open.
 void frmWarning_cmdReset_Click();
-/// Hides the window for the rest of the run, as its close box does.
+/// Hides the window for the rest of the run.
 void frmWarning_cmdCancel_Click();
+/// The close box and Escape hide the window until the next tick finds the limit exceeded.
+void frmWarning_Close();
 
 void connectWarningEvents();
 

@@ -9,7 +9,7 @@
 #include "types/Text.h"
 #include "ui/Forms.h"
 #include "ui/StatusLamp.h"
-#include "ui/mdlGUIStatistics.h"
+#include "ui/frmStatisticsState.h"
 #include "ui/mdlSysTray.h"
 
 #include <array>

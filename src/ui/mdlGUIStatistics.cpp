@@ -1,18 +1,15 @@
 #include "ui/mdlGUIStatistics.h"
 
-#include "ports/Clock.h"
 #include "ports/ConnectionProvider.h"
-#include "ports/InternetState.h"
 #include "ports/Locale.h"
 #include "ports/Platform.h"
 #include "startup/mdlTools.h"
 #include "startup/mdlVar.h"
 #include "types/Convert.h"
 #include "ui/Forms.h"
+#include "ui/frmStatisticsState.h"
 
-#include <algorithm>
-#include <array>
-#include <string_view>
+#include <string>
 
 namespace tarvik {
 
@@ -65,28 +62,6 @@ void showThroughput(const LineTotals& session) {
                                           formatGrouped(average * bitsInByte, decimals, locale));
 }
 
-void showTimeStamp() {
-    window().lblTimeStamp.setCaption(
-        "Updated at: " + longTimeText(platform().clock.currentTime(), platform().locale.data()));
-}
-
-void showFlag(CheckBox& box, std::uint32_t flags, InternetState::Flag flag) {
-    box.setValue((flags & flag) != 0 ? 1 : 0);
-}
-
-void showConnectionName() {
-    constexpr std::uint32_t size = 512;
-    std::array<char, size + 1> buffer{};
-    std::uint32_t flags = 0;
-    if (!platform().internet.InternetGetConnectedStateExA(&flags, buffer.data(), size, 0)) {
-        return;
-    }
-    const std::string_view text(buffer.data(), buffer.size());
-    const std::size_t end = text.find('\0');
-    window().txtConnectionName.setText(
-        end == std::string_view::npos ? notObtained : std::string(text.substr(0, end)));
-}
-
 } // namespace
 
 void SetStatistics(const RAS_STATS& Stats, const LineTotals& Session) {
@@ -94,7 +69,7 @@ void SetStatistics(const RAS_STATS& Stats, const LineTotals& Session) {
         showHost();
         showCounters(Stats, Session);
         showThroughput(Session);
-        showTimeStamp();
+        ShowTimeStamp();
     });
 }
 
@@ -102,24 +77,6 @@ void SetStatistics(const RAS_STATS& Stats) {
     SetStatistics(Stats, {.bytesSent = Stats.dwBytesXmited,
                           .bytesRcvd = Stats.dwBytesRcved,
                           .duration = Stats.dwConnectDuration});
-}
-
-void SetConnectedState() {
-    guarded("SetConnectedState", [] {
-        FrmStatistics& w = window();
-        std::uint32_t flags = 0;
-        const bool connected = platform().internet.InternetGetConnectedState(&flags, 0);
-        w.chkConnected.setValue(connected ? 1 : 0);
-        showFlag(w.chkConnectionConfigured, flags, InternetState::configured);
-        showFlag(w.chkModemUsed, flags, InternetState::modem);
-        showFlag(w.chkLANUsed, flags, InternetState::lan);
-        showFlag(w.chkProxyUsed, flags, InternetState::proxy);
-        showFlag(w.chkRASUsed, flags, InternetState::rasInstalled);
-        showFlag(w.chkOffline, flags, InternetState::offline);
-        showFlag(w.chkModemBusy, flags, InternetState::modemBusy);
-        showConnectionName();
-        showTimeStamp();
-    });
 }
 
 } // namespace tarvik

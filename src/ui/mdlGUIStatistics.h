@@ -12,7 +12,4 @@ void SetStatistics(const RAS_STATS& Stats, const LineTotals& Session);
 /// The same for a record whose counters have not wrapped.
 void SetStatistics(const RAS_STATS& Stats);
 
-/// Shows how the machine is connected to the Internet.
-void SetConnectedState();
-
 } // namespace tarvik

@@ -267,6 +267,21 @@ int renameat(int fromFolder, const char* from, int toFolder, const char* to) noe
                : real("renameat", &::renameat)(fromFolder, from, toFolder, to);
 }
 
+int renameat2(int fromFolder, const char* from, int toFolder, const char* to,
+              unsigned flags) noexcept {
+    const std::string source = pathAt(fromFolder, from);
+    const std::string target = pathAt(toFolder, to);
+    const Turn turn("renameat2", touches(source) || touches(target));
+    if (turn.fails()) {
+        return -1;
+    }
+    const int result = real("renameat2", &::renameat2)(fromFolder, from, toFolder, to, flags);
+    if (result == 0 && turn.counted() && inFolder(source) && inFolder(target)) {
+        watch->disk.renamed(nameOf(source), nameOf(target));
+    }
+    return result;
+}
+
 int unlink(const char* path) noexcept {
     return deleteAny(textOf(path));
 }

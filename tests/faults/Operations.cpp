@@ -1,5 +1,7 @@
 #include "faults/Operations.h"
 
+#include "common/ProfileForm.h"
+#include "monitor/mdlCodeReset.h"
 #include "settings/mdlSettings.h"
 #include "settings/mdlSettingsBackup.h"
 #include "settings/mdlSettingsLog.h"
@@ -45,6 +47,27 @@ Folder with(Folder folder, const char* name, const char* bytes) {
     return folder;
 }
 
+/// A backup of this day that holds the only copy of a record.
+constexpr const char* otherRecords = "[Settings]\nLastDateStamp=1\nDateStamp1=16.11.2026|01:00:00\n"
+                                     "[16.11.2026|01:00:00]\nSent=1\nRcvd=1\nDuration=1\n";
+
+/// The date of the last reset is none of the language that the program is started in.
+Folder folderOfAnotherLanguage() {
+    Folder folder = usualFolder();
+    std::string& ini = folder["Tarvik.ini"];
+    ini.insert(ini.find("RefreshInterval"),
+               "TransferResetEnable=1\nTransferReset=8\nTransferResetLast=11/15/2026\n");
+    return folder;
+}
+
+/// The usual file as an editor saves it as "Unicode".
+Folder wideFolder() {
+    Folder folder = usualFolder();
+    std::string& ini = folder["Tarvik.ini"];
+    ini = bytesOf({ini}, ProfileForm::Utf16Little);
+    return folder;
+}
+
 void start(Session&) {
     Main();
 }
@@ -59,6 +82,14 @@ void startAndTransfer(Session& session) {
 
 void quit(Session& session) {
     session.world.forms.frmMain.cmdQuit.press();
+}
+
+/// A note says that the file was copied before a reset.
+bool tellsOfCopy(const Session& session) {
+    const auto& requests = session.scripted.notificationArea.requests;
+    return std::any_of(requests.begin(), requests.end(), [](const auto& request) {
+        return std::string(request.data.szInfo).find("was copied to") != std::string::npos;
+    });
 }
 
 std::vector<std::string> fileErrors(const std::string& procedure) {
@@ -117,23 +148,38 @@ bool isOneOf(const States& states, const std::optional<Folder>& folder) {
     });
 }
 
+/// The text of a file, whatever its form.
+std::string textIn(const Folder& folder, const std::string& name) {
+    const std::string& bytes = folder.at(name);
+    return textOf(bytes, formOf(bytes));
+}
+
 std::vector<std::string> boxesOfStart(const Folder& folder) {
     const auto ini = folder.find("Tarvik.ini");
     if (ini == folder.end()) {
         return {lockWarning, firstRunWarning};
     }
-    return ini->second.find("IsLocked=1\n") != std::string::npos
+    return textIn(folder, ini->first).find("IsLocked=1\n") != std::string::npos
                ? std::vector<std::string>{instanceQuestion}
                : std::vector<std::string>();
 }
 
 /// The earlier records stand in the INI file or in a backup of it.
 bool hasEarlierRecords(const Folder& folder) {
-    return std::any_of(folder.begin(), folder.end(), [](const auto& file) {
-        return file.first.ends_with(".ini") &&
-               file.second.find(earlierRecords) != std::string::npos &&
-               file.second.find("DateStamp2=14.11.2026|09:30:00\n") != std::string::npos;
+    return std::any_of(folder.begin(), folder.end(), [&](const auto& file) {
+        const std::string text = textIn(folder, file.first);
+        return file.first.ends_with(".ini") && text.find(earlierRecords) != std::string::npos &&
+               text.find("DateStamp2=14.11.2026|09:30:00\n") != std::string::npos;
     });
+}
+
+/// The one record of an earlier backup stands in one of the files, or never did.
+bool keepsOtherRecords(const States& states, const Folder& folder) {
+    const auto holds = [](const Folder& files) {
+        return std::any_of(files.begin(), files.end(),
+                           [](const auto& file) { return file.second == otherRecords; });
+    };
+    return !holds(states.front().value_or(Folder())) || holds(folder);
 }
 
 std::string joined(const std::vector<std::string>& texts) {
@@ -167,6 +213,19 @@ std::vector<Operation> operations(const std::string& folder, char separator) {
          [](Session&) { return BackupINIFile(); },
          {},
          fileErrors("BackupINIFile")},
+        {"second backup of other records",
+         with(usualFolder(), "Tarvik.2026-11-16.ini", otherRecords),
+         startAndTransfer,
+         [](Session&) { return BackupINIFile(); },
+         {},
+         fileErrors("BackupINIFile")},
+        {"reset in doubt", folderOfAnotherLanguage(), start,
+         [](Session& session) {
+             CheckReset();
+             return tellsOfCopy(session);
+         }},
+        {"save of two bytes a character", wideFolder(), startAndTransfer,
+         [](Session&) { return SaveState(); }},
         exporting("export", usualFolder(), exportFile),
         exporting("export over a file", with(usualFolder(), "export.csv", "old\r\n"), exportFile),
         {"start",
@@ -293,7 +352,8 @@ std::string troubleAfter(const States& states, const std::string& folder, Sessio
         std::equal(names.begin(), names.end(), after.begin(),
                    [](const auto& a, const auto& b) { return a.first == b.first; });
     if (!restart.boxes.empty() || !sameNames || (hadRecords && !hasEarlierRecords(after)) ||
-        after.at("Tarvik.ini").find("IsLocked=0\n") == std::string::npos) {
+        !keepsOtherRecords(states, after) ||
+        textIn(after, "Tarvik.ini").find("IsLocked=0\n") == std::string::npos) {
         return "not as it should be after the restart\n" + joined(restart.boxes) + shown(after);
     }
     return {};

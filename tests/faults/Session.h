@@ -32,12 +32,15 @@ public:
     FileResult read(const std::string& path, std::string& bytes) override {
         return real_.read(path, bytes);
     }
-    FileResult replace(const std::string& path,
-                       const std::vector<std::string_view>& pieces) override {
-        return told(real_.replace(path, pieces));
+    FileResult replaceIf(const std::string& path, const std::vector<std::string_view>& pieces,
+                         const LastLook& stillRight) override {
+        return told(real_.replaceIf(path, pieces, stillRight));
     }
     FileResult FileCopy(const std::string& source, const std::string& target) override {
         return told(real_.FileCopy(source, target));
+    }
+    FileResult Name(const std::string& path, const std::string& newPath) override {
+        return told(real_.Name(path, newPath));
     }
     FileResult Kill(const std::string& path) override { return told(real_.Kill(path)); }
 

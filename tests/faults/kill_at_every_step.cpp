@@ -127,6 +127,10 @@ private:
             one("fail " + at + " " + std::to_string(error) + " 1000000");
         }
         one("fail " + at + " " + std::to_string(EINTR) + " 1");
+        // Out of reach for a while, and within reach again.
+        for (const char* times : {"2", "3", "4", "6", "8", "12", "16", "24"}) {
+            one("fail " + at + " " + std::to_string(EIO) + " " + times);
+        }
         one("short " + at + " 1");
         one("short " + at + " 1000000");
         one("full " + at);
@@ -184,10 +188,17 @@ private:
         std::istringstream words(fault);
         std::string kind;
         std::size_t call = 0;
+        std::size_t error = 0;
+        std::size_t times = 1;
         words >> kind >> call;
+        if (kind == "fail") {
+            words >> error >> times;
+        }
         const std::vector<std::string> calls = callsOfLast();
-        const bool couldNot =
-            fault.ends_with(" 1000000") || (call <= calls.size() && calls[call - 1] == "unlink");
+        bool couldNot = fault.ends_with(" 1000000");
+        for (std::size_t i = call; i < call + times && i <= calls.size(); ++i) {
+            couldNot = couldNot || calls[i - 1] == "unlink";
+        }
         return left && !couldNot ? "a temporary file is left\n" : "";
     }
 

@@ -176,8 +176,11 @@ private:
 
 /// A new process takes its time: what these hold already is left out.
 bool chosen(const Operation& operation) {
-    constexpr std::array<std::string_view, 5> names{"lock", "save", "backup", "export over a file",
-                                                    "first session"};
+    constexpr std::array<std::string_view, 7> names{
+        "lock",          "save",
+        "backup",        "export over a file",
+        "first session", "second backup of other records",
+        "reset in doubt"};
     return std::find(names.begin(), names.end(), operation.name) != names.end();
 }
 

@@ -161,8 +161,9 @@ void checkLines(const std::vector<NetworkLine>& lines,
     }
 }
 
-void checkState(const NetworkState& state, bool profilesExist) {
-    const InternetFlags flags = internetFlags(state, profilesExist, true);
+void checkState(const NetworkState& state, const std::vector<NetworkLine>& lines,
+                bool profilesExist) {
+    const InternetFlags flags = internetFlags(state, lines, profilesExist, true);
     const bool modem = (flags.flags & InternetState::modem) != 0;
     const bool lan = (flags.flags & InternetState::lan) != 0;
     require(flags.connected == (modem || lan) && !(modem && lan),
@@ -175,8 +176,9 @@ void readOnce(BusReplies& replies) {
     try {
         const auto profiles = readProfiles(replies);
         checkProfiles(profiles);
-        checkLines(readLines(replies, profiles), profiles);
-        checkState(readState(replies), !profiles.empty());
+        const auto lines = readLines(replies, profiles);
+        checkLines(lines, profiles);
+        checkState(readState(replies), lines, !profiles.empty());
     } catch (const sdbus::Error& error) {
         require(!isGone(error) || error.getName().ends_with(".AccessDenied") ||
                     error.getName().ends_with("UnknownObject") ||

@@ -9,6 +9,7 @@
 #include "common/MemoryFiles.h"
 #include "common/ProfileEngine.h"
 #include "common/ReferenceProfile.h"
+#include "common/Utf16.h"
 
 #include <algorithm>
 #include <memory>
@@ -56,6 +57,34 @@ bool writableLine(const std::string& line) {
 
 bool isWide(const std::string& bytes) {
     return bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
+}
+
+/// The units of a file of two bytes a character, without its mark and half a unit at its end.
+std::u16string unitsOf(const std::string& bytes) {
+    std::u16string units;
+    for (std::size_t i = 2; i + 1 < bytes.size(); i += 2) {
+        const auto first = static_cast<unsigned char>(bytes[i]);
+        const auto second = static_cast<unsigned char>(bytes[i + 1]);
+        units +=
+            static_cast<char16_t>(bytes[0] == '\xFF' ? first + second * 256 : first * 256 + second);
+    }
+    return units;
+}
+
+/// What the rules are about: a file's text, whatever its form.
+std::string textOfFile(const std::string& bytes) {
+    return isWide(bytes) ? utf8Of(unitsOf(bytes)) : bytes;
+}
+
+/// Characters only, no halves of any: what can be written down in two bytes a character.
+bool isWhole(const std::string& text) {
+    for (std::size_t at = text.find('\xED'); at != std::string::npos;
+         at = text.find('\xED', at + 1)) {
+        if (at + 1 < text.size() && static_cast<unsigned char>(text[at + 1]) >= 0xA0) {
+            return false;
+        }
+    }
+    return utf8Of(utf16Of(text)) == text;
 }
 
 std::string asRead(std::string value) {
@@ -155,29 +184,33 @@ class Pair {
 public:
     explicit Pair(std::string bytes) {
         files_.put(path, std::move(bytes));
-        writable_ = !isWide(files_.bytes(path));
+        wide_ = isWide(files_.bytes(path));
     }
 
     void writeKey(const std::string& section, const std::string& key, const std::string& value) {
+        if (wide_ && !(isWhole(section) && isWhole(key) && isWhole(value))) {
+            return;
+        }
         const std::string before = files_.bytes(path);
         const bool written = engine_.WritePrivateProfileStringA(section, key, value, path);
         const bool legal = writableSection(section) && writableKey(key) && oneLine(value);
-        require(written == (legal && (writable_ || update_)), "what can be read back is written");
+        require(written == legal, "what can be read back is written");
         if (!written) {
             requireUnchanged(before);
             return;
         }
         record([&](ReferenceProfile& rules) { rules.writeKey(section, key, value); }, before);
-        if (writable_) {
-            require(valueOf(section, key) == asRead(value), "a written value is read back");
-        }
+        require(valueOf(section, key) == asRead(value), "a written value is read back");
         if (!update_) {
-            requireOthersUntouched(before, files_.bytes(path), section);
-            requireNoLineLost(before, files_.bytes(path));
+            requireOthersUntouched(textOfFile(before), textOfFile(files_.bytes(path)), section);
+            requireNoLineLost(textOfFile(before), textOfFile(files_.bytes(path)));
         }
     }
 
     void writeSection(const std::string& section, const Texts& lines) {
+        if (wide_ && !(isWhole(section) && std::all_of(lines.begin(), lines.end(), isWhole))) {
+            return;
+        }
         const std::string before = files_.bytes(path);
         std::string text;
         for (const std::string& line : lines) {
@@ -186,14 +219,14 @@ public:
         const bool written = engine_.WritePrivateProfileSectionA(section, text + '\0', path);
         const bool legal =
             writableSection(section) && std::all_of(lines.begin(), lines.end(), writableLine);
-        require(written == (legal && (writable_ || update_)), "whole sections are written");
+        require(written == legal, "whole sections are written");
         if (!written) {
             requireUnchanged(before);
             return;
         }
         record([&](ReferenceProfile& rules) { rules.writeSection(section, lines); }, before);
         if (!update_) {
-            requireOthersUntouched(before, files_.bytes(path), section);
+            requireOthersUntouched(textOfFile(before), textOfFile(files_.bytes(path)), section);
         }
     }
 
@@ -205,9 +238,6 @@ public:
         require(count < size && std::string(buffer.get(), count) == whole.substr(0, size - 1) &&
                     buffer[count] == '\0',
                 "a value is cut to its buffer and ended");
-        if (!writable_ && update_) {
-            return;
-        }
         const auto expected = expectedValue(section, key);
         require(whole == expected.value_or("none"), "a value is read by the rules");
         const std::int32_t number = engine_.GetPrivateProfileIntA(section, key, -77, path);
@@ -217,20 +247,18 @@ public:
 
     void toggleUpdate() {
         if (!update_) {
-            update_ = std::make_unique<ReferenceProfile>(files_.bytes(path), "\n");
-            changed_ = false;
+            update_ = std::make_unique<ReferenceProfile>(textOfFile(files_.bytes(path)), "\n");
             engine_.beginUpdate(path);
             return;
         }
         const std::string before = files_.bytes(path);
-        const bool committed = engine_.commitUpdate();
-        require(committed == (writable_ || !changed_), "an update is written whole");
+        require(engine_.commitUpdate() == UpdateOutcome::Written, "an update is written whole");
         const std::string after = files_.bytes(path);
         // Where line ends are mixed, which of them a new line takes hangs on the order of writing.
-        const bool mixed = before.find('\r') != std::string::npos;
-        require(!writable_ || mixed || after == update_->bytes(),
+        const bool mixed = textOfFile(before).find('\r') != std::string::npos;
+        require(mixed || textOfFile(after) == update_->bytes(),
                 "an update equals its writes one by one");
-        require(writable_ || after == before, "what cannot be read stays as it is");
+        require(after.substr(0, 2) == before.substr(0, 2) || !wide_, "a file keeps its form");
         update_.reset();
     }
 
@@ -240,14 +268,15 @@ private:
     template <class Write>
     void record(const Write& write, const std::string& before) {
         if (update_) {
-            changed_ = true;
             write(*update_);
             requireUnchanged(before);
             return;
         }
-        ReferenceProfile rules(before, "\n");
+        ReferenceProfile rules(textOfFile(before), "\n");
         write(rules);
-        require(files_.bytes(path) == rules.bytes(), "a write changes the file by the rules");
+        const std::string after = files_.bytes(path);
+        require(textOfFile(after) == rules.bytes(), "a write changes the file by the rules");
+        require(after.substr(0, 2) == before.substr(0, 2) || !wide_, "a file keeps its form");
     }
 
     void requireUnchanged(const std::string& before) const {
@@ -256,11 +285,11 @@ private:
 
     std::optional<std::string> expectedValue(const std::string& section,
                                              const std::string& key) const {
-        if (trimmed(section).empty() || trimmed(key).empty() || !writable_) {
+        if (trimmed(section).empty() || trimmed(key).empty()) {
             return std::nullopt;
         }
         return update_ ? update_->read(section, key)
-                       : ReferenceProfile(files_.bytes(path), "\n").read(section, key);
+                       : ReferenceProfile(textOfFile(files_.bytes(path)), "\n").read(section, key);
     }
 
     std::string valueOf(const std::string& section, const std::string& key) {
@@ -273,8 +302,7 @@ private:
 
     MemoryFiles files_;
     ProfileEngine engine_{files_, "\n"};
-    bool writable_ = true;
-    bool changed_ = false;
+    bool wide_ = false;
     std::unique_ptr<ReferenceProfile> update_;
 };
 

@@ -16,6 +16,10 @@ def including(name, target):
     return {name: '#include "%s"\n' % path, target: ""}
 
 
+def trap(function, name, call="guarded"):
+    return {"src/ui/mdlA.cpp": "%s\n    %s(%s, [] {});\n}\n" % (function, call, name)}
+
+
 OFFENDERS = [
     (rules.check_order, including("src/types/A.h", "src/ports/B.h")),
     (rules.check_order, including("src/ports/A.h", "src/startup/mdlVar.h")),
@@ -52,6 +56,12 @@ OFFENDERS = [
     (rules.check_standard_headers, {"src/types/A.h": "#include <format>\n"}),
     (rules.check_standard_headers, {"src/types/A.h": "  # include <iostream>\n"}),
     (rules.check_standard_headers, {"platforms/common/A.h": "#include <iostream>\n"}),
+    (rules.check_trap_names, trap("void A() {", '"B"')),
+    (rules.check_trap_names, {"src/ui/mdlA.cpp": 'void A() {\n    guarded("A", f);\n}\n'
+                                                 'bool B() {\n    return guarded("A", f);\n}\n'}),
+    (rules.check_trap_names, trap("void A() {", "name")),
+    (rules.check_trap_names, trap("void cmdConnect_Click() {", '"cmdConnect_Click"')),
+    (rules.check_trap_names, trap("void optA_Click() {", '"optB_Click"', "showChosenView")),
     (rules.check_words, {"README.md": "as Part " + "1.1 says\n"}),
     (rules.check_words, {"README.md": "The " + "specification says\n"}),
     (rules.check_words, {"README.md": "see issue " + "#7\n"}),
@@ -81,6 +91,10 @@ INNOCENTS = [
     (rules.check_names, {"src/types/A.h": "const int a = 1'000'000; // long\nint b = 1'0;\n"}),
     (rules.check_names, {"platforms/linux/A.h": "QString text;\n"}),
     (rules.check_names, {"src/types/A.h": 'text = "Windows Sockets version ";\n'}),
+    (rules.check_trap_names, trap("std::string A(const std::string& b) {", '"A"')),
+    (rules.check_trap_names, trap("void frmMine_cmdOK_Click() {", '"cmdOK_Click"')),
+    (rules.check_trap_names, trap("void clsA::B() {", '"B"')),
+    (rules.check_trap_names, trap("void cmdConnect_Click() {", '"cmdHistory_Click"')),
     (rules.check_words, {"README.md": "Take part in 2 tests; a debian machine at home.\n"}),
     (rules.check_length, {"src/types/A.h": "\n" * rules.LONGEST}),
     (rules.check_lists, {"CMakeLists.txt": GLOB}),

@@ -57,6 +57,24 @@ FOREIGN_WORDS = re.compile(
     ])
 )
 
+# Procedures that report errors under another name than their own, on purpose.
+SHARED_NAMES = {
+    "cmdConnect_Click": "cmdHistory_Click",
+    "cmdDisconnect_Click": "cmdHistory_Click",
+    "GetIPAddress": "GetBytes",
+    "connectCloseBox": "Form_QueryUnload",
+    "valueOfFirstRecord": "GetTransferNthRow",
+    "valueOfLaterRecord": "GetTransfer1stRow",
+    "cellValue": "GetTransfer",
+}
+
+# What several procedures do alike: each hands in its own name.
+NAMED_BY_CALLERS = {"nextWeekday", "quarterBoundary", "showChosenView", "onGotFocus", "onKeyDown",
+                    "onKeyUp"}
+
+# Procedures of forms that have the same name carry the form's before it.
+FORM_PREFIX = re.compile(r"^frm[A-Z][A-Za-z]+_")
+
 TOKENS = re.compile(
     r"""//[^\n]*|/\*.*?\*/|R"\((?:.*?)\)"|"(?:\\.|[^"\\\n])*"|(?<![0-9A-Fa-f])'(?:\\.|[^'\\\n])+'""",
     re.DOTALL,
@@ -166,6 +184,29 @@ def check_once(files):
     for name, text in files.items():
         if name.endswith(".h") and not text.startswith("#pragma once\n"):
             yield name + ": does not begin with #pragma once"
+
+
+def check_trap_names(files):
+    """The error trap reports a procedure under its own name: that of the function it stands in."""
+    beginning = re.compile(r"^(?:[\w:<>,&*]+ )+(?:\w+::)?([A-Za-z]\w*)\(", re.MULTILINE)
+    for name, text in files.items():
+        if not name.startswith("src/"):
+            continue
+        code = without_comments(text, strings=False)
+        begins = [(found.start(), found.group(1)) for found in beginning.finditer(code)]
+        for found in re.finditer(r"\b(\w+)\(\s*(?:\"(\w+)\"|(\w+))\s*[,)(]", code):
+            call, literal = found.group(1), found.group(2)
+            if call != "guarded" and (call not in NAMED_BY_CALLERS or literal is None):
+                continue
+            inside = next((one for at, one in reversed(begins) if at <= found.start()), "")
+            if inside in ("guarded", call):
+                continue
+            own = FORM_PREFIX.sub("", inside)
+            if literal is None:
+                if inside not in NAMED_BY_CALLERS:
+                    yield "%s: %s does not say its name" % (name, inside)
+            elif literal != SHARED_NAMES.get(inside, own):
+                yield "%s: %s reports errors as %s" % (name, inside, literal)
 
 
 def check_lists(files):

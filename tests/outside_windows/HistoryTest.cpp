@@ -109,7 +109,7 @@ protected:
         ASSERT_TRUE(program->answer(importQuestion, MsgBoxAnswer::Yes));
         // The import has ended when there is something to read off.
         ASSERT_TRUE(RunningProgram::waitUntil(
-            [&] { return lastReading().find(". ") != std::string::npos; }));
+            [&] { return lastReading().find(". 1,096 (") != std::string::npos; }));
     }
 
     HWND window() const {
@@ -135,7 +135,8 @@ protected:
                      reinterpret_cast<LPARAM>(combo));
     }
 
-    /// What is read off the last record: "Data sent. 1096: Sent 1,234".
+    /// What is read off the last record: "Data sent. 1,096 (31.12.2026 20:15:00): Sent 1,234
+    /// bytes".
     std::string lastReading() const {
         SendMessageA(control("mscHistory"), WM_KEYDOWN, VK_END, 1);
         return textOf(control("mscHistory"));
@@ -169,9 +170,15 @@ protected:
             {{"Rcvd", "Sent"}, {"Rcvd"}, {"Sent"}, {"Total"}, {"Duration"}}};
         static constexpr std::array<double, 4> bytes{1, 1024, 1048576, 1073741824};
         static constexpr std::array<double, 4> times{1, 1000, 60000, 3600000};
+        static const std::array<std::string, 4> byteNames{" bytes", " kilo-bytes", " mega-bytes",
+                                                          " giga-bytes"};
+        static const std::array<std::string, 4> timeNames{" milli-seconds", " seconds", " minutes",
+                                                          " hours"};
         const auto place = static_cast<std::size_t>(shown);
         std::string rest = lastReading();
-        const std::string begin = titles.at(place) + ". 1096: ";
+        std::string moment = records.back().stamp;
+        moment.replace(moment.find('|'), 1, " ");
+        const std::string begin = titles.at(place) + ". 1,096 (" + moment + "): ";
         ASSERT_TRUE(rest.starts_with(begin)) << rest;
         rest = rest.substr(begin.size()) + "; ";
         for (std::size_t column = 0; column < names.at(place).size(); ++column) {
@@ -181,10 +188,36 @@ protected:
             const double divisor = (shown == 4 ? times : bytes).at(static_cast<std::size_t>(unit));
             const double wanted =
                 dataType == 2 ? 100 : quantity(shown, column, dataType == 1) / divisor;
-            EXPECT_NEAR(numberOf(rest.substr(name.size(), end - name.size())), wanted, 0.00005001);
+            std::string value = rest.substr(name.size(), end - name.size());
+            const std::string ending = dataType == 2 ? "%"
+                                       : shown == 4  ? timeNames.at(static_cast<std::size_t>(unit))
+                                                     : byteNames.at(static_cast<std::size_t>(unit));
+            ASSERT_TRUE(value.ends_with(ending)) << value;
+            value.resize(value.size() - ending.size());
+            EXPECT_NEAR(numberOf(value), wanted, 0.00005001);
             rest.erase(0, end + 2);
         }
         EXPECT_EQ(rest, "");
+    }
+
+    /// The user types a name into the dialog.
+    void exportAs(const std::string& name) const {
+        click("optStatistics");
+        ASSERT_TRUE(RunningProgram::waitUntil([&] {
+            RECT area{};
+            GetClientRect(control("cmdExport"), &area);
+            return IsWindowVisible(control("cmdExport")) != FALSE && area.right > 0;
+        }));
+        click("cmdExport");
+        HWND dialog = nullptr;
+        ASSERT_TRUE(RunningProgram::waitUntil([&] {
+            dialog = FindWindowA(nullptr, "Export history as CSV...");
+            return dialog != nullptr && IsWindowVisible(dialog) != FALSE;
+        }));
+        SendDlgItemMessageA(
+            dialog, cmb13, WM_SETTEXT, 0,
+            reinterpret_cast<LPARAM>((installation.folder() + "\\" + name).c_str()));
+        PostMessageA(GetDlgItem(dialog, IDOK), BM_CLICK, 0, 0);
     }
 
     Installation installation{"tarvik-demo.exe"};
@@ -213,23 +246,28 @@ TEST_F(HistoryTest, AllCombinationsShowWhatTheLogHolds) {
     }
 }
 
+TEST_F(HistoryTest, BeforeAFileIsReplacedItsNameIsAskedAbout) {
+    const std::string exported = installation.folder() + "\\history.csv";
+    const std::vector<std::string_view> old{"of great value"};
+    ASSERT_FALSE(WindowsFiles().replace(exported, old).has_value());
+    const std::string question = "history.csv already exists.\rDo you want to replace it?";
+    std::string text;
+
+    ASSERT_NO_FATAL_FAILURE(exportAs("history"));
+    ASSERT_TRUE(program->answer(question, MsgBoxAnswer::No));
+    EXPECT_FALSE(WindowsFiles().read(exported, text).has_value());
+    EXPECT_EQ(text, "of great value");
+
+    ASSERT_NO_FATAL_FAILURE(exportAs("history"));
+    ASSERT_TRUE(program->answer(question, MsgBoxAnswer::Yes));
+    ASSERT_TRUE(program->answer("All records have been successfully exported.", MsgBoxAnswer::Ok));
+    EXPECT_FALSE(WindowsFiles().read(exported, text).has_value());
+    EXPECT_EQ(text, csvOf(records));
+}
+
 TEST_F(HistoryTest, TheExportHoldsAllRecordsAndIsLeftForASpreadsheet) {
-    click("optStatistics");
-    ASSERT_TRUE(RunningProgram::waitUntil([&] {
-        RECT area{};
-        GetClientRect(control("cmdExport"), &area);
-        return IsWindowVisible(control("cmdExport")) != FALSE && area.right > 0;
-    }));
-    click("cmdExport");
     const std::string exported = installation.folder() + "\\years.csv";
-    HWND dialog = nullptr;
-    ASSERT_TRUE(RunningProgram::waitUntil([&] {
-        dialog = FindWindowA(nullptr, "Export history as CSV...");
-        return dialog != nullptr && IsWindowVisible(dialog) != FALSE;
-    }));
-    SendDlgItemMessageA(dialog, cmb13, WM_SETTEXT, 0,
-                        reinterpret_cast<LPARAM>((installation.folder() + "\\years").c_str()));
-    PostMessageA(GetDlgItem(dialog, IDOK), BM_CLICK, 0, 0);
+    ASSERT_NO_FATAL_FAILURE(exportAs("years"));
     ASSERT_TRUE(program->answer("All records have been successfully exported.", MsgBoxAnswer::Ok));
 
     std::string text;

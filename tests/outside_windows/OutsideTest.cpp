@@ -87,6 +87,49 @@ TEST_F(DemoTest, TheEndOfTheSessionSavesWhatWasCounted) {
     EXPECT_EQ(program.exitCode(), 0);
 }
 
+TEST_F(DemoTest, TheListOfTasksEndsAMonitoringProgramThatSavesWhatWasCounted) {
+    installation.setIni(quickIni);
+    const RunningProgram program(installation);
+    ASSERT_TRUE(program.waitForMainWindow());
+    ASSERT_NO_FATAL_FAILURE(dial(program));
+
+    PostMessageA(program.mainWindow(), WM_CLOSE, 0, 0);
+
+    EXPECT_EQ(program.exitCode(), 0);
+    EXPECT_TRUE(contains(installation.ini(), "LastDateStamp=1\r\n"));
+    EXPECT_TRUE(contains(installation.ini(), "IsLocked=0\r\n"));
+}
+
+TEST_F(DemoTest, TheListOfTasksEndsAProgramWhoseBoxIsOpen) {
+    installation.setIni(quickIni);
+    const RunningProgram program(installation);
+    ASSERT_TRUE(program.waitForMainWindow());
+    ASSERT_NO_FATAL_FAILURE(dial(program));
+    program.click("cmdQuit");
+    ASSERT_TRUE(RunningProgram::waitUntil(
+        [&] { return openBox(GetProcessId(program.process())).window != nullptr; }));
+
+    PostMessageA(program.mainWindow(), WM_CLOSE, 0, 0);
+
+    EXPECT_EQ(program.exitCode(), 0);
+    EXPECT_TRUE(contains(installation.ini(), "LastDateStamp=1\r\n"));
+    EXPECT_TRUE(contains(installation.ini(), "IsLocked=0\r\n"));
+}
+
+TEST_F(DemoTest, TheSystemMenuOnlyHidesTheProgram) {
+    installation.setIni(quickIni);
+    const RunningProgram program(installation);
+    ASSERT_TRUE(program.waitForMainWindow());
+
+    PostMessageA(program.mainWindow(), WM_SYSCOMMAND, SC_CLOSE, 0);
+
+    EXPECT_TRUE(RunningProgram::waitUntil([&] {
+        return IsWindowVisible(program.mainWindow()) == FALSE ||
+               IsIconic(program.mainWindow()) != FALSE;
+    }));
+    EXPECT_EQ(WaitForSingleObject(program.process(), 0), WAIT_TIMEOUT);
+}
+
 TEST_F(DemoTest, AfterACrashTheNextStartAsksAndKeepsTheOldTotals) {
     installation.setIni("[Settings]\r\nRefreshInterval=100\r\nLastState=old\r\n[old]\r\n"
                         "Sent=11\r\nRcvd=22\r\nDuration=33\r\n");

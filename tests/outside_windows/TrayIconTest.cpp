@@ -144,6 +144,42 @@ TEST_F(TrayIconTest, ALeftClickOnTheIconShowsAHiddenMainWindow) {
     EXPECT_TRUE(waitUntilSeen(true));
 }
 
+TEST_F(TrayIconTest, ALeftClickOnTheIconBringsAMinimisedMainWindowBack) {
+    ASSERT_TRUE(waitForIcon());
+    ShowWindow(program->mainWindow(), SW_MINIMIZE);
+    ASSERT_TRUE(
+        RunningProgram::waitUntil([&] { return IsIconic(program->mainWindow()) != FALSE; }));
+
+    ASSERT_NO_FATAL_FAILURE(clickOnIcon());
+
+    EXPECT_TRUE(RunningProgram::waitUntil([&] {
+        return IsIconic(program->mainWindow()) == FALSE &&
+               IsWindowVisible(program->mainWindow()) != FALSE;
+    }));
+}
+
+TEST_F(TrayIconTest, TheIconLeavesTheFocusWhereItWas) {
+    const auto focus = [this] {
+        GUITHREADINFO seen{};
+        seen.cbSize = sizeof seen;
+        GetGUIThreadInfo(GetWindowThreadProcessId(program->mainWindow(), nullptr), &seen);
+        return seen.hwndFocus;
+    };
+    ASSERT_TRUE(
+        RunningProgram::waitUntil([&] { return focus() == program->control("cmdMonitor"); }));
+    PostMessageA(program->control("cmdMonitor"), WM_KEYDOWN, VK_TAB, 1);
+    ASSERT_TRUE(
+        RunningProgram::waitUntil([&] { return focus() == program->control("cmdConnect"); }));
+
+    ASSERT_NO_FATAL_FAILURE(clickOnIcon());
+    ASSERT_TRUE(waitUntilSeen(false));
+    ASSERT_NO_FATAL_FAILURE(clickOnIcon());
+    ASSERT_TRUE(waitUntilSeen(true));
+
+    EXPECT_TRUE(
+        RunningProgram::waitUntil([&] { return focus() == program->control("cmdConnect"); }));
+}
+
 TEST_F(TrayIconTest, TheFirstEntryOfTheIconsMenuHidesTheMainWindow) {
     ASSERT_NO_FATAL_FAILURE(chooseFirstEntry());
 

@@ -10,7 +10,7 @@ import pefile
 FOLDER = pathlib.Path(os.environ["TARVIK_WINDOWS_BIN"])
 
 # Libraries that every Windows from version 7 on has without any installation.
-SYSTEM_LIBRARIES = {"comctl32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll",
+SYSTEM_LIBRARIES = {"advapi32.dll", "comctl32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll",
                     "shell32.dll", "user32.dll"}
 # Functions that came with later versions; the program asks for such at run time, if at all.
 LATER_FUNCTIONS = {"GetDpiForWindow", "GetDpiForSystem", "AdjustWindowRectExForDpi",

@@ -100,6 +100,11 @@ public:
     /// Lets time pass until the condition holds; false when it does not within a fair while.
     virtual bool waitUntil(const std::function<bool()>& condition) = 0;
 
+    /// Everything that a person would find wrong with the windows: what grew, shrank or was cut
+    /// since the last call, and what does not look as it is. Empty when nothing, or when the face
+    /// has no eyes.
+    virtual std::string complaints() { return {}; }
+
     /// What is seen of a form, in the order of its layout.
     virtual std::vector<SeenControl> controls(const std::string& form) = 0;
 };

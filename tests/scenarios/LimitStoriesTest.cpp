@@ -9,6 +9,7 @@ constexpr const char* backupQuestion =
     "while "
     "trying to create the backup-file.\rDo you want to reset the transfers recorded anyway?";
 constexpr const char* backupOfToday = "C:\\Prog\\Tarvik.2026-11-16.ini";
+constexpr const char* firstBackupOfToday = "C:\\Prog\\Tarvik.2026-11-16.1.ini";
 
 /// Totals of an earlier run, and monitoring of a session that the program dialled.
 class LimitStory : public Story {
@@ -73,16 +74,27 @@ TEST_F(LimitStory, ALimitHangsUpEveryNewConnection) {
     EXPECT_FALSE(driver->visible("frmWarning"));
 }
 
-TEST_F(LimitStory, TheCloseBoxOfTheWarningSilencesIt) {
+TEST_F(LimitStory, TheCloseBoxAndEscapePutTheWarningAsideUntilTheNextTick) {
     startWith("DurationLimit=1\r\nDurationLimitMin=1\r\nTransferLimitWarning=1\r\n");
     connect();
     line().transfer(line().connections[0].handle, 1, 1, 60'001);
-    EXPECT_TRUE(driver->waitUntil([&] { return driver->visible("frmWarning"); }));
+    const auto warned = [&] { return driver->visible("frmWarning"); };
+    EXPECT_TRUE(driver->waitUntil(warned));
+
+    Timer& ticks = world->forms.frmMain.timUpdateStats;
+    ticks.setEnabled(false);
 
     driver->closeWindow("frmWarning");
-    receive(1);
 
-    EXPECT_FALSE(driver->visible("frmWarning"));
+    EXPECT_TRUE(driver->waitUntil([&] { return !warned(); }));
+    ticks.setEnabled(true);
+    EXPECT_TRUE(driver->waitUntil(warned));
+    ticks.setEnabled(false);
+    driver->press("frmWarning", Key::Escape);
+    EXPECT_TRUE(driver->waitUntil([&] { return !warned(); }));
+    ticks.setEnabled(true);
+    EXPECT_TRUE(driver->waitUntil(warned));
+    EXPECT_TRUE(world->state.LimitWarningArmed);
 }
 
 TEST_F(LimitStory, TheTickerTellsOfEachStep) {
@@ -143,7 +155,7 @@ TEST_F(ResetStory, AFailingBackupAsksBeforeAnythingIsReset) {
     setIni(ini()); // it can be written again
 }
 
-TEST_F(ResetStory, ASecondBackupOnTheSameDayOverwritesTheFirst) {
+TEST_F(ResetStory, ASecondBackupOnTheSameDayHasItsNameAndTheFirstANumber) {
     startWith(monthly);
     connect();
     receive(70);
@@ -155,6 +167,8 @@ TEST_F(ResetStory, ASecondBackupOnTheSameDayOverwritesTheFirst) {
     ASSERT_TRUE(
         driver->waitUntil([&] { return backup().find("Rcvd=71\r\n") != std::string::npos; }));
     EXPECT_EQ(backup().find("Rcvd=7\r\n"), std::string::npos);
+    EXPECT_NE(driver->machine().files.file(firstBackupOfToday).find("Rcvd=7\r\n"),
+              std::string::npos);
 }
 
 using OptionsStory = Story;
@@ -217,6 +231,24 @@ TEST_F(OptionsStory, AKeyThatSpoilsANumberIsUndone) {
 
     driver->type("frmOptions.txtRefreshInterval", "4\b7");
     EXPECT_EQ(driver->read("frmOptions.txtRefreshInterval"), "47");
+}
+
+TEST_F(OptionsStory, ALimitBeyondTheLargestLongIsTypedPastItsErrorBox) {
+    startQuietly();
+    driver->click("frmMain.cmdOptions");
+    driver->click("frmOptions.chkTransferLimit");
+    for (int i = 0; i < 2; ++i) {
+        answer("Error 6 (Overflow)\roccured in function \"txtTransferLimit_KeyDown\".\rPlease "
+               "contact the author for support.",
+               MsgBoxButtons::OkOnly, MsgBoxAnswer::Ok);
+    }
+
+    driver->type("frmOptions.txtTransferLimit", "300000000000");
+    EXPECT_EQ(driver->read("frmOptions.txtTransferLimit"), "300000000000");
+    driver->click("frmOptions.cmdOK");
+    driver->click("frmMain.cmdOptions");
+
+    EXPECT_EQ(driver->read("frmOptions.txtTransferLimit"), "300000000000");
 }
 
 using StatisticsStory = LimitStory;

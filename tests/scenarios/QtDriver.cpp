@@ -1,5 +1,7 @@
 #include "Driver.h"
 
+#include "QtEyes.h"
+
 #include "linux/face/FaceText.h"
 #include "support/QtMachine.h"
 #include "ui/Forms.h"
@@ -115,10 +117,12 @@ public:
 
     void click(const std::string& name) override {
         auto* button = qobject_cast<QAbstractButton*>(widget(name));
+        eyes_.remember();
         if (!button->testAttribute(Qt::WA_TransparentForMouseEvents)) {
             button->click();
         }
         QCoreApplication::processEvents();
+        eyes_.compare();
     }
 
     void type(const std::string& name, const std::string& keys) override {
@@ -252,6 +256,8 @@ public:
         return std::exchange(trouble_, {});
     }
 
+    std::string complaints() override { return eyes_.complaints(); }
+
     bool waitUntil(const std::function<bool()>& condition) override {
         constexpr qint64 deadline = 20'000;
         QElapsedTimer passed;
@@ -328,6 +334,7 @@ private:
     }
 
     QtMachine machine_;
+    QtEyes eyes_;
     QTimer watch_;
     std::vector<Expected> expected_;
     Chooser choose_;

@@ -118,12 +118,14 @@ public:
     }
 
     void press(const std::string& name, Key key) override {
-        const Form& form = *machine_.desktop.form(name);
+        Form& form = *machine_.desktop.form(name);
         CommandButton* const button = key == Key::Enter    ? form.defaultButton()
                                       : key == Key::Escape ? form.cancelButton()
                                                            : nullptr;
         if (button != nullptr && button->enabled() && button->visible()) {
             button->press();
+        } else if (key == Key::Escape && form.escapeCloses()) {
+            form.unload(UnloadMode::FormControlMenu);
         }
     }
 

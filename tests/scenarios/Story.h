@@ -22,7 +22,10 @@ protected:
         startWorld();
     }
 
-    ~Story() override { EXPECT_EQ(driver->boxTrouble(), ""); }
+    ~Story() override {
+        EXPECT_EQ(driver->boxTrouble(), "");
+        EXPECT_EQ(driver->complaints(), "");
+    }
 
     ScriptedConnections& line() { return driver->machine().connections; }
     std::string ini() { return driver->machine().files.file(iniPath); }

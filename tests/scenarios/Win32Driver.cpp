@@ -49,6 +49,13 @@ std::string shownText(HWND window) {
     return marks ? withoutMarks(textOf(window)) : textOf(window);
 }
 
+void holdShift(bool held) {
+    std::array<BYTE, 256> keys{};
+    GetKeyboardState(keys.data());
+    keys[VK_SHIFT] = held ? 0x80 : 0;
+    SetKeyboardState(keys.data());
+}
+
 class Win32Driver : public Driver {
 public:
     Win32Driver() {
@@ -72,15 +79,22 @@ public:
     void type(const std::string& name, const std::string& keys) override {
         settle();
         const HWND box = control(name);
-        SetFocus(GetParent(box));
+        SetActiveWindow(GetParent(box));
+        if (GetFocus() == box) {
+            SendMessageA(GetParent(box), WM_NEXTDLGCTL, 0, FALSE);
+        }
         SetFocus(box);
         settle();
         for (const char key : keys) {
-            const WPARAM code = key == '\b' ? VK_BACK : LOBYTE(VkKeyScanA(key));
-            SendMessageA(box, WM_KEYDOWN, code, 1);
-            SendMessageA(box, WM_CHAR, static_cast<WPARAM>(key), 1);
+            const SHORT scanned = VkKeyScanA(key);
+            const WPARAM code = key == '\b' ? VK_BACK : LOBYTE(scanned);
+            holdShift(key != '\b' && (HIBYTE(scanned) & 1) != 0);
+            // What the key writes waits behind it, as it comes from the keyboard.
+            PostMessageA(box, WM_KEYDOWN, code, 1);
+            settle();
             SendMessageA(box, WM_KEYUP, code, 1);
         }
+        holdShift(false);
     }
 
     void choose(const std::string& name, const std::string& entry) override {
@@ -107,7 +121,11 @@ public:
         SendMessageA(GetParent(list), WM_NOTIFY, news.idFrom, reinterpret_cast<LPARAM>(&news));
     }
 
-    std::string read(const std::string& name) override { return shownText(control(name)); }
+    std::string read(const std::string& name) override {
+        const HWND found = control(name);
+        const Form& form = table(name.substr(0, name.find('.')));
+        return seenText(*face::controlWithId(form, GetDlgCtrlID(found)), found);
+    }
 
     bool visible(const std::string& name) override {
         settle();
@@ -210,17 +228,20 @@ public:
             const Control* known = face::controlWithId(table(name), GetDlgCtrlID(child));
             const auto style = static_cast<DWORD>(GetWindowLongPtrA(child, GWL_STYLE));
             if (known != nullptr && (style & WS_VISIBLE) != 0) {
-                std::string text = shownText(child);
-                if (known->kind() == ControlKind::Chart) {
-                    text = text.substr(0, text.find(". ")); // the values that are read off follow
-                }
-                seen.push_back({known->name(), text, IsWindowEnabled(child) != FALSE});
+                seen.push_back(
+                    {known->name(), seenText(*known, child), IsWindowEnabled(child) != FALSE});
             }
         }
         return seen;
     }
 
 private:
+    /// Of a chart its title alone: what is drawn, or read off, follows.
+    static std::string seenText(const Control& known, HWND window) {
+        const std::string text = shownText(window);
+        return known.kind() == ControlKind::Chart ? text.substr(0, text.find(". ")) : text;
+    }
+
     struct Expected {
         std::string text;
         MsgBoxAnswer answer;

@@ -23,14 +23,39 @@ bool sentFramesFell(const RAS_STATS& before, const RAS_STATS& now) {
            fell(before.dwFramesXmited, now.dwFramesXmited);
 }
 
-/// Under the same handle another session is told by its shorter time; close to the end of that
-/// counter only by its frames.
+/// Frames carry 64 KiB each at most; without them a fall of bytes tells of a pass of the end only
+/// when less than half the range is gained by it.
+bool passes(std::uint32_t before, std::uint32_t now, std::uint32_t framesBefore,
+            std::uint32_t framesNow, bool framed) {
+    const std::int64_t gain = (counterEnd + now - before) % counterEnd;
+    const std::int64_t frames = (counterEnd + framesNow - framesBefore) % counterEnd;
+    return framed ? gain <= (frames + 1) * 65'536 : gain < counterEnd / 2;
+}
+
+bool nothingCanHaveCarried(const RAS_STATS& last, const RAS_STATS& next) {
+    const bool framed =
+        last.dwFramesRcved + last.dwFramesXmited + next.dwFramesRcved + next.dwFramesXmited != 0;
+    const bool rcvdIsFine = !fell(last.dwBytesRcved, next.dwBytesRcved) ||
+                            passes(last.dwBytesRcved, next.dwBytesRcved, last.dwFramesRcved,
+                                   next.dwFramesRcved, framed);
+    const bool sentIsFine = !fell(last.dwBytesXmited, next.dwBytesXmited) ||
+                            passes(last.dwBytesXmited, next.dwBytesXmited, last.dwFramesXmited,
+                                   next.dwFramesXmited, framed);
+    const bool cleared = rcvdFramesFell(last, next) || sentFramesFell(last, next);
+    return !cleared && (!rcvdIsFine || !sentIsFine);
+}
+
+/// Under the same handle another session is told by its shorter time, close to the end of that
+/// counter only by its frames, and by fewer bytes that nothing can have carried.
 bool followerIsTold(const Session& before, const Session& now) {
     if (now.wide) {
         return now.carried.time < before.carried.time;
     }
     const RAS_STATS last = before.counters();
     const RAS_STATS next = now.counters();
+    if (nothingCanHaveCarried(last, next)) {
+        return true;
+    }
     return fell(last.dwConnectDuration, next.dwConnectDuration) &&
            (next.dwConnectDuration - last.dwConnectDuration > day ||
             (rcvdFramesFell(last, next) && sentFramesFell(last, next)));
@@ -41,7 +66,7 @@ bool gainIsTold(const Session& before, const Session& now) {
     const RAS_STATS last = before.counters();
     const RAS_STATS next = now.counters();
     const Amount more = now.carried - before.carried;
-    if (more.time >= counterEnd ||
+    if (more.time >= counterEnd || nothingCanHaveCarried(last, next) ||
         (fell(last.dwConnectDuration, next.dwConnectDuration) && more.time > day)) {
         return false;
     }
@@ -79,7 +104,9 @@ bool isListed(const std::vector<Session>& listed, std::uint32_t handle) {
 } // namespace
 
 void Book::begin(Amount totals) {
+    const bool as = renumbers;
     *this = Book();
+    renumbers = as;
     finished = totals;
 }
 
@@ -88,44 +115,52 @@ const Book::Known* Book::known(std::uint32_t handle) const {
     return found == known_.end() ? nullptr : &found->second;
 }
 
-const Book::Known* Book::counted() const {
-    return countedId_ == 0 ? nullptr : known(countedHandle_);
-}
-
 void Book::seeNothing() {
+    beginTick({});
     fold();
-    known_.clear();
-    pending_.reset();
-    countedId_ = 0;
 }
 
-/// Whoever stands where the counted session stood: under its handle, or of its entry and new.
-const Session* Book::follower(const std::vector<Session>& listed) const {
-    const Known* const last = counted();
-    const auto found = std::find_if(listed.begin(), listed.end(), [&](const Session& one) {
-        if (isListed(listed, countedHandle_)) {
-            return one.handle == countedHandle_;
-        }
-        return last != nullptr && one.entry == last->last.entry && known(one.handle) == nullptr;
-    });
-    return found == listed.end() ? nullptr : &*found;
+/// What counted of the session that stood there goes into the totals.
+void Book::over(std::uint32_t handle) {
+    if (handle == countedHandle_) {
+        fold();
+    } else {
+        finished = finished + known_.at(handle).counted;
+    }
+}
+
+/// A session that has come may be the one that is gone from the list, under another handle.
+bool Book::mayFollow(const Known& before, const Session& session,
+                     const std::vector<Session>& listed) const {
+    const std::uint32_t handle = before.last.handle;
+    return renumbers && !isListed(listed, handle) && hungUp_.count(handle) == 0 &&
+           session.entry == before.last.entry && session.handle != dialled_ &&
+           known(session.handle) == nullptr;
 }
 
 void Book::beginTick(const std::vector<Session>& listed) {
-    pending_.reset();
-    const Session* const next = countedId_ == 0 ? nullptr : follower(listed);
-    if (next == nullptr) {
-        fold();
-        countedId_ = 0;
-    } else if (next->id != countedId_) {
-        pending_ = Pending{.follower = next->id, .counted = current - offset};
+    declining_ = false;
+    std::map<std::uint32_t, Known> next;
+    for (const auto& [handle, one] : known_) {
+        const auto follower =
+            std::find_if(listed.begin(), listed.end(), [&, &last = one](const Session& session) {
+                return mayFollow(last, session, listed);
+            });
+        if (isListed(listed, handle) && handle != dialled_) {
+            next[handle] = one;
+        } else if (follower != listed.end()) {
+            next[follower->handle] = one;
+            next[follower->handle].last.handle = follower->handle;
+            next[follower->handle].renumbered = true;
+            countedHandle_ = countedHandle_ == handle ? follower->handle : countedHandle_;
+        } else {
+            over(handle);
+            countedHandle_ = countedHandle_ == handle ? 0 : countedHandle_;
+        }
     }
-    if (next != nullptr && next->handle != countedHandle_) {
-        known_[next->handle] = known_.at(countedHandle_);
-        known_[next->handle].renumbered = true;
-        countedHandle_ = next->handle;
-    }
-    std::erase_if(known_, [&](const auto& each) { return !isListed(listed, each.first); });
+    known_ = next;
+    hungUp_.clear();
+    dialled_ = isListed(listed, dialled_) ? 0 : dialled_;
 }
 
 Amount Book::firstReading(const Session& session) {
@@ -148,35 +183,63 @@ Amount Book::gain(const Session& before, const Session& now) {
     return {.rcvd = told.rcvd, .sent = told.sent, .time = more.time};
 }
 
-void Book::read(const Session& session) {
-    if (pending_ && pending_->follower == session.id) {
-        if (countedHandle_ == session.handle) {
-            fold();
-        } else {
-            finished = finished + pending_->counted;
-            offset = {};
-        }
-        pending_.reset();
+void Book::note(const Session& session, const std::vector<Session>& listed) {
+    const Known* before = known(session.handle);
+    if (before != nullptr && before->last.id != session.id) {
+        over(session.handle);
+        before = nullptr;
     }
-    const Known* const before = known(session.handle);
-    const bool same = before != nullptr && before->last.id == session.id;
-    current = same && !session.wide ? before->figures + gain(before->last, session)
-                                    : firstReading(session);
-    known_[session.handle] = {.last = session, .figures = current};
-    countedId_ = session.id;
+    const bool within = std::any_of(listed.begin(), listed.end(),
+                                    [&](const Session& one) { return one.id == session.inside; });
+    Known now{.last = session, .figures = firstReading(session), .offset = {}, .counted = {}};
+    if (before != nullptr) {
+        now.figures = session.wide ? now.figures : before->figures + gain(before->last, session);
+        now.offset = before->offset;
+    }
+    // What a line carries within another counts there.
+    now.offset = within || declining_ ? now.figures : now.offset;
+    now.counted = now.figures - now.offset;
+    known_[session.handle] = now;
+}
+
+void Book::read(const Session& session, const std::vector<Session>& listed) {
+    note(session, listed);
     countedHandle_ = session.handle;
+    current = known_.at(session.handle).figures;
+    offset = known_.at(session.handle).offset;
 }
 
 void Book::fold() {
     finished = total();
     current = {};
     offset = {};
+    if (const auto counted = known_.find(countedHandle_); counted != known_.end()) {
+        counted->second.offset = counted->second.counted = {};
+    }
 }
 
 void Book::reset() {
     finished = current = offset = {};
-    if (pending_) {
-        pending_->counted = {};
+    for (auto& [handle, one] : known_) {
+        one.offset = one.counted = {};
+    }
+}
+
+void Book::decline() {
+    declining_ = true;
+    offset = current;
+    Known& declined = known_.at(countedHandle_);
+    declined.offset = declined.figures;
+    declined.counted = {};
+}
+
+void Book::keepOthers() {
+    for (auto& [handle, one] : known_) {
+        if (handle != countedHandle_) {
+            finished = finished + one.counted;
+            one.offset = one.figures;
+            one.counted = {};
+        }
     }
 }
 
@@ -191,9 +254,9 @@ bool Book::tellable(const Session& session, const std::vector<Session>& listed) 
     if (const Known* const before = known(session.handle)) {
         return isTold(*before, session, before->renumbered);
     }
-    const Known* const last = counted();
-    return last == nullptr || isListed(listed, countedHandle_) ||
-           last->last.entry != session.entry || isTold(*last, session, true);
+    return std::all_of(known_.begin(), known_.end(), [&](const auto& each) {
+        return !mayFollow(each.second, session, listed) || isTold(each.second, session, true);
+    });
 }
 
 } // namespace tarvik::soak

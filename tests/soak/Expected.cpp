@@ -1,6 +1,7 @@
 #include "soak/Expected.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvik::soak {
 
@@ -8,7 +9,6 @@ namespace {
 
 constexpr std::int64_t largestLong = 2'147'483'647;
 constexpr int droppedLine = 668;
-constexpr int invalidHandle = 6;
 
 } // namespace
 
@@ -77,6 +77,7 @@ void Expected::hangUp(std::vector<Session>& listed, Failure failure) {
             continue;
         }
         one.hungUp = true;
+        book.hungUp(one.handle);
         connectionActive = false;
     }
 }
@@ -119,6 +120,7 @@ void Expected::tick(std::vector<Session> listed, Failure failure, Trouble troubl
     failed_ = {};
     trouble_ = trouble;
     now_ = now;
+    read_.clear();
     if (failure == Failure::Enumerate) {
         showFailure({"RasEnumConnections", droppedLine});
         failed_ = {"RasEnumConnections", droppedLine};
@@ -138,11 +140,12 @@ void Expected::tick(std::vector<Session> listed, Failure failure, Trouble troubl
 }
 
 void Expected::readListed(Session& one, std::vector<Session>& listed, Failure& failure) {
+    if (one.hungUp) {
+        return; // in this tick, by the limit
+    }
     if (failure == Failure::Status) {
         failure = Failure::None;
         failed_ = {"RasGetConnectStatus", droppedLine};
-    } else if (one.hungUp) {
-        failed_ = {"RasGetConnectStatus", invalidHandle};
     } else if (!one.connected) {
         book.fold();
         stale = false;
@@ -154,9 +157,19 @@ void Expected::readListed(Session& one, std::vector<Session>& listed, Failure& f
     }
 }
 
+/// What a limit hangs up is read before, so that nothing is lost.
+void Expected::readTheOthers(const std::vector<Session>& listed) {
+    for (const Session& one : listed) {
+        if (one.connected && read_.insert(one.id).second) {
+            book.note(one, listed);
+        }
+    }
+}
+
 void Expected::online(const Session& session, std::vector<Session>& listed) {
     connectionActive = true;
-    book.read(session);
+    book.read(session, listed);
+    read_.insert(session.id);
     const bool fromBefore = firstOnlineUpdate && !dialInStarted && book.current != Amount();
     if (firstOnlineUpdate) {
         tickerBase_ = book.finished.rcvd + book.finished.sent;
@@ -200,16 +213,36 @@ void Expected::checkReset() {
                                                       now_.day, now_.hour)) {
         return;
     }
-    if (settings.backup && !backUp() &&
+    const bool backedUp = settings.backup && backUp();
+    if (settings.backup && !backedUp &&
         question("The criteria to reset the transfer records has been reached.\rHowever - An error "
                  "occured while trying to create the backup-file.\rDo you want to reset the "
                  "transfers recorded anyway?",
                  MsgBoxButtons::YesNo, MsgBoxIcon::Question, 3) == MsgBoxAnswer::No) {
         return;
     }
+    if (backedUp && resetInDoubt_) {
+        balloons.emplace_back(doubt); // the backup is the copy
+    }
+    if (!settings.backup && !fileIsKept()) {
+        return;
+    }
     book.reset();
     settings.lastReset = now_.day;
+    resetInDoubt_ = false;
     ++resets;
+}
+
+/// Whether the copy that a reset in doubt waits for can be made; a note tells of either.
+bool Expected::fileIsKept() {
+    if (!resetInDoubt_ || !file.exists) {
+        return true;
+    }
+    const bool kept = trouble_ != Trouble::Write;
+    if (kept || !std::exchange(waitTold_, true)) {
+        balloons.emplace_back(doubt);
+    }
+    return kept;
 }
 
 bool Expected::backUp() {
@@ -251,6 +284,7 @@ void Expected::checkLimits(std::vector<Session>& listed) {
     }
     warningVisible = warningVisible || (settings.warning && warningArmed);
     if (settings.hangUp && connectionActive) {
+        readTheOthers(listed);
         hangUp(listed, Failure::None);
     }
 }
@@ -270,7 +304,7 @@ bool Expected::save(Trouble trouble) {
     return true;
 }
 
-void Expected::start(bool argumentRun) {
+void Expected::start(bool argumentRun, int today) {
     if (file.exists && file.locked &&
         question("Warning: Another instance of Velmars Tarvik seems to be running.\rAre you sure "
                  "that you want to start another instance?\r(This could cause the protocol file to "
@@ -283,6 +317,8 @@ void Expected::start(bool argumentRun) {
     warningArmed = true;
     firstOnlineUpdate = true;
     settings = file.exists ? file.settings : Settings();
+    resetInDoubt_ = file.exists && settings.lastReset > today;
+    waitTold_ = false;
     book.begin(file.records.empty() ? Amount() : file.records.back());
     if (file.exists) {
         file.locked = true;
@@ -302,6 +338,7 @@ void Expected::crash() {
 }
 
 void Expected::shutDown(Trouble trouble) {
+    book.keepOthers();
     if (save(trouble)) {
         file.locked = false;
     } else {

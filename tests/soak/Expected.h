@@ -6,6 +6,7 @@
 #include "soak/Chance.h"
 
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -80,8 +81,11 @@ public:
     /// What came up since they were last emptied.
     std::vector<Box> boxes;
     std::vector<std::string> balloons;
+    /// How the note on a reset in doubt begins; what follows is left out above.
+    static constexpr const char* doubt = "The date of the last reset may be misread";
 
-    void start(bool argumentRun);
+    /// `today` is the day of the start, as a serial.
+    void start(bool argumentRun, int today);
     void crash();
     void endSession(Trouble trouble);
     void pressQuit(Trouble trouble);
@@ -107,10 +111,12 @@ private:
     void switchOff();
     void hangUp(std::vector<Session>& listed, Failure failure);
     void readListed(Session& one, std::vector<Session>& listed, Failure& failure);
+    void readTheOthers(const std::vector<Session>& listed);
     void online(const Session& session, std::vector<Session>& listed);
     bool askAboutSession();
     void checkReset();
     bool backUp();
+    bool fileIsKept();
     void checkTicker();
     void checkLimits(std::vector<Session>& listed);
     bool save(Trouble trouble);
@@ -120,8 +126,11 @@ private:
     ReferenceBoundary boundary_;
     std::int64_t tickerBase_ = 0;
     FailedCall failed_;
+    std::set<int> read_; ///< in this tick
     Trouble trouble_ = Trouble::None;
     Now now_;
+    bool resetInDoubt_ = false; ///< the last reset lay ahead when the program was started
+    bool waitTold_ = false;
 };
 
 } // namespace tarvik::soak

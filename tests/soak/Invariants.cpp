@@ -32,8 +32,9 @@ std::int64_t timeOf(const std::string& text) {
 }
 
 std::string balloonText(const ScriptedNotificationArea::Request& request) {
-    return (request.data.uFlags & NotificationArea::info) != 0 ? request.data.szInfo
-                                                               : std::string();
+    const std::string text =
+        (request.data.uFlags & NotificationArea::info) != 0 ? request.data.szInfo : "";
+    return text.starts_with(Expected::doubt) ? Expected::doubt : text;
 }
 
 } // namespace
@@ -89,6 +90,7 @@ void Run::expectTotals() {
     if (counted != total) {
         violated("counted are " + counted.text() + ",\n  but it must be " + total.text());
     }
+    demand(total.rcvd >= 0 && total.sent >= 0 && total.time >= 0, "nothing is below zero");
     if (!expected_.stale) {
         expectShown(total);
     }
@@ -99,7 +101,7 @@ void Run::expectShown(const Amount& total) {
     const FrmMain& window = world_->forms.frmMain;
     demand(figure(window.txtBytesRcvdTotal.text()) == total.rcvd, "received bytes shown");
     demand(figure(window.txtBytesSentTotal.text()) == total.sent, "sent bytes shown");
-    demand(total.time < 0 || timeOf(window.txtDurationTotal.text()) == total.time, "time shown");
+    demand(timeOf(window.txtDurationTotal.text()) == total.time, "time shown");
 }
 
 /// Totals fall by a reset alone, as long as no second connection displaces the one that counted.
@@ -125,6 +127,9 @@ void Run::expectBalloons() {
         violated("other balloons than expected:" + (shown.empty() ? "" : " " + shown.front()));
     }
     for (const std::string& text : shown) {
+        if (text == Expected::doubt) {
+            continue;
+        }
         const std::string overall = text.substr(text.find('\r'));
         demand(overall != std::exchange(lastBalloon_, overall),
                "each balloon tells another figure");

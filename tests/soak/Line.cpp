@@ -73,6 +73,27 @@ Session& Line::dial(const std::string& entry) {
     return up.emplace_back(made(entry, newHandle()));
 }
 
+Session& Line::dialInside(const std::string& entry) {
+    Session inner = made(entry, newHandle());
+    inner.inside = up.front().id;
+    return *up.insert(up.begin(), inner);
+}
+
+Session* Line::carrierOf(const Session& session) {
+    const auto found = std::find_if(up.begin(), up.end(),
+                                    [&](const Session& one) { return one.id == session.inside; });
+    return found == up.end() ? nullptr : &*found;
+}
+
+bool Line::reverse() {
+    const bool carries =
+        std::any_of(up.begin(), up.end(), [this](const Session& one) { return carrierOf(one); });
+    if (!carries) {
+        std::reverse(up.begin(), up.end());
+    }
+    return !carries;
+}
+
 std::int64_t Line::someBytes() {
     // Mostly little, sometimes as much as a counter just cannot lose.
     switch (chance_.below(12)) {
@@ -91,8 +112,11 @@ std::int64_t Line::someBytes() {
 void Line::carry(std::int64_t milliseconds) {
     for (Session& one : up) {
         if (one.connected) {
-            one.carried = one.carried +
-                          Amount{.rcvd = someBytes(), .sent = someBytes(), .time = milliseconds};
+            const Amount bytes{.rcvd = someBytes(), .sent = someBytes()};
+            one.carried = one.carried + bytes + Amount{.time = milliseconds};
+            if (Session* const carrier = carrierOf(one)) {
+                carrier->carried = carrier->carried + bytes;
+            }
         }
     }
 }
@@ -119,6 +143,9 @@ void Line::publish(ScriptedConnections& service) const {
         listed.entryName = one.entry;
         listed.state = one.connected ? ras::connected : 8193;
         listed.statistics = one.counters();
+        const auto carrier = std::find_if(
+            up.begin(), up.end(), [&](const Session& other) { return other.id == one.inside; });
+        listed.carrier = carrier == up.end() ? 0 : carrier->handle;
         if (one.wide) {
             listed.totals = LineTotals{.bytesSent = static_cast<std::uint64_t>(one.carried.sent),
                                        .bytesRcvd = static_cast<std::uint64_t>(one.carried.rcvd),

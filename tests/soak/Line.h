@@ -37,6 +37,7 @@ struct Session {
     Amount cleared;        ///< of it, what the service has forgotten
     int clears = 0;
     bool hungUp = false;
+    int inside = 0; ///< the session that carries it, 0 for none
 
     /// What the service tells as counters.
     RAS_STATS counters() const;
@@ -54,6 +55,10 @@ public:
     std::string freeEntry();
     /// Another program dials.
     Session& dial(const std::string& entry);
+    /// Another program dials through the one that is up; the carrier is listed after it.
+    Session& dialInside(const std::string& entry);
+    /// They are listed the other way round, if none carries another.
+    bool reverse();
     /// Lets time pass on every session that is connected, and bytes flow.
     void carry(std::int64_t milliseconds);
     /// The session ends and another of the same entry follows at once: under the same handle or a
@@ -72,6 +77,7 @@ public:
     void adopt(const ScriptedConnections& service);
 
 private:
+    Session* carrierOf(const Session& session);
     Session made(const std::string& entry, std::uint32_t handle);
     std::uint32_t newHandle();
     std::int64_t someBytes();

@@ -23,6 +23,9 @@ Counts& Counts::operator+=(const Counts& other) {
 Run::Run(std::uint32_t seed) : seed_(seed) {
     machine_.connections.entries = {
         {.name = "Harbour"}, {.name = "Quay"}, {.name = "Ridge"}, {.name = "Tower"}};
+    // Some services never give a connection another handle.
+    machine_.connections.renumbersConnections = seed % 3 != 0;
+    expected_.book.renumbers = machine_.connections.renumbersConnections;
     machine_.connections.errorTexts[668] = "The line was dropped.";
     machine_.desktop.fail = [this](const std::string& what) {
         unexpected_ = unexpected_.empty() ? what : unexpected_;
@@ -42,7 +45,7 @@ void Run::startProgram() {
     while (!expected_.running) {
         const bool run = chance_.onceIn(2);
         machine_.program.arguments = run ? "/r" : "";
-        expected_.start(run);
+        expected_.start(run, calendar_.now().day);
         questionsInRun_ = 0;
         mayFall_ = true;
         lastBalloon_.clear();
@@ -156,6 +159,9 @@ void Run::connect() {
         window().cboConnections.setListIndex(static_cast<int>(place - items.begin()));
         window().cmdConnect.press();
     });
+    if (failure == Failure::None) {
+        expected_.book.dialled(line_.up.back().handle);
+    }
 }
 
 void Run::disconnect() {

@@ -28,11 +28,14 @@ std::string Run::nameOf(const Session& session) const {
 
 void Run::anotherConnection() {
     const std::string entry = line_.freeEntry();
+    if (!line_.up.empty() && chance_.onceIn(2)) {
+        return note("another program dials through the line: " + nameOf(line_.dialInside(entry)));
+    }
     Session& made = line_.dial(entry);
     made.connected = !chance_.onceIn(15);
     note("another program dials " + nameOf(made));
     if (chance_.onceIn(4)) {
-        std::reverse(line_.up.begin(), line_.up.end());
+        line_.reverse();
     }
 }
 
@@ -61,7 +64,9 @@ void Run::replaceSession(Session& session) {
         line_.redial(session, false);
         break;
     case 2:
-        line_.renumber(session);
+        if (expected_.book.renumbers) {
+            line_.renumber(session);
+        }
         break;
     default:
         line_.follow(session, line_.freeEntry());
@@ -120,8 +125,7 @@ void Run::lineActs() {
     if (!line_.up.empty() && chance_.onceIn(7)) {
         upsetSession(line_.up[chance_.place(line_.up.size())]);
     }
-    if (line_.up.size() > 1 && chance_.onceIn(12)) {
-        std::reverse(line_.up.begin(), line_.up.end());
+    if (line_.up.size() > 1 && chance_.onceIn(12) && line_.reverse()) {
         note("the service lists them the other way round");
     }
 }

@@ -62,6 +62,7 @@ public:
     explicit ChartOfCase(const ChartCase& one) : Form("frmPicture", "Picture") {
         chart.setType(one.type);
         chart.setColumnCount(one.columns);
+        chart.setEmptyText("Nothing to draw yet. Press a button that fills the chart.");
         chart.setColumnLabel(0, "Received");
         chart.setColumnLabel(1, "Sent");
         for (const auto& [id, title] :

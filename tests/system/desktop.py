@@ -1,15 +1,14 @@
 """A virtual desktop and the program on it, driven and read through accessibility as a person with a
 screen reader would use it."""
 
-import ctypes
 import json
 import os
 import pathlib
+import re
 import shutil
 import signal
 import subprocess
 import tempfile
-import time
 import unittest
 
 import gi
@@ -17,8 +16,8 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi  # noqa: E402
 
-DEADLINE = 20.0
-_process_control = ctypes.CDLL(None).prctl
+from displays import WaylandDisplay, XDisplay  # noqa: E402
+from processes import DEADLINE, Failure, end_with_parent, start, stop, wait_for  # noqa: E402
 
 
 def powerless():
@@ -32,39 +31,17 @@ def powerless():
     return words
 
 
-class Failure(AssertionError):
-    """The program did not do what was waited for."""
-
-
-def end_with_parent():
-    """In a new process: it ends when the one that started it is gone, however that ended."""
-    set_death_signal = 1
-    _process_control(set_death_signal, int(signal.SIGTERM), 0, 0, 0)
-
-
-def wait_for(what, condition, deadline=DEADLINE):
-    """The first true answer of the condition; fails when it does not come in time."""
-    end = time.monotonic() + deadline
-    while True:
-        try:
-            answer = condition()
-        except Failure:
-            raise
-        except Exception:  # a widget that has just gone
-            answer = None
-        if answer:
-            return answer
-        if time.monotonic() > end:
-            raise Failure("waited in vain for " + what)
-        time.sleep(0.03)
-
-
 class Desktop:
-    """A display with a window manager and a session bus of its own; end it with close()."""
+    """A display with a window manager and a session bus of its own; end it with close().
+
+    TARVIK_DESKTOP=wayland makes it one of Wayland. Tests that look at it with tools of X are then
+    skipped: where a window is minimised or active, and a panel that embeds icons."""
 
     def __init__(self, screen="1000x700x24"):
+        self.wayland = os.environ.get("TARVIK_DESKTOP") == "wayland"
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="tarvik-desktop-"))
         self.processes = []
+        self.display = None
         self.last_note = 0
         self.clicks = 0
         self.environment = {
@@ -88,42 +65,26 @@ class Desktop:
             raise
 
     def _start_services(self, screen):
-        self._start_display(screen)
+        self.display = (WaylandDisplay if self.wayland else XDisplay)(self.environment, screen)
+        self.environment.update(self.display.environment)
         self._start_bus()
         # The accessibility library reads these when it is first used.
-        os.environ["DISPLAY"] = self.environment["DISPLAY"]
-        os.environ["DBUS_SESSION_BUS_ADDRESS"] = self.environment["DBUS_SESSION_BUS_ADDRESS"]
-        os.environ["XDG_RUNTIME_DIR"] = self.environment["XDG_RUNTIME_DIR"]
-        # A window that comes while the window manager starts may be lost for good.
-        ready = self.folder / "window-manager-ready"
-        self._start(["openbox", "--startup", "touch '%s'" % ready])
-        wait_for("the window manager", ready.exists)
+        for name in ("DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR"):
+            os.environ[name] = self.environment[name]
+        if not self.wayland:
+            # A window that comes while the window manager starts may be lost for good.
+            ready = self.folder / "window-manager-ready"
+            self._start(["openbox", "--startup", "touch '%s'" % ready])
+            wait_for("the window manager", ready.exists)
 
     def _start(self, command, **options):
-        process = subprocess.Popen(
-            command,
-            env=self.environment,
-            stdout=options.pop("stdout", subprocess.DEVNULL),
-            stdin=subprocess.DEVNULL,
-            stderr=subprocess.DEVNULL,
-            preexec_fn=end_with_parent,
-            **options,
-        )
+        process = start(command, self.environment, **options)
         self.processes.append(process)
         return process
 
-    def _start_display(self, screen):
-        read_end, write_end = os.pipe()
-        self._start(
-            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", screen, "-nolisten", "tcp"],
-            pass_fds=[write_end],
-        )
-        os.close(write_end)
-        with os.fdopen(read_end) as answer:
-            number = answer.readline().strip()
-        if not number:
-            raise Failure("the virtual display did not start")
-        self.environment["DISPLAY"] = ":" + number
+    def _only_on_x(self, what):
+        if self.wayland:
+            raise unittest.SkipTest("%s can only be seen on a display of X" % what)
 
     def _start_bus(self):
         bus = self._start(
@@ -141,6 +102,7 @@ class Desktop:
 
     def is_iconic(self, title):
         """True when the window of that title is minimised."""
+        self._only_on_x("a minimised window")
         answer = subprocess.run(
             ["xprop", "-name", title, "WM_STATE"],
             env=self.environment, capture_output=True, text=True, check=False,
@@ -149,16 +111,51 @@ class Desktop:
 
     def is_active(self, title):
         """True when the window of that title has the user's attention."""
+        self._only_on_x("the active window")
         answer = subprocess.run(
             ["xdotool", "getactivewindow", "getwindowname"],
             env=self.environment, capture_output=True, text=True, check=False,
         )
         return answer.stdout.strip() == title
 
+    def size_of(self, title):
+        """Width and height of the window of that title, without its frame."""
+        answer = subprocess.run(
+            ["xdotool", "getwindowgeometry", "--shell", self._window_called(title)],
+            env=self.environment, capture_output=True, text=True, check=True,
+        )
+        place = dict(line.split("=") for line in answer.stdout.split())
+        return int(place["WIDTH"]), int(place["HEIGHT"])
+
+    def _window_called(self, title):
+        return wait_for(
+            "the window " + title,
+            lambda: (self._windows("--name", "^" + re.escape(title) + "$") or [None])[0],
+        )
+
+    def _numbers(self, *words):
+        """The windows that a property names, in its order."""
+        answer = subprocess.run(
+            ["xprop", *words], env=self.environment, capture_output=True, text=True, check=True
+        )
+        return [int(number, 16) for number in re.findall("0x[0-9a-f]+", answer.stdout)]
+
+    def stands_before(self, upper, lower):
+        """True when the window of that title covers the other where they meet."""
+        order = self._numbers("-root", "_NET_CLIENT_LIST_STACKING")
+        places = [order.index(int(self._window_called(title))) for title in (upper, lower)]
+        return places[0] > places[1]
+
+    def belongs_to(self, title, owner):
+        """True when the window of that title is one that passes, before the other."""
+        owners = self._numbers("-id", self._window_called(title), "WM_TRANSIENT_FOR")
+        return owners == [int(self._window_called(owner))]
+
     # The panel and the notes --------------------------------------------------------------
 
     def open_panel(self):
         """Starts a panel that embeds icons; the process, to be ended with close_panel()."""
+        self._only_on_x("a panel that embeds icons")
         panel = self._start(
             ["trayer", "--edge", "bottom", "--align", "right", "--widthtype", "request",
              "--heighttype", "pixel", "--height", "24", "--iconspacing", "2"]
@@ -248,15 +245,9 @@ class Desktop:
 
     def close(self):
         for process in reversed(self.processes):
-            process.terminate()
-        for process in self.processes:
-            try:
-                process.wait(5)
-            except subprocess.TimeoutExpired:
-                process.kill()
-                process.wait()
-            if process.stdout is not None:
-                process.stdout.close()
+            stop(process)
+        if self.display is not None:
+            self.display.close()
         shutil.rmtree(self.folder, ignore_errors=True)
 
 
@@ -264,14 +255,14 @@ class Program:
     """One running copy of the program: an executable, or a command that becomes one."""
 
     def __init__(self, desktop, command, *arguments, **environment):
-        self.desktop = desktop
+        self.environment = {**desktop.environment, **environment}
         if isinstance(command, (str, pathlib.Path)):
             command = [str(command)]
         descriptor, self.errors = tempfile.mkstemp(prefix="errors-", dir=desktop.folder)
         with os.fdopen(descriptor, "wb") as errors:
             self.process = subprocess.Popen(
                 [*command, *arguments],
-                env={**desktop.environment, **environment},
+                env=self.environment,
                 stdin=subprocess.DEVNULL,
                 stdout=subprocess.DEVNULL,
                 stderr=errors,
@@ -367,7 +358,7 @@ class Program:
     def choose(self, name, entry):
         """Opens a list with a click and chooses an entry with the keyboard."""
         self.click(name)
-        wait_for("the open list", lambda: self._open_list(name))
+        wait_for("the open list", lambda: self.is_open(name))
         entries = [
             node.get_name() for node in self._walk(self.find(name))
             if node.get_role_name() == "list item"
@@ -377,7 +368,7 @@ class Program:
         self.key("Home", *["Down"] * entries.index(entry), "Return")
         self.wait_text(name, entry)
 
-    def _open_list(self, name):
+    def is_open(self, name):
         for node in self._walk(self.find(name)):
             if node.get_role_name() == "list item":
                 return node.get_state_set().contains(Atspi.StateType.SHOWING)
@@ -389,12 +380,12 @@ class Program:
         place = [str(area.x + area.width // 2), str(area.y + area.height // 2)]
         subprocess.run(
             ["xdotool", "mousemove", *place, "click", "1"],
-            env=self.desktop.environment,
+            env=self.environment,
             check=True,
         )
 
     def key(self, *keys):
-        subprocess.run(["xdotool", "key", *keys], env=self.desktop.environment, check=True)
+        subprocess.run(["xdotool", "key", *keys], env=self.environment, check=True)
 
     # Message boxes --------------------------------------------------------------------------
 

@@ -20,10 +20,13 @@ MENU = "com.canonical.dbusmenu"
 
 
 class ItemPanel:
-    """The panel, on the bus of that address until close()."""
+    """The panel, on the bus of that address until close(); a mute one has its name there, but never
+    answers."""
 
-    def __init__(self, address):
+    def __init__(self, address, mute=False):
         self.item = None
+        self.mute = mute
+        self.closing = threading.Event()
         self.context = GLib.MainContext()
         self.loop = GLib.MainLoop(self.context)
         ready = threading.Event()
@@ -48,7 +51,10 @@ class ItemPanel:
             GLib.Variant("(su)", ("org.kde.StatusNotifierWatcher", 4)), None, 0, -1, None,
         )
         ready.set()
-        self.loop.run()
+        if self.mute:
+            self.closing.wait()
+        else:
+            self.loop.run()
         self.bus.close_sync(None)
         self.context.pop_thread_default()
 
@@ -100,5 +106,9 @@ class ItemPanel:
         )
 
     def close(self):
-        self.loop.quit()
+        self.closing.set()
+        # The loop may not have begun yet: what is asked of it waits until it has.
+        ending = GLib.idle_source_new()
+        ending.set_callback(lambda *_: self.loop.quit())
+        ending.attach(self.context)
         self.thread.join()

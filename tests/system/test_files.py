@@ -135,6 +135,14 @@ class DamageTest(ProgramTest):
         self.assertTrue(after.startswith(b"\xef\xbb\xbf[Settings]\r\nRefreshInterval=300\r\n"))
         self.assertNotIn(b"RefreshInterval=1000", after)
 
+    def test_a_file_of_two_bytes_a_character_is_read_and_stays_one(self):
+        before = "\ufeff[Settings]\r\nRefreshInterval=300\r\n; \u4e2d\r\n"
+        for form in ("utf-16-le", "utf-16-be"):
+            after = self.survive(before.encode(form)).decode(form)
+            self.assertTrue(after.startswith(before), after)
+            self.assertEqual(list(keys_of(after[1:], "Settings"))[1], "IsLocked")
+            self.assertNotIn("RefreshInterval=1000", after)
+
     def test_bytes_that_are_no_text_are_kept(self):
         noise = random.Random(7).randbytes(200_000).replace(b"[", b".")
         self.assertIn(noise, self.survive(noise + b"\n"))

@@ -17,7 +17,7 @@ DUE = (
 class LimitTest(ProgramTest):
     def test_a_limit_warns_in_front_until_the_warning_is_closed(self):
         self.write_ini(
-            "[Settings]\nRefreshInterval=200\nTransferLimit=1\nTransferLimitValue=1000\n"
+            "[Settings]\nRefreshInterval=2000\nTransferLimit=1\nTransferLimitValue=1000\n"
             "TransferLimitWarning=1\n"
         )
         program = self.start_quietly()
@@ -26,6 +26,10 @@ class LimitTest(ProgramTest):
         wait_for("the warning", lambda: program.is_showing("frmWarning"))
         wait_for("the warning in front", lambda: self.desktop.is_active("Velmars Tarvik - Warning"))
         program.key("Escape")
+        wait_for("the window put aside", lambda: not program.is_showing("frmWarning"))
+        wait_for("the warning again", lambda: program.is_showing("frmWarning"))
+        wait_for("the warning in front", lambda: self.desktop.is_active("Velmars Tarvik - Warning"))
+        program.key("space")  # the focus is on the button that closes it
 
         wait_for("the end of it", lambda: not program.is_showing("frmWarning"))
         before = program.text("txtBytesRcvd")

@@ -198,6 +198,27 @@ class CommandLineTest(ProgramTest):
         program.wait_text("lblMonitoring", "Monitoring: active")
         self.assertEqual(program.end(), 0)
 
+    def test_switches_that_the_toolkit_knows_are_told_like_any_other(self):
+        self.write_ini()
+        program = self.start("-style", "fusion", "-reverse", "--platform", "/r")
+        program.expect_box(
+            "Warning:\nInvalid command-line switches detected:\n-style\nfusion\n-reverse\n"
+            "--platform\nTry /? or /h for help.",
+            "OK",
+        )
+        program.wait_text("lblMonitoring", "Monitoring: active")
+        self.assertEqual(program.end(), 0)
+
+    def test_an_argument_with_a_quote_and_a_blank_leaves_the_others_alone(self):
+        self.write_ini()
+        program = self.start('a "b', "/run")
+        program.expect_box(
+            "Warning:\nInvalid command-line switches detected:\na b\nTry /? or /h for help.",
+            "OK",
+        )
+        program.wait_text("lblMonitoring", "Monitoring: active")
+        self.assertEqual(program.end(), 0)
+
     def test_started_out_of_the_way_the_window_is_not_in_front(self):
         program = self.start_quietly("/R", "/MIN")
         program.wait_text("lblMonitoring", "Monitoring: active")

@@ -1,5 +1,6 @@
 """The icon in a real panel, and notes by a real notification service."""
 
+import time
 import unittest
 
 from desktop import wait_for
@@ -138,6 +139,62 @@ class ItemTest(ProgramTest):
         self.panel.choose("Show/Hide")
 
         wait_for("the hidden window", lambda: not program.is_showing("frmMain"))
+
+    def restart_panel(self):
+        self.panel.close()
+        self.panel = ItemPanel(self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"])
+
+    def assert_the_item_works(self, program):
+        self.panel.click()
+        wait_for("the hidden window", lambda: not program.is_showing("frmMain"))
+        self.panel.choose("Show/Hide")
+        wait_for("the window", lambda: program.is_showing("frmMain"))
+
+    def test_a_panel_that_comes_after_the_program_gets_the_item(self):
+        self.panel.close()
+        program = self.start_quietly()
+        self.restart_panel()
+
+        self.assert_the_item_works(program)
+
+    def test_a_panel_that_went_away_and_came_back_gets_the_item_again(self):
+        program = self.start_quietly()
+        self.assert_the_item_works(program)
+        program.press("cmdMonitor")
+        program.wait_text("lblMonitoring", "Monitoring: active")
+
+        self.restart_panel()
+
+        self.assert_the_item_works(program)
+        wait_for(
+            "the tip of the first tick",
+            lambda: self.panel.property("ToolTip")[2] == "Velmars Tarvik: No active connection.",
+        )
+        self.assertEqual(self.panel.labels()[1], "Stop Monitoring")
+
+    def test_started_out_of_the_way_the_window_waits_behind_the_item(self):
+        self.write_ini()
+        program = self.start("/min")
+
+        wait_for("the item", lambda: self.panel.item)
+        self.panel.click()
+
+        # A click shows a hidden window, and hides one that was only minimised.
+        wait_for("the window", lambda: program.is_showing("frmMain"))
+
+    def test_a_panel_that_never_answers_does_not_hold_the_program_up(self):
+        self.panel.close()
+        self.panel = ItemPanel(
+            self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"], mute=True
+        )
+
+        program = self.start_quietly()
+        begin = time.monotonic()
+        program.press("cmdMonitor")
+        program.wait_text("lblMonitoring", "Monitoring: active")
+
+        self.assertLess(time.monotonic() - begin, 10)  # the bus itself waits for 25 seconds
+        self.assertEqual(program.end(), 0)
 
     def test_the_menu_quits(self):
         program = self.start_quietly()

@@ -178,19 +178,22 @@ TEST_F(ChartFaceTest, EnterAndEscapeReachTheButtons) {
     EXPECT_EQ(clicks, "OK Cancel ");
 }
 
-TEST_F(ChartFaceTest, AScreenReaderKnowsTheTitleAndWhatIsRead) {
+TEST_F(ChartFaceTest, AScreenReaderKnowsTheTitleWhatIsDrawnAndWhatIsRead) {
     QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&chart());
     const auto name = [&] { return accessible->text(QAccessible::Name).toStdString(); };
     form.fill(24);
 
     EXPECT_EQ(accessible->role(), QAccessible::Chart);
-    EXPECT_EQ(name(), "Traffic");
+    EXPECT_EQ(name(), "Traffic. Line chart; 1 to 24, 24 in all; from 100 to 123");
     press(Qt::Key_Home);
     EXPECT_EQ(name(), "Traffic. 1: 100");
     form.chtValues.setTitle("Cost");
-    EXPECT_EQ(name(), "Cost. 1: 100");
+    EXPECT_EQ(name(), "Traffic. 1: 100"); // the values are still those of the traffic
     form.fill(10);
-    EXPECT_EQ(name(), "Cost");
+    EXPECT_EQ(name(), "Cost. Line chart; 1 to 10, 10 in all; from 100 to 109");
+    form.chtValues.setEmptyText("Press OK.");
+    form.fill(0);
+    EXPECT_EQ(name(), "Cost. Press OK.");
 }
 
 TEST_F(ChartFaceTest, ADarkPaletteMakesADarkPicture) {

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QPointer>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -23,11 +24,25 @@ class EndOfSessionTest : public testing::Test {
 protected:
     EndOfSessionTest() {
         form.QueryUnload.connect([this](bool&, UnloadMode mode) { modes.push_back(mode); });
-        form.Unload.connect([this] {
-            desktop.messageBox({.text = "not shown", .caption = "T"});
-            ++unloads;
-        });
+        form.Unload.connect([this] { ++unloads; });
         form.load();
+    }
+
+    /// The form's own window; null when there is none.
+    static QWidget* window() {
+        for (QWidget* each : QApplication::topLevelWidgets()) {
+            if (each->objectName() == QStringLiteral("frmPlain")) {
+                return each;
+            }
+        }
+        return nullptr;
+    }
+
+    /// A lost display leaves the windows where they are.
+    static void deleteWindows() {
+        while (QWidget* left = window()) {
+            delete left;
+        }
     }
 
     QtMachine machine;
@@ -58,6 +73,64 @@ TEST_F(EndOfSessionTest, AnOpenBoxIsClosedAsIfDeclined) {
               MsgBoxAnswer::No);
 
     EXPECT_EQ(unloads, 1);
+}
+
+TEST_F(EndOfSessionTest, ABoxOnTheWayIsWrittenInsteadOfShown) {
+    form.Unload.connect([this] {
+        EXPECT_EQ(desktop.messageBox(
+                      {.text = "Save?\rNow?", .buttons = MsgBoxButtons::YesNo, .caption = "T"}),
+                  MsgBoxAnswer::No);
+    });
+    testing::internal::CaptureStderr();
+
+    desktop.endSession();
+
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "T Save?\nNow?\n");
+}
+
+TEST_F(EndOfSessionTest, WithoutADisplayEveryFormIsUnloadedAndNoWindowTouched) {
+    form.setVisible(true);
+    QCoreApplication::processEvents();
+    const QPointer<QWidget> shown = window();
+    ASSERT_TRUE(shown->isVisible());
+
+    desktop.loseDisplay();
+
+    EXPECT_EQ(modes, std::vector<UnloadMode>{UnloadMode::AppWindows});
+    EXPECT_EQ(unloads, 1);
+    EXPECT_FALSE(form.loaded());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    ASSERT_FALSE(shown.isNull());
+    EXPECT_TRUE(shown->isVisible());
+    deleteWindows();
+}
+
+TEST_F(EndOfSessionTest, ADisplayThatIsLostOnTheWayDoesNotKeepTheRestFromTheEnd) {
+    PlainForm second;
+    second.load();
+    int others = 0;
+    second.Unload.connect([&] { ++others; });
+    form.Unload.connect([this] {
+        ++unloads;
+        desktop.loseDisplay();
+    });
+
+    desktop.endSession();
+
+    EXPECT_EQ(unloads, 1);
+    EXPECT_EQ(others, 1);
+    deleteWindows();
+}
+
+TEST_F(EndOfSessionTest, WithoutADisplayNoBoxIsShown) {
+    desktop.loseDisplay();
+    testing::internal::CaptureStderr();
+
+    EXPECT_EQ(desktop.messageBox({.text = "?", .buttons = MsgBoxButtons::OkCancel, .caption = "T"}),
+              MsgBoxAnswer::Cancel);
+
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "T ?\n");
+    deleteWindows();
 }
 
 TEST_F(EndOfSessionTest, AfterwardsNoWindowIsMade) {

@@ -90,6 +90,26 @@ TEST_F(FaceTest, EveryControlHasAWidgetWithItsName) {
     EXPECT_EQ(window()->windowTitle(), QStringLiteral("Throw-away"));
 }
 
+TEST_F(FaceTest, AControlThatIsEnabledAgainHasTheFocusAgain) {
+    find<QPushButton>("cmdOk")->setFocus();
+
+    form.cmdOk.setEnabled(false);
+    EXPECT_NE(window()->focusWidget(), find<QPushButton>("cmdOk"));
+    form.cmdOk.setEnabled(true);
+
+    EXPECT_EQ(window()->focusWidget(), find<QPushButton>("cmdOk"));
+}
+
+TEST_F(FaceTest, AControlThatIsEnabledAgainLeavesTheFocusWhereTheUserPutIt) {
+    find<QPushButton>("cmdOk")->setFocus();
+
+    form.cmdOk.setEnabled(false);
+    find<QLineEdit>("txtName")->setFocus();
+    form.cmdOk.setEnabled(true);
+
+    EXPECT_EQ(window()->focusWidget(), find<QLineEdit>("txtName"));
+}
+
 TEST_F(FaceTest, CaptionsMarkTheirMnemonicsAndNothingElse) {
     EXPECT_EQ(find<QGroupBox>("frameAll")->title(), QStringLiteral("All && sundry"));
     EXPECT_EQ(find<QLabel>("lblName")->text(), QStringLiteral("&Name:"));
@@ -205,6 +225,32 @@ TEST_F(FaceTest, ABoxShowsItsTextInLinesAndGivesTheAnswer) {
                                   .icon = MsgBoxIcon::Question,
                                   .caption = "Title"}),
               MsgBoxAnswer::No);
+}
+
+class PutAsideForm : public Form {
+public:
+    PutAsideForm() : Form("frmPutAside", "Put aside") {
+        setLayout(column({item(cmdAside)}));
+        setEscapeCloses();
+    }
+    CommandButton cmdAside{*this, "cmdAside", {.caption = "Aside"}};
+};
+
+TEST_F(FaceTest, WithoutACancelButtonEscapeDoesWhatTheCloseBoxDoes) {
+    PutAsideForm aside;
+    std::vector<UnloadMode> modes;
+    aside.QueryUnload.connect([&](bool& cancel, UnloadMode mode) {
+        modes.push_back(mode);
+        cancel = mode == UnloadMode::FormControlMenu;
+    });
+    aside.setVisible(true);
+    QCoreApplication::processEvents();
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+
+    QCoreApplication::sendEvent(find<QPushButton>("cmdAside"), &escape);
+
+    EXPECT_EQ(modes, std::vector<UnloadMode>{UnloadMode::FormControlMenu});
+    aside.unload();
 }
 
 struct EscapeCase {

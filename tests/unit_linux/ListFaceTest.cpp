@@ -3,19 +3,33 @@
 
 #include <QApplication>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QPlainTextEdit>
+#include <QProxyStyle>
 #include <QRadioButton>
 #include <QTableView>
+#include <QTest>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
 namespace tarvik {
 namespace {
 
+/// A desktop on which one click opens what it hits.
+class OneClickOpens : public QProxyStyle {
+public:
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* data) const override {
+        return hint == SH_ItemView_ActivateItemOnSingleClick
+                   ? 1
+                   : QProxyStyle::styleHint(hint, option, widget, data);
+    }
+};
+
 class ListFaceTest : public testing::Test {
 protected:
     ListFaceTest() {
+        form.lvwRows.DblClick.connect([this] { opened.push_back(form.lvwRows.selectedRow()); });
         form.setVisible(true);
         QCoreApplication::processEvents();
     }
@@ -36,10 +50,28 @@ protected:
         return table().model()->index(row, column).data().toString().toStdString();
     }
 
+    QPoint placeOf(int row) {
+        QTableView& list = table();
+        const QPoint inList = list.visualRect(list.model()->index(row, 1)).center();
+        return list.viewport()->mapTo(list.window(), inList);
+    }
+    void click(int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
+               Qt::MouseButton button = Qt::LeftButton) {
+        QTest::mouseClick(table().window()->windowHandle(), button, modifiers, placeOf(row));
+    }
+    void doubleClick(int row, Qt::MouseButton button = Qt::LeftButton) {
+        QTest::mouseDClick(table().window()->windowHandle(), button, Qt::NoModifier, placeOf(row));
+    }
+    void press(Qt::Key key) { QTest::keyClick(table().window()->windowHandle(), key); }
+
     QtMachine machine;
     PlatformScope scope{machine.platform};
     ListForm form;
+    std::vector<int> opened; ///< the selected row each time
+    OneClickOpens oneClickOpens;
 };
+
+using Rows = std::vector<int>;
 
 TEST_F(ListFaceTest, AClickChoosesAnOptionAndTheOtherLosesIt) {
     widget<QRadioButton>("optSecond").click();
@@ -91,14 +123,94 @@ TEST_F(ListFaceTest, TheModelsSelectionIsShown) {
 
 TEST_F(ListFaceTest, EnterOnARowIsADoubleClick) {
     form.fill(3);
-    int clicks = 0;
-    form.lvwRows.DblClick.connect([&] { clicks += 1 + form.lvwRows.selectedRow(); });
-    table().selectRow(1);
+    click(1);
 
-    QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
-    QCoreApplication::sendEvent(&table(), &enter);
+    press(Qt::Key_Return);
 
-    EXPECT_EQ(clicks, 2);
+    EXPECT_EQ(opened, Rows{1});
+}
+
+TEST_F(ListFaceTest, ADoubleClickOpensTheRow) {
+    form.fill(3);
+
+    doubleClick(2);
+
+    EXPECT_EQ(opened, Rows{2});
+}
+
+TEST_F(ListFaceTest, ADoubleClickOfAnotherButtonOpensNothing) {
+    form.fill(3);
+
+    doubleClick(2, Qt::RightButton);
+
+    EXPECT_EQ(opened, Rows{});
+}
+
+TEST_F(ListFaceTest, AClickSelectsTheRowAndOpensNothing) {
+    form.fill(3);
+
+    click(1);
+
+    EXPECT_EQ(form.lvwRows.selectedRow(), 1);
+    EXPECT_EQ(opened, Rows{});
+}
+
+TEST_F(ListFaceTest, AClickOpensNothingWhereOneClickOpensThings) {
+    form.fill(3);
+    table().setStyle(&oneClickOpens);
+
+    click(1);
+
+    EXPECT_EQ(form.lvwRows.selectedRow(), 1);
+    EXPECT_EQ(opened, Rows{});
+}
+
+TEST_F(ListFaceTest, ADoubleClickAndEnterOpenTheRowOnceWhereOneClickOpensThings) {
+    form.fill(3);
+    table().setStyle(&oneClickOpens);
+
+    doubleClick(2);
+    EXPECT_EQ(opened, Rows{2});
+    press(Qt::Key_Return);
+    press(Qt::Key_Enter);
+
+    EXPECT_EQ(opened, (Rows{2, 2, 2}));
+}
+
+TEST_F(ListFaceTest, TheRowThatTheKeyboardIsAtIsNotSelectedByThat) {
+    form.fill(3);
+
+    table().setFocus(Qt::TabFocusReason);
+    QCoreApplication::processEvents();
+
+    EXPECT_EQ(table().currentIndex().row(), 0);
+    EXPECT_FALSE(table().selectionModel()->hasSelection());
+    EXPECT_EQ(form.lvwRows.selectedRow(), ListView::none);
+}
+
+TEST_F(ListFaceTest, AClickWithTheControlKeyTakesTheSelectionAway) {
+    form.fill(3);
+    click(1);
+    ASSERT_EQ(form.lvwRows.selectedRow(), 1);
+
+    click(1, Qt::ControlModifier);
+
+    EXPECT_FALSE(table().selectionModel()->hasSelection());
+    EXPECT_EQ(form.lvwRows.selectedRow(), ListView::none);
+}
+
+TEST_F(ListFaceTest, TypedLettersAskForNoRowThatIsNotSeen) {
+    form.fill(1'000'000);
+    click(0);
+    form.cellsAsked = 0;
+
+    for (const Qt::Key key : {Qt::Key_X, Qt::Key_R, Qt::Key_9}) {
+        press(key);
+    }
+    QCoreApplication::processEvents();
+
+    EXPECT_LT(form.cellsAsked, 2000);
+    EXPECT_EQ(form.lvwRows.selectedRow(), 0);
 }
 
 TEST_F(ListFaceTest, HeadersMayBeFlat) {

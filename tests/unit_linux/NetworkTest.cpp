@@ -177,18 +177,26 @@ TEST(LinkAgeTest, TheMachinesOwnAddressIsOld) {
     EXPECT_FALSE(addressAge(999'999));
 }
 
+NetworkLine lineOf(const std::string& type, std::uint32_t state) {
+    NetworkLine line;
+    line.type = type;
+    line.state = state;
+    return line;
+}
+
 TEST(InternetFlagsTest, AWiredMachineIsConnectedThroughANetwork) {
     const InternetFlags found = internetFlags(
         {.state = 70, .connectivity = 4, .primaryType = "802-3-ethernet", .primaryName = "wire"},
-        true, false);
+        {}, true, false);
 
     EXPECT_TRUE(found.connected);
     EXPECT_EQ(found.flags, 2U | 16U | 64U);
 }
 
 TEST(InternetFlagsTest, AModemAndAProxyAreTold) {
-    const InternetFlags found = internetFlags(
-        {.state = 60, .connectivity = 4, .primaryType = "gsm", .primaryName = "m"}, false, true);
+    const InternetFlags found =
+        internetFlags({.state = 60, .connectivity = 4, .primaryType = "gsm", .primaryName = "m"},
+                      {lineOf("gsm", 2)}, false, true);
 
     EXPECT_TRUE(found.connected);
     EXPECT_EQ(found.flags, 1U | 4U | 16U);
@@ -196,14 +204,33 @@ TEST(InternetFlagsTest, AModemAndAProxyAreTold) {
 
 TEST(InternetFlagsTest, AMachineThatIsAsleepOrDiallingIsNotConnected) {
     const InternetFlags offline = internetFlags(
-        {.state = 10, .connectivity = 1, .primaryType = "", .primaryName = ""}, true, true);
-    const InternetFlags dialling = internetFlags(
-        {.state = 40, .connectivity = 1, .primaryType = "", .primaryName = ""}, true, true);
+        {.state = 10, .connectivity = 1, .primaryType = "", .primaryName = ""}, {}, true, true);
+    const InternetFlags dialling =
+        internetFlags({.state = 40, .connectivity = 1, .primaryType = "", .primaryName = ""},
+                      {lineOf("gsm", 1)}, true, true);
 
     EXPECT_FALSE(offline.connected);
     EXPECT_EQ(offline.flags, 16U | 32U | 64U);
     EXPECT_FALSE(dialling.connected);
     EXPECT_EQ(dialling.flags, 8U | 16U | 64U);
+}
+
+TEST(InternetFlagsTest, ANetworkOrATunnelThatIsBeingConnectedKeepsNoModemBusy) {
+    const NetworkState connecting{
+        .state = 40, .connectivity = 1, .primaryType = "", .primaryName = ""};
+
+    EXPECT_EQ(internetFlags(connecting, {}, true, false).flags, 16U | 64U);
+    EXPECT_EQ(internetFlags(connecting, {lineOf("vpn", 1), lineOf("gsm", 2)}, true, false).flags,
+              16U | 64U);
+}
+
+TEST(InternetFlagsTest, AModemIsBusyWhileItDialsBesideANetwork) {
+    const NetworkState wired{
+        .state = 70, .connectivity = 4, .primaryType = "802-3-ethernet", .primaryName = "wire"};
+
+    for (const char* type : {"gsm", "cdma", "pppoe", "adsl", "bluetooth"}) {
+        EXPECT_EQ(internetFlags(wired, {lineOf(type, 1)}, true, false).flags & 8U, 8U) << type;
+    }
 }
 
 /// A machine whose bus is not there.

@@ -1,11 +1,14 @@
 #include "SessionBusStandIn.h"
 #include "Waiting.h"
+#include "linux/face/ItemTypes.h"
 #include "linux/face/LinuxNotificationArea.h"
 #include "support/QtMachine.h"
 #include "ui/frmSysTray.h"
 
 #include <QApplication>
 #include <QDBusPendingCallWatcher>
+#include <QDBusVariant>
+#include <QElapsedTimer>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
@@ -337,6 +340,92 @@ TEST_F(PanelTest, AnIconThatIsAddedAgainHasAMenuOfItsOwn) {
     ASSERT_NE(panelMenu(), nullptr);
     EXPECT_EQ(panelMenu()->actions().at(FrmSysTray::monitoring)->text(),
               QStringLiteral("Stop Monitoring"));
+}
+
+const QString itemInterface = QStringLiteral("org.kde.StatusNotifierItem");
+const QString itemPath = QStringLiteral("/StatusNotifierItem");
+
+TEST_F(NotificationAreaTest, APanelThatComesAfterTheProgramGetsTheIcon) {
+    const bool before = ask(NotificationArea::add);
+
+    const PanelStandIn panel;
+
+    EXPECT_TRUE(spinUntil([&] { return ask(NotificationArea::modify); }));
+    EXPECT_EQ(panel.items.size(), 1U);
+    EXPECT_FALSE(before);
+}
+
+TEST_F(NotificationAreaTest, APanelThatWentAwayAndCameBackGetsTheIconAgain) {
+    auto panel = std::make_unique<PanelStandIn>();
+    ask(NotificationArea::add);
+    ASSERT_TRUE(spinUntil([&] { return ask(NotificationArea::modify); }));
+
+    panel.reset();
+    EXPECT_TRUE(spinUntil([&] { return !ask(NotificationArea::modify); }));
+    EXPECT_EQ(panelMenu(), nullptr);
+    panel = std::make_unique<PanelStandIn>();
+
+    EXPECT_TRUE(spinUntil([&] { return ask(NotificationArea::modify); }));
+    EXPECT_NE(panelMenu(), nullptr);
+}
+
+TEST_F(NotificationAreaTest, APanelThatDoesNotAnswerHasNoIconAndIsNotWaitedFor) {
+    const PanelStandIn panel(true);
+    QElapsedTimer passed;
+    passed.start();
+
+    const bool added = ask(NotificationArea::add);
+
+    EXPECT_FALSE(added);
+    EXPECT_LT(passed.elapsed(), 5000); // the bus itself waits for 25 seconds
+    EXPECT_TRUE(spinUntil([&] { return panel.items.size() == 1; }));
+    EXPECT_FALSE(ask(NotificationArea::modify));
+}
+
+TEST_F(NotificationAreaTest, AListOfItemsThatNothingShowsHasNoIconUntilSomethingDoes) {
+    PanelStandIn panel;
+    panel.hasHost = false;
+    EXPECT_FALSE(ask(NotificationArea::add));
+    EXPECT_TRUE(spinUntil([&] { return panel.items.size() == 1; }));
+    EXPECT_FALSE(ask(NotificationArea::modify));
+
+    panel.hostComes();
+
+    EXPECT_TRUE(spinUntil([&] { return ask(NotificationArea::modify); }));
+}
+
+TEST_F(NotificationAreaTest, APanelReadsTheTipAndThePicturesOfTheIcon) {
+    PanelStandIn panel;
+    std::string_view("Velmars Tarvik: Not monitoring.").copy(data.szTip, sizeof data.szTip - 1);
+    ask(NotificationArea::add);
+    ASSERT_TRUE(spinUntil([&] { return ask(NotificationArea::modify); }));
+
+    const auto read = [&](const char* name) {
+        const QVariant answer =
+            panel.call(itemPath, QStringLiteral("org.freedesktop.DBus.Properties"),
+                       QStringLiteral("Get"), {itemInterface, QString::fromLatin1(name)});
+        return answer.value<QDBusVariant>().variant();
+    };
+
+    EXPECT_EQ(qdbus_cast<face::ItemToolTip>(read("ToolTip")).title,
+              QStringLiteral("Velmars Tarvik: Not monitoring."));
+    const auto pictures = qdbus_cast<QList<face::ItemPixmap>>(read("IconPixmap"));
+    ASSERT_FALSE(pictures.isEmpty());
+    EXPECT_EQ(pictures[0].points.size(), 4 * pictures[0].width * pictures[0].height);
+    EXPECT_NE(pictures[0].points.count('\0'), pictures[0].points.size());
+}
+
+TEST_F(NotificationAreaTest, AClickOnTheItemIsTheLeftButton) {
+    PanelStandIn panel;
+    ask(NotificationArea::add);
+    ASSERT_TRUE(spinUntil([&] { return ask(NotificationArea::modify); }));
+    std::vector<int> messages;
+    tray.picSysTrayHook.MouseMove.connect([&](int message) { messages.push_back(message); });
+
+    panel.call(itemPath, itemInterface, QStringLiteral("Activate"), {0, 0});
+
+    EXPECT_TRUE(spinUntil([&] { return !messages.empty(); }));
+    EXPECT_EQ(messages, std::vector<int>{514});
 }
 
 class TrayMenuTest : public testing::Test {

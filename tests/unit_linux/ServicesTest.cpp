@@ -98,6 +98,11 @@ TEST(ProgramTest, ArgumentsAreOneText) {
     EXPECT_EQ(joinedArguments({"/r", "a b", "", "c\td"}), "/r \"a b\" \"\" \"c\td\"");
 }
 
+TEST(ProgramTest, ArgumentsWithQuotesComeBackWithoutThemAndStayApart) {
+    EXPECT_EQ(joinedArguments({"a \"b", "/run"}), "\"a b\" /run");
+    EXPECT_EQ(joinedArguments({"\"", "say\"so\""}), "\"\" sayso");
+}
+
 TEST(ProgramTest, TheProgramsOwnFolderIsUsedWhereTheUserMayWrite) {
     LinuxProgram program({"/min"});
 

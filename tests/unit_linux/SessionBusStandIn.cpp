@@ -1,9 +1,12 @@
 #include "SessionBusStandIn.h"
 
+#include "Waiting.h"
 #include "support/TemporaryFolder.h"
 
 #include <QDBusError>
 #include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QDBusVariant>
 #include <QProcess>
 
 #include <gtest/gtest.h>
@@ -94,6 +97,45 @@ bool NoteServiceStandIn::handleMessage(const QDBusMessage& message,
         connection.send(message.createReply(number));
     }
     return true;
+}
+
+PanelStandIn::PanelStandIn(bool isSilent)
+    : name_(QStringLiteral("org.kde.StatusNotifierWatcher")), isSilent_(isSilent) {
+    EXPECT_TRUE(
+        name_.connection().registerVirtualObject(QStringLiteral("/StatusNotifierWatcher"), this));
+}
+
+QString PanelStandIn::introspect(const QString&) const {
+    return {};
+}
+
+bool PanelStandIn::handleMessage(const QDBusMessage& message, const QDBusConnection& connection) {
+    if (message.member() == QStringLiteral("Get")) {
+        return isSilent_ || connection.send(message.createReply(
+                                QVariant::fromValue(QDBusVariant(QVariant(hasHost)))));
+    }
+    if (message.member() != QStringLiteral("RegisterStatusNotifierItem")) {
+        return false;
+    }
+    items.push_back(message.arguments().value(0).toString());
+    return isSilent_ || connection.send(message.createReply());
+}
+
+void PanelStandIn::hostComes() {
+    hasHost = true;
+    name_.connection().send(QDBusMessage::createSignal(
+        QStringLiteral("/StatusNotifierWatcher"), QStringLiteral("org.kde.StatusNotifierWatcher"),
+        QStringLiteral("StatusNotifierHostRegistered")));
+}
+
+QVariant PanelStandIn::call(const QString& path, const QString& interface, const QString& method,
+                            const QVariantList& arguments) {
+    QDBusMessage message = QDBusMessage::createMethodCall(items.back(), path, interface, method);
+    message.setArguments(arguments);
+    const QDBusPendingCall answer = name_.connection().asyncCall(message);
+    EXPECT_TRUE(spinUntil([&] { return answer.isFinished(); }));
+    EXPECT_FALSE(answer.isError()) << answer.error().message().toStdString();
+    return answer.reply().arguments().value(0);
 }
 
 } // namespace tarvik

@@ -48,4 +48,28 @@ private:
     BusNameStandIn name_;
 };
 
+/// A stand-in for a panel that shows StatusNotifier items.
+class PanelStandIn : public QDBusVirtualObject {
+public:
+    /// One that is silent never answers when it is offered an item.
+    explicit PanelStandIn(bool isSilent = false);
+
+    QString introspect(const QString& path) const override;
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
+
+    /// Calls a method of the newest item or of its menu; the answer's first argument.
+    QVariant call(const QString& path, const QString& interface, const QString& method,
+                  const QVariantList& arguments);
+
+    /// Something shows items now.
+    void hostComes();
+
+    std::vector<QString> items; ///< the names under which items were offered
+    bool hasHost = true;        ///< something shows them
+
+private:
+    BusNameStandIn name_;
+    bool isSilent_;
+};
+
 } // namespace tarvik

@@ -23,6 +23,10 @@ TEST(BoxTextTest, IconAndButtonsAreOneWord) {
     EXPECT_EQ(flagsOf(MsgBoxButtons::YesNo, MsgBoxIcon::Question), 0x24U);
 }
 
+TEST(BoxTextTest, AWarningThatAsksOffersNoFirst) {
+    EXPECT_EQ(flagsOf(MsgBoxButtons::YesNo, MsgBoxIcon::Exclamation), 0x134U);
+}
+
 TEST(BoxTextTest, ALoneCarriageReturnBreaksTheLine) {
     EXPECT_EQ(face::boxText("a\rb\r\nc\nd\r"), "a\r\nb\r\nc\nd\r\n");
     EXPECT_EQ(face::boxText("\r\r"), "\r\n\r\n");

@@ -234,16 +234,19 @@ TEST_F(ChartFaceTest, EnterAndEscapeReachTheButtons) {
     EXPECT_EQ(clicks, "OK Cancel ");
 }
 
-TEST_F(ChartFaceTest, AScreenReaderKnowsTheTitleAndWhatIsRead) {
+TEST_F(ChartFaceTest, AScreenReaderKnowsTheTitleWhatIsDrawnAndWhatIsRead) {
     form.fill(24);
 
-    EXPECT_EQ(textOf(chart()), "Traffic");
+    EXPECT_EQ(textOf(chart()), "Traffic. Line chart; 1 to 24, 24 in all; from 100 to 123");
     rowAfter(VK_HOME);
     EXPECT_EQ(textOf(chart()), "Traffic. 1: 100");
     form.chtValues.setTitle("Cost");
-    EXPECT_EQ(textOf(chart()), "Cost. 1: 100");
+    EXPECT_EQ(textOf(chart()), "Traffic. 1: 100"); // the values are still those of the traffic
     form.fill(10);
-    EXPECT_EQ(textOf(chart()), "Cost");
+    EXPECT_EQ(textOf(chart()), "Cost. Line chart; 1 to 10, 10 in all; from 100 to 109");
+    form.chtValues.setEmptyText("Press OK.");
+    form.fill(0);
+    EXPECT_EQ(textOf(chart()), "Cost. Press OK.");
 }
 
 /// The system's colours of windows and their text, for a while.

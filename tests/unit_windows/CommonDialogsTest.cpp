@@ -64,7 +64,7 @@ protected:
         const Later end([&] {
             if (!ended && openDialog() != nullptr) {
                 ended = true;
-                desktop.endSession();
+                desktop.end(UnloadMode::AppWindows);
             }
             leftByTest = deadline.over() && leave(IDCANCEL);
             return leftByTest;
@@ -135,6 +135,66 @@ TEST_F(CommonDialogsTest, TheDialogIsPutWhereTheProgramSays) {
     EXPECT_EQ(place.left, 37);
     EXPECT_EQ(place.top, 41);
     DestroyWindow(owner);
+}
+
+/// Lets a window of another kind become active while a dialog is being made, for its own lifetime.
+class OtherWindowFirst {
+public:
+    OtherWindowFirst() {
+        other = nullptr;
+        hook_ = SetWindowsHookExA(WH_CBT, onEvent, nullptr, GetCurrentThreadId());
+    }
+    ~OtherWindowFirst() {
+        UnhookWindowsHookEx(hook_);
+        DestroyWindow(other);
+    }
+    OtherWindowFirst(const OtherWindowFirst&) = delete;
+    OtherWindowFirst& operator=(const OtherWindowFirst&) = delete;
+
+    static RECT place() {
+        RECT rect{};
+        GetWindowRect(other, &rect);
+        return rect;
+    }
+
+private:
+    static LRESULT CALLBACK onEvent(int code, WPARAM first, LPARAM second) {
+        if (code == HCBT_CREATEWND && other == nullptr &&
+            classOf(reinterpret_cast<HWND>(first)) == "#32770") {
+            other = GetDesktopWindow(); // its own making is none
+            other = CreateWindowExA(0, "STATIC", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 200, 210,
+                                    300, 200, nullptr, nullptr, nullptr, nullptr);
+            SetActiveWindow(other);
+        }
+        return CallNextHookEx(nullptr, code, first, second);
+    }
+
+    static inline HWND other = nullptr;
+    HHOOK hook_ = nullptr;
+};
+
+TEST_F(CommonDialogsTest, AWindowThatIsNoDialogIsNotTakenForIt) {
+    auto data = record();
+    int asked = 0;
+    RECT place{};
+    const Later cancel([&] {
+        const HWND dialog = openDialog();
+        if (dialog != nullptr) {
+            GetWindowRect(dialog, &place);
+        }
+        return leave(IDCANCEL);
+    });
+    const OtherWindowFirst before;
+
+    dialogs.GetOpenFileNameA(&data, [&](const ScreenRect& dialog, const ScreenRect&) {
+        ++asked;
+        return ScreenRect{37, 41, dialog.width, dialog.height};
+    });
+
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(place.left, 37);
+    EXPECT_EQ(place.top, 41);
+    EXPECT_EQ(OtherWindowFirst::place().left, 200);
 }
 
 TEST_F(CommonDialogsTest, ARecordOfAnotherSizeIsAnError) {
@@ -210,7 +270,7 @@ TEST_F(CommonDialogsTest, TheEndOfTheSessionUnloadsTheFormsBehindADialog) {
 }
 
 TEST_F(CommonDialogsTest, OnceTheSessionEndsNoDialogIsShown) {
-    desktop.endSession();
+    desktop.end(UnloadMode::AppWindows);
     auto data = record();
     int placed = 0;
     const Later cancel([] { return leave(IDCANCEL); });

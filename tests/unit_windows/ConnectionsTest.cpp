@@ -1,5 +1,6 @@
 #include "connection/mdlCode.h"
 #include "connection/mdlCodeDial.h"
+#include "monitor/mdlCodeMonitor.h"
 #include "scripted/ScriptedPlatform.h"
 #include "standin/StandIn.h"
 #include "startup/World.h"
@@ -127,6 +128,82 @@ TEST_F(ConnectionsTest, ConnectionsThatWereNotCountedAreFoundAllTheSame) {
     EXPECT_EQ(count, 3U);
     ASSERT_GE(world.state.RasConnections.size(), 3U);
     EXPECT_STREQ(world.state.RasConnections[2].szEntryName, "Three");
+}
+
+TEST_F(ConnectionsTest, AConnectionThatIsBeingMadeIsNotListed) {
+    service->connect("One");
+    service->connection(service->connect("Two"))->state = 3;
+    service->connect("Three");
+    std::uint32_t count = 0;
+
+    EXPECT_EQ(InitRas(0, count), 0U);
+
+    EXPECT_EQ(count, 2U);
+    EXPECT_STREQ(world.state.RasConnections[0].szEntryName, "One");
+    EXPECT_STREQ(world.state.RasConnections[1].szEntryName, "Three");
+}
+
+TEST_F(ConnectionsTest, ATunnelIsListedBeforeTheLineThatItRunsThrough) {
+    const std::uint32_t line = service->connect("Line");
+    const std::uint32_t tunnel = service->connect("Office");
+    service->connection(tunnel)->deviceType = "VPN";
+    std::uint32_t count = 0;
+
+    EXPECT_EQ(InitRas(0, count), 0U);
+
+    EXPECT_STREQ(world.state.RasConnections[0].szEntryName, "Office");
+    EXPECT_STREQ(world.state.RasConnections[1].szEntryName, "Line");
+    EXPECT_EQ(connections.carrierOf(tunnel), line);
+    EXPECT_EQ(connections.carrierOf(line), 0U);
+    service->disconnect(line);
+    EXPECT_EQ(InitRas(0, count), 0U);
+    EXPECT_EQ(connections.carrierOf(tunnel), 0U);
+}
+
+TEST_F(ConnectionsTest, ATunnelThroughTheLineIsNotCountedTwice) {
+    world.state.DialInStarted = true;
+    const std::uint32_t line = service->connect("Line");
+    const std::uint32_t tunnel = service->connect("Office");
+    service->connection(tunnel)->deviceType = "vpn";
+    service->transfer(line, 5100, 0, 1000);
+    service->transfer(tunnel, 5000, 0, 1000);
+    UpdateStats();
+    service->disconnect(tunnel);
+    UpdateStats();
+    service->disconnect(line);
+
+    UpdateStats();
+
+    EXPECT_EQ(world.state.BytesRcvdTotal, Currency(5100));
+}
+
+TEST_F(ConnectionsTest, FewerBytesInMoreFramesUnderTheSameHandleAreNoPassOfTheEnd) {
+    world.state.DialInStarted = true;
+    const std::uint32_t handle = service->connect("Line");
+    service->transfer(handle, 5000, 300, 60'000);
+    service->connection(handle)->statistics.dwFramesRcved = 20;
+    UpdateStats();
+    service->connection(handle)->statistics.dwBytesRcved = 3000;
+    service->connection(handle)->statistics.dwFramesRcved = 45;
+    service->connection(handle)->statistics.dwConnectDuration = 90'000;
+
+    UpdateStats();
+
+    EXPECT_EQ(world.state.BytesRcvdTotal + CountedRcvd(), Currency(8000));
+}
+
+TEST_F(ConnectionsTest, ARedialByTheProgramIsAnotherSessionWhateverItsFigures) {
+    service->entries = {{.name = "Line"}};
+    DialIn("Line", "");
+    service->transfer(service->connections[0].handle, 5000, 300, 60'000);
+    UpdateStats();
+    HangUp();
+    DialIn("Line", "");
+    service->transfer(service->connections[0].handle, 9000, 400, 61'000);
+
+    UpdateStats();
+
+    EXPECT_EQ(world.state.BytesRcvdTotal + CountedRcvd(), Currency(14'000));
 }
 
 TEST_F(ConnectionsTest, StateAndStatisticsComeInTheirRecords) {

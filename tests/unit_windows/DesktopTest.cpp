@@ -93,7 +93,7 @@ TEST_F(DesktopTest, WhileABoxIsOpenNeitherTimersNorOtherWindowsReachTheProgram) 
         }
         SendMessageA(window(), WM_TIMER, static_cast<WPARAM>(face::controlId(form.timTick)), 0);
         SendMessageA(find(form.cmdOk), BM_CLICK, 0, 0);
-        SendMessageA(window(), WM_CLOSE, 0, 0);
+        SendMessageA(window(), WM_SYSCOMMAND, SC_CLOSE, 0);
         ++rounds;
         return open.press(MsgBoxAnswer::Ok);
     });

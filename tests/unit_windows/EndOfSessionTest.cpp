@@ -42,9 +42,60 @@ TEST_F(EndOfSessionTest, ASessionThatGoesOnAfterAllChangesNothing) {
     EXPECT_TRUE(form.loaded());
 }
 
+TEST_F(EndOfSessionTest, ASystemThatNeedsTheProgramsFilesEndsTheProgramAlone) {
+    constexpr LPARAM programIsToEnd = 1;
+
+    SendMessageA(window(), WM_ENDSESSION, TRUE, programIsToEnd);
+
+    EXPECT_EQ(modes, std::vector<UnloadMode>{UnloadMode::AppTaskManager});
+    EXPECT_EQ(unloads, 1);
+}
+
+TEST_F(EndOfSessionTest, TheListOfTasksEndsTheProgram) {
+    show();
+
+    PostMessageA(window(), WM_CLOSE, 0, 0);
+    settle();
+
+    EXPECT_EQ(modes, std::vector<UnloadMode>{UnloadMode::AppTaskManager});
+    EXPECT_FALSE(form.loaded());
+    desktop.run(); // returns at once
+}
+
+TEST_F(EndOfSessionTest, TheListOfTasksIsNotRefused) {
+    form.QueryUnload.connect([this](bool& cancel, UnloadMode mode) {
+        cancel = mode == UnloadMode::FormControlMenu;
+        modes.push_back(mode);
+    });
+    SendMessageA(window(), WM_SYSCOMMAND, SC_CLOSE, 0);
+    ASSERT_TRUE(form.loaded());
+
+    SendMessageA(window(), WM_CLOSE, 0, 0);
+
+    EXPECT_EQ(modes,
+              (std::vector<UnloadMode>{UnloadMode::FormControlMenu, UnloadMode::AppTaskManager}));
+    EXPECT_FALSE(form.loaded());
+}
+
+TEST_F(EndOfSessionTest, TheListOfTasksEndsAProgramThatAsksSomething) {
+    const Later end([&] {
+        if (openBox(GetCurrentProcessId()).window == nullptr) {
+            return false;
+        }
+        PostMessageA(window(), WM_CLOSE, 0, 0);
+        return true;
+    });
+
+    EXPECT_EQ(desktop.messageBox({.text = "?", .buttons = MsgBoxButtons::YesNo, .caption = "T"}),
+              MsgBoxAnswer::No);
+
+    EXPECT_EQ(modes, std::vector<UnloadMode>{UnloadMode::AppTaskManager});
+    EXPECT_FALSE(form.loaded());
+}
+
 TEST_F(EndOfSessionTest, ItEndsOnlyOnce) {
-    desktop.endSession();
-    desktop.endSession();
+    desktop.end(UnloadMode::AppWindows);
+    desktop.end(UnloadMode::AppWindows);
 
     EXPECT_EQ(unloads, 1);
 }
@@ -65,7 +116,7 @@ TEST_F(EndOfSessionTest, AnOpenBoxIsClosedAsIfDeclined) {
 }
 
 TEST_F(EndOfSessionTest, AfterwardsNoWindowIsMade) {
-    desktop.endSession();
+    desktop.end(UnloadMode::AppWindows);
 
     form.setVisible(true);
 

@@ -1,8 +1,11 @@
 #include "Win32FaceTest.h"
 
+#include "common/ReadableColour.h"
 #include "windows/face/TextColour.h"
 
 #include <commctrl.h>
+
+#include <algorithm>
 
 namespace tarvik {
 namespace {
@@ -233,6 +236,33 @@ TEST_F(FaceTest, EnterPressesTheDefaultButtonAndEscapeTheOther) {
     EXPECT_EQ(cancelled, 1);
 }
 
+TEST(EscapeClosesTest, WithoutACancelButtonEscapeDoesWhatTheCloseBoxDoes) {
+    class PutAsideForm : public Form {
+    public:
+        PutAsideForm() : Form("frmPutAside", "Put aside") {
+            setLayout(column({item(cmdOk)}));
+            setEscapeCloses();
+        }
+        CommandButton cmdOk{*this, "cmdOk", {.caption = "OK"}};
+    };
+    Win32Machine machine;
+    const PlatformScope scope{machine.platform};
+    PutAsideForm form;
+    std::vector<UnloadMode> modes;
+    form.QueryUnload.connect([&](bool& cancel, UnloadMode mode) {
+        modes.push_back(mode);
+        cancel = mode == UnloadMode::FormControlMenu;
+    });
+    form.setVisible(true);
+    machine.desktop.processEvents();
+
+    SendMessageA(ownWindow("frmPutAside"), WM_COMMAND, IDCANCEL, 0);
+
+    EXPECT_EQ(modes, std::vector<UnloadMode>{UnloadMode::FormControlMenu});
+    form.unload();
+    machine.desktop.processEvents();
+}
+
 TEST_F(FaceTest, TheTabKeyMovesTheFocus) {
     show();
     ASSERT_TRUE(spinUntil([&] { return GetFocus() == find(form.cboList); }));
@@ -325,12 +355,57 @@ TEST_F(FaceTest, ALabelTakesTheColourOfItsText) {
 }
 
 TEST(TextColourTest, BlackIsTheUsersOwnColour) {
-    EXPECT_EQ(face::textColour({}, false), GetSysColor(COLOR_WINDOWTEXT));
-    EXPECT_EQ(face::textColour({192, 0, 10}, false), RGB(192, 0, 10));
+    EXPECT_EQ(face::textColour({}, RGB(255, 255, 255), false), GetSysColor(COLOR_WINDOWTEXT));
+    EXPECT_EQ(face::textColour({192, 0, 10}, RGB(255, 255, 255), false), RGB(192, 0, 10));
+}
+
+TEST(TextColourTest, OnADarkGroundAColourIsMadeLighter) {
+    const COLORREF shown = face::textColour({192, 0, 0}, RGB(0, 0, 0), false);
+
+    EXPECT_GE(face::contrastRatio({GetRValue(shown), GetGValue(shown), GetBValue(shown)}, {}), 4.5);
+}
+
+/// The system's colour of windows, for its own lifetime.
+class GroundColour {
+public:
+    explicit GroundColour(COLORREF colour) { set(colour); }
+    ~GroundColour() { set(before_); }
+    GroundColour(const GroundColour&) = delete;
+    GroundColour& operator=(const GroundColour&) = delete;
+
+private:
+    static void set(COLORREF colour) {
+        const int element = COLOR_3DFACE;
+        SetSysColors(1, &element, &colour);
+    }
+    COLORREF before_ = GetSysColor(COLOR_3DFACE);
+};
+
+TEST_F(FaceTest, ARedTextCanBeReadOnADarkWindow) {
+    const GroundColour dark(RGB(32, 32, 32));
+    form.lblPlain.setForeColour({192, 0, 0});
+    show();
+    const HWND label = find(form.lblPlain);
+    RedrawWindow(label, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+
+    double best = 0;
+    RECT area{};
+    GetClientRect(label, &area);
+    const HDC context = GetDC(label);
+    for (int y = 0; y < area.bottom; ++y) {
+        for (int x = 0; x < area.right; ++x) {
+            const COLORREF pixel = GetPixel(context, x, y);
+            const Colour colour{GetRValue(pixel), GetGValue(pixel), GetBValue(pixel)};
+            best = std::max(best, face::contrastRatio(colour, {32, 32, 32}));
+        }
+    }
+    ReleaseDC(label, context);
+    EXPECT_GE(best, 4.5);
 }
 
 TEST(TextColourTest, WithStrongContrastEveryTextHasTheUsersColour) {
-    EXPECT_EQ(face::textColour({192, 0, 10}, true), GetSysColor(COLOR_WINDOWTEXT));
+    EXPECT_EQ(face::textColour({192, 0, 10}, RGB(255, 255, 255), true),
+              GetSysColor(COLOR_WINDOWTEXT));
 }
 
 TEST_F(FaceTest, APictureIsPainted) {

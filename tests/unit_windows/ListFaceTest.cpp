@@ -57,6 +57,31 @@ protected:
         return SendMessageA(find(option), BM_GETCHECK, 0, 0) == BST_CHECKED;
     }
 
+    /// Writes down which rows are opened.
+    void countOpened() {
+        form.lvwRows.DblClick.connect([this] { opened.push_back(form.lvwRows.selectedRow()); });
+    }
+
+    /// A key goes down and up in the window that has the focus.
+    void press(WPARAM key) {
+        constexpr LPARAM comesUp = 0xC0000001;
+        PostMessageA(GetFocus(), WM_KEYDOWN, key, 1);
+        PostMessageA(GetFocus(), WM_KEYUP, key, comesUp);
+        settle();
+    }
+
+    /// The left button goes down on a row, or down for the second time, and up again.
+    void clickOn(int row, UINT down) {
+        RECT place{.left = LVIR_BOUNDS, .top = 0, .right = 0, .bottom = 0};
+        SendMessageA(list(), LVM_GETITEMRECT, static_cast<WPARAM>(row),
+                     reinterpret_cast<LPARAM>(&place));
+        const LPARAM at = MAKELPARAM(place.left + 10, (place.top + place.bottom) / 2);
+        PostMessageA(list(), down, MK_LBUTTON, at);
+        PostMessageA(list(), WM_LBUTTONUP, 0, at);
+        settle();
+    }
+
+    std::vector<int> opened;
     Win32Machine machine;
     PlatformScope scope{machine.platform};
     ListForm form;
@@ -132,6 +157,66 @@ TEST_F(ListFaceTest, ADoubleClickIsToldForTheSelectedRow) {
     EXPECT_EQ(clicks, 2);
 }
 
+TEST_F(ListFaceTest, EnterOpensTheSelectedRow) {
+    form.fill(3);
+    countOpened();
+    SetFocus(list());
+    select(1);
+
+    press(VK_RETURN);
+
+    EXPECT_EQ(opened, std::vector<int>{1});
+}
+
+TEST_F(ListFaceTest, EnterWithoutASelectedRowOpensNothing) {
+    form.fill(3);
+    countOpened();
+    SetFocus(list());
+
+    press(VK_RETURN);
+
+    EXPECT_TRUE(opened.empty());
+}
+
+TEST_F(ListFaceTest, SpaceOpensNothing) {
+    form.fill(3);
+    countOpened();
+    SetFocus(list());
+    select(1);
+
+    press(VK_SPACE);
+
+    EXPECT_TRUE(opened.empty());
+}
+
+TEST_F(ListFaceTest, ASingleClickSelectsAndADoubleClickOpens) {
+    form.fill(3);
+    countOpened();
+
+    clickOn(2, WM_LBUTTONDOWN);
+    EXPECT_EQ(form.lvwRows.selectedRow(), 2);
+    EXPECT_TRUE(opened.empty());
+
+    clickOn(2, WM_LBUTTONDBLCLK);
+    EXPECT_EQ(opened, std::vector<int>{2});
+}
+
+TEST_F(ListFaceTest, ALetterDoesNotLookThroughAMillionRows) {
+    form.fill(1'000'000);
+    SetFocus(list());
+    select(5);
+    UpdateWindow(list());
+    settle();
+    form.cellsAsked = 0;
+
+    press('9');
+    press('Q');
+
+    EXPECT_LT(form.cellsAsked, 500);
+    EXPECT_EQ(form.lvwRows.selectedRow(), 5);
+    EXPECT_EQ(selectedRow(), 5);
+}
+
 TEST_F(ListFaceTest, HeadersMayBeFlat) {
     EXPECT_NE(GetWindowLongA(header(), GWL_STYLE) & HDS_BUTTONS, 0);
 
@@ -159,6 +244,10 @@ TEST_F(ListFaceTest, ALongTextIsShownInLines) {
 
     EXPECT_EQ(SendMessageA(find(form.txtLines), EM_GETLINECOUNT, 0, 0), 2);
     EXPECT_NE(GetWindowLongA(find(form.txtLines), GWL_STYLE) & ES_READONLY, 0);
+}
+
+TEST_F(ListFaceTest, ALongTextHasNoScrollBarAcross) {
+    EXPECT_EQ(GetWindowLongA(find(form.txtLines), GWL_STYLE) & WS_HSCROLL, 0);
 }
 
 TEST_F(ListFaceTest, AHiddenFrameHidesWhatItHolds) {

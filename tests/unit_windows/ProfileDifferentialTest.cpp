@@ -2,6 +2,7 @@
 #include "common/ProfileEngine.h"
 #include "support/TemporaryFolder.h"
 #include "windows/services/FileHandle.h"
+#include "windows/services/WindowsCodePage.h"
 #include "windows/services/WindowsFiles.h"
 
 #include <gtest/gtest.h>
@@ -20,8 +21,8 @@ void put(const std::string& path, const std::vector<std::string_view>& pieces) {
 /// Files that are written without waiting for the disk, which thousands of them would make long.
 class QuickFiles : public WindowsFiles {
 public:
-    FileResult replace(const std::string& path,
-                       const std::vector<std::string_view>& pieces) override {
+    FileResult replaceIf(const std::string& path, const std::vector<std::string_view>& pieces,
+                         const LastLook&) override {
         std::string text;
         for (const std::string_view piece : pieces) {
             text += piece;
@@ -39,7 +40,7 @@ protected:
     std::string ours = folder.path() + "\\ours.ini";
     std::string theirs = folder.path() + "\\theirs.ini";
     QuickFiles files;
-    ProfileEngine engine{files, "\r\n"};
+    ProfileEngine engine{files, "\r\n", windowsCodePage()};
     ProfileChance chance;
 
     std::string contentOf(const std::string& path) {
@@ -118,13 +119,81 @@ protected:
         }
     }
 
-    void begin() {
-        const std::string text = chance.file();
+    void begin() { beginWith(chance.file()); }
+
+    void beginWith(const std::string& text) {
         put(ours, {text});
         put(theirs, {text});
         flush(theirs);
     }
 };
+
+/// The same on files of two bytes a character, with either byte first.
+class WideProfileDifferentialTest : public ProfileDifferentialTest,
+                                    public testing::WithParamInterface<bool> {
+protected:
+    /// Characters that no code page of one byte a character has beside each other.
+    const std::wstring foreign = L"\x4E2D\x0416=\x6587 \x05D0\r\n";
+
+    std::string bytesOf(const std::wstring& units) const {
+        std::string bytes;
+        for (const wchar_t unit : units) {
+            const auto low = static_cast<char>(unit & 0xFF);
+            const auto high = static_cast<char>(unit >> 8);
+            bytes += GetParam() ? low : high;
+            bytes += GetParam() ? high : low;
+        }
+        return bytes;
+    }
+
+    /// Both files begin with lines that only this form can hold.
+    void beginWide() {
+        const std::string text = chance.file();
+        std::wstring units(text.size(), L'\0');
+        const auto length = static_cast<int>(text.size());
+        MultiByteToWideChar(CP_ACP, 0, text.data(), length, units.data(), length);
+        beginWith(bytesOf(L"\xFEFF[\x4E2D]\r\n" + foreign + L"[a]\r\nSent=\x4E2D 5\r\n" + units));
+    }
+
+    void expectForeignLinesKept() {
+        for (const std::string& path : {ours, theirs}) {
+            const std::string content = contentOf(path);
+            ASSERT_EQ(content.substr(0, 2), bytesOf(L"\xFEFF")) << path;
+            ASSERT_NE(content.find(bytesOf(foreign)), std::string::npos) << path;
+        }
+    }
+};
+
+TEST_P(WideProfileDifferentialTest, EveryReadOfRandomFilesGivesTheSame) {
+    for (int round = 0; round < 300; ++round) {
+        ASSERT_NO_FATAL_FAILURE(beginWide());
+        ASSERT_NO_FATAL_FAILURE(
+            compareRead({.section = "a", .key = "Sent", .fallback = "", .size = 128}));
+        for (int i = 0; i < 4; ++i) {
+            ASSERT_NO_FATAL_FAILURE(compareRead(chance.read())) << "round " << round;
+        }
+    }
+}
+
+TEST_P(WideProfileDifferentialTest, RandomWritesLeaveFilesOfTheirFormThatReadTheSameToBoth) {
+    for (int round = 0; round < 150; ++round) {
+        ASSERT_NO_FATAL_FAILURE(beginWide());
+        for (int i = 0; i < 5; ++i) {
+            if (chance.oneIn(4)) {
+                ASSERT_NO_FATAL_FAILURE(writeSection(chance.sectionWrite()));
+            } else {
+                ASSERT_NO_FATAL_FAILURE(writeKey(chance.keyWrite()));
+            }
+            ASSERT_NO_FATAL_FAILURE(compareRead(chance.read())) << "round " << round;
+        }
+        ASSERT_NO_FATAL_FAILURE(compareCrosswise()) << "round " << round;
+        ASSERT_NO_FATAL_FAILURE(expectForeignLinesKept()) << "round " << round;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, WideProfileDifferentialTest, testing::Bool(), [](const auto& given) {
+    return given.param ? "LowByteFirst" : "HighByteFirst";
+});
 
 TEST_F(ProfileDifferentialTest, EveryReadOfRandomFilesGivesTheSame) {
     for (int round = 0; round < 1000; ++round) {

@@ -87,7 +87,7 @@ TEST_F(ProfileOnWindowsTest, AnUpdateOfManyKeysIsOneNewFile) {
     }
     EXPECT_EQ(files.stamp(path), before);
 
-    EXPECT_TRUE(engine.commitUpdate());
+    EXPECT_EQ(engine.commitUpdate(), UpdateOutcome::Written);
     EXPECT_NE(files.stamp(path)->identity, before->identity);
     EXPECT_EQ(value("a", "key49"), "1");
 }

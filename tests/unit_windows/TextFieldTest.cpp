@@ -95,6 +95,21 @@ protected:
         ASSERT_EQ(GetFocus(), edit(textBox));
     }
 
+    /// Another window is the active one for a while.
+    void leaveAndComeBack() {
+        const HWND own = GetActiveWindow();
+        const HWND other = CreateWindowExA(0, "STATIC", "other", WS_OVERLAPPEDWINDOW | WS_VISIBLE,
+                                           0, 0, 100, 100, nullptr, nullptr, nullptr, nullptr);
+        SetActiveWindow(other);
+        SetFocus(other);
+        settle();
+        ASSERT_EQ(GetFocus(), other);
+        SetActiveWindow(own);
+        settle();
+        DestroyWindow(other);
+        ASSERT_EQ(GetActiveWindow(), own);
+    }
+
     /// Writes down each event of the field with the text it has then.
     void writeDownEvents() {
         TextBox& field = fields.txtField;
@@ -136,6 +151,52 @@ TEST_F(TextFieldTest, LeavingAFieldIsNotToldAsComing) {
     SetFocus(edit(fields.txtFixed));
 
     EXPECT_TRUE(seen.empty());
+}
+
+TEST_F(TextFieldTest, ComingBackToTheWindowIsNotComingToTheField) {
+    fields.txtField.GotFocus.connect([this] { fields.txtField.select(0, 5); });
+    ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtField));
+    settle();
+    press('2');
+    press('5');
+    ASSERT_EQ(fields.txtField.text(), "25");
+
+    leaveAndComeBack();
+    press('0');
+
+    EXPECT_EQ(GetFocus(), edit(fields.txtField));
+    EXPECT_EQ(fields.txtField.text(), "250");
+}
+
+TEST_F(TextFieldTest, ComingToAWindowThatWasHiddenIsComingToItsField) {
+    ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtField));
+    writeDownEvents();
+
+    fields.setVisible(false);
+    settle();
+    fields.setVisible(true);
+    ASSERT_TRUE(spinUntil([this] { return GetFocus() == edit(fields.txtField); }));
+
+    EXPECT_EQ(seen, std::vector<std::string>{"GotFocus first"});
+}
+
+TEST_F(TextFieldTest, AKeyReachesTheFieldAfterTheBoxThatItBroughtUp) {
+    ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtField));
+    selectIn(edit(fields.txtField), {5, 5});
+    fields.txtField.KeyDown.connect([this] { desktop.messageBox({.text = "!", .caption = "T"}); });
+    int boxes = 0;
+    const Later answer([&] {
+        const OpenBox open = openBox(GetCurrentProcessId());
+        boxes += open.window != nullptr && open.press(MsgBoxAnswer::Ok) ? 1 : 0;
+        return false;
+    });
+
+    press('3');
+    press('0');
+
+    EXPECT_EQ(textOf(edit(fields.txtField)), "first30");
+    EXPECT_EQ(fields.txtField.text(), "first30");
+    EXPECT_GE(boxes, 2);
 }
 
 TEST_F(TextFieldTest, AKeyIsToldBeforeItChangesTheTextAndAfterwards) {

@@ -3,6 +3,11 @@
 #include "common/FaceCaption.h"
 #include "linux/face/FaceText.h"
 
+#include <QFontMetricsF>
+#include <QLabel>
+#include <QTextDocument>
+#include <QTextOption>
+
 #include <unistd.h>
 
 namespace tarvik::face {
@@ -37,8 +42,11 @@ QMessageBox::StandardButtons boxButtons(MsgBoxButtons buttons) {
     return QMessageBox::Ok;
 }
 
-QMessageBox::StandardButton firstButton(MsgBoxButtons buttons) {
-    return buttons == MsgBoxButtons::YesNo || buttons == MsgBoxButtons::YesNoCancel
+QMessageBox::StandardButton defaultButton(const MsgBoxRequest& request) {
+    if (request.buttons == MsgBoxButtons::YesNo && request.icon == MsgBoxIcon::Exclamation) {
+        return QMessageBox::No;
+    }
+    return request.buttons == MsgBoxButtons::YesNo || request.buttons == MsgBoxButtons::YesNoCancel
                ? QMessageBox::Yes
                : QMessageBox::Ok;
 }
@@ -54,6 +62,21 @@ QMessageBox::StandardButton escapeButton(MsgBoxButtons buttons) {
         break;
     }
     return QMessageBox::Ok;
+}
+
+void setTabStops(QMessageBox& box) {
+    constexpr int lettersApart = 8;
+    const QString alphabet = QStringLiteral("abcdefghijklmnopqrstuvwxyz");
+    for (const QLabel* label : box.findChildren<QLabel*>()) {
+        // Only a text that can be selected is a document.
+        if (auto* document = label->findChild<QTextDocument*>()) {
+            const qreal letter = QFontMetricsF(label->font()).horizontalAdvance(alphabet) /
+                                 static_cast<qreal>(alphabet.size());
+            QTextOption option = document->defaultTextOption();
+            option.setTabStopDistance(lettersApart * letter);
+            document->setDefaultTextOption(option);
+        }
+    }
 }
 
 MsgBoxAnswer answerOf(int pressed, MsgBoxButtons buttons) {

@@ -10,9 +10,14 @@ namespace tarvik::face {
 
 QMessageBox::Icon boxIcon(MsgBoxIcon icon);
 QMessageBox::StandardButtons boxButtons(MsgBoxButtons buttons);
-QMessageBox::StandardButton firstButton(MsgBoxButtons buttons);
+/// The button of Enter: the first one, or No where a warning asks.
+QMessageBox::StandardButton defaultButton(const MsgBoxRequest& request);
 /// The button that Escape and the close box stand for.
 QMessageBox::StandardButton escapeButton(MsgBoxButtons buttons);
+
+/// Sets the tab stops of the text as far apart as eight letters of its font are wide, as texts for
+/// boxes expect it, whatever the font.
+void setTabStops(QMessageBox& box);
 
 /// The answer of a box that was left by that button; any other way to leave it counts as closing.
 MsgBoxAnswer answerOf(int pressed, MsgBoxButtons buttons);

@@ -4,9 +4,34 @@
 
 #include <QPushButton>
 
+#include <algorithm>
+
 namespace tarvik::face {
 
 namespace {
+
+/// Has room for each of its captions, so that nothing moves when another one comes.
+class RoomyButton : public QPushButton {
+public:
+    RoomyButton(const CommandButton& button, QWidget* parent)
+        : QPushButton(parent), button_(button) {}
+
+    QSize sizeHint() const override {
+        const auto widthOf = [this](const std::string& caption) {
+            return fontMetrics().horizontalAdvance(shown(caption));
+        };
+        const int own = widthOf(button_.caption());
+        int widest = own;
+        for (const std::string& other : button_.otherCaptions()) {
+            widest = std::max(widest, widthOf(other));
+        }
+        return QPushButton::sizeHint() + QSize(widest - own, 0);
+    }
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+private:
+    const CommandButton& button_;
+};
 
 class CommandButtonWidget : public ControlWidget {
 public:
@@ -33,7 +58,7 @@ private:
 
 std::unique_ptr<ControlWidget> makeCommandButton(Control& control, QWidget& parent,
                                                  FaceContext& context) {
-    auto* widget = new QPushButton(&parent);
+    auto* widget = new RoomyButton(static_cast<CommandButton&>(control), &parent);
     // Enter presses the form's default button, not whichever has the focus.
     widget->setAutoDefault(false);
     return std::make_unique<CommandButtonWidget>(static_cast<CommandButton&>(control), widget,

@@ -17,12 +17,20 @@ void showAccessibleName(QWidget& widget, const Control& control) {
     widget.setAccessibleName(shown(control.accessibleName()));
 }
 
+/// No window changes its size, and nothing in it its place, by what is shown or hidden in it.
+void keepRoomWhenHidden(QWidget& widget) {
+    QSizePolicy policy = widget.sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget.setSizePolicy(policy);
+}
+
 } // namespace
 
 ControlWidget::ControlWidget(Control& control, QWidget* widget, FaceContext& context)
     : ControlPicture(control, context), widget_(widget) {
     if (widget_ != nullptr) {
         identify(*widget_, control.name());
+        keepRoomWhenHidden(*widget_);
         for (const Property shared :
              {Property::Enabled, Property::Visible, Property::ToolTip, Property::AccessibleName}) {
             refreshShared(shared);
@@ -36,7 +44,7 @@ bool ControlWidget::refreshShared(Property changed) {
     }
     switch (changed) {
     case Property::Enabled:
-        widget_->setEnabled(control().enabled());
+        showEnabled();
         return true;
     case Property::Visible:
         widget_->setVisible(control().visible());
@@ -49,6 +57,22 @@ bool ControlWidget::refreshShared(Property changed) {
         return true;
     default:
         return false;
+    }
+}
+
+void ControlWidget::showEnabled() {
+    const bool enabled = control().enabled();
+    QWidget* const before = widget_->window()->focusWidget();
+    widget_->setEnabled(enabled);
+    if (focus_ == nullptr) {
+        return;
+    }
+    QWidget* const now = widget_->window()->focusWidget();
+    if (!enabled) {
+        focus_->disabled(widget_, before, now);
+    } else if (focus_->enabled(widget_, now)) {
+        // As when a window gets it back: the user has not come to the control.
+        widget_->setFocus(Qt::ActiveWindowFocusReason);
     }
 }
 

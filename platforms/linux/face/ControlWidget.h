@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/ControlPicture.h"
+#include "common/ReturningFocus.h"
 #include "linux/face/Handle.h"
 #include "ui/controls/Control.h"
 
@@ -23,10 +24,16 @@ public:
     /// The width that an item of so many characters needs; 0: what the widget itself says.
     virtual int widthFor(int characters) const;
 
+    /// Where the focus goes when the control is enabled again; shared by all of one window, which
+    /// outlive none of them.
+    void shareFocus(ReturningFocus<QWidget*>& focus) { focus_ = &focus; }
+
 private:
     bool refreshShared(Property changed) final;
+    void showEnabled();
 
     QPointer<QWidget> widget_;
+    ReturningFocus<QWidget*>* focus_ = nullptr;
     Handle handle_;
 };
 

@@ -26,6 +26,8 @@ public:
             return buildGrid(node);
         case Type::Column:
             return buildBox(node, QBoxLayout::TopToBottom);
+        case Type::Deck:
+            return buildDeck(node);
         default: {
             auto* box = new QBoxLayout(QBoxLayout::TopToBottom);
             addToBox(*box, node);
@@ -66,18 +68,32 @@ private:
             const LayoutNode& child = node.children[i];
             const int row = static_cast<int>(i) / node.columns;
             const int column = static_cast<int>(i) % node.columns;
-            if (child.type == Type::Item || child.type == Type::Frame) {
-                grid->addWidget(makeWidget(child), row, column);
-            } else if (child.type == Type::Space) {
-                // The toolkit leaves no gap beside a column that holds nothing.
-                grid->addItem(new QSpacerItem(emptyColumn, 0), row, column);
-            } else {
-                grid->addLayout(build(child), row, column);
-            }
+            addToGrid(*grid, child, row, column);
             const int share = std::max(grid->columnStretch(column), child.stretch);
             grid->setColumnStretch(column, share);
         }
         return grid;
+    }
+
+    void addToGrid(QGridLayout& grid, const LayoutNode& node, int row, int column) {
+        if (node.type == Type::Item || node.type == Type::Frame) {
+            grid.addWidget(makeWidget(node), row, column);
+        } else if (node.type == Type::Space) {
+            // The toolkit leaves no gap beside a column that holds nothing.
+            grid.addItem(new QSpacerItem(emptyColumn, 0), row, column);
+        } else {
+            grid.addLayout(build(node), row, column);
+        }
+    }
+
+    /// All children in one cell, which is as large as the largest of them: what is hidden keeps its
+    /// room.
+    QLayout* buildDeck(const LayoutNode& node) {
+        auto* cell = new QGridLayout;
+        for (const LayoutNode& child : node.children) {
+            addToGrid(*cell, child, 0, 0);
+        }
+        return cell;
     }
 
     QWidget* makeWidget(const LayoutNode& node) {

@@ -36,6 +36,13 @@ FormWindow::~FormWindow() {
 }
 
 void FormWindow::detach() {
+    if (!detached_) {
+        disconnectForm();
+        hide();
+    }
+}
+
+void FormWindow::disconnectForm() {
     if (detached_) {
         return;
     }
@@ -44,7 +51,6 @@ void FormWindow::detach() {
     for (const auto& own : pictures_) {
         own->detach();
     }
-    hide();
 }
 
 void FormWindow::makeWidgets() {
@@ -56,6 +62,7 @@ void FormWindow::makeWidgets() {
             control->kind() == ControlKind::Timer || control->kind() == ControlKind::Picture;
         if (seen || works) {
             if (auto made = makeControlWidget(*control, *this, context_)) {
+                made->shareFocus(focus_);
                 pictures_.push_back(std::move(made));
             }
         }
@@ -145,6 +152,7 @@ void FormWindow::applyVisibility() {
 void FormWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
     if (context_.takesInput() && !detached_) {
+        const AskingScope asking(context_, &form_);
         form_.unload(UnloadMode::FormControlMenu);
     }
 }
@@ -168,12 +176,13 @@ void FormWindow::keyPressEvent(QKeyEvent* event) {
     CommandButton* button = enter                            ? form_.defaultButton()
                             : event->key() == Qt::Key_Escape ? form_.cancelButton()
                                                              : nullptr;
-    const ControlWidget* shownButton = picture(button);
-    if (shownButton == nullptr) {
+    if (const ControlWidget* shownButton = picture(button)) {
+        static_cast<QPushButton*>(shownButton->widget())->click();
+    } else if (event->key() == Qt::Key_Escape && form_.escapeCloses()) {
+        close();
+    } else {
         QWidget::keyPressEvent(event);
-        return;
     }
-    static_cast<QPushButton*>(shownButton->widget())->click();
 }
 
 } // namespace tarvik::face

@@ -26,6 +26,8 @@ public:
 
     /// Ends all connection with the form and hides the window.
     void detach();
+    /// Ends all connection with the form and leaves the window as it is.
+    void disconnectForm();
 
     /// The control that is known by that number; null when it is none of this form.
     Control* controlOf(std::uint32_t handle) const;
@@ -44,6 +46,7 @@ private:
 
     Form& form_;
     FaceContext& context_;
+    ReturningFocus<QWidget*> focus_;
     std::vector<std::unique_ptr<ControlWidget>> pictures_;
     Handle handle_;
     bool detached_ = false;

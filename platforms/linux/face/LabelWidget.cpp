@@ -6,14 +6,20 @@
 #include <QEvent>
 #include <QLabel>
 
+#include <algorithm>
+
 namespace tarvik::face {
 
 namespace {
 
-/// A label whose colour stays readable when the palette changes.
+/// A label whose colour stays readable when the palette changes, with room for each of its
+/// captions.
 class ColouredLabel : public QLabel {
 public:
-    using QLabel::QLabel;
+    ColouredLabel(const Label& label, QWidget* parent) : QLabel(parent), label_(label) {}
+
+    QSize sizeHint() const override { return withRoom(QLabel::sizeHint()); }
+    QSize minimumSizeHint() const override { return withRoom(QLabel::minimumSizeHint()); }
 
     void setTextColour(const Colour& colour) {
         colour_ = colour;
@@ -29,13 +35,31 @@ protected:
     }
 
 private:
+    QSize withRoom(const QSize& hint) const {
+        constexpr int roomy = 2000; // pixels; no caption is as long
+        int widest = hint.width();
+        for (const std::string& other : label_.otherCaptions()) {
+            // As the toolkit measures the text that it shows.
+            const QRect text = fontMetrics().boundingRect(
+                0, 0, roomy, roomy, static_cast<int>(alignment()), shown(other));
+            widest = std::max(widest, text.width());
+        }
+        return {widest, hint.height()};
+    }
+
     void applyColour() {
         const QPalette inherited = applicationPalette();
         QPalette own = palette();
-        own.setColor(QPalette::WindowText, readableColour(colour_, inherited));
+        // A disabled label keeps the looks of what is disabled.
+        for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
+            own.setColor(group, QPalette::WindowText, readableColour(colour_, inherited));
+        }
+        own.setColor(QPalette::Disabled, QPalette::WindowText,
+                     inherited.color(QPalette::Disabled, QPalette::WindowText));
         setPalette(own);
     }
 
+    const Label& label_;
     Colour colour_;
 };
 
@@ -86,8 +110,8 @@ private:
 } // namespace
 
 std::unique_ptr<ControlWidget> makeLabel(Control& control, QWidget& parent, FaceContext& context) {
-    return std::make_unique<LabelWidget>(static_cast<Label&>(control), new ColouredLabel(&parent),
-                                         context);
+    auto& label = static_cast<Label&>(control);
+    return std::make_unique<LabelWidget>(label, new ColouredLabel(label, &parent), context);
 }
 
 } // namespace tarvik::face

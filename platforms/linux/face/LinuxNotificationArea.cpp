@@ -6,9 +6,6 @@
 #include "linux/face/QtDesktop.h"
 #include "ui/controls/Form.h"
 
-#include <QDBusConnection>
-#include <QDBusConnectionInterface>
-
 namespace tarvik::face {
 
 namespace {
@@ -16,16 +13,9 @@ namespace {
 constexpr int leftButtonReleased = 514;
 constexpr int rightButtonReleased = 517;
 
-/// A panel shows StatusNotifier items; the toolkit then makes one.
-bool panelTakesItems() {
-    const QDBusConnectionInterface* names = QDBusConnection::sessionBus().interface();
-    if (names == nullptr) {
-        return false;
-    }
-    const QDBusReply<bool> watched =
-        names->isServiceRegistered(QStringLiteral("org.kde.StatusNotifierWatcher"));
-    return watched.isValid() && watched.value();
-}
+/// The longest that a panel is waited for when the icon is added, in milliseconds: whether the
+/// window can be hidden behind the icon is asked soon after.
+constexpr int longestWait = 80;
 
 Menu* menuOf(const Form& form) {
     for (Control* control : form.controls()) {
@@ -47,52 +37,120 @@ LinuxNotificationArea::LinuxNotificationArea(QtDesktop& desktop) : desktop_(desk
 LinuxNotificationArea::~LinuxNotificationArea() = default;
 
 bool LinuxNotificationArea::Shell_NotifyIconA(std::uint32_t request, NOTIFYICONDATAA* data) {
+    if (desktop_.displayLost()) {
+        // The icon has gone with the panel.
+        return request == remove;
+    }
     switch (request) {
     case add:
         picture_ = data->hWnd;
-        if (icon_ == nullptr) {
-            makeIcon();
-        }
-        return showIcon(*data);
+        return addIcon(*data);
     case modify:
-        return (data->uFlags & info) != 0 ? showNote(*data) : icon_ != nullptr && showIcon(*data);
+        return (data->uFlags & info) != 0 ? showNote(*data) : isAdded() && showIcon(*data);
     case remove:
         return removeIcon();
     case setVersion:
-        return icon_ != nullptr;
+        return isAdded();
     default:
         return false;
     }
 }
 
+bool LinuxNotificationArea::addIcon(const NOTIFYICONDATAA& data) {
+    if (panels_ == nullptr) {
+        panels_ = std::make_unique<ItemPanelWatch>([this] { followPanel(); });
+        followPanel();
+        if (item_ != nullptr) {
+            item_->allowTime(longestWait);
+        }
+    }
+    return showIcon(data);
+}
+
+void LinuxNotificationArea::followPanel() {
+    if (desktop_.displayLost()) {
+        return;
+    }
+    if (!panels_->panelIsThere()) {
+        item_.reset();
+        menu_.reset();
+        makeIcon();
+    } else {
+        makeItem();
+    }
+    showLast();
+}
+
 void LinuxNotificationArea::makeIcon() {
+    // The toolkit asks once in its life whether there is a panel for items, and waits for it then:
+    // an icon of its own is made only while there is none.
+    if (icon_ != nullptr) {
+        return;
+    }
     icon_ = std::make_unique<QSystemTrayIcon>();
-    // What the icon or its menu begins may take the icon away: it has to be out of its own handlers
-    // by then.
+    // What the icon begins may take the icon away: it has to be out of its own handlers by then.
     connect(icon_.get(), &QSystemTrayIcon::activated, this, &LinuxNotificationArea::onActivated,
             Qt::QueuedConnection);
+}
+
+/// Nothing shows the item, but the panel's program has answered: the toolkit, which asks it once
+/// more, is not held up, and finds a panel that embeds icons.
+void LinuxNotificationArea::showIconBesideItem() {
+    if (!desktop_.displayLost()) {
+        makeIcon();
+        showLast();
+    }
+}
+
+void LinuxNotificationArea::makeItem() {
     const Picture* picture = desktop_.pictureOf(picture_);
     Menu* model = picture == nullptr ? nullptr : menuOf(picture->form());
-    if (model != nullptr && panelTakesItems()) {
-        menu_ = std::make_unique<TrayMenu>(*model, [this](int entry) {
-            QMetaObject::invokeMethod(
-                this, [this, entry] { choose(entry); }, Qt::QueuedConnection);
-        });
-        icon_->setContextMenu(menu_.get());
+    if (item_ == nullptr && model != nullptr) {
+        // Nor may what an entry or a click begins take away the item that is telling of it.
+        const auto later = [this](auto&& action) {
+            QMetaObject::invokeMethod(this, action, Qt::QueuedConnection);
+        };
+        menu_ = std::make_unique<TrayMenu>(
+            *model, [this, later](int entry) { later([this, entry] { choose(entry); }); });
+        item_ = std::make_unique<StatusNotifierItem>(
+            *menu_,
+            StatusNotifierItem::Events{
+                .activated = [this, later] { later([this] { tellPicture(leftButtonReleased); }); },
+                .taken = [this] { icon_.reset(); },
+                .refused = [this] { showIconBesideItem(); }});
+    }
+    if (item_ != nullptr) {
+        item_->offer();
     }
 }
 
 bool LinuxNotificationArea::showIcon(const NOTIFYICONDATAA& data) {
-    const QString tipText = shown(data.szTip);
-    if (!icon_->isVisible() || icon_->toolTip() != tipText ||
-        icon_->property("which") != data.hIcon) {
-        icon_->setProperty("which", data.hIcon);
-        icon_->setIcon(trayIcon(data.hIcon));
-        icon_->setToolTip(tipText);
+    which_ = data.hIcon;
+    tip_ = shown(data.szTip);
+    showLast();
+    return (item_ != nullptr && item_->isTaken()) ||
+           (icon_ != nullptr && QSystemTrayIcon::isSystemTrayAvailable());
+}
+
+void LinuxNotificationArea::showLast() {
+    if (!which_) {
+        return;
+    }
+    if (shownIcon_ != which_) {
+        shownIcon_ = which_;
+        picturedIcon_ = trayIcon(*which_);
+    }
+    if (item_ != nullptr) {
+        item_->show(picturedIcon_, tip_);
+    }
+    if (icon_ != nullptr &&
+        (!icon_->isVisible() || icon_->toolTip() != tip_ || icon_->property("which") != *which_)) {
+        icon_->setProperty("which", *which_);
+        icon_->setIcon(picturedIcon_);
+        icon_->setToolTip(tip_);
         // Where no panel is there yet, the icon appears when one comes.
         icon_->show();
     }
-    return QSystemTrayIcon::isSystemTrayAvailable();
 }
 
 bool LinuxNotificationArea::showNote(const NOTIFYICONDATAA& data) {
@@ -110,13 +168,14 @@ bool LinuxNotificationArea::showNote(const NOTIFYICONDATAA& data) {
 }
 
 bool LinuxNotificationArea::removeIcon() {
-    if (icon_ == nullptr) {
+    if (!isAdded()) {
         return false;
     }
-    icon_->hide();
-    icon_->setContextMenu(nullptr);
+    panels_.reset();
     icon_.reset();
+    item_.reset();
     menu_.reset();
+    which_.reset();
     return true;
 }
 
@@ -124,7 +183,7 @@ void LinuxNotificationArea::onActivated(QSystemTrayIcon::ActivationReason reason
     // The second click of two is told as a double click.
     if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick) {
         tellPicture(leftButtonReleased);
-    } else if (reason == QSystemTrayIcon::Context && menu_ == nullptr) {
+    } else if (reason == QSystemTrayIcon::Context) {
         tellPicture(rightButtonReleased);
     }
 }

@@ -1,13 +1,17 @@
 #pragma once
 
 #include "linux/face/DesktopNotes.h"
+#include "linux/face/ItemPanelWatch.h"
+#include "linux/face/StatusNotifierItem.h"
 #include "linux/face/TrayMenu.h"
 #include "ports/NotificationArea.h"
 
+#include <QIcon>
 #include <QObject>
 #include <QSystemTrayIcon>
 
 #include <memory>
+#include <optional>
 
 namespace tarvik::face {
 
@@ -16,8 +20,9 @@ class QtDesktop;
 /// The icon in the desktop's panel, as a StatusNotifier item or, where no panel asks for such, as a
 /// small window embedded in the panel; notes go by the desktop's notification service.
 ///
-/// A panel that shows StatusNotifier items opens the menu by itself: it gets the menu of the form
-/// in which the icon's picture stands. Elsewhere the right button is told like the left one.
+/// A panel that shows StatusNotifier items may come, go and come back at any time. It opens the
+/// menu by itself: it gets the menu of the form in which the icon's picture stands. Elsewhere the
+/// right button is told like the left one.
 class LinuxNotificationArea : public QObject, public NotificationArea {
 public:
     explicit LinuxNotificationArea(QtDesktop& desktop);
@@ -29,20 +34,34 @@ public:
     std::uint32_t GetVersion() override { return 5; }
 
 private:
-    /// Makes the icon if there is none, and shows what the record says; true where a panel has it.
+    bool addIcon(const NOTIFYICONDATAA& data);
+    /// Shows what the record says; true where a panel has the icon.
     bool showIcon(const NOTIFYICONDATAA& data);
+    /// Shows what the last record said.
+    void showLast();
     bool showNote(const NOTIFYICONDATAA& data);
     bool removeIcon();
+    bool isAdded() const { return panels_ != nullptr; }
+    /// Makes what suits the panel that is there now.
+    void followPanel();
     void makeIcon();
+    void showIconBesideItem();
+    void makeItem();
     void onActivated(QSystemTrayIcon::ActivationReason reason);
     void choose(int entry);
     void tellPicture(int mouseMessage);
 
     QtDesktop& desktop_;
     DesktopNotes notes_;
-    std::uint32_t picture_ = 0; ///< receives the icon's mouse messages
-    std::unique_ptr<QSystemTrayIcon> icon_;
-    std::unique_ptr<TrayMenu> menu_; ///< null where the panel opens no menu by itself
+    std::uint32_t picture_ = 0;          ///< receives the icon's mouse messages
+    std::optional<std::uint32_t> which_; ///< which icon the last record showed
+    std::optional<std::uint32_t> shownIcon_;
+    QIcon picturedIcon_; ///< the picture of `shownIcon_`
+    QString tip_;
+    std::unique_ptr<ItemPanelWatch> panels_;   ///< null while no icon was added
+    std::unique_ptr<QSystemTrayIcon> icon_;    ///< null where a panel has taken the item
+    std::unique_ptr<TrayMenu> menu_;           ///< of the item
+    std::unique_ptr<StatusNotifierItem> item_; ///< null where no panel shows items
 };
 
 } // namespace tarvik::face

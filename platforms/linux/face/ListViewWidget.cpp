@@ -4,9 +4,12 @@
 
 #include <QAbstractTableModel>
 #include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QTableView>
 
 #include <algorithm>
+#include <functional>
 
 namespace tarvik::face {
 
@@ -59,9 +62,38 @@ private:
     int rows_ = 0;
 };
 
+/// A table of which a row is opened by a double click or by Enter, also on desktops where a single
+/// click opens things: here it only selects.
+class Table : public QTableView {
+public:
+    using QTableView::QTableView;
+
+    /// What opens the selected row; set before the table is used.
+    std::function<void()> open;
+
+    /// Typed letters look for no row: that would ask for the texts of all of them.
+    void keyboardSearch(const QString&) override {}
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+        if (enter && (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier) {
+            open();
+        } else {
+            QTableView::keyPressEvent(event);
+        }
+    }
+
+    void mouseDoubleClickEvent(QMouseEvent* event) override {
+        if (event->button() == Qt::LeftButton) {
+            QTableView::mouseDoubleClickEvent(event);
+        }
+    }
+};
+
 class ListViewWidget : public ControlWidget {
 public:
-    ListViewWidget(ListView& list, QTableView* widget, FaceContext& context)
+    ListViewWidget(ListView& list, Table* widget, FaceContext& context)
         : ControlWidget(list, widget, context), list_(list), widget_(widget),
           rows_(new Rows(list, widget)) {
         widget->setModel(rows_);
@@ -80,12 +112,15 @@ public:
         for (const Property own : {Property::Items, Property::Headers, Property::ColumnWidths}) {
             refresh(own);
         }
-        QObject::connect(widget->selectionModel(), &QItemSelectionModel::currentRowChanged, widget,
-                         [this](const QModelIndex& now) { selected(now.row()); });
-        QObject::connect(widget, &QTableView::activated, widget, [this](const QModelIndex& row) {
-            selected(row.row());
-            fromUser(Property::ListIndex, [&] { list_.DblClick.raise(); });
-        });
+        // The row that the keyboard is at need not be selected.
+        QObject::connect(
+            widget->selectionModel(), &QItemSelectionModel::selectionChanged, widget, [this] {
+                fromUser(Property::ListIndex, [this] { list_.setSelectedRow(selectedRow()); });
+            });
+        widget->open = [this] {
+            fromUser(Property::ListIndex, [this] { list_.DblClick.raise(); });
+        };
+        QObject::connect(widget, &QTableView::doubleClicked, widget, [widget] { widget->open(); });
     }
 
     int widthFor(int characters) const override {
@@ -114,12 +149,13 @@ protected:
     }
 
 private:
-    void selected(int row) {
-        fromUser(Property::ListIndex, [&] { list_.setSelectedRow(row); });
+    int selectedRow() const {
+        const QModelIndexList rows = widget_->selectionModel()->selectedRows();
+        return rows.isEmpty() ? ListView::none : rows.front().row();
     }
 
     void showSelection() {
-        if (widget_->currentIndex().row() == list_.selectedRow()) {
+        if (selectedRow() == list_.selectedRow()) {
             return;
         }
         if (list_.selectedRow() == ListView::none) {
@@ -144,7 +180,7 @@ private:
     }
 
     ListView& list_;
-    QTableView* widget_;
+    Table* widget_;
     Rows* rows_;
 };
 
@@ -152,8 +188,8 @@ private:
 
 std::unique_ptr<ControlWidget> makeListView(Control& control, QWidget& parent,
                                             FaceContext& context) {
-    return std::make_unique<ListViewWidget>(static_cast<ListView&>(control),
-                                            new QTableView(&parent), context);
+    return std::make_unique<ListViewWidget>(static_cast<ListView&>(control), new Table(&parent),
+                                            context);
 }
 
 } // namespace tarvik::face

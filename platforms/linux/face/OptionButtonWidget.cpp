@@ -16,8 +16,15 @@ public:
         // The model takes the choice from the others, wherever they stand.
         widget->setAutoExclusive(false);
         refresh(Property::Value);
-        QObject::connect(widget, &QRadioButton::clicked, widget,
-                         [this] { fromUser(Property::Value, [&] { option_.setValue(true); }); });
+        // Pressed by hand it is toggled as by a screen reader, which clicks nothing. It cannot be
+        // taken back: the picture follows the model then.
+        QObject::connect(widget, &QRadioButton::toggled, widget, [this](bool chosen) {
+            fromUser(Property::Value, [&] {
+                if (chosen) {
+                    option_.setValue(true);
+                }
+            });
+        });
     }
 
 protected:

@@ -13,8 +13,8 @@ QPalette applicationPalette();
 /// Contrast of two colours after the web's accessibility guidelines: 1 (none) to 21.
 double contrastRatio(const QColor& a, const QColor& b);
 
-/// A text colour as the palette allows it: black is the palette's own, any other is made lighter or
-/// darker until it can be read on the window's background.
+/// A text colour as the palette allows it: black is the palette's own, any other can be read on the
+/// window's background.
 QColor readableColour(const Colour& colour, const QPalette& palette);
 
 } // namespace tarvik::face

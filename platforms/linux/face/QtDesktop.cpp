@@ -44,9 +44,11 @@ void QtDesktop::withdraw(Form& form) {
     if (found == windows_.end()) {
         return;
     }
-    // The window may be the one whose handler is running: it goes once that has returned.
-    (*found)->detach();
-    (*found)->deleteLater();
+    if (!displayLost_) {
+        // The window may be the one whose handler is running: it goes once that has returned.
+        (*found)->detach();
+        (*found)->deleteLater();
+    }
     windows_.erase(found);
     if (windows_.empty()) {
         loop_.quit();
@@ -65,6 +67,19 @@ FormWindow* QtDesktop::activeWindow() const {
     return visible == windows_.end() ? nullptr : *visible;
 }
 
+QWidget* QtDesktop::boxOwner() const {
+    if (QWidget* dialog = QApplication::activeModalWidget()) {
+        return dialog;
+    }
+    // Right after a dialog no window is active yet.
+    const auto asking = std::find_if(windows_.begin(), windows_.end(), [&](FormWindow* window) {
+        return &window->form() == context_.asking;
+    });
+    const bool seen =
+        asking != windows_.end() && (*asking)->isVisible() && !(*asking)->isMinimized();
+    return seen ? *asking : activeWindow();
+}
+
 MsgBoxAnswer QtDesktop::messageBox(const MsgBoxRequest& request) {
     if (context_.ending) {
         writeUnshownBox(request);
@@ -74,12 +89,13 @@ MsgBoxAnswer QtDesktop::messageBox(const MsgBoxRequest& request) {
     // The window before which it stands takes the box along if it goes meanwhile.
     const QPointer<QMessageBox> box =
         new QMessageBox(boxIcon(request.icon), shown(request.caption), shownLines(request.text),
-                        boxButtons(request.buttons), activeWindow());
+                        boxButtons(request.buttons), boxOwner());
     identify(*box, "msgBox");
     box->setTextFormat(Qt::PlainText);
     box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    box->setDefaultButton(firstButton(request.buttons));
+    box->setDefaultButton(defaultButton(request));
     box->setEscapeButton(escapeButton(request.buttons));
+    setTabStops(*box);
     const int pressed = box->exec();
     delete box.data();
     return answerOf(pressed, request.buttons);
@@ -204,11 +220,7 @@ void QtDesktop::quit() {
     loop_.quit();
 }
 
-void QtDesktop::endSession() {
-    if (context_.ending) {
-        return;
-    }
-    context_.ending = true;
+void QtDesktop::unloadForms() {
     const std::vector<FormWindow*> realised = windows_;
     for (FormWindow* window : realised) {
         // Unloading one form may have unloaded others.
@@ -216,6 +228,24 @@ void QtDesktop::endSession() {
             window->form().unload(UnloadMode::AppWindows);
         }
     }
+}
+
+void QtDesktop::loseDisplay() {
+    // The end of the session may have begun already and have met the lost display on its way.
+    context_.ending = true;
+    displayLost_ = true;
+    for (FormWindow* window : windows_) {
+        window->disconnectForm();
+    }
+    unloadForms();
+}
+
+void QtDesktop::endSession() {
+    if (context_.ending) {
+        return;
+    }
+    context_.ending = true;
+    unloadForms();
     // Boxes, dialogs, and what dialogs ask on their own.
     const QWidgetList windows = QApplication::topLevelWidgets();
     for (QWidget* window : windows) {

@@ -20,7 +20,7 @@ class FormWindow;
 ///
 /// The user's session ends by a request of the session manager or by the signals that ask a process
 /// to end: every form is then unloaded as at the end of the session, open boxes close, and `run`
-/// returns.
+/// returns. When the display goes first, the forms are unloaded likewise, but no window is touched.
 class QtDesktop : public QObject, public Desktop {
 public:
     QtDesktop();
@@ -51,16 +51,25 @@ public:
     /// What happens when the user's session ends; may be called again.
     void endSession();
 
+    /// What happens when there is no display any more: the same, without windows and boxes, which
+    /// are left as they are. The process must end afterwards.
+    void loseDisplay();
+    bool displayLost() const { return displayLost_; }
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     FormWindow* activeWindow() const;
+    /// Before what a box stands: the dialog that is open, or the window whose user is answered.
+    QWidget* boxOwner() const;
     FormWindow* windowOf(std::uint32_t handle) const;
+    void unloadForms();
 
     FaceContext context_;
     std::vector<FormWindow*> windows_; ///< in the order in which they were realised
     QEventLoop loop_;
     bool blocking_ = false;
+    bool displayLost_ = false;
 };
 
 } // namespace tarvik::face

@@ -90,8 +90,11 @@ private:
         if (isReadOnly()) {
             const QPalette inherited = applicationPalette();
             QPalette own = palette();
-            own.setColor(QPalette::Base, inherited.color(QPalette::Window));
-            own.setColor(QPalette::Text, inherited.color(QPalette::WindowText));
+            for (const QPalette::ColorGroup group :
+                 {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+                own.setColor(group, QPalette::Base, inherited.color(group, QPalette::Window));
+                own.setColor(group, QPalette::Text, inherited.color(group, QPalette::WindowText));
+            }
             setPalette(own);
         }
     }

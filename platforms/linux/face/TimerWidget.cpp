@@ -15,6 +15,7 @@ public:
         clock_.setTimerType(Qt::PreciseTimer);
         QObject::connect(&clock_, &QTimer::timeout, &clock_, [this] {
             if (this->context().timersRun()) {
+                const AskingScope asking(this->context(), nullptr);
                 timer_.fire();
             }
         });

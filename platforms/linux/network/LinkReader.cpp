@@ -53,12 +53,12 @@ std::optional<LinkReading> readLink(const std::string& interfacesFolder,
                        .aborted = counter("tx_aborted_errors")};
 }
 
-std::vector<LinkReading> readLinks(const std::string& interfacesFolder) {
-    std::vector<LinkReading> readings;
+LinkReadings readLinks(const std::string& interfacesFolder) {
+    LinkReadings readings;
     std::error_code ignored;
     for (const auto& entry : std::filesystem::directory_iterator(interfacesFolder, ignored)) {
         if (const auto reading = readLink(interfacesFolder, entry.path().filename())) {
-            readings.push_back(*reading);
+            readings[reading->index] = *reading;
         }
     }
     return readings;

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace tarvik {
 
@@ -27,8 +27,9 @@ struct LinkReading {
 std::optional<LinkReading> readLink(const std::string& interfacesFolder,
                                     const std::string& interface);
 
-/// The readings of all interfaces.
-std::vector<LinkReading> readLinks(const std::string& interfacesFolder);
+/// The readings of all interfaces, by their index.
+using LinkReadings = std::map<std::uint32_t, LinkReading>;
+LinkReadings readLinks(const std::string& interfacesFolder);
 
 /// What the device tells of its speed, in bits per second; 0 when it does not know, or when it is
 /// a tunnel, whose speed is made up. Speeds of 2^32 and more are told as the most that a line's

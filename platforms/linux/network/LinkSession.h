@@ -14,6 +14,9 @@ public:
     /// Takes over a reading of the connection's interface.
     void sample(const LinkReading& reading);
 
+    /// The newest reading as it was.
+    const LinkReading& last() const { return last_; }
+
     /// Everything since the connection's start, as far as it was read.
     const LinkReading& total() const { return total_; }
 

@@ -11,9 +11,9 @@ namespace {
 
 // NetworkManager's own numbers.
 constexpr std::uint32_t asleep = 10;
-constexpr std::uint32_t connecting = 40;
 constexpr std::uint32_t connectedLocally = 50;
 constexpr std::uint32_t connectivityNone = 1;
+constexpr std::uint32_t activating = 1;
 
 bool environmentHasProxy() {
     constexpr std::array names{"http_proxy", "https_proxy", "all_proxy",
@@ -31,7 +31,11 @@ bool isModem(const std::string& type) {
 
 } // namespace
 
-InternetFlags internetFlags(const NetworkState& state, bool profilesExist, bool proxy) {
+InternetFlags internetFlags(const NetworkState& state, const std::vector<NetworkLine>& lines,
+                            bool profilesExist, bool proxy) {
+    const bool dialling = std::any_of(lines.begin(), lines.end(), [](const NetworkLine& line) {
+        return line.state == activating && isModem(line.type);
+    });
     InternetFlags result;
     result.connected = state.state > connectedLocally && state.connectivity != connectivityNone;
     if (result.connected) {
@@ -40,7 +44,7 @@ InternetFlags internetFlags(const NetworkState& state, bool profilesExist, bool 
     }
     // Dialling needs nothing but NetworkManager, which has answered.
     result.flags |= InternetState::rasInstalled;
-    result.flags |= state.state == connecting ? InternetState::modemBusy : 0U;
+    result.flags |= dialling ? InternetState::modemBusy : 0U;
     result.flags |= state.state <= asleep ? InternetState::offline : 0U;
     result.flags |= profilesExist ? InternetState::configured : 0U;
     return result;
@@ -52,7 +56,7 @@ bool LinuxInternetState::InternetGetConnectedState(std::uint32_t* flags, std::ui
         return false;
     }
     const InternetFlags found =
-        internetFlags(bus_.state(), !bus_.profiles().empty(), environmentHasProxy());
+        internetFlags(bus_.state(), bus_.lines(), !bus_.profiles().empty(), environmentHasProxy());
     *flags = found.flags;
     return found.connected;
 }

@@ -3,6 +3,8 @@
 #include "linux/network/NetworkBus.h"
 #include "ports/InternetState.h"
 
+#include <vector>
+
 namespace tarvik {
 
 /// How the machine is connected, as NetworkManager tells it: its connectivity, the kind of the
@@ -24,6 +26,7 @@ struct InternetFlags {
 };
 
 /// What that state of the machine means; `proxy`: the environment names one.
-InternetFlags internetFlags(const NetworkState& state, bool profilesExist, bool proxy);
+InternetFlags internetFlags(const NetworkState& state, const std::vector<NetworkLine>& lines,
+                            bool profilesExist, bool proxy);
 
 } // namespace tarvik

@@ -29,6 +29,7 @@ bool NetworkBus::connect() {
     }
     try {
         openBus();
+        bus_->setMethodCallTimeout(longestConnecting);
         watch();
         sdbus::createProxy(*bus_, busName, "/org/freedesktop/DBus")
             ->callMethod("NameHasOwner")
@@ -36,6 +37,7 @@ bool NetworkBus::connect() {
             .withTimeout(longestConnecting)
             .withArguments(nm::service)
             .storeResultsTo(running_);
+        ++starts_;
         return true;
     } catch (const sdbus::Error& error) {
         forget();
@@ -103,6 +105,7 @@ void NetworkBus::onSignal(sdbus::Message& message) {
         std::string after;
         message >> name >> before >> after;
         running_ = !after.empty();
+        ++starts_;
         known_ = false;
         quietUntil_ = {};
         profilesStale_ = linesStale_ = true;

@@ -46,6 +46,10 @@ public:
     /// Waits for signals, at most that many milliseconds, and handles them.
     void wait(int milliseconds);
 
+    /// How often NetworkManager has been found started, or has been reached anew: the paths of its
+    /// objects mean nothing after another start.
+    std::uint64_t starts() const { return starts_; }
+
     const std::vector<NetworkProfile>& profiles() const { return profiles_; }
     const std::vector<NetworkLine>& lines() const { return lines_; }
     const NetworkState& state() const { return state_; }
@@ -74,7 +78,8 @@ private:
 
     std::unique_ptr<sdbus::IConnection> bus_;
     std::future<std::unique_ptr<sdbus::IConnection>> connecting_;
-    bool running_ = false;         ///< NetworkManager is on the bus
+    bool running_ = false; ///< NetworkManager is on the bus
+    std::uint64_t starts_ = 0;
     bool known_ = false;           ///< and everything was read since it is
     Clock::time_point quietUntil_; ///< no call before, after one that was not answered
     bool profilesStale_ = true;

@@ -6,7 +6,9 @@
 #include "linux/network/ReasonCodes.h"
 
 #include <algorithm>
-#include <chrono>
+#include <iterator>
+#include <map>
+#include <utility>
 
 namespace tarvik {
 
@@ -39,10 +41,15 @@ std::string deviceNameOf(const NetworkLine& line) {
     return line.interface.empty() ? kind : kind + " " + line.interface;
 }
 
+/// Of what the program is told.
+constexpr auto isUp = [](const auto& session) { return session.line.state == activated; };
+
 /// The record's counters wrap as the service's own do.
 std::uint32_t wrapped(std::uint64_t number) {
     return static_cast<std::uint32_t>(number);
 }
+
+using Clock = std::chrono::steady_clock;
 
 /// How long a connection may be up before its interface is known. Some never have one.
 constexpr std::uint64_t interfaceDelay = 2000; // milliseconds
@@ -54,22 +61,22 @@ bool NetworkConnections::refresh() {
     if (running) {
         takeLines();
     } else {
+        std::move(sessions_.begin(), sessions_.end(), std::back_inserter(former_));
         sessions_.clear();
     }
     return running;
 }
 
 void NetworkConnections::takeLines() {
-    std::vector<Session> known;
-    known.swap(sessions_);
+    const bool restarted = std::exchange(starts_, bus_.starts()) != bus_.starts();
+    std::vector<Session> known = std::exchange(former_, {});
+    std::move(sessions_.begin(), sessions_.end(), std::back_inserter(known));
+    sessions_.clear();
     for (const NetworkLine& line : bus_.lines()) {
         if (line.state != activating && line.state != activated) {
             continue;
         }
-        const auto before = std::find_if(known.begin(), known.end(), [&](const Session& own) {
-            return own.line.path == line.path;
-        });
-        sessions_.push_back(before == known.end() ? newSession(line) : std::move(*before));
+        sessions_.push_back(sessionFor(line, known, restarted));
         Session& own = sessions_.back();
         // A tunnel that is made anew may go without being told of; it keeps its name.
         const std::string interface = line.interface.empty() ? own.line.interface : line.interface;
@@ -82,14 +89,84 @@ void NetworkConnections::takeLines() {
             bus_.doubtLines();
         }
     }
+    listCarriersLast();
+}
+
+NetworkConnections::Session NetworkConnections::sessionFor(const NetworkLine& line,
+                                                           std::vector<Session>& known,
+                                                           bool restarted) {
+    const auto before = std::find_if(known.begin(), known.end(), [&](const Session& own) {
+        return restarted ? goesOn(own, line) : own.line.path == line.path;
+    });
+    if (before == known.end()) {
+        return newSession(line);
+    }
+    Session own = std::move(*before);
+    known.erase(before);
+    return own;
+}
+
+/// Whether a connection that NetworkManager found up when it was started is the one of before: over
+/// the same interface, whose counters have not fallen and whose address is not a later one.
+bool NetworkConnections::goesOn(const Session& own, const NetworkLine& line) const {
+    constexpr std::uint64_t inexact = 1000; // milliseconds that an address seems older than it is
+    if (own.link == 0 || own.line.uuid != line.uuid || line.state != activated) {
+        return false;
+    }
+    const auto now =
+        readLink(interfacesFolder_, line.interface.empty() ? own.line.interface : line.interface);
+    if (!now || now->index != own.link || now->received < own.counters.last().received ||
+        now->sent < own.counters.last().sent) {
+        return false;
+    }
+    const auto age = addressAge(own.link);
+    return !age || *age + inexact >= steadyMilliseconds() - own.readAt;
 }
 
 NetworkConnections::Session NetworkConnections::newSession(const NetworkLine& line) {
-    Session own{.handle = ++lastHandle_, .line = line, .counters = {}, .before = {}};
-    if (line.state == activating) {
-        own.before = readLinks(interfacesFolder_);
-    }
+    Session own;
+    own.handle = ++lastHandle_;
+    own.line = line;
+    // Some interfaces outlive their connections: what they had counted until now is not this one's.
+    own.before = line.state == activating ? readLinks(interfacesFolder_) : links_;
     return own;
+}
+
+const NetworkConnections::Session* NetworkConnections::carrier(const Session& session) const {
+    const auto isBelow = [&](const std::string& device) {
+        const auto& below = session.line.below;
+        return std::find(below.begin(), below.end(), device) != below.end();
+    };
+    const auto found = std::find_if(sessions_.begin(), sessions_.end(), [&](const Session& other) {
+        const auto& devices = other.line.devices;
+        return &other != &session && other.line.state == activated &&
+               std::any_of(devices.begin(), devices.end(), isBelow);
+    });
+    return found == sessions_.end() ? nullptr : &*found;
+}
+
+/// How many connections lie one below the other under this one.
+std::size_t NetworkConnections::depth(const Session& session) const {
+    std::size_t count = 0;
+    for (const Session* below = carrier(session); below != nullptr && count < sessions_.size();
+         below = carrier(*below)) {
+        ++count;
+    }
+    return count;
+}
+
+/// The last of the list is the one whose figures the program shows.
+void NetworkConnections::listCarriersLast() {
+    std::map<std::uint32_t, std::pair<std::size_t, bool>> places;
+    for (const Session& one : sessions_) {
+        places[one.handle].first = sessions_.size() - depth(one);
+        if (const Session* const below = carrier(one)) {
+            places[below->handle].second = true;
+        }
+    }
+    std::stable_sort(sessions_.begin(), sessions_.end(), [&](const Session& a, const Session& b) {
+        return places[a.handle] < places[b.handle];
+    });
 }
 
 bool NetworkConnections::awaitsInterface(const Session& session) {
@@ -137,19 +214,22 @@ std::uint32_t NetworkConnections::RasEnumConnectionsA(RASCONNA* buffer, std::uin
         return notRunning;
     }
     const std::uint32_t held = *bytes;
-    *count = static_cast<std::uint32_t>(sessions_.size());
+    *count = static_cast<std::uint32_t>(std::count_if(sessions_.begin(), sessions_.end(), isUp));
     *bytes = *count * RASCONNA::size;
     if (held < *bytes) {
         return ras::bufferTooSmall;
     }
     for (const Session& own : sessions_) {
-        buffer->dwSize = RASCONNA::size;
-        buffer->hrasconn = own.handle;
-        putText(buffer->szEntryName, own.line.name);
-        putText(buffer->szDeviceType, deviceTypeOf(own.line.type));
-        putText(buffer->szDeviceName, deviceNameOf(own.line));
-        ++buffer;
+        if (isUp(own)) {
+            buffer->dwSize = RASCONNA::size;
+            buffer->hrasconn = own.handle;
+            putText(buffer->szEntryName, own.line.name);
+            putText(buffer->szDeviceType, deviceTypeOf(own.line.type));
+            putText(buffer->szDeviceName, deviceNameOf(own.line));
+            ++buffer;
+        }
     }
+    links_ = readLinks(interfacesFolder_);
     return ras::success;
 }
 
@@ -186,14 +266,13 @@ void NetworkConnections::sample(Session& own) {
         own.bitRate = bitRateOf(interfacesFolder_, own.line.interface);
     }
     own.counters.sample(*reading);
+    own.readAt = steadyMilliseconds();
 }
 
 void NetworkConnections::beginOn(Session& own, const LinkReading& reading) {
-    const auto before =
-        std::find_if(own.before.begin(), own.before.end(),
-                     [&](const LinkReading& one) { return one.index == reading.index; });
+    const auto before = own.before.find(reading.index);
     if (before != own.before.end()) {
-        own.counters.beginAt(*before);
+        own.counters.beginAt(before->second);
     }
     own.before.clear();
     const std::uint64_t linked = steadyMilliseconds() - addressAge(reading.index).value_or(0);
@@ -241,6 +320,12 @@ std::optional<LineTotals> NetworkConnections::lineTotals(std::uint32_t handle) {
         .bytesSent = total.sent, .bytesRcvd = total.received, .duration = own->duration};
 }
 
+std::uint32_t NetworkConnections::carrierOf(std::uint32_t handle) {
+    const Session* const own = session(handle);
+    const Session* const below = own == nullptr ? nullptr : carrier(*own);
+    return below == nullptr ? 0 : below->handle;
+}
+
 std::uint32_t NetworkConnections::RasGetEntryDialParamsA(const char*, RASDIALPARAMSA* parameters,
                                                          bool* passwordFound) {
     if (parameters->dwSize != RASDIALPARAMSA::size) {
@@ -282,23 +367,42 @@ std::uint32_t NetworkConnections::RasDialA(RASDIALEXTENSIONS* extensions, const 
 std::uint32_t NetworkConnections::waitForLine(const std::string& path, std::uint32_t* handle) {
     constexpr int turn = 250; // milliseconds
     constexpr int longestSilence = 20'000 / turn;
+    const auto end = Clock::now() + patience_.making;
+    const std::uint64_t starts = bus_.starts();
+    auto listed = Clock::now();
     for (int silence = 0; silence < longestSilence; silence += bus_.silent() ? 1 : 0) {
         if (!refresh()) {
             return notRunning;
         }
         const auto own = std::find_if(sessions_.begin(), sessions_.end(),
                                       [&](const Session& one) { return one.line.path == path; });
-        if (own != sessions_.end() && own->line.state == activated && !awaitsInterface(*own)) {
-            *handle = own->handle;
-            return ras::success;
-        }
-        if (own == sessions_.end()) {
-            // The reason may come a moment before or after the connection is gone from the list.
-            if (const auto reason = bus_.reasonOf(path)) {
-                return codeOfDeviceReason(bus_.deviceReason(), codeOfActiveReason(*reason));
+        if (own != sessions_.end()) {
+            if (own->line.state == activated && !awaitsInterface(*own)) {
+                *handle = own->handle;
+                return ras::success;
             }
+            listed = Clock::now();
+        } else if (const auto reason = bus_.reasonOf(path)) {
+            // It may come a moment before or after the connection is gone from the list.
+            return codeOfDeviceReason(bus_.deviceReason(), codeOfActiveReason(*reason));
+        }
+        if (bus_.starts() != starts || Clock::now() - listed > patience_.reason) {
+            return dropped;
+        }
+        if (Clock::now() > end) {
+            return giveUp(path);
         }
         bus_.wait(turn);
+    }
+    return timedOut;
+}
+
+/// What is told to have failed is not to come up afterwards.
+std::uint32_t NetworkConnections::giveUp(const std::string& path) {
+    try {
+        bus_.deactivate(path);
+    } catch (const BusFailure&) {
+        // It has ended by itself, or goes on: the dial has failed for the user all the same.
     }
     return timedOut;
 }

@@ -4,6 +4,8 @@
 #include "linux/network/NetworkBus.h"
 #include "ports/ConnectionProvider.h"
 
+#include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -11,7 +13,8 @@
 namespace tarvik {
 
 /// What NetworkManager dials as a remote-access service: its saved profiles of dialled kinds are
-/// the entries, its active connections of these kinds the connections.
+/// the entries, its activated connections of these kinds the connections. A connection that is
+/// being made is not one yet.
 ///
 /// Without NetworkManager every operation answers that the service does not run (711); there are
 /// then no entries and no connections.
@@ -20,9 +23,22 @@ public:
     static constexpr std::uint32_t notRunning = 711;
     static constexpr std::uint32_t timedOut = 638;
 
+    static constexpr std::uint32_t dropped = 668;
+
+    /// How long a dial waits.
+    struct Patience {
+        /// For a connection that is being made. NetworkManager and who keeps its passwords give up
+        /// before.
+        std::chrono::milliseconds making = std::chrono::minutes(5);
+        /// For a word why a connection is not listed any more.
+        std::chrono::milliseconds reason = std::chrono::seconds(2);
+    };
+
     /// `interfacesFolder` is the kernel's folder of network interfaces.
     explicit NetworkConnections(std::string interfacesFolder = "/sys/class/net")
-        : interfacesFolder_(std::move(interfacesFolder)) {}
+        : NetworkConnections(std::move(interfacesFolder), Patience()) {}
+    NetworkConnections(std::string interfacesFolder, Patience patience)
+        : interfacesFolder_(std::move(interfacesFolder)), patience_(patience) {}
 
     std::uint32_t RasEnumEntriesA(const char* reserved, const char* phoneBook, void* buffer,
                                   std::uint32_t* bytes, std::uint32_t* count) override;
@@ -31,6 +47,9 @@ public:
     std::uint32_t RasGetConnectStatusA(std::uint32_t handle, RASCONNSTATUSA* status) override;
     std::uint32_t RasGetConnectionStatistics(std::uint32_t handle, RAS_STATS* statistics) override;
     std::optional<LineTotals> lineTotals(std::uint32_t handle) override;
+    std::uint32_t carrierOf(std::uint32_t handle) override;
+    /// Never: a connection that outlives a start of NetworkManager keeps its handle.
+    bool renumbers() const override { return false; }
     std::uint32_t RasGetEntryDialParamsA(const char* phoneBook, RASDIALPARAMSA* parameters,
                                          bool* passwordFound) override;
     std::uint32_t RasDialA(RASDIALEXTENSIONS* extensions, const char* phoneBook,
@@ -45,28 +64,39 @@ private:
         std::uint32_t handle = 0;
         NetworkLine line;
         LinkSession counters;
-        std::vector<LinkReading> before; ///< all interfaces when it was being made; empty when not
-        std::uint64_t seenActive = 0;    ///< milliseconds of the steady clock; 0: not yet
-        std::uint64_t activeSince = 0;   ///< likewise, from the connection's own start
-        std::uint32_t link = 0;          ///< index of the interface that was read last
-        std::uint32_t bitRate = 0;       ///< of that interface
-        std::uint64_t duration = 0;      ///< milliseconds at the last reading
+        LinkReadings before;           ///< all interfaces as they were before it was up
+        std::uint64_t seenActive = 0;  ///< milliseconds of the steady clock; 0: not yet
+        std::uint64_t activeSince = 0; ///< likewise, from the connection's own start
+        std::uint64_t readAt = 0;      ///< likewise, of the last reading
+        std::uint32_t link = 0;        ///< index of the interface that was read last
+        std::uint32_t bitRate = 0;     ///< of that interface
+        std::uint64_t duration = 0;    ///< milliseconds at the last reading
     };
 
     bool refresh();
     void takeLines();
+    Session sessionFor(const NetworkLine& line, std::vector<Session>& known, bool restarted);
+    bool goesOn(const Session& own, const NetworkLine& line) const;
     Session newSession(const NetworkLine& line);
+    void listCarriersLast();
     Session* session(std::uint32_t handle);
+    const Session* carrier(const Session& session) const;
+    std::size_t depth(const Session& session) const;
     /// It is up, and its interface may still become known.
     static bool awaitsInterface(const Session& session);
     const NetworkProfile* profile(const char* name) const;
     std::uint32_t waitForLine(const std::string& path, std::uint32_t* handle);
+    std::uint32_t giveUp(const std::string& path);
     void sample(Session& session);
     void beginOn(Session& session, const LinkReading& reading);
 
     std::string interfacesFolder_;
+    Patience patience_;
     NetworkBus bus_;
-    std::vector<Session> sessions_;
+    std::vector<Session> sessions_; ///< those that are being made, too
+    std::vector<Session> former_;   ///< of a NetworkManager that has stopped
+    LinkReadings links_;            ///< all interfaces at the last enumeration
+    std::uint64_t starts_ = 0;      ///< of the bus, when the sessions were taken
     std::uint32_t lastHandle_ = 0;
 };
 

@@ -13,10 +13,18 @@ namespace tarvik {
 namespace {
 
 constexpr std::array dialledTypes{"gsm", "cdma", "pppoe", "adsl", "bluetooth", "vpn", "wireguard"};
+/// What reaches other machines by itself, without a connection below.
+constexpr std::array baseTypes{"gsm",       "cdma",           "pppoe",          "adsl",
+                               "bluetooth", "802-3-ethernet", "802-11-wireless"};
 constexpr std::array addressProperties{"Ip4Config", "Ip6Config"};
+constexpr std::uint32_t activated = 2;
 
 bool isDialled(const std::string& type) {
     return std::find(dialledTypes.begin(), dialledTypes.end(), type) != dialledTypes.end();
+}
+
+bool isBase(const std::string& type) {
+    return std::find(baseTypes.begin(), baseTypes.end(), type) != baseTypes.end();
 }
 
 /// A text of a profile's settings; empty where it has none.
@@ -110,16 +118,22 @@ std::string tunnelOf(BusReplies& replies, const Properties& line) {
     return tunnels.empty() ? std::string() : tunnels.front();
 }
 
+std::vector<std::string> devicesOf(const Properties& line) {
+    const auto paths = valueOf<std::vector<sdbus::ObjectPath>>(line, "Devices");
+    return {paths.begin(), paths.end()};
+}
+
 std::optional<NetworkLine> readLine(BusReplies& replies,
                                     const std::vector<NetworkProfile>& profiles,
-                                    const std::string& path) {
-    const Properties properties = replies.propertiesOf(path, nm::lineInterface);
+                                    const std::string& path, const Properties& properties) {
     NetworkLine line{.path = path,
                      .uuid = valueOf<std::string>(properties, "Uuid"),
                      .name = valueOf<std::string>(properties, "Id"),
                      .type = valueOf<std::string>(properties, "Type"),
                      .state = valueOf<std::uint32_t>(properties, "State"),
-                     .interface = {}};
+                     .interface = {},
+                     .devices = {},
+                     .below = {}};
     if (!isDialled(line.type)) {
         return std::nullopt;
     }
@@ -128,7 +142,24 @@ std::optional<NetworkLine> readLine(BusReplies& replies,
     line.name = profile == profiles.end() ? line.name : profile->name;
     line.interface =
         line.type == "vpn" ? tunnelOf(replies, properties) : interfaceOf(replies, properties);
+    (line.type == "vpn" ? line.below : line.devices) = devicesOf(properties);
     return line;
+}
+
+/// A connection that other ones can run over.
+struct BaseConnection {
+    std::string path;
+    std::vector<std::string> devices;
+};
+
+/// A WireGuard tunnel does not tell what it runs over: it is the only connection that is there for
+/// it, else the one with the default route.
+std::vector<std::string> belowTunnel(const std::vector<BaseConnection>& bases,
+                                     const std::string& primary) {
+    const auto found = std::find_if(bases.begin(), bases.end(), [&](const BaseConnection& one) {
+        return bases.size() == 1 || one.path == primary;
+    });
+    return found == bases.end() ? std::vector<std::string>() : found->devices;
 }
 
 } // namespace
@@ -143,10 +174,24 @@ std::vector<NetworkProfile> readProfiles(BusReplies& replies) {
 
 std::vector<NetworkLine> readLines(BusReplies& replies,
                                    const std::vector<NetworkProfile>& profiles) {
-    const auto paths = valueOf<std::vector<sdbus::ObjectPath>>(
-        replies.propertiesOf(nm::managerPath, nm::service), "ActiveConnections");
-    return readAll<NetworkLine>(
-        paths, [&](const std::string& path) { return readLine(replies, profiles, path); });
+    const Properties manager = replies.propertiesOf(nm::managerPath, nm::service);
+    const auto paths = valueOf<std::vector<sdbus::ObjectPath>>(manager, "ActiveConnections");
+    std::vector<BaseConnection> bases;
+    auto lines = readAll<NetworkLine>(paths, [&](const std::string& path) {
+        const Properties properties = replies.propertiesOf(path, nm::lineInterface);
+        if (isBase(valueOf<std::string>(properties, "Type")) &&
+            valueOf<std::uint32_t>(properties, "State") == activated) {
+            bases.push_back({.path = path, .devices = devicesOf(properties)});
+        }
+        return readLine(replies, profiles, path, properties);
+    });
+    for (NetworkLine& line : lines) {
+        if (line.type == "wireguard") {
+            line.below =
+                belowTunnel(bases, valueOf<sdbus::ObjectPath>(manager, "PrimaryConnection"));
+        }
+    }
+    return lines;
 }
 
 NetworkState readState(BusReplies& replies) {

@@ -25,6 +25,8 @@ struct NetworkLine {
     std::string type;
     std::uint32_t state = 0; ///< 1 activating, 2 activated, 3 deactivating, 4 deactivated
     std::string interface;   ///< of the link itself; empty until it is known, or where it has none
+    std::vector<std::string> devices; ///< objects on the bus that are its own; a VPN has none
+    std::vector<std::string> below;   ///< those that a tunnel runs over, as far as it is known
 };
 
 /// The machine as a whole, in NetworkManager's own numbers and words.

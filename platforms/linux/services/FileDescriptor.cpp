@@ -18,6 +18,8 @@ ErrorNumber errorNumberOf(int systemError) {
         return ErrorNumber::FileNotFound;
     case ENOTDIR:
         return ErrorNumber::PathNotFound;
+    case EEXIST:
+        return ErrorNumber::FileAlreadyExists;
     case ENOSPC:
     case EDQUOT:
     case EFBIG:

@@ -129,10 +129,16 @@ bool FileReplacement::likeNew() {
     return fchmod(file_.number(), 0666U & ~mask) == 0;
 }
 
-bool FileReplacement::putInPlace() {
+bool FileReplacement::putInPlace(const LastLook& stillRight) {
     // The file stays open, and locked, until it has its new name. A flush tells what closing would.
-    if (retried([&] { return fsync(file_.number()); }) != 0 ||
-        rename(path_.c_str(), target_.c_str()) != 0) {
+    if (retried([&] { return fsync(file_.number()); }) != 0) {
+        return false;
+    }
+    if (stillRight && !stillRight()) {
+        errno = ECANCELED;
+        return false;
+    }
+    if (rename(path_.c_str(), target_.c_str()) != 0) {
         return false;
     }
     placed_ = true;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "linux/services/FileDescriptor.h"
+#include "ports/Files.h"
 
 #include <string>
 #include <string_view>
@@ -27,9 +28,9 @@ public:
     bool likeOld(const struct stat& old);
     /// A new file may be read as the user's mask allows.
     bool likeNew();
-    /// Flushes the file, puts it in place and flushes the folder. Where only the last fails, the
-    /// file is in place, but may not survive a power cut.
-    bool putInPlace();
+    /// Flushes the file, puts it in place if `stillRight` says so, and flushes the folder. Where
+    /// only the last fails, the file is in place, but may not survive a power cut.
+    bool putInPlace(const LastLook& stillRight);
 
 private:
     std::string target_;

@@ -134,8 +134,16 @@ FileResult LinuxFiles::read(const std::string& path, std::string& bytes) {
     return std::nullopt;
 }
 
-FileResult LinuxFiles::replace(const std::string& path,
-                               const std::vector<std::string_view>& pieces) {
+FileResult LinuxFiles::replaceIf(const std::string& path,
+                                 const std::vector<std::string_view>& pieces,
+                                 const LastLook& stillRight) {
+    return putWith(path, pieces, stillRight, nullptr);
+}
+
+/// The new file takes these rights; where none are given, those of the file that is there, or of
+/// the one of that name that was deleted.
+FileResult LinuxFiles::putWith(const std::string& path, const std::vector<std::string_view>& pieces,
+                               const LastLook& stillRight, const struct stat* rights) {
     struct stat old {};
     const bool exists = ::stat(path.c_str(), &old) == 0;
     if (!exists && !isAbsent(path)) {
@@ -164,27 +172,47 @@ FileResult LinuxFiles::replace(const std::string& path,
             return lastError();
         }
     }
-    if (!(exists ? file.likeOld(old) : file.likeNew()) || !file.putInPlace()) {
+    if (rights == nullptr && (exists || path == deleted_)) {
+        rights = exists ? &old : &deletedInfo_;
+    }
+    if (!(rights != nullptr ? file.likeOld(*rights) : file.likeNew()) ||
+        !file.putInPlace(stillRight)) {
         return lastError();
     }
     return std::nullopt;
 }
 
 FileResult LinuxFiles::FileCopy(const std::string& source, const std::string& target) {
+    struct stat info {};
     std::string bytes;
     if (const FileResult failure = read(source, bytes)) {
         return failure;
     }
-    return replace(target, {bytes});
+    return ::stat(source.c_str(), &info) == 0 ? putWith(target, {bytes}, {}, &info) : lastError();
+}
+
+FileResult LinuxFiles::Name(const std::string& path, const std::string& newPath) {
+    int result = renameat2(AT_FDCWD, path.c_str(), AT_FDCWD, newPath.c_str(), RENAME_NOREPLACE);
+    if (result != 0 && (errno == EINVAL || errno == ENOSYS)) {
+        // A file system that cannot see to it itself.
+        errno = EEXIST;
+        result = isAbsent(newPath) ? rename(path.c_str(), newPath.c_str()) : -1;
+    }
+    // Whoever moves a file aside is about to put another in its place: that must not come first.
+    return result == 0 && flushFolder(folderOf(newPath)) ? std::nullopt : lastError();
 }
 
 FileResult LinuxFiles::Kill(const std::string& path) {
     if (Dir(path) == FileKind::Directory) {
         return ErrorNumber::PathFileAccess;
     }
+    struct stat info {};
+    const bool known = ::stat(path.c_str(), &info) == 0;
     if (unlink(path.c_str()) != 0) {
         return lastError();
     }
+    deleted_ = known ? path : "";
+    deletedInfo_ = info;
     flushFolder(folderOf(path));
     return std::nullopt;
 }

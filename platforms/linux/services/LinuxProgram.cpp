@@ -43,7 +43,8 @@ std::string userDataFolder() {
 
 std::string joinedArguments(const std::vector<std::string>& arguments) {
     std::string text;
-    for (const std::string& argument : arguments) {
+    for (std::string argument : arguments) {
+        std::erase(argument, '"');
         const bool quoted = argument.empty() || argument.find_first_of(" \t") != std::string::npos;
         text += text.empty() ? "" : " ";
         text += quoted ? '"' + argument + '"' : argument;

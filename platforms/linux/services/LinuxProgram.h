@@ -23,7 +23,9 @@ private:
     std::string commandLine_;
 };
 
-/// Arguments as one text: those that hold a blank, or nothing, stand in double quotes.
+/// Arguments as one text, to be cut at blanks outside quotes: those that hold a blank, or nothing,
+/// stand in double quotes. That text knows no way to write a quote itself, so those that an
+/// argument holds are left out; everything else comes back as it was given.
 std::string joinedArguments(const std::vector<std::string>& arguments);
 
 /// The folder for the user's data of this program; it need not exist.

@@ -39,7 +39,10 @@ UINT buttonsFlag(MsgBoxButtons buttons) {
 } // namespace
 
 UINT boxFlags(const MsgBoxRequest& request) {
-    return iconFlag(request.icon) | buttonsFlag(request.buttons);
+    // A warning that asks is not answered with Yes by an Enter too many.
+    const bool warns =
+        request.buttons == MsgBoxButtons::YesNo && request.icon == MsgBoxIcon::Exclamation;
+    return iconFlag(request.icon) | buttonsFlag(request.buttons) | (warns ? MB_DEFBUTTON2 : 0U);
 }
 
 std::string boxText(const std::string& text) {

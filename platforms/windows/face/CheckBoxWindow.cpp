@@ -1,6 +1,8 @@
 #include "common/FaceCaption.h"
 #include "windows/face/ControlWindow.h"
 
+#include <commctrl.h>
+
 namespace tarvik::face {
 
 namespace {
@@ -13,8 +15,14 @@ public:
                                   // A plain box leaves it to its window what a click does.
                                   box.readOnly() ? BS_CHECKBOX : WS_TABSTOP | BS_AUTOCHECKBOX)),
           box_(box) {
+        if (box.readOnly()) {
+            SetWindowSubclass(window(), onMessage, 0, 0);
+        }
         refresh(Property::Value);
     }
+    ~CheckBoxWindow() override { RemoveWindowSubclass(window(), onMessage, 0); }
+    CheckBoxWindow(const CheckBoxWindow&) = delete;
+    CheckBoxWindow& operator=(const CheckBoxWindow&) = delete;
 
     LayoutSize measure(const FaceFont& font, int, int) const override {
         constexpr int boxAndGap = 12;
@@ -38,6 +46,16 @@ protected:
     }
 
 private:
+    /// A box that only shows something knows nothing of the mouse: else a click would give it the
+    /// focus, and the pointer over it would make it look as if it could be ticked.
+    static LRESULT CALLBACK onMessage(HWND window, UINT message, WPARAM first, LPARAM second,
+                                      UINT_PTR, DWORD_PTR) {
+        if (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) {
+            return 0;
+        }
+        return DefSubclassProc(window, message, first, second);
+    }
+
     CheckBox& box_;
 };
 

@@ -23,7 +23,8 @@ public:
         constexpr int leastWidth = 50;
         constexpr int surroundings = 12;
         constexpr int height = 14;
-        const int width = font.textWidth(button_.caption()) + font.horizontalUnits(surroundings);
+        const int width = widestText(font, button_.caption(), button_.otherCaptions()) +
+                          font.horizontalUnits(surroundings);
         return {std::max(width, font.horizontalUnits(leastWidth)), font.verticalUnits(height)};
     }
 

@@ -2,9 +2,16 @@
 
 #include "windows/face/ControlIds.h"
 
+#include <commctrl.h>
+
+#include <algorithm>
 #include <map>
 
 namespace tarvik::face {
+
+namespace {
+constexpr UINT_PTR focusWatch = 1; // beside the subclasses of the kinds
+}
 
 ControlWindow::ControlWindow(Control& control, ControlSite& site, HWND window)
     : ControlPicture(control, site.context()), site_(site), window_(window) {
@@ -12,15 +19,31 @@ ControlWindow::ControlWindow(Control& control, ControlSite& site, HWND window)
         refreshShared(Property::Enabled);
         refreshShared(Property::ToolTip);
         refreshShared(Property::AccessibleName);
+        SetWindowSubclass(window_, onMessage, focusWatch, reinterpret_cast<DWORD_PTR>(this));
     }
 }
 
 ControlWindow::~ControlWindow() {
     detach(); // before the window, which tells of its end
     if (window_ != nullptr) {
+        RemoveWindowSubclass(window_, onMessage, focusWatch);
         site_.context().accessibleNames.clear(window_);
         DestroyWindow(window_);
     }
+}
+
+LRESULT CALLBACK ControlWindow::onMessage(HWND window, UINT message, WPARAM first, LPARAM second,
+                                          UINT_PTR, DWORD_PTR own) {
+    if (message != WM_SETFOCUS) {
+        return DefSubclassProc(window, message, first, second);
+    }
+    auto& control = *reinterpret_cast<ControlWindow*>(own);
+    const HandlingScope handling(control.site().context());
+    const LRESULT result = DefSubclassProc(window, message, first, second);
+    if (control.site().tookFocus(control)) {
+        control.onArrival();
+    }
+    return result;
 }
 
 std::uint32_t ControlWindow::handle() const {
@@ -34,6 +57,7 @@ bool ControlWindow::refreshShared(Property changed) {
     switch (changed) {
     case Property::Enabled:
         EnableWindow(window_, control().enabled() ? TRUE : FALSE);
+        site_.focusMayMove();
         return true;
     case Property::Visible:
         ShowWindow(window_, control().visible() ? SW_SHOWNA : SW_HIDE);
@@ -59,6 +83,15 @@ std::string ControlWindow::windowText() const {
 
 void ControlWindow::setWindowText(const std::string& text) {
     SetWindowTextA(window_, text.c_str());
+}
+
+int widestText(const FaceFont& font, const std::string& text,
+               const std::vector<std::string>& others) {
+    int widest = font.textWidth(text);
+    for (const std::string& other : others) {
+        widest = std::max(widest, font.textWidth(other));
+    }
+    return widest;
 }
 
 HWND makeChild(const Control& control, const ControlSite& site, const char* className,

@@ -8,8 +8,11 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace tarvik::face {
+
+class ControlWindow;
 
 /// What a control's picture needs of the window it stands in.
 class ControlSite {
@@ -20,6 +23,11 @@ public:
     /// The size of a control may have changed.
     virtual void layOutAgain() = 0;
     virtual void showToolTip(HWND control, const std::string& tip) = 0;
+    /// The control has the focus now. True when the user has come to it: from another control, or
+    /// to a window that was hidden; not when its window was only somewhere else meanwhile.
+    virtual bool tookFocus(const ControlWindow& control) = 0;
+    /// A control can take the focus now, or no longer.
+    virtual void focusMayMove() = 0;
 };
 
 /// The picture of one control: a child window, or none for a control that is not seen.
@@ -38,10 +46,13 @@ public:
     virtual LayoutSize measure(const FaceFont& font, int characters, int lines) const = 0;
     /// The window tells of something that happened to it, in its own numbers.
     virtual void onNotification(int) {}
-    /// The window tells of something, or asks for something, in a record of its own.
-    virtual void onNews(NMHDR&) {}
+    /// The window tells of something, or asks for something, in a record of its own; the answer,
+    /// where one is asked for.
+    virtual LRESULT onNews(NMHDR&) { return 0; }
     /// The control's time is up.
     virtual void onTimer() {}
+    /// The user has come to the control.
+    virtual void onArrival() {}
     /// The colour of the control's text; black is the system's own.
     virtual Colour textColour() const { return {}; }
 
@@ -52,11 +63,17 @@ protected:
     void setWindowText(const std::string& text);
 
 private:
+    static LRESULT CALLBACK onMessage(HWND window, UINT message, WPARAM first, LPARAM second,
+                                      UINT_PTR, DWORD_PTR own);
     bool refreshShared(Property changed) final;
 
     ControlSite& site_;
     HWND window_;
 };
+
+/// The width that has room for the text and for all the others.
+int widestText(const FaceFont& font, const std::string& text,
+               const std::vector<std::string>& others);
 
 /// A child window for the control, with the control's number. The text comes with it: each change
 /// of a window that is there costs more.

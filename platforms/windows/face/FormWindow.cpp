@@ -17,6 +17,13 @@ HICON programIcon(int widthMetric, int heightMetric) {
                                          GetSystemMetrics(heightMetric), LR_SHARED));
 }
 
+/// Why the system wants the program to end: it may need the program's files, or memory, while the
+/// user's session goes on.
+UnloadMode reasonOf(LPARAM details) {
+    constexpr LPARAM needed = 0x1; // older headers lack the name
+    return details == needed ? UnloadMode::AppTaskManager : UnloadMode::AppWindows;
+}
+
 } // namespace
 
 FormWindow::FormWindow(Form& form, WindowContext& context) : form_(form), context_(context) {
@@ -70,7 +77,8 @@ const char* FormWindow::registeredClass(const Form& form) {
 }
 
 void FormWindow::makeWindow() {
-    const DWORD style = form_.layout() != nullptr ? WS_OVERLAPPEDWINDOW : WS_POPUP;
+    const DWORD sizes = form_.isDialog() ? WS_MAXIMIZEBOX : 0U;
+    const DWORD style = form_.layout() != nullptr ? WS_OVERLAPPEDWINDOW & ~sizes : WS_POPUP;
     window_ = CreateWindowExA(WS_EX_CONTROLPARENT, registeredClass(form_), form_.caption().c_str(),
                               style, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
                               nullptr, nullptr, GetModuleHandleA(nullptr), this);
@@ -110,6 +118,9 @@ void FormWindow::orderFocus() {
         SendMessageA(window_, DM_SETDEFID, static_cast<WPARAM>(controlId(*button)), 0);
         SendMessageA(picture(button)->window(), BM_SETSTYLE, BS_DEFPUSHBUTTON, FALSE);
     }
+    if (const ControlWindow* first = picture(form_.initialFocus())) {
+        focusOrder_.push_back(first);
+    }
 }
 
 void FormWindow::showToolTip(HWND control, const std::string& tip) {
@@ -141,6 +152,7 @@ void FormWindow::applyVisibility() {
     const bool aside = IsIconic(window_) != FALSE;
     if (!form_.visible()) {
         ShowWindow(window_, SW_HIDE);
+        arrivalKnown_ = false; // whoever opens it again comes to it anew
         return;
     }
     if (form_.minimised()) {
@@ -150,11 +162,6 @@ void FormWindow::applyVisibility() {
         return;
     }
     ShowWindow(window_, aside ? SW_RESTORE : SW_SHOW);
-    if (!std::exchange(seenBefore_, true)) {
-        if (const ControlWindow* first = picture(form_.initialFocus())) {
-            SetFocus(first->window());
-        }
-    }
     if (front) {
         SetForegroundWindow(window_);
     }
@@ -185,23 +192,31 @@ LRESULT FormWindow::handle(UINT message, WPARAM first, LPARAM second) {
         onCommand(LOWORD(first), HIWORD(first));
         return 0;
     case WM_NOTIFY:
-        onNews(*reinterpret_cast<NMHDR*>(second));
-        return 0;
+        return onNews(*reinterpret_cast<NMHDR*>(second));
     case WM_TIMER:
         onTimer(static_cast<int>(first));
         return 0;
+    case WM_SYSCOMMAND:
+        return onSystemCommand(first, second);
     case WM_CLOSE:
-        if (context_.takesInput()) {
-            form_.unload(UnloadMode::FormControlMenu);
-        }
+        onClose();
         return 0;
     case WM_QUERYENDSESSION:
         return TRUE;
     case WM_ENDSESSION:
         // The process may be gone when this returns: everything is saved within it.
-        if (first != FALSE && context_.endSession) {
-            context_.endSession();
+        if (first != FALSE) {
+            context_.end(reasonOf(second));
         }
+        return 0;
+    case WM_ACTIVATE:
+        onActivation(first);
+        return 0;
+    case WM_SETFOCUS:
+        giveFocus();
+        return 0;
+    case WM_NEXTDLGCTL:
+        onNextControl(first, LOWORD(second) != FALSE);
         return 0;
     case WM_SIZE:
         onSize(first);
@@ -244,15 +259,37 @@ void FormWindow::onCommand(int id, int notification) {
         const CommandButton* button = id == IDOK ? form_.defaultButton() : form_.cancelButton();
         if (ControlWindow* own = picture(button)) {
             own->onNotification(BN_CLICKED);
+        } else if (id == IDCANCEL && form_.escapeCloses()) {
+            SendMessageA(window_, WM_SYSCOMMAND, SC_CLOSE, 0); // as the close box does
         }
     } else if (ControlWindow* own = picture(controlWithId(form_, id))) {
         own->onNotification(notification);
     }
 }
 
-void FormWindow::onNews(NMHDR& news) {
-    if (ControlWindow* own = picture(controlWithId(form_, static_cast<int>(news.idFrom)))) {
-        own->onNews(news);
+LRESULT FormWindow::onNews(NMHDR& news) {
+    ControlWindow* const own = picture(controlWithId(form_, static_cast<int>(news.idFrom)));
+    return own == nullptr ? 0 : own->onNews(news);
+}
+
+LRESULT FormWindow::onSystemCommand(WPARAM command, LPARAM place) {
+    constexpr WPARAM withoutDetails = 0xFFF0;
+    const bool closes = (command & withoutDetails) == SC_CLOSE;
+    const bool nested = std::exchange(closedByUser_, closedByUser_ || closes);
+    const LRESULT result = passOn(WM_SYSCOMMAND, command, place);
+    closedByUser_ = nested;
+    return result;
+}
+
+void FormWindow::onClose() {
+    // The first request after the user's command is the user's; whatever comes while that is
+    // answered is not.
+    if (!std::exchange(closedByUser_, false)) {
+        // Nobody but the list of tasks closes a window past its system menu, and it kills a program
+        // that does not end.
+        context_.end(UnloadMode::AppTaskManager);
+    } else if (context_.takesInput()) {
+        form_.unload(UnloadMode::FormControlMenu);
     }
 }
 
@@ -277,11 +314,12 @@ void FormWindow::onSize(WPARAM how) {
 LRESULT FormWindow::onColour(HDC context, HWND control) const {
     const auto found = std::find_if(pictures_.begin(), pictures_.end(),
                                     [&](const auto& own) { return own->window() == control; });
+    const COLORREF ground = GetSysColor(COLOR_3DFACE);
     SetTextColor(context, found == pictures_.end()
                               ? GetSysColor(COLOR_WINDOWTEXT)
-                              : textColour((*found)->textColour(), strongContrast()));
+                              : textColour((*found)->textColour(), ground, strongContrast()));
     // Read-only boxes look like the window: they do not invite typing.
-    SetBkColor(context, GetSysColor(COLOR_3DFACE));
+    SetBkColor(context, ground);
     return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_3DFACE));
 }
 

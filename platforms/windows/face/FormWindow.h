@@ -29,6 +29,8 @@ public:
     WindowContext& context() override { return context_; }
     void layOutAgain() override;
     void showToolTip(HWND control, const std::string& tip) override;
+    bool tookFocus(const ControlWindow& control) override;
+    void focusMayMove() override;
 
     Form& form() const { return form_; }
 
@@ -48,14 +50,24 @@ private:
 
     // What happens to the window.
     void onCommand(int id, int notification);
-    void onNews(NMHDR& news);
+    LRESULT onNews(NMHDR& news);
     void onTimer(int id);
     void onSize(WPARAM how);
     LRESULT onColour(HDC context, HWND control) const;
     void onSmallestSize(MINMAXINFO& info) const;
     void onResolution(int resolution, const RECT& place);
     bool onCursor() const;
+    LRESULT onSystemCommand(WPARAM command, LPARAM place);
+    void onClose();
     void applyVisibility();
+
+    // Where the keyboard is: see FormWindowFocus.cpp.
+    void onActivation(WPARAM how);
+    void onNextControl(WPARAM which, bool isControl);
+    const ControlWindow* focusHolder() const;
+    void giveFocus();
+    static void moveFocus(HWND form, HWND control);
+    bool canTake(HWND control) const;
 
     // Sizes: see FormWindowLayout.cpp.
     void useFont(int resolution);
@@ -78,7 +90,10 @@ private:
     bool changePending_ = false;
     bool frontWanted_ = false;
     bool layoutPending_ = false;
-    bool seenBefore_ = false;
+    bool closedByUser_ = false; ///< the close box or the system menu is being answered
+    /// Those that have had the focus, the last one first.
+    std::vector<const ControlWindow*> focusOrder_;
+    bool arrivalKnown_ = false; ///< the control that has the focus has been told of it
 };
 
 } // namespace tarvik::face

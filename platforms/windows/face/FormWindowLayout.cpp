@@ -131,6 +131,7 @@ void FormWindow::showWhatIsSeen() {
             ShowWindow(window, seen ? SW_SHOWNA : SW_HIDE);
         }
     }
+    focusMayMove();
 }
 
 void FormWindow::onResolution(int resolution, const RECT& place) {

@@ -30,8 +30,9 @@ public:
           label_(label) {}
 
     LayoutSize measure(const FaceFont& font, int characters, int lines) const override {
-        const int width =
-            characters > 0 ? font.charactersWidth(characters) : font.textWidth(label_.caption());
+        const int width = characters > 0
+                              ? font.charactersWidth(characters)
+                              : widestText(font, label_.caption(), label_.otherCaptions());
         return {width, font.lineHeight() * (lines > 0 ? lines : 1)};
     }
 

@@ -21,6 +21,7 @@ public:
           list_(list) {
         const DWORD styles = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER;
         SendMessageA(window(), LVM_SETEXTENDEDLISTVIEWSTYLE, styles, styles);
+        SetWindowSubclass(window(), onMessage, 0, reinterpret_cast<DWORD_PTR>(this));
         for (std::size_t i = 0; i < list.columns().size(); ++i) {
             insertColumn(static_cast<int>(i), list.columns()[i]);
         }
@@ -28,6 +29,10 @@ public:
             refresh(own);
         }
     }
+
+    ~ListViewWindow() override { RemoveWindowSubclass(window(), onMessage, 0); }
+    ListViewWindow(const ListViewWindow&) = delete;
+    ListViewWindow& operator=(const ListViewWindow&) = delete;
 
     LayoutSize measure(const FaceFont& font, int characters, int lines) const override {
         constexpr int scrollBar = 16;
@@ -40,7 +45,7 @@ public:
                 rows * (font.lineHeight() + rowGap)};
     }
 
-    void onNews(NMHDR& news) override {
+    LRESULT onNews(NMHDR& news) override {
         switch (news.code) {
         case static_cast<UINT>(LVN_GETDISPINFOA):
             answer(reinterpret_cast<NMLVDISPINFOA&>(news).item);
@@ -55,9 +60,14 @@ public:
                 fromUser(Property::ListIndex, [this] { list_.DblClick.raise(); });
             }
             break;
+        case static_cast<UINT>(LVN_ODFINDITEMA):
+        case static_cast<UINT>(LVN_ODFINDITEMW):
+            // A letter looks for nothing: there may be a million rows to read.
+            return -1;
         default:
             break;
         }
+        return 0;
     }
 
 protected:
@@ -83,6 +93,22 @@ protected:
     }
 
 private:
+    static LRESULT CALLBACK onMessage(HWND window, UINT message, WPARAM first, LPARAM second,
+                                      UINT_PTR, DWORD_PTR own) {
+        const auto& list = *reinterpret_cast<const ListViewWindow*>(own);
+        const LRESULT result = DefSubclassProc(window, message, first, second);
+        if (message == WM_GETDLGCODE && list.wants(reinterpret_cast<const MSG*>(second))) {
+            return result | DLGC_WANTMESSAGE;
+        }
+        return result;
+    }
+
+    /// Enter on a row is the list's own; elsewhere it is the form's.
+    bool wants(const MSG* key) const {
+        return key != nullptr && key->message == WM_KEYDOWN && key->wParam == VK_RETURN &&
+               selectedRow() != ListView::none;
+    }
+
     void insertColumn(int place, const ListColumn& column) {
         std::string header = column.header;
         LVCOLUMNA record{};

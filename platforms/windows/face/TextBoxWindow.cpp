@@ -2,6 +2,9 @@
 
 #include <commctrl.h>
 
+#include <utility>
+#include <vector>
+
 namespace tarvik::face {
 
 namespace {
@@ -10,10 +13,10 @@ DWORD styleOf(const TextBox& textBox) {
     const DWORD alignment = textBox.alignment() == TextAlignment::Right    ? ES_RIGHT
                             : textBox.alignment() == TextAlignment::Centre ? ES_CENTER
                                                                            : ES_LEFT;
+    // Lines that are too long for a box of many are broken.
     const DWORD lines =
-        textBox.multiLine() ? ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL | WS_HSCROLL : 0U;
-    return WS_TABSTOP | ES_AUTOHSCROLL | lines | alignment |
-           (textBox.readOnly() ? ES_READONLY : 0U);
+        textBox.multiLine() ? ES_MULTILINE | ES_AUTOVSCROLL | WS_VSCROLL : ES_AUTOHSCROLL;
+    return WS_TABSTOP | lines | alignment | (textBox.readOnly() ? ES_READONLY : 0U);
 }
 
 class TextBoxWindow : public ControlWindow {
@@ -31,9 +34,9 @@ public:
 
     LayoutSize measure(const FaceFont& font, int characters, int lines) const override {
         constexpr int surroundings = 6;
-        // The frame and the room inside it are the same number of pixels on every screen; with
-        // more, the text would stand above that of a label beside it.
-        constexpr int aroundText = 8;
+        // The text stands below a frame of two pixels and room of one, on every screen; with more
+        // than that below it, it would stand above that of a label beside it.
+        constexpr int aroundText = 6;
         constexpr int usualCharacters = 10;
         const int width = font.charactersWidth(characters > 0 ? characters : usualCharacters);
         return {width + font.horizontalUnits(surroundings),
@@ -43,9 +46,11 @@ public:
     void onNotification(int code) override {
         if (code == EN_CHANGE) {
             fromUser(Property::Text, [this] { textBox_.setText(windowText()); });
-        } else if (code == EN_SETFOCUS) {
-            fromUser(Property::Text, [this] { textBox_.GotFocus.raise(); });
         }
+    }
+
+    void onArrival() override {
+        fromUser(Property::Text, [this] { textBox_.GotFocus.raise(); });
     }
 
 protected:
@@ -73,17 +78,53 @@ private:
                                       UINT_PTR, DWORD_PTR own) {
         auto& box = *reinterpret_cast<TextBoxWindow*>(own);
         const HandlingScope handling(box.site().context());
+        if (message == WM_CHAR && box.keyGoesDown_) {
+            box.held_.push_back({first, second});
+            return 0;
+        }
         if (message == WM_KEYDOWN) {
-            box.fromUser(Property::Text, [&] { box.textBox_.KeyDown.raise(); });
+            return box.onKeyDown(first, second);
         }
         const LRESULT result = DefSubclassProc(window, message, first, second);
+        if (message == WM_GETDLGCODE) {
+            return box.keysWanted(result, reinterpret_cast<const MSG*>(second));
+        }
         if (message == WM_KEYUP) {
             box.fromUser(Property::Text, [&] { box.textBox_.KeyUp.raise(); });
         }
         return result;
     }
 
+    /// Tells of the key before it changes the text. What it writes waits already: a handler that
+    /// shows a box lets it in while the field takes nothing. It is kept until the handler is done.
+    LRESULT onKeyDown(WPARAM key, LPARAM details) {
+        const bool nested = std::exchange(keyGoesDown_, true);
+        fromUser(Property::Text, [this] { textBox_.KeyDown.raise(); });
+        keyGoesDown_ = nested;
+        const LRESULT result = DefSubclassProc(window(), WM_KEYDOWN, key, details);
+        for (const Character& each : std::exchange(held_, {})) {
+            DefSubclassProc(window(), WM_CHAR, each.code, each.details);
+        }
+        return result;
+    }
+
+    /// A box of many lines takes all keys to itself, and closes its window at Escape by a message
+    /// that looks like the list of tasks. Escape is the window's, and so is everything in a box in
+    /// which nothing can be written.
+    LRESULT keysWanted(LRESULT wanted, const MSG* key) const {
+        const bool escape = key != nullptr && key->wParam == VK_ESCAPE;
+        const bool leaves = textBox_.multiLine() && (textBox_.readOnly() || escape);
+        return leaves ? wanted & ~static_cast<LRESULT>(DLGC_WANTALLKEYS) : wanted;
+    }
+
+    struct Character {
+        WPARAM code;
+        LPARAM details;
+    };
+
     TextBox& textBox_;
+    bool keyGoesDown_ = false;    ///< it is being told
+    std::vector<Character> held_; ///< that came meanwhile
 };
 
 } // namespace

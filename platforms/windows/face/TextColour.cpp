@@ -1,5 +1,7 @@
 #include "windows/face/TextColour.h"
 
+#include "common/ReadableColour.h"
+
 namespace tarvik::face {
 
 bool strongContrast() {
@@ -9,9 +11,13 @@ bool strongContrast() {
            (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
 }
 
-COLORREF textColour(const Colour& colour, bool strong) {
-    return colour == Colour{} || strong ? GetSysColor(COLOR_WINDOWTEXT)
-                                        : RGB(colour.red, colour.green, colour.blue);
+COLORREF textColour(const Colour& colour, COLORREF ground, bool strong) {
+    if (colour == Colour{} || strong) {
+        return GetSysColor(COLOR_WINDOWTEXT);
+    }
+    const Colour shown =
+        readableOn(colour, {GetRValue(ground), GetGValue(ground), GetBValue(ground)});
+    return RGB(shown.red, shown.green, shown.blue);
 }
 
 } // namespace tarvik::face

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/FaceContext.h"
+#include "ui/controls/Form.h"
 #include "windows/face/AccessibleNames.h"
 
 #include <functional>
@@ -14,8 +15,8 @@ struct WindowContext : FaceContext {
     int depth = 0;
     /// A call runs on another thread: only painting goes on.
     bool blocking = false;
-    /// The user's session ends.
-    std::function<void()> endSession;
+    /// The program must end now, for that reason.
+    std::function<void(UnloadMode)> end;
     AccessibleNames accessibleNames;
 };
 

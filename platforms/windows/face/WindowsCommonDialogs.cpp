@@ -2,6 +2,8 @@
 
 #include "windows/face/WindowsDesktop.h"
 
+#include <string_view>
+
 namespace tarvik::face {
 
 namespace {
@@ -15,8 +17,14 @@ ScreenRect rectOf(HWND window) {
             .height = static_cast<int>(rect.bottom - rect.top)};
 }
 
+bool isDialog(HWND window) {
+    char className[16] = {};
+    GetClassNameA(window, className, sizeof className);
+    return std::string_view(className) == "#32770";
+}
+
 /// Moves the dialog that this thread opens next, for its own lifetime. The system tells of a window
-/// about to be active before it is seen; only the first is the dialog itself.
+/// about to be active before it is seen; only the first of a dialog's class is the dialog itself.
 class PlacementHook {
 public:
     PlacementHook(HWND owner, const DialogPlacement& place) : owner_(owner), place_(place) {
@@ -39,7 +47,7 @@ private:
     }
 
     void move(HWND dialog) {
-        if (dialog == owner_) {
+        if (!isDialog(dialog)) {
             return;
         }
         release();

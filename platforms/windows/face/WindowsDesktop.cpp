@@ -57,7 +57,7 @@ BOOL CALLBACK closeBox(HWND window, LPARAM) {
 
 WindowsDesktop::WindowsDesktop() {
     InitCommonControls();
-    context_.endSession = [this] { endSession(); };
+    context_.end = [this](UnloadMode why) { end(why); };
 }
 
 WindowsDesktop::~WindowsDesktop() = default;
@@ -232,7 +232,7 @@ void WindowsDesktop::quit() {
     PostThreadMessageA(GetCurrentThreadId(), WM_NULL, 0, 0);
 }
 
-void WindowsDesktop::endSession() {
+void WindowsDesktop::end(UnloadMode why) {
     if (context_.ending) {
         return;
     }
@@ -244,7 +244,7 @@ void WindowsDesktop::endSession() {
     for (Form* form : realised) {
         // Unloading one form may have unloaded others.
         if (windowOf(*form) != nullptr) {
-            form->unload(UnloadMode::AppWindows);
+            form->unload(why);
         }
     }
     EnumThreadWindows(GetCurrentThreadId(), closeBox, 0);

@@ -10,8 +10,8 @@ namespace tarvik::face {
 
 /// The windows of a Windows desktop. One at a time, on the thread that made it.
 ///
-/// When the user's session ends, every form is unloaded as at the end of the session, open boxes
-/// close, and `run` returns.
+/// When the user's session ends, or the system's list of tasks ends the program, every form is
+/// unloaded for that reason, open boxes close, and `run` returns.
 class WindowsDesktop : public Desktop {
 public:
     WindowsDesktop();
@@ -28,12 +28,12 @@ public:
     void runBlocking(const std::function<void()>& call) override;
     void run() override;
     /// Runs the call, which shows a dialog of the system. Meanwhile timers go on; what the user
-    /// does elsewhere in the program is refused. Does nothing when the user's session is ending.
+    /// does elsewhere in the program is refused. Does nothing when the program must end.
     void runDialog(const std::function<void()>& call);
     void quit() override;
 
-    /// What happens when the user's session ends; may be called again.
-    void endSession();
+    /// What happens when the program must end, whatever it is doing; may be called again.
+    void end(UnloadMode why);
 
 private:
     /// Handles one message, as in any dialog.

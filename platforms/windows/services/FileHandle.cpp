@@ -52,6 +52,9 @@ ErrorNumber errorNumberOf(DWORD systemError) {
     case ERROR_INVALID_DRIVE:
     case ERROR_BAD_NETPATH:
         return ErrorNumber::PathNotFound;
+    case ERROR_FILE_EXISTS:
+    case ERROR_ALREADY_EXISTS:
+        return ErrorNumber::FileAlreadyExists;
     case ERROR_DISK_FULL:
     case ERROR_HANDLE_DISK_FULL:
     case diskQuotaExceeded:

@@ -83,18 +83,18 @@ FileReplacement::~FileReplacement() {
     }
 }
 
-bool FileReplacement::putInPlace(DWORD attributes) {
+bool FileReplacement::putInPlace(DWORD attributes, const LastLook& stillRight) {
     // The file stays open until it has its new name, so that nobody sweeps it up.
     placed_ = FlushFileBuffers(file_.get()) != FALSE &&
-              SetFileAttributesA(path_.c_str(), attributes) != FALSE && moved();
+              SetFileAttributesA(path_.c_str(), attributes) != FALSE && moved(stillRight);
     return placed_;
 }
 
 /// Scanners and indexers hold a file for a moment: that is waited for, up to half a second.
-bool FileReplacement::moved() const {
+bool FileReplacement::moved(const LastLook& stillRight) const {
     constexpr DWORD waits[] = {10, 20, 40, 80, 150, 200};
     for (const DWORD wait : waits) {
-        if (moveOnce()) {
+        if (moveOnce(stillRight)) {
             return true;
         }
         const DWORD error = GetLastError();
@@ -103,10 +103,14 @@ bool FileReplacement::moved() const {
         }
         Sleep(wait);
     }
-    return moveOnce();
+    return moveOnce(stillRight);
 }
 
-bool FileReplacement::moveOnce() const {
+bool FileReplacement::moveOnce(const LastLook& stillRight) const {
+    if (stillRight && !stillRight()) {
+        SetLastError(ERROR_CANCELLED);
+        return false;
+    }
     // The system's function for replacing files keeps more of the old one, but may end with no
     // file of that name at all; a move leaves one of the two.
     return MoveFileExA(path_.c_str(), target_.c_str(),

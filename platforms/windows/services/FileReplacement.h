@@ -1,5 +1,6 @@
 #pragma once
 
+#include "windows/services/AccessList.h"
 #include "windows/services/FileHandle.h"
 
 #include <string>
@@ -20,12 +21,15 @@ public:
     explicit operator bool() const { return static_cast<bool>(file_); }
 
     bool write(std::string_view piece) { return writeAll(file_, piece); }
-    /// Flushes the file and puts it in place; false with the system's last error set.
-    bool putInPlace(DWORD attributes);
+    /// Who may read and write the old file may do so with this one, as far as the system lets it.
+    void likeOld(const AccessList& old) { old.giveTo(path_); }
+    /// Flushes the file and puts it in place if `stillRight` says so; false with the system's last
+    /// error set.
+    bool putInPlace(DWORD attributes, const LastLook& stillRight);
 
 private:
-    bool moved() const;
-    bool moveOnce() const;
+    bool moved(const LastLook& stillRight) const;
+    bool moveOnce(const LastLook& stillRight) const;
 
     std::string target_;
     std::string path_;

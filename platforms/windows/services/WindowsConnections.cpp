@@ -1,8 +1,19 @@
 #include "windows/services/WindowsConnections.h"
 
-#include <vector>
+#include <algorithm>
+#include <cstring>
 
 namespace tarvik {
+
+namespace {
+
+/// By the kind of device that the service names.
+bool isTunnel(const RASCONNA& record) {
+    constexpr std::size_t withItsEnd = 4;
+    return _strnicmp(record.szDeviceType, "vpn", withItsEnd) == 0;
+}
+
+} // namespace
 
 template <class... Parameters>
 std::uint32_t WindowsConnections::call(const char* function, Parameters... parameters) {
@@ -27,7 +38,38 @@ std::uint32_t WindowsConnections::RasEnumConnectionsA(RASCONNA* buffer, std::uin
                                                       std::uint32_t* count) {
     *count = 0;
     const std::uint32_t code = call("RasEnumConnectionsA", buffer, bytes, count);
+    if (code == ras::success) {
+        settle(buffer, bytes, count);
+    }
     return code == ras::bufferTooSmall && *count == 0 ? countConnections(bytes, count) : code;
+}
+
+bool WindowsConnections::isBeingMade(const RASCONNA& record) {
+    RASCONNSTATUSA status{};
+    status.dwSize = RASCONNSTATUSA::size;
+    // What cannot be asked about stays listed: the program asks again and tells.
+    return RasGetConnectStatusA(record.hrasconn, &status) == ras::success &&
+           status.rasconnstate != ras::connected;
+}
+
+void WindowsConnections::settle(RASCONNA* records, std::uint32_t* bytes, std::uint32_t* count) {
+    RASCONNA* const up = std::remove_if(records, records + *count,
+                                        [this](const RASCONNA& one) { return isBeingMade(one); });
+    *count = static_cast<std::uint32_t>(up - records);
+    *bytes = *count * RASCONNA::size;
+    RASCONNA* const lines = std::stable_partition(records, up, isTunnel);
+    tunnels_.clear();
+    for (const RASCONNA* one = records; one != lines; ++one) {
+        tunnels_.push_back(one->hrasconn);
+    }
+    dialledLine_ = lines == up ? 0 : (up - 1)->hrasconn;
+}
+
+/// The service does not tell what a tunnel runs through. A line that is dialled takes the default
+/// route, so that a tunnel beside it is taken to lie within it.
+std::uint32_t WindowsConnections::carrierOf(std::uint32_t handle) {
+    const bool tunnel = std::find(tunnels_.begin(), tunnels_.end(), handle) != tunnels_.end();
+    return tunnel ? dialledLine_ : 0;
 }
 
 std::uint32_t WindowsConnections::countConnections(std::uint32_t* bytes, std::uint32_t* count) {

@@ -104,8 +104,17 @@ FileResult WindowsFiles::read(const std::string& path, std::string& bytes) {
     return std::nullopt;
 }
 
-FileResult WindowsFiles::replace(const std::string& path,
-                                 const std::vector<std::string_view>& pieces) {
+FileResult WindowsFiles::replaceIf(const std::string& path,
+                                   const std::vector<std::string_view>& pieces,
+                                   const LastLook& stillRight) {
+    return putWith(path, pieces, stillRight, nullptr);
+}
+
+/// The new file takes these rights; where none are given, those of the file that is there, or of
+/// the one of that name that was deleted.
+FileResult WindowsFiles::putWith(const std::string& path,
+                                 const std::vector<std::string_view>& pieces,
+                                 const LastLook& stillRight, const AccessList* rights) {
     const FileKind kind = Dir(path);
     if (kind == FileKind::Directory || kind == FileKind::Other) {
         return ErrorNumber::PathFileAccess;
@@ -123,16 +132,23 @@ FileResult WindowsFiles::replace(const std::string& path,
     if (!home_.empty() && folderPart(path) == home_ + "\\") {
         CreateDirectoryA(home_.c_str(), nullptr);
     }
+    const AccessList old = kind == FileKind::File ? AccessList::of(path) : AccessList();
     FileReplacement file(path);
     if (!file) {
         return lastError();
+    }
+    // Before there is anything in it to be read.
+    if (rights != nullptr) {
+        file.likeOld(*rights);
+    } else {
+        file.likeOld(kind == FileKind::None && path == deleted_ ? deletedRights_ : old);
     }
     for (const std::string_view piece : pieces) {
         if (!file.write(piece)) {
             return lastError();
         }
     }
-    return file.putInPlace(attributes) ? std::nullopt : lastError();
+    return file.putInPlace(attributes, stillRight) ? std::nullopt : lastError();
 }
 
 FileResult WindowsFiles::FileCopy(const std::string& source, const std::string& target) {
@@ -140,14 +156,26 @@ FileResult WindowsFiles::FileCopy(const std::string& source, const std::string& 
     if (const FileResult failure = read(source, bytes)) {
         return failure;
     }
-    return replace(target, {bytes});
+    const AccessList rights = AccessList::of(source);
+    return putWith(target, {bytes}, {}, &rights);
+}
+
+FileResult WindowsFiles::Name(const std::string& path, const std::string& newPath) {
+    const BOOL moved = MoveFileExA(path.c_str(), newPath.c_str(), MOVEFILE_WRITE_THROUGH);
+    return moved != FALSE ? std::nullopt : lastError();
 }
 
 FileResult WindowsFiles::Kill(const std::string& path) {
     if (Dir(path) == FileKind::Directory) {
         return ErrorNumber::PathFileAccess;
     }
-    return DeleteFileA(path.c_str()) != FALSE ? std::nullopt : lastError();
+    const AccessList rights = AccessList::of(path);
+    if (DeleteFileA(path.c_str()) == FALSE) {
+        return lastError();
+    }
+    deleted_ = path;
+    deletedRights_ = rights;
+    return std::nullopt;
 }
 
 } // namespace tarvik

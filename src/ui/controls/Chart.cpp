@@ -1,27 +1,11 @@
 #include "ui/controls/Chart.h"
 
-#include "types/Convert.h"
 #include "types/RunTimeError.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace tarvik {
-
-namespace {
-
-/// A value as it is read off: as many of four decimals as it has, with thousands separators.
-std::string readingText(double value, const LocaleData& locale) {
-    constexpr int mostDecimals = 4;
-    std::string text = formatGrouped(value, mostDecimals, locale);
-    text.erase(text.find_last_not_of('0') + 1);
-    if (text.ends_with(locale.decimalSeparator)) {
-        text.erase(text.size() - locale.decimalSeparator.size());
-    }
-    return text;
-}
-
-} // namespace
 
 Chart::Chart(Form& form, std::string name, Setup setup)
     : Control(form, ControlKind::Chart, std::move(name)), title_(std::move(setup.title)) {
@@ -30,6 +14,14 @@ Chart::Chart(Form& form, std::string name, Setup setup)
 
 void Chart::setTitle(std::string title) {
     assign(title_, std::move(title), Property::Caption);
+}
+
+const std::string& Chart::drawnTitle() const {
+    return filledRows_ > 0 ? shownTitle_ : title_;
+}
+
+const std::string& Chart::drawnValueTitle() const {
+    return filledRows_ > 0 ? shownValueTitle_ : axis(ChartAxisId::Y).title;
 }
 
 void Chart::setType(ChartType type) {
@@ -59,9 +51,21 @@ void Chart::setRowCount(int count) {
         values.resize(static_cast<std::size_t>(count));
     }
     rowCount_ = count;
-    if (readRow_ >= rowCount_) {
+    setFilledRows(count);
+}
+
+void Chart::setFilledRows(int count) {
+    if (count < 0 || count > rowCount_) {
+        raise(ErrorNumber::SubscriptOutOfRange);
+    }
+    filledRows_ = count;
+    if (readRow_ >= filledRows_) {
         setReadRow(none);
     }
+}
+
+void Chart::setEmptyText(std::string text) {
+    assign(emptyText_, std::move(text), Property::Drawing);
 }
 
 const std::string& Chart::columnLabel(int column) const {
@@ -70,10 +74,6 @@ const std::string& Chart::columnLabel(int column) const {
 
 void Chart::setColumnLabel(int column, std::string label) {
     assign(columnLabels_.at(static_cast<std::size_t>(column)), std::move(label), Property::Drawing);
-}
-
-std::string Chart::rowLabel(int row) const {
-    return rowLabels_ ? rowLabels_(row) : toText(Long(row) + 1);
 }
 
 void Chart::setData(int column, int row, double value) {
@@ -86,34 +86,22 @@ void Chart::setData(int column, int row, double value) {
 void Chart::showData() {
     ++generation_;
     readRow_ = none;
+    shownTitle_ = title_;
+    shownValueTitle_ = axis(ChartAxisId::Y).title;
     tell(Property::Drawing);
 }
 
 void Chart::setReadRow(int row) {
-    assign(readRow_, row >= 0 && row < rowCount_ ? row : none, Property::Reading);
+    assign(readRow_, row >= 0 && row < filledRows_ ? row : none, Property::Reading);
 }
 
 void Chart::moveReading(int rows) {
-    if (rowCount_ == 0 || rows == 0) {
+    if (filledRows_ == 0 || rows == 0) {
         return;
     }
-    const std::int64_t from = readRow_ != none ? readRow_ : rows > 0 ? -1 : rowCount_;
+    const std::int64_t from = readRow_ != none ? readRow_ : rows > 0 ? -1 : filledRows_;
     const std::int64_t step = readRow_ != none ? rows : rows > 0 ? 1 : -1;
-    setReadRow(static_cast<int>(std::clamp<std::int64_t>(from + step, 0, rowCount_ - 1)));
-}
-
-std::string Chart::reading() const {
-    if (readRow_ == none) {
-        return {};
-    }
-    std::string text = rowLabel(readRow_) + ":";
-    for (int column = 0; column < columnCount_; ++column) {
-        text += column == 0 ? " " : "; ";
-        const std::string& label = columnLabel(column);
-        text += label.empty() ? label : label + " ";
-        text += readingText(data(column, readRow_), locale_);
-    }
-    return text;
+    setReadRow(static_cast<int>(std::clamp<std::int64_t>(from + step, 0, filledRows_ - 1)));
 }
 
 } // namespace tarvik

@@ -45,12 +45,17 @@ public:
         std::string toolTip = {};
     };
 
-    using RowLabel = std::function<std::string(int row)>;
+    using RowText = std::function<std::string(int row)>;
 
     Chart(Form& form, std::string name, Setup setup);
 
     const std::string& title() const { return title_; }
     void setTitle(std::string title);
+    /// The title that belongs to the values that are shown; without values the present one. So a
+    /// title that is set before its values are there does not stand above other ones.
+    const std::string& drawnTitle() const;
+    /// The same of the title of the values' axis.
+    const std::string& drawnValueTitle() const;
     ChartType type() const { return type_; }
     void setType(ChartType type);
     /// Whether a key names the columns.
@@ -70,9 +75,18 @@ public:
     void setRowCount(int count);
     const std::string& columnLabel(int column) const;
     void setColumnLabel(int column, std::string label);
-    /// Asked for the label of a row when it is to be seen.
-    void setRowLabels(RowLabel labels) { rowLabels_ = std::move(labels); }
+    /// What the values are measured in, "bytes" or "%"; may be empty.
+    void setUnit(std::string unit) { unit_ = std::move(unit); }
+    /// The number of row 0, which the others count on from; 1 unless set.
+    void setFirstRow(int number) { firstRow_ = number; }
+    /// The number of a row.
+    std::int64_t rowNumber(int row) const { return std::int64_t{firstRow_} + row; }
+    /// A row by its number, as decimal text.
     std::string rowLabel(int row) const;
+    /// The same as the user writes numbers.
+    std::string rowName(int row) const;
+    /// Asked for more about a row (date and time, say) when its values are read off; may be empty.
+    void setRowNotes(RowText notes) { rowNotes_ = std::move(notes); }
 
     /// Raises SubscriptOutOfRange (9) outside rows and columns. Seen after `showData`.
     void setData(int column, int row, double value);
@@ -81,23 +95,38 @@ public:
     const std::vector<double>& values(int column) const {
         return values_[static_cast<std::size_t>(column)];
     }
+    /// Only so many of the rows, from the first on, have values: the others have a place and
+    /// nothing in it. All rows after `setRowCount`. Raises SubscriptOutOfRange (9) outside the
+    /// rows.
+    void setFilledRows(int count);
+    int filledRows() const { return filledRows_; }
     /// Shows what was written. Nothing is read off any more.
     void showData();
+    /// Stands in the picture while no row has a value.
+    const std::string& emptyText() const { return emptyText_; }
+    void setEmptyText(std::string text);
     /// Grows with each `showData`.
     std::uint32_t generation() const { return generation_; }
 
     /// The row whose values are read off, or `none`.
     int readRow() const { return readRow_; }
-    /// A row outside the chart is `none`.
+    /// A row outside the chart, or without values, is `none`.
     void setReadRow(int row);
     /// Goes on by so many rows, but not beyond the ends. The first step of all leads to the first
     /// row, or, backwards, to the last.
     void moveReading(int rows);
-    /// What is read off: "17: Sent 1,234"; empty for nothing.
+    /// What is read off: "17 (16.11.2026 08:15:22): Sent 1,234 bytes"; empty for nothing.
     std::string reading() const;
+    /// The same piece by piece: the row, and each value.
+    std::vector<std::string> readingLines() const;
+    /// What the chart draws, in words: kind, rows, and from where to where the values reach.
+    std::string summary() const;
 
 private:
     static std::size_t indexOf(ChartAxisId id) { return static_cast<std::size_t>(id); }
+    std::string valueText(double value) const;
+    std::string withUnit(std::string value) const;
+    std::string rangeText(int column) const;
 
     std::string title_;
     ChartType type_ = ChartType::Line;
@@ -106,8 +135,14 @@ private:
     LocaleData locale_;
     int columnCount_ = 1;
     int rowCount_ = 0;
+    int filledRows_ = 0;
+    int firstRow_ = 1;
     std::array<std::string, mostColumns> columnLabels_;
-    RowLabel rowLabels_;
+    std::string unit_;
+    RowText rowNotes_;
+    std::string emptyText_;
+    std::string shownTitle_;      ///< of the values that were shown last
+    std::string shownValueTitle_; ///< the same
     std::array<std::vector<double>, mostColumns> values_;
     std::uint32_t generation_ = 0;
     int readRow_ = none;

@@ -89,7 +89,7 @@ void ChartPicture::fillBars(Canvas& canvas, const Colour& colour, int column) co
     const double width = rowWidth() * barPart / chart_.columnCount();
     const double zero = std::round(yOf(0));
     const double before = (rowWidth() - rowWidth() * barPart) / 2 + width * column;
-    for (int row = 0; row < chart_.rowCount(); ++row) {
+    for (int row = 0; row < chart_.filledRows(); ++row) {
         const double left = std::round(xOf(row) + before);
         const double right = std::max(left + 1, std::round(xOf(row) + before + width));
         const auto [top, bottom] = std::minmax({zero, std::round(yOf(chart_.data(column, row)))});
@@ -169,11 +169,11 @@ void ChartPicture::fillCrowded(Canvas& canvas, const Colour& colour, int column)
 
 /// Through the middle of each row; a single one reaches over all its room.
 ChartPicture::Points ChartPicture::plainLine(int column) const {
-    if (chart_.rowCount() == 1) {
+    if (chart_.filledRows() == 1) {
         return plainSteps(column);
     }
     Points points;
-    for (int row = 0; row < chart_.rowCount(); ++row) {
+    for (int row = 0; row < chart_.filledRows(); ++row) {
         points.push_back({xOf(row + 0.5), yOf(chart_.data(column, row))});
     }
     return points;
@@ -182,7 +182,7 @@ ChartPicture::Points ChartPicture::plainLine(int column) const {
 /// Level over each row.
 ChartPicture::Points ChartPicture::plainSteps(int column) const {
     Points points;
-    for (int row = 0; row < chart_.rowCount(); ++row) {
+    for (int row = 0; row < chart_.filledRows(); ++row) {
         const double y = std::round(yOf(chart_.data(column, row)));
         points.push_back({std::round(xOf(row)), y});
         points.push_back({std::round(xOf(row + 1.0)), y});
@@ -215,7 +215,7 @@ void ChartPicture::drawMarks(Canvas& canvas, const Colour& colour, int column) c
     if (rowWidth() < roomForMarks * unit_) {
         return;
     }
-    for (int row = 0; row < chart_.rowCount(); ++row) {
+    for (int row = 0; row < chart_.filledRows(); ++row) {
         drawMark(canvas, colour, column,
                  {std::round(xOf(row + 0.5)), std::round(yOf(chart_.data(column, row)))});
     }

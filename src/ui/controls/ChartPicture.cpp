@@ -11,9 +11,7 @@ namespace {
 
 // Distances in plain pixels.
 constexpr double outerMargin = 8;
-constexpr double labelGap = 4;
 constexpr double labelsApart = 10;
-constexpr double swatchWidth = 16;
 
 } // namespace
 
@@ -27,7 +25,7 @@ void ChartPicture::draw(Canvas& canvas, const ChartPalette& palette) {
     }
     drawTitles(canvas, palette);
     drawGrid(canvas, palette);
-    if (chart_.rowCount() > 0) {
+    if (chart_.filledRows() > 0) {
         for (int column = 0; column < chart_.columnCount(); ++column) {
             fillColumn(canvas, palette, column);
         }
@@ -35,10 +33,13 @@ void ChartPicture::draw(Canvas& canvas, const ChartPalette& palette) {
             outlineColumn(canvas, palette, column);
         }
         drawValueLabels(canvas, palette);
+    }
+    if (chart_.rowCount() > 0) {
         drawRowLabels(canvas, palette);
     }
     drawAxes(canvas, palette);
     drawKey(canvas, palette);
+    drawEmptyText(canvas, palette);
     drawReading(canvas, palette);
 }
 
@@ -65,11 +66,11 @@ void ChartPicture::measure(const Canvas& canvas) {
     if (chart_.rowCount() == 0 || plot_.width() < 1) {
         return;
     }
-    const double labelRoom =
-        canvas.textSize(chart_.rowLabel(chart_.rowCount() - 1)).width + labelsApart * unit_;
+    const int lastRow = chart_.rowCount() - 1;
+    const double labelRoom = canvas.textSize(chart_.rowName(lastRow)).width + labelsApart * unit_;
     const int most = std::min(chart_.axis(ChartAxisId::X).majorDivisions + 1,
                               static_cast<int>(plot_.width() / labelRoom));
-    labelStep_ = labelStep(chart_.rowCount(), std::max(1, most));
+    rowScale_ = rowScale(chart_.rowNumber(0), chart_.rowNumber(lastRow), most);
     if (spans_[0].empty() || plot_.width() != oldWidth) {
         for (int column = 0; column < chart_.columnCount(); ++column) {
             fillSpans(column);
@@ -87,9 +88,9 @@ void ChartPicture::takeData() {
     least_ = 0;
     most_ = 0;
     for (int column = 0; column < columns_; ++column) {
-        for (const double value : chart_.values(column)) {
-            least_ = std::min(least_, value);
-            most_ = std::max(most_, value);
+        for (int row = 0; row < chart_.filledRows(); ++row) {
+            least_ = std::min(least_, chart_.data(column, row));
+            most_ = std::max(most_, chart_.data(column, row));
         }
     }
     scale_ = valueScale(least_, most_, chart_.axis(ChartAxisId::Y).majorDivisions);
@@ -100,12 +101,16 @@ void ChartPicture::takeData() {
 void ChartPicture::fillSpans(int column) {
     const std::vector<double>& values = chart_.values(column);
     const auto rows = static_cast<std::int64_t>(values.size());
+    const auto filled = static_cast<std::int64_t>(chart_.filledRows());
     const auto width = static_cast<std::int64_t>(plot_.width());
     auto& spans = spans_[static_cast<std::size_t>(column)];
-    spans.resize(static_cast<std::size_t>(width));
+    spans.clear();
     for (std::int64_t x = 0; x < width; ++x) {
         const std::int64_t begin = x * rows / width;
-        const std::int64_t end = std::max(begin + 1, (x + 1) * rows / width);
+        if (begin >= filled) {
+            return; // beyond the last value
+        }
+        const std::int64_t end = std::min(filled, std::max(begin + 1, (x + 1) * rows / width));
         Span span{.low = values[static_cast<std::size_t>(begin)],
                   .high = values[static_cast<std::size_t>(begin)],
                   .last = values[static_cast<std::size_t>(end - 1)]};
@@ -114,7 +119,7 @@ void ChartPicture::fillSpans(int column) {
             span.low = std::min(span.low, value);
             span.high = std::max(span.high, value);
         }
-        spans[static_cast<std::size_t>(x)] = span;
+        spans.push_back(span);
     }
 }
 
@@ -146,174 +151,6 @@ double ChartPicture::widestValueLabel(const Canvas& canvas) const {
         widest = std::max(widest, canvas.textSize(valueLabel(division)).width);
     }
     return widest;
-}
-
-/// A text that does not fit on the sheet is left out.
-void ChartPicture::write(Canvas& canvas, CanvasPoint leftTop, const std::string& text,
-                         const Colour& colour) const {
-    if (leftTop.x >= 0 && leftTop.x + canvas.textSize(text).width <= size_.x) {
-        canvas.text(leftTop, text, colour);
-    }
-}
-
-void ChartPicture::drawTitles(Canvas& canvas, const ChartPalette& palette) const {
-    const auto centred = [&](const std::string& text, double left, double right, double top) {
-        const double spare = right - left - canvas.textSize(text).width;
-        write(canvas, {std::round(left + spare / 2), top}, text, palette.text);
-    };
-    const double gap = std::round(labelGap * unit_);
-    centred(chart_.title(), 0, size_.x, margin_);
-    write(canvas, {margin_, margin_ + lineHeight_ + gap}, chart_.axis(ChartAxisId::Y).title,
-          palette.text);
-    centred(chart_.axis(ChartAxisId::X).title, plot_.left, plot_.right,
-            plot_.bottom + lineHeight_ + 2 * gap);
-}
-
-void ChartPicture::drawGrid(Canvas& canvas, const ChartPalette& palette) const {
-    const auto dotted = [this](const Colour& colour) {
-        return Stroke{.colour = colour, .width = std::round(unit_), .style = LineStyle::Dotted};
-    };
-    const Stroke major = dotted(palette.majorGrid);
-    const Stroke minor = dotted(palette.minorGrid);
-    const auto across = [&](double y, const Stroke& stroke) {
-        const double row = std::round(y);
-        canvas.line(std::vector<CanvasPoint>{{plot_.left, row}, {plot_.right, row}}, stroke);
-    };
-    const auto down = [&](double x, const Stroke& stroke) {
-        const double place = std::round(x);
-        if (place <= plot_.right) {
-            canvas.line(std::vector<CanvasPoint>{{place, plot_.top}, {place, plot_.bottom}},
-                        stroke);
-        }
-    };
-    // Lines of one kind at each `step` up to `end`: the major ones, and the minor ones between
-    // them.
-    const auto lines = [](const ChartAxis& axis, int step, int end, const auto& drawMinor,
-                          const auto& drawMajor) {
-        for (int i = 0; i <= end / step; ++i) {
-            const double place = static_cast<double>(step) * i;
-            for (int k = 1; k <= axis.minorDivisions && axis.minorPen != GridPen::None; ++k) {
-                const double between =
-                    place + static_cast<double>(step) * k / (axis.minorDivisions + 1);
-                if (between < end) {
-                    drawMinor(between);
-                }
-            }
-            if (axis.majorPen != GridPen::None) {
-                drawMajor(place);
-            }
-        }
-    };
-    lines(
-        chart_.axis(ChartAxisId::Y), 1, scale_.divisions,
-        [&](double part) { across(yOf(scale_.low + scale_.step * part), minor); },
-        [&](double part) { across(yOf(scale_.low + scale_.step * part), major); });
-    if (chart_.rowCount() > 0) {
-        lines(
-            chart_.axis(ChartAxisId::X), labelStep_, chart_.rowCount() - 1,
-            [&](double row) { down(xOf(row + 0.5), minor); },
-            [&](double row) { down(xOf(row + 0.5), major); });
-    }
-}
-
-void ChartPicture::drawAxes(Canvas& canvas, const ChartPalette& palette) const {
-    const Stroke stroke{.colour = palette.axis, .width = std::round(unit_)};
-    canvas.line(std::vector<CanvasPoint>{{plot_.left, plot_.top}, {plot_.left, plot_.bottom}},
-                stroke);
-    const double zero = std::round(yOf(0));
-    canvas.line(std::vector<CanvasPoint>{{plot_.left, zero}, {plot_.right, zero}}, stroke);
-}
-
-void ChartPicture::drawValueLabels(Canvas& canvas, const ChartPalette& palette) const {
-    const double gap = std::round(labelGap * unit_);
-    const double apart = plot_.height() / scale_.divisions;
-    const int step = apart <= 0 ? scale_.divisions
-                                : std::max(1, static_cast<int>(std::ceil(lineHeight_ / apart)));
-    for (int division = 0; division <= scale_.divisions; division += step) {
-        const std::string label = valueLabel(division);
-        const CanvasSize size = canvas.textSize(label);
-        const double y = yOf(scale_.at(division));
-        canvas.text({std::round(plot_.left - gap - size.width), std::round(y - size.height / 2)},
-                    label, palette.text);
-    }
-}
-
-void ChartPicture::drawRowLabels(Canvas& canvas, const ChartPalette& palette) const {
-    const double top = plot_.bottom + std::round(labelGap * unit_);
-    double free = plot_.left - std::round(labelGap * unit_); // where the next label may begin
-    for (int row = 0; row < chart_.rowCount(); row += labelStep_) {
-        const std::string label = chart_.rowLabel(row);
-        const double width = canvas.textSize(label).width;
-        double left = std::round(xOf(row + 0.5) - width / 2);
-        if (row == 0) {
-            left = std::max(left, free); // beside the numbers of the values
-        }
-        if (left >= free && left + width <= size_.x) {
-            canvas.text({left, top}, label, palette.text);
-            free = left + width + labelGap * unit_;
-        }
-        if (row > chart_.rowCount() - labelStep_) {
-            return; // the next one might be beyond all numbers
-        }
-    }
-}
-
-/// At the right, in the line of the values' title; left out where there is no room beside that.
-void ChartPicture::drawKey(Canvas& canvas, const ChartPalette& palette) const {
-    if (!chart_.showsLegend() && chart_.columnCount() < 2) {
-        return;
-    }
-    const double gap = std::round(labelGap * unit_);
-    const double swatch = std::round(swatchWidth * unit_);
-    double left = plot_.right;
-    std::array<double, Chart::mostColumns> labelLefts{};
-    for (int column = chart_.columnCount() - 1; column >= 0; --column) {
-        const double width = canvas.textSize(chart_.columnLabel(column)).width;
-        labelLefts[static_cast<std::size_t>(column)] = std::round(left - width);
-        left = std::round(left - width) - gap - swatch - 3 * gap;
-    }
-    if (left < margin_ + canvas.textSize(chart_.axis(ChartAxisId::Y).title).width) {
-        return;
-    }
-    const double top = margin_ + lineHeight_ + gap;
-    const double middle = std::round(top + lineHeight_ / 2);
-    for (int column = 0; column < chart_.columnCount(); ++column) {
-        const double labelLeft = labelLefts[static_cast<std::size_t>(column)];
-        canvas.text({labelLeft, top}, chart_.columnLabel(column), palette.text);
-        drawSample(canvas, palette, column,
-                   {.left = labelLeft - gap - swatch,
-                    .top = middle - gap,
-                    .right = labelLeft - gap,
-                    .bottom = middle + gap});
-    }
-}
-
-void ChartPicture::drawReading(Canvas& canvas, const ChartPalette& palette) const {
-    const int row = chart_.readRow();
-    if (row == Chart::none) {
-        return;
-    }
-    const double x = pixelOf(row);
-    canvas.line(std::vector<CanvasPoint>{{x, plot_.top}, {x, plot_.bottom}},
-                {.colour = palette.text, .width = std::round(unit_)});
-    for (int column = 0; column < chart_.columnCount(); ++column) {
-        drawMark(canvas, palette.text, column, {x, std::round(yOf(chart_.data(column, row)))});
-    }
-    const std::string text = chart_.reading();
-    const double gap = std::round(labelGap * unit_);
-    const double width = std::ceil(canvas.textSize(text).width) + 2 * gap;
-    // Beside the line on the side that has room for it.
-    const double left = x + gap + width < size_.x ? x + gap : x - gap - width;
-    if (left < 0) {
-        return;
-    }
-    const double bottom = plot_.top + lineHeight_ + gap;
-    const std::vector<CanvasPoint> box{
-        {left, plot_.top}, {left + width, plot_.top}, {left + width, bottom}, {left, bottom}};
-    canvas.polygon(box, palette.background);
-    canvas.line(std::vector<CanvasPoint>{box[0], box[1], box[2], box[3], box[0]},
-                {.colour = palette.text, .width = std::round(unit_)});
-    canvas.text({left + gap, plot_.top + std::round(gap / 2)}, text, palette.text);
 }
 
 } // namespace tarvik

@@ -56,8 +56,13 @@ private:
     std::string valueLabel(int division) const;
     double rowWidth() const { return plot_.width() / chart_.rowCount(); }
     double xOf(double row) const { return plot_.left + row * rowWidth(); }
+    /// The middle of a row by its number; a fraction stands between two.
+    double middleOf(double number) const {
+        return xOf(number - static_cast<double>(chart_.rowNumber(0)) + 0.5);
+    }
     double yOf(double value) const;
     double pixelOf(int row) const;
+    static constexpr double labelGap = 4; ///< plain pixels between a text and what is beside it
     /// Rows that are narrower, in plain pixels, cannot be told apart.
     static constexpr double narrowestRow = 2;
     bool crowded() const;
@@ -66,12 +71,16 @@ private:
     void write(Canvas& canvas, CanvasPoint leftTop, const std::string& text,
                const Colour& colour) const;
     void drawGrid(Canvas& canvas, const ChartPalette& palette) const;
+    void drawRowGrid(Canvas& canvas, const Stroke& major, const Stroke& minor) const;
+    void drawValueGrid(Canvas& canvas, const Stroke& major, const Stroke& minor) const;
+    void drawEmptyText(Canvas& canvas, const ChartPalette& palette) const;
     void drawAxes(Canvas& canvas, const ChartPalette& palette) const;
     void drawValueLabels(Canvas& canvas, const ChartPalette& palette) const;
     void drawRowLabels(Canvas& canvas, const ChartPalette& palette) const;
     void drawTitles(Canvas& canvas, const ChartPalette& palette) const;
     void drawKey(Canvas& canvas, const ChartPalette& palette) const;
     void drawReading(Canvas& canvas, const ChartPalette& palette) const;
+    void drawReadingBox(Canvas& canvas, const ChartPalette& palette, double x) const;
 
     // The values: room that is filled first, lines above all of it.
     void fillColumn(Canvas& canvas, const ChartPalette& palette, int column) const;
@@ -93,7 +102,7 @@ private:
     double unit_ = 1;       ///< pixels of one plain pixel
     double lineHeight_ = 0; ///< of a text
     double margin_ = 0;
-    int labelStep_ = 1; ///< rows from one label to the next
+    RowScale rowScale_;
     ValueScale scale_;
     /// What the values below stand for: the chart's generation and columns.
     std::optional<std::uint32_t> generation_;

@@ -45,16 +45,30 @@ ValueScale valueScale(double least, double most, int divisions) {
     }
 }
 
-int labelStep(int rows, int most) {
-    std::int64_t power = 1;
-    while (true) {
+RowScale rowScale(std::int64_t first, std::int64_t last, int most) {
+    // Whole steps before a number, which may be negative.
+    const auto stepsBefore = [](std::int64_t number, std::int64_t step) {
+        return number / step - (number % step < 0 ? 1 : 0);
+    };
+    const std::int64_t ends = last > first ? 2 : 1;
+    for (std::int64_t power = 1;; power *= 10) {
         for (const int digit : {1, 2, 5}) {
             const std::int64_t step = digit * power;
-            if ((rows + step - 1) / step <= most) {
-                return static_cast<int>(step);
+            const std::int64_t begin = stepsBefore(first, step) + 1;
+            const std::int64_t end = stepsBefore(last - 1, step);
+            const std::int64_t between = std::max<std::int64_t>(0, end - begin + 1);
+            if (between > 0 && between + ends > most) {
+                continue;
             }
+            RowScale scale{.step = step, .numbers = {first}};
+            for (std::int64_t count = begin; count <= end; ++count) {
+                scale.numbers.push_back(count * step);
+            }
+            if (last > first) {
+                scale.numbers.push_back(last);
+            }
+            return scale;
         }
-        power *= 10;
     }
 }
 

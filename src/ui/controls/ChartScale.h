@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstdint>
+#include <vector>
+
 namespace tarvik {
 
 /// A scale of values: equal parts between round numbers.
@@ -20,8 +23,14 @@ struct ValueScale {
 /// to 1.
 ValueScale valueScale(double least, double most, int divisions);
 
-/// The smallest of 1, 2, 5, 10, 20, 50 ... that puts at most `most` (1 or more) labels on `rows`
-/// rows.
-int labelStep(int rows, int most);
+/// Which rows of a chart are labelled: both ends, and between them those with round numbers.
+struct RowScale {
+    std::int64_t step = 1; ///< between round numbers: 1, 2, 5, 10, 20, 50 ...
+    std::vector<std::int64_t> numbers;
+};
+
+/// Labels for rows numbered from `first` to `last` (not before `first`): the smallest step that
+/// gives no more than `most` labels; both ends even where that is less.
+RowScale rowScale(std::int64_t first, std::int64_t last, int most);
 
 } // namespace tarvik

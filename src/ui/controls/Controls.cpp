@@ -7,10 +7,22 @@
 
 namespace tarvik {
 
+namespace {
+
+/// The caption that it has now will be one of the others once it has changed.
+std::vector<std::string> withOwn(const std::string& caption, std::vector<std::string> others) {
+    if (!others.empty()) {
+        others.push_back(caption);
+    }
+    return others;
+}
+
+} // namespace
+
 Label::Label(Form& form, std::string name, Setup setup)
     : Control(form, ControlKind::Label, std::move(name)), caption_(std::move(setup.caption)),
       alignment_(setup.alignment), mnemonic_(setup.mnemonic), labelled_(setup.labelled),
-      wrapped_(setup.wrapped) {
+      wrapped_(setup.wrapped), otherCaptions_(withOwn(caption_, std::move(setup.otherCaptions))) {
     setToolTip(std::move(setup.toolTip));
 }
 
@@ -75,7 +87,8 @@ void OptionButton::setValue(bool value) {
 
 CommandButton::CommandButton(Form& form, std::string name, Setup setup)
     : Control(form, ControlKind::CommandButton, std::move(name)),
-      caption_(std::move(setup.caption)), mnemonic_(setup.mnemonic) {
+      caption_(std::move(setup.caption)), mnemonic_(setup.mnemonic),
+      otherCaptions_(withOwn(caption_, std::move(setup.otherCaptions))) {
     setToolTip(std::move(setup.toolTip));
     setEnabled(setup.enabled);
 }

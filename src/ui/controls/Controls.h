@@ -22,6 +22,7 @@ public:
         char mnemonic = 0;
         Control* labelled = nullptr;
         bool wrapped = false;
+        std::vector<std::string> otherCaptions = {};
     };
 
     Label(Form& form, std::string name, Setup setup);
@@ -37,6 +38,8 @@ public:
     Control* labelled() const { return labelled_; }
     /// The text is broken into lines where it does not fit into one.
     bool wrapped() const { return wrapped_; }
+    /// Captions that it has at other times: there is room for each, so that nothing moves.
+    const std::vector<std::string>& otherCaptions() const { return otherCaptions_; }
 
 private:
     std::string caption_;
@@ -45,6 +48,7 @@ private:
     char mnemonic_;
     Control* labelled_;
     bool wrapped_;
+    std::vector<std::string> otherCaptions_;
 };
 
 /// A text that can be selected and copied, and typed into unless it is read-only: one line, or as
@@ -157,6 +161,7 @@ public:
         std::string toolTip = {};
         char mnemonic = 0;
         bool enabled = true;
+        std::vector<std::string> otherCaptions = {};
     };
 
     CommandButton(Form& form, std::string name, Setup setup);
@@ -166,12 +171,15 @@ public:
     const std::string& caption() const { return caption_; }
     void setCaption(std::string caption);
     char mnemonic() const { return mnemonic_; }
+    /// Captions that it has at other times: there is room for each, so that nothing moves.
+    const std::vector<std::string>& otherCaptions() const { return otherCaptions_; }
     /// The user presses the button; does nothing while it is disabled.
     void press();
 
 private:
     std::string caption_;
     char mnemonic_;
+    std::vector<std::string> otherCaptions_;
 };
 
 /// A drop-down list: texts of which one, or none, is selected.

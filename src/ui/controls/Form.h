@@ -55,6 +55,10 @@ public:
     /// The button that Enter presses, the button that Escape presses; null for none.
     CommandButton* defaultButton() const { return defaultButton_; }
     CommandButton* cancelButton() const { return cancelButton_; }
+    /// Escape does what the close box does, in a form whose cancel button it does not press.
+    bool escapeCloses() const { return escapeCloses_; }
+    /// A form that is filled in and confirmed: there is nothing in it to be seen larger.
+    bool isDialog() const { return defaultButton_ != nullptr; }
     /// The control that has the focus when the window opens; null for the first in tab order.
     Control* initialFocus() const { return initialFocus_; }
 
@@ -83,6 +87,7 @@ protected:
     void setLayout(LayoutNode root);
     void setDefaultButton(CommandButton& button) { defaultButton_ = &button; }
     void setCancelButton(CommandButton& button) { cancelButton_ = &button; }
+    void setEscapeCloses() { escapeCloses_ = true; }
     void setInitialFocus(Control& control) { initialFocus_ = &control; }
 
 private:
@@ -94,6 +99,7 @@ private:
     LayoutNode layout_;
     CommandButton* defaultButton_ = nullptr;
     CommandButton* cancelButton_ = nullptr;
+    bool escapeCloses_ = false;
     Control* initialFocus_ = nullptr;
     bool loaded_ = false;
     bool unloading_ = false;

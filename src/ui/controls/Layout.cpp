@@ -51,6 +51,10 @@ LayoutNode frame(Control& control, LayoutNode child) {
     return node;
 }
 
+LayoutNode deck(std::vector<LayoutNode> children) {
+    return container(LayoutNode::Type::Deck, std::move(children));
+}
+
 LayoutNode space() {
     return LayoutNode().share(1);
 }

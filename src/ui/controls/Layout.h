@@ -10,6 +10,9 @@ class Control;
 /// Where a form's controls stand: a tree of rows, columns, grids and frames. Sizes are in
 /// characters, lines and shares of the room that is left, never in pixels.
 ///
+/// What is hidden keeps its room, so that nothing moves when it comes or goes; what takes turns in
+/// one place stands in a deck, which is as large as the largest of its children needs.
+///
 /// Tab order is tree order: within a grid, row by row.
 struct LayoutNode {
     enum class Type {
@@ -18,6 +21,7 @@ struct LayoutNode {
         Column, ///< children one below the other
         Grid,   ///< children row by row in `columns` columns of common width
         Frame,  ///< a frame control around its only child
+        Deck,   ///< children in the same room, of which one at a time is visible
         Space,  ///< room that takes its share and shows nothing
     };
 
@@ -41,6 +45,7 @@ LayoutNode row(std::vector<LayoutNode> children);
 LayoutNode column(std::vector<LayoutNode> children);
 LayoutNode grid(int columns, std::vector<LayoutNode> children);
 LayoutNode frame(Control& control, LayoutNode child);
+LayoutNode deck(std::vector<LayoutNode> children);
 /// Empty room: takes one share of what is left over.
 LayoutNode space();
 /// An empty cell of a grid.

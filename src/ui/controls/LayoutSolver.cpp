@@ -14,8 +14,7 @@ using Type = LayoutNode::Type;
 struct Box {
     const LayoutNode* node = nullptr;
     LayoutSize need;
-    bool seen = false;  ///< takes part at all: others take neither room nor gap
-    bool blank = false; ///< holds no control, seen or not
+    bool blank = false; ///< holds no control
     std::vector<Box> children;
 };
 
@@ -80,17 +79,14 @@ void widen(Track& track, int size, int share) {
     track.share = std::max(track.share, share);
 }
 
-/// A track stands apart when something in it is seen; of a grid, also when all its cells are blank.
+/// A track stands apart when something stands in it; of a grid, also when all its cells are blank.
 bool hasGaps(const Box& parent, std::size_t first, std::size_t step, std::size_t last) {
-    bool blank = true;
     for (std::size_t i = first; i < last; i += step) {
-        const Box& cell = parent.children[i];
-        if (cell.seen && !cell.blank) {
+        if (!parent.children[i].blank) {
             return true;
         }
-        blank = blank && cell.blank;
     }
-    return blank && parent.node->type == Type::Grid;
+    return parent.node->type == Type::Grid;
 }
 
 /// The columns and rows of a container, each as large as it needs to be.
@@ -103,13 +99,10 @@ Tracks tracksOf(const Box& box) {
     tracks.rows.resize((cells + count - 1) / count);
     for (std::size_t i = 0; i < cells; ++i) {
         const Box& cell = box.children[i];
-        if (cell.seen) {
-            const int share = cell.node->stretch;
-            widen(tracks.columns[i % count], cell.need.width,
-                  node.type == Type::Column ? 1 : share);
-            widen(tracks.rows[i / count], cell.need.height,
-                  node.type == Type::Column ? share : (node.type == Type::Row ? 1 : 0));
-        }
+        const int share = cell.node->stretch;
+        widen(tracks.columns[i % count], cell.need.width, node.type == Type::Column ? 1 : share);
+        widen(tracks.rows[i / count], cell.need.height,
+              node.type == Type::Column ? share : (node.type == Type::Row ? 1 : 0));
     }
     for (std::size_t c = 0; c < count; ++c) {
         tracks.columns[c].gaps = hasGaps(box, c, count, cells);
@@ -122,7 +115,7 @@ Tracks tracksOf(const Box& box) {
 
 /// Makes the items of a row equally wide, or of a column equally high.
 void makeAlike(std::vector<Box>& items, int LayoutSize::*dimension) {
-    const auto isItem = [](const Box& box) { return box.seen && box.node->type == Type::Item; };
+    const auto isItem = [](const Box& box) { return box.node->type == Type::Item; };
     int largest = 0;
     for (const Box& box : items) {
         largest = std::max(largest, isItem(box) ? box.need.*dimension : 0);
@@ -136,7 +129,7 @@ class Solver {
 public:
     explicit Solver(const LayoutMetrics& metrics) : metrics_(metrics) {}
 
-    /// Measures the node and what it holds, each control once.
+    /// Measures the node and what it holds, hidden or not, each control once.
     Box measured(const LayoutNode& node) const {
         Box box{.node = &node, .need = {}, .children = {}};
         for (const LayoutNode& child : node.children) {
@@ -145,16 +138,13 @@ public:
         box.blank =
             node.control == nullptr && std::all_of(box.children.begin(), box.children.end(),
                                                    [](const Box& child) { return child.blank; });
-        box.seen = isSeen(box);
-        if (box.seen) {
-            box.need = needOf(box);
-        }
+        box.need = needOf(box);
         return box;
     }
 
     void place(const Box& box, const LayoutRect& room, std::vector<PlacedControl>& into) const {
-        if (!box.seen) {
-            return;
+        if (box.node->control != nullptr && !box.node->control->visible()) {
+            return; // and with it what it holds
         }
         switch (box.node->type) {
         case Type::Item:
@@ -166,22 +156,17 @@ public:
             break;
         case Type::Space:
             break;
+        case Type::Deck:
+            for (const Box& card : box.children) {
+                placeCell(box, card, room, into);
+            }
+            break;
         default:
             placeTracks(box, room, into);
         }
     }
 
 private:
-    static bool isSeen(const Box& box) {
-        if (box.node->control != nullptr) {
-            return box.node->control->visible();
-        }
-        return box.node->type == Type::Space ||
-               std::any_of(box.children.begin(), box.children.end(), [&](const Box& child) {
-                   return child.seen && child.blank == box.blank;
-               });
-    }
-
     LayoutSize needOf(Box& box) const {
         const LayoutNode& node = *box.node;
         switch (node.type) {
@@ -191,6 +176,8 @@ private:
             return frameNeed(box);
         case Type::Space:
             return {};
+        case Type::Deck:
+            return deckNeed(box);
         default:
             break;
         }
@@ -208,6 +195,15 @@ private:
         const LayoutSize title = metrics_.measure(*box.node->control, 0, 0);
         return {std::max(inner.width, title.width) + metrics_.frameLeft + metrics_.frameRight,
                 inner.height + metrics_.frameTop + metrics_.frameBottom};
+    }
+
+    static LayoutSize deckNeed(const Box& box) {
+        LayoutSize largest;
+        for (const Box& card : box.children) {
+            largest.width = std::max(largest.width, card.need.width);
+            largest.height = std::max(largest.height, card.need.height);
+        }
+        return largest;
     }
 
     LayoutRect inside(const LayoutRect& room) const {
@@ -238,7 +234,9 @@ private:
     /// An item grows in height only where it was told to; elsewhere it stands in the middle.
     void placeCell(const Box& parent, const Box& cell, LayoutRect room,
                    std::vector<PlacedControl>& into) const {
-        const bool stacked = parent.node->type == Type::Column || parent.node->type == Type::Frame;
+        const Type around = parent.node->type;
+        const bool stacked =
+            around == Type::Column || around == Type::Frame || around == Type::Deck;
         if (cell.node->type == Type::Item && !(stacked && cell.node->stretch > 0)) {
             const int height = std::min(cell.need.height, room.height);
             room.top += (room.height - height) / 2;

@@ -48,20 +48,50 @@ TEST_F(ChartReadingTest, AnEmptyChartReadsNothing) {
     }
 }
 
+TEST_F(ChartReadingTest, TheLastStepLeadsToTheLastRowThatHasAValue) {
+    form.fill(9);
+    form.chtValues.setFilledRows(4);
+
+    EXPECT_EQ(after(ReadingStep::Last), 3);
+}
+
 TEST_F(ChartReadingTest, ItsTitleAndWhatIsReadAreSpoken) {
     form.fill(3);
-    EXPECT_EQ(face::spokenName(form.chtValues), "Traffic");
 
     form.chtValues.setReadRow(1);
+
     EXPECT_EQ(face::spokenName(form.chtValues), "Traffic. 2: 101");
 }
 
-TEST_F(ChartReadingTest, WithoutATitleOnlyWhatIsReadIsSpoken) {
+TEST_F(ChartReadingTest, WhileNothingIsReadWhatItDrawsIsSpoken) {
     form.fill(3);
+
+    EXPECT_EQ(face::spokenName(form.chtValues),
+              "Traffic. Line chart; 1 to 3, 3 in all; from 100 to 102");
+}
+
+TEST_F(ChartReadingTest, AnEmptyChartSaysHowToFillIt) {
+    EXPECT_EQ(face::spokenName(form.chtValues), "Traffic");
+
+    form.chtValues.setEmptyText("Press OK.");
+
+    EXPECT_EQ(face::spokenName(form.chtValues), "Traffic. Press OK.");
+}
+
+TEST_F(ChartReadingTest, WithoutATitleOnlyWhatIsReadIsSpoken) {
     form.chtValues.setTitle("");
+    form.fill(3);
     form.chtValues.setReadRow(1);
 
     EXPECT_EQ(face::spokenName(form.chtValues), "2: 101");
+}
+
+TEST_F(ChartReadingTest, TheTitleOfTheValuesIsSpoken) {
+    form.fill(3);
+    form.chtValues.setTitle("Something else");
+    form.chtValues.setReadRow(0);
+
+    EXPECT_EQ(face::spokenName(form.chtValues), "Traffic. 1: 100");
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "ports/Files.h"
 
+#include <functional>
 #include <map>
 #include <new>
 #include <string>
@@ -14,10 +15,19 @@ class MemoryFiles : public Files {
 public:
     /// Puts a file there, as another program would.
     void put(const std::string& path, std::string bytes) {
-        files_[path] = {.kind = FileKind::File, .bytes = std::move(bytes), .version = ++version_};
+        files_[path] = {.kind = FileKind::File,
+                        .bytes = std::move(bytes),
+                        .version = ++version_,
+                        .identity = 0};
+        files_[path].identity = static_cast<std::uint64_t>(version_);
+    }
+    /// Gives the file that is there another content.
+    void overwrite(const std::string& path, std::string bytes) {
+        files_.at(path).bytes = std::move(bytes);
+        files_.at(path).version = ++version_;
     }
     void putOther(const std::string& path, FileKind kind) {
-        files_[path] = {.kind = kind, .bytes = {}, .version = ++version_};
+        files_[path] = {.kind = kind, .bytes = {}, .version = ++version_, .identity = 0};
     }
     bool exists(const std::string& path) const { return files_.contains(path); }
     std::string bytes(const std::string& path) const { return files_.at(path).bytes; }
@@ -25,6 +35,7 @@ public:
     bool readsFail = false;
     bool replacesFail = false;
     bool memoryIsShort = false;
+    std::function<void()> beforeLastLook; ///< what others do before a replacement asks last
     int stamps = 0;
     int reads = 0;
     int replaces = 0;
@@ -39,7 +50,7 @@ public:
             return std::nullopt;
         }
         const Entry& entry = files_.at(path);
-        return FileStamp{.identity = 1,
+        return FileStamp{.identity = entry.identity,
                          .size = entry.bytes.size(),
                          .modified = entry.version,
                          .changed = entry.version};
@@ -57,8 +68,8 @@ public:
         return std::nullopt;
     }
 
-    FileResult replace(const std::string& path,
-                       const std::vector<std::string_view>& pieces) override {
+    FileResult replaceIf(const std::string& path, const std::vector<std::string_view>& pieces,
+                         const LastLook& stillRight) override {
         ++replaces;
         const FileKind kind = Dir(path);
         if (replacesFail || (kind != FileKind::None && kind != FileKind::File)) {
@@ -67,6 +78,12 @@ public:
         std::string bytes;
         for (const std::string_view piece : pieces) {
             bytes += piece;
+        }
+        if (beforeLastLook) {
+            beforeLastLook();
+        }
+        if (stillRight && !stillRight()) {
+            return ErrorNumber::PathFileAccess;
         }
         put(path, std::move(bytes));
         return std::nullopt;
@@ -80,6 +97,15 @@ public:
         return replace(target, {bytes});
     }
 
+    FileResult Name(const std::string& path, const std::string& newPath) override {
+        if (exists(newPath)) {
+            return ErrorNumber::FileAlreadyExists;
+        }
+        files_[newPath] = files_.at(path);
+        files_.erase(path);
+        return std::nullopt;
+    }
+
     FileResult Kill(const std::string& path) override {
         return files_.erase(path) == 1 ? std::nullopt : FileResult(ErrorNumber::FileNotFound);
     }
@@ -89,6 +115,7 @@ private:
         FileKind kind = FileKind::File;
         std::string bytes;
         std::int64_t version = 0;
+        std::uint64_t identity = 0;
     };
 
     std::map<std::string, Entry> files_;

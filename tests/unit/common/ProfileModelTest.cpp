@@ -103,7 +103,7 @@ protected:
                 ASSERT_NO_FATAL_FAILURE(compareReads(reference));
             }
             ASSERT_EQ(bytes(), before);
-            ASSERT_TRUE(engine.commitUpdate());
+            ASSERT_EQ(engine.commitUpdate(), UpdateOutcome::Written);
             ASSERT_EQ(comparable(bytes(), lineEnds), comparable(reference.bytes(), lineEnds))
                 << before;
         }

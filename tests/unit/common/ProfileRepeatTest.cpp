@@ -95,7 +95,7 @@ TEST_F(ProfileRepeatTest, WithinAnUpdateTheSameKeyIsReadAsCollected) {
     writeSection("a", "y=3\0\0"sv);
     EXPECT_EQ(value("a", "x"), "none");
     EXPECT_EQ(value("a", "y"), "3");
-    EXPECT_TRUE(engine.commitUpdate());
+    EXPECT_EQ(engine.commitUpdate(), UpdateOutcome::Written);
     EXPECT_EQ(value("a", "x"), "none");
     EXPECT_EQ(value("a", "y"), "3");
 }

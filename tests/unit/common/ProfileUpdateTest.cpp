@@ -60,7 +60,7 @@ TEST_F(ProfileUpdateTest, AnUpdateThatCouldNotReadAKeyWritesNothing) {
     files.readsFail = false;
     write("a", "newest", "1");
 
-    EXPECT_FALSE(engine.commitUpdate());
+    EXPECT_EQ(engine.commitUpdate(), UpdateOutcome::Failed);
 
     EXPECT_EQ(bytes(), "[a]\nnewest=7\n");
 }
@@ -76,7 +76,7 @@ TEST_F(ProfileUpdateTest, TheUpdateAfterOneThatCouldNotReadIsWritten) {
     engine.beginUpdate(file);
     write("a", "x", "2");
 
-    EXPECT_TRUE(engine.commitUpdate());
+    EXPECT_EQ(engine.commitUpdate(), UpdateOutcome::Written);
     EXPECT_EQ(bytes(), "[a]\nx=2\n");
 }
 
@@ -86,7 +86,7 @@ TEST_F(ProfileUpdateTest, AKeyThatIsNotThereHoldsNoUpdateUp) {
     EXPECT_EQ(value("a", "y"), "none");
     write("a", "y", "2");
 
-    EXPECT_TRUE(engine.commitUpdate());
+    EXPECT_EQ(engine.commitUpdate(), UpdateOutcome::Written);
 
     EXPECT_EQ(bytes(), "[a]\nx=1\ny=2\n");
 }
@@ -138,7 +138,7 @@ TEST_F(ProfileUpdateTest, AnUpdateReachesTheFileInOneReplacement) {
     EXPECT_TRUE(write("Settings", "LastState", "r1"));
     EXPECT_TRUE(write("Settings", "IsLocked", "0"));
     EXPECT_EQ(files.replaces, 0);
-    EXPECT_TRUE(engine.commitUpdate());
+    EXPECT_EQ(engine.commitUpdate(), UpdateOutcome::Written);
     EXPECT_EQ(files.replaces, 1);
     EXPECT_EQ(bytes(), "[Settings]\nIsLocked=0\nLastState=r1\n[r1]\nSent=5\n");
 }
@@ -230,24 +230,14 @@ TEST_F(ProfileUpdateTest, ManyValuesAnEmptyLastOneAndANewKeyGoInOrder) {
     given(before + "x=");
     write("a", "x", "1");
     write("a", "y", "2");
-    EXPECT_TRUE(engine.commitUpdate());
+    EXPECT_EQ(engine.commitUpdate(), UpdateOutcome::Written);
     EXPECT_EQ(bytes(), after + "x=1\ny=2\n");
-}
-
-TEST_F(ProfileUpdateTest, AChangeByAnotherProgramDuringAnUpdateIsKept) {
-    given("[a]\nx=1\n");
-    engine.beginUpdate(file);
-    EXPECT_EQ(value("a", "x"), "1");
-    write("a", "y", "2");
-    given("[b]\nforeign=1\n[a]\nx=9\n");
-    EXPECT_TRUE(engine.commitUpdate());
-    EXPECT_EQ(bytes(), "[b]\nforeign=1\n[a]\nx=9\ny=2\n");
 }
 
 TEST_F(ProfileUpdateTest, AnUpdateWithoutWritesLeavesTheFileAlone) {
     engine.beginUpdate(file);
     value("a", "x");
-    EXPECT_TRUE(engine.commitUpdate());
+    EXPECT_EQ(engine.commitUpdate(), UpdateOutcome::Written);
     EXPECT_EQ(files.replaces, 0);
     EXPECT_FALSE(files.exists(file));
 }
@@ -255,7 +245,7 @@ TEST_F(ProfileUpdateTest, AnUpdateWithoutWritesLeavesTheFileAlone) {
 TEST_F(ProfileUpdateTest, AnUpdateWithOnlyRefusedWritesLeavesTheFileAlone) {
     engine.beginUpdate(file);
     EXPECT_FALSE(write("a", "x", "\n"));
-    EXPECT_TRUE(engine.commitUpdate());
+    EXPECT_EQ(engine.commitUpdate(), UpdateOutcome::Written);
     EXPECT_EQ(files.replaces, 0);
 }
 
@@ -264,7 +254,7 @@ TEST_F(ProfileUpdateTest, AFailedUpdateForgetsItsWrites) {
     files.replacesFail = true;
     engine.beginUpdate(file);
     EXPECT_TRUE(write("a", "x", "2"));
-    EXPECT_FALSE(engine.commitUpdate());
+    EXPECT_EQ(engine.commitUpdate(), UpdateOutcome::Failed);
     EXPECT_EQ(value("a", "x"), "1");
     files.replacesFail = false;
     EXPECT_TRUE(write("a", "y", "3"));
@@ -285,7 +275,7 @@ TEST_F(ProfileUpdateTest, AWriteToAnotherFileGoesThereAtOnceAndAlone) {
     EXPECT_TRUE(engine.WritePrivateProfileStringA("b", "y", "2", other));
     EXPECT_EQ(files.bytes(other), "[b]\ny=2\n");
     EXPECT_FALSE(files.exists(file));
-    EXPECT_TRUE(engine.commitUpdate());
+    EXPECT_EQ(engine.commitUpdate(), UpdateOutcome::Written);
     EXPECT_EQ(bytes(), "[a]\nx=1\n");
 }
 
@@ -308,8 +298,8 @@ TEST_F(ProfileUpdateTest, AScopeThatWasCommittedWritesNothingMore) {
     {
         ProfileUpdate update(engine, file);
         write("a", "x", "1");
-        EXPECT_TRUE(update.commit());
-        EXPECT_TRUE(update.commit());
+        EXPECT_EQ(update.commit(), UpdateOutcome::Written);
+        EXPECT_EQ(update.commit(), UpdateOutcome::Written);
     }
     EXPECT_EQ(files.replaces, 1);
 }
@@ -317,7 +307,7 @@ TEST_F(ProfileUpdateTest, AScopeThatWasCommittedWritesNothingMore) {
 TEST_F(ProfileUpdateTest, AnUpdateOfNoFileCannotBeWritten) {
     engine.beginUpdate("");
     EXPECT_FALSE(engine.WritePrivateProfileStringA("a", "x", "1", ""));
-    EXPECT_TRUE(engine.commitUpdate());
+    EXPECT_EQ(engine.commitUpdate(), UpdateOutcome::Written);
     EXPECT_EQ(files.replaces, 0);
 }
 

@@ -37,7 +37,7 @@ TEST_F(ProfileWriteTest, AKeyWithoutAValueInAWrittenSectionGetsOneInItsPlace) {
     EXPECT_EQ(value("a", "x"), "none");
     EXPECT_TRUE(write("a", "x", "7"));
     EXPECT_EQ(value("a", "x"), "7");
-    EXPECT_TRUE(engine.commitUpdate());
+    EXPECT_EQ(engine.commitUpdate(), UpdateOutcome::Written);
     EXPECT_EQ(bytes(), "[a]\nx=7\n");
 }
 

@@ -90,13 +90,38 @@ TEST_P(DialogCodeTest, IsTheNumberAndHasAWording) {
 INSTANTIATE_TEST_SUITE_P(Known, DialogCodeTest, testing::ValuesIn(knownCodes));
 
 TEST_F(DialogErrorTest, NoTwoCodesHaveTheSameWording) {
-    std::set<std::string> wordings{GetString(clsDialogError::cancelled)};
+    std::set<std::string> wordings{GetString("CMDLGDE.DLL", clsDialogError::cancelled)};
 
     for (const std::uint32_t code : knownCodes) {
-        wordings.insert(GetString(code));
+        wordings.insert(GetString("CMDLGDE.DLL", code));
     }
 
     EXPECT_EQ(wordings.size(), knownCodes.size() + 1);
+}
+
+TEST_F(DialogErrorTest, ATextIsLoadedFromItsLibraryByNumber) {
+    EXPECT_EQ(GetString("CMDLGDE.DLL", 0x3003), "Buffer too small.\r\nPlease select less files.");
+    EXPECT_EQ(GetString("cmdlgde.dll", 0x3003), "Buffer too small.\r\nPlease select less files.");
+}
+
+TEST_F(DialogErrorTest, ATextThatTheLibraryDoesNotHoldIsEmpty) {
+    EXPECT_EQ(GetString("CMDLGDE.DLL", 0x1234), "");
+}
+
+TEST_F(DialogErrorTest, ALibraryThatIsNotThereHasNoTexts) {
+    EXPECT_EQ(GetString("OTHER.DLL", 0x3003), "");
+    EXPECT_EQ(GetString("", 0x3003), "");
+}
+
+TEST_F(DialogErrorTest, TheDesktopsOwnCodeIsKeptBesideTheNumber) {
+    fail(0x3002);
+    EXPECT_EQ(dialog.DialogError().LastDllError(), 0x3002U);
+
+    fail(0);
+
+    EXPECT_EQ(dialog.DialogError().Number(), 32755U);
+    EXPECT_EQ(dialog.DialogError().LastDllError(), 0U);
+    EXPECT_EQ(dialog.DialogError().HelpContext(), 0U);
 }
 
 TEST_F(DialogErrorTest, AnUnknownCodeIsTheNumberWithoutAWording) {
@@ -129,22 +154,26 @@ TEST_F(DialogErrorTest, ACancelledDialogReplacesTheErrorOfTheDialogBefore) {
 TEST_F(DialogErrorTest, HoldsWhatWasRaised) {
     clsDialogError error;
 
-    error.Raise(17, "source", "description");
+    error.Raise(17, "source", "description", 18, 19);
 
     EXPECT_EQ(error.Number(), 17U);
     EXPECT_EQ(error.Source(), "source");
     EXPECT_EQ(error.Description(), "description");
+    EXPECT_EQ(error.LastDllError(), 18U);
+    EXPECT_EQ(error.HelpContext(), 19U);
 }
 
 TEST_F(DialogErrorTest, ClearedHoldsNothing) {
     clsDialogError error;
-    error.Raise(17, "source", "description");
+    error.Raise(17, "source", "description", 18, 19);
 
     error.Clear();
 
     EXPECT_EQ(error.Number(), 0U);
     EXPECT_EQ(error.Source(), "");
     EXPECT_EQ(error.Description(), "");
+    EXPECT_EQ(error.LastDllError(), 0U);
+    EXPECT_EQ(error.HelpContext(), 0U);
 }
 
 } // namespace

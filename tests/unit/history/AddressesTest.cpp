@@ -272,6 +272,12 @@ TEST_F(AddressesTest, EqualOnesStandTheLaterFirst) {
     EXPECT_EQ(byAddress(), " 10.0.0.2\r\n10.0.0.2 \r\n10.0.0.2\r\n");
 }
 
+TEST_F(AddressesTest, EqualOnesThatAllHaveBlanksAroundThemStandTheLaterFirstToo) {
+    importAddresses({"10.0.0.2 ", " 10.0.0.2"});
+
+    EXPECT_EQ(byAddress(), " 10.0.0.2\r\n10.0.0.2 \r\n");
+}
+
 TEST_F(AddressesTest, AnAddressThatIsNotThereIsNeverShown) {
     importAddresses({"10.0.0.2"});
 

@@ -144,6 +144,59 @@ TEST_F(ExportTest, AnExistingFileIsReplaced) {
     EXPECT_EQ(exportedTo(csvPath), std::string(header) + "1;a;b;00:00:00:003;1;2;x\r\n");
 }
 
+/// A name that is typed while there is a file that it would become.
+struct TypedName {
+    const char* typed;
+    std::uint32_t filter;
+    const char* written;
+};
+
+class CompletedNameTest : public ExportTest, public testing::WithParamInterface<TypedName> {
+protected:
+    CompletedNameTest() {
+        import(numberedLog(1));
+        choose(GetParam().typed, GetParam().filter);
+        machine.files.setFile(GetParam().written, "old");
+    }
+
+    void expectQuestion(MsgBoxAnswer answer) {
+        expectBox("history.csv already exists.\rDo you want to replace it?", MsgBoxButtons::YesNo,
+                  MsgBoxIcon::Exclamation, answer);
+    }
+};
+
+TEST_P(CompletedNameTest, IsAskedAboutBeforeItsFileIsReplaced) {
+    expectQuestion(MsgBoxAnswer::Yes);
+
+    EXPECT_NE(exportedTo(GetParam().written), "old");
+}
+
+TEST_P(CompletedNameTest, KeepsItsFileWhenTheUserSaysNo) {
+    expectQuestion(MsgBoxAnswer::No);
+    const Texts before = everything();
+
+    window().cmdExport.press();
+
+    EXPECT_EQ(machine.files.file(GetParam().written), "old");
+    EXPECT_EQ(machine.files.replacements, 0);
+    EXPECT_EQ(everything(), before);
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, CompletedNameTest,
+                         testing::Values(TypedName{"E:\\history", 1, "E:\\history.csv"},
+                                         TypedName{"/mnt/history", 1, "/mnt/history.csv"},
+                                         TypedName{" history ", 1, "history.csv"}));
+
+TEST_F(ExportTest, AFolderOfTheCompletedNameCannotBeReplacedAndIsNotAskedAbout) {
+    import(numberedLog(1));
+    choose("E:\\a", 1);
+    machine.files.setKind("E:\\a.csv", FileKind::Directory);
+    machine.files.replaceFailure = ErrorNumber::PathFileAccess;
+    expectError("75 (Path/File access error)", "cmdExport_Click");
+
+    window().cmdExport.press();
+}
+
 TEST_F(ExportTest, ANarrowedRangeExportsAllRecords) {
     import(numberedLog(3));
     select(2);

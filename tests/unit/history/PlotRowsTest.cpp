@@ -1,6 +1,7 @@
 #include "history/ChartWorld.h"
 
 #include <limits>
+#include <utility>
 
 namespace tarvik {
 namespace {
@@ -107,7 +108,7 @@ TEST_F(PlotRowsTest, WhatTheUserReadsOffIsOfTheNewValues) {
 
     EXPECT_EQ(chart().readRow(), Chart::none);
     chart().setReadRow(1);
-    EXPECT_EQ(chart().reading(), "2: Rcvd 200; Sent 2");
+    EXPECT_EQ(chart().reading(), "2 (16.11.2026 08:15:22): Rcvd 200 bytes; Sent 2 bytes");
 }
 
 TEST_F(PlotRowsTest, NumbersAreReadOffAsTheUserWritesThem) {
@@ -117,7 +118,7 @@ TEST_F(PlotRowsTest, NumbersAreReadOffAsTheUserWritesThem) {
     plotted(received, asRecorded, 1);
 
     chart().setReadRow(0);
-    EXPECT_EQ(chart().reading(), "1: Rcvd 1.205,6318");
+    EXPECT_EQ(chart().reading(), "1 (16.11.2026 08:15:22): Rcvd 1.205,6318 kilo-bytes");
 }
 
 /// Records that do not fit each other, or a range that does not fit them.
@@ -170,17 +171,19 @@ TEST_F(PlotRowsTest, TheLastRecordIsWithinTheRange) {
     EXPECT_EQ(plotted(sent), (Values{5}));
 }
 
-TEST_F(PlotRowsTest, AZeroReferenceIsReportedOnceAndTheChartKeepsWhatItDrew) {
+TEST_F(PlotRowsTest, AZeroReferenceIsReportedOnceAndLeavesAllPlacesEmpty) {
     hold({{0, 10, 1}, {0, 20, 2}, {0, 0, 3}});
     plotted(duration);
     choose(both, percentual);
-    const auto before = shown();
     expectError("11 (Division by zero)", "GetTransferNthRow");
 
     PlotRows();
 
-    EXPECT_EQ(shown(), before);
-    EXPECT_EQ(valueTitle(), "transfer (percent)");
+    EXPECT_EQ(chart().columnCount(), 2);
+    EXPECT_EQ(rowLabels(), (Labels{"1", "2", "3"}));
+    EXPECT_EQ(chart().filledRows(), 0);
+    EXPECT_EQ(chart().drawnValueTitle(), "transfer (percent)");
+    EXPECT_EQ(chart().emptyText(), "Record 1 could not be calculated.");
 }
 
 TEST_F(PlotRowsTest, AZeroReferenceOfTheSecondColumnIsReportedOnceToo) {
@@ -188,12 +191,120 @@ TEST_F(PlotRowsTest, AZeroReferenceOfTheSecondColumnIsReportedOnceToo) {
     range(2, 3);
     plotted(received);
     choose(both, percentual);
-    const auto before = shown();
     expectError("11 (Division by zero)", "GetTransfer1stRow");
 
     PlotRows();
 
-    EXPECT_EQ(shown(), before);
+    EXPECT_EQ(rowLabels(), (Labels{"2", "3"}));
+    EXPECT_EQ(chart().filledRows(), 0); // the first column alone would be half a record
+    EXPECT_EQ(chart().emptyText(), "Record 2 could not be calculated.");
+}
+
+TEST_F(PlotRowsTest, NothingOfOtherRecordsStaysWhenNoneCanBeCalculated) {
+    holdRising(30);
+    plotted(both, percentual);
+    hold({{1, 10, 1}, {2, 20, 2}, {0, 0, 3}});
+    expectError("11 (Division by zero)", "GetTransferNthRow");
+
+    PlotRows();
+
+    EXPECT_EQ(chart().rowCount(), 3);
+    EXPECT_EQ(column(0), (Values{0, 0, 0}));
+    EXPECT_EQ(column(1), (Values{0, 0, 0}));
+    EXPECT_EQ(chart().filledRows(), 0);
+}
+
+TEST_F(PlotRowsTest, RecordsBeforeTheOneThatCannotBeCalculatedAreDrawn) {
+    holdRising(12);
+    data().log.rcvd[6] = Currency::fromScaled(std::numeric_limits<std::int64_t>::max());
+    choose(total);
+    expectError("6 (Overflow)", "GetTransfer1stRow");
+
+    PlotRows();
+
+    EXPECT_EQ(chart().filledRows(), 6);
+    EXPECT_EQ(column(0), (Values{101, 202, 303, 404, 505, 606, 0, 0, 0, 0, 0, 0}));
+    EXPECT_EQ(chart().drawnTitle(), "Data total (received+sent)");
+}
+
+TEST_F(PlotRowsTest, ReadingsTellNoMomentOfAnotherImport) {
+    holdRising(3);
+    plotted(sent);
+
+    ++data().imports;
+
+    chart().setReadRow(1);
+    EXPECT_EQ(chart().reading(), "2: Sent 2 bytes");
+}
+
+TEST_F(PlotRowsTest, ReadingsTellUnitDateAndTime) {
+    hold({{7, 2048, 90'000}, {14, 4096, 45'000}});
+    const auto readingOf = [this](int show, int type, int unit) {
+        plotted(show, type, unit);
+        chart().setReadRow(0);
+        return chart().reading();
+    };
+    const std::string moment = "1 (16.11.2026 08:15:22): ";
+
+    EXPECT_EQ(readingOf(received, asRecorded, 0), moment + "Rcvd 2,048 bytes");
+    EXPECT_EQ(readingOf(received, asRecorded, 1), moment + "Rcvd 2 kilo-bytes");
+    EXPECT_EQ(readingOf(received, asRecorded, 2), moment + "Rcvd 0.002 mega-bytes");
+    EXPECT_EQ(readingOf(received, asRecorded, 3), moment + "Rcvd 0 giga-bytes");
+    EXPECT_EQ(readingOf(both, percentual, 1), moment + "Rcvd 50%; Sent 50%");
+    EXPECT_EQ(readingOf(duration, differential, 0), moment + "Duration 90,000 milli-seconds");
+    EXPECT_EQ(readingOf(duration, asRecorded, 1), moment + "Duration 90 seconds");
+    EXPECT_EQ(readingOf(duration, asRecorded, 2), moment + "Duration 1.5 minutes");
+    EXPECT_EQ(readingOf(duration, asRecorded, 3), moment + "Duration 0.025 hours");
+    EXPECT_EQ(readingOf(duration, percentual, 3), moment + "Duration 200%");
+}
+
+TEST_F(PlotRowsTest, ReadingsTellNoMomentThatWasNotRecorded) {
+    hold({{0, 1, 0}, {0, 2, 0}, {0, 3, 0}});
+    data().log.date = {};
+    data().log.time = {};
+    for (const auto& [date, time] :
+         {std::pair("", ""), std::pair("1.2.2026", ""), std::pair("", "8:00")}) {
+        data().log.date.add(date);
+        data().log.time.add(time);
+    }
+    plotted(received);
+
+    Labels readings;
+    for (int row = 0; row < 3; ++row) {
+        chart().setReadRow(row);
+        readings.push_back(chart().reading());
+    }
+
+    EXPECT_EQ(readings,
+              (Labels{"1: Rcvd 1 bytes", "2 (1.2.2026): Rcvd 2 bytes", "3 (8:00): Rcvd 3 bytes"}));
+}
+
+TEST_F(PlotRowsTest, WhileItIsFilledItsTitlesAreThoseOfItsValues) {
+    holdRising(30);
+    plotted(both);
+    bool looked = false;
+    whileFilling([&] {
+        looked = true;
+        EXPECT_EQ(chart().drawnTitle(), "Data sent/received");
+        EXPECT_EQ(chart().drawnValueTitle(), "transfer (bytes)");
+    });
+
+    window().cboDataToShow.setListIndex(duration);
+
+    EXPECT_TRUE(looked);
+    EXPECT_EQ(chart().drawnTitle(), "Duration of connections");
+    EXPECT_EQ(chart().drawnValueTitle(), "duration (milli-secs)");
+}
+
+TEST_F(PlotRowsTest, AClearedChartTellsHowToFillIt) {
+    holdRising(3);
+    plotted(both);
+
+    ClearDiagram();
+
+    EXPECT_EQ(chart().rowCount(), 0);
+    EXPECT_EQ(chart().summary(),
+              "Nothing to show yet. Press \"Import...\" to read the recorded connections.");
 }
 
 TEST_F(PlotRowsTest, TheDrawingStopsAtTheRecordThatCannotBeCalculated) {
@@ -218,7 +329,8 @@ TEST_F(PlotRowsTest, AMissingDurationIsAnErrorAndNotACorruption) {
 
     PlotRows();
 
-    EXPECT_EQ(chart().rowCount(), 0);
+    EXPECT_EQ(chart().rowCount(), 3);
+    EXPECT_EQ(chart().filledRows(), 2);
 }
 
 struct EventRounds {
@@ -271,7 +383,7 @@ TEST_F(PlotRowsTest, WhileItIsFilledTheChartShowsWhatItShowed) {
     whileFilling([&] {
         looked = true;
         EXPECT_EQ(shown(), before);
-        EXPECT_EQ(chart().reading(), "5: Rcvd 500; Sent 5");
+        EXPECT_EQ(chart().reading(), "5 (16.11.2026 08:15:22): Rcvd 500 bytes; Sent 5 bytes");
     });
 
     PlotRows();
@@ -306,7 +418,9 @@ TEST_F(PlotRowsTest, FewerRowsWithOtherLabelsAreNotReadOffBeyondTheirEnd) {
 
     chart().attach(nullptr);
     for (const std::string& reading : view.readings) {
-        EXPECT_TRUE(reading == "1000: Duration 1,000,000" || reading.empty()) << reading;
+        EXPECT_TRUE(reading == "1,000 (16.11.2026 08:15:22): Duration 1,000,000 milli-seconds" ||
+                    reading.empty())
+            << reading;
     }
 }
 

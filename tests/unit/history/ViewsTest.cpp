@@ -1,6 +1,9 @@
 #include "history/HistoryTest.h"
 #include "ui/frmHistoryEvents.h"
 
+#include <algorithm>
+#include <array>
+
 namespace tarvik {
 namespace {
 
@@ -79,6 +82,52 @@ TEST_F(ViewsTest, ChoosingAnOptionShowsItsView) {
 
     EXPECT_TRUE(window().frameHistory.visible());
     EXPECT_FALSE(window().frameStatisticsIP.visible());
+}
+
+/// Counts how many views are visible at once, each time that one comes or goes.
+class ViewCounter : public ControlView {
+public:
+    explicit ViewCounter(FrmHistory& window) : window_(window) {
+        for (Frame* view : views()) {
+            view->attach(this);
+        }
+    }
+    ~ViewCounter() override {
+        for (Frame* view : views()) {
+            view->attach(nullptr);
+        }
+    }
+    ViewCounter(const ViewCounter&) = delete;
+    ViewCounter& operator=(const ViewCounter&) = delete;
+
+    void refresh(Property) override {
+        int count = 0;
+        for (const Frame* view : views()) {
+            count += view->visible() ? 1 : 0;
+        }
+        most = std::max(most, count);
+    }
+
+    int most = 0;
+
+private:
+    std::array<Frame*, 3> views() const {
+        return {&window_.frameHistory, &window_.frameStatistics, &window_.frameStatisticsIP};
+    }
+
+    FrmHistory& window_;
+};
+
+TEST_F(ViewsTest, NeverAreTwoViewsShownAtOnce) {
+    ViewCounter counter(window());
+
+    for (OptionButton* option :
+         {&window().optStatistics, &window().optHistory, &window().optStatisticsIP,
+          &window().optStatistics, &window().optStatisticsIP, &window().optHistory}) {
+        option->setValue(true);
+    }
+
+    EXPECT_EQ(counter.most, 1);
 }
 
 TEST_F(ViewsTest, TheChartIsShownAtFirst) {

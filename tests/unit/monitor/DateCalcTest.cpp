@@ -215,6 +215,13 @@ TEST_F(DateCalcTest, ADayCriterionIsNeverDue) {
     }
 }
 
+TEST_F(DateCalcTest, TheDayAfterALateTimeOnTheLastDayBeforeDayZeroIsDayZeroAtThatTime) {
+    // The calendar's days count from 30 December 1899; before it the time of day counts backwards.
+    setNow(on(1899, 12, 30));
+
+    EXPECT_EQ(boundary(MiddleOfDay, on(1899, 12, 29, 6)), "1899-12-31");
+}
+
 // The week.
 
 TEST_F(DateCalcTest, TheMiddleOfTheWeekAfterAThursdayIsTheNextThursday) {

@@ -67,7 +67,7 @@ TEST_F(FollowingSessionTest, OfTheSameEntryAsTheLastOfTwoKeepsWhatTheOneBeforeCo
     EXPECT_EQ(window().txtBytesRcvdTotal.text(), "5,070");
 }
 
-TEST_F(FollowingSessionTest, AfterTheFirstOfTwoAddsNothing) {
+TEST_F(FollowingSessionTest, AfterTheFirstOfTwoKeepsWhatTheOneBeforeCounted) {
     secondOfTwo();
     RAS_STATS& first = line().connections.front().statistics;
     first = {};
@@ -76,8 +76,8 @@ TEST_F(FollowingSessionTest, AfterTheFirstOfTwoAddsNothing) {
 
     tick();
 
-    EXPECT_EQ(window().txtBytesRcvdTotal.text(), "5,000");
-    EXPECT_EQ(state().BytesRcvdTotal, Currency(0));
+    EXPECT_EQ(window().txtBytesRcvdTotal.text(), "5,100");
+    EXPECT_EQ(state().BytesRcvdTotal, Currency(100));
 }
 
 TEST_F(FollowingSessionTest, AfterADeclinedLastOfTwoIsCountedFromItsBeginning) {
@@ -152,6 +152,193 @@ TEST_F(FollowingSessionTest, OnALineThatCountsFurtherIsNotSeenInAPassOfTheEnd) {
 
     EXPECT_EQ(state().BytesRcvdTotal, Currency(0));
     EXPECT_EQ(window().txtBytesRcvdTotal.text(), "4,294,967,400");
+}
+
+TEST_F(FollowingSessionTest, OfFewerBytesInMoreFramesIsNoPassOfTheEnd) {
+    const std::uint32_t handle = dialledConnection("Harbour");
+    line().transfer(handle, 5000, 300, 60'000);
+    setFrames(handle, 20, 10);
+    tick();
+    line().connection(handle)->statistics = {};
+    line().transfer(handle, 3000, 400, 90'000);
+    setFrames(handle, 45, 12);
+
+    tick();
+
+    EXPECT_EQ(state().BytesRcvdCurrent, Long(3000));
+    EXPECT_EQ(window().txtBytesRcvdTotal.text(), "8,000");
+    EXPECT_EQ(window().txtBytesSentTotal.text(), "700");
+    EXPECT_EQ(state().DurationTotal, Currency(60'000));
+}
+
+TEST_F(FollowingSessionTest, OfFewerSentBytesInMoreFramesIsNoPassOfTheEnd) {
+    const std::uint32_t handle = dialledConnection("Harbour");
+    line().transfer(handle, 300, 5000, 60'000);
+    setFrames(handle, 10, 20);
+    tick();
+    line().connection(handle)->statistics = {};
+    line().transfer(handle, 400, 3000, 90'000);
+    setFrames(handle, 12, 45);
+
+    tick();
+
+    EXPECT_EQ(window().txtBytesSentTotal.text(), "8,000");
+}
+
+TEST_F(FollowingSessionTest, AsManyBytesAsFramesCanCarryAreAPassOfTheEnd) {
+    const std::uint32_t handle = dialledConnection("Harbour");
+    line().transfer(handle, lastCounter, 0, 60'000);
+    setFrames(handle, 4'000'000, 0);
+    tick();
+    // Three frames and one under way, of 65,536 bytes each; the pass itself takes the first byte.
+    line().transfer(handle, 4 * 65'536, 0, 1000);
+    setFrames(handle, 4'000'003, 0);
+
+    tick();
+
+    EXPECT_EQ(state().BytesRcvdTotal, Currency(0));
+    EXPECT_EQ(window().txtBytesRcvdTotal.text(), "4,295,229,439");
+}
+
+TEST_F(FollowingSessionTest, OneByteMoreThanFramesCanCarryIsNone) {
+    const std::uint32_t handle = dialledConnection("Harbour");
+    line().transfer(handle, lastCounter, 0, 60'000);
+    setFrames(handle, 4'000'000, 0);
+    tick();
+    line().transfer(handle, 4 * 65'536 + 1, 0, 1000);
+    setFrames(handle, 4'000'003, 0);
+
+    tick();
+
+    EXPECT_EQ(state().BytesRcvdCurrent, Long(262'144));
+}
+
+TEST_F(FollowingSessionTest, WithoutFramesAFallOfMoreThanHalfTheRangeIsAPassOfTheEnd) {
+    const std::uint32_t handle = dialledConnection("Harbour");
+    line().transfer(handle, 3'000'000'000, 0, 60'000);
+    tick();
+    line().connection(handle)->statistics.dwBytesRcved = 852'516'351; // 2^31 - 1 further
+    line().connection(handle)->statistics.dwConnectDuration = 61'000;
+
+    tick();
+
+    EXPECT_EQ(window().txtBytesRcvdTotal.text(), "5,147,483,647");
+}
+
+TEST_F(FollowingSessionTest, WithoutFramesAFallOfHalfTheRangeIsAnotherSessions) {
+    const std::uint32_t handle = dialledConnection("Harbour");
+    line().transfer(handle, 3'000'000'000, 0, 60'000);
+    tick();
+    line().connection(handle)->statistics.dwBytesRcved = 852'516'352;
+    line().connection(handle)->statistics.dwConnectDuration = 61'000;
+
+    tick();
+
+    EXPECT_EQ(state().BytesRcvdCurrent, Long(852'516'352));
+    EXPECT_EQ(window().txtBytesRcvdTotal.text(), "3,852,516,352");
+}
+
+TEST_F(FollowingSessionTest, WithoutFramesAndWithoutTimeFewerBytesAreAnotherSessions) {
+    const std::uint32_t handle = dialledConnection("Harbour");
+    line().transfer(handle, 5000, 300, 60'000);
+    tick();
+    line().connection(handle)->statistics.dwBytesRcved = 3000;
+
+    tick();
+
+    EXPECT_EQ(state().BytesRcvdCurrent, Long(3000));
+    EXPECT_EQ(state().BytesRcvdTotal, Currency(5000));
+}
+
+TEST_F(FollowingSessionTest, AfterAHangUpByTheProgramIsAnotherWhateverItsFigures) {
+    const std::uint32_t handle = dialledConnection("Harbour");
+    line().transfer(handle, 5000, 300, 60'000);
+    tick();
+    window().cmdDisconnect.press();
+    line().transfer(line().connect("Harbour"), 9000, 400, 61'000);
+
+    tick();
+
+    EXPECT_EQ(state().BytesRcvdTotal, Currency(5000));
+    EXPECT_EQ(window().txtBytesRcvdTotal.text(), "14,000");
+}
+
+TEST_F(FollowingSessionTest, DialledByTheProgramIsAnotherWhateverItsFigures) {
+    const std::uint32_t handle = dialledConnection("Harbour");
+    line().transfer(handle, 5000, 300, 60'000);
+    tick();
+    line().disconnect(handle);
+    window().cmdConnect.press();
+    line().transfer(line().connections.front().handle, 9000, 400, 61'000);
+
+    tick();
+
+    EXPECT_EQ(window().txtBytesRcvdTotal.text(), "14,000");
+}
+
+TEST_F(FollowingSessionTest, DialledByTheProgramUnderTheSameHandleIsAnotherWhateverItsFigures) {
+    const std::uint32_t handle = dialledConnection("Harbour");
+    line().transfer(handle, 5000, 300, 60'000);
+    tick();
+    line().disconnect(handle);
+    window().cmdConnect.press();
+    line().connections.front().handle = handle;
+    state().DialledConnection = handle;
+    line().transfer(handle, 9000, 400, 61'000);
+
+    tick();
+
+    EXPECT_EQ(state().BytesRcvdCurrent, Long(9000));
+    EXPECT_EQ(window().txtBytesRcvdTotal.text(), "14,000");
+    line().transfer(handle, 1, 0, 1000);
+    tick();
+    EXPECT_EQ(window().txtBytesRcvdTotal.text(), "14,001");
+}
+
+TEST_F(FollowingSessionTest, ADialOfWhatIsUpAlreadyIsNoOtherSession) {
+    line().joinsRunning = true;
+    const std::uint32_t handle = dialledConnection("Harbour");
+    line().transfer(handle, 5000, 300, 60'000);
+    tick();
+
+    window().cmdConnect.press();
+    line().transfer(handle, 10, 0, 1000);
+    tick();
+    window().cmdConnect.press();
+    tick();
+
+    EXPECT_EQ(state().BytesRcvdTotal, Currency(0));
+    EXPECT_EQ(window().txtBytesRcvdTotal.text(), "5,010");
+}
+
+TEST_F(FollowingSessionTest, ALineThatLingersAfterItsHangUpIsCountedOnce) {
+    const std::uint32_t handle = dialledConnection("Harbour");
+    line().transfer(handle, 5000, 300, 60'000);
+    tick();
+    const auto lingering = line().connections;
+    window().cmdDisconnect.press();
+    line().connections = lingering;
+    line().transfer(handle, 10, 0, 500);
+    tick();
+    EXPECT_EQ(window().txtBytesRcvdTotal.text(), "5,010");
+    line().disconnect(handle);
+
+    tick();
+
+    EXPECT_EQ(window().txtBytesRcvdTotal.text(), "5,010");
+}
+
+TEST_F(FollowingSessionTest, OnAServiceThatKeepsHandlesANewOneIsAnotherWhateverItsFigures) {
+    line().renumbersConnections = false;
+    const std::uint32_t handle = dialledConnection("Harbour");
+    setTotals(handle, 100'000'000, 300, 60'000);
+    tick();
+    line().disconnect(handle);
+    setTotals(line().connect("Harbour"), 100'000'500, 300, 61'000);
+
+    tick();
+
+    EXPECT_EQ(window().txtBytesRcvdTotal.text(), "200,000,500");
 }
 
 TEST_F(FollowingSessionTest, CountersThatWereClearedAndOvertakenInOneDirectionCountWhole) {

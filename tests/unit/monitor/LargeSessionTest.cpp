@@ -25,10 +25,11 @@ protected:
         return line().connect("Harbour");
     }
 
-    /// A tick after each amount that was received meanwhile.
+    /// A tick after each amount that was received meanwhile, in frames of 1,000 bytes.
     void receive(std::uint32_t handle, std::initializer_list<std::uint32_t> amounts) {
         for (const std::uint32_t bytes : amounts) {
             line().transfer(handle, bytes, 0, 1000);
+            line().connection(handle)->statistics.dwFramesRcved += bytes / 1000;
             tick();
         }
     }
@@ -219,8 +220,10 @@ TEST_F(LargeSessionTest, TheStatisticsShowTheWholeSession) {
     forms().frmStatistics.chkActiveConnection.setValue(1);
     const std::uint32_t handle = dialledConnection();
     line().transfer(handle, 4'000'000'000, 0, 1'000'000);
+    line().connection(handle)->statistics.dwFramesRcved = 4'000'000;
     tick();
     line().transfer(handle, 4'000'000'000, 0, 1'000'000);
+    line().connection(handle)->statistics.dwFramesRcved = 8'000'000;
 
     tick();
 

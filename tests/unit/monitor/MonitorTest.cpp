@@ -41,6 +41,19 @@ TEST_F(MonitorTest, ATickTakesTheCountersOfTheLine) {
     EXPECT_EQ(state().DurationCurrent, Long(1500));
 }
 
+TEST_F(MonitorTest, OnePastTheLastConnectionIsNoneAndItsReadingIsTaken) {
+    const std::uint32_t handle = dialledConnection();
+    line().connection(handle)->totals = LineTotals{.bytesRcvd = 77};
+    state().RasConnections.assign(2, RASCONNA{});
+    state().RasConnections.back().hrasconn = handle;
+    state().RasConnections.pop_back();
+    expectError("9 (Subscript out of range)", "SetActiveConnection");
+
+    EXPECT_TRUE(HandleOnline(1, statistics(5000, 0, 1)));
+
+    EXPECT_EQ(state().BytesRcvdCurrent, Long(5000));
+}
+
 TEST_F(MonitorTest, TheTimerTicksAtTheRefreshInterval) {
     line().transfer(dialledConnection(), 1, 1, 1);
     EXPECT_EQ(frmMain().timUpdateStats.interval(), 1000);

@@ -120,12 +120,12 @@ TEST_F(TextPictureTest, APictureIsAMark) {
     EXPECT_EQ(lineOf(row({item(lamp), item(label)})), "(*)  on");
 }
 
-TEST_F(TextPictureTest, WhatIsHiddenIsNotThere) {
+TEST_F(TextPictureTest, WhatIsHiddenLeavesItsPlaceEmpty) {
     Label seen(form, "lblSeen", {.caption = "a caption"});
     Label hidden(form, "lblHidden", {.caption = "secret"});
     hidden.setVisible(false);
 
-    EXPECT_EQ(lineOf(row({item(hidden), item(seen)})), "a caption");
+    EXPECT_EQ(lineOf(row({item(hidden), item(seen)})), "        a caption");
 }
 
 TEST_F(TextPictureTest, LettersOfSeveralBytesTakeOneCell) {

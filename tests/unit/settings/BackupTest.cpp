@@ -5,11 +5,13 @@
 #include "startup/mdlStartUp.h"
 #include "startup/mdlVar.h"
 #include "support/WorldTest.h"
+#include "types/Text.h"
 
 namespace tarvik {
 namespace {
 
 constexpr const char* backupPath = "C:\\Prog\\Tarvik.2026-11-16.ini";
+constexpr const char* numberedPath = "C:\\Prog\\Tarvik.2026-11-16.1.ini";
 
 class BackupTest : public WorldTest {
 protected:
@@ -77,16 +79,90 @@ TEST_F(BackupTest, AMissingFileIsMadeAndMoved) {
     EXPECT_FALSE(machine.files.exists(iniPath));
 }
 
-TEST_F(BackupTest, ASecondBackupOfTheDayReplacesTheFirst) {
+TEST_F(BackupTest, ASecondBackupOfTheDayHasTheNameAndTheFirstANumber) {
     setTotals(1, 2, 3);
     BackupINIFile();
+    const std::string first = backup();
     setTotals(4, 5, 6);
     const std::string content = saved();
 
     EXPECT_TRUE(BackupINIFile());
 
     EXPECT_EQ(backup(), content);
+    EXPECT_EQ(machine.files.file(numberedPath), first);
     EXPECT_FALSE(machine.files.exists(iniPath));
+}
+
+TEST_F(BackupTest, EachFurtherBackupGivesTheOneBeforeTheNextFreeNumber) {
+    machine.files.setFile("C:\\Prog\\Tarvik.2026-11-16.2.ini", "another's");
+    std::vector<std::string> contents;
+    for (int i = 1; i <= 4; ++i) {
+        setTotals(i, i, i);
+        contents.push_back(saved());
+        EXPECT_TRUE(BackupINIFile());
+    }
+
+    EXPECT_EQ(backup(), contents[3]);
+    EXPECT_EQ(machine.files.file(numberedPath), contents[0]);
+    EXPECT_EQ(machine.files.file("C:\\Prog\\Tarvik.2026-11-16.2.ini"), "another's");
+    EXPECT_EQ(machine.files.file("C:\\Prog\\Tarvik.2026-11-16.3.ini"), contents[1]);
+    EXPECT_EQ(machine.files.file("C:\\Prog\\Tarvik.2026-11-16.4.ini"), contents[2]);
+}
+
+TEST_F(BackupTest, ABackupWhoseRecordsAreAllInTheNewOneIsReplaced) {
+    setTotals(1, 2, 3);
+    machine.files.setFile(backupPath, saved());
+    machine.clock.advanceSeconds(60);
+    setTotals(4, 5, 6);
+
+    EXPECT_TRUE(BackupINIFile());
+
+    EXPECT_NE(backup().find("LastDateStamp=2\r\n"), std::string::npos);
+    EXPECT_FALSE(machine.files.exists(numberedPath));
+}
+
+TEST_F(BackupTest, ARecordThatDiffersInOneValueIsAnotherRecord) {
+    setTotals(1, 2, 3);
+    std::string other = saved();
+    other.replace(other.find("Duration=3"), 10, "Duration=4");
+    machine.files.setFile(backupPath, other);
+
+    EXPECT_TRUE(BackupINIFile());
+
+    EXPECT_EQ(machine.files.file(numberedPath), other);
+}
+
+TEST_F(BackupTest, ABackupWithoutRecordsIsReplaced) {
+    machine.files.setFile(backupPath, "[Settings]\r\nLastDateStamp=2147483647\r\n");
+    setTotals(1, 2, 3);
+
+    EXPECT_TRUE(BackupINIFile());
+
+    EXPECT_FALSE(machine.files.exists(numberedPath));
+}
+
+TEST_F(BackupTest, ABackupThatCannotBeReadIsNotReplacedAndThatIsReported) {
+    machine.files.setFile(backupPath, "who knows");
+    machine.files.setUnreadable(backupPath);
+    setTotals(1, 2, 3);
+    const std::string content = saved();
+    expectError("75 (Path/File access error)", "BackupINIFile");
+
+    EXPECT_FALSE(BackupINIFile());
+
+    EXPECT_EQ(backup(), "who knows");
+    EXPECT_EQ(ini(), content);
+}
+
+TEST_F(BackupTest, ABackupThatCannotBeLookedAtIsNotReplacedAndThatIsReported) {
+    machine.files.setKind(backupPath, FileKind::Other);
+    setTotals(1, 2, 3);
+    const std::string content = saved();
+    expectError("75 (Path/File access error)", "BackupINIFile");
+
+    EXPECT_FALSE(BackupINIFile());
+
+    EXPECT_EQ(ini(), content);
 }
 
 TEST_F(BackupTest, BackupsOfTwoDaysStandBesideEachOther) {
@@ -134,6 +210,25 @@ TEST_P(BackupNameTest, HoldsTheDate) {
 }
 
 constexpr CivilTime may{2026, 5, 3, 23, 59, 59};
+
+TEST_P(BackupNameTest, TheNumberStandsBehindTheDate) {
+    machine.clock.set(GetParam().today);
+    const std::string file = GetParam().file;
+    const std::string aside = GetParam().backup;
+    const bool usual = file.size() > 4 && upperCase(file).ends_with(".INI");
+    const std::string numbered =
+        usual ? aside.substr(0, aside.size() - 4) + ".1" + aside.substr(aside.size() - 4)
+              : aside + ".1";
+    machine.files.setKind(iniPath, FileKind::Directory);
+    expectWarning("Error: INI file exists as directory.");
+    machine.files.setFile(file, "[Other]\r\n");
+    machine.files.setFile(aside, "[Settings]\r\nLastDateStamp=1\r\nDateStamp1=r\r\n");
+    state().IniFileName = file;
+
+    EXPECT_TRUE(BackupINIFile());
+
+    EXPECT_TRUE(machine.files.exists(numbered)) << numbered;
+}
 
 INSTANTIATE_TEST_SUITE_P(
     Each, BackupNameTest,
@@ -240,9 +335,9 @@ TEST_F(BackupTest, AFileThatCannotBeDeletedStaysBesideItsBackupAndIsReported) {
 /// Files whose writing makes the program forget the name of the one in use.
 class ForgettingFiles : public ScriptedFiles {
 public:
-    FileResult replace(const std::string& path,
-                       const std::vector<std::string_view>& pieces) override {
-        const FileResult result = ScriptedFiles::replace(path, pieces);
+    FileResult replaceIf(const std::string& path, const std::vector<std::string_view>& pieces,
+                         const LastLook& stillRight) override {
+        const FileResult result = ScriptedFiles::replaceIf(path, pieces, stillRight);
         state().IniFileName.clear();
         return result;
     }

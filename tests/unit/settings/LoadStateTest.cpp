@@ -117,6 +117,18 @@ INSTANTIATE_TEST_SUITE_P(
                     ByteCase{"TransferTicker", 18}),
     [](const auto& given) { return given.param.key; });
 
+TEST_F(LoadStateTest, AFileWhoseLoadEndsHalfwayIsCopiedBeforeAnythingIsSaved) {
+    machine.clock.set({2026, 11, 22, 9, 30, 0});
+    const std::string damaged = "[Settings]\r\nUnitTransferCurrent=300\r\nRefreshInterval=500\r\n";
+    setIni(damaged);
+    expectError("6 (Overflow)", "LoadState");
+
+    EXPECT_FALSE(LoadState());
+
+    EXPECT_EQ(machine.files.file("C:\\Prog\\Tarvik.2026-11-22.ini"), damaged);
+    EXPECT_EQ(ini(), damaged);
+}
+
 TEST_F(LoadStateTest, TheTotalsAreReadBeforeASettingThatDoesNotFit) {
     setIni("[Settings]\r\nLastState=r\r\nUnitTransferCurrent=300\r\n[r]\r\nSent=7\r\n");
     expectError("6 (Overflow)", "LoadState");

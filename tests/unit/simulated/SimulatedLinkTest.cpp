@@ -347,5 +347,17 @@ TEST_F(SimulatedLinkTest, ATextIsCutToTheBuffer) {
     EXPECT_STREQ(buffer.data(), "The");
 }
 
+TEST_F(SimulatedLinkTest, ALineThatStandsStillIsOfOneAge) {
+    link.standStillAt(4632);
+    const std::uint32_t handle = connect(dsl);
+    const RAS_STATS before = statisticsOf(link, handle);
+
+    now += 60'000;
+
+    EXPECT_EQ(statisticsOf(link, handle).dwConnectDuration, 4632U);
+    EXPECT_EQ(statisticsOf(link, handle).dwBytesRcved, before.dwBytesRcved);
+    EXPECT_GT(before.dwBytesRcved, 0U);
+}
+
 } // namespace
 } // namespace tarvik

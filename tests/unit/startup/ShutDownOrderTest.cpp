@@ -177,6 +177,7 @@ TEST_F(ShutDownOrderTest, AFileThatCannotBeReadIsLeftAsItIs) {
     setIni("[Settings]\r\nDurationLimitHr=7\r\n");
     machine.files.readFailure = ErrorNumber::PermissionDenied;
     expectWarning("Warning: Unable to set \"IsLocked\"-flag in INI-file!");
+    expectWarning("Warning: Old settings could not be loaded.\rAssuming first run.");
     start();
     expectWarning("Warning: State could not be saved.");
     expectWarning("Warning: Unable to unset \"IsLocked\"-flag in INI-file!");

@@ -134,23 +134,64 @@ TEST_F(ShutDownTest, TheEndOfTheSessionUnloadsEverything) {
     EXPECT_NE(ini().find("IsLocked=0"), std::string::npos);
 }
 
-TEST_F(ShutDownTest, TheEndOfTheSessionWithinAQuestionSavesOnceAndShowsNothingMore) {
-    startQuietly("/r");
-    const std::uint32_t handle = machine.connections.connect("Harbour");
-    machine.connections.transfer(handle, 5000, 0, 1000);
-    expectBox("Monitoring has been started and an active connection with transfer has been "
-              "detected.\r\rIf you have already monitored this online-session with Tarvik "
-              "then\rthis may result in an unwanted offset of the recorded transfer.\r\rDo you "
-              "want to use (record) the this online-session (5000 bytes)?\r(Press NO if you "
-              "restarted Tarvik.)",
-              MsgBoxButtons::YesNo, MsgBoxIcon::Question, MsgBoxAnswer::No,
-              [this] { machine.desktop.endSession(); });
+class EndWithinQuestionTest : public WorldTest {
+protected:
+    /// A session of 5000 bytes, which the totals hold already, is asked about; the user's own
+    /// session ends instead of an answer.
+    void endWithinTheQuestion(const std::string& settings = "", const char* second = nullptr) {
+        setIni("[Settings]\r\nLastState=a|1\r\nDateStamp1=a|1\r\nLastDateStamp=1\r\n" + settings +
+               "[a|1]\r\nSent=0\r\nRcvd=5000\r\nDuration=1000\r\nIPAddress=\r\n");
+        startQuietly("/r");
+        machine.connections.transfer(machine.connections.connect("Harbour"), 5000, 0, 1000);
+        if (second != nullptr) {
+            machine.connections.transfer(machine.connections.connect(second), 70, 0, 1000);
+        }
+        expectBox("Monitoring has been started and an active connection with transfer has been "
+                  "detected.\r\rIf you have already monitored this online-session with Tarvik "
+                  "then\rthis may result in an unwanted offset of the recorded transfer.\r\rDo you "
+                  "want to use (record) the this online-session (5000 bytes)?\r(Press NO if you "
+                  "restarted Tarvik.)",
+                  MsgBoxButtons::YesNo, MsgBoxIcon::Question, MsgBoxAnswer::No,
+                  [this] { machine.desktop.endSession(); });
+        tick();
+    }
+};
 
-    tick();
+TEST_F(EndWithinQuestionTest, TheSessionIsSavedAsDeclinedAndNothingMoreIsShown) {
+    endWithinTheQuestion();
+
+    EXPECT_EQ(ini().find("Rcvd=10000\r\n"), std::string::npos);
+    EXPECT_NE(ini().find("LastState=a|1\r\n"), std::string::npos);
+    EXPECT_NE(ini().find("LastDateStamp=1\r\n"), std::string::npos);
+    EXPECT_NE(ini().find("IsLocked=0\r\n"), std::string::npos);
+    EXPECT_TRUE(machine.desktop.realisedForms().empty());
+}
+
+TEST_F(EndWithinQuestionTest, AResetThatIsDueDoesNotMoveTheSavedFileAway) {
+    endWithinTheQuestion("TransferResetEnable=1\r\nTransferReset=1\r\nTransferResetBackup=1\r\n");
 
     EXPECT_NE(ini().find("Rcvd=5000\r\n"), std::string::npos);
-    EXPECT_NE(ini().find("LastDateStamp=1\r\n"), std::string::npos);
+    EXPECT_NE(ini().find("IsLocked=0\r\n"), std::string::npos);
+}
+
+TEST_F(EndWithinQuestionTest, ASecondLineIsNotHandledAfterTheEnd) {
+    endWithinTheQuestion("TransferResetEnable=1\r\nTransferReset=1\r\nTransferResetBackup=1\r\n",
+                         "Ridge");
+
+    EXPECT_NE(ini().find("Rcvd=5000\r\n"), std::string::npos);
+    EXPECT_NE(ini().find("IsLocked=0\r\n"), std::string::npos);
     EXPECT_TRUE(machine.desktop.realisedForms().empty());
+}
+
+TEST_F(ShutDownTest, ASessionThatIsAcceptedCountsWithAllItsBytes) {
+    startQuietly("/r");
+    machine.connections.transfer(machine.connections.connect("Harbour"), 5000, 0, 1000);
+    expectSessionQuestion("5000", MsgBoxAnswer::Yes);
+    tick();
+
+    machine.desktop.endSession();
+
+    EXPECT_NE(ini().find("Sent=0\r\nRcvd=5000\r\nDuration=1000\r\n"), std::string::npos);
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 
 #include "support/WorldTest.h"
 
-#include <array>
 #include <stdexcept>
 
 namespace tarvik {
@@ -105,40 +104,6 @@ TEST_F(ToolsTest, StripNullOfAnEmptyTextIsAnErrorToo) {
     expectError("5 (Invalid procedure call or argument)", "StripNull");
 
     EXPECT_EQ(StripNull(""), "");
-}
-
-TEST_F(ToolsTest, CopyStringToByteCutsToTheSizeAndEndsWithNul) {
-    std::array<char, 5> target{'x', 'x', 'x', 'x', 'x'};
-
-    CopyStringToByte(target, "0123456789", 4);
-
-    EXPECT_EQ(target, (std::array<char, 5>{'0', '1', '2', '3', '\0'}));
-}
-
-TEST_F(ToolsTest, CopyStringToByteFillsUpWithNuls) {
-    std::array<char, 16> target;
-    target.fill('x');
-
-    CopyStringToByte(target, "0123456789", 15);
-
-    EXPECT_EQ(std::string(target.data(), 16), std::string("0123456789\0\0\0\0\0\0", 16));
-}
-
-TEST_F(ToolsTest, CopyStringToByteOfSizeZeroWritesOneNul) {
-    std::array<char, 2> target{'x', 'x'};
-
-    CopyStringToByte(target, "abc", 0);
-
-    EXPECT_EQ(target, (std::array<char, 2>{'\0', 'x'}));
-}
-
-TEST_F(ToolsTest, CopyStringToByteBeyondTheTargetIsAnErrorAfterWhatFits) {
-    std::array<char, 3> target{};
-    expectError("9 (Subscript out of range)", "CopyStringToByte");
-
-    CopyStringToByte(target, "0123456789", 4);
-
-    EXPECT_EQ(target, (std::array<char, 3>{'0', '1', '2'}));
 }
 
 TEST_F(ToolsTest, MessagesHaveTheApplicationTitleAsCaption) {

@@ -136,6 +136,20 @@ TEST(DateTextTest, HalfDayTextsAreReadInAnyCase) {
     EXPECT_EQ(readIn(americanForm(), "12:00:00 AM"), (CivilTime{1899, 12, 30, 0, 0, 0}));
 }
 
+TEST(DateTextTest, TheFirstHourOfEachHalfDayIsReadInAnyOrder) {
+    EXPECT_EQ(readIn(americanForm(), "1:30:00 AM 5/3/2026"), (CivilTime{2026, 5, 3, 1, 30, 0}));
+    EXPECT_EQ(readIn(americanForm(), "1:30:00 PM 5/3/2026"), (CivilTime{2026, 5, 3, 13, 30, 0}));
+    EXPECT_EQ(readIn(americanForm(), "12:30:00 AM 5/3/2026"), (CivilTime{2026, 5, 3, 0, 30, 0}));
+    EXPECT_EQ(readIn(americanForm(), "12:30:00 PM 5/3/2026"), (CivilTime{2026, 5, 3, 12, 30, 0}));
+}
+
+TEST(DateTextTest, AYearMayHaveFourDigitsBeforeALetterOfThePattern) {
+    LocaleData locale;
+    locale.shortDate = "d/M/yy'y'";
+    EXPECT_EQ(readIn(locale, "3/5/2026y"), (CivilTime{2026, 5, 3, 0, 0, 0}));
+    EXPECT_EQ(readIn(locale, "3/5/26y"), (CivilTime{2026, 5, 3, 0, 0, 0}));
+}
+
 TEST(DateTextTest, BlanksOfAnyKindSeparateFields) {
     EXPECT_EQ(readIn(americanForm(), "5/3/2026 6:04:09\xE2\x80\xAFPM"), evening.civil());
     EXPECT_EQ(readIn(americanForm(), "  5/3/2026\t6:04:09\xC2\xA0PM "), evening.civil());

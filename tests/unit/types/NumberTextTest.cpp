@@ -230,6 +230,11 @@ TEST(NumberTextTest, DecimalsStayWithinTheirRange) {
 
 TEST(NumberTextTest, ZerosFillUpToTheWantedDigits) {
     EXPECT_EQ(zeroPadded(4, 3), "004");
+    EXPECT_EQ(zeroPadded(4, 2), "04");
+    EXPECT_EQ(zeroPadded(12, 2), "12");
+    EXPECT_EQ(zeroPadded(12, 3), "012");
+    EXPECT_EQ(zeroPadded(-4, 2), "-04");
+    EXPECT_EQ(zeroPadded(-12, 2), "-12");
     EXPECT_EQ(zeroPadded(1234, 2), "1234");
     EXPECT_EQ(zeroPadded(-4, 3), "-004");
     EXPECT_EQ(zeroPadded(0, 0), "0");

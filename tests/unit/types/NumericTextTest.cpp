@@ -163,6 +163,7 @@ TEST(NumericTextTest, HalvesGoToTheEvenNumber) {
 }
 
 TEST(NumericTextTest, AnythingBeyondAHalfGoesUp) {
+    EXPECT_EQ(longOf("12.51"), 13);
     EXPECT_EQ(longOf("12.50001"), 13);
     EXPECT_EQ(longOf("-12.50001"), -13);
     EXPECT_EQ(longOf("12.50000000000000000000000000000000000001"), 13);
@@ -172,6 +173,18 @@ TEST(NumericTextTest, AnythingShortOfAHalfGoesDown) {
     EXPECT_EQ(longOf("13.49999"), 13);
     EXPECT_EQ(longOf("-13.49999"), -13);
     EXPECT_EQ(longOf("13.49999999999999999999999999999999999999"), 13);
+}
+
+TEST(NumericTextTest, ZerosInFrontDoNotMakeANumberTooLarge) {
+    EXPECT_EQ(longOf("0000000000000000000000000000025"), 25);
+    EXPECT_EQ(longOf("-0000000000000000000002147483648"), -2'147'483'647 - 1);
+    EXPECT_EQ(errorOfText("0000000000000000000002147483648"), overflow);
+}
+
+TEST(NumericTextTest, TooManyDigitsAreAnOverflowAndNotTheirRemainder) {
+    EXPECT_EQ(errorOfText("18446744073709551621"), overflow);
+    EXPECT_EQ(errorOfText("36893488147419103237"), overflow);
+    EXPECT_EQ(errorOf([] { return textToCurrency("1844674407370956.1616", {}); }), overflow);
 }
 
 TEST(NumericTextTest, TheEndsOfThe32BitsAreRead) {

@@ -1,4 +1,5 @@
 #include "support/WorldTest.h"
+#include "ui/frmStatisticsState.h"
 #include "ui/mdlGUIStatistics.h"
 
 #include <cstring>

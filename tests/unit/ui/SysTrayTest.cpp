@@ -38,6 +38,25 @@ TEST_F(SysTrayTest, TheLeftButtonHidesAndShowsTheMainWindow) {
     EXPECT_EQ(machine.desktop.broughtToFront.back(), "frmMain");
 }
 
+TEST_F(SysTrayTest, TheLeftButtonBringsAMinimisedWindowBack) {
+    frmMain().setMinimised(true);
+
+    iconTells(leftButtonReleased);
+
+    EXPECT_TRUE(frmMain().visible());
+    EXPECT_FALSE(frmMain().minimised());
+    EXPECT_EQ(machine.desktop.broughtToFront.back(), "frmMain");
+}
+
+TEST_F(SysTrayTest, TheFirstEntryBringsAMinimisedWindowBack) {
+    frmMain().setMinimised(true);
+
+    choose(0);
+
+    EXPECT_TRUE(frmMain().visible());
+    EXPECT_FALSE(frmMain().minimised());
+}
+
 TEST_F(SysTrayTest, TheRightButtonOpensTheMenuOfTheMainWindowInTheForeground) {
     iconTells(rightButtonReleased);
 

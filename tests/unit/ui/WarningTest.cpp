@@ -107,7 +107,7 @@ TEST_F(WarningTest, CloseHidesTheWindowAndSilencesIt) {
     EXPECT_FALSE(state().LimitWarningArmed);
 }
 
-TEST_F(WarningTest, TheCloseBoxDoesTheSame) {
+TEST_F(WarningTest, TheCloseBoxHidesTheWindowAndTheWarningStaysArmed) {
     exceedTheTransfer();
 
     const bool unloaded = frmWarning().unload(UnloadMode::FormControlMenu);
@@ -115,7 +115,16 @@ TEST_F(WarningTest, TheCloseBoxDoesTheSame) {
     EXPECT_FALSE(unloaded);
     EXPECT_FALSE(frmWarning().visible());
     EXPECT_TRUE(frmWarning().loaded());
-    EXPECT_FALSE(state().LimitWarningArmed);
+    EXPECT_TRUE(state().LimitWarningArmed);
+}
+
+TEST_F(WarningTest, AWarningThatWasOnlyPutAsideComesBackWithTheNextTick) {
+    exceedTheTransfer();
+    frmWarning().unload(UnloadMode::FormControlMenu);
+
+    tick();
+
+    EXPECT_TRUE(frmWarning().visible());
 }
 
 TEST_F(WarningTest, TheProgramCanUnloadItAndTheWarningStaysArmed) {
@@ -127,8 +136,9 @@ TEST_F(WarningTest, TheProgramCanUnloadItAndTheWarningStaysArmed) {
     EXPECT_TRUE(state().LimitWarningArmed);
 }
 
-TEST_F(WarningTest, EscapePressesClose) {
-    EXPECT_EQ(frmWarning().cancelButton(), &frmWarning().cmdCancel);
+TEST_F(WarningTest, EscapeDoesWhatTheCloseBoxDoes) {
+    EXPECT_EQ(frmWarning().cancelButton(), nullptr);
+    EXPECT_TRUE(frmWarning().escapeCloses());
 }
 
 TEST_F(WarningTest, EnterPressesNoButtonThatTheUserDidNotChoose) {

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 #include <cmath>
@@ -103,7 +104,11 @@ protected:
         return labels(canvas, false);
     }
     std::vector<Drawn> rowLabels(const RecordingCanvas& canvas) const {
-        return labels(canvas, true);
+        std::vector<Drawn> found = labels(canvas, true);
+        std::sort(found.begin(), found.end(), [](const Drawn& one, const Drawn& other) {
+            return one.points[0].x < other.points[0].x;
+        });
+        return found;
     }
 
     static constexpr Colour background{250, 250, 250};

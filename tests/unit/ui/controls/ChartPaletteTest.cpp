@@ -53,12 +53,20 @@ std::vector<Ground> grounds() {
         {{0, 43, 54}, white},     {{48, 10, 36}, white},
         {{0, 0, 0}, {0, 255, 0}},
     };
-    for (int grey = 232; grey <= 255; grey += 4) {
-        all.push_back({{grey, grey, grey}, black});
+    // Every grey, and colours from all over; the text is what can be read on them.
+    const auto add = [&all](const Colour& background) {
+        all.push_back({background,
+                       contrast(background, black) > contrast(background, white) ? black : white});
+    };
+    for (int grey = 0; grey <= 255; ++grey) {
+        add({grey, grey, grey});
     }
-    all.push_back({white, black});
-    for (int grey = 0; grey <= 64; grey += 8) {
-        all.push_back({{grey, grey, grey}, white});
+    for (int red = 0; red <= 255; red += 51) {
+        for (int green = 0; green <= 255; green += 51) {
+            for (int blue = 0; blue <= 255; blue += 51) {
+                add({red, green, blue});
+            }
+        }
     }
     return all;
 }

@@ -37,9 +37,7 @@ protected:
         return values;
     }
     /// Gives rows the names of records from `first` on.
-    void startAt(int first) {
-        chart.setRowLabels([first](int row) { return std::to_string(first + row); });
-    }
+    void startAt(int first) { chart.setFirstRow(first); }
     static void expectDisjoint(const std::vector<Drawn>& texts) {
         for (std::size_t i = 0; i < texts.size(); ++i) {
             for (std::size_t j = 0; j < i; ++j) {

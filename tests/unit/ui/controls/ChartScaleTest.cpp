@@ -198,32 +198,61 @@ TEST_P(RandomRangesTest, AreMixed) {
 
 INSTANTIATE_TEST_SUITE_P(Seeds, RandomRangesTest, testing::Values(1, 2, 3));
 
-/// Labels that stand at every so-manieth of the rows.
-int labelCount(int rows, int step) {
-    int count = 0;
-    for (int row = 0; row < rows; row += step) {
-        ++count;
+using Numbers = std::vector<std::int64_t>;
+
+/// Both ends, and the numbers between them that are multiples of the step.
+Numbers labelsAt(std::int64_t first, std::int64_t last, std::int64_t step) {
+    Numbers numbers;
+    for (std::int64_t number = first; number <= last; ++number) {
+        if (number == first || number == last || number % step == 0) {
+            numbers.push_back(number);
+        }
     }
-    return count;
+    return numbers;
 }
 
-TEST(LabelStepTest, IsTheSmallestThatLeavesFewEnoughLabels) {
+TEST(RowScaleTest, HasTheSmallestStepThatLeavesFewEnoughLabels) {
     constexpr std::array steps{1, 2, 5, 10, 20, 50, 100, 200, 500, 1000, 2000, 5000};
-    for (int most = 1; most <= 15; ++most) {
-        for (int rows = 0; rows <= 1500; ++rows) {
-            const auto fits = [&](int step) { return labelCount(rows, step) <= most; };
-            ASSERT_EQ(labelStep(rows, most), *std::find_if(steps.begin(), steps.end(), fits))
-                << rows << " rows, at most " << most;
+    for (int most = 2; most <= 15; ++most) {
+        for (const int first : {1, 2, 37, 100, 998}) {
+            for (int last = first; last <= first + 700; last += 1 + (last - first) / 40) {
+                const auto fits = [&](int step) {
+                    return labelsAt(first, last, step).size() <= static_cast<std::size_t>(most);
+                };
+                const int step = *std::find_if(steps.begin(), steps.end(), fits);
+                const RowScale scale = rowScale(first, last, most);
+                ASSERT_EQ(scale.step, step) << first << " to " << last << ", at most " << most;
+                ASSERT_EQ(scale.numbers, labelsAt(first, last, step));
+            }
         }
     }
 }
 
-TEST(LabelStepTest, ManyRowsHaveLargeSteps) {
-    EXPECT_EQ(labelStep(123'456, 11), 20'000);
-    EXPECT_EQ(labelStep(1'000'000, 10), 100'000);
-    EXPECT_EQ(labelStep(1'000'001, 10), 200'000);
-    EXPECT_EQ(labelStep(std::numeric_limits<int>::max(), 11), 200'000'000);
-    EXPECT_EQ(labelStep(std::numeric_limits<int>::max(), 2), 2'000'000'000);
+TEST(RowScaleTest, RoundNumbersAreThoseThatPeopleCount) {
+    EXPECT_EQ(rowScale(1, 30, 11).numbers, (Numbers{1, 5, 10, 15, 20, 25, 30}));
+    EXPECT_EQ(rowScale(1, 100, 11).numbers, (Numbers{1, 10, 20, 30, 40, 50, 60, 70, 80, 90, 100}));
+    EXPECT_EQ(rowScale(1, 300, 8).numbers, (Numbers{1, 50, 100, 150, 200, 250, 300}));
+    EXPECT_EQ(rowScale(95, 212, 11).numbers, (Numbers{95, 100, 120, 140, 160, 180, 200, 212}));
+}
+
+TEST(RowScaleTest, OneRowHasOneLabel) {
+    EXPECT_EQ(rowScale(7, 7, 11).numbers, (Numbers{7}));
+}
+
+TEST(RowScaleTest, BothEndsAreLabelledHoweverFewLabelsThereMayBe) {
+    for (const int most : {0, 1, 2}) {
+        EXPECT_EQ(rowScale(1, 123'456, most).numbers, (Numbers{1, 123'456}));
+    }
+}
+
+TEST(RowScaleTest, ManyRowsHaveLargeSteps) {
+    EXPECT_EQ(rowScale(1, 1'000'000, 11).step, 100'000);
+    EXPECT_EQ(rowScale(1, 1'000'001, 11).step, 200'000);
+    EXPECT_EQ(rowScale(1, std::numeric_limits<std::int32_t>::max(), 12).step, 200'000'000);
+}
+
+TEST(RowScaleTest, NumbersBelowZeroAreRoundToo) {
+    EXPECT_EQ(rowScale(-7, 6, 5).numbers, (Numbers{-7, -5, 0, 5, 6}));
 }
 
 } // namespace

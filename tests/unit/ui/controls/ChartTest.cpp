@@ -146,24 +146,88 @@ TEST_F(ChartTest, TakesNoValueBesideItsRowsAndColumns) {
     EXPECT_EQ(chart.values(0), (std::vector<double>{7, 8}));
 }
 
-TEST_F(ChartTest, RowsAreNumberedUnlessTheyHaveLabels) {
+TEST_F(ChartTest, RowsAreNumberedFromOne) {
     fill({7, 8});
+
     EXPECT_EQ(chart.rowLabel(0), "1");
     EXPECT_EQ(chart.rowLabel(1), "2");
-
-    chart.setRowLabels([](int row) { return "row " + std::to_string(row); });
-
-    EXPECT_EQ(chart.rowLabel(1), "row 1");
 }
 
-TEST_F(ChartTest, LabelsAreAskedForWhenTheyAreSeen) {
+TEST_F(ChartTest, RowsAreNumberedFromTheFirst) {
+    fill({7, 8});
+
+    chart.setFirstRow(1'000'000);
+
+    EXPECT_EQ(chart.rowNumber(1), 1'000'001);
+    EXPECT_EQ(chart.rowLabel(1), "1000001");
+    EXPECT_EQ(chart.rowName(1), "1,000,001");
+}
+
+TEST_F(ChartTest, NotesAreAskedForWhenTheyAreRead) {
     int asked = 0;
-    chart.setRowLabels([&](int) { return std::to_string(++asked); });
+    chart.setRowNotes([&](int row) { return "note " + std::to_string(row + 10 * ++asked); });
     fill({7, 8, 9});
     EXPECT_EQ(asked, 0);
 
     chart.setReadRow(1);
-    EXPECT_EQ(chart.reading(), "1: 8");
+    EXPECT_EQ(chart.reading(), "2 (note 11): 8");
+}
+
+TEST_F(ChartTest, RowsWithoutValuesAreNotReadOff) {
+    fill({7, 8, 9});
+    chart.setReadRow(2);
+
+    chart.setFilledRows(2);
+
+    EXPECT_EQ(chart.readRow(), Chart::none);
+    chart.setReadRow(2);
+    EXPECT_EQ(chart.readRow(), Chart::none);
+    chart.moveReading(-1);
+    EXPECT_EQ(chart.readRow(), 1);
+    EXPECT_EQ(chart.rowCount(), 3);
+}
+
+TEST_F(ChartTest, AllRowsHaveValuesAgainWhenTheyAreCountedAnew) {
+    fill({7, 8, 9});
+    chart.setFilledRows(0);
+
+    chart.setRowCount(2);
+
+    EXPECT_EQ(chart.filledRows(), 2);
+}
+
+TEST_F(ChartTest, NoMoreRowsHaveValuesThanThereAre) {
+    fill({7, 8});
+
+    expectOutOfRange([this] { chart.setFilledRows(3); });
+    expectOutOfRange([this] { chart.setFilledRows(-1); });
+    EXPECT_EQ(chart.filledRows(), 2);
+}
+
+TEST_F(ChartTest, TitlesOfValuesStayWithTheValues) {
+    chart.setAxis(ChartAxisId::Y, {.title = "Bytes"});
+    fill({7, 8});
+
+    chart.setTitle("Duration");
+    chart.setAxis(ChartAxisId::Y, {.title = "Seconds"});
+
+    EXPECT_EQ(chart.drawnTitle(), "Traffic");
+    EXPECT_EQ(chart.drawnValueTitle(), "Bytes");
+    chart.showData();
+    EXPECT_EQ(chart.drawnTitle(), "Duration");
+    EXPECT_EQ(chart.drawnValueTitle(), "Seconds");
+}
+
+TEST_F(ChartTest, WithoutValuesTitlesAreThePresentOnes) {
+    fill({7});
+    chart.setRowCount(0);
+    chart.showData();
+
+    chart.setTitle("Duration");
+    chart.setAxis(ChartAxisId::Y, {.title = "Seconds"});
+
+    EXPECT_EQ(chart.drawnTitle(), "Duration");
+    EXPECT_EQ(chart.drawnValueTitle(), "Seconds");
 }
 
 TEST_F(ChartTest, TellsWhatIsReadOff) {
@@ -264,7 +328,7 @@ TEST_F(ChartTest, AnEmptyChartIsNotReadOff) {
 
 TEST_F(ChartTest, AReadingNamesTheRowAndTheColumn) {
     chart.setColumnLabel(0, "Sent");
-    chart.setRowLabels([](int row) { return std::to_string(row + 17); });
+    chart.setFirstRow(17);
 
     EXPECT_EQ(readingOf(1234), "17: Sent 1,234");
 }
@@ -279,6 +343,76 @@ TEST_F(ChartTest, AReadingNamesBothColumns) {
     chart.setReadRow(1);
 
     EXPECT_EQ(chart.reading(), "2: Rcvd 2.25; Sent -3");
+}
+
+TEST_F(ChartTest, AReadingTellsUnitAndMoment) {
+    chart.setColumnLabel(0, "Sent");
+    chart.setFirstRow(12'345);
+    chart.setUnit("bytes");
+    chart.setRowNotes([](int) { return std::string("16.11.2026 08:15:22"); });
+
+    EXPECT_EQ(readingOf(1234), "12,345 (16.11.2026 08:15:22): Sent 1,234 bytes");
+}
+
+TEST_F(ChartTest, AReadingInPercentHasItsSign) {
+    chart.setUnit("%");
+
+    EXPECT_EQ(readingOf(12.5), "1: 12.5%");
+}
+
+TEST_F(ChartTest, AReadingHasALineForTheRowAndForEachColumn) {
+    chart.setColumnCount(2);
+    chart.setColumnLabel(0, "Rcvd");
+    chart.setColumnLabel(1, "Sent");
+    chart.setUnit("bytes");
+    fill({1, 2});
+    EXPECT_TRUE(chart.readingLines().empty());
+
+    chart.setReadRow(1);
+
+    EXPECT_EQ(chart.readingLines(),
+              (std::vector<std::string>{"2", "Rcvd 2 bytes", "Sent 0 bytes"}));
+}
+
+TEST_F(ChartTest, ASummaryTellsKindCountAndRange) {
+    chart.setAxis(ChartAxisId::X, {.title = "connections"});
+    chart.setAxis(ChartAxisId::Y, {.title = "transfer (bytes)"});
+    chart.setColumnCount(2);
+    chart.setColumnLabel(0, "Rcvd");
+    chart.setColumnLabel(1, "Sent");
+    chart.setUnit("bytes");
+    chart.setFirstRow(998);
+    fill({4096, 1'000'000, 2048});
+
+    EXPECT_EQ(chart.summary(),
+              "Line chart of transfer (bytes); connections 998 to 1,000, 3 in all; "
+              "Rcvd from 2,048 to 1,000,000 bytes; Sent from 0 to 0 bytes");
+}
+
+TEST_F(ChartTest, ASummaryTellsEachKind) {
+    fill({1});
+    for (const auto& [type, wanted] :
+         {std::pair(ChartType::Bar, "Bar chart; 1 to 1, 1 in all; from 1 to 1"),
+          std::pair(ChartType::Area, "Area chart; 1 to 1, 1 in all; from 1 to 1"),
+          std::pair(ChartType::Step, "Step chart; 1 to 1, 1 in all; from 1 to 1"),
+          std::pair(ChartType::Line, "Line chart; 1 to 1, 1 in all; from 1 to 1")}) {
+        chart.setType(type);
+
+        EXPECT_EQ(chart.summary(), wanted);
+    }
+}
+
+TEST_F(ChartTest, ASummaryLeavesOutRowsWithoutValues) {
+    fill({5, 6, 900});
+    chart.setFilledRows(2);
+
+    EXPECT_EQ(chart.summary(), "Line chart; 1 to 2, 2 in all; from 5 to 6");
+}
+
+TEST_F(ChartTest, WithoutValuesTheSummaryIsTheTextInThePicture) {
+    chart.setEmptyText("Nothing yet.");
+
+    EXPECT_EQ(chart.summary(), "Nothing yet.");
 }
 
 TEST_F(ChartTest, AReadingHasTheDecimalsOfTheValue) {

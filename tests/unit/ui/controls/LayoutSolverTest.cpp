@@ -255,62 +255,84 @@ TEST_F(LayoutSolverTest, AColumnOfTheSameSizeMakesItsItemsEquallyHigh) {
     EXPECT_EQ(solved(root), (Rects{{"a", {0, 0, 30, 25}}, {"b", {0, 28, 30, 25}}}));
 }
 
-TEST_F(LayoutSolverTest, WhatIsHiddenTakesNeitherRoomNorAGap) {
-    const LayoutNode root = row({box("a", 30, 20), hidden("x", 99, 99), box("b", 40, 20)});
+TEST_F(LayoutSolverTest, WhatIsHiddenKeepsItsRoomAndItsGap) {
+    const LayoutNode root = row({box("a", 30, 20), hidden("x", 99, 20), box("b", 40, 20)});
 
-    EXPECT_EQ(solved(root), (Rects{{"a", {0, 0, 30, 20}}, {"b", {35, 0, 40, 20}}}));
+    EXPECT_EQ(solved(root), (Rects{{"a", {0, 0, 30, 20}}, {"b", {139, 0, 40, 20}}}));
 }
 
-TEST_F(LayoutSolverTest, AHiddenItemGivesItsShareToTheOthers) {
+TEST_F(LayoutSolverTest, AHiddenItemKeepsItsShare) {
     const LayoutNode root =
-        row({box("a", 30, 20).share(1), hidden("x", 99, 99).share(1), box("b", 40, 20)});
+        row({box("a", 30, 20).share(1), hidden("x", 99, 20).share(1), box("b", 40, 20)});
 
-    EXPECT_EQ(solved(root, {100, 20}), (Rects{{"a", {0, 0, 55, 20}}, {"b", {60, 0, 40, 20}}}));
+    // 179 are needed, gaps included.
+    EXPECT_EQ(solved(root, {199, 20}), (Rects{{"a", {0, 0, 40, 20}}, {"b", {159, 0, 40, 20}}}));
 }
 
-TEST_F(LayoutSolverTest, AHiddenItemDoesNotMakeTheOthersLarger) {
+TEST_F(LayoutSolverTest, AHiddenItemMakesTheOthersAsLargeAsItself) {
     const LayoutNode root = row({box("a", 30, 20), hidden("x", 99, 20)}).sameSize();
 
-    EXPECT_EQ(least(root), (LayoutSize{30, 20}));
+    EXPECT_EQ(least(root), (LayoutSize{203, 20}));
 }
 
-TEST_F(LayoutSolverTest, AGridRowWithNothingVisibleIsLeftOut) {
+TEST_F(LayoutSolverTest, AGridRowWithNothingVisibleKeepsItsPlace) {
     const LayoutNode root = grid(2, {
                                         box("a", 30, 20), box("b", 60, 20), //
-                                        hidden("x", 99, 99), blank(),       //
+                                        hidden("x", 99, 50), blank(),       //
                                         box("c", 30, 20), box("d", 60, 20), //
                                     });
 
-    EXPECT_EQ(least(root), (LayoutSize{95, 43}));
-    EXPECT_EQ(solved(root).at("c"), (LayoutRect{0, 23, 30, 20}));
+    EXPECT_EQ(least(root), (LayoutSize{164, 96}));
+    EXPECT_EQ(solved(root).at("c"), (LayoutRect{0, 76, 99, 20}));
 }
 
-TEST_F(LayoutSolverTest, AGroupWithNothingVisibleIsLeftOut) {
-    const LayoutNode root =
-        column({box("a", 30, 20), row({hidden("x", 99, 99), space()}), box("b", 30, 20)});
-
-    EXPECT_EQ(least(root), (LayoutSize{30, 43}));
-}
-
-TEST_F(LayoutSolverTest, AHiddenFrameHidesWhatItHolds) {
+TEST_F(LayoutSolverTest, AHiddenFrameHidesWhatItHoldsAndKeepsItsRoom) {
     LayoutNode border = framed("title", 10, box("a", 30, 20));
     border.control->setVisible(false);
-    const LayoutNode root = row({std::move(border), box("b", 40, 20)});
+    const LayoutNode root = row({std::move(border), box("b", 40, 38)});
 
-    EXPECT_EQ(solved(root), (Rects{{"b", {0, 0, 40, 20}}}));
+    EXPECT_EQ(solved(root), (Rects{{"b", {41, 0, 40, 38}}}));
 }
 
 TEST_F(LayoutSolverTest, AVisibleFrameIsSeenEvenWhenItHoldsNothingVisible) {
-    const LayoutNode root = framed("title", 10, hidden("x", 99, 99));
+    const LayoutNode root = framed("title", 10, hidden("x", 99, 20));
 
-    EXPECT_EQ(solved(root), (Rects{{"title", {0, 0, 16, 18}}}));
+    EXPECT_EQ(solved(root), (Rects{{"title", {0, 0, 105, 38}}}));
 }
 
-TEST_F(LayoutSolverTest, AFormWithNothingVisibleNeedsNoRoom) {
-    const LayoutNode root = column({hidden("x", 99, 99)});
+TEST_F(LayoutSolverTest, TheSmallestSizeIsTheSameWhateverIsVisible) {
+    const LayoutNode root = column({row({box("a", 30, 20), box("b", 40, 25)}),
+                                    framed("title", 10, box("c", 90, 20)), box("d", 30, 20)});
+    const LayoutSize whole = least(root);
 
-    EXPECT_EQ(least(root), (LayoutSize{0, 0}));
-    EXPECT_EQ(solved(root, {100, 100}), Rects{});
+    for (Control* control : controlsInOrder(root)) {
+        control->setVisible(false);
+        EXPECT_EQ(least(root), whole) << control->name();
+    }
+    EXPECT_EQ(solved(root, {500, 500}), Rects{});
+}
+
+TEST_F(LayoutSolverTest, ADeckIsAsLargeAsTheLargestOfItsChildrenWhicheverIsVisible) {
+    const LayoutNode root =
+        column({deck({hidden("x", 30, 90), box("a", 70, 20), hidden("y", 50, 50)}), //
+                box("b", 20, 10)});
+
+    EXPECT_EQ(least(root), (LayoutSize{70, 103}));
+    EXPECT_EQ(solved(root).at("b"), (LayoutRect{0, 93, 70, 10}));
+}
+
+TEST_F(LayoutSolverTest, TheVisibleChildOfADeckHasTheWholeRoom) {
+    const LayoutNode root =
+        deck({hidden("x", 30, 90).share(1), framed("title", 10, box("a", 30, 20).share(1))});
+
+    EXPECT_EQ(solved(root, {100, 120}),
+              (Rects{{"title", {0, 0, 100, 120}}, {"a", {2, 12, 94, 102}}}));
+}
+
+TEST_F(LayoutSolverTest, AnItemWithAShareFillsItsDeck) {
+    const LayoutNode root = deck({box("a", 30, 20).share(1)});
+
+    EXPECT_EQ(solved(root, {100, 120}), (Rects{{"a", {0, 0, 100, 120}}}));
 }
 
 TEST_F(LayoutSolverTest, EachControlIsMeasuredOnceHoweverDeepItStands) {
@@ -321,7 +343,7 @@ TEST_F(LayoutSolverTest, EachControlIsMeasuredOnceHoweverDeepItStands) {
 
     solveLayout(root, metrics, {});
 
-    EXPECT_EQ(measured, (std::map<std::string, int>{{"a", 1}}));
+    EXPECT_EQ(measured, (std::map<std::string, int>{{"a", 1}, {"x", 1}}));
 }
 
 TEST_F(LayoutSolverTest, NestedGroupsShareTheRoomOfTheirGroup) {

@@ -66,6 +66,14 @@ TEST_F(LayoutTest, AFrameStandsAroundItsOnlyChild) {
     EXPECT_EQ(node.children[0].type, Type::Row);
 }
 
+TEST_F(LayoutTest, ADeckKeepsItsChildrenInOrder) {
+    const LayoutNode node = deck({item(first), item(second)});
+
+    EXPECT_EQ(node.type, Type::Deck);
+    ASSERT_EQ(node.children.size(), 2U);
+    EXPECT_EQ(node.children[1].control, &second);
+}
+
 TEST_F(LayoutTest, ASpaceTakesOneShareAndABlankNone) {
     EXPECT_EQ(space().type, Type::Space);
     EXPECT_EQ(space().stretch, 1);

@@ -1,0 +1,96 @@
+#include "windows/face/FormWindow.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tarvik::face {
+
+// The system takes the focus away from a control that is disabled or hidden, and gives it to
+// nobody: no key reaches the form then. The form therefore knows who had it, keeps it itself
+// meanwhile, and gives it back.
+
+bool FormWindow::tookFocus(const ControlWindow& control) {
+    if (detached_) {
+        return false;
+    }
+    const bool same = !focusOrder_.empty() && focusOrder_.front() == &control;
+    if (!same) {
+        std::erase(focusOrder_, &control);
+        focusOrder_.insert(focusOrder_.begin(), &control);
+    }
+    return !std::exchange(arrivalKnown_, true) || !same;
+}
+
+bool FormWindow::canTake(HWND control) const {
+    // What is seen of a window that is hidden itself is told by the styles alone.
+    return (GetWindowLongA(control, GWL_STYLE) & (WS_VISIBLE | WS_DISABLED)) == WS_VISIBLE &&
+           GetParent(control) == window_;
+}
+
+/// Who has the focus, or gets it as soon as it can be used: the last one that is seen.
+const ControlWindow* FormWindow::focusHolder() const {
+    const auto seen =
+        std::find_if(focusOrder_.begin(), focusOrder_.end(), [](const ControlWindow* each) {
+            return (GetWindowLongA(each->window(), GWL_STYLE) & WS_VISIBLE) != 0;
+        });
+    return seen == focusOrder_.end() ? nullptr : *seen;
+}
+
+void FormWindow::moveFocus(HWND form, HWND control) {
+    if ((SendMessageA(control, WM_GETDLGCODE, 0, 0) & DLGC_HASSETSEL) != 0) {
+        SetFocus(control); // the system's rules for dialogs would select all of its text
+    } else {
+        DefDlgProcA(form, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
+    }
+}
+
+void FormWindow::giveFocus() {
+    const ControlWindow* holder = focusHolder();
+    const HWND wanted = holder != nullptr     ? holder->window()
+                        : focusOrder_.empty() ? GetNextDlgTabItem(window_, nullptr, FALSE)
+                                              : window_;
+    if (wanted != nullptr && wanted != window_ && canTake(wanted)) {
+        moveFocus(window_, wanted);
+    } else if (GetFocus() != window_) {
+        SetFocus(window_);
+    }
+}
+
+void FormWindow::focusMayMove() {
+    if (detached_ || window_ == nullptr || GetActiveWindow() != window_ ||
+        IsIconic(window_) != FALSE) {
+        return; // it is given when the window comes back
+    }
+    const HWND focus = GetFocus();
+    const bool lost =
+        focus == nullptr || focus == window_ || (GetParent(focus) == window_ && !canTake(focus));
+    if (lost) {
+        giveFocus();
+    }
+}
+
+void FormWindow::onActivation(WPARAM how) {
+    const bool minimised = HIWORD(how) != 0;
+    if (LOWORD(how) != WA_INACTIVE && !minimised) {
+        giveFocus();
+    }
+}
+
+void FormWindow::onNextControl(WPARAM which, bool isControl) {
+    if (isControl) {
+        passOn(WM_NEXTDLGCTL, which, TRUE);
+        return;
+    }
+    // From the form itself on goes where the focus would be.
+    const ControlWindow* holder = focusHolder();
+    const HWND focus = GetFocus();
+    const HWND from = focus != window_ && focus != nullptr ? focus
+                      : holder != nullptr                  ? holder->window()
+                                                           : nullptr;
+    const HWND next = GetNextDlgTabItem(window_, from, which != 0 ? TRUE : FALSE);
+    if (next != nullptr) {
+        passOn(WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(next), TRUE);
+    }
+}
+
+} // namespace tarvik::face

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "startup/mdlVar.h"
+
+#include <optional>
+
+namespace tarvik {
+
+/// A first reading at full width.
+LineTotals totalsOf(const RAS_STATS& Statistics);
+
+/// Whether a reading is of another session than the one that was last read under that handle.
+/// `Wide` are its figures where the service counts further than the reading does.
+bool isAnother(const LineSession& Session, const RAS_STATS& Now,
+               const std::optional<LineTotals>& Wide);
+
+/// Adds what a session has gained from one reading to the next.
+void addGain(LineTotals& Totals, const RAS_STATS& Before, const RAS_STATS& Now);
+
+} // namespace tarvik

@@ -1,0 +1,204 @@
+#include "Win32FaceTest.h"
+
+namespace tarvik {
+namespace {
+
+/// Buttons of which one works for a while: everything but the last is disabled meanwhile.
+class WorkForm : public Form {
+public:
+    WorkForm() : Form("frmWork", "Work") {
+        setLayout(column(
+            {row({item(chkFirst), item(cmdWork), item(cmdNext)}), item(cmdStop), item(cmdCancel)}));
+        setInitialFocus(cmdWork);
+        setCancelButton(cmdCancel);
+        cmdStop.setVisible(false);
+    }
+
+    void setWorking(bool working) {
+        chkFirst.setEnabled(!working);
+        cmdWork.setEnabled(!working);
+        cmdNext.setEnabled(!working);
+        cmdStop.setVisible(working);
+    }
+
+    CheckBox chkFirst{*this, "chkFirst", {.caption = "First"}};
+    CommandButton cmdWork{*this, "cmdWork", {.caption = "Work"}};
+    CommandButton cmdNext{*this, "cmdNext", {.caption = "Next"}};
+    CommandButton cmdStop{*this, "cmdStop", {.caption = "Stop"}};
+    CommandButton cmdCancel{*this, "cmdCancel", {.caption = "Cancel"}};
+};
+
+class FocusTest : public Win32FaceTest {
+protected:
+    FocusTest() {
+        work.setVisible(true);
+        work.bringToFront();
+        EXPECT_TRUE(spinUntil([this] { return GetFocus() == button(work.cmdWork); }));
+    }
+    ~FocusTest() override {
+        work.unload();
+        settle();
+    }
+
+    HWND workWindow() const { return ownWindow("frmWork"); }
+    HWND button(const Control& control) const {
+        return GetDlgItem(workWindow(), face::controlId(control));
+    }
+
+    void workFor(bool working) {
+        work.setWorking(working);
+        settle();
+    }
+
+    WorkForm work;
+};
+
+TEST_F(FocusTest, AButtonThatCouldNotBeUsedHasTheFocusAgain) {
+    workFor(true);
+    workFor(false);
+
+    EXPECT_EQ(GetFocus(), button(work.cmdWork));
+}
+
+TEST_F(FocusTest, MeanwhileTheFormHasTheKeyboard) {
+    int cancelled = 0;
+    work.cmdCancel.Click.connect([&] { ++cancelled; });
+
+    workFor(true);
+    EXPECT_EQ(GetFocus(), workWindow());
+    press(VK_SPACE);
+    press(VK_RETURN);
+    EXPECT_EQ(cancelled, 0);
+    press(VK_ESCAPE);
+
+    EXPECT_EQ(cancelled, 1);
+}
+
+TEST_F(FocusTest, MeanwhileTabGoesOnFromWhereTheFocusWas) {
+    workFor(true);
+
+    press(VK_TAB);
+    EXPECT_EQ(GetFocus(), button(work.cmdStop));
+    press(VK_TAB);
+    EXPECT_EQ(GetFocus(), button(work.cmdCancel));
+}
+
+TEST_F(FocusTest, AFocusThatTheUserMovedStaysThere) {
+    workFor(true);
+    press(VK_TAB);
+    press(VK_TAB);
+
+    workFor(false);
+
+    EXPECT_EQ(GetFocus(), button(work.cmdCancel));
+}
+
+TEST_F(FocusTest, TheFocusOfAHiddenButtonGoesBackToTheOneBefore) {
+    workFor(true);
+    press(VK_TAB);
+    ASSERT_EQ(GetFocus(), button(work.cmdStop));
+
+    workFor(false);
+
+    EXPECT_EQ(GetFocus(), button(work.cmdWork));
+}
+
+TEST_F(FocusTest, EnterPressesTheButtonThatHasTheFocusAgain) {
+    int presses = 0;
+    work.cmdWork.Click.connect([&] { ++presses; });
+    workFor(true);
+    workFor(false);
+
+    press(VK_RETURN);
+
+    EXPECT_EQ(presses, 1);
+}
+
+TEST_F(FocusTest, AWindowThatComesBackDuringWorkIsGivenItsFocusAfterIt) {
+    workFor(true);
+    show(); // another window of the program
+    SetActiveWindow(window());
+    settle();
+    workFor(false);
+    ASSERT_NE(GetActiveWindow(), workWindow());
+
+    SetActiveWindow(workWindow());
+    settle();
+
+    EXPECT_EQ(GetFocus(), button(work.cmdWork));
+}
+
+TEST_F(FocusTest, AWindowThatWasHiddenHasItsFocusWhereItWas) {
+    SetFocus(button(work.cmdNext));
+
+    work.setVisible(false);
+    settle();
+    work.setVisible(true);
+    work.bringToFront();
+
+    EXPECT_TRUE(spinUntil([this] { return GetFocus() == button(work.cmdNext); }));
+}
+
+TEST_F(FocusTest, AWindowThatWasMinimisedHasItsFocusWhereItWas) {
+    SetFocus(button(work.cmdNext));
+
+    ShowWindow(workWindow(), SW_MINIMIZE);
+    settle();
+    ShowWindow(workWindow(), SW_RESTORE);
+
+    EXPECT_TRUE(spinUntil([this] { return GetFocus() == button(work.cmdNext); }));
+}
+
+/// A box of many lines in which nothing can be written, and a button.
+class LinesForm : public Form {
+public:
+    LinesForm() : Form("frmLines", "Lines") {
+        setLayout(column({item(txtLines).tall(3), item(cmdCancel)}));
+        setInitialFocus(txtLines);
+        setCancelButton(cmdCancel);
+    }
+    TextBox txtLines{*this, "txtLines", {.toolTip = "Lines", .readOnly = true, .multiLine = true}};
+    CommandButton cmdCancel{*this, "cmdCancel", {.caption = "Cancel"}};
+};
+
+class LinesTest : public Win32FaceTest {
+protected:
+    LinesTest() {
+        lines.cmdCancel.Click.connect([this] { ++cancelled; });
+        form.QueryUnload.connect([this](bool&, UnloadMode mode) { modes.push_back(mode); });
+        lines.setVisible(true);
+        lines.bringToFront();
+        EXPECT_TRUE(spinUntil([this] { return GetFocus() == child(lines.txtLines); }));
+    }
+    ~LinesTest() override {
+        modes.clear();
+        lines.unload();
+        settle();
+    }
+
+    static HWND child(const Control& control) {
+        return GetDlgItem(ownWindow("frmLines"), face::controlId(control));
+    }
+
+    std::vector<UnloadMode> modes;
+    int cancelled = 0;
+    LinesForm lines;
+};
+
+TEST_F(LinesTest, EscapeIsTheCancelButtonAndEndsNothing) {
+    press(VK_ESCAPE);
+    settle();
+
+    EXPECT_EQ(cancelled, 1);
+    EXPECT_TRUE(modes.empty());
+    EXPECT_TRUE(form.loaded());
+}
+
+TEST_F(LinesTest, TheTabKeyLeavesTheBox) {
+    press(VK_TAB);
+
+    EXPECT_EQ(GetFocus(), child(lines.cmdCancel));
+}
+
+} // namespace
+} // namespace tarvik

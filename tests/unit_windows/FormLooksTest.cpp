@@ -1,0 +1,257 @@
+#include "Win32FaceTest.h"
+
+#include "ui/frmHistory.h"
+#include "ui/frmMain.h"
+#include "ui/frmOptions.h"
+#include "ui/frmStatistics.h"
+#include "ui/frmWarning.h"
+
+#include <array>
+#include <map>
+
+namespace tarvik {
+namespace {
+
+constexpr int plain = 96;
+constexpr int fine = 144;
+
+/// The forms of the program, each in a real window.
+class FormLooksTest : public Win32FaceTest {
+protected:
+    void open(Form& shown, int resolution = plain) {
+        shown.setVisible(true);
+        settle();
+        const HWND window = ownWindow(shown.name());
+        ASSERT_NE(window, nullptr);
+        if (resolution != plain) {
+            constexpr UINT resolutionChanged = 0x02E0;
+            const RECT place{.left = 0, .top = 0, .right = 200, .bottom = 100};
+            SendMessageA(window, resolutionChanged, MAKEWPARAM(resolution, resolution),
+                         reinterpret_cast<LPARAM>(&place));
+            settle();
+        }
+    }
+
+    void close(Form& shown) {
+        shown.unload();
+        settle();
+    }
+
+    static HWND childOf(const Control& control) {
+        return GetDlgItem(ownWindow(control.form().name()), face::controlId(control));
+    }
+
+    static RECT placeOf(HWND window) {
+        RECT rect{};
+        GetWindowRect(window, &rect);
+        return rect;
+    }
+
+    static std::array<int, 2> sizeOf(const Form& shown) {
+        const RECT rect = placeOf(ownWindow(shown.name()));
+        return {static_cast<int>(rect.right - rect.left), static_cast<int>(rect.bottom - rect.top)};
+    }
+
+    /// Where each control stands on the screen.
+    static std::map<std::string, std::array<int, 4>> placesOf(const Form& shown) {
+        std::map<std::string, std::array<int, 4>> places;
+        for (const Control* control : controlsInOrder(*shown.layout())) {
+            const RECT rect = placeOf(childOf(*control));
+            places[control->name()] = {static_cast<int>(rect.left), static_cast<int>(rect.top),
+                                       static_cast<int>(rect.right), static_cast<int>(rect.bottom)};
+        }
+        return places;
+    }
+
+    /// The row of the screen in which the painted text of a window begins: the first that holds
+    /// anything but the window's ground, so far inside.
+    static int topOfText(HWND window, int inside) {
+        RedrawWindow(window, nullptr, nullptr,
+                     RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_UPDATENOW);
+        RECT area{};
+        GetClientRect(window, &area);
+        POINT origin{};
+        ClientToScreen(window, &origin);
+        const HDC context = GetDC(window);
+        const COLORREF ground = GetPixel(context, area.right - 1 - inside, area.bottom - 1);
+        int top = -1;
+        for (int y = 0; y < area.bottom && top < 0; ++y) {
+            for (int x = inside; x < area.right - inside && top < 0; ++x) {
+                top = GetPixel(context, x, y) != ground ? y : -1;
+            }
+        }
+        ReleaseDC(window, context);
+        return origin.y + top;
+    }
+
+    template <class Shown>
+    void hideAndShowEverything(int resolution) {
+        Shown shown;
+        ASSERT_NO_FATAL_FAILURE(open(shown, resolution));
+        const auto before = sizeOf(shown);
+        for (Control* control : controlsInOrder(*shown.layout())) {
+            for (int i = 0; i < 2; ++i) {
+                control->setVisible(!control->visible());
+                settle();
+                EXPECT_EQ(sizeOf(shown), before) << shown.name() << " " << control->name();
+            }
+        }
+        close(shown);
+    }
+};
+
+TEST_F(FormLooksTest, NoWindowChangesItsSizeByWhatIsShownOrHidden) {
+    for (const int resolution : {plain, fine}) {
+        hideAndShowEverything<FrmMain>(resolution);
+        hideAndShowEverything<FrmHistory>(resolution);
+        hideAndShowEverything<FrmOptions>(resolution);
+        hideAndShowEverything<FrmStatistics>(resolution);
+        hideAndShowEverything<FrmWarning>(resolution);
+    }
+}
+
+TEST_F(FormLooksTest, TheHistoryKeepsItsSizeInEveryOrderOfItsViews) {
+    for (const int resolution : {plain, fine}) {
+        FrmHistory history;
+        ASSERT_NO_FATAL_FAILURE(open(history, resolution));
+        const auto before = sizeOf(history);
+        const std::array<Frame*, 3> frames{&history.frameHistory, &history.frameStatistics,
+                                           &history.frameStatisticsIP};
+        for (const std::size_t next : {1U, 0U, 2U, 0U, 1U, 2U, 1U, 0U}) {
+            frames.at(next)->setVisible(true); // for a moment there are two
+            settle();
+            EXPECT_EQ(sizeOf(history), before);
+            for (Frame* other : frames) {
+                other->setVisible(other == frames.at(next));
+            }
+            settle();
+            EXPECT_EQ(sizeOf(history), before);
+        }
+        close(history);
+    }
+}
+
+TEST_F(FormLooksTest, StartingAndStoppingMonitoringMovesNothing) {
+    for (const int resolution : {plain, fine}) {
+        FrmMain main;
+        ASSERT_NO_FATAL_FAILURE(open(main, resolution));
+        const auto before = placesOf(main);
+
+        main.cmdMonitor.setCaption("Stop Monitoring");
+        main.lblMonitoring.setCaption("Monitoring: active");
+        settle();
+
+        EXPECT_EQ(placesOf(main), before);
+        close(main);
+    }
+}
+
+TEST_F(FormLooksTest, AnotherUnitMovesNothing) {
+    FrmMain main;
+    ASSERT_NO_FATAL_FAILURE(open(main));
+    const auto before = placesOf(main);
+
+    for (const std::string unit : {"(KBytes):", "(MBytes):", "(GBytes):"}) {
+        main.lblTransferCurrent.setCaption("current " + unit);
+        main.lblTransferTotal.setCaption("total " + unit);
+        settle();
+        EXPECT_EQ(placesOf(main), before) << unit;
+    }
+    close(main);
+}
+
+TEST_F(FormLooksTest, TheColumnsOfTheOptionsEndOnOneLine) {
+    for (const int resolution : {plain, fine}) {
+        FrmOptions options;
+        ASSERT_NO_FATAL_FAILURE(open(options, resolution));
+
+        EXPECT_EQ(placeOf(childOf(options.frameMisc)).bottom,
+                  placeOf(childOf(options.frameTransferReset)).bottom);
+        EXPECT_EQ(placeOf(childOf(options.frameStartUp)).top,
+                  placeOf(childOf(options.frameWarnings)).top);
+        close(options);
+    }
+}
+
+TEST_F(FormLooksTest, TheOptionsCannotBeMaximised) {
+    FrmOptions options;
+    FrmHistory history;
+    ASSERT_NO_FATAL_FAILURE(open(options));
+    ASSERT_NO_FATAL_FAILURE(open(history));
+
+    EXPECT_EQ(GetWindowLongA(ownWindow("frmOptions"), GWL_STYLE) & WS_MAXIMIZEBOX, 0);
+    EXPECT_NE(GetWindowLongA(ownWindow("frmHistory"), GWL_STYLE) & WS_MAXIMIZEBOX, 0);
+    close(options);
+    close(history);
+}
+
+TEST_F(FormLooksTest, ARecordOfManyDigitsIsNotCut) {
+    for (const int resolution : {plain, fine}) {
+        FrmHistory history;
+        ASSERT_NO_FATAL_FAILURE(open(history, resolution));
+        history.frameHistory.setVisible(false);
+        history.frameStatistics.setVisible(true);
+        const std::string record = "10000.) 22.11.2026/23:59:59 (00:12:40:000) S:987654321; "
+                                   "R:987654321 (IP: 10.0.1.30)";
+        history.txtCurrentStop.setText(record);
+        settle();
+
+        const HWND box = childOf(history.txtCurrentStop);
+        const LRESULT last = SendMessageA(box, EM_POSFROMCHAR, record.size() - 1, 0);
+        RECT area{};
+        GetClientRect(box, &area);
+        EXPECT_LT(static_cast<int>(LOWORD(last)) + 8, static_cast<int>(area.right)) << resolution;
+        close(history);
+    }
+}
+
+TEST_F(FormLooksTest, TheTextOfABoxStandsAsHighAsThatOfItsLabel) {
+    for (const int resolution : {plain, fine}) {
+        FrmMain main;
+        ASSERT_NO_FATAL_FAILURE(open(main, resolution));
+        main.lblDurationTotal.setCaption("HHHH");
+        main.txtDurationTotal.setText("HHHH");
+        settle();
+
+        EXPECT_EQ(topOfText(childOf(main.txtDurationTotal), 3),
+                  topOfText(childOf(main.lblDurationTotal), 0));
+        close(main);
+    }
+}
+
+/// Everything that is painted of a window.
+std::vector<COLORREF> pixelsOf(HWND window) {
+    UpdateWindow(window);
+    RECT area{};
+    GetClientRect(window, &area);
+    std::vector<COLORREF> pixels;
+    const HDC context = GetDC(window);
+    for (int y = 0; y < area.bottom; ++y) {
+        for (int x = 0; x < area.right; ++x) {
+            pixels.push_back(GetPixel(context, x, y));
+        }
+    }
+    ReleaseDC(window, context);
+    return pixels;
+}
+
+TEST_F(FormLooksTest, ABoxThatOnlyShowsSomethingKnowsNothingOfTheMouse) {
+    FrmStatistics statistics;
+    ASSERT_NO_FATAL_FAILURE(open(statistics));
+    const HWND box = childOf(statistics.chkConnected);
+    ASSERT_TRUE(spinUntil([&] { return GetFocus() == childOf(statistics.chkActiveConnection); }));
+    const auto before = pixelsOf(box);
+
+    SendMessageA(box, WM_MOUSEMOVE, 0, MAKELPARAM(4, 4));
+    EXPECT_EQ(pixelsOf(box), before);
+    SendMessageA(box, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(4, 4));
+    EXPECT_EQ(pixelsOf(box), before);
+    SendMessageA(box, WM_LBUTTONUP, 0, MAKELPARAM(4, 4));
+
+    EXPECT_EQ(GetFocus(), childOf(statistics.chkActiveConnection));
+    EXPECT_EQ(pixelsOf(box), before);
+    close(statistics);
+}
+
+} // namespace
+} // namespace tarvik
