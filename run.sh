@@ -5,14 +5,20 @@ set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")"
 # shellcheck source=scripts/packages.sh
 . scripts/packages.sh
+# shellcheck source=scripts/place.sh
+. scripts/place.sh
 
-# shellcheck disable=SC2086
-install_missing $packages_build
+can_write build out
+forget_moved_builds
+[ -x build/release/bin/tarvik-demo ] ||
+    echo "A first run installs what is missing and builds: 2 to 4 minutes, and 1.6 GB of disk."
+# shellcheck disable=SC2046,SC2086
+install_missing $packages_build $(packages_of_display)
 cmake --preset release -DTARVIK_TESTS=OFF -DTARVIK_BENCH=OFF >/dev/null
 cmake --build --preset release --target tarvik-demo tarvik
 
-if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
-    [ -n "${DISPLAY:-}" ] || install_missing qt6-wayland || true
+if choose_display; then
+    [ -n "${DISPLAY:-}" ] || install_missing qt6-wayland
     exec build/release/bin/tarvik-demo "$@"
 fi
 echo "There is no display: a virtual one is used, and the session plays by itself."

@@ -1,22 +1,30 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds everything and runs every test. Each stage runs whatever became of
 # the others; a stage that cannot run is named as skipped, which CI=true counts as a failure.
+#
+#   test.sh             all stages
+#   test.sh STAGE...    these, in the order in which they stand at the end of this file
+#   test.sh help        what they are called
 set -uo pipefail
 exec </dev/null
 cd "$(dirname "$(readlink -f "$0")")" || exit 1
 # shellcheck source=scripts/packages.sh
 . scripts/packages.sh
+# shellcheck source=scripts/place.sh
+. scripts/place.sh
 
+# Every test brings a display of its own; the user's stays empty, and need not even answer.
+unset DISPLAY WAYLAND_DISPLAY
 cannot_run=77 # the status of a stage that cannot run here
 summary=()
 passed=0 failed=0 skipped=0
 
-# stage NAME COMMAND...: runs one stage and keeps what became of it.
+# stage NAME COMMAND: runs one stage, unless others were named, and keeps what became of it.
 stage() {
-    local name=$1 status begin=$SECONDS
-    shift
+    local name=$1 command=$2 status begin=$SECONDS
+    [ -z "$named" ] || [[ $named == *" $command "* ]] || return 0
     printf '\n== %s\n' "$name"
-    "$@"
+    "$command"
     status=$?
     local seconds=$((SECONDS - begin))
     case $status in
@@ -24,6 +32,11 @@ stage() {
     "$cannot_run") skipped=$((skipped + 1)) && summary+=("SKIPPED  $name (${seconds} s)") ;;
     *) failed=$((failed + 1)) && summary+=("FAILED   $name (${seconds} s)") ;;
     esac
+}
+
+# tell_stages: what the stages are called, and what they are.
+tell_stages() {
+    sed -nE 's/^stage "(.*)" (\w+)$/  \2: \1/p' test.sh
 }
 
 # build PRESET TARGET...: configures and builds.
@@ -242,6 +255,15 @@ made_packages() {
     scripts/wine32.sh ready || return $cannot_run
     scripts/package.sh && /usr/bin/python3 -B -m unittest discover -s tests/packages -t tests/packages
 }
+
+named=${*:+" $* "}
+for word in "$@"; do
+    tell_stages | grep -q "^  $word:" || { echo "The stages of test.sh:" && tell_stages && exit 2; }
+done
+can_write build || exit 1
+forget_moved_builds
+[ -n "$named" ] ||
+    echo "All stages take about 40 minutes; a first run also installs what they need: 4.5 GB of disk in all."
 
 stage "packages" packages
 stage "lint" lint

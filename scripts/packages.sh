@@ -2,25 +2,26 @@
 # Packages of Debian 12 that building, running and testing need. Sourced, not run.
 
 packages_build="g++ cmake ninja-build qt6-base-dev libgl1-mesa-dev libsdbus-c++-dev"
-packages_display="xvfb weston qt6-wayland openbox dbus-daemon at-spi2-core python3 python3-gi gir1.2-atspi-2.0 imagemagick xdotool x11-utils fonts-noto-core trayer dunst"
+packages_display="xvfb weston qt6-wayland wayland-utils openbox dbus-daemon at-spi2-core python3 python3-gi gir1.2-atspi-2.0 imagemagick xdotool x11-utils fonts-noto-core trayer dunst"
 packages_bench="libglib2.0-dev"
 packages_package="dpkg-dev file gzip zip"
 packages_packaged="lintian appstream desktop-file-utils man-db fakeroot binutils unzip"
 packages_fuzz="clang libclang-rt-dev llvm"
 packages_office="libreoffice-calc-nogui"
 packages_library="libgtest-dev libgmock-dev"
-packages_lint="clang-format python3"
+packages_lint="clang-format git python3"
 packages_network="network-manager network-manager-openvpn openvpn dbus-daemon iproute2 openssl procps"
 packages_windows="g++-mingw-w64-i686-posix googletest"
 packages_wine="debootstrap util-linux xvfb openbox imagemagick xdotool python3 python3-pefile"
+packages_bare="debootstrap util-linux"
 packages_test="$packages_library $packages_lint clang-tidy gcovr"
 
 # missing_of PACKAGE...: those that are not installed.
 missing_of() {
-    local package
+    local package known
+    known=$(dpkg-query -W -f '\n${Package} ${db:Status-Abbrev}' "$@" 2>/dev/null) || true
     for package in "$@"; do
-        dpkg-query -W -f '${db:Status-Abbrev}' "$package" 2>/dev/null | grep -q '^ii' ||
-            printf '%s ' "$package"
+        [[ $known == *$'\n'"$package ii"* ]] || printf '%s ' "$package"
     done
 }
 
@@ -31,21 +32,69 @@ needs() {
     [ -z "$missing" ] || { echo "Not installed: $missing" >&2; return 1; }
 }
 
+# by_root COMMAND: what somebody types at a terminal to have root do this.
+by_root() {
+    local as=(su - -c)
+    ! command -v sudo >/dev/null || [[ " $(id -nG) " != *" sudo "* ]] || as=(sudo sh -c)
+    printf '    %s %s\n' "${as[*]}" "${1@Q}"
+}
+
+# become_root: sets as_root to the words that make a command root's; false where they do not help.
+become_root() {
+    as_root=()
+    [ "$(id -u)" -ne 0 ] || return 0
+    command -v sudo >/dev/null || return 1
+    as_root=(sudo)
+    ! sudo -n true 2>/dev/null || return 0
+    { : </dev/tty; } 2>/dev/null || return 1
+    echo "sudo may ask for your password: packages have to be installed."
+    sudo -v
+}
+
+# show_progress: of what apt-get says, how much there is to do and, in steps, how much is done.
+show_progress() {
+    local line all='?' fetched=0 unpacked=0 done=0
+    while IFS= read -r line; do
+        case $line in
+        *" newly installed,"*) all=${line%% newly installed*} all=${all##* } ;;
+        "Need to get "* | "After this operation, "*) echo "  $line" ;;
+        "Get:"*) ((++fetched % 100)) || echo "  $fetched of $all fetched" ;;
+        "Unpacking "*) ((++unpacked % 100)) || echo "  $unpacked of $all unpacked" ;;
+        "Setting up "*) ((++done % 100)) || echo "  $done of $all set up" ;;
+        esac
+    done
+}
+
+# tell_why LOG: one line about why apt-get failed, after its own.
+tell_why() {
+    sed -n 's/^E: /  apt-get: /p' "$1" | sort -u | head -n 3 >&2
+    if grep -qE 'Unable to locate|Failed to fetch|no installation candidate' "$1"; then
+        echo "Nothing was installed: the sources in /etc/apt cannot be reached, or are not those of Debian 12." >&2
+    else
+        echo "Not everything was installed: see to what apt-get says, and start again." >&2
+    fi
+}
+
 # install_missing PACKAGE...: installs what is not there; 77 when that cannot be done.
 install_missing() {
-    local missing as_root=()
+    local missing log status=0 as_root
     missing=$(missing_of "$@")
-    [ -z "$missing" ] && return 0
-    if [ "$(id -u)" -ne 0 ]; then
-        if ! command -v sudo >/dev/null || ! { sudo -n true || : </dev/tty; } 2>/dev/null; then
-            echo "Only root can install what is missing: $missing" >&2
-            return 77
-        fi
-        as_root=(sudo)
+    [ -n "$missing" ] || return 0
+    if ! become_root; then
+        echo "Only root can install what is missing. Type this and start again:" >&2
+        by_root "apt-get update && apt-get install -y --no-install-recommends ${missing% }" >&2
+        return 77
     fi
-    echo "Installing: $missing"
-    "${as_root[@]}" apt-get update -qq
+    echo "Installing, which can take minutes: $missing"
+    log=$(mktemp)
+    # Without a network, lists from before may still do.
+    "${as_root[@]}" apt-get update -q >"$log" 2>&1 || true
+    # Something else may be installing just now, as after the start of a desktop.
     # shellcheck disable=SC2086
-    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y -qq --no-install-recommends $missing >/dev/null || return 77
+    "${as_root[@]}" env LC_ALL=C DEBIAN_FRONTEND=noninteractive apt-get install -y -q \
+        -o DPkg::Lock::Timeout=300 --no-install-recommends $missing 2>&1 |
+        tee -a "$log" | show_progress || true
+    [ -z "$(missing_of "$@")" ] || { status=77 && tell_why "$log"; }
+    rm -f "$log"
+    return $status
 }

@@ -29,8 +29,9 @@ def print_figures(program, when):
 
 
 def play(program, desktop, picture):
-    for _ in range(2):  # a first run shows two notices
-        print("Notice: " + program.box_text().replace("\n", " "))
+    print("Two notices, which come at every first run, while there is no file yet:")
+    for _ in range(2):
+        print("  " + program.box_text().replace("\n", " "))
         program.answer("OK")
     program.press("cmdMonitor")
     program.wait_text("lblMonitoring", "Monitoring: active")

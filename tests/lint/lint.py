@@ -21,13 +21,16 @@ NOT_TEXTS = (".png", ".ico", "LICENSE")
 
 def all_names():
     """The files that are kept; outside a repository, every file but what building makes."""
-    run = subprocess.run(
-        ["git", "-c", "safe.directory=*", "ls-files", "-z", "--cached", "--others",
-         "--exclude-standard"],
-        cwd=ROOT, capture_output=True, text=True, check=False,
-    )
-    if run.returncode == 0 and run.stdout:
-        names = run.stdout.split("\0")
+    try:
+        kept = subprocess.run(
+            ["git", "-c", "safe.directory=*", "ls-files", "-z", "--cached", "--others",
+             "--exclude-standard"],
+            cwd=ROOT, capture_output=True, text=True, check=True,
+        ).stdout
+    except (OSError, subprocess.CalledProcessError):
+        kept = ""
+    if kept:
+        names = kept.split("\0")
     else:
         names = [str(path.relative_to(ROOT)) for path in ROOT.rglob("*")
                  if not NOT_SOURCES & set(path.relative_to(ROOT).parts)]
