@@ -14,6 +14,7 @@
 #include "linux/services/LinuxSingleInstance.h"
 #include "linux/services/LinuxSockets.h"
 #include "linux/services/LinuxSystemErrorText.h"
+#include "linux/services/ToolkitServices.h"
 #include "ports/Platform.h"
 
 #include <QApplication>
@@ -34,6 +35,7 @@ public:
 
 private:
     face::DisplayLoss displayLoss_; ///< outlives the application, which may lose the display last
+    ToolkitServices services_;      ///< before the application, which would wait for them
     int onlyName_; ///< the toolkit gets no switch: each is the program's, known or not
     QApplication application_;
     LinuxProgram program_;

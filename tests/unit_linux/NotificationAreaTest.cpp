@@ -1,5 +1,6 @@
 #include "SessionBusStandIn.h"
 #include "Waiting.h"
+#include "linux/face/BusNames.h"
 #include "linux/face/ItemTypes.h"
 #include "linux/face/LinuxNotificationArea.h"
 #include "support/QtMachine.h"
@@ -17,6 +18,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -426,6 +428,32 @@ TEST_F(NotificationAreaTest, AClickOnTheItemIsTheLeftButton) {
 
     EXPECT_TRUE(spinUntil([&] { return !messages.empty(); }));
     EXPECT_EQ(messages, std::vector<int>{514});
+}
+
+TEST_F(NotificationAreaTest, ABusThatIsHaltedWhenTheIconIsAddedTellsOfThePanelLater) {
+    const PanelStandIn panel;
+    bool added = true;
+    {
+        const HaltedBus halted;
+        added = ask(NotificationArea::add);
+    }
+
+    EXPECT_TRUE(spinUntil([&] { return ask(NotificationArea::modify); }));
+    EXPECT_FALSE(added);
+}
+
+TEST_F(NotificationAreaTest, AHaltedBusShowsNoNote) {
+    const NoteServiceStandIn service;
+    const HaltedBus halted;
+
+    EXPECT_FALSE(note("Title", "text"));
+}
+
+TEST_F(NotificationAreaTest, OfAHaltedBusNothingIsKnown) {
+    const HaltedBus halted;
+
+    EXPECT_EQ(face::BusNames::isOwned(QStringLiteral("org.freedesktop.DBus")), std::nullopt);
+    EXPECT_EQ(face::BusNames::isStartable(QStringLiteral("org.freedesktop.DBus")), std::nullopt);
 }
 
 class TrayMenuTest : public testing::Test {

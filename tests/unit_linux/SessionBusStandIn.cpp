@@ -45,6 +45,8 @@ public:
         ASSERT_TRUE(QDBusConnection::sessionBus().isConnected());
     }
 
+    void send(int signal) const { kill(static_cast<pid_t>(daemon_.processId()), signal); }
+
     void TearDown() override {
         daemon_.kill();
         daemon_.waitForFinished();
@@ -55,7 +57,13 @@ private:
     QProcess daemon_;
 };
 
-const auto* const sessionBus = testing::AddGlobalTestEnvironment(new SessionBus);
+SessionBus* newSessionBus() {
+    auto* bus = new SessionBus;
+    testing::AddGlobalTestEnvironment(bus);
+    return bus;
+}
+
+const SessionBus* const sessionBus = newSessionBus();
 
 QString newConnectionName() {
     static int last = 0;
@@ -63,6 +71,14 @@ QString newConnectionName() {
 }
 
 } // namespace
+
+HaltedBus::HaltedBus() {
+    sessionBus->send(SIGSTOP);
+}
+
+HaltedBus::~HaltedBus() {
+    sessionBus->send(SIGCONT);
+}
 
 BusNameStandIn::BusNameStandIn(const QString& name)
     : connection_(QDBusConnection::connectToBus(QDBusConnection::SessionBus, newConnectionName())),

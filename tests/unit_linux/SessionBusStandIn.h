@@ -29,6 +29,15 @@ private:
     QString name_;
 };
 
+/// While it lives, the session bus is halted: it takes what it is told, and does nothing.
+class HaltedBus {
+public:
+    HaltedBus();
+    ~HaltedBus();
+    HaltedBus(const HaltedBus&) = delete;
+    HaltedBus& operator=(const HaltedBus&) = delete;
+};
+
 /// A stand-in for the desktop's notification service; the test sees what it is asked to show.
 class NoteServiceStandIn : public QDBusVirtualObject {
 public:

@@ -1,13 +1,16 @@
 #include "linux/face/DesktopNotes.h"
 
+#include "linux/face/BusNames.h"
+
 #include <QCoreApplication>
 #include <QDBusConnection>
-#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QStringList>
 #include <QVariantMap>
+
+#include <optional>
 
 namespace tarvik::face {
 
@@ -17,24 +20,15 @@ const QString service = QStringLiteral("org.freedesktop.Notifications");
 const QString path = QStringLiteral("/org/freedesktop/Notifications");
 
 /// The service runs, or is started by the first call to it.
-bool desktopShowsNotes(const QDBusConnection& bus) {
-    QDBusConnectionInterface* names = bus.interface();
-    if (names == nullptr) {
-        return false;
-    }
-    const QDBusReply<bool> running = names->isServiceRegistered(service);
-    if (running.isValid() && running.value()) {
-        return true;
-    }
-    const QDBusReply<QStringList> known = names->activatableServiceNames();
-    return known.isValid() && known.value().contains(service);
+bool desktopShowsNotes() {
+    const std::optional<bool> running = BusNames::isOwned(service);
+    return running && (*running || BusNames::isStartable(service).value_or(false));
 }
 
 } // namespace
 
 bool DesktopNotes::show(const QString& title, const QString& text, int milliseconds) {
-    const QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!desktopShowsNotes(bus)) {
+    if (!desktopShowsNotes()) {
         return false;
     }
     QDBusMessage call =
@@ -44,7 +38,7 @@ bool DesktopNotes::show(const QString& title, const QString& text, int milliseco
          << title << text.toHtmlEscaped() << QStringList()
          << QVariantMap{{QStringLiteral("desktop-entry"), QStringLiteral("tarvik")}}
          << milliseconds;
-    auto* answer = new QDBusPendingCallWatcher(bus.asyncCall(call), this);
+    auto* answer = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, &DesktopNotes::takeNumber);
     return true;
 }

@@ -1,7 +1,12 @@
 #include "linux/face/ItemPanelWatch.h"
 
-#include <QDBusConnection>
+#include "linux/face/BusNames.h"
 
+#include <QDBusConnection>
+#include <QDBusPendingCallWatcher>
+
+#include <limits>
+#include <optional>
 #include <utility>
 
 namespace tarvik::face {
@@ -11,33 +16,67 @@ namespace {
 const QString watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 
-/// The longest that the bus is waited for at the start, in milliseconds.
-constexpr int longestWait = 100;
-
-bool isOnTheBus(const QString& name) {
-    const QString bus = QStringLiteral("org.freedesktop.DBus");
-    QDBusMessage call = QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"),
-                                                       bus, QStringLiteral("NameHasOwner"));
-    call << name;
-    const QDBusMessage answer = QDBusConnection::sessionBus().call(call, QDBus::Block, longestWait);
-    return answer.type() == QDBusMessage::ReplyMessage && answer.arguments().value(0).toBool();
-}
-
 } // namespace
 
 ItemPanelWatch::ItemPanelWatch(std::function<void()> changed)
-    : names_(watcherName, QDBusConnection::sessionBus()) {
+    : changed_(std::move(changed)), names_(watcherName, QDBusConnection::sessionBus()) {
     connect(&names_, &QDBusServiceWatcher::serviceOwnerChanged, this,
-            [this, told = std::move(changed)](const QString&, const QString&, const QString& now) {
-                panelIsThere_ = !now.isEmpty();
-                told();
+            [this](const QString&, const QString&, const QString& now) {
+                panel_ = panelAt(!now.isEmpty());
+                changed_();
             });
-    panelIsThere_ = isOnTheBus(watcherName);
+    lookForPanel();
+}
+
+ItemPanelWatch::Panel ItemPanelWatch::panelAt(bool owned) const {
+    if (owned) {
+        return Panel::There;
+    }
+    return startable_ ? Panel::Unknown : Panel::None;
+}
+
+void ItemPanelWatch::lookForPanel() {
+    const std::optional<bool> owned = BusNames::isOwned(watcherName);
+    const std::optional<bool> startable = owned ? BusNames::isStartable(watcherName) : std::nullopt;
+    if (!startable) {
+        askAgain();
+        return;
+    }
+    startable_ = *startable;
+    panel_ = panelAt(*owned);
+    if (startable_ && !*owned) {
+        // It will say itself that it has come.
+        QDBusMessage start = BusNames::callToBus(QStringLiteral("StartServiceByName"));
+        start << watcherName << 0U;
+        QDBusConnection::sessionBus().asyncCall(start);
+    }
+}
+
+/// The bus is halted: this question waits for it, and nobody waits for the question.
+void ItemPanelWatch::askAgain() {
+    const QDBusMessage question = BusNames::callToBus(QStringLiteral("GetId"));
+    auto* answer = new QDBusPendingCallWatcher(
+        QDBusConnection::sessionBus().asyncCall(question, std::numeric_limits<int>::max()), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
+        answer->deleteLater();
+        if (!answer->isError()) {
+            lookForPanel();
+            changed_();
+        }
+    });
 }
 
 QDBusMessage ItemPanelWatch::callToPanel(const QString& method) {
     QDBusMessage call =
         QDBusMessage::createMethodCall(watcherName, watcherPath, watcherName, method);
+    call.setAutoStartService(false);
+    return call;
+}
+
+QDBusMessage ItemPanelWatch::questionForMethods() {
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        watcherName, watcherPath, QStringLiteral("org.freedesktop.DBus.Introspectable"),
+        QStringLiteral("Introspect"));
     call.setAutoStartService(false);
     return call;
 }

@@ -71,30 +71,36 @@ void LinuxNotificationArea::followPanel() {
     if (desktop_.displayLost()) {
         return;
     }
-    if (!panels_->panelIsThere()) {
+    if (panels_->panelIsThere()) {
+        makeItem();
+    } else {
         item_.reset();
         menu_.reset();
         makeIcon();
-    } else {
-        makeItem();
     }
     showLast();
 }
 
+/// The toolkit asks once in its life, at its first icon, whether there is a panel for items, and
+/// waits for it then. From then on, having found none, it asks nobody but the display.
+bool LinuxNotificationArea::iconWaitsForNobody() const {
+    return iconWasMade_ || panels_->nobodyIsThere() ||
+           (item_ != nullptr && item_->isRefusedAtOnce());
+}
+
 void LinuxNotificationArea::makeIcon() {
-    // The toolkit asks once in its life whether there is a panel for items, and waits for it then:
-    // an icon of its own is made only while there is none.
-    if (icon_ != nullptr) {
+    if (icon_ != nullptr || !iconWaitsForNobody()) {
         return;
     }
+    iconWasMade_ = true;
     icon_ = std::make_unique<QSystemTrayIcon>();
     // What the icon begins may take the icon away: it has to be out of its own handlers by then.
     connect(icon_.get(), &QSystemTrayIcon::activated, this, &LinuxNotificationArea::onActivated,
             Qt::QueuedConnection);
 }
 
-/// Nothing shows the item, but the panel's program has answered: the toolkit, which asks it once
-/// more, is not held up, and finds a panel that embeds icons.
+/// Nothing shows the item, though the panel's program has answered: there may be another panel,
+/// which embeds icons.
 void LinuxNotificationArea::showIconBesideItem() {
     if (!desktop_.displayLost()) {
         makeIcon();

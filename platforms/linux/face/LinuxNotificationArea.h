@@ -45,6 +45,7 @@ private:
     /// Makes what suits the panel that is there now.
     void followPanel();
     void makeIcon();
+    bool iconWaitsForNobody() const;
     void showIconBesideItem();
     void makeItem();
     void onActivated(QSystemTrayIcon::ActivationReason reason);
@@ -60,6 +61,7 @@ private:
     QString tip_;
     std::unique_ptr<ItemPanelWatch> panels_;   ///< null while no icon was added
     std::unique_ptr<QSystemTrayIcon> icon_;    ///< null where a panel has taken the item
+    bool iconWasMade_ = false;                 ///< once, whether or not it is still there
     std::unique_ptr<TrayMenu> menu_;           ///< of the item
     std::unique_ptr<StatusNotifierItem> item_; ///< null where no panel shows items
 };

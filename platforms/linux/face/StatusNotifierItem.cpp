@@ -1,5 +1,6 @@
 #include "linux/face/StatusNotifierItem.h"
 
+#include "linux/face/BusNames.h"
 #include "linux/face/ItemPanelWatch.h"
 #include "linux/face/ItemTypes.h"
 
@@ -12,6 +13,7 @@
 #include <QStringList>
 #include <QThread>
 
+#include <algorithm>
 #include <utility>
 
 namespace tarvik::face {
@@ -21,6 +23,12 @@ namespace {
 const QString itemPath = QStringLiteral("/StatusNotifierItem");
 const QString itemInterface = QStringLiteral("org.kde.StatusNotifierItem");
 const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+
+/// The bus gives the name now or not at all.
+constexpr unsigned doNotQueue = 4;
+
+/// An answer within that time, in milliseconds, came at once.
+constexpr qint64 atOnce = 50;
 
 /// The name of each item of this process, as panels expect it.
 QString newName() {
@@ -44,14 +52,20 @@ StatusNotifierItem::StatusNotifierItem(QMenu& menu, Events events)
       events_(std::move(events)) {
     registerItemTypes();
     bus_.registerVirtualObject(itemPath, this);
-    bus_.registerService(name_);
+    // The toolkit's own way to get a name waits for the bus. What comes after this on the same line
+    // is done after it.
+    QDBusMessage request = BusNames::callToBus(QStringLiteral("RequestName"));
+    request << name_ << doNotQueue;
+    bus_.asyncCall(request);
     hostCame_.setSingleShot(true);
     connect(&hostCame_, &QTimer::timeout, this, &StatusNotifierItem::offer);
     ItemPanelWatch::tellOfHosts(&hostCame_, SLOT(start()));
 }
 
 StatusNotifierItem::~StatusNotifierItem() {
-    bus_.unregisterService(name_);
+    QDBusMessage release = BusNames::callToBus(QStringLiteral("ReleaseName"));
+    release << name_;
+    bus_.asyncCall(release);
     bus_.unregisterObject(itemPath);
 }
 
@@ -67,18 +81,36 @@ void StatusNotifierItem::offer() {
     call << name_;
     offer_ = ask(call);
     host_ = ask(ItemPanelWatch::questionForHost());
+    methods_ = ask(ItemPanelWatch::questionForMethods());
+    offered_.start();
+    answeredAfter_ = 0;
 }
 
 bool StatusNotifierItem::isAnswered() const {
     return offer_ != nullptr && offer_->isFinished() && host_->isFinished();
 }
 
-bool StatusNotifierItem::isAccepted() const {
-    return isAnswered() && !offer_->isError() && !host_->isError() &&
+bool StatusNotifierItem::hasHost() const {
+    return !host_->isError() &&
            host_->reply().arguments().value(0).value<QDBusVariant>().variant().toBool();
 }
 
+bool StatusNotifierItem::isAccepted() const {
+    return isAnswered() && !offer_->isError() && hasHost();
+}
+
+bool StatusNotifierItem::isRefusedAtOnce() const {
+    return answeredAfter_ > 0 && answeredAfter_ <= atOnce && !hasHost();
+}
+
+void StatusNotifierItem::noteAnswers() {
+    if (answeredAfter_ == 0 && isAnswered() && methods_->isFinished()) {
+        answeredAfter_ = std::max<qint64>(1, offered_.elapsed());
+    }
+}
+
 void StatusNotifierItem::settle() {
+    noteAnswers();
     if (isAccepted()) {
         if (!std::exchange(isTaken_, true)) {
             events_.taken();
@@ -90,8 +122,9 @@ void StatusNotifierItem::settle() {
 
 void StatusNotifierItem::allowTime(int milliseconds) {
     const QDeadlineTimer end(milliseconds);
-    while (!isAnswered() && offer_ != nullptr && !end.hasExpired()) {
+    while (answeredAfter_ == 0 && !isAccepted() && !end.hasExpired()) {
         QThread::msleep(1);
+        noteAnswers();
     }
     isTaken_ = isAccepted();
 }

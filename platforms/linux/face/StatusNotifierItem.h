@@ -5,6 +5,7 @@
 #include <QDBusConnection>
 #include <QDBusPendingCallWatcher>
 #include <QDBusVirtualObject>
+#include <QElapsedTimer>
 #include <QIcon>
 #include <QTimer>
 
@@ -34,6 +35,9 @@ public:
     /// Gives a panel that answers at once the time for it, so many milliseconds at most.
     void allowTime(int milliseconds);
     bool isTaken() const { return isTaken_; }
+    /// The panel's program has said at once that nothing shows items, and what it knows to answer:
+    /// the same questions, asked once more, hold nobody up.
+    bool isRefusedAtOnce() const;
 
     void show(const QIcon& icon, const QString& tip);
 
@@ -45,7 +49,9 @@ private:
 
     Answer ask(const QDBusMessage& call);
     bool isAnswered() const;
+    bool hasHost() const;
     bool isAccepted() const;
+    void noteAnswers();
     void settle();
     QVariantMap properties() const;
     void tell(const QString& signal);
@@ -54,9 +60,12 @@ private:
     QString name_;
     ItemMenu menu_;
     Events events_;
-    Answer offer_;    ///< the panel's answer
-    Answer host_;     ///< whether anything shows items
-    QTimer hostCame_; ///< runs out at once when something that shows items has come
+    Answer offer_;   ///< the panel's answer
+    Answer host_;    ///< whether anything shows items
+    Answer methods_; ///< what the panel's program knows to answer
+    QElapsedTimer offered_;
+    qint64 answeredAfter_ = 0; ///< milliseconds until the last of the answers; 0 while one lacks
+    QTimer hostCame_;          ///< runs out at once when something that shows items has come
     QIcon icon_;
     QString tip_;
     bool isTaken_ = false;

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+namespace tarvik {
+
+/// False where a session manager takes the connection and then says nothing it should; true where
+/// it greets, or where none takes the connection. Waits for its first word without end.
+/// `addresses` is what SESSION_MANAGER holds; only those of this machine are tried.
+bool sessionManagerGreets(const std::string& addresses);
+
+} // namespace tarvik

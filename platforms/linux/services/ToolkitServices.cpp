@@ -1,0 +1,151 @@
+#include "linux/services/ToolkitServices.h"
+
+#include "linux/services/FileDescriptor.h"
+#include "linux/services/SessionManagerGreeting.h"
+
+#include <sdbus-c++/sdbus-c++.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <future>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <unistd.h>
+
+namespace tarvik {
+
+namespace {
+
+const char* const sessionBus = "DBUS_SESSION_BUS_ADDRESS";
+const char* const accessibilityBus = "AT_SPI_BUS_ADDRESS";
+const char* const sessionManager = "SESSION_MANAGER";
+
+/// The longest that all are waited for together. A loaded machine, which takes its time from every
+/// process, makes a turn longer, not their number smaller.
+constexpr std::chrono::milliseconds turn{10};
+constexpr int mostTurns = 15;
+
+std::string fromEnvironment(const char* name) {
+    const char* const value = std::getenv(name);
+    return value == nullptr ? "" : value;
+}
+
+/// The bus of that address greets, or the toolkit finds out at once that it does not: only sockets
+/// of this machine are held to it, everything else is the toolkit's to try.
+bool greets(const std::string& address) {
+    if (!address.starts_with("unix:")) {
+        return true;
+    }
+    try {
+        return sdbus::createSessionBusConnectionWithAddress(address) != nullptr;
+    } catch (const sdbus::Error& error) {
+        const std::string& name = error.getName();
+        return name == "org.freedesktop.DBus.Error.FileNotFound" ||
+               name == "org.freedesktop.DBus.Error.AccessDenied" ||
+               name == "org.freedesktop.DBus.Error.InvalidArgs" ||
+               name == "System.Error.ECONNREFUSED";
+    }
+}
+
+/// Where the session bus is looked for, "" where it would first have to be started.
+std::string sessionBusAddress() {
+    const std::string told = fromEnvironment(sessionBus);
+    const std::string runtime = fromEnvironment("XDG_RUNTIME_DIR");
+    if (!told.empty() || runtime.empty()) {
+        return told;
+    }
+    const std::string usual = runtime + "/bus";
+    return access(usual.c_str(), F_OK) == 0 ? "unix:path=" + usual : "";
+}
+
+/// The address that the service of accessibility tells, if it runs; "" if it does not.
+std::string toldAccessibilityBus(const std::string& bus) {
+    if (!bus.starts_with("unix:")) {
+        return "";
+    }
+    std::string address;
+    try {
+        const auto connection = sdbus::createSessionBusConnectionWithAddress(bus);
+        bool runs = false;
+        sdbus::createProxy(*connection, "org.freedesktop.DBus", "/org/freedesktop/DBus")
+            ->callMethod("NameHasOwner")
+            .onInterface("org.freedesktop.DBus")
+            .withArguments("org.a11y.Bus")
+            .storeResultsTo(runs);
+        if (runs) {
+            sdbus::createProxy(*connection, "org.a11y.Bus", "/org/a11y/bus")
+                ->callMethod("GetAddress")
+                .onInterface("org.a11y.Bus")
+                .storeResultsTo(address);
+        }
+    } catch (const sdbus::Error&) {
+        return ""; // there is none that the toolkit could find
+    }
+    return address;
+}
+
+/// A greeting that may be waited for, or be left behind: it touches nothing of the program.
+class Greeting {
+public:
+    template <class Call>
+    explicit Greeting(Call&& call) {
+        std::packaged_task<bool()> task(std::forward<Call>(call));
+        answer_ = task.get_future();
+        std::thread(std::move(task)).detach();
+    }
+
+    /// Whether it went well within what is left of the turns.
+    bool wentWell(int& turnsLeft) {
+        while (answer_.wait_for(turn) != std::future_status::ready) {
+            if (--turnsLeft <= 0) {
+                return false;
+            }
+        }
+        return answer_.get();
+    }
+
+private:
+    std::future<bool> answer_;
+};
+
+void hide(const char* name, const char* instead, std::string_view what) {
+    if (instead == nullptr) {
+        unsetenv(name);
+    } else {
+        setenv(name, instead, 1);
+    }
+    const std::string line =
+        "velmars-tarvik: " + std::string(what) + " does not answer and is left out\n";
+    static_cast<void>(writeAll(STDERR_FILENO, line));
+}
+
+} // namespace
+
+ToolkitServices::ToolkitServices() {
+    // An address of a kind that does not exist: without any, other places would be searched.
+    const char* const nowhere = "disabled:";
+    const std::string bus = sessionBusAddress();
+    const std::string told = fromEnvironment(accessibilityBus);
+    const std::string manager = fromEnvironment(sessionManager);
+    Greeting ofBus([bus] { return greets(bus); });
+    Greeting ofAccessibility(
+        [bus, told] { return greets(told.empty() ? toldAccessibilityBus(bus) : told); });
+    Greeting ofManager([manager] { return sessionManagerGreets(manager); });
+    int turnsLeft = mostTurns;
+    const bool busGreets = ofBus.wentWell(turnsLeft);
+    const bool accessibilityGreets = ofAccessibility.wentWell(turnsLeft);
+    const bool managerGreets = ofManager.wentWell(turnsLeft);
+    if (!busGreets) {
+        hide(sessionBus, nowhere, "the session bus");
+    }
+    if (!accessibilityGreets) {
+        hide(accessibilityBus, nowhere, "the bus of accessibility");
+    }
+    if (!managerGreets) {
+        hide(sessionManager, nullptr, "the session manager");
+    }
+}
+
+} // namespace tarvik

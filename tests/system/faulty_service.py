@@ -1,0 +1,106 @@
+"""A service on the session bus that does not do what it should; a process of its own, so that it can
+be halted as well. Run as a program it is that service: NAME KIND, until its end."""
+
+import os
+import pathlib
+import signal
+import subprocess
+import sys
+import threading
+
+from gi.repository import Gio, GLib
+
+from processes import end_with_parent, stop
+
+SLOWNESS = 8000  # milliseconds until a slow one answers
+WATCHER = "org.kde.StatusNotifierWatcher"
+
+
+class FaultyService:
+    """The service of that name until close(). Kinds: "mute" never answers; "slow" answers late;
+    "nonsense" answers everything with numbers; "refusing" with errors, except that it never says
+    what it can do; "panel" is a watcher as it should be, until it is halted."""
+
+    def __init__(self, address, kind, name=WATCHER):
+        self.process = subprocess.Popen(
+            [sys.executable, "-B", str(pathlib.Path(__file__)), name, kind],
+            env={**os.environ, "DBUS_SESSION_BUS_ADDRESS": address},
+            stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, text=True,
+            preexec_fn=end_with_parent,
+        )
+        self.calls = []
+        self.ready = threading.Event()
+        self.reader = threading.Thread(target=self._read, daemon=True)
+        self.reader.start()
+        if not self.ready.wait(20):
+            raise AssertionError("the service did not come to the bus")
+
+    def _read(self):
+        # It may be called before it has said that it is there.
+        for line in self.process.stdout:
+            if line == "ready\n":
+                self.ready.set()
+            else:
+                self.calls.append(line.strip())
+
+    def halt(self):
+        self.process.send_signal(signal.SIGSTOP)
+
+    def close(self):
+        self.process.send_signal(signal.SIGCONT)
+        self.process.terminate()
+        self.reader.join()
+        stop(self.process)
+
+
+def answer(call, kind):
+    """What a service of that kind says; None for nothing."""
+    method = call.get_member()
+    if kind == "nonsense":
+        reply = Gio.DBusMessage.new_method_reply(call)
+        reply.set_body(GLib.Variant("(ai)", ([1, 2],)))
+    elif kind in ("slow", "refusing") and method != "Introspect":
+        reply = Gio.DBusMessage.new_method_error_literal(
+            call, "org.freedesktop.DBus.Error.Failed", "no"
+        )
+    elif kind == "panel" and method != "Introspect":
+        reply = Gio.DBusMessage.new_method_reply(call)
+        if method == "Get":
+            reply.set_body(GLib.Variant("(v)", (GLib.Variant("b", True),)))
+    else:
+        reply = None
+    return reply
+
+
+def serve(name, kind):
+    flags = (
+        Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
+        | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
+    )
+    bus = Gio.DBusConnection.new_for_address_sync(
+        os.environ["DBUS_SESSION_BUS_ADDRESS"], flags, None, None
+    )
+
+    def on_message(connection, message, incoming):
+        if not incoming or message.get_message_type() != Gio.DBusMessageType.METHOD_CALL:
+            return message
+        print(message.get_member(), flush=True)
+        reply = answer(message, kind)
+        if reply is not None:
+            GLib.timeout_add(
+                SLOWNESS if kind == "slow" else 0,
+                lambda: bool(connection.send_message(reply, Gio.DBusSendMessageFlags.NONE)) and False,
+            )
+        return None
+
+    bus.add_filter(on_message)
+    bus.call_sync(
+        "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName",
+        GLib.Variant("(su)", (name, 4)), None, 0, -1, None,
+    )
+    print("ready", flush=True)
+    GLib.MainLoop().run()
+
+
+if __name__ == "__main__":
+    serve(*sys.argv[1:])

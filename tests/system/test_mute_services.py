@@ -1,0 +1,242 @@
+"""No service of the desktop holds the window up: mute, slow, halted, or talking nonsense, at the
+start or later. Each of these held it for 25 seconds or for good."""
+
+import contextlib
+import os
+import signal
+import socket
+import threading
+import time
+import unittest
+
+from gi.repository import Gio, GLib
+
+from desktop import wait_for
+from faulty_service import FaultyService
+from support import ProgramTest
+
+LONGEST = 5.0  # seconds for what takes a fraction of one, and takes 25 where it waits
+
+
+def owner_of(name, address):
+    """The number of the process that has the name on the bus of that address."""
+    flags = (
+        Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
+        | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
+    )
+    bus = Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
+    answer = bus.call_sync(
+        "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+        "GetConnectionUnixProcessID", GLib.Variant("(s)", (name,)), None, 0, 5000, None,
+    )
+    bus.close_sync(None)
+    return answer.unpack()[0]
+
+
+class MuteSocket:
+    """Takes every connection and never says a word, until close()."""
+
+    def __init__(self, path):
+        self.path = str(path)
+        self.taken = []
+        self.listening = socket.socket(socket.AF_UNIX)
+        self.listening.bind(self.path)
+        self.listening.listen()
+        self.thread = threading.Thread(target=self._take, daemon=True)
+        self.thread.start()
+
+    def _take(self):
+        with contextlib.suppress(OSError):
+            while True:
+                self.taken.append(self.listening.accept()[0])
+
+    def close(self):
+        with contextlib.suppress(OSError):
+            self.listening.shutdown(socket.SHUT_RDWR)
+        self.listening.close()
+        self.thread.join()
+        for connection in self.taken:
+            connection.close()
+
+
+class MuteServiceTest(ProgramTest):
+    @property
+    def address(self):
+        return self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"]
+
+    @contextlib.contextmanager
+    def without_delay(self, what):
+        begin = time.monotonic()
+        yield
+        self.assertLess(time.monotonic() - begin, LONGEST, what)
+
+    def watcher(self, kind):
+        service = FaultyService(self.address, kind)
+        self.addCleanup(service.close)
+        return service
+
+    @staticmethod
+    @contextlib.contextmanager
+    def halted(process):
+        """While the process of that number is halted."""
+        os.kill(process, signal.SIGSTOP)
+        try:
+            yield
+        finally:
+            os.kill(process, signal.SIGCONT)
+
+    def bus(self):
+        """The number of the session bus's process."""
+        return next(
+            each.pid for each in self.desktop.processes if each.args[0] == "dbus-daemon"
+        )
+
+    @staticmethod
+    def change_the_lamp(program):
+        program.press("cmdMonitor")
+        program.wait_text("lblMonitoring", "Monitoring: active")
+        program.press("cmdMonitor")
+        program.wait_text("lblMonitoring", "Monitoring: inactive")
+
+    def start_without_delay(self, **environment):
+        with self.without_delay("the start"):
+            return self.start_quietly(**environment)
+
+    def assert_it_goes_on(self, program):
+        with self.without_delay("two changes of the lamp"):
+            self.change_the_lamp(program)
+        with self.without_delay("the end"):
+            self.assertEqual(program.end(), 0)
+
+
+class FaultyWatcherTest(MuteServiceTest):
+    def check_from_the_start(self, kind):
+        self.watcher(kind)
+
+        program = self.start_without_delay()
+
+        self.assert_it_goes_on(program)
+
+    def check_later(self, kind):
+        program = self.start_without_delay()
+        watcher = self.watcher(kind)
+        wait_for("the item", lambda: "RegisterStatusNotifierItem" in watcher.calls)
+
+        self.assert_it_goes_on(program)
+
+    def test_a_mute_one_from_the_start(self):
+        self.check_from_the_start("mute")
+
+    def test_a_slow_one_from_the_start(self):
+        self.check_from_the_start("slow")
+
+    def test_one_that_talks_nonsense_from_the_start(self):
+        self.check_from_the_start("nonsense")
+
+    def test_one_that_refuses_and_does_not_tell_what_it_can_do_from_the_start(self):
+        self.check_from_the_start("refusing")
+
+    def test_a_mute_one_later(self):
+        self.check_later("mute")
+
+    def test_a_slow_one_later(self):
+        self.check_later("slow")
+
+    def test_one_that_talks_nonsense_later(self):
+        self.check_later("nonsense")
+
+    def test_one_that_refuses_and_does_not_tell_what_it_can_do_later(self):
+        self.check_later("refusing")
+
+    def test_one_that_is_halted_after_it_has_taken_the_item(self):
+        watcher = self.watcher("panel")
+        program = self.start_without_delay()
+        wait_for("the item", lambda: "RegisterStatusNotifierItem" in watcher.calls)
+
+        watcher.halt()
+
+        self.assert_it_goes_on(program)
+
+    def test_a_mute_one_is_asked_once_however_often_the_lamp_changes(self):
+        watcher = self.watcher("mute")
+        program = self.start_quietly()
+
+        for _ in range(3):
+            self.change_the_lamp(program)
+
+        self.assertEqual(
+            sorted(watcher.calls), ["Get", "Introspect", "RegisterStatusNotifierItem"]
+        )
+
+
+class HaltedProcessTest(MuteServiceTest):
+    def test_the_notification_service(self):
+        self.write_ini(
+            "[Settings]\nRefreshInterval=200\nTransferTicker=1\nTransferTickerValue=1\n"
+        )
+        self.desktop.forget_notes()  # the first question starts it
+        with self.halted(owner_of("org.freedesktop.Notifications", self.address)):
+            program = self.start_without_delay()
+            self.connect(program, "Skylark Mobile")
+
+            # The ticker tells each of these megabytes in a note.
+            with self.without_delay("the ticks"):
+                program.wait_text("txtBytesRcvd", lambda text: len(text) >= 7)
+
+            with self.without_delay("the end"):
+                self.assertEqual(program.end(), 0)
+
+    def test_the_session_bus_after_the_panel_has_taken_the_item(self):
+        watcher = self.watcher("panel")
+        program = self.start_without_delay()
+        wait_for("the item", lambda: "RegisterStatusNotifierItem" in watcher.calls)
+
+        with self.halted(self.bus()):
+            self.assert_it_goes_on(program)
+
+
+class GreetingTest(MuteServiceTest):
+    """What the toolkit greets while its application is made."""
+
+    def setUp(self):
+        super().setUp()
+        self.mute = MuteSocket(self.folder / "mute")
+        self.addCleanup(self.mute.close)
+
+    def check(self, what, **environment):
+        self.write_ini()
+        with self.without_delay("the start"):
+            program = self.start(**environment)
+            # Without the bus there is no accessibility: the window manager tells.
+            wait_for("the window", lambda: self.desktop.is_active("Velmars Tarvik"))
+
+        self.assertIn(what + " does not answer and is left out", program.written())
+        with self.without_delay("the end"):
+            self.assertEqual(program.end(), 0)
+
+    def test_a_mute_session_bus(self):
+        self.check("the session bus", DBUS_SESSION_BUS_ADDRESS="unix:path=" + self.mute.path)
+
+    def test_a_halted_session_bus(self):
+        with self.halted(self.bus()):
+            self.check("the session bus")
+
+    def test_a_mute_bus_of_accessibility(self):
+        self.check(
+            "the bus of accessibility", AT_SPI_BUS_ADDRESS="unix:path=" + self.mute.path
+        )
+
+    def test_a_mute_session_manager(self):
+        self.check(
+            "the session manager",
+            SESSION_MANAGER="unix/%s:%s" % (os.uname().nodename, self.mute.path),
+        )
+
+    def test_services_that_answer_are_not_left_out(self):
+        program = self.start_quietly()
+
+        self.assertNotIn("left out", program.written())
+
+
+if __name__ == "__main__":
+    unittest.main()
