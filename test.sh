@@ -52,6 +52,13 @@ packages() {
         $packages_package $packages_packaged
 }
 
+# What the scripts say and do where something is closed, missing or silent; nothing is built.
+scripts_tests() {
+    # shellcheck disable=SC2086
+    needs $packages_build $packages_display || return $cannot_run
+    /usr/bin/python3 -B -m unittest discover -s tests/scripts -t tests/scripts
+}
+
 lint() {
     # shellcheck disable=SC2086
     needs $packages_build $packages_lint || return $cannot_run
@@ -267,6 +274,7 @@ forget_moved_builds
 
 stage "packages" packages
 stage "lint" lint
+stage "the scripts where something is closed, missing or silent" scripts_tests
 stage "build, warnings are errors" build_debug
 stage "kill at every step" kill_at_every_step
 stage "user stories on the scripted and the real face" scenarios

@@ -32,11 +32,19 @@ needs() {
     [ -z "$missing" ] || { echo "Not installed: $missing" >&2; return 1; }
 }
 
-# by_root COMMAND: what somebody types at a terminal to have root do this.
+# quoted MARK TEXT: the text as a word to be typed, between two such marks where they will do.
+quoted() {
+    if [[ $2 == *[\"\$\`\\\'\!]* ]]; then printf '%q' "$2"; else printf '%s%s%s' "$1" "$2" "$1"; fi
+}
+
+# by_root COMMAND [FILE...]: what somebody types at a terminal to have root do this to the files.
 by_root() {
-    local as=(su - -c)
+    local as=(su - -c) command=$1 file
     ! command -v sudo >/dev/null || [[ " $(id -nG) " != *" sudo "* ]] || as=(sudo sh -c)
-    printf '    %s %s\n' "${as[*]}" "${1@Q}"
+    shift
+    for file in "$@"; do command+=" $(quoted '"' "$file")"; done
+    [[ $command == *\'* ]] && command=${command@Q} || command="'$command'"
+    printf '    %s %s\n' "${as[*]}" "$command"
 }
 
 # become_root: sets as_root to the words that make a command root's; false where they do not help.

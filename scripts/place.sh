@@ -1,4 +1,4 @@
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2154
 # What a run needs of the place it stands in: folders that may be written to, and a display that
 # answers. Sourced, not run, with the folder of the sources as the current one.
 
@@ -12,11 +12,11 @@ can_write() {
         foreign=$(find -H "$folder" ! -user "$user" ! -writable -print -quit 2>/dev/null) || true
         if [ -n "$foreign" ] && [ -w . ]; then
             echo "$PWD/$folder belongs to $(stat -c %U "$foreign"), as after a run as another user. Type this and start again:" >&2
-            by_root "chown -R $user $(printf '%q ' "$PWD/$folder")" >&2
+            by_root "chown -R $(id -un)" "$PWD/$folder" >&2
             return 1
         elif [ -n "$foreign" ] || [ ! -w "$folder" ]; then
             echo "Nothing can be written in $PWD. Copy it and start the copy:" >&2
-            printf '    cp -r %q ~/tarvik && cd ~/tarvik\n' "$PWD" >&2
+            printf '    cp -r %s ~/tarvik && cd ~/tarvik\n' "$(quoted "'" "$PWD")" >&2
             return 1
         fi
     done

@@ -1,0 +1,233 @@
+"""What run.sh and test.sh say and do where something is closed, missing or silent. They run in a
+folder of their own, whose name has blanks and umlauts, beside stand-ins for what installs and builds."""
+
+import os
+import pathlib
+import shutil
+import socket
+import subprocess
+import sys
+import tempfile
+import unittest
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(ROOT / "tests" / "system"))
+
+from displays import WaylandDisplay, XDisplay  # noqa: E402
+
+# Each takes what it needs to know from its environment.
+STAND_INS = {
+    "dpkg-query": """#!/bin/bash
+for package in "${@:4}"; do
+    [[ " $NOT_INSTALLED " == *" $package "* && ! -e $HOME/installed ]] || printf '\\n%s ii ' "$package"
+done""",
+    "apt-get": """#!/bin/bash
+[ "$1" != update ] || exit 0
+printf '%b' "$APT_SAYS"
+[[ $APT_SAYS == *E:* ]] || touch "$HOME/installed"
+""",
+    "sudo": "#!/bin/sh\nexit 1\n",
+    "id": """#!/bin/bash
+case $1 in -u) echo "${USER_NUMBER:-$(/usr/bin/id -u)}" ;; -nG) echo "$USER_GROUPS" ;; *) echo bob ;; esac""",
+    "cmake": """#!/bin/bash
+mkdir -p build/release/bin
+printf '#!/bin/sh\\necho "opened on [$DISPLAY] [$WAYLAND_DISPLAY] [$QT_QPA_PLATFORM]"\\n' >build/release/bin/tarvik-demo
+chmod +x build/release/bin/tarvik-demo""",
+}
+
+
+class ScriptTest(unittest.TestCase):
+    def setUp(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="tarvik-scripts-"))
+        self.addCleanup(shutil.rmtree, self.folder)
+        self.folder.chmod(0o755)
+        self.sources = self.folder / "Öl und Gas"
+        (self.sources / "scripts").mkdir(parents=True)
+        (self.sources / "tests" / "lint").mkdir(parents=True)
+        for name in ("run.sh", "test.sh", "scripts/packages.sh", "scripts/place.sh"):
+            shutil.copy(ROOT / name, self.sources / name)
+        for name in ("scripts/play_session.py", "tests/lint/lint.py"):
+            (self.sources / name).write_text('print("played by %s")\n' % name)
+        (self.folder / "bin").mkdir()
+        for name, text in STAND_INS.items():
+            path = self.folder / "bin" / name
+            path.write_text(text)
+            path.chmod(0o755)
+        self.environment = {"PATH": "%s/bin:/usr/bin:/bin" % self.folder, "HOME": str(self.folder),
+                            "XDG_RUNTIME_DIR": str(self.folder)}
+
+    def run_script(self, status, *words, by=(), **environment):
+        """What the script says; it has no terminal, and must end with the status."""
+        done = subprocess.run(
+            [*by, self.sources / words[0], *words[1:]], env={**self.environment, **environment},
+            stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
+            timeout=60, check=False, start_new_session=True,
+        )
+        self.assertEqual(done.returncode, status, done.stdout)
+        return done.stdout
+
+    @staticmethod
+    def ordinary_user():
+        """Words before a command that make it an ordinary user's."""
+        nobody = ["setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"]
+        return nobody if os.getuid() == 0 else []
+
+
+class DisplayTest(ScriptTest):
+    def display(self, kind):
+        display = kind({**os.environ, **self.environment})
+        self.addCleanup(display.close)
+        return display.environment
+
+    def silent_socket(self):
+        """A socket that takes connections and never answers."""
+        listening = socket.socket(socket.AF_UNIX)
+        self.addCleanup(listening.close)
+        path = str(self.folder / "silent")
+        listening.bind(path)
+        listening.listen()
+        return path
+
+    def test_without_a_display_the_session_plays_by_itself(self):
+        said = self.run_script(0, "run.sh")
+        self.assertIn("There is no display: a virtual one is used", said)
+        self.assertIn("played by scripts/play_session.py", said)
+
+    def test_the_window_opens_on_a_display_that_answers(self):
+        number = self.display(XDisplay)["DISPLAY"]
+        self.assertIn("opened on [%s] [] []" % number, self.run_script(0, "run.sh", DISPLAY=number))
+
+    def test_a_display_that_is_not_there_is_left_alone(self):
+        said = self.run_script(0, "run.sh", DISPLAY=str(self.folder / "nothing"))
+        self.assertIn("nothing does not answer, or does not let bob in: it is left alone.", said)
+        self.assertIn("played by", said)
+
+    def test_a_display_that_never_answers_is_left_alone(self):
+        path = self.silent_socket()
+        said = self.run_script(0, "run.sh", DISPLAY=path)
+        self.assertIn("The display %s does not answer" % path, said)
+        self.assertIn("played by", said)
+
+    def test_a_compositor_that_never_answers_is_left_alone_for_a_display_that_does(self):
+        number, path = self.display(XDisplay)["DISPLAY"], self.silent_socket()
+        said = self.run_script(0, "run.sh", DISPLAY=number, WAYLAND_DISPLAY=path)
+        self.assertIn("The display %s does not answer" % path, said)
+        self.assertIn("opened on [%s] [] [xcb]" % number, said)
+
+    def test_a_display_that_is_not_there_is_left_alone_for_a_compositor_that_answers(self):
+        path = self.display(WaylandDisplay)["WAYLAND_DISPLAY"]
+        said = self.run_script(0, "run.sh", DISPLAY=str(self.folder / "nothing"), WAYLAND_DISPLAY=path)
+        self.assertIn("opened on [] [%s] [wayland]" % path, said)
+
+    def test_the_tests_never_see_the_users_display(self):
+        (self.sources / "tests/lint/lint.py").write_text('import os\nprint(os.environ.get("DISPLAY"))\n')
+        said = self.run_script(0, "test.sh", "lint", DISPLAY=":0", WAYLAND_DISPLAY="wayland-0")
+        self.assertIn("\nNone\n", said)
+
+
+class FolderTest(ScriptTest):
+    def test_sources_that_are_closed_are_to_be_copied(self):
+        self.sources.chmod(0o555)
+        self.addCleanup(self.sources.chmod, 0o755)
+        for script in ("run.sh", "test.sh"):
+            said = self.run_script(1, script, by=self.ordinary_user())
+            self.assertIn("Nothing can be written in %s. Copy it" % self.sources, said)
+            self.assertIn("\n    cp -r '%s' ~/tarvik && cd ~/tarvik\n" % self.sources, said)
+            self.assertEqual(len(said.splitlines()), 2)
+
+    def test_what_somebody_else_has_built_is_named_with_the_command_that_mends_it(self):
+        self.sources.chmod(0o777)
+        (self.sources / "build").symlink_to("/usr/share/dpkg")
+        for script in ("run.sh", "test.sh"):
+            said = self.run_script(1, script, by=self.ordinary_user(), USER_GROUPS="sudo")
+            self.assertIn("%s/build belongs to root" % self.sources, said)
+            self.assertTrue(said.endswith(
+                "\n    sudo sh -c 'chown -R bob \"%s/build\"'\n" % self.sources), said)
+            self.assertEqual(len(said.splitlines()), 2)
+
+    def test_what_was_built_in_another_folder_is_built_anew(self):
+        cache = self.sources / "build/release/CMakeCache.txt"
+        cache.parent.mkdir(parents=True)
+        cache.write_text("CMAKE_CACHEFILE_DIR:INTERNAL=%s\n" % self.folder)
+        said = self.run_script(0, "run.sh")
+        self.assertIn("build/release was built in another folder and is built anew.", said)
+        self.assertFalse(cache.exists())
+
+    def test_what_was_built_here_is_kept(self):
+        cache = self.sources / "build/release/CMakeCache.txt"
+        cache.parent.mkdir(parents=True)
+        cache.write_text("CMAKE_CACHEFILE_DIR:INTERNAL=%s\n" % cache.parent)
+        self.run_script(0, "run.sh")
+        self.assertTrue(cache.exists())
+
+
+class PackagesTest(ScriptTest):
+    def test_who_may_not_install_is_told_what_root_has_to_type(self):
+        said = self.run_script(77, "run.sh", USER_NUMBER="1000", NOT_INSTALLED="g++ xvfb")
+        self.assertIn("\nOnly root can install what is missing. Type this and start again:\n"
+                      "    su - -c 'apt-get update && apt-get install -y --no-install-recommends g++ xvfb'\n",
+                      said)
+
+    def test_who_may_use_sudo_with_a_password_is_told_so(self):
+        said = self.run_script(77, "run.sh", USER_NUMBER="1000", USER_GROUPS="bob sudo",
+                               NOT_INSTALLED="g++")
+        self.assertIn("\n    sudo sh -c 'apt-get update && apt-get install", said)
+
+    def test_sources_out_of_reach_are_told_in_one_line(self):
+        said = self.run_script(77, "run.sh", USER_NUMBER="0", NOT_INSTALLED="g++",
+                               APT_SAYS="E: Unable to locate package g++\\n" * 5)
+        self.assertTrue(said.endswith(
+            "  apt-get: Unable to locate package g++\n"
+            "Nothing was installed: the sources in /etc/apt cannot be reached, or are not those of "
+            "Debian 12.\n"), said)
+
+    def test_another_failure_is_told_with_the_words_of_apt(self):
+        said = self.run_script(77, "run.sh", USER_NUMBER="0", NOT_INSTALLED="g++",
+                               APT_SAYS="E: You don't have enough free space\\n")
+        self.assertTrue(said.endswith(
+            "  apt-get: You don't have enough free space\n"
+            "Not everything was installed: see to what apt-get says, and start again.\n"), said)
+
+    def test_the_progress_of_an_installation_is_shown(self):
+        lines = ["0 upgraded, 250 newly installed, 0 to remove and 3 not upgraded.",
+                 "After this operation, 900 MB of additional disk space will be used.",
+                 *(["Unpacking a"] * 250), *(["Setting up a"] * 250)]
+        said = self.run_script(0, "run.sh", USER_NUMBER="0", NOT_INSTALLED="g++",
+                               APT_SAYS="".join(line + "\\n" for line in lines))
+        self.assertIn("Installing, which can take minutes: g++ \n"
+                      "  After this operation, 900 MB of additional disk space will be used.\n"
+                      "  100 of 250 unpacked\n  200 of 250 unpacked\n"
+                      "  100 of 250 set up\n  200 of 250 set up\n", said)
+
+    def test_the_first_run_tells_what_it_takes_and_later_ones_do_not(self):
+        self.assertTrue(self.run_script(0, "run.sh").startswith("A first run installs what is missing"))
+        self.assertNotIn("A first run", self.run_script(0, "run.sh"))
+
+
+class StagesTest(ScriptTest):
+    def test_only_the_stages_that_are_named_run(self):
+        said = self.run_script(0, "test.sh", "lint")
+        self.assertIn("played by tests/lint/lint.py", said)
+        self.assertIn("\n1 passed, 0 failed, 0 skipped\n", said)
+
+    def test_a_stage_that_nobody_knows_runs_nothing_and_tells_the_names(self):
+        said = self.run_script(2, "test.sh", "lint", "lnit")
+        self.assertNotIn("played", said)
+        self.assertIn("\n  lint: lint\n", said)
+
+    def test_without_what_it_needs_a_stage_is_named_as_skipped(self):
+        said = self.run_script(0, "test.sh", "lint", NOT_INSTALLED="git")
+        self.assertIn("Not installed: git", said)
+        self.assertIn("\n0 passed, 0 failed, 1 skipped\n", said)
+
+    def test_lint_finds_the_files_without_git(self):
+        code = "import lint\nprint(lint.all_names())"
+        names = subprocess.run(
+            [sys.executable, "-B", "-c", code], cwd=ROOT / "tests" / "lint", check=True,
+            env={"PATH": str(self.folder / "nothing")}, capture_output=True, text=True).stdout
+        self.assertIn("'tests/lint/lint.py'", names)
+        self.assertNotIn("'.git/", names)
+
+
+if __name__ == "__main__":
+    unittest.main()
