@@ -6,6 +6,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <filesystem>
 #include <fstream>
 #include <sys/prctl.h>
 #include <sys/wait.h>
@@ -38,16 +39,30 @@ NetworkStandIn::~NetworkStandIn() {
     unsetenv("DBUS_SYSTEM_BUS_ADDRESS");
 }
 
+/// Who may do what is as on a usual system: everybody may send signals, and ask the bus itself.
+std::string NetworkStandIn::busConfiguration(const std::string& socket) {
+    return "<!DOCTYPE busconfig PUBLIC '-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN' "
+           "'http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd'>\n<busconfig><listen>"
+           "unix:path=" +
+           socket +
+           "</listen><auth>EXTERNAL</auth><policy context='default'><allow user='*'/>"
+           "<deny own='*'/><deny send_type='method_call'/><allow send_type='signal'/>"
+           "<allow send_requested_reply='true' send_type='method_return'/>"
+           "<allow send_requested_reply='true' send_type='error'/>"
+           "<allow receive_type='method_call'/><allow receive_type='method_return'/>"
+           "<allow receive_type='error'/><allow receive_type='signal'/>"
+           "<allow send_destination='org.freedesktop.DBus'/></policy><policy user='" +
+           std::to_string(getuid()) + "'><allow own='" + service + "'/><allow send_destination='" +
+           service + "'/></policy></busconfig>\n";
+}
+
 void NetworkStandIn::startBus() {
     const std::string socket = folder_.path() + "/bus";
     const std::string configuration = folder_.path() + "/bus.conf";
-    std::ofstream(configuration)
-        << "<!DOCTYPE busconfig PUBLIC '-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN' "
-           "'http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd'>\n<busconfig><listen>"
-           "unix:path="
-        << socket
-        << "</listen><auth>EXTERNAL</auth><policy context='default'><allow send_destination='*'/>"
-           "<allow receive_sender='*'/><allow own='*'/><allow user='*'/></policy></busconfig>\n";
+    std::ofstream(configuration) << busConfiguration(socket);
+    // Other users are to come that far.
+    std::filesystem::permissions(folder_.path(), std::filesystem::perms::others_exec,
+                                 std::filesystem::perm_options::add);
     std::array<int, 2> ready{};
     ASSERT_EQ(pipe2(ready.data(), 0), 0);
     bus_ = fork();

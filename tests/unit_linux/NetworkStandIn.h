@@ -79,6 +79,7 @@ public:
     std::vector<std::string> deactivated() const;
 
 private:
+    static std::string busConfiguration(const std::string& socket);
     void startBus();
     void registerManager();
     void registerSettings();

@@ -1,43 +1,55 @@
 #include "linux/network/BusCalls.h"
 
+#include <poll.h>
+
 namespace tarvik {
 
-std::unique_ptr<sdbus::IProxy> BusCalls::object(const std::string& path) {
-    const auto left =
-        std::chrono::duration_cast<std::chrono::microseconds>(end_ - Clock::now()).count();
-    if (left <= 0) {
+namespace {
+
+const std::string noOwner = "org.freedesktop.DBus.Error.NameHasNoOwner";
+
+} // namespace
+
+void BusCalls::requireTime() const {
+    if (Clock::now() >= end_) {
         throw sdbus::Error("org.freedesktop.DBus.Error.Timeout", "");
     }
-    bus_.setMethodCallTimeout(static_cast<std::uint64_t>(left));
-    return sdbus::createProxy(bus_, nm::service, path);
+}
+
+/// Handles what has come, or else waits for something to come.
+void BusCalls::handleNext() {
+    if (bus_.processPendingRequest()) {
+        return;
+    }
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(end_ - Clock::now()).count();
+    const auto data = bus_.getEventLoopPollData();
+    pollfd descriptor{.fd = data.fd, .events = data.events, .revents = 0};
+    poll(&descriptor, 1, left < 0 ? 0 : static_cast<int>(left));
+}
+
+std::string BusCalls::ownerOf(const std::string& name) {
+    try {
+        return std::get<0>(
+            call<std::string>(dbus::service, dbus::path, dbus::service, "GetNameOwner", name));
+    } catch (const sdbus::Error& error) {
+        if (error.getName() != noOwner) {
+            throw;
+        }
+        return {};
+    }
 }
 
 Properties BusCalls::propertiesOf(const std::string& path, const std::string& interface) {
-    Properties properties;
-    object(path)
-        ->callMethod("GetAll")
-        .onInterface("org.freedesktop.DBus.Properties")
-        .withArguments(interface)
-        .storeResultsTo(properties);
-    return properties;
+    return ask<Properties>(path, dbus::propertiesInterface, "GetAll", interface);
 }
 
 std::vector<sdbus::ObjectPath> BusCalls::profilePaths() {
-    std::vector<sdbus::ObjectPath> paths;
-    object(nm::settingsPath)
-        ->callMethod("ListConnections")
-        .onInterface(nm::settingsInterface)
-        .storeResultsTo(paths);
-    return paths;
+    return ask<std::vector<sdbus::ObjectPath>>(nm::settingsPath, nm::settingsInterface,
+                                               "ListConnections");
 }
 
 ProfileSettings BusCalls::settingsOf(const std::string& profile) {
-    ProfileSettings settings;
-    object(profile)
-        ->callMethod("GetSettings")
-        .onInterface(nm::profileInterface)
-        .storeResultsTo(settings);
-    return settings;
+    return ask<ProfileSettings>(profile, nm::profileInterface, "GetSettings");
 }
 
 } // namespace tarvik

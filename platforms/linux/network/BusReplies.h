@@ -8,6 +8,13 @@
 
 namespace tarvik {
 
+/// The names of the bus itself.
+namespace dbus {
+inline const std::string service = "org.freedesktop.DBus";
+inline const std::string path = "/org/freedesktop/DBus";
+inline const std::string propertiesInterface = service + ".Properties";
+} // namespace dbus
+
 /// The names that NetworkManager has on the bus.
 namespace nm {
 inline const std::string service = "org.freedesktop.NetworkManager";

@@ -1,89 +1,47 @@
 #include "linux/network/NetworkBus.h"
 
 #include "linux/network/BusCalls.h"
+#include "linux/network/BusSignal.h"
 
 #include <poll.h>
 #include <thread>
+#include <utility>
 
 namespace tarvik {
 
 namespace {
 
-const std::string busName = "org.freedesktop.DBus";
-
-constexpr std::uint32_t deviceFailed = 120;
-constexpr std::chrono::seconds longestConnecting{1}; // to the bus, and again to ask it
+constexpr std::chrono::seconds longestGreeting{1}; // of the bus, with what it is asked to tell
 constexpr std::chrono::seconds quietTime{5};
 
-} // namespace
+/// Whatever has come is handled in less time: NetworkManager sends a few signals in a second, and
+/// one takes 10 to 30 microseconds.
+constexpr std::chrono::milliseconds longestPump{50};
+/// No other program has a reason to send any. The socket holds some 150 small ones, and the bus
+/// keeps 127 MiB behind them: how much that is does not show, and an answer would come after it.
+constexpr int mostOfStrangers = 20;
 
-NetworkBus::NetworkBus() = default;
-NetworkBus::~NetworkBus() = default;
-
-bool NetworkBus::connect() {
-    if (bus_ != nullptr) {
-        return true;
+/// Runs `read` if it is due; it is again where it fails, or where a signal says so meanwhile.
+template <class Read>
+void readIf(bool& stale, const Read& read) {
+    if (!stale) {
+        return;
     }
-    if (silent()) {
-        return false;
-    }
+    stale = false;
     try {
-        openBus();
-        bus_->setMethodCallTimeout(longestConnecting);
-        watch();
-        sdbus::createProxy(*bus_, busName, "/org/freedesktop/DBus")
-            ->callMethod("NameHasOwner")
-            .onInterface(busName)
-            .withTimeout(longestConnecting)
-            .withArguments(nm::service)
-            .storeResultsTo(running_);
-        ++starts_;
-        return true;
-    } catch (const sdbus::Error& error) {
-        forget();
-        if (isTimeOut(error)) {
-            quietUntil_ = Clock::now() + quietTime;
-        }
-        return false;
+        read();
+    } catch (const sdbus::Error&) {
+        stale = true;
+        throw;
     }
 }
 
-/// The library greets a bus for as long as it takes: a thread of its own does that, and may be left
-/// behind. It touches nothing else.
-void NetworkBus::openBus() {
-    if (!connecting_.valid()) {
-        std::packaged_task<std::unique_ptr<sdbus::IConnection>()> greet(
-            [] { return sdbus::createSystemBusConnection(); });
-        connecting_ = greet.get_future();
-        std::thread(std::move(greet)).detach();
-    }
-    if (connecting_.wait_for(longestConnecting) != std::future_status::ready) {
-        throw sdbus::Error("org.freedesktop.DBus.Error.Timeout", "");
-    }
-    bus_ = connecting_.get();
-}
-
-void NetworkBus::requireBus() {
-    if (!connect()) {
-        throw BusFailure{busName + ".Error.Disconnected"};
-    }
-}
-
-void NetworkBus::forget() {
-    bus_.reset();
-    running_ = known_ = false;
-    profilesStale_ = linesStale_ = true;
-    profiles_.clear();
-    lines_.clear();
-}
-
-void NetworkBus::watch() {
-    const auto match = [this](const std::string& rule) {
-        bus_->addMatch(
-            "type='signal'," + rule, [this](sdbus::Message& message) { onSignal(message); },
-            sdbus::floating_slot);
+/// Has the bus pass on what `handle` is to see.
+void watch(sdbus::IConnection& bus, const sdbus::message_handler& handle) {
+    const auto match = [&](const std::string& rule) {
+        bus.addMatch("type='signal'," + rule, handle, sdbus::floating_slot);
     };
-    match("sender='" + busName + "',member='NameOwnerChanged',arg0='" + nm::service + "'");
+    match("sender='" + dbus::service + "',member='NameOwnerChanged',arg0='" + nm::service + "'");
     // No more than is needed: some properties, as the strength of a wireless network, change all
     // the time, and nobody fetches the signals while monitoring is off.
     const std::string own = "sender='" + nm::service + "',";
@@ -96,85 +54,129 @@ void NetworkBus::watch() {
     }
 }
 
-void NetworkBus::onSignal(sdbus::Message& message) {
-    const std::string member = message.getMemberName();
-    const std::string interface = message.getInterfaceName();
-    if (member == "NameOwnerChanged") {
-        std::string name;
-        std::string before;
-        std::string after;
-        message >> name >> before >> after;
-        running_ = !after.empty();
-        ++starts_;
-        known_ = false;
-        quietUntil_ = {};
-        profilesStale_ = linesStale_ = true;
-        reasons_.clear();
-    } else if (interface.starts_with(nm::settingsInterface)) {
-        // Connections bear the names of their profiles.
-        profilesStale_ = linesStale_ = true;
-    } else {
-        linesStale_ = true;
-        if (interface == nm::lineInterface && member == "StateChanged") {
-            std::uint32_t state = 0;
-            std::uint32_t reason = 0;
-            message >> state >> reason;
-            reasons_[message.getPath()] = reason;
-        } else if (interface == nm::deviceInterface) {
-            std::uint32_t now = 0;
-            std::uint32_t before = 0;
-            std::uint32_t reason = 0;
-            message >> now >> before >> reason;
-            deviceReason_ = now == deviceFailed ? reason : deviceReason_;
-        }
+} // namespace
+
+NetworkBus::NetworkBus() = default;
+NetworkBus::~NetworkBus() = default;
+
+bool NetworkBus::connect(Clock::time_point end) {
+    if (bus_ != nullptr) {
+        return true;
+    }
+    if (silent()) {
+        return false;
+    }
+    try {
+        bus_ = openBus();
+        ofStrangers_ = 0;
+        // A change that comes before the answer has been taken in by then.
+        news_.takeOwner(BusCalls(*bus_, end).ownerOf(nm::service));
+        return true;
+    } catch (const sdbus::Error& error) {
+        bus_.reset();
+        failed(error);
+        return false;
     }
 }
 
-void NetworkBus::pump() {
-    while (bus_->processPendingRequest()) {
+/// The library greets a bus for as long as it takes: a thread of its own does that, and may be left
+/// behind. It touches nothing else; signals are not handled before they are asked for.
+std::unique_ptr<sdbus::IConnection> NetworkBus::openBus() {
+    if (!connecting_.valid()) {
+        const auto handle = [this](sdbus::Message& message) { onSignal(message); };
+        std::packaged_task<std::unique_ptr<sdbus::IConnection>()> greet([handle] {
+            auto bus = sdbus::createSystemBusConnection();
+            watch(*bus, handle);
+            return bus;
+        });
+        connecting_ = greet.get_future();
+        std::thread(std::move(greet)).detach();
     }
+    if (connecting_.wait_for(longestGreeting) != std::future_status::ready) {
+        throw sdbus::Error("org.freedesktop.DBus.Error.Timeout", "");
+    }
+    return connecting_.get();
+}
+
+void NetworkBus::onSignal(sdbus::Message& message) {
+    if (!news_.believes(message.getSender())) {
+        ++ofStrangers_; // the contents, which may be large, are not looked at
+        return;
+    }
+    const std::uint64_t before = news_.starts();
+    news_.take(readSignal(message));
+    if (news_.starts() != before) {
+        quietUntil_ = {};
+    }
+}
+
+/// Handles what has come; false when there may be too much behind it.
+bool NetworkBus::pump() {
+    const auto end = Clock::now() + longestPump;
+    while (bus_->processPendingRequest()) {
+        if (Clock::now() >= end) {
+            return false;
+        }
+    }
+    return std::exchange(ofStrangers_, 0) <= mostOfStrangers;
+}
+
+/// Has a bus on which an answer comes as soon as it is given. A flood of signals is left behind by
+/// asking anew under another name; it may have hidden a change, so everything is read again.
+bool NetworkBus::reach(Clock::time_point end) {
+    if (!connect(end) || pump()) {
+        return bus_ != nullptr;
+    }
+    bus_.reset();
+    news_.doubt();
+    return connect(end);
+}
+
+void NetworkBus::failed(const sdbus::Error& error) {
+    if (isTimeOut(error)) {
+        quietUntil_ = Clock::now() + quietTime;
+    } else {
+        forget(); // the bus or the service has gone; the next refresh begins anew
+    }
+}
+
+void NetworkBus::forget() {
+    bus_.reset();
+    news_.takeOwner({});
+    news_.doubt();
+    profiles_.clear();
+    lines_.clear();
 }
 
 bool NetworkBus::refresh() {
+    const auto end = Clock::now() + BusCalls::longest;
     try {
-        if (!connect()) {
-            return false;
-        }
-        pump();
-        if (!running_) {
+        const bool reached = reach(end);
+        if (!news_.running()) {
             profiles_.clear();
             lines_.clear();
-            return false;
-        }
-        if (!silent()) {
-            readStale();
+        } else if (reached && !silent()) {
+            readStale(end);
         }
     } catch (const sdbus::Error& error) {
-        if (isTimeOut(error)) {
-            quietUntil_ = Clock::now() + quietTime;
-        } else {
-            forget(); // the bus or the service has gone; the next refresh begins anew
-        }
+        failed(error);
     }
-    return known_;
+    return known();
 }
 
-void NetworkBus::readStale() {
-    BusCalls calls(*bus_);
-    if (profilesStale_) {
-        profiles_ = readProfiles(calls);
-        profilesStale_ = false;
-    }
-    if (linesStale_) {
+void NetworkBus::readStale(Clock::time_point end) {
+    BusCalls calls(*bus_, end);
+    const std::uint64_t start = news_.starts();
+    readIf(news_.profilesStale, [&] { profiles_ = readProfiles(calls); });
+    readIf(news_.linesStale, [&] {
         lines_ = readLines(calls, profiles_);
         state_ = readState(calls);
-        linesStale_ = false;
-    }
-    known_ = true;
+    });
+    knownSince_ = start;
 }
 
 void NetworkBus::wait(int milliseconds) {
-    if (!connect()) {
+    if (!connect(Clock::now() + BusCalls::longest)) {
         return;
     }
     const auto data = bus_->getEventLoopPollData();
@@ -183,41 +185,34 @@ void NetworkBus::wait(int milliseconds) {
     refresh();
 }
 
-std::string NetworkBus::activate(const NetworkProfile& profile) {
-    deviceReason_ = 0;
-    reasons_.clear();
-    requireBus();
+/// What `order` answers; it gets the calls to make.
+template <class Order>
+auto NetworkBus::order(const Order& order) {
+    const auto end = Clock::now() + BusCalls::longest;
     try {
-        sdbus::ObjectPath line;
-        BusCalls(*bus_)
-            .object(nm::managerPath)
-            ->callMethod("ActivateConnection")
-            .onInterface(nm::service)
-            .withArguments(sdbus::ObjectPath(profile.path), sdbus::ObjectPath("/"),
-                           sdbus::ObjectPath("/"))
-            .storeResultsTo(line);
-        return line;
+        if (!reach(end)) {
+            throw BusFailure{dbus::service + ".Error.Disconnected"};
+        }
+        BusCalls calls(*bus_, end);
+        return order(calls);
     } catch (const sdbus::Error& error) {
         throw BusFailure{error.getName()};
     }
+}
+
+std::string NetworkBus::activate(const NetworkProfile& profile) {
+    news_.forgetReasons();
+    return order([&](BusCalls& calls) -> std::string {
+        return calls.ask<sdbus::ObjectPath>(nm::managerPath, nm::service, "ActivateConnection",
+                                            sdbus::ObjectPath(profile.path), sdbus::ObjectPath("/"),
+                                            sdbus::ObjectPath("/"));
+    });
 }
 
 void NetworkBus::deactivate(const std::string& line) {
-    requireBus();
-    try {
-        BusCalls(*bus_)
-            .object(nm::managerPath)
-            ->callMethod("DeactivateConnection")
-            .onInterface(nm::service)
-            .withArguments(sdbus::ObjectPath(line));
-    } catch (const sdbus::Error& error) {
-        throw BusFailure{error.getName()};
-    }
-}
-
-std::optional<std::uint32_t> NetworkBus::reasonOf(const std::string& line) const {
-    const auto found = reasons_.find(line);
-    return found == reasons_.end() ? std::nullopt : std::optional(found->second);
+    order([&](BusCalls& calls) {
+        calls.order(nm::managerPath, nm::service, "DeactivateConnection", sdbus::ObjectPath(line));
+    });
 }
 
 } // namespace tarvik

@@ -1,17 +1,18 @@
 #pragma once
 
+#include "linux/network/NetworkNews.h"
 #include "linux/network/NetworkObjects.h"
 
 #include <chrono>
 #include <cstdint>
 #include <future>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace sdbus {
+class Error;
 class IConnection;
 class Message;
 } // namespace sdbus
@@ -26,8 +27,9 @@ struct BusFailure {
 /// NetworkManager as a client sees it: its profiles and active connections, kept up to date by
 /// signals. Not for more than one thread at a time.
 ///
-/// An operation blocks for two seconds at most. Where NetworkManager runs but does not answer in
-/// that time, what it said before stays, and it is left alone for a few seconds.
+/// An operation blocks for two seconds at most, whatever comes in meanwhile. Where NetworkManager
+/// runs but does not answer in that time, what it said before stays, and it is left alone for a few
+/// seconds.
 class NetworkBus {
 public:
     NetworkBus();
@@ -40,15 +42,15 @@ public:
     bool refresh();
     /// Reads the active connections again at the next refresh: there is reason to think that they
     /// changed without a signal.
-    void doubtLines() { linesStale_ = true; }
+    void doubtLines() { news_.linesStale = true; }
     /// NetworkManager runs but did not answer lately.
     bool silent() const { return Clock::now() < quietUntil_; }
     /// Waits for signals, at most that many milliseconds, and handles them.
     void wait(int milliseconds);
 
-    /// How often NetworkManager has been found started, or has been reached anew: the paths of its
-    /// objects mean nothing after another start.
-    std::uint64_t starts() const { return starts_; }
+    /// How often NetworkManager has been found started or gone: the paths of its objects mean
+    /// nothing after that.
+    std::uint64_t starts() const { return news_.starts(); }
 
     const std::vector<NetworkProfile>& profiles() const { return profiles_; }
     const std::vector<NetworkLine>& lines() const { return lines_; }
@@ -60,35 +62,36 @@ public:
     void deactivate(const std::string& line);
 
     /// Why a connection was deactivated since `activate`; nothing when it is not known.
-    std::optional<std::uint32_t> reasonOf(const std::string& line) const;
+    std::optional<std::uint32_t> reasonOf(const std::string& line) const {
+        return news_.reasonOf(line);
+    }
     /// The reason of the device that failed last since `activate`; 0 when none did.
-    std::uint32_t deviceReason() const { return deviceReason_; }
+    std::uint32_t deviceReason() const { return news_.deviceReason(); }
 
 private:
     using Clock = std::chrono::steady_clock;
 
-    bool connect();
-    void openBus();
-    void requireBus();
-    void watch();
+    bool known() const { return news_.running() && knownSince_ == news_.starts(); }
+    bool connect(Clock::time_point end);
+    std::unique_ptr<sdbus::IConnection> openBus();
     void onSignal(sdbus::Message& message);
-    void pump();
-    void readStale();
+    bool pump();
+    bool reach(Clock::time_point end);
+    void readStale(Clock::time_point end);
+    void failed(const sdbus::Error& error);
     void forget();
+    template <class Order>
+    auto order(const Order& order);
 
     std::unique_ptr<sdbus::IConnection> bus_;
     std::future<std::unique_ptr<sdbus::IConnection>> connecting_;
-    bool running_ = false; ///< NetworkManager is on the bus
-    std::uint64_t starts_ = 0;
-    bool known_ = false;           ///< and everything was read since it is
+    NetworkNews news_;
+    std::uint64_t knownSince_ = 0; ///< the start since which everything was read
+    int ofStrangers_ = 0;          ///< signals of others, since the ones before were handled
     Clock::time_point quietUntil_; ///< no call before, after one that was not answered
-    bool profilesStale_ = true;
-    bool linesStale_ = true;
     std::vector<NetworkProfile> profiles_;
     std::vector<NetworkLine> lines_;
     NetworkState state_;
-    std::map<std::string, std::uint32_t> reasons_; ///< by the path of the active connection
-    std::uint32_t deviceReason_ = 0;
 };
 
 } // namespace tarvik

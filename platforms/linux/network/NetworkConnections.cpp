@@ -366,14 +366,17 @@ std::uint32_t NetworkConnections::RasDialA(RASDIALEXTENSIONS* extensions, const 
 
 std::uint32_t NetworkConnections::waitForLine(const std::string& path, std::uint32_t* handle) {
     constexpr int turn = 250; // milliseconds
-    constexpr int longestSilence = 20'000 / turn;
+    constexpr std::chrono::seconds longestSilence{20};
     const auto end = Clock::now() + patience_.making;
     const std::uint64_t starts = bus_.starts();
     auto listed = Clock::now();
-    for (int silence = 0; silence < longestSilence; silence += bus_.silent() ? 1 : 0) {
+    auto heard = listed;
+    // A turn ends early when anything comes, from whomever: only the clock tells how long it was.
+    while (Clock::now() - heard < longestSilence) {
         if (!refresh()) {
             return notRunning;
         }
+        heard = bus_.silent() ? heard : Clock::now();
         const auto own = std::find_if(sessions_.begin(), sessions_.end(),
                                       [&](const Session& one) { return one.line.path == path; });
         if (own != sessions_.end()) {

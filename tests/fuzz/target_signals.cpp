@@ -1,0 +1,155 @@
+// Signals that come over the bus: of anybody, about anything, with values of any types; and answers
+// to the question who owns NetworkManager's name.
+//
+// Input: bytes only. Each event is made of what comes next.
+
+#include "Fuzz.h"
+#include "linux/network/BusReplies.h"
+#include "linux/network/BusSignal.h"
+#include "linux/network/NetworkNews.h"
+
+#include <algorithm>
+#include <array>
+#include <set>
+
+namespace tarvik::fuzz {
+namespace {
+
+const std::array<std::string, 6> senders{
+    ":1.1", ":1.2", ":1.3", "org.freedesktop.DBus", "org.freedesktop.NetworkManager", ""};
+const std::array<std::string, 8> interfaces{"org.freedesktop.DBus",
+                                            "org.freedesktop.DBus.Properties",
+                                            "org.freedesktop.NetworkManager",
+                                            "org.freedesktop.NetworkManager.Settings",
+                                            "org.freedesktop.NetworkManager.Settings.Connection",
+                                            "org.freedesktop.NetworkManager.Connection.Active",
+                                            "org.freedesktop.NetworkManager.Device",
+                                            ""};
+const std::array<std::string, 7> members{
+    "NameOwnerChanged", "StateChanged", "PropertiesChanged", "NewConnection", "ConnectionRemoved",
+    "Updated",          "Removed"};
+const std::array<std::string, 6> texts{"",
+                                       "/o1",
+                                       "org.freedesktop.NetworkManager",
+                                       "org.freedesktop.NetworkManager.Connection.Active",
+                                       ":1.1",
+                                       ":1.2"};
+
+template <std::size_t count>
+std::string oneOf(Input& input, const std::array<std::string, count>& choices) {
+    return choices[input.below(count)];
+}
+
+BusSignal anySignal(Input& input) {
+    BusSignal signal{.sender = oneOf(input, senders),
+                     .path = "/o" + std::to_string(input.below(4)),
+                     .interface = oneOf(input, interfaces),
+                     .member = oneOf(input, members),
+                     .values = {}};
+    for (std::uint8_t i = input.below(5); i > 0; --i) {
+        if (input.flag()) {
+            signal.values.emplace_back(oneOf(input, texts));
+        } else {
+            signal.values.emplace_back(input.number() % 256U);
+        }
+    }
+    return signal;
+}
+
+bool areNumbers(const BusSignal& signal, std::size_t count) {
+    return signal.values.size() >= count &&
+           std::all_of(
+               signal.values.begin(), signal.values.begin() + static_cast<std::ptrdiff_t>(count),
+               [](const auto& value) { return std::holds_alternative<std::uint32_t>(value); });
+}
+
+/// A second statement of who is believed: the bus on names, who owns the service's on all else.
+class Listener {
+public:
+    void answer(const std::string& owner) {
+        news_.takeOwner(owner);
+        owner_ = owner;
+        check();
+    }
+
+    void hear(const BusSignal& signal) {
+        const NetworkNews before = news_;
+        news_.take(signal);
+        const bool fromBus = signal.sender == "org.freedesktop.DBus";
+        const bool fromService = !owner_.empty() && !fromBus && signal.sender == owner_;
+        if (fromBus && tellsOwner(signal)) {
+            owner_ = std::get<std::string>(signal.values[2]);
+            require(news_.starts() >= before.starts(), "starts are counted on");
+        } else if (!fromService) {
+            require(news_ == before, "a signal of a stranger changes nothing");
+        } else {
+            checkOwn(signal, before);
+        }
+        check();
+    }
+
+    /// Something was read: what is stale now has become so since.
+    void read() { news_.profilesStale = news_.linesStale = false; }
+
+private:
+    static bool tellsOwner(const BusSignal& signal) {
+        const auto text = [&](std::size_t place) {
+            return place < signal.values.size() ? std::get_if<std::string>(&signal.values[place])
+                                                : nullptr;
+        };
+        return signal.interface == "org.freedesktop.DBus" && signal.member == "NameOwnerChanged" &&
+               text(0) != nullptr && *text(0) == "org.freedesktop.NetworkManager" &&
+               text(1) != nullptr && text(2) != nullptr;
+    }
+
+    void checkOwn(const BusSignal& signal, const NetworkNews& before) const {
+        require(news_.starts() == before.starts(), "a service does not tell who owns its name");
+        const bool ofLine = signal.interface == nm::lineInterface;
+        const bool ofDevice = signal.interface == nm::deviceInterface;
+        if (signal.member != "StateChanged" || !(ofLine || ofDevice)) {
+            require(news_.deviceReason() == before.deviceReason() &&
+                        news_.reasonOf(signal.path) == before.reasonOf(signal.path),
+                    "only a change of state has a reason");
+        } else if (!areNumbers(signal, ofLine ? 2 : 3)) {
+            require(news_ == before, "a signal that cannot be read changes nothing");
+        } else if (ofLine) {
+            require(news_.linesStale &&
+                        news_.reasonOf(signal.path) == std::get<std::uint32_t>(signal.values[1]),
+                    "the reason is that of the signal");
+        }
+    }
+
+    void check() const {
+        require(news_.running() == !owner_.empty(), "the service runs when its name is owned");
+        require(news_.believes("org.freedesktop.DBus") && !news_.believes(""),
+                "the bus is believed, nobody is not");
+        require(news_.believes(":1.3") == (owner_ == ":1.3"), "only the owner is believed");
+    }
+
+    NetworkNews news_;
+    std::string owner_;
+};
+
+void play(Input input) {
+    Listener listener;
+    while (!input.empty()) {
+        switch (input.below(8)) {
+        case 0:
+            listener.answer(oneOf(input, texts));
+            break;
+        case 1:
+            listener.read();
+            break;
+        default:
+            listener.hear(anySignal(input));
+        }
+    }
+}
+
+} // namespace
+} // namespace tarvik::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    tarvik::fuzz::play({data, size});
+    return 0;
+}

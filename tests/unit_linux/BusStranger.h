@@ -1,0 +1,47 @@
+#pragma once
+
+#include <sdbus-c++/sdbus-c++.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tarvik {
+
+/// A program of another user on the system bus, as far as the tests may become one: where they run
+/// as root. It may do what every user may: send signals straight to each program that is there.
+class BusStranger {
+public:
+    BusStranger();
+
+    /// Its own name.
+    std::string name() const { return bus_->getUniqueName(); }
+    /// As the bus knows it.
+    std::uint32_t user() const;
+
+    /// Sends a signal to everybody else; the bus has taken it afterwards.
+    template <class... Values>
+    void send(const std::string& path, const std::string& interface, const std::string& member,
+              const Values&... values) {
+        const auto object = sdbus::createObject(*bus_, path);
+        for (const std::string& other : others()) {
+            sdbus::Signal signal = object->createSignal(interface, member);
+            (signal << ... << values);
+            signal.setDestination(other);
+            object->emitSignal(signal);
+        }
+        others();
+    }
+
+    /// Sends so many signals to each other program, of the kind that is looked at closest.
+    void flood(int count);
+
+    /// The names of all other programs.
+    std::vector<std::string> others() const;
+
+private:
+    std::unique_ptr<sdbus::IConnection> bus_;
+};
+
+} // namespace tarvik
