@@ -1,7 +1,7 @@
 # shellcheck shell=bash disable=SC2034
 # Packages of Debian 12 that building, running and testing need. Sourced, not run.
 
-packages_build="g++ cmake ninja-build qt6-base-dev libgl1-mesa-dev libsdbus-c++-dev"
+packages_build="g++ cmake ninja-build qt6-base-dev libgl1-mesa-dev libsdbus-c++-dev libxcb1-dev"
 packages_display="xvfb weston qt6-wayland wayland-utils openbox dbus-daemon at-spi2-core python3 python3-gi gir1.2-atspi-2.0 imagemagick xdotool x11-utils fonts-noto-core trayer dunst"
 packages_bench="libglib2.0-dev"
 packages_package="dpkg-dev file gzip zip"

@@ -50,7 +50,7 @@ class PackageTest(unittest.TestCase):
     def test_it_depends_on_the_libraries_that_the_programs_name(self):
         depends = {each.split()[0] for each in self.field("Depends").split(", ")}
         self.assertEqual(depends, {"libc6", "libgcc-s1", "libqt6core6", "libqt6dbus6", "libqt6gui6",
-                                   "libqt6widgets6", "libsdbus-c++1", "libstdc++6"})
+                                   "libqt6widgets6", "libsdbus-c++1", "libstdc++6", "libxcb1"})
         self.assertEqual(self.field("Recommends"), "network-manager, qt6-wayland")
 
     def test_it_holds_these_files_and_no_others(self):

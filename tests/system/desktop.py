@@ -179,9 +179,13 @@ class Desktop:
         )
         return answer.stdout.split()
 
-    def _areas(self):
-        """Left, top, width and height of each visible window of the program."""
-        for window in self._windows("--classname", "tarvik-demo"):
+    def areas_called(self, title):
+        """Left, top, width and height of each visible window of that title."""
+        return list(self._areas("--name", "^" + re.escape(title) + "$"))
+
+    def _areas(self, *what):
+        """Left, top, width and height of each visible window of the program, or of those told."""
+        for window in self._windows(*(what or ("--classname", "tarvik-demo"))):
             answer = subprocess.run(
                 ["xdotool", "getwindowgeometry", "--shell", window],
                 env=self.environment, capture_output=True, text=True, check=False,

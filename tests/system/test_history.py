@@ -174,6 +174,32 @@ class HistoryTest(ProgramTest):
         program.expect_box(EXPORTED, "OK")
         self.assertTrue(export.read_text().startswith('"ID";"Date"'))
 
+    def question_size(self, program, name):
+        """The size of the question before a file of that name is replaced; it is declined."""
+        (self.folder / name).write_text("of great value")
+        self.export_as(program, name)
+        question = wait_for("the dialog's question", lambda: next(
+            (area for area in self.desktop.areas_called("Export history as CSV...")
+             if area[3] < 250), None))
+        program.key("alt+n")
+        wait_for("the dialog", lambda: len(self.desktop.areas_called(
+            "Export history as CSV...")) == 1)
+        program.key("Escape")
+        wait_for("the end of the dialog", lambda: not self.desktop.areas_called(
+            "Export history as CSV..."))
+        return question[2:]
+
+    def test_before_a_file_is_replaced_a_name_that_looks_like_markup_is_shown_as_it_stands(self):
+        program = self.open_history()
+        program.press("optStatistics")
+
+        plain = self.question_size(program, "-h1-Big-u-name.csv")
+        marked = self.question_size(program, "<h1>Big<u>name.csv")
+
+        # Large letters would be higher, and the marks take their place.
+        self.assertEqual(marked[1], plain[1])
+        self.assertGreater(marked[0], plain[0])
+
     def test_the_export_opens_in_a_spreadsheet_with_all_figures(self):
         program = self.open_history()
         program.press("optStatistics")

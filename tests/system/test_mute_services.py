@@ -3,8 +3,11 @@ start or later. Each of these held it for 25 seconds or for good."""
 
 import contextlib
 import os
+import pathlib
 import signal
 import socket
+import subprocess
+import sys
 import threading
 import time
 import unittest
@@ -13,6 +16,7 @@ from gi.repository import Gio, GLib
 
 from desktop import wait_for
 from faulty_service import FaultyService
+from processes import start, stop
 from support import ProgramTest
 
 LONGEST = 5.0  # seconds for what takes a fraction of one, and takes 25 where it waits
@@ -186,6 +190,19 @@ class HaltedProcessTest(MuteServiceTest):
             with self.without_delay("the end"):
                 self.assertEqual(program.end(), 0)
 
+    def test_the_bus_of_accessibility(self):
+        program = self.start_without_delay()
+        launcher = owner_of("org.a11y.Bus", self.address)
+        children = pathlib.Path("/proc/%d/task/%d/children" % (launcher, launcher)).read_text()
+
+        with contextlib.ExitStack() as halts:
+            for process in [launcher, *map(int, children.split())]:
+                halts.enter_context(self.halted(process))
+            # Nobody can read the window now; what ends is not held up.
+            program.key("alt+m")
+            with self.without_delay("the end"):
+                self.assertEqual(program.end(), 0)
+
     def test_the_session_bus_after_the_panel_has_taken_the_item(self):
         watcher = self.watcher("panel")
         program = self.start_without_delay()
@@ -232,10 +249,61 @@ class GreetingTest(MuteServiceTest):
             SESSION_MANAGER="unix/%s:%s" % (os.uname().nodename, self.mute.path),
         )
 
+    def test_a_mute_input_method(self):
+        # The toolkit looks for it only where it is installed.
+        installed = self.folder / "ibus-daemon"
+        installed.write_text("#!/bin/sh\n")
+        installed.chmod(0o755)
+        address = self.folder / "address"
+        address.write_text(
+            "IBUS_ADDRESS=unix:path=%s\nIBUS_DAEMON_PID=%d\n" % (self.mute.path, os.getpid())
+        )
+        self.check(
+            "the input method",
+            QT_IM_MODULE="ibus", IBUS_ADDRESS_FILE=str(address),
+            PATH="%s:%s" % (self.folder, os.environ["PATH"]),
+        )
+
     def test_services_that_answer_are_not_left_out(self):
         program = self.start_quietly()
 
         self.assertNotIn("left out", program.written())
+
+
+class MuteClipboardTest(MuteServiceTest):
+    """A program that holds the clipboard and does not say what is in it."""
+
+    def setUp(self):
+        super().setUp()
+        if self.desktop.wayland:
+            raise unittest.SkipTest("this is the clipboard of X")
+        holder = start(
+            [sys.executable, "-B", str(pathlib.Path(__file__).with_name("mute_selection.py"))],
+            self.desktop.environment, stdout=subprocess.PIPE,
+        )
+        self.addCleanup(stop, holder)
+        self.assertEqual(holder.stdout.readline(), b"ready\n")
+        self.program = self.start_quietly()
+        self.program.press("cmdOptions")
+        wait_for("the box", lambda: self.program.is_showing("txtRefreshInterval"))
+        self.program.click("txtRefreshInterval")
+        self.before = self.program.text("txtRefreshInterval")
+
+    def assert_it_is_dropped(self, *words):
+        with self.without_delay("the window"):
+            subprocess.run(["xdotool", *words], env=self.desktop.environment, check=True)
+            # What comes after it is answered after it.
+            self.program.key("End", "7")
+            self.program.wait_text("txtRefreshInterval", self.before + "7")
+
+    def test_it_is_not_pasted_with_the_keyboard(self):
+        self.assert_it_is_dropped("key", "ctrl+v")
+
+    def test_it_is_not_pasted_with_the_mouse(self):
+        self.assert_it_is_dropped("click", "2")
+
+    def test_it_opens_no_menu(self):
+        self.assert_it_is_dropped("click", "3")
 
 
 if __name__ == "__main__":

@@ -1,6 +1,8 @@
 #include "FileDialogTest.h"
 
 #include <QAbstractItemView>
+#include <QLocale>
+#include <QStyledItemDelegate>
 
 #include <gtest/gtest.h>
 
@@ -263,6 +265,62 @@ TEST_F(CommonDialogsTest, AnExistingFileIsNotChosenWhenTheUserDeclines) {
     EXPECT_FALSE(chosen);
     EXPECT_EQ(asked, 1);
     EXPECT_TRUE(stillOpen);
+}
+
+/// The text of the question before overwriting a file of that name, and in what format it stands.
+class OverwriteTest : public CommonDialogsTest {
+protected:
+    bool overwrite(const std::string& name) {
+        const std::string path = makeFile(name);
+        data.Flags = overwritePrompt;
+        QTimer look;
+        QObject::connect(&look, &QTimer::timeout, &look, [this] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                format = box->textFormat();
+                question = box->text();
+                box->button(QMessageBox::Yes)->click();
+            }
+        });
+        look.start(5);
+        return save(choose(path)) && file.substr(0, file.find('\0')) == path;
+    }
+
+    Qt::TextFormat format = Qt::AutoText;
+    QString question;
+};
+
+TEST_F(OverwriteTest, ANameThatLooksLikeMarkupIsAskedForAsItStands) {
+    const bool saved = overwrite("<h1>Big<u>name.csv");
+
+    EXPECT_TRUE(saved);
+    EXPECT_EQ(format, Qt::PlainText);
+    EXPECT_TRUE(question.startsWith(QStringLiteral("<h1>Big<u>name.csv already exists")))
+        << question.toStdString();
+}
+
+TEST_F(OverwriteTest, ATurnOfDirectionInANameIsToldAndTheNameItselfIsSaved) {
+    const bool saved = overwrite("a\u202evsc.exe");
+
+    EXPECT_TRUE(saved);
+    EXPECT_TRUE(question.startsWith(QStringLiteral("a[U+202E]vsc.exe already exists")))
+        << question.toStdString();
+}
+
+TEST_F(CommonDialogsTest, TheListTellsOfATurnOfDirectionInAName) {
+    makeFile("a\u202evsc.exe");
+    QString listed;
+
+    open([&](const QFileDialog& dialog) {
+        const auto* list = dialog.findChild<QAbstractItemView*>(QStringLiteral("listView"));
+        ASSERT_TRUE(spinUntil([&] { return list->model()->rowCount(list->rootIndex()) == 1; }));
+        const QModelIndex index = list->model()->index(0, 0, list->rootIndex());
+        const auto* delegate =
+            qobject_cast<QStyledItemDelegate*>(list->itemDelegateForIndex(index));
+        ASSERT_NE(delegate, nullptr);
+        listed = delegate->displayText(index.data(), QLocale::c());
+    });
+
+    EXPECT_EQ(listed, QStringLiteral("a[U+202E]vsc.exe"));
 }
 
 TEST_F(CommonDialogsTest, SeveralFilesComeAsFolderAndNames) {

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <string>
 #include <string_view>
 #include <sys/socket.h>
@@ -179,6 +180,51 @@ TEST_F(ToolkitServicesTest, ASessionManagerThatTalksNonsenseIsHidden) {
     greet();
 
     EXPECT_EQ(qgetenv("SESSION_MANAGER").isNull(), true);
+}
+
+class InputMethodTest : public ToolkitServicesTest {
+protected:
+    InputMethodTest() {
+        typing.set("ibus");
+        addressFile.set(folder.path() + "/address");
+        std::ofstream(folder.path() + "/address")
+            << "# of the display\nIBUS_ADDRESS=unix:path=" << path
+            << ",guid=1\nIBUS_DAEMON_PID=1\n";
+    }
+
+    Variable typing{"QT_IM_MODULE"};
+    Variable addressFile{"IBUS_ADDRESS_FILE"};
+};
+
+TEST_F(InputMethodTest, AnInputMethodThatSpeaksIsLeftAsItIs) {
+    const FirstWord service(path, "REJECTED EXTERNAL\r\n");
+
+    EXPECT_EQ(greet(), "");
+
+    EXPECT_EQ(typing.get(), "ibus");
+}
+
+TEST_F(InputMethodTest, AMuteInputMethodIsHidden) {
+    const FirstWord service(path, "");
+
+    EXPECT_EQ(greet(), "velmars-tarvik: the input method does not answer and is left out\n");
+
+    EXPECT_EQ(qgetenv("QT_IM_MODULE").isNull(), true);
+}
+
+TEST_F(InputMethodTest, AnInputMethodThatDoesNotRunIsLeftToTheToolkit) {
+    EXPECT_EQ(greet(), "");
+
+    EXPECT_EQ(typing.get(), "ibus");
+}
+
+TEST_F(InputMethodTest, AnotherInputMethodIsLeftAsItIs) {
+    const FirstWord service(path, "");
+    typing.set("compose");
+
+    EXPECT_EQ(greet(), "");
+
+    EXPECT_EQ(typing.get(), "compose");
 }
 
 TEST_F(ToolkitServicesTest, ASessionManagerThatIsNotThereIsLeftToTheToolkit) {

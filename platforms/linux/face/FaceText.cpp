@@ -1,6 +1,7 @@
 #include "linux/face/FaceText.h"
 
 #include "common/FaceCaption.h"
+#include "common/VisibleDirections.h"
 
 #include <QStringList>
 #include <QWidget>
@@ -8,11 +9,23 @@
 namespace tarvik::face {
 
 QString shown(const std::string& text) {
+    return changeable(tarvik::withVisibleDirections(text));
+}
+
+QString changeable(const std::string& text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+QString withVisibleDirections(const QString& text) {
+    return shown(entered(text));
+}
+
 QString shownLines(const std::string& text) {
-    QString lines = shown(text);
+    return changeableLines(tarvik::withVisibleDirections(text));
+}
+
+QString changeableLines(const std::string& text) {
+    QString lines = changeable(text);
     lines.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
     lines.replace(QLatin1Char('\r'), QLatin1Char('\n'));
     return lines;

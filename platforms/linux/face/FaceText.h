@@ -8,11 +8,23 @@ class QWidget;
 
 namespace tarvik::face {
 
-/// The program's texts are bytes; what is no valid UTF-8 is shown with replacement characters.
+/// The program's texts are bytes; what is no valid UTF-8 is shown with replacement characters, and
+/// what turns the direction of writing by its number: names from outside stand in many texts. The
+/// text itself remains in the model, and nothing takes it back from what is shown.
 QString shown(const std::string& text);
 
-/// The same for texts of messages: a carriage return, alone or with a line feed, breaks the line.
+/// The same for a text that the user may change, and that is taken back: as it stands.
+QString changeable(const std::string& text);
+
+/// A name that the toolkit shows by itself, with its turns of direction told by their numbers.
+QString withVisibleDirections(const QString& text);
+
+/// As `shown`, for texts of messages: a carriage return, alone or with a line feed, breaks the
+/// line.
 QString shownLines(const std::string& text);
+
+/// The same for a text that the user may change.
+QString changeableLines(const std::string& text);
 
 /// What the user entered, as the program's bytes.
 std::string entered(const QString& text);

@@ -7,6 +7,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QPointer>
+#include <QStyledItemDelegate>
 
 #include <algorithm>
 #include <string>
@@ -61,8 +62,20 @@ QString pathOf(const char* bytes) {
     return bytes == nullptr ? QString() : QFile::decodeName(bytes);
 }
 
+/// Shows the names of files so that none can be read as another one; a name that is changed in the
+/// list is taken as it stands.
+class NameDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QString displayText(const QVariant& value, const QLocale& locale) const override {
+        return withVisibleDirections(QStyledItemDelegate::displayText(value, locale));
+    }
+};
+
 void setOptions(QFileDialog& dialog, const OPENFILENAMEA& data, bool open) {
     identify(dialog, "fileDialog");
+    dialog.setItemDelegate(new NameDelegate(&dialog));
     dialog.setAcceptMode(open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
     dialog.setFileMode(!open                         ? QFileDialog::AnyFile
                        : has(data, allowMultiselect) ? QFileDialog::ExistingFiles

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "common/FaceContext.h"
+#include "linux/face/ClipboardGuard.h"
+#include "linux/face/PlainBoxes.h"
 #include "ports/Desktop.h"
 #include "ui/controls/Controls.h"
 
@@ -68,6 +70,8 @@ private:
     FaceContext context_;
     std::vector<FormWindow*> windows_; ///< in the order in which they were realised
     QEventLoop loop_;
+    PlainBoxes plainBoxes_;
+    ClipboardGuard clipboardGuard_;
     bool blocking_ = false;
     bool displayLost_ = false;
 };

@@ -17,9 +17,11 @@ public:
         widget->setTabChangesFocus(true);
         widget->setLineWrapMode(QPlainTextEdit::NoWrap);
         refresh(Property::Text);
-        QObject::connect(widget, &QPlainTextEdit::textChanged, widget, [this] {
-            fromUser(Property::Text, [&] { textBox_.setText(enteredText()); });
-        });
+        if (!textBox.readOnly()) {
+            QObject::connect(widget, &QPlainTextEdit::textChanged, widget, [this] {
+                fromUser(Property::Text, [&] { textBox_.setText(enteredText()); });
+            });
+        }
     }
 
     int widthFor(int characters) const override {
@@ -31,12 +33,18 @@ protected:
     void refreshOwn(Property changed) override {
         if (changed == Property::Selection) {
             widget_->selectAll();
-        } else if (changed == Property::Text && enteredText() != textBox_.text()) {
-            widget_->setPlainText(shownLines(textBox_.text()));
+        } else if (changed == Property::Text && showsAnotherText()) {
+            const std::string& text = textBox_.text();
+            widget_->setPlainText(textBox_.readOnly() ? shownLines(text) : changeableLines(text));
         }
     }
 
 private:
+    bool showsAnotherText() const {
+        return textBox_.readOnly() ? widget_->toPlainText() != shownLines(textBox_.text())
+                                   : enteredText() != textBox_.text();
+    }
+
     std::string enteredText() const {
         QString text = widget_->toPlainText();
         return entered(text.replace(QLatin1Char('\n'), QStringLiteral("\r\n")));

@@ -128,7 +128,7 @@ protected:
             select();
             return;
         }
-        const QString text = shown(textBox_.text());
+        const QString text = textOf(textBox_.text());
         if (changed == Property::Text && widget_->text() != text) {
             widget_->setText(text);
             // The beginning of a text that does not fit tells more than its end.
@@ -144,8 +144,12 @@ private:
         const auto start = static_cast<std::size_t>(textBox_.selStart());
         const auto length = static_cast<std::size_t>(textBox_.selLength());
         const std::string& text = textBox_.text();
-        widget_->select(shown(text.substr(0, start)).size(),
-                        shown(text.substr(start, length)).size());
+        widget_->select(textOf(text.substr(0, start)).size(),
+                        textOf(text.substr(start, length)).size());
+    }
+
+    QString textOf(const std::string& text) const {
+        return widget_->isReadOnly() ? shown(text) : changeable(text);
     }
 
     TextBox& textBox_;

@@ -1,15 +1,12 @@
 #include "linux/services/SessionManagerGreeting.h"
 
-#include "linux/services/FileDescriptor.h"
+#include "linux/services/LocalSocket.h"
 
 #include <array>
 #include <cstddef>
-#include <cstring>
 #include <optional>
 #include <sstream>
 #include <string_view>
-#include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 namespace tarvik {
@@ -29,21 +26,6 @@ std::optional<std::string> pathOf(const std::string& address) {
         path.front() = '\0';
     }
     return path;
-}
-
-FileDescriptor connectTo(const std::string& path) {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    if (path.size() >= sizeof address.sun_path) {
-        return FileDescriptor();
-    }
-    std::memcpy(address.sun_path, path.data(), path.size());
-    const auto size = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + path.size() +
-                                             (path.front() == '\0' ? 0 : 1));
-    FileDescriptor file(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    const bool connected =
-        file && connect(file.number(), reinterpret_cast<const sockaddr*>(&address), size) == 0;
-    return connected ? std::move(file) : FileDescriptor();
 }
 
 /// Each side begins by saying in which order it sends the bytes of a number: a message of eight

@@ -1,13 +1,17 @@
 #include "linux/services/ToolkitServices.h"
 
 #include "linux/services/FileDescriptor.h"
+#include "linux/services/InputMethodGreeting.h"
 #include "linux/services/SessionManagerGreeting.h"
 
 #include <sdbus-c++/sdbus-c++.h>
 
+#include <atomic>
 #include <chrono>
 #include <cstdlib>
+#include <fstream>
 #include <future>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -21,9 +25,10 @@ namespace {
 const char* const sessionBus = "DBUS_SESSION_BUS_ADDRESS";
 const char* const accessibilityBus = "AT_SPI_BUS_ADDRESS";
 const char* const sessionManager = "SESSION_MANAGER";
+const char* const inputMethod = "QT_IM_MODULE";
 
-/// The longest that all are waited for together. A loaded machine, which takes its time from every
-/// process, makes a turn longer, not their number smaller.
+/// The longest that all are waited for together. What a loaded machine takes from this process
+/// itself does not count.
 constexpr std::chrono::milliseconds turn{10};
 constexpr int mostTurns = 15;
 
@@ -91,7 +96,10 @@ class Greeting {
 public:
     template <class Call>
     explicit Greeting(Call&& call) {
-        std::packaged_task<bool()> task(std::forward<Call>(call));
+        std::packaged_task<bool()> task([thread = thread_, greet = std::forward<Call>(call)] {
+            *thread = gettid();
+            return greet();
+        });
         answer_ = task.get_future();
         std::thread(std::move(task)).detach();
     }
@@ -99,7 +107,7 @@ public:
     /// Whether it went well within what is left of the turns.
     bool wentWell(int& turnsLeft) {
         while (answer_.wait_for(turn) != std::future_status::ready) {
-            if (--turnsLeft <= 0) {
+            if (isWaiting() && --turnsLeft <= 0) {
                 return false;
             }
         }
@@ -107,6 +115,18 @@ public:
     }
 
 private:
+    /// It waits for the service, not for the processor or the disk.
+    bool isWaiting() const {
+        if (*thread_ == 0) {
+            return false; // it has not begun yet
+        }
+        std::ifstream file("/proc/self/task/" + std::to_string(*thread_) + "/stat");
+        const std::string text(std::istreambuf_iterator<char>(file), {});
+        const std::size_t name = text.rfind(')');
+        return name == std::string::npos || text.substr(name).starts_with(") S");
+    }
+
+    std::shared_ptr<std::atomic<pid_t>> thread_ = std::make_shared<std::atomic<pid_t>>(0);
     std::future<bool> answer_;
 };
 
@@ -133,10 +153,12 @@ ToolkitServices::ToolkitServices() {
     Greeting ofAccessibility(
         [bus, told] { return greets(told.empty() ? toldAccessibilityBus(bus) : told); });
     Greeting ofManager([manager] { return sessionManagerGreets(manager); });
+    Greeting ofInputMethod(inputMethodGreets);
     int turnsLeft = mostTurns;
     const bool busGreets = ofBus.wentWell(turnsLeft);
     const bool accessibilityGreets = ofAccessibility.wentWell(turnsLeft);
     const bool managerGreets = ofManager.wentWell(turnsLeft);
+    const bool typingGreets = ofInputMethod.wentWell(turnsLeft);
     if (!busGreets) {
         hide(sessionBus, nowhere, "the session bus");
     }
@@ -145,6 +167,9 @@ ToolkitServices::ToolkitServices() {
     }
     if (!managerGreets) {
         hide(sessionManager, nullptr, "the session manager");
+    }
+    if (!typingGreets) {
+        hide(inputMethod, nullptr, "the input method");
     }
 }
 

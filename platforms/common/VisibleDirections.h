@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tarvik {
+
+/// A text in UTF-8 for the eye: each character that turns the direction of writing, and is not seen
+/// itself, is told by its number, as "[U+202E]". A name from outside could otherwise be read as
+/// another one: with it, "gnp.exe" after "U+202E" reads as "exe.png".
+std::string withVisibleDirections(std::string_view text);
+
+} // namespace tarvik

@@ -1,0 +1,88 @@
+#include "linux/face/SelectionOwner.h"
+
+#include <xcb/xcb.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <memory>
+#include <poll.h>
+#include <string_view>
+
+namespace tarvik::face {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+constexpr std::chrono::milliseconds longestWait{100};
+
+struct Free {
+    void operator()(void* memory) const { std::free(memory); }
+};
+template <class Type>
+using Owned = std::unique_ptr<Type, Free>;
+
+/// A connection of its own: the toolkit's would take the answer away.
+struct Disconnect {
+    void operator()(xcb_connection_t* display) const { xcb_disconnect(display); }
+};
+using Display = std::unique_ptr<xcb_connection_t, Disconnect>;
+
+xcb_atom_t atomOf(xcb_connection_t* display, std::string_view name) {
+    const auto cookie =
+        xcb_intern_atom(display, 0, static_cast<std::uint16_t>(name.size()), name.data());
+    const Owned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(display, cookie, nullptr));
+    return reply == nullptr ? xcb_atom_t{XCB_ATOM_NONE} : reply->atom;
+}
+
+bool isHeld(xcb_connection_t* display, xcb_atom_t selection) {
+    const Owned<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
+        display, xcb_get_selection_owner(display, selection), nullptr));
+    return reply != nullptr && reply->owner != XCB_WINDOW_NONE;
+}
+
+/// Asks the holder what it has; the answer comes as an event.
+void ask(xcb_connection_t* display, xcb_atom_t selection) {
+    const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(display)).data;
+    const xcb_window_t window = xcb_generate_id(display);
+    xcb_create_window(display, XCB_COPY_FROM_PARENT, window, screen->root, 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, screen->root_visual, 0, nullptr);
+    xcb_convert_selection(display, window, selection, atomOf(display, "TARGETS"),
+                          atomOf(display, "TARVIK_TARGETS"), XCB_CURRENT_TIME);
+    xcb_flush(display);
+}
+
+bool isAnswered(xcb_connection_t* display) {
+    const Clock::time_point end = Clock::now() + longestWait;
+    for (auto left = longestWait; left.count() > 0;
+         left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now())) {
+        pollfd waiting{.fd = xcb_get_file_descriptor(display), .events = POLLIN, .revents = 0};
+        poll(&waiting, 1, static_cast<int>(left.count()));
+        while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(display)}) {
+            constexpr unsigned sentByAProgram = 0x80;
+            if ((event->response_type & ~sentByAProgram) == XCB_SELECTION_NOTIFY) {
+                return true;
+            }
+        }
+        if (xcb_connection_has_error(display) != 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+bool selectionOwnerAnswers(const char* selection) {
+    const Display display(xcb_connect(nullptr, nullptr));
+    if (xcb_connection_has_error(display.get()) != 0) {
+        return true;
+    }
+    const xcb_atom_t atom = atomOf(display.get(), selection);
+    if (!isHeld(display.get(), atom)) {
+        return true;
+    }
+    ask(display.get(), atom);
+    return isAnswered(display.get());
+}
+
+} // namespace tarvik::face

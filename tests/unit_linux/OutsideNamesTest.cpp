@@ -1,0 +1,136 @@
+#include "Waiting.h"
+#include "support/QtMachine.h"
+#include "ui/controls/Form.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QTimer>
+#include <QToolTip>
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+
+namespace tarvik {
+namespace {
+
+const std::string turned = "Bank\u202egnp.exe";
+const QString told = QStringLiteral("Bank[U+202E]gnp.exe");
+
+/// Controls that show a name from outside, and one in which the user writes.
+class NamesForm : public Form {
+public:
+    NamesForm() : Form("frmNames", "Names") {
+        setLayout(column({item(cboNames), item(txtName), item(txtNames), item(txtOwn)}));
+    }
+
+    ComboBox cboNames{*this, "cboNames", {.accessibleName = "Names"}};
+    TextBox txtName{*this, "txtName", {.accessibleName = "Name", .readOnly = true}};
+    TextBox txtNames{
+        *this, "txtNames", {.accessibleName = "All", .readOnly = true, .multiLine = true}};
+    TextBox txtOwn{*this, "txtOwn", {.accessibleName = "Own"}};
+};
+
+class OutsideNamesTest : public testing::Test {
+protected:
+    OutsideNamesTest() { form.load(); }
+    ~OutsideNamesTest() override { form.unload(); }
+
+    template <class Widget>
+    static Widget& find(const char* name) {
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (auto* found = window->findChild<Widget*>(QString::fromLatin1(name))) {
+                return *found;
+            }
+        }
+        throw std::runtime_error(name);
+    }
+
+    QtMachine machine;
+    PlatformScope scope{machine.platform};
+    NamesForm form;
+};
+
+TEST_F(OutsideNamesTest, AListTellsOfATurnAndKeepsTheTrueName) {
+    form.cboNames.addItem(turned);
+    auto& list = find<QComboBox>("cboNames");
+
+    list.setCurrentIndex(0);
+
+    EXPECT_EQ(list.currentText(), told);
+    EXPECT_EQ(form.cboNames.text(), turned);
+}
+
+TEST_F(OutsideNamesTest, ATextThatIsOnlyReadTellsOfATurn) {
+    form.txtName.setText(turned);
+
+    EXPECT_EQ(find<QLineEdit>("txtName").text(), told);
+    EXPECT_EQ(form.txtName.text(), turned);
+}
+
+TEST_F(OutsideNamesTest, SeveralLinesTellOfATurn) {
+    form.txtNames.setText(turned + "\r\nsecond");
+
+    EXPECT_EQ(find<QPlainTextEdit>("txtNames").toPlainText(), told + QStringLiteral("\nsecond"));
+    EXPECT_EQ(form.txtNames.text(), turned + "\r\nsecond");
+}
+
+TEST_F(OutsideNamesTest, ATextOfTheUsersOwnIsLeftAsItIs) {
+    form.txtOwn.setText(turned);
+
+    EXPECT_EQ(find<QLineEdit>("txtOwn").text().toStdString(), turned);
+}
+
+TEST_F(OutsideNamesTest, ABoxTellsOfATurn) {
+    QString text;
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &look, [&] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            text = box->text();
+            box->close();
+        }
+    });
+    look.start(5);
+
+    machine.desktop.messageBox({.text = turned, .caption = "T"});
+
+    EXPECT_EQ(text, told);
+}
+
+TEST_F(OutsideNamesTest, ABoxOfTheToolkitIsPlain) {
+    QMessageBox box(QMessageBox::NoIcon, QString(), QStringLiteral("<i>a</i>\u202e"));
+
+    box.show();
+
+    EXPECT_EQ(box.textFormat(), Qt::PlainText);
+    EXPECT_EQ(box.text(), QStringLiteral("<i>a</i>[U+202E]"));
+}
+
+TEST_F(OutsideNamesTest, TheToolkitsOwnBoldLineIsALine) {
+    QMessageBox box(QMessageBox::NoIcon, QString(),
+                    QStringLiteral("<b>The name \"<i>a\" cannot be used.</b><p>Try another."));
+
+    box.show();
+
+    EXPECT_EQ(box.text(), QStringLiteral("The name \"<i>a\" cannot be used.\nTry another."));
+}
+
+TEST_F(OutsideNamesTest, AToolTipIsPlain) {
+    QToolTip::showText(QPoint(1, 1), QStringLiteral("/data/<h1>folder"));
+
+    const QLabel* tip = nullptr;
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+        tip = window->inherits("QTipLabel") ? qobject_cast<const QLabel*>(window) : tip;
+    }
+
+    ASSERT_NE(tip, nullptr);
+    EXPECT_EQ(tip->textFormat(), Qt::PlainText);
+}
+
+} // namespace
+} // namespace tarvik
