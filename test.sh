@@ -2,7 +2,7 @@
 # Installs what is missing, builds everything and runs every test. Each stage runs whatever became of
 # the others; a stage that cannot run is named as skipped, which CI=true counts as a failure.
 #
-#   test.sh             all stages
+#   test.sh             all stages but those that run only when they are named
 #   test.sh STAGE...    these, in the order in which they stand at the end of this file
 #   test.sh help        what they are called
 set -uo pipefail
@@ -34,9 +34,14 @@ stage() {
     esac
 }
 
-# tell_stages: what the stages are called, and what they are.
+# only_named NAME COMMAND: a stage that runs only when it is named.
+only_named() {
+    [ -z "$named" ] || stage "$@"
+}
+
+# tell_stages: what the stages are called, and what they are; to be named or not.
 tell_stages() {
-    sed -nE 's/^stage "(.*)" (\w+)$/  \2: \1/p' test.sh
+    sed -nE 's/^stage "(.*)" (\w+)$/  \2: \1/p; s/^only_named "(.*)" (\w+)$/  \2: \1 (only when named)/p' test.sh
 }
 
 # build PRESET TARGET...: configures and builds.
@@ -263,6 +268,16 @@ made_packages() {
     scripts/package.sh && /usr/bin/python3 -B -m unittest discover -s tests/packages -t tests/packages
 }
 
+# A bare Debian 12 in a tree of its own, where run.sh, test.sh and the package meet what a newcomer's
+# computer lets them meet; TARVIK_BARE sets what to try. Needs root, and an hour or more.
+bare() {
+    # shellcheck disable=SC2086
+    needs $packages_bare || return $cannot_run
+    [ "$(id -u)" -eq 0 ] || { echo "Only root can make a tree of Debian." >&2; return $cannot_run; }
+    # shellcheck disable=SC2086
+    scripts/bare.sh ${TARVIK_BARE:-all}
+}
+
 named=${*:+" $* "}
 for word in "$@"; do
     tell_stages | grep -q "^  $word:" || { echo "The stages of test.sh:" && tell_stages && exit 2; }
@@ -297,6 +312,7 @@ stage "the built Windows programs from outside" programs_windows
 stage "the pictures of the documents" document_pictures
 stage "a random user on the Windows face, checked" monkey_windows
 stage "the package for Debian and the archive for Windows" made_packages
+only_named "run.sh, test.sh and the package on a bare Debian 12" bare
 
 printf '\n== Summary\n'
 printf '%s\n' "${summary[@]}"

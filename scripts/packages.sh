@@ -75,7 +75,7 @@ show_progress() {
 
 # tell_why LOG: one line about why apt-get failed, after its own.
 tell_why() {
-    sed -n 's/^E: /  apt-get: /p' "$1" | sort -u | head -n 3 >&2
+    sed -nE '/by (glob|regex)/d; s/^E: /  apt-get: /p' "$1" | sort -u | head -n 3 >&2
     if grep -qE 'Unable to locate|Failed to fetch|no installation candidate' "$1"; then
         echo "Nothing was installed: the sources in /etc/apt cannot be reached, or are not those of Debian 12." >&2
     else

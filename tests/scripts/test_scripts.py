@@ -3,6 +3,7 @@ folder of their own, whose name has blanks and umlauts, beside stand-ins for wha
 
 import os
 import pathlib
+import re
 import shutil
 import socket
 import subprocess
@@ -145,6 +146,14 @@ class FolderTest(ScriptTest):
                 "\n    sudo sh -c 'chown -R bob \"%s/build\"'\n" % self.sources), said)
             self.assertEqual(len(said.splitlines()), 2)
 
+    def test_what_somebody_else_has_built_for_everybody_is_no_fault(self):
+        if os.getuid() != 0:
+            self.skipTest("only root can make what is another user's")
+        (self.sources / "build").mkdir()
+        for folder in (self.sources, self.sources / "build"):
+            folder.chmod(0o777)
+        self.run_script(0, "run.sh", by=self.ordinary_user())
+
     def test_what_was_built_in_another_folder_is_built_anew(self):
         cache = self.sources / "build/release/CMakeCache.txt"
         cache.parent.mkdir(parents=True)
@@ -180,6 +189,7 @@ class PackagesTest(ScriptTest):
             "  apt-get: Unable to locate package g++\n"
             "Nothing was installed: the sources in /etc/apt cannot be reached, or are not those of "
             "Debian 12.\n"), said)
+        self.assertEqual(said.count("apt-get: "), 1)
 
     def test_another_failure_is_told_with_the_words_of_apt(self):
         said = self.run_script(77, "run.sh", USER_NUMBER="0", NOT_INSTALLED="g++",
@@ -214,6 +224,14 @@ class StagesTest(ScriptTest):
         said = self.run_script(2, "test.sh", "lint", "lnit")
         self.assertNotIn("played", said)
         self.assertIn("\n  lint: lint\n", said)
+        self.assertRegex(said, r"\n  bare: .* \(only when named\)\n")
+
+    def test_a_stage_that_runs_only_when_named_is_not_among_all(self):
+        test = self.sources / "test.sh"
+        test.write_text(re.sub(r"(?m)^stage .*\n", "", test.read_text()))
+        self.assertIn("\n0 passed, 0 failed, 0 skipped\n", self.run_script(0, "test.sh"))
+        said = self.run_script(0, "test.sh", "bare", NOT_INSTALLED="debootstrap")
+        self.assertIn("\n0 passed, 0 failed, 1 skipped\n", said)
 
     def test_without_what_it_needs_a_stage_is_named_as_skipped(self):
         said = self.run_script(0, "test.sh", "lint", NOT_INSTALLED="git")
