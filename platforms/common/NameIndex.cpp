@@ -1,5 +1,6 @@
 #include "common/NameIndex.h"
 
+#include "common/NameHash.h"
 #include "types/Text.h"
 
 #include <bit>
@@ -7,25 +8,11 @@
 
 namespace tarvik {
 
-namespace {
-
-std::uint32_t hashWithoutCase(std::string_view text) {
-    std::uint64_t hash = 14695981039346656037ULL;
-    for (const char character : text) {
-        const bool lower = character >= 'a' && character <= 'z';
-        const auto byte = static_cast<unsigned char>(lower ? character - 'a' + 'A' : character);
-        hash = (hash ^ byte) * 1099511628211ULL;
-    }
-    return static_cast<std::uint32_t>(hash ^ (hash >> 32U));
-}
-
-} // namespace
-
 NameIndex::NameIndex(std::string_view text, std::vector<TextRange> names)
     : names_(std::move(names)), places_(std::bit_ceil(2 * names_.size() + 1)) {
     for (std::uint32_t number = 0; number < names_.size(); ++number) {
         const std::string_view name = slice(text, names_[number]);
-        const std::uint32_t hash = hashWithoutCase(name);
+        const std::uint32_t hash = NameHash::ofThisRun()(name);
         Place& place = places_[placeOf(text, name, hash)];
         if (place.number == none) {
             place = {.hash = hash, .number = number};
@@ -74,7 +61,7 @@ std::uint32_t NameIndex::find(std::string_view text, std::string_view name) cons
     }
     std::uint32_t found = findNearby(text, name);
     if (found == none) {
-        found = places_[placeOf(text, name, hashWithoutCase(name))].number;
+        found = places_[placeOf(text, name, NameHash::ofThisRun()(name))].number;
     }
     if (found != none && found != recent_.front()) {
         recent_ = {found, recent_.front()};
