@@ -11,6 +11,9 @@ namespace {
 /// How often a write is tried on a file that another program changes all the time.
 constexpr int attempts = 5;
 
+/// Of two bytes in the file a text may take three.
+static_assert(ProfileEngine::longestFile / 2 * 3 < ProfileText::longest);
+
 /// A NUL counts too: the texts of these operations end there.
 bool hasLineBreak(std::string_view text) {
     return text.find_first_of(std::string_view("\r\n\0", 3)) != std::string_view::npos;
@@ -120,6 +123,9 @@ bool ProfileEngine::reload(const std::string& file) {
     }
     const Version stamp = files_.stamp(file);
     std::string bytes;
+    if (stamp && stamp->size > longestFile) {
+        return false;
+    }
     if (stamp ? files_.read(file, bytes).has_value() : files_.Dir(file) != FileKind::None) {
         return false;
     }
@@ -129,9 +135,6 @@ bool ProfileEngine::reload(const std::string& file) {
     filled_ = stamp && !bytes.empty() ? stamp->identity : filled_;
     const ProfileForm form = formOf(bytes);
     bytes = textOf(std::move(bytes), form);
-    if (bytes.size() > ProfileText::longest) {
-        return false;
-    }
     text_ = std::make_unique<ProfileText>(std::move(bytes));
     form_ = form;
     file_ = file;

@@ -20,9 +20,13 @@ namespace tarvik {
 /// A file that cannot be read has no keys for readers and is never written to; nor is one by an
 /// update during which a key could not be read, for its writes may rest on what was read. A file
 /// that had content and is empty counts as one that cannot be read: whoever emptied it is about to
-/// write it.
+/// write it. One that is longer than any log of this program's is refused before it is read.
 class ProfileEngine : public PrivateProfile {
 public:
+    /// Longest file that is read, bytes: millions of records. What is longer would hold up the
+    /// window and fill the memory.
+    static constexpr std::uint64_t longestFile = std::uint64_t{1} << 28U;
+
     /// `lineEnd` is for files that have no line yet.
     ProfileEngine(Files& files, std::string lineEnd, CodePage codePage = {});
 

@@ -344,10 +344,6 @@ int faccessat(int folder, const char* path, int mode, int flags) noexcept {
                  flags);
 }
 
-char* realpath(const char* path, char* resolved) noexcept {
-    return plain("realpath", touches(textOf(path)), &::realpath, path, resolved);
-}
-
 DIR* opendir(const char* path) {
     const Turn turn("opendir", touches(textOf(path)));
     if (turn.fails()) {

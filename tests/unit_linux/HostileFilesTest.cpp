@@ -294,6 +294,10 @@ protected:
         waitpid(child, &status, 0);
         return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
+    /// A link of that user, to something that he may not write to.
+    void plantLink(const std::string& link, const char* target) {
+        EXPECT_EQ(asUser([&] { return symlink(target, link.c_str()); }), 0);
+    }
     int replacedByUser() {
         return asUser([&] {
             const FileResult result = files.replace(path, {"new"});
@@ -366,6 +370,61 @@ TEST_F(OtherUserTest, InAFolderOfEverybodysNothingOfOthersIsTouched) {
     EXPECT_EQ(contentOf(victim), "precious");
     EXPECT_EQ(folder.names(),
               (Names{".tarvik-aB3xYz.tmp", ".tarvik-aaaaaa.tmp", "Tarvik.ini", "victim"}));
+}
+
+TEST_F(OtherUserTest, ALinkThatAnotherUserPlantedIsNotFollowed) {
+    const std::string victim = folder.path() + "/victim";
+    put(victim, "precious");
+    plantLink(path, "victim");
+    std::string bytes;
+
+    EXPECT_EQ(files.read(path, bytes), ErrorNumber::PermissionDenied);
+    EXPECT_EQ(files.replace(path, {"x"}), ErrorNumber::PermissionDenied);
+    EXPECT_TRUE(files.FileCopy(path, folder.path() + "/copy"));
+    EXPECT_TRUE(files.FileCopy(victim, path));
+
+    EXPECT_EQ(bytes, "");
+    EXPECT_FALSE(files.stamp(path));
+    EXPECT_EQ(files.Dir(path), FileKind::Other);
+    EXPECT_EQ(contentOf(victim), "precious");
+    EXPECT_EQ(folder.names(), (Names{"Tarvik.ini", "victim"}));
+}
+
+TEST_F(OtherUserTest, ALinkOfTheUsersOwnThroughAnotherUsersIsNotFollowed) {
+    const std::string victim = folder.path() + "/victim";
+    put(victim, "precious");
+    plantLink(folder.path() + "/second", "victim");
+    ASSERT_EQ(symlink("second", path.c_str()), 0);
+
+    EXPECT_EQ(files.replace(path, {"x"}), ErrorNumber::PermissionDenied);
+
+    EXPECT_EQ(contentOf(victim), "precious");
+}
+
+TEST_F(OtherUserTest, AsSettingsAPlantedLinkHasNoKeysAndIsNotWrittenTo) {
+    const std::string victim = folder.path() + "/victim";
+    put(victim, "[Settings]\nLastState=r\n");
+    plantLink(path, "victim");
+    ProfileEngine profile(files, "\n");
+    char text[16] = "";
+
+    EXPECT_EQ(
+        profile.GetPrivateProfileStringA("Settings", "LastState", "none", text, sizeof text, path),
+        4U);
+    EXPECT_FALSE(profile.WritePrivateProfileStringA("Settings", "LastState", "x", path));
+
+    EXPECT_STREQ(text, "none");
+    EXPECT_EQ(contentOf(victim), "[Settings]\nLastState=r\n");
+}
+
+TEST_F(OtherUserTest, ALinkThatTheAdministratorMadeIsFollowed) {
+    put(folder.path() + "/real.ini", "old");
+    chmod((folder.path() + "/real.ini").c_str(), 0666);
+    ASSERT_EQ(symlink("real.ini", path.c_str()), 0);
+
+    EXPECT_EQ(replacedByUser(), 0);
+
+    EXPECT_EQ(contentOf(folder.path() + "/real.ini"), "new");
 }
 
 } // namespace

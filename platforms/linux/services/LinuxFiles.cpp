@@ -2,12 +2,10 @@
 
 #include "linux/services/FileDescriptor.h"
 #include "linux/services/FileReplacement.h"
+#include "linux/services/OwnLinks.h"
 
-#include <algorithm>
 #include <cerrno>
-#include <cstdlib>
 #include <fcntl.h>
-#include <memory>
 #include <new>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -26,14 +24,6 @@ std::int64_t nanoseconds(const timespec& time) {
 
 FileResult lastError() {
     return errorNumberOf(errno);
-}
-
-/// The file that a path leads to, through symbolic links; nothing, with errno set, when that cannot
-/// be told.
-std::optional<std::string> linkTarget(const std::string& path) {
-    const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr),
-                                                           &std::free);
-    return real ? std::optional<std::string>(real.get()) : std::nullopt;
 }
 
 /// A file that another user keeps to himself is not put aside just because the folder would let us.
@@ -64,16 +54,18 @@ bool isAbsent(const std::string& path) {
 /// do something when they are.
 FileDescriptor openOrdinary(const std::string& path) {
     struct stat info {};
-    if (::stat(path.c_str(), &info) != 0) {
+    const std::optional<std::string> target = followOwnLinks(path, info);
+    if (!target) {
         return FileDescriptor();
     }
     if (!S_ISREG(info.st_mode)) {
         errno = EINVAL;
         return FileDescriptor();
     }
-    // Without blocking, so that a pipe that has come meanwhile does not hold the program up.
-    FileDescriptor file(
-        retried([&] { return open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC); }));
+    // Neither through a link nor waiting for a pipe that has come meanwhile.
+    FileDescriptor file(retried([&] {
+        return open(target->c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    }));
     if (file && (fstat(file.number(), &info) != 0 || !S_ISREG(info.st_mode))) {
         file.close();
         errno = EINVAL;
@@ -88,8 +80,13 @@ bool makeRoom(int file, std::string& bytes) {
     if (fstat(file, &info) != 0) {
         return false;
     }
+    const auto size = static_cast<std::uint64_t>(info.st_size);
+    if (size > longest) {
+        errno = EINVAL;
+        return false;
+    }
     try {
-        bytes.reserve(std::min(static_cast<std::size_t>(info.st_size), longest));
+        bytes.reserve(size);
     } catch (const std::bad_alloc&) {
         errno = ENOMEM;
         return false;
@@ -101,8 +98,8 @@ bool makeRoom(int file, std::string& bytes) {
 
 FileKind LinuxFiles::Dir(const std::string& path) {
     struct stat info {};
-    if (::stat(path.c_str(), &info) != 0) {
-        // A link that leads nowhere holds the name all the same.
+    if (!followOwnLinks(path, info)) {
+        // A link that leads nowhere, or is not followed, holds the name all the same.
         return isAbsent(path) ? FileKind::None : FileKind::Other;
     }
     if (S_ISDIR(info.st_mode)) {
@@ -113,7 +110,7 @@ FileKind LinuxFiles::Dir(const std::string& path) {
 
 std::optional<FileStamp> LinuxFiles::stamp(const std::string& path) {
     struct stat info {};
-    if (::stat(path.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) {
+    if (!followOwnLinks(path, info) || !S_ISREG(info.st_mode)) {
         return std::nullopt;
     }
     constexpr std::uint64_t mixer = 0x9E3779B97F4A7C15ULL;
@@ -145,7 +142,8 @@ FileResult LinuxFiles::replaceIf(const std::string& path,
 FileResult LinuxFiles::putWith(const std::string& path, const std::vector<std::string_view>& pieces,
                                const LastLook& stillRight, const struct stat* rights) {
     struct stat old {};
-    const bool exists = ::stat(path.c_str(), &old) == 0;
+    const std::optional<std::string> target = followOwnLinks(path, old);
+    const bool exists = target.has_value();
     if (!exists && !isAbsent(path)) {
         // A link that leads nowhere, or what cannot be looked at: neither is to be lost.
         return errno == EACCES ? ErrorNumber::PermissionDenied : ErrorNumber::PathFileAccess;
@@ -159,11 +157,7 @@ FileResult LinuxFiles::putWith(const std::string& path, const std::vector<std::s
     if (!home_.empty() && folderOf(path) == home_) {
         makeFolders(home_);
     }
-    const std::optional<std::string> target = exists ? linkTarget(path) : path;
-    if (!target) {
-        return lastError();
-    }
-    FileReplacement file(*target);
+    FileReplacement file(exists ? *target : path);
     if (!file) {
         return lastError();
     }
@@ -188,7 +182,7 @@ FileResult LinuxFiles::FileCopy(const std::string& source, const std::string& ta
     if (const FileResult failure = read(source, bytes)) {
         return failure;
     }
-    return ::stat(source.c_str(), &info) == 0 ? putWith(target, {bytes}, {}, &info) : lastError();
+    return followOwnLinks(source, info) ? putWith(target, {bytes}, {}, &info) : lastError();
 }
 
 FileResult LinuxFiles::Name(const std::string& path, const std::string& newPath) {
@@ -207,7 +201,7 @@ FileResult LinuxFiles::Kill(const std::string& path) {
         return ErrorNumber::PathFileAccess;
     }
     struct stat info {};
-    const bool known = ::stat(path.c_str(), &info) == 0;
+    const bool known = followOwnLinks(path, info).has_value();
     if (unlink(path.c_str()) != 0) {
         return lastError();
     }

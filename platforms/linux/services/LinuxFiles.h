@@ -8,7 +8,8 @@
 namespace tarvik {
 
 /// Whole files through the system's own calls. Nothing but ordinary files is ever opened for
-/// reading or replaced; a symbolic link to one stays and its target is replaced. A file that nobody
+/// reading or replaced; a symbolic link to one stays and its target is replaced, unless
+/// the link is another user's: that is not followed. A file that nobody
 /// may write to counts as read-only, whoever runs the program. Who may read and write a file goes
 /// over to its copies, and to the next file of its name after it was deleted.
 class LinuxFiles : public Files {

@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <new>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -35,7 +36,8 @@ public:
     bool readsFail = false;
     bool replacesFail = false;
     bool memoryIsShort = false;
-    std::function<void()> beforeLastLook; ///< what others do before a replacement asks last
+    std::optional<std::uint64_t> sizeTold; ///< bytes, of any file, instead of its own
+    std::function<void()> beforeLastLook;  ///< what others do before a replacement asks last
     int stamps = 0;
     int reads = 0;
     int replaces = 0;
@@ -51,7 +53,7 @@ public:
         }
         const Entry& entry = files_.at(path);
         return FileStamp{.identity = entry.identity,
-                         .size = entry.bytes.size(),
+                         .size = sizeTold.value_or(entry.bytes.size()),
                          .modified = entry.version,
                          .changed = entry.version};
     }

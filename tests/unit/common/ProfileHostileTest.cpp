@@ -43,6 +43,25 @@ TEST_F(ProfileHostileTest, AFileThatDoesNotFitTheMemoryIsNeitherReadNorWritten) 
     EXPECT_EQ(bytes(), "[a]\nx=1\n");
 }
 
+TEST_F(ProfileHostileTest, AFileLongerThanAnyLogIsRefusedBeforeItIsRead) {
+    given("[a]\nx=1\n");
+    files.sizeTold = ProfileEngine::longestFile + 1;
+
+    EXPECT_EQ(value("a", "x"), "none");
+    EXPECT_FALSE(engine.beginReading(file));
+    EXPECT_FALSE(write("a", "x", "2"));
+
+    EXPECT_EQ(files.reads, 0);
+    EXPECT_EQ(bytes(), "[a]\nx=1\n");
+}
+
+TEST_F(ProfileHostileTest, TheLongestFileIsRead) {
+    given("[a]\nx=1\n");
+    files.sizeTold = ProfileEngine::longestFile;
+
+    EXPECT_EQ(value("a", "x"), "1");
+}
+
 TEST_F(ProfileHostileTest, AfterAShortageOfMemoryTheFileIsReadAgain) {
     given("[a]\nx=1\n");
     files.memoryIsShort = true;
