@@ -1,5 +1,6 @@
 #include "connection/mdlCodeDial.h"
 
+#include "connection/DialRecord.h"
 #include "connection/mdlCode.h"
 #include "monitor/mdlCodeToggle.h"
 #include "monitor/mdlSessions.h"
@@ -10,28 +11,9 @@
 #include "startup/mdlTools.h"
 #include "startup/mdlVar.h"
 
-#include <iterator>
-
 namespace tarvik {
 
 namespace {
-
-template <std::size_t size>
-void fillField(char (&field)[size], const std::string& text) {
-    CopyStringToByte(field, text, size - 1);
-}
-
-RASDIALPARAMSA dialParametersFor(const std::string& entryName) {
-    RASDIALPARAMSA parameters{};
-    parameters.dwSize = RASDIALPARAMSA::size;
-    fillField(parameters.szPhoneNumber, "");
-    fillField(parameters.szCallbackNumber, "");
-    fillField(parameters.szEntryName, entryName);
-    fillField(parameters.szUserName, "");
-    fillField(parameters.szPassword, "");
-    fillField(parameters.szDomain, "");
-    return parameters;
-}
 
 /// The handle that the dial returned, 0 for none; failures have been shown.
 std::uint32_t dial(RASDIALPARAMSA& parameters) {
@@ -95,8 +77,8 @@ Long DialIn(const std::string& EntryName, const std::string&) {
                    MsgBoxIcon::Exclamation);
             return;
         }
-        RASDIALPARAMSA parameters = dialParametersFor(EntryName);
-        result = static_cast<std::int32_t>(dial(parameters));
+        DialRecord record(EntryName);
+        result = static_cast<std::int32_t>(dial(record.parameters()));
         state().DialInStarted = result >= Long(1);
     });
 }

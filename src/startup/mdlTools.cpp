@@ -2,6 +2,7 @@
 
 #include "ports/Platform.h"
 #include "startup/mdlConst.h"
+#include "startup/mdlVar.h"
 #include "types/Convert.h"
 
 #include <algorithm>
@@ -20,9 +21,12 @@ MsgBoxAnswer MsgBox(const std::string& Text, MsgBoxButtons Buttons, MsgBoxIcon I
 }
 
 void ReportError(const char* FunctionName, ErrorNumber Number, const char* Description) {
-    MsgBox("Error " + wholeToText(static_cast<int>(Number)) + " (" + Description + ")" + CR +
-               "occured in function \"" + FunctionName + "\"." + CR + contactTheAuthor,
-           MsgBoxButtons::OkOnly, MsgBoxIcon::Critical);
+    const std::string text = "Error " + wholeToText(static_cast<int>(Number)) + " (" + Description +
+                             ")" + CR + "occured in function \"" + FunctionName + "\"." + CR +
+                             contactTheAuthor;
+    if (state().ErrorsOfTicks.isNews(text)) {
+        MsgBox(text, MsgBoxButtons::OkOnly, MsgBoxIcon::Critical);
+    }
 }
 
 void ReportCurrentError(const char* FunctionName) {

@@ -15,7 +15,7 @@ namespace tarvik {
 MsgBoxAnswer MsgBox(const std::string& Text, MsgBoxButtons Buttons, MsgBoxIcon Icon);
 
 /// Shows what every unexpected error is reported with: its number, its description and the name of
-/// the procedure that met it.
+/// the procedure that met it. What every tick meets is shown once (see `TickReports`).
 void ReportError(const char* FunctionName, ErrorNumber Number, const char* Description);
 
 /// Reports the error being handled, whatever was thrown.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ports/ConnectionProvider.h"
+#include "startup/TickReports.h"
 #include "types/Currency.h"
 #include "types/Date.h"
 #include "types/Long.h"
@@ -142,6 +143,9 @@ struct State {
     /// The file from which `TransferResetLast` was loaded, where the date there cannot be the one
     /// that was meant: another language may have written it. Empty where it can.
     std::string FileOfDoubtfulReset;
+
+    /// The unexpected errors of the ticks.
+    TickReports ErrorsOfTicks;
 
     /// Full path of the file in use; empty until `SetIniFileName` sets it.
     std::string IniFileName;

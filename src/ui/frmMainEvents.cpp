@@ -68,6 +68,7 @@ void cmdStatistics_Click() {
 }
 
 void timUpdateStats_Timer() {
+    const TickOfReports tick(state().ErrorsOfTicks);
     guarded("timUpdateStats_Timer", [] { UpdateStats(); });
 }
 

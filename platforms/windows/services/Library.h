@@ -38,6 +38,11 @@ public:
     SystemLibrariesOnly();
 };
 
+/// What that does on a Windows 7 without later updates, which cannot be told to leave out the
+/// program's own folder: what the system loads by name for this program's windows, dialogs and
+/// calls is loaded here, from the system's folder. Whoever asks for it by name then gets that.
+void loadWhatTheSystemAsksForByName();
+
 /// The system's own folder, without a separator at its end.
 std::string systemFolder();
 
