@@ -12,8 +12,8 @@ public:
     void beginTick();
     void endTick();
 
-    /// Whether the text is to be shown: always outside of a tick; within one if neither the tick
-    /// before nor this one has reported it.
+    /// Whether the text is to be shown: always outside of a tick; within one if the tick before has
+    /// not reported it.
     bool isNews(const std::string& text);
 
 private:
