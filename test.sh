@@ -232,7 +232,7 @@ windows_tests() {
 
 kill_on_windows() {
     scripts/wine32.sh ready || return $cannot_run
-    WINE32_TIMEOUT=300 scripts/wine32.sh run build/windows/bin/kill_at_every_step.exe
+    WINE32_TIMEOUT=900 scripts/wine32.sh run build/windows/bin/kill_at_every_step.exe
 }
 
 scenarios_windows() {
