@@ -53,13 +53,20 @@ bool tellsAbsence(DWORD error) {
            error == ERROR_INVALID_DRIVE;
 }
 
+/// What the system tells of the name. It is asked once more when there is nothing: a program that
+/// replaces a file in two steps, and a disk far away, leave nothing there for a moment.
+DWORD attributesOf(const std::string& path) {
+    const DWORD attributes = GetFileAttributesA(path.c_str());
+    return attributes == INVALID_FILE_ATTRIBUTES ? GetFileAttributesA(path.c_str()) : attributes;
+}
+
 } // namespace
 
 FileKind WindowsFiles::Dir(const std::string& path) {
     if (namesDevice(path)) {
         return FileKind::Other;
     }
-    const DWORD attributes = GetFileAttributesA(path.c_str());
+    const DWORD attributes = attributesOf(path);
     if (attributes == INVALID_FILE_ATTRIBUTES) {
         return tellsAbsence(GetLastError()) ? FileKind::None : FileKind::Other;
     }
