@@ -19,6 +19,9 @@ struct FaceContext {
     /// The form whose user is being answered: before its window stand the boxes that come of it.
     /// Null for what no user has begun.
     const Form* asking = nullptr;
+    /// The form whose window was the active one last. Right after a box no window is active, and
+    /// the next box may come before the desktop has made one so.
+    const Form* active = nullptr;
 
     bool takesInput() const { return busy == 0 && dialogs == 0; }
     bool timersRun() const { return busy == 0; }

@@ -11,7 +11,7 @@ namespace tarvik::monkey {
 namespace {
 
 bool takesInput(const Control& control) {
-    if (!control.enabled() || !control.visible()) {
+    if (!control.enabled()) {
         return false;
     }
     switch (control.kind()) {
@@ -36,7 +36,8 @@ void Monkey::workControl() {
         return;
     }
     std::vector<Control*> usable;
-    for (Control* control : form->controls()) {
+    // What a hidden frame holds is not seen, whatever it says of itself.
+    for (Control* control : seenControlsInOrder(*form->layout())) {
         if (takesInput(*control)) {
             usable.push_back(control);
         }

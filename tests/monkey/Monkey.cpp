@@ -117,12 +117,18 @@ std::string Monkey::step() {
     return whatIsWrong();
 }
 
+void Monkey::stopTheClock() {
+    constexpr int longerThanAnyRun = 24 * 60 * 60 * 1000;
+    world_->forms.frmMain.timUpdateStats.setInterval(longerThanAnyRun);
+}
+
 void Monkey::restartIfEnded() {
     driver_->settle();
     while (!world_->forms.frmMain.loaded()) { // a start may be given up at its first question
         note("start again");
         start();
     }
+    stopTheClock();
 }
 
 std::vector<Form*> Monkey::windows() {
@@ -149,7 +155,18 @@ std::string Monkey::whatIsWrong() {
     if (form != nullptr) {
         trouble_ += faceUnlikeModel(*form);
     }
+    trouble_ += driver_->complaints() + dialogElsewhere();
     return std::exchange(trouble_, {});
+}
+
+std::string Monkey::dialogElsewhere() {
+    const OPENFILENAMEA seen = std::exchange(machine().dialogs.seen, {});
+    const auto owner = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(seen.hwndOwner));
+    const FrmHistory& asks = world_->forms.frmHistory; // nobody else asks for files
+    const bool opened = seen.lStructSize != 0;
+    return opened && (owner == 0 || owner != asks.hWnd())
+               ? "A dialog for files does not stand before the history\n"
+               : std::string();
 }
 
 std::string Monkey::faceUnlikeModel(const Form& form) {

@@ -57,11 +57,15 @@ private:
 
     void start();
     void restartIfEnded();
+    /// Only the user's deeds and those of the weather tick: a tick of the real clock would come at
+    /// another step each time.
+    void stopTheClock();
     void work(const std::string& path, Control& control);
     void typeInto(const std::string& path);
     void choose(const std::string& path, const ComboBox& combo);
     int answer(const std::string& text, int buttons);
     std::string whatIsWrong();
+    std::string dialogElsewhere();
     std::string faceUnlikeModel(const Form& form);
 
     std::vector<Form*> windows();

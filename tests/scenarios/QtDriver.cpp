@@ -116,22 +116,20 @@ public:
     Platform& platform() override { return machine_.platform; }
 
     void click(const std::string& name) override {
-        auto* button = qobject_cast<QAbstractButton*>(widget(name));
-        eyes_.remember();
-        if (!button->testAttribute(Qt::WA_TransparentForMouseEvents)) {
-            button->click();
+        const QPointer<QAbstractButton> button = qobject_cast<QAbstractButton*>(widget(name));
+        const Acting acting(*this, *button->window());
+        if (button->testAttribute(Qt::WA_TransparentForMouseEvents)) {
+            return;
         }
-        QCoreApplication::processEvents();
-        eyes_.compare();
+        comeTo(*button, Qt::MouseFocusReason);
+        button->click();
     }
 
     void type(const std::string& name, const std::string& keys) override {
         QWidget* box = widget(name);
-        box->window()->activateWindow();
-        QCoreApplication::processEvents();
+        const Acting acting(*this, *box->window());
         box->clearFocus();
-        box->setFocus(Qt::TabFocusReason);
-        QCoreApplication::processEvents();
+        comeTo(*box, Qt::TabFocusReason);
         for (const char key : keys) {
             const bool backspace = key == '\b';
             const int code = backspace ? Qt::Key_Backspace : Qt::Key_Any;
@@ -145,16 +143,24 @@ public:
 
     void choose(const std::string& name, const std::string& entry) override {
         auto* combo = qobject_cast<QComboBox*>(widget(name));
+        const Acting acting(*this, *combo->window());
+        comeTo(*combo, Qt::MouseFocusReason);
         combo->setCurrentIndex(combo->findText(face::shown(entry)));
     }
 
     void select(const std::string& name, int row) override {
-        qobject_cast<QTableView*>(widget(name))->selectRow(row);
+        auto* list = qobject_cast<QTableView*>(widget(name));
+        const Acting acting(*this, *list->window());
+        comeTo(*list, Qt::MouseFocusReason);
+        list->selectRow(row);
     }
 
     void open(const std::string& name) override {
+        QWidget* const list = widget(name);
+        const Acting acting(*this, *list->window());
+        comeTo(*list, Qt::MouseFocusReason);
         QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
-        QCoreApplication::sendEvent(widget(name), &enter);
+        QCoreApplication::sendEvent(list, &enter);
     }
 
     std::string read(const std::string& name) override { return textOf(*widget(name)); }
@@ -167,8 +173,9 @@ public:
     bool minimised(const std::string& name) override { return window(name)->isMinimized(); }
 
     void closeWindow(const std::string& name) override {
-        window(name)->close();
-        QCoreApplication::processEvents();
+        QWidget* const closed = window(name);
+        const Acting acting(*this, *closed);
+        closed->close();
     }
 
     void clickTrayIcon() override { iconTells(leftButtonReleased); }
@@ -204,10 +211,8 @@ public:
             Qt::Key_Right, Qt::Key_Up,     Qt::Key_Down,   Qt::Key_PageUp, Qt::Key_PageDown,
             Qt::Key_Home,  Qt::Key_End,    Qt::Key_F4};
         QWidget* const found = window(name);
-        if (!found->isActiveWindow()) {
-            found->activateWindow();
-            QCoreApplication::processEvents();
-        }
+        const Acting acting(*this, *found);
+        activate(*found);
         QWidget* const popUp = QApplication::activePopupWidget();
         QWidget* const focus = popUp != nullptr ? popUp : found->focusWidget();
         const int code = codes.at(static_cast<std::size_t>(key));
@@ -216,11 +221,12 @@ public:
             QCoreApplication::postEvent(focus != nullptr ? focus : found,
                                         new QKeyEvent(type, code, Qt::NoModifier, text));
         }
-        QCoreApplication::processEvents();
     }
 
     void clickAt(const std::string& name, int x, int y, int times) override {
         QWidget* const found = window(name);
+        const Acting acting(*this, *found);
+        activate(*found);
         const QPoint place(found->width() * x / 1000, found->height() * y / 1000);
         QWidget* const child = found->childAt(place);
         QWidget* const hit = child != nullptr ? child : found;
@@ -244,9 +250,14 @@ public:
     void resize(const std::string& name, int width, int height) override {
         window(name)->resize(width, height);
         QCoreApplication::processEvents();
+        eyes_.acceptSizes();
     }
 
-    void settle() override { QCoreApplication::processEvents(); }
+    void settle() override {
+        QCoreApplication::processEvents();
+        activateAnother();
+        eyes_.look();
+    }
 
     std::string boxTrouble() override {
         for (const Expected& box : expected_) {
@@ -265,6 +276,7 @@ public:
         while (!condition() && passed.elapsed() < deadline) {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         }
+        settle();
         return condition();
     }
 
@@ -281,11 +293,60 @@ private:
         MsgBoxAnswer answer;
     };
 
+    /// The user acts in a window for its own lifetime; then what waits is handled and looked at.
+    class Acting {
+    public:
+        Acting(QtDriver& driver, QWidget& window) : driver_(driver) {
+            driver_.eyes_.userActsIn(&window);
+        }
+        ~Acting() {
+            QCoreApplication::processEvents();
+            driver_.eyes_.userActsIn(nullptr);
+            driver_.settle();
+        }
+        Acting(const Acting&) = delete;
+        Acting& operator=(const Acting&) = delete;
+
+    private:
+        QtDriver& driver_;
+    };
+
+    static void activate(QWidget& window) {
+        if (!window.isActiveWindow()) {
+            window.activateWindow();
+            QCoreApplication::processEvents();
+        }
+    }
+
+    /// As a click or the tab key comes to a widget.
+    static void comeTo(QWidget& widget, Qt::FocusReason reason) {
+        activate(*widget.window());
+        const Qt::FocusPolicy needed =
+            reason == Qt::MouseFocusReason ? Qt::ClickFocus : Qt::TabFocus;
+        if ((widget.focusPolicy() & needed) != 0) {
+            widget.setFocus(reason);
+            QCoreApplication::processEvents();
+        }
+    }
+
+    /// What a desktop does when the active window has gone; nobody else does it here.
+    static void activateAnother() {
+        if (QApplication::activeWindow() != nullptr) {
+            return;
+        }
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (window->isVisible() && !window->isMinimized()) {
+                activate(*window);
+                return;
+            }
+        }
+    }
+
     /// The notification area is played: its messages go where the icon's record sends them.
-    static void iconTells(int message) {
+    void iconTells(int message) {
         static_cast<Picture&>(*forms().frmSysTray.control("picSysTrayHook"))
             .MouseMove.raise(message);
-        QCoreApplication::processEvents();
+        settle();
     }
 
     static QWidget* window(const std::string& name) {
@@ -310,6 +371,7 @@ private:
         if (box == nullptr || !box->isVisible()) {
             return;
         }
+        eyes_.lookAtBox(*box);
         if (choose_) {
             const auto buttons = box->buttons();
             const int chosen =

@@ -134,5 +134,21 @@ TEST_F(WindowSizeTest, StaysWhateverTheCaptionsOfTheMainWindowSay) {
     EXPECT_EQ(shown.size(), before);
 }
 
+TEST_F(WindowSizeTest, StaysTheSmallestWhicheverCaptionAButtonHas) {
+    QWidget& shown = open(frmMain());
+    shown.resize(1, 1);
+    takeQueued();
+    const QSize smallest = shown.size();
+
+    press(frmMain(), Qt::Key_M, Qt::AltModifier);
+    ASSERT_EQ(frmMain().cmdMonitor.caption(), "Stop Monitoring");
+    EXPECT_EQ(shown.size(), smallest);
+    EXPECT_EQ(shown.minimumSizeHint(), smallest);
+
+    press(frmMain(), Qt::Key_M, Qt::AltModifier);
+    EXPECT_EQ(shown.size(), smallest);
+    EXPECT_EQ(shown.minimumSizeHint(), smallest);
+}
+
 } // namespace
 } // namespace tarvik

@@ -17,8 +17,10 @@ public:
         : QPushButton(parent), button_(button) {}
 
     QSize sizeHint() const override {
+        // As the toolkit measures the text that it shows; by other means a pixel is missing.
         const auto widthOf = [this](const std::string& caption) {
-            return fontMetrics().horizontalAdvance(shown(caption));
+            const QString marked = withMnemonic(caption, button_.mnemonic());
+            return fontMetrics().size(Qt::TextShowMnemonic, marked).width();
         };
         const int own = widthOf(button_.caption());
         int widest = own;

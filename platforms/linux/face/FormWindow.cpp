@@ -130,11 +130,10 @@ void FormWindow::bringToFront() {
 }
 
 void FormWindow::applyVisibility() {
-    changePending_ = false;
-    const bool front = std::exchange(frontWanted_, false);
-    if (detached_) {
+    if (!std::exchange(changePending_, false) || detached_) {
         return;
     }
+    const bool front = std::exchange(frontWanted_, false);
     if (!form_.visible()) {
         hide();
     } else if (form_.minimised()) {
@@ -168,6 +167,7 @@ void FormWindow::changeEvent(QEvent* event) {
         // Some window managers report a window as normal for a moment before they minimise it;
         // that the user has brought it back is certain once it is active.
         form_.setMinimised(false);
+        context_.active = &form_;
     }
 }
 

@@ -24,6 +24,9 @@ public:
 
     Form& form() const { return form_; }
 
+    /// Shows, hides or minimises the window at once if the form has asked for it and it is put off.
+    void applyVisibility();
+
     /// Ends all connection with the form and hides the window.
     void detach();
     /// Ends all connection with the form and leaves the window as it is.
@@ -38,7 +41,6 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void applyVisibility();
     void makeWidgets();
     void connectLabels();
     void orderTabs();

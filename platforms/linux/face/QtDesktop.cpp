@@ -19,6 +19,14 @@
 
 namespace tarvik::face {
 
+namespace {
+
+bool isSeen(const QWidget& window) {
+    return window.isVisible() && !window.isMinimized();
+}
+
+} // namespace
+
 QtDesktop::QtDesktop() {
     // A hidden main window is no reason to end: the program lives on in the background.
     QApplication::setQuitOnLastWindowClosed(false);
@@ -55,29 +63,35 @@ void QtDesktop::withdraw(Form& form) {
     }
 }
 
-FormWindow* QtDesktop::activeWindow() const {
-    const auto active = std::find_if(windows_.begin(), windows_.end(),
-                                     [](FormWindow* window) { return window->isActiveWindow(); });
-    if (active != windows_.end()) {
-        return *active;
-    }
-    const auto visible = std::find_if(windows_.begin(), windows_.end(), [](FormWindow* window) {
-        return window->isVisible() && !window->isMinimized();
+FormWindow* QtDesktop::seenWindow(const Form* form) const {
+    const auto found = std::find_if(windows_.begin(), windows_.end(), [&](FormWindow* window) {
+        return isSeen(*window) && (form == nullptr || &window->form() == form);
     });
-    return visible == windows_.end() ? nullptr : *visible;
+    return found == windows_.end() ? nullptr : *found;
+}
+
+FormWindow* QtDesktop::windowToAskIn() const {
+    for (const Form* form : {context_.asking, context_.active}) {
+        FormWindow* const window = form == nullptr ? nullptr : seenWindow(form);
+        if (window != nullptr) {
+            return window;
+        }
+    }
+    return seenWindow(nullptr);
+}
+
+void QtDesktop::applyVisibility() {
+    // Whoever waits for an answer lets time pass: a window that is put aside only then would take
+    // the box along, and one that is shown only then would cover it.
+    const std::vector<FormWindow*> realised = windows_;
+    for (FormWindow* window : realised) {
+        window->applyVisibility();
+    }
 }
 
 QWidget* QtDesktop::boxOwner() const {
-    if (QWidget* dialog = QApplication::activeModalWidget()) {
-        return dialog;
-    }
-    // Right after a dialog no window is active yet.
-    const auto asking = std::find_if(windows_.begin(), windows_.end(), [&](FormWindow* window) {
-        return &window->form() == context_.asking;
-    });
-    const bool seen =
-        asking != windows_.end() && (*asking)->isVisible() && !(*asking)->isMinimized();
-    return seen ? *asking : activeWindow();
+    QWidget* const dialog = QApplication::activeModalWidget();
+    return dialog != nullptr ? dialog : windowToAskIn();
 }
 
 MsgBoxAnswer QtDesktop::messageBox(const MsgBoxRequest& request) {
@@ -86,6 +100,7 @@ MsgBoxAnswer QtDesktop::messageBox(const MsgBoxRequest& request) {
         return closingAnswer(request.buttons);
     }
     const BusyScope busy(context_);
+    applyVisibility();
     // The window before which it stands takes the box along if it goes meanwhile.
     const QPointer<QMessageBox> box =
         new QMessageBox(boxIcon(request.icon), shown(request.caption), shownLines(request.text),
@@ -135,9 +150,10 @@ bool QtDesktop::bringToFront(std::uint32_t handle) {
     return true;
 }
 
-QWidget* QtDesktop::ownerOf(std::uint32_t handle) const {
+QWidget* QtDesktop::ownerOf(std::uint32_t handle) {
+    applyVisibility();
     FormWindow* window = windowOf(handle);
-    return window != nullptr && window->isVisible() ? window : activeWindow();
+    return window != nullptr && isSeen(*window) ? window : windowToAskIn();
 }
 
 void QtDesktop::popUpMenu(Menu& menu, Form&) {

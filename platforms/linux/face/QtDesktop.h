@@ -44,8 +44,9 @@ public:
     bool bringToFront(std::uint32_t handle);
     /// What the user does outside the windows may reach the models now.
     bool takesInput() const { return context_.takesInput() && !context_.ending; }
-    /// The window known by that number, or else the one the user works in; null for none.
-    QWidget* ownerOf(std::uint32_t handle) const;
+    /// The window known by that number if it is seen, or else the one the user works in; null for
+    /// none.
+    QWidget* ownerOf(std::uint32_t handle);
     /// Shows the dialog and returns when it is closed: true when something was chosen. Meanwhile
     /// timers go on; what the user does elsewhere is refused.
     bool runDialog(QDialog& dialog);
@@ -61,8 +62,14 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    FormWindow* activeWindow() const;
-    /// Before what a box stands: the dialog that is open, or the window whose user is answered.
+    /// The window of the form, or the first of all for null, if it is seen; else null.
+    FormWindow* seenWindow(const Form* form) const;
+    /// The window whose user is answered, or else the one that was active last, or else any; null
+    /// when none of the program's is seen.
+    FormWindow* windowToAskIn() const;
+    /// Makes true what the program has said of its windows so far.
+    void applyVisibility();
+    /// Before what a box stands: the dialog that is open, or a window.
     QWidget* boxOwner() const;
     FormWindow* windowOf(std::uint32_t handle) const;
     void unloadForms();

@@ -1,0 +1,63 @@
+#include "ProgramTest.h"
+
+#include <vector>
+
+namespace tarvik {
+namespace {
+
+/// Boxes that come up by themselves, or while the program shows windows and puts them aside, stand
+/// before a window that is seen.
+class BoxOwnerTest : public ProgramTest {
+protected:
+    BoxOwnerTest() {
+        answerBoxes([this](QMessageBox& box) {
+            owners.push_back(box.parentWidget());
+            pressIn(box, QMessageBox::Ok);
+        });
+    }
+
+    /// As the program does it: the window manager has no part in what the desktop is asked for.
+    MsgBoxAnswer ask() { return machine.desktop.messageBox({.text = "?", .caption = "Q"}); }
+
+    std::vector<QWidget*> owners;
+};
+
+TEST_F(BoxOwnerTest, ABoxDoesNotGoAsideWithTheWindowThatIsPutAsideForIt) {
+    open(frmMain());
+
+    frmMain().setMinimised(true);
+    ask();
+
+    EXPECT_TRUE(window(frmMain()).isMinimized());
+    EXPECT_EQ(owners, std::vector<QWidget*>{nullptr});
+}
+
+TEST_F(BoxOwnerTest, ABoxStandsBeforeTheWindowThatIsShownForIt) {
+    open(frmMain());
+    frmMain().setVisible(false);
+    ASSERT_TRUE(spinUntil([&] { return !window(frmMain()).isVisible(); }));
+
+    frmMain().setVisible(true);
+    ask();
+
+    EXPECT_EQ(owners, std::vector<QWidget*>{&window(frmMain())});
+}
+
+TEST_F(BoxOwnerTest, EachBoxOfATickStandsBeforeTheWindowThatWasActive) {
+    open(frmMain());
+    QWidget* const history = &open(frmHistory());
+
+    frmMain().timUpdateStats.Tick.connect([this] {
+        ask();
+        ask();
+    });
+    frmMain().timUpdateStats.setEnabled(true);
+    ASSERT_TRUE(spinUntil([&] { return owners.size() >= 2; }));
+    frmMain().timUpdateStats.setEnabled(false);
+
+    EXPECT_EQ(owners[0], history);
+    EXPECT_EQ(owners[1], history);
+}
+
+} // namespace
+} // namespace tarvik
