@@ -8,6 +8,7 @@
 #include "linux/network/LinkSession.h"
 #include "linux/network/LinuxInternetState.h"
 #include "linux/network/NetworkObjects.h"
+#include "linux/network/ProfileBook.h"
 #include "linux/network/ReasonCodes.h"
 
 #include <algorithm>
@@ -172,19 +173,53 @@ void checkState(const NetworkState& state, const std::vector<NetworkLine>& lines
             "entries are told of");
 }
 
-void readOnce(BusReplies& replies) {
+void requireBusError(const sdbus::Error& error) {
+    require(!isGone(error) || error.getName().ends_with(".AccessDenied") ||
+                error.getName().ends_with("UnknownObject") ||
+                error.getName().ends_with("UnknownMethod"),
+            "only the bus's own errors come through");
+    codeOfBusError(error.getName());
+}
+
+/// Bit by bit, with changes between.
+std::vector<NetworkProfile> readProfiles(BusReplies& replies, Input& input) {
+    ProfileBook book;
+    for (int part = 0; part < 8 && !book.complete(); ++part) {
+        try {
+            book.readOn(replies, [&] { return input.flag(); });
+        } catch (const sdbus::Error& error) {
+            requireBusError(error);
+        }
+        checkProfiles(book.profiles());
+        const std::string path = "/o" + std::to_string(input.below(6));
+        switch (input.below(6)) {
+        case 0:
+            book.change(path);
+            break;
+        case 1:
+            book.remove(path);
+            break;
+        case 2:
+            book.doubt();
+            break;
+        default:
+            break;
+        }
+    }
+    return book.profiles();
+}
+
+void readOnce(BusReplies& replies, Input& input) {
     try {
-        const auto profiles = readProfiles(replies);
+        auto lines = readLines(replies);
+        const NetworkState machine = readState(replies);
+        const auto profiles = readProfiles(replies, input);
         checkProfiles(profiles);
-        const auto lines = readLines(replies, profiles);
+        nameLines(lines, profiles);
         checkLines(lines, profiles);
-        checkState(readState(replies), lines, !profiles.empty());
+        checkState(machine, lines, !profiles.empty());
     } catch (const sdbus::Error& error) {
-        require(!isGone(error) || error.getName().ends_with(".AccessDenied") ||
-                    error.getName().ends_with("UnknownObject") ||
-                    error.getName().ends_with("UnknownMethod"),
-                "only the bus's own errors come through");
-        codeOfBusError(error.getName());
+        requireBusError(error);
     }
 }
 
@@ -218,7 +253,7 @@ void checkCounters(Input& input) {
 
 void play(Input input) {
     AnyReplies replies(input);
-    readOnce(replies);
+    readOnce(replies, input);
     checkReasons(input);
     checkCounters(input);
 }

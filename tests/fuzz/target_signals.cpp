@@ -89,7 +89,10 @@ public:
     }
 
     /// Something was read: what is stale now has become so since.
-    void read() { news_.profilesStale = news_.linesStale = false; }
+    void read() {
+        news_.profilesStale = news_.linesStale = false;
+        news_.changedProfiles.clear();
+    }
 
 private:
     static bool tellsOwner(const BusSignal& signal) {
@@ -110,6 +113,9 @@ private:
             require(news_.deviceReason() == before.deviceReason() &&
                         news_.reasonOf(signal.path) == before.reasonOf(signal.path),
                     "only a change of state has a reason");
+            require(news_.profilesStale == before.profilesStale &&
+                        news_.changedProfiles.size() <= before.changedProfiles.size() + 1,
+                    "a signal is about one profile");
         } else if (!areNumbers(signal, ofLine ? 2 : 3)) {
             require(news_ == before, "a signal that cannot be read changes nothing");
         } else if (ofLine) {

@@ -10,6 +10,7 @@ const std::string busName = "org.freedesktop.DBus";
 const std::string service = "org.freedesktop.NetworkManager";
 const std::string owner = ":1.5";
 const std::string lineInterface = service + ".Connection.Active";
+const std::string settings = service + ".Settings";
 const std::string deviceInterface = service + ".Device";
 
 /// NetworkManager runs, and everything that it told has been read.
@@ -83,8 +84,8 @@ TEST_F(NetworkNewsTest, AStrangersSignalsChangeNothing) {
     for (const std::string& sender : {std::string(":1.66"), service, std::string(), busName}) {
         expectNoChangeBy(signal(sender, lineInterface, "StateChanged", {4U, 9U}));
         expectNoChangeBy(signal(sender, deviceInterface, "StateChanged", {120U, 40U, 9U}));
-        expectNoChangeBy(signal(sender, service + ".Settings", "NewConnection", {"/profile"}));
-        expectNoChangeBy(signal(sender, service + ".Settings.Connection", "Updated", {}));
+        expectNoChangeBy(signal(sender, settings, "NewConnection", {"/profile"}));
+        expectNoChangeBy(signal(sender, settings + ".Connection", "Updated", {}));
         expectNoChangeBy(
             signal(sender, busName + ".Properties", "PropertiesChanged", {lineInterface}));
     }
@@ -94,6 +95,8 @@ TEST_F(NetworkNewsTest, ASignalThatCannotBeReadChangesNothing) {
     expectNoChangeBy(ofOwner(busName, {}));
     expectNoChangeBy(ofOwner(busName, {service, 1U, 2U}));
     expectNoChangeBy(ofOwner(busName, {1U, owner, std::string()}));
+    expectNoChangeBy(signal(owner, settings, "NewConnection", {}));
+    expectNoChangeBy(signal(owner, settings, "ConnectionRemoved", {1U}));
     expectNoChangeBy(signal(owner, lineInterface, "StateChanged", {}));
     expectNoChangeBy(signal(owner, lineInterface, "StateChanged", {4U}));
     expectNoChangeBy(signal(owner, lineInterface, "StateChanged", {4U, "9"}));
@@ -109,6 +112,22 @@ TEST_F(NetworkNewsTest, TheServiceTellsWhyALineEnded) {
     EXPECT_FALSE(news.reasonOf("/other"));
     EXPECT_TRUE(news.linesStale);
     EXPECT_FALSE(news.profilesStale);
+}
+
+TEST_F(NetworkNewsTest, TheServiceTellsWhichProfilesCameChangedAndWent) {
+    news.take(signal(owner, settings, "NewConnection", {"/new"}));
+    news.take(signal(owner, settings + ".Connection", "Updated", {}));
+    news.take(signal(owner, settings, "NewConnection", {"/short"}));
+    news.take(signal(owner, settings, "ConnectionRemoved", {"/short"}));
+    news.take(signal(owner, settings, "PropertiesChanged", {"/other"}));
+
+    EXPECT_EQ(news.changedProfiles,
+              (std::map<std::string, bool>{{"/line", true}, {"/new", true}, {"/short", false}}));
+    EXPECT_FALSE(news.profilesStale || news.linesStale);
+
+    news.take(signal(owner, settings + ".Connection", "Removed", {}));
+
+    EXPECT_FALSE(news.changedProfiles.at("/line"));
 }
 
 TEST_F(NetworkNewsTest, OnlyADeviceThatFailedHasAReason) {

@@ -31,6 +31,56 @@ TEST_F(NetworkServiceTest, EntriesThatComeLaterAreListedToo) {
     EXPECT_TRUE(soon([&] { return entries() == Names{"new"}; }));
 }
 
+TEST_F(NetworkServiceTest, AnEntryThatIsRenamedOrRemovedIsSeen) {
+    const std::string first = service.addProfile("first", "gsm");
+    const std::string second = service.addProfile("second", "gsm");
+    EXPECT_EQ(entries(), (Names{"first", "second"}));
+
+    service.renameProfile(first, "third");
+    EXPECT_TRUE(soon([&] { return entries() == Names{"second", "third"}; }));
+
+    service.removeProfile(second);
+    EXPECT_TRUE(soon([&] { return entries() == Names{"third"}; }));
+}
+
+TEST_F(NetworkServiceTest, ALineBearsTheNewNameOfItsProfile) {
+    const std::string modem = service.addDevice("wwan0");
+    const std::string profile = service.addProfile("first", "gsm");
+    service.addLine(profile, activated, {sdbus::ObjectPath(modem)});
+    const auto line = lines().at(0).hrasconn;
+
+    service.renameProfile(profile, "second");
+
+    EXPECT_TRUE(soon([&] { return lines().at(0).szEntryName == std::string("second"); }));
+    EXPECT_EQ(lines().at(0).hrasconn, line);
+}
+
+TEST_F(NetworkServiceTest, ProfilesThatTakeLongerThanAnAnswerMayAreReadOneAfterTheOther) {
+    makeInterface("tun0", 7, 50, 60);
+    addVpn("office");
+    for (int i = 1; i < 40; ++i) {
+        service.addProfile("p" + std::to_string(i), "gsm");
+    }
+    service.slowDown(std::chrono::milliseconds(100));
+
+    // The line is counted from the beginning, and nothing is said to have failed.
+    const auto found = lines();
+    EXPECT_EQ(code, 0U);
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_STREQ(found[0].szEntryName, "office");
+    EXPECT_EQ(statisticsOf(found[0].hrasconn).dwBytesRcved, 50U);
+
+    const std::size_t some = entries().size();
+    EXPECT_EQ(code, 0U);
+    EXPECT_GT(some, 0U);
+    EXPECT_LT(some, 40U);
+    EXPECT_EQ(dial("no such entry, as far as is known"), 638U);
+
+    EXPECT_TRUE(soon([&] { return entries().size() == 40; }));
+    EXPECT_EQ(dial("no such entry"), 623U);
+    EXPECT_EQ(lines().at(0).hrasconn, found[0].hrasconn);
+}
+
 TEST_F(NetworkServiceTest, ProfilesOfOneNameAreToldApartAndEachCanBeDialled) {
     service.addProfile("work", "gsm");
     const std::string second = service.addProfile("work", "vpn");
@@ -362,13 +412,15 @@ TEST_F(NetworkServiceTest, AServiceThatDoesNotAnswerKeepsWhatItSaidAndIsLeftAlon
     service.setSilent(false);
 }
 
-TEST_F(NetworkServiceTest, AServiceThatHasNeverAnsweredDoesNotRun) {
+TEST_F(NetworkServiceTest, AServiceThatHasNeverAnsweredIsTooLateAndNotAbsent) {
     service.addProfile("office", "vpn");
     service.setSilent(true);
 
     EXPECT_TRUE(entries().empty());
-    EXPECT_EQ(code, 711U);
-    EXPECT_EQ(dial("office"), 711U);
+    EXPECT_EQ(code, 638U);
+    EXPECT_TRUE(lines().empty());
+    EXPECT_EQ(code, 638U);
+    EXPECT_EQ(dial("office"), 638U);
 
     service.setSilent(false);
 }

@@ -10,6 +10,7 @@
 #include <fstream>
 #include <sys/prctl.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 namespace tarvik {
@@ -182,9 +183,11 @@ void NetworkStandIn::registerSettings() {
             }
             return paths;
         });
-    settings_->registerSignal("NewConnection")
-        .onInterface(service + ".Settings")
-        .withParameters<sdbus::ObjectPath>();
+    for (const char* signal : {"NewConnection", "ConnectionRemoved"}) {
+        settings_->registerSignal(signal)
+            .onInterface(service + ".Settings")
+            .withParameters<sdbus::ObjectPath>();
+    }
     settings_->finishRegistration();
 }
 
@@ -194,12 +197,14 @@ void NetworkStandIn::registerProfile(const std::string& path) {
         .onInterface(service + ".Settings.Connection")
         .implementedAs([this, path]() -> Settings {
             answer();
+            std::this_thread::sleep_for(perProfile_.load());
             const Guard guard(mutex_);
             if (path == hidden_) {
                 throw sdbus::Error(service + ".Settings.PermissionDenied", "");
             }
             return profiles_[path];
         });
+    object->registerSignal("Updated").onInterface(service + ".Settings.Connection");
     object->finishRegistration();
     profileObjects_[path] = std::move(object);
 }
@@ -224,6 +229,25 @@ std::string NetworkStandIn::addProfile(const std::string& name, const std::strin
         .onInterface(service + ".Settings")
         .withArguments(sdbus::ObjectPath(path));
     return path;
+}
+
+void NetworkStandIn::renameProfile(const std::string& path, const std::string& name) {
+    {
+        const Guard guard(mutex_);
+        profiles_.at(path)["connection"]["id"] = sdbus::Variant(name);
+    }
+    profileObjects_.at(path)->emitSignal("Updated").onInterface(service + ".Settings.Connection");
+}
+
+void NetworkStandIn::removeProfile(const std::string& path) {
+    {
+        const Guard guard(mutex_);
+        profiles_.erase(path);
+    }
+    profileObjects_.erase(path);
+    settings_->emitSignal("ConnectionRemoved")
+        .onInterface(service + ".Settings")
+        .withArguments(sdbus::ObjectPath(path));
 }
 
 std::string NetworkStandIn::addDevice(const std::string& interface, const std::string& ip4,

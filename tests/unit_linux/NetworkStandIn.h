@@ -4,6 +4,8 @@
 
 #include <sdbus-c++/sdbus-c++.h>
 
+#include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <functional>
@@ -56,6 +58,11 @@ public:
     /// A saved profile; its path. It has a uuid of the same name as its path.
     std::string addProfile(const std::string& name, const std::string& type,
                            const Settings& more = {});
+    /// Each tells of it as the service does.
+    void renameProfile(const std::string& path, const std::string& name);
+    void removeProfile(const std::string& path);
+    /// How long it takes to tell one profile's settings.
+    void slowDown(std::chrono::milliseconds perProfile) { perProfile_ = perProfile; }
     /// The profile is another user's: its settings are not told.
     void hideProfile(const std::string& path) { hidden_ = path; }
     std::string addDevice(const std::string& interface, const std::string& ip4 = "/",
@@ -103,6 +110,7 @@ private:
     std::map<std::string, Device> devices_;
     std::map<std::string, Line> lines_;
     std::string hidden_;
+    std::atomic<std::chrono::milliseconds> perProfile_ = std::chrono::milliseconds::zero();
     std::uint32_t state_ = 70;
     std::uint32_t connectivity_ = 4;
     std::string primaryType_;

@@ -52,7 +52,9 @@ InternetFlags internetFlags(const NetworkState& state, const std::vector<Network
 
 bool LinuxInternetState::InternetGetConnectedState(std::uint32_t* flags, std::uint32_t) {
     *flags = 0;
-    if (!bus_.refresh()) {
+    // One profile is enough to know that there are any.
+    if (!bus_.refresh(bus_.profiles().empty() ? NetworkBus::reading
+                                              : std::chrono::milliseconds::zero())) {
         return false;
     }
     const InternetFlags found =

@@ -11,7 +11,8 @@ namespace tarvik {
 
 namespace {
 
-constexpr std::chrono::seconds longestGreeting{1}; // of the bus, with what it is asked to tell
+constexpr std::chrono::milliseconds longestGreeting{
+    1000}; // of the bus, with what it is asked to tell
 constexpr std::chrono::seconds quietTime{5};
 
 /// Whatever has come is handled in less time: NetworkManager sends a few signals in a second, and
@@ -20,6 +21,9 @@ constexpr std::chrono::milliseconds longestPump{50};
 /// No other program has a reason to send any. The socket holds some 150 small ones, and the bus
 /// keeps 127 MiB behind them: how much that is does not show, and an answer would come after it.
 constexpr int mostOfStrangers = 20;
+/// Whoever floods the bus finds the new name within milliseconds: where an answer does not come at
+/// once it does not come in two seconds either, and what is known has to do for a while.
+constexpr std::chrono::milliseconds longestInFlood{300};
 
 /// Runs `read` if it is due; it is again where it fails, or where a signal says so meanwhile.
 template <class Read>
@@ -92,7 +96,8 @@ std::unique_ptr<sdbus::IConnection> NetworkBus::openBus() {
         connecting_ = greet.get_future();
         std::thread(std::move(greet)).detach();
     }
-    if (connecting_.wait_for(longestGreeting) != std::future_status::ready) {
+    const auto longest = flooded_ ? longestInFlood : longestGreeting;
+    if (connecting_.wait_for(longest) != std::future_status::ready) {
         throw sdbus::Error("org.freedesktop.DBus.Error.Timeout", "");
     }
     return connecting_.get();
@@ -121,15 +126,18 @@ bool NetworkBus::pump() {
     return std::exchange(ofStrangers_, 0) <= mostOfStrangers;
 }
 
-/// Has a bus on which an answer comes as soon as it is given. A flood of signals is left behind by
-/// asking anew under another name; it may have hidden a change, so everything is read again.
-bool NetworkBus::reach(Clock::time_point end) {
-    if (!connect(end) || pump()) {
-        return bus_ != nullptr;
+/// Handles what has come. A flood of signals is left behind, as every answer would come after it:
+/// this program asks anew under another name. A change may have been hidden by the flood, so
+/// everything is read again.
+void NetworkBus::catchUp() {
+    if (bus_ == nullptr) {
+        return;
     }
-    bus_.reset();
-    news_.doubt();
-    return connect(end);
+    flooded_ = !pump();
+    if (flooded_) {
+        bus_.reset();
+        news_.doubt();
+    }
 }
 
 void NetworkBus::failed(const sdbus::Error& error) {
@@ -144,19 +152,21 @@ void NetworkBus::forget() {
     bus_.reset();
     news_.takeOwner({});
     news_.doubt();
-    profiles_.clear();
+    book_.clear();
     lines_.clear();
 }
 
-bool NetworkBus::refresh() {
-    const auto end = Clock::now() + BusCalls::longest;
+bool NetworkBus::refresh(std::chrono::milliseconds profilesFor) {
+    const auto begin = Clock::now();
     try {
-        const bool reached = reach(end);
+        catchUp();
+        const auto end = begin + (flooded_ ? longestInFlood : BusCalls::longest);
+        const bool reached = connect(end);
         if (!news_.running()) {
-            profiles_.clear();
+            book_.clear();
             lines_.clear();
         } else if (reached && !silent()) {
-            readStale(end);
+            readStale(end, profilesFor);
         }
     } catch (const sdbus::Error& error) {
         failed(error);
@@ -164,15 +174,32 @@ bool NetworkBus::refresh() {
     return known();
 }
 
-void NetworkBus::readStale(Clock::time_point end) {
+void NetworkBus::readStale(Clock::time_point end, std::chrono::milliseconds profilesFor) {
     BusCalls calls(*bus_, end);
     const std::uint64_t start = news_.starts();
-    readIf(news_.profilesStale, [&] { profiles_ = readProfiles(calls); });
+    // These first: thousands of profiles are not to keep a connection from being counted.
     readIf(news_.linesStale, [&] {
-        lines_ = readLines(calls, profiles_);
+        lines_ = readLines(calls);
+        nameLines(lines_, profiles());
         state_ = readState(calls);
     });
     knownSince_ = start;
+    if (std::exchange(bookSince_, start) != start) {
+        book_.clear();
+    }
+    readProfiles(calls, profilesFor);
+    nameLines(lines_, profiles());
+}
+
+void NetworkBus::readProfiles(BusReplies& replies, std::chrono::milliseconds longest) {
+    if (std::exchange(news_.profilesStale, false)) {
+        book_.doubt();
+    }
+    for (const auto& [path, there] : std::exchange(news_.changedProfiles, {})) {
+        there ? book_.change(path) : book_.remove(path);
+    }
+    const auto end = Clock::now() + longest;
+    book_.readOn(replies, [end] { return Clock::now() >= end; });
 }
 
 void NetworkBus::wait(int milliseconds) {
@@ -190,7 +217,8 @@ template <class Order>
 auto NetworkBus::order(const Order& order) {
     const auto end = Clock::now() + BusCalls::longest;
     try {
-        if (!reach(end)) {
+        catchUp();
+        if (!connect(end)) {
             throw BusFailure{dbus::service + ".Error.Disconnected"};
         }
         BusCalls calls(*bus_, end);

@@ -2,6 +2,7 @@
 
 #include "linux/network/NetworkNews.h"
 #include "linux/network/NetworkObjects.h"
+#include "linux/network/ProfileBook.h"
 
 #include <chrono>
 #include <cstdint>
@@ -37,14 +38,23 @@ public:
     NetworkBus(const NetworkBus&) = delete;
     NetworkBus& operator=(const NetworkBus&) = delete;
 
-    /// Handles the signals that have come, and connects to the bus if need be. False when
-    /// NetworkManager does not run, or has never answered.
-    bool refresh();
+    /// How long profiles are read on for in a refresh, unless told otherwise: the window lives.
+    static constexpr std::chrono::milliseconds reading{400};
+
+    /// Handles the signals that have come, connects to the bus if need be, and reads what changed:
+    /// profiles for about that time, and on at the next refresh. False when NetworkManager does not
+    /// run, or has never answered.
+    bool refresh(std::chrono::milliseconds profilesFor = reading);
     /// Reads the active connections again at the next refresh: there is reason to think that they
     /// changed without a signal.
     void doubtLines() { news_.linesStale = true; }
-    /// NetworkManager runs but did not answer lately.
+    /// The bus, or NetworkManager, did not answer lately.
     bool silent() const { return Clock::now() < quietUntil_; }
+    /// NetworkManager is there, but did not answer lately.
+    bool late() const { return news_.running() && silent(); }
+    /// NetworkManager has told which profiles there are, and what all of them are.
+    bool profilesListed() const { return book_.listed(); }
+    bool profilesComplete() const { return book_.complete(); }
     /// Waits for signals, at most that many milliseconds, and handles them.
     void wait(int milliseconds);
 
@@ -52,7 +62,8 @@ public:
     /// nothing after that.
     std::uint64_t starts() const { return news_.starts(); }
 
-    const std::vector<NetworkProfile>& profiles() const { return profiles_; }
+    /// Those that have been read.
+    const std::vector<NetworkProfile>& profiles() const { return book_.profiles(); }
     const std::vector<NetworkLine>& lines() const { return lines_; }
     const NetworkState& state() const { return state_; }
 
@@ -76,8 +87,9 @@ private:
     std::unique_ptr<sdbus::IConnection> openBus();
     void onSignal(sdbus::Message& message);
     bool pump();
-    bool reach(Clock::time_point end);
-    void readStale(Clock::time_point end);
+    void catchUp();
+    void readStale(Clock::time_point end, std::chrono::milliseconds profilesFor);
+    void readProfiles(BusReplies& replies, std::chrono::milliseconds longest);
     void failed(const sdbus::Error& error);
     void forget();
     template <class Order>
@@ -86,10 +98,12 @@ private:
     std::unique_ptr<sdbus::IConnection> bus_;
     std::future<std::unique_ptr<sdbus::IConnection>> connecting_;
     NetworkNews news_;
-    std::uint64_t knownSince_ = 0; ///< the start since which everything was read
+    std::uint64_t knownSince_ = 0; ///< the start since which the connections were read
+    std::uint64_t bookSince_ = 0;  ///< the one that the profiles are of
     int ofStrangers_ = 0;          ///< signals of others, since the ones before were handled
+    bool flooded_ = false;         ///< there were too many of them
     Clock::time_point quietUntil_; ///< no call before, after one that was not answered
-    std::vector<NetworkProfile> profiles_;
+    ProfileBook book_;
     std::vector<NetworkLine> lines_;
     NetworkState state_;
 };

@@ -51,13 +51,18 @@ std::uint32_t wrapped(std::uint64_t number) {
 
 using Clock = std::chrono::steady_clock;
 
+/// How long profiles are read for whoever waits for the list, which is asked for twice, and for
+/// whoever names one that has not been read.
+constexpr std::chrono::milliseconds readingList{900};
+constexpr std::chrono::milliseconds readingForName{1500};
+
 /// How long a connection may be up before its interface is known. Some never have one.
 constexpr std::uint64_t interfaceDelay = 2000; // milliseconds
 
 } // namespace
 
-bool NetworkConnections::refresh() {
-    const bool running = bus_.refresh();
+bool NetworkConnections::refresh(std::chrono::milliseconds profilesFor) {
+    const bool running = bus_.refresh(profilesFor);
     if (running) {
         takeLines();
     } else {
@@ -189,6 +194,23 @@ const NetworkProfile* NetworkConnections::profile(const char* name) const {
     return found == all.end() ? nullptr : &*found;
 }
 
+/// The profile of an entry: `wanted`, or else the code that tells why there is none.
+std::uint32_t NetworkConnections::find(const char* name, const NetworkProfile*& wanted) {
+    if (!refresh(profile(name) == nullptr ? readingForName : NetworkBus::reading)) {
+        return unavailable();
+    }
+    wanted = profile(name);
+    if (wanted != nullptr) {
+        return ras::success;
+    }
+    return bus_.profilesComplete() ? ras::unknownEntry : timedOut;
+}
+
+/// Why nothing is known.
+std::uint32_t NetworkConnections::unavailable() const {
+    return bus_.late() ? timedOut : notRunning;
+}
+
 std::uint32_t NetworkConnections::RasEnumEntriesA(const char*, const char*, void* buffer,
                                                   std::uint32_t* bytes, std::uint32_t* count) {
     const std::uint32_t size = sizeFieldOf(buffer);
@@ -196,12 +218,12 @@ std::uint32_t NetworkConnections::RasEnumEntriesA(const char*, const char*, void
         return ras::invalidSize;
     }
     std::vector<RasEntry> entries;
-    const bool running = refresh();
+    const bool running = refresh(readingList);
     for (const NetworkProfile& one : bus_.profiles()) {
         entries.push_back({.name = one.name});
     }
     const std::uint32_t code = listEntries(entries, buffer, bytes, count);
-    return running ? code : notRunning;
+    return running && bus_.profilesListed() ? code : unavailable();
 }
 
 std::uint32_t NetworkConnections::RasEnumConnectionsA(RASCONNA* buffer, std::uint32_t* bytes,
@@ -211,7 +233,7 @@ std::uint32_t NetworkConnections::RasEnumConnectionsA(RASCONNA* buffer, std::uin
     }
     *count = 0;
     if (!refresh()) {
-        return notRunning;
+        return unavailable();
     }
     const std::uint32_t held = *bytes;
     *count = static_cast<std::uint32_t>(std::count_if(sessions_.begin(), sessions_.end(), isUp));
@@ -332,12 +354,9 @@ std::uint32_t NetworkConnections::RasGetEntryDialParamsA(const char*, RASDIALPAR
         return ras::invalidSize;
     }
     *passwordFound = false; // NetworkManager and its agents keep the passwords
-    if (!refresh()) {
-        return notRunning;
-    }
-    const NetworkProfile* wanted = profile(parameters->szEntryName);
-    if (wanted == nullptr) {
-        return ras::unknownEntry;
+    const NetworkProfile* wanted = nullptr;
+    if (const std::uint32_t code = find(parameters->szEntryName, wanted); code != ras::success) {
+        return code;
     }
     putText(parameters->szUserName, wanted->userName);
     return ras::success;
@@ -350,12 +369,9 @@ std::uint32_t NetworkConnections::RasDialA(RASDIALEXTENSIONS* extensions, const 
         parameters->dwSize != RASDIALPARAMSA::size) {
         return ras::invalidSize;
     }
-    if (!refresh()) {
-        return notRunning;
-    }
-    const NetworkProfile* wanted = profile(parameters->szEntryName);
-    if (wanted == nullptr) {
-        return ras::unknownEntry;
+    const NetworkProfile* wanted = nullptr;
+    if (const std::uint32_t code = find(parameters->szEntryName, wanted); code != ras::success) {
+        return code;
     }
     try {
         return waitForLine(bus_.activate(*wanted), handle);
@@ -374,7 +390,7 @@ std::uint32_t NetworkConnections::waitForLine(const std::string& path, std::uint
     // A turn ends early when anything comes, from whomever: only the clock tells how long it was.
     while (Clock::now() - heard < longestSilence) {
         if (!refresh()) {
-            return notRunning;
+            return unavailable();
         }
         heard = bus_.silent() ? heard : Clock::now();
         const auto own = std::find_if(sessions_.begin(), sessions_.end(),

@@ -17,7 +17,9 @@ namespace tarvik {
 /// being made is not one yet.
 ///
 /// Without NetworkManager every operation answers that the service does not run (711); there are
-/// then no entries and no connections.
+/// then no entries and no connections. Where it is there but has never answered, they answer that
+/// the time is over (638). Profiles that have not been read yet are no entries yet; to dial one by
+/// its name is then answered likewise.
 class NetworkConnections : public ConnectionProvider {
 public:
     static constexpr std::uint32_t notRunning = 711;
@@ -73,7 +75,8 @@ private:
         std::uint64_t duration = 0;    ///< milliseconds at the last reading
     };
 
-    bool refresh();
+    bool refresh(std::chrono::milliseconds profilesFor = NetworkBus::reading);
+    std::uint32_t unavailable() const;
     void takeLines();
     Session sessionFor(const NetworkLine& line, std::vector<Session>& known, bool restarted);
     bool goesOn(const Session& own, const NetworkLine& line) const;
@@ -85,6 +88,7 @@ private:
     /// It is up, and its interface may still become known.
     static bool awaitsInterface(const Session& session);
     const NetworkProfile* profile(const char* name) const;
+    std::uint32_t find(const char* name, const NetworkProfile*& wanted);
     std::uint32_t waitForLine(const std::string& path, std::uint32_t* handle);
     std::uint32_t giveUp(const std::string& path);
     void sample(Session& session);

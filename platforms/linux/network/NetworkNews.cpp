@@ -42,6 +42,7 @@ void NetworkNews::takeOwner(const std::string& owner) {
     owner_ = owner;
     ++starts_;
     doubt();
+    changedProfiles.clear();
     reasons_.clear();
 }
 
@@ -62,15 +63,30 @@ void NetworkNews::take(const BusSignal& signal) {
 }
 
 void NetworkNews::takeOfService(const BusSignal& signal) {
-    if (signal.interface == nm::settingsInterface || signal.interface == nm::profileInterface) {
-        // Connections bear the names of their profiles.
-        profilesStale = linesStale = true;
+    if (signal.interface == nm::settingsInterface) {
+        takeOfSettings(signal);
+    } else if (signal.interface == nm::profileInterface) {
+        takeOfProfile(signal);
     } else if (signal.interface == nm::lineInterface) {
         takeOfLine(signal);
     } else if (signal.interface == nm::deviceInterface) {
         takeOfDevice(signal);
     } else if (signal.interface == dbus::propertiesInterface) {
         linesStale |= begins(signal, nm::service) || begins(signal, nm::lineInterface);
+    }
+}
+
+void NetworkNews::takeOfSettings(const BusSignal& signal) {
+    const bool there = signal.member == "NewConnection";
+    if ((there || signal.member == "ConnectionRemoved") && has<std::string>(signal, 1)) {
+        changedProfiles[std::get<std::string>(signal.values[0])] = there;
+    }
+}
+
+void NetworkNews::takeOfProfile(const BusSignal& signal) {
+    const bool there = signal.member == "Updated";
+    if (there || signal.member == "Removed") {
+        changedProfiles[signal.path] = there;
     }
 }
 

@@ -39,11 +39,15 @@ public:
     bool operator==(const NetworkNews& other) const = default;
 
     /// What is to be read anew. Whoever reads takes it back before.
-    bool profilesStale = true;
+    bool profilesStale = true; ///< all of them
     bool linesStale = true;
+    /// Single profiles that have come, changed or gone, by their paths: whether they are there.
+    std::map<std::string, bool> changedProfiles;
 
 private:
     void takeOfService(const BusSignal& signal);
+    void takeOfSettings(const BusSignal& signal);
+    void takeOfProfile(const BusSignal& signal);
     void takeOfLine(const BusSignal& signal);
     void takeOfDevice(const BusSignal& signal);
 

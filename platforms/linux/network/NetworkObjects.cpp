@@ -34,36 +34,6 @@ std::string textOf(const ProfileSettings& settings, const std::string& group,
     return values == settings.end() ? std::string() : valueOf<std::string>(values->second, key);
 }
 
-std::optional<NetworkProfile> readProfile(BusReplies& replies, const std::string& path) {
-    const ProfileSettings settings = replies.settingsOf(path);
-    const std::string type = textOf(settings, "connection", "type");
-    // Bluetooth is dialled where it reaches the other side's modem.
-    if (!isDialled(type) ||
-        (type == "bluetooth" && textOf(settings, "bluetooth", "type") != "dun")) {
-        return std::nullopt;
-    }
-    return NetworkProfile{.path = path,
-                          .uuid = textOf(settings, "connection", "uuid"),
-                          .name = textOf(settings, "connection", "id"),
-                          .type = type,
-                          .userName = textOf(settings, type, "username")};
-}
-
-/// A name may be given twice, and the program knows entries by their names: the second one gets a
-/// number. The order does not depend on the service's.
-void sortAndNumber(std::vector<NetworkProfile>& profiles) {
-    std::sort(profiles.begin(), profiles.end(), [](const auto& a, const auto& b) {
-        return std::tie(a.name, a.uuid) < std::tie(b.name, b.uuid);
-    });
-    std::set<std::string> names;
-    for (NetworkProfile& profile : profiles) {
-        const std::string name = profile.name;
-        for (int number = 2; !names.insert(profile.name).second; ++number) {
-            profile.name = name + " (" + std::to_string(number) + ")";
-        }
-    }
-}
-
 /// The objects that are still there when they are read.
 template <class Object, class Read>
 std::vector<Object> readAll(const std::vector<sdbus::ObjectPath>& paths, const Read& read) {
@@ -123,11 +93,11 @@ std::vector<std::string> devicesOf(const Properties& line) {
     return {paths.begin(), paths.end()};
 }
 
-std::optional<NetworkLine> readLine(BusReplies& replies,
-                                    const std::vector<NetworkProfile>& profiles,
-                                    const std::string& path, const Properties& properties) {
+std::optional<NetworkLine> readLine(BusReplies& replies, const std::string& path,
+                                    const Properties& properties) {
     NetworkLine line{.path = path,
                      .uuid = valueOf<std::string>(properties, "Uuid"),
+                     .id = valueOf<std::string>(properties, "Id"),
                      .name = valueOf<std::string>(properties, "Id"),
                      .type = valueOf<std::string>(properties, "Type"),
                      .state = valueOf<std::uint32_t>(properties, "State"),
@@ -137,9 +107,6 @@ std::optional<NetworkLine> readLine(BusReplies& replies,
     if (!isDialled(line.type)) {
         return std::nullopt;
     }
-    const auto profile = std::find_if(profiles.begin(), profiles.end(),
-                                      [&](const auto& one) { return one.uuid == line.uuid; });
-    line.name = profile == profiles.end() ? line.name : profile->name;
     line.interface =
         line.type == "vpn" ? tunnelOf(replies, properties) : interfaceOf(replies, properties);
     (line.type == "vpn" ? line.below : line.devices) = devicesOf(properties);
@@ -164,16 +131,55 @@ std::vector<std::string> belowTunnel(const std::vector<BaseConnection>& bases,
 
 } // namespace
 
-std::vector<NetworkProfile> readProfiles(BusReplies& replies) {
-    auto profiles = readAll<NetworkProfile>(replies.profilePaths(), [&](const std::string& path) {
-        return readProfile(replies, path);
+std::optional<NetworkProfile> readProfile(BusReplies& replies, const std::string& path) {
+    const ProfileSettings settings = replies.settingsOf(path);
+    const std::string type = textOf(settings, "connection", "type");
+    // Bluetooth is dialled where it reaches the other side's modem.
+    if (!isDialled(type) ||
+        (type == "bluetooth" && textOf(settings, "bluetooth", "type") != "dun")) {
+        return std::nullopt;
+    }
+    return NetworkProfile{.path = path,
+                          .uuid = textOf(settings, "connection", "uuid"),
+                          .name = textOf(settings, "connection", "id"),
+                          .type = type,
+                          .userName = textOf(settings, type, "username")};
+}
+
+/// A name may be given twice, and the program knows entries by their names: the second one gets a
+/// number. The order does not depend on the service's.
+std::vector<NetworkProfile>
+sortedProfiles(const std::map<std::string, std::optional<NetworkProfile>>& all) {
+    std::vector<NetworkProfile> profiles;
+    for (const auto& [path, profile] : all) {
+        if (profile) {
+            profiles.push_back(*profile);
+        }
+    }
+    std::sort(profiles.begin(), profiles.end(), [](const auto& a, const auto& b) {
+        return std::tie(a.name, a.uuid) < std::tie(b.name, b.uuid);
     });
-    sortAndNumber(profiles);
+    std::set<std::string> names;
+    std::map<std::string, int> numbers; // that were given last
+    for (NetworkProfile& profile : profiles) {
+        const std::string name = profile.name;
+        for (int& number = numbers[name]; !names.insert(profile.name).second;) {
+            number = std::max(number, 1) + 1;
+            profile.name = name + " (" + std::to_string(number) + ")";
+        }
+    }
     return profiles;
 }
 
-std::vector<NetworkLine> readLines(BusReplies& replies,
-                                   const std::vector<NetworkProfile>& profiles) {
+void nameLines(std::vector<NetworkLine>& lines, const std::vector<NetworkProfile>& profiles) {
+    for (NetworkLine& line : lines) {
+        const auto profile = std::find_if(profiles.begin(), profiles.end(),
+                                          [&](const auto& one) { return one.uuid == line.uuid; });
+        line.name = profile == profiles.end() ? line.id : profile->name;
+    }
+}
+
+std::vector<NetworkLine> readLines(BusReplies& replies) {
     const Properties manager = replies.propertiesOf(nm::managerPath, nm::service);
     const auto paths = valueOf<std::vector<sdbus::ObjectPath>>(manager, "ActiveConnections");
     std::vector<BaseConnection> bases;
@@ -183,7 +189,7 @@ std::vector<NetworkLine> readLines(BusReplies& replies,
             valueOf<std::uint32_t>(properties, "State") == activated) {
             bases.push_back({.path = path, .devices = devicesOf(properties)});
         }
-        return readLine(replies, profiles, path, properties);
+        return readLine(replies, path, properties);
     });
     for (NetworkLine& line : lines) {
         if (line.type == "wireguard") {

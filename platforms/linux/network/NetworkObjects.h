@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,7 +23,8 @@ struct NetworkProfile {
 struct NetworkLine {
     std::string path;
     std::string uuid;
-    std::string name; ///< that of its profile
+    std::string id;   ///< as NetworkManager names it
+    std::string name; ///< that of its profile, as far as it is known
     std::string type;
     std::uint32_t state = 0; ///< 1 activating, 2 activated, 3 deactivating, 4 deactivated
     std::string interface;   ///< of the link itself; empty until it is known, or where it has none
@@ -37,10 +40,17 @@ struct NetworkState {
     std::string primaryName;
 };
 
-/// Each throws sdbus::Error. What goes away while it is read is left out.
-std::vector<NetworkProfile> readProfiles(BusReplies& replies);
-std::vector<NetworkLine> readLines(BusReplies& replies,
-                                   const std::vector<NetworkProfile>& profiles);
+/// Nothing where the profile is of a kind that is not dialled. Throws sdbus::Error, as all do that
+/// read.
+std::optional<NetworkProfile> readProfile(BusReplies& replies, const std::string& path);
+/// Those that there are, in an order of their own, no two of one name.
+std::vector<NetworkProfile>
+sortedProfiles(const std::map<std::string, std::optional<NetworkProfile>>& all);
+
+/// What goes away while it is read is left out. The names are NetworkManager's own.
+std::vector<NetworkLine> readLines(BusReplies& replies);
+/// Gives the lines the names of their profiles.
+void nameLines(std::vector<NetworkLine>& lines, const std::vector<NetworkProfile>& profiles);
 NetworkState readState(BusReplies& replies);
 
 } // namespace tarvik
