@@ -1,5 +1,7 @@
 #include "Driver.h"
 
+#include "Win32Eyes.h"
+
 #include "support/Win32Machine.h"
 #include "support/Win32Windows.h"
 #include "ui/Forms.h"
@@ -72,13 +74,16 @@ public:
 
     void click(const std::string& name) override {
         settle();
-        SendMessageA(control(name), BM_CLICK, 0, 0);
-        settle();
+        const HWND button = control(name);
+        const Acting acting(*this, GetParent(button));
+        SetActiveWindow(GetParent(button));
+        SendMessageA(button, BM_CLICK, 0, 0);
     }
 
     void type(const std::string& name, const std::string& keys) override {
         settle();
         const HWND box = control(name);
+        const Acting acting(*this, GetParent(box));
         SetActiveWindow(GetParent(box));
         if (GetFocus() == box) {
             SendMessageA(GetParent(box), WM_NEXTDLGCTL, 0, FALSE);
@@ -100,6 +105,8 @@ public:
     void choose(const std::string& name, const std::string& entry) override {
         settle();
         const HWND combo = control(name);
+        const Acting acting(*this, GetParent(combo));
+        comeTo(combo);
         const LRESULT place = SendMessageA(combo, CB_FINDSTRINGEXACT, static_cast<WPARAM>(CB_ERR),
                                            reinterpret_cast<LPARAM>(entry.c_str()));
         SendMessageA(combo, CB_SETCURSEL, static_cast<WPARAM>(place), 0);
@@ -109,14 +116,19 @@ public:
     }
 
     void select(const std::string& name, int row) override {
+        const HWND list = control(name);
+        const Acting acting(*this, GetParent(list));
+        comeTo(list);
         LVITEMA item{};
         item.state = item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-        SendMessageA(control(name), LVM_SETITEMSTATE, static_cast<WPARAM>(row),
+        SendMessageA(list, LVM_SETITEMSTATE, static_cast<WPARAM>(row),
                      reinterpret_cast<LPARAM>(&item));
     }
 
     void open(const std::string& name) override {
         const HWND list = control(name);
+        const Acting acting(*this, GetParent(list));
+        comeTo(list);
         NMHDR news{list, static_cast<UINT_PTR>(GetDlgCtrlID(list)), static_cast<UINT>(NM_DBLCLK)};
         SendMessageA(GetParent(list), WM_NOTIFY, news.idFrom, reinterpret_cast<LPARAM>(&news));
     }
@@ -140,8 +152,9 @@ public:
 
     void closeWindow(const std::string& name) override {
         settle();
-        SendMessageA(ownWindow(name), WM_SYSCOMMAND, SC_CLOSE, 0);
-        settle();
+        const HWND window = ownWindow(name);
+        const Acting acting(*this, window);
+        SendMessageA(window, WM_SYSCOMMAND, SC_CLOSE, 0);
     }
 
     void clickTrayIcon() override { iconTells(leftButtonReleased); }
@@ -162,22 +175,23 @@ public:
             VK_TAB,  VK_RETURN, VK_ESCAPE, VK_SPACE, VK_LEFT, VK_RIGHT, VK_UP,
             VK_DOWN, VK_PRIOR,  VK_NEXT,   VK_HOME,  VK_END,  VK_F4};
         const HWND window = ownWindow(name);
+        const Acting acting(*this, window);
         SetActiveWindow(window);
         const HWND focus = GetFocus();
         const HWND target = focus == window || IsChild(window, focus) != FALSE ? focus : window;
         const auto code = static_cast<WPARAM>(codes.at(static_cast<std::size_t>(key)));
         PostMessageA(target, WM_KEYDOWN, code, 1);
         PostMessageA(target, WM_KEYUP, code, 1);
-        settle();
     }
 
     void clickAt(const std::string& name, int x, int y, int times) override {
         const HWND window = ownWindow(name);
+        const Acting acting(*this, window);
+        SetActiveWindow(window);
         RECT area{};
         GetClientRect(window, &area);
         POINT place{area.right * x / 1000, area.bottom * y / 1000};
-        const HWND child = ChildWindowFromPointEx(window, place, CWP_SKIPINVISIBLE);
-        const HWND hit = child != nullptr ? child : window;
+        const HWND hit = windowUnder(window, place);
         if (IsWindowEnabled(hit) == FALSE) {
             return;
         }
@@ -196,11 +210,17 @@ public:
     void resize(const std::string& name, int width, int height) override {
         SetWindowPos(ownWindow(name), nullptr, 0, 0, width, height,
                      SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-        settle();
+        machine_.desktop.processEvents();
+        eyes_.acceptSizes();
     }
 
     /// What the program has put off until it handles messages again is done.
-    void settle() override { machine_.desktop.processEvents(); }
+    void settle() override {
+        machine_.desktop.processEvents();
+        eyes_.look();
+    }
+
+    std::string complaints() override { return eyes_.complaints(); }
 
     std::string boxTrouble() override {
         for (const Expected& box : expected_) {
@@ -236,6 +256,46 @@ public:
     }
 
 private:
+    /// The user acts in a window for its own lifetime; then what waits is handled.
+    class Acting {
+    public:
+        Acting(Win32Driver& driver, HWND window) : driver_(driver) {
+            driver_.eyes_.userActsIn(window);
+        }
+        ~Acting() {
+            driver_.settle();
+            driver_.eyes_.userActsIn(nullptr);
+        }
+        Acting(const Acting&) = delete;
+        Acting& operator=(const Acting&) = delete;
+
+    private:
+        Win32Driver& driver_;
+    };
+
+    /// Which window a mouse at that place of another is over: frames let it through.
+    static HWND windowUnder(HWND window, POINT place) {
+        POINT onScreen = place;
+        ClientToScreen(window, &onScreen);
+        for (HWND child = GetWindow(window, GW_CHILD); child != nullptr;
+             child = GetWindow(child, GW_HWNDNEXT)) {
+            RECT area{};
+            GetWindowRect(child, &area);
+            if (IsWindowVisible(child) != FALSE && PtInRect(&area, onScreen) != FALSE &&
+                SendMessageA(child, WM_NCHITTEST, 0, MAKELPARAM(onScreen.x, onScreen.y)) !=
+                    HTTRANSPARENT) {
+                return child;
+            }
+        }
+        return window;
+    }
+
+    /// As a click does.
+    static void comeTo(HWND control) {
+        SetActiveWindow(GetParent(control));
+        SetFocus(control);
+    }
+
     /// Of a chart its title alone: what is drawn, or read off, follows.
     static std::string seenText(const Control& known, HWND window) {
         const std::string text = shownText(window);
@@ -300,6 +360,7 @@ private:
             return;
         }
         answered_ = box.window;
+        eyes_.lookAtBox(box.window);
         if (choose_) {
             const auto answers = box.answers();
             const int chosen = choose_(box.text, static_cast<int>(answers.size()));
@@ -321,6 +382,7 @@ private:
 
     static Win32Driver* current;
     Win32Machine machine_;
+    Win32Eyes eyes_;
     Forms numbers_;
     UINT_PTR watch_ = 0;
     HWND answered_ = nullptr;

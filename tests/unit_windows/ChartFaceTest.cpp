@@ -1,4 +1,4 @@
-#include "MemorySheet.h"
+#include "support/MemorySheet.h"
 
 #include "support/ChartForm.h"
 #include "support/Win32Machine.h"

@@ -139,6 +139,28 @@ TEST_F(FocusTest, AWindowThatWasHiddenHasItsFocusWhereItWas) {
     EXPECT_TRUE(spinUntil([this] { return GetFocus() == button(work.cmdNext); }));
 }
 
+TEST_F(FocusTest, AWindowThatIsOpenedAgainBeginsAnewWhereItsFocusCannotBe) {
+    SetFocus(button(work.cmdNext));
+
+    work.setVisible(false);
+    settle();
+    work.cmdNext.setEnabled(false);
+    work.setVisible(true);
+    work.bringToFront();
+
+    EXPECT_TRUE(spinUntil([this] { return GetFocus() == button(work.cmdWork); }));
+}
+
+TEST_F(FocusTest, AWindowThatIsOpenedAgainBeginsWithTheFirstThatCanBeUsed) {
+    work.setVisible(false);
+    settle();
+    work.cmdWork.setEnabled(false);
+    work.setVisible(true);
+    work.bringToFront();
+
+    EXPECT_TRUE(spinUntil([this] { return GetFocus() == button(work.chkFirst); }));
+}
+
 TEST_F(FocusTest, AWindowThatWasMinimisedHasItsFocusWhereItWas) {
     SetFocus(button(work.cmdNext));
 
@@ -147,6 +169,67 @@ TEST_F(FocusTest, AWindowThatWasMinimisedHasItsFocusWhereItWas) {
     ShowWindow(workWindow(), SW_RESTORE);
 
     EXPECT_TRUE(spinUntil([this] { return GetFocus() == button(work.cmdNext); }));
+}
+
+/// Arrows: a window with a frame, with boxes that only show something, and with options.
+class ArrowsForm : public Form {
+public:
+    ArrowsForm() : Form("frmArrows", "Arrows") {
+        setLayout(
+            column({frame(frameState, column({item(lblState), item(chkState)})),
+                    row({item(optOne), item(optOther)}), row({item(cmdOk), item(cmdCancel)})}));
+        setInitialFocus(cmdOk);
+    }
+    Frame frameState{*this, "frameState", {"State"}};
+    Label lblState{*this, "lblState", {"State:"}};
+    CheckBox chkState{*this, "chkState", {.caption = "On", .readOnly = true}};
+    OptionButton optOne{*this, "optOne", {.caption = "One", .value = true}};
+    OptionButton optOther{*this, "optOther", {.caption = "Other"}};
+    CommandButton cmdOk{*this, "cmdOk", {.caption = "OK"}};
+    CommandButton cmdCancel{*this, "cmdCancel", {.caption = "Cancel"}};
+};
+
+class ArrowsTest : public Win32FaceTest {
+protected:
+    ArrowsTest() {
+        arrows.setVisible(true);
+        arrows.bringToFront();
+        EXPECT_TRUE(spinUntil([this] { return GetFocus() == child(arrows.cmdOk); }));
+    }
+    ~ArrowsTest() override {
+        arrows.unload();
+        settle();
+    }
+
+    static HWND child(const Control& control) {
+        return GetDlgItem(ownWindow("frmArrows"), face::controlId(control));
+    }
+
+    /// Whom the focus comes to, one press after the other.
+    std::vector<HWND> walk(WPARAM arrow, int presses) {
+        std::vector<HWND> way;
+        for (int i = 0; i < presses; ++i) {
+            press(arrow);
+            way.push_back(GetFocus());
+        }
+        return way;
+    }
+
+    ArrowsForm arrows;
+};
+
+TEST_F(ArrowsTest, ArrowsLeadFromButtonToButton) {
+    const std::vector<HWND> buttons{child(arrows.cmdCancel), child(arrows.cmdOk),
+                                    child(arrows.cmdCancel)};
+
+    EXPECT_EQ(walk(VK_RIGHT, 3), buttons);
+    EXPECT_EQ(walk(VK_UP, 2), (std::vector<HWND>{buttons[1], buttons[2]}));
+}
+
+TEST_F(ArrowsTest, ArrowsLeadFromOptionToOption) {
+    SetFocus(child(arrows.optOne));
+
+    EXPECT_EQ(walk(VK_LEFT, 2), (std::vector<HWND>{child(arrows.optOther), child(arrows.optOne)}));
 }
 
 /// A box of many lines in which nothing can be written, and a button.

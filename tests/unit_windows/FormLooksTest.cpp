@@ -110,6 +110,21 @@ TEST_F(FormLooksTest, NoWindowChangesItsSizeByWhatIsShownOrHidden) {
     }
 }
 
+TEST_F(FormLooksTest, AWindowThatWasMinimisedComesBackAsLargeAsItWas) {
+    FrmMain shown;
+    ASSERT_NO_FATAL_FAILURE(open(shown));
+    SetWindowPos(ownWindow(shown.name()), nullptr, 0, 0, 1, 1, SWP_NOMOVE | SWP_NOZORDER);
+    const auto smallest = sizeOf(shown);
+
+    shown.setMinimised(true);
+    settle();
+    shown.setVisible(true);
+    settle();
+
+    EXPECT_EQ(sizeOf(shown), smallest);
+    close(shown);
+}
+
 TEST_F(FormLooksTest, TheHistoryKeepsItsSizeInEveryOrderOfItsViews) {
     for (const int resolution : {plain, fine}) {
         FrmHistory history;

@@ -1,4 +1,4 @@
-#include "MemorySheet.h"
+#include "support/MemorySheet.h"
 
 #include "support/CanvasCases.h"
 #include "windows/face/GdiCanvas.h"

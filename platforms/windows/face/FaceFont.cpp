@@ -56,6 +56,20 @@ int dotsPerInch(HWND window) {
     return resolution == 0 ? desktopResolution() : static_cast<int>(resolution);
 }
 
+SIZE frameSize(HWND window, int dotsPerInch) {
+    using Adjust = BOOL WINAPI(RECT*, DWORD, BOOL, DWORD, UINT);
+    static Adjust* const adjust = newerFunction<Adjust>("AdjustWindowRectExForDpi");
+    const auto style = static_cast<DWORD>(GetWindowLongA(window, GWL_STYLE));
+    const auto extended = static_cast<DWORD>(GetWindowLongA(window, GWL_EXSTYLE));
+    RECT frame{};
+    if (adjust != nullptr) {
+        adjust(&frame, style & ~WS_MINIMIZE, FALSE, extended, static_cast<UINT>(dotsPerInch));
+    } else {
+        AdjustWindowRectEx(&frame, style & ~WS_MINIMIZE, FALSE, extended);
+    }
+    return {frame.right - frame.left, frame.bottom - frame.top};
+}
+
 void dontScaleDialog(HWND window) {
     using Change = BOOL WINAPI(HWND, int, int);
     constexpr int nothing = 1;

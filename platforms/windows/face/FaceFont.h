@@ -39,6 +39,10 @@ private:
 /// null or on a system whose screens all have the same.
 int dotsPerInch(HWND window);
 
+/// What the borders and the title of the window take beside its client area, whether it is
+/// minimised or not, on a screen of that resolution.
+SIZE frameSize(HWND window, int dotsPerInch);
+
 /// Keeps the system from scaling the window's controls by itself, where it would.
 void dontScaleDialog(HWND window);
 

@@ -32,6 +32,7 @@ FormWindow::FormWindow(Form& form, WindowContext& context) : form_(form), contex
     form_.attach(this);
     if (form_.layout() != nullptr) {
         useFont(dotsPerInch(window_));
+        groupControls();
         orderFocus();
         // No window is smaller than its controls need.
         SetWindowPos(window_, nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
@@ -113,6 +114,25 @@ ControlWindow* FormWindow::picture(const Control* control) const {
     return found == pictures_.end() ? nullptr : found->get();
 }
 
+void FormWindow::groupControls() {
+    // Arrows lead through a group, and to whatever stands in it: without groups also to frames and
+    // to boxes that only show something, where no key has an effect.
+    const auto leads = [](const Control& control) {
+        return control.kind() == ControlKind::CommandButton ||
+               control.kind() == ControlKind::OptionButton;
+    };
+    const Control* before = nullptr;
+    for (const auto& own : pictures_) {
+        const Control& control = own->control();
+        const bool goesOn = before != nullptr && before->kind() == control.kind() && leads(control);
+        if (own->window() != nullptr && !goesOn) {
+            const LONG style = GetWindowLongA(own->window(), GWL_STYLE);
+            SetWindowLongA(own->window(), GWL_STYLE, style | WS_GROUP);
+        }
+        before = own->window() != nullptr ? &control : before;
+    }
+}
+
 void FormWindow::orderFocus() {
     if (const CommandButton* button = form_.defaultButton()) {
         SendMessageA(window_, DM_SETDEFID, static_cast<WPARAM>(controlId(*button)), 0);
@@ -147,7 +167,9 @@ void FormWindow::bringToFront() {
 }
 
 void FormWindow::applyVisibility() {
-    changePending_ = false;
+    if (!std::exchange(changePending_, false)) {
+        return;
+    }
     const bool front = std::exchange(frontWanted_, false);
     const bool aside = IsIconic(window_) != FALSE;
     if (!form_.visible()) {
@@ -289,6 +311,7 @@ void FormWindow::onClose() {
         // that does not end.
         context_.end(UnloadMode::AppTaskManager);
     } else if (context_.takesInput()) {
+        const AskingScope asking(context_, &form_);
         form_.unload(UnloadMode::FormControlMenu);
     }
 }

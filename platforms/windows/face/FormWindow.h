@@ -34,6 +34,9 @@ public:
 
     Form& form() const { return form_; }
 
+    /// Shows, hides or minimises the window at once if the form has asked for it and it is put off.
+    void applyVisibility();
+
     /// Ends all connection with the form and hides the window.
     void detach();
 
@@ -45,6 +48,7 @@ private:
 
     void makeWindow();
     void makePictures();
+    void groupControls();
     void orderFocus();
     ControlWindow* picture(const Control* control) const;
 
@@ -59,12 +63,12 @@ private:
     bool onCursor() const;
     LRESULT onSystemCommand(WPARAM command, LPARAM place);
     void onClose();
-    void applyVisibility();
 
     // Where the keyboard is: see FormWindowFocus.cpp.
     void onActivation(WPARAM how);
     void onNextControl(WPARAM which, bool isControl);
     const ControlWindow* focusHolder() const;
+    HWND placeOfFocus() const;
     void giveFocus();
     static void moveFocus(HWND form, HWND control);
     bool canTake(HWND control) const;

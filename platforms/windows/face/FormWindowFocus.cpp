@@ -44,13 +44,27 @@ void FormWindow::moveFocus(HWND form, HWND control) {
     }
 }
 
-void FormWindow::giveFocus() {
+/// Where the keyboard belongs: to who has it, to nobody but the form while that one is disabled,
+/// or, in a window that has just been opened, to who can take it.
+HWND FormWindow::placeOfFocus() const {
     const ControlWindow* holder = focusHolder();
-    const HWND wanted = holder != nullptr     ? holder->window()
-                        : focusOrder_.empty() ? GetNextDlgTabItem(window_, nullptr, FALSE)
-                                              : window_;
-    if (wanted != nullptr && wanted != window_ && canTake(wanted)) {
-        moveFocus(window_, wanted);
+    if (holder != nullptr && canTake(holder->window())) {
+        return holder->window();
+    }
+    if (arrivalKnown_) {
+        return window_;
+    }
+    const ControlWindow* first = picture(form_.initialFocus());
+    const HWND place = first != nullptr && canTake(first->window())
+                           ? first->window()
+                           : GetNextDlgTabItem(window_, nullptr, FALSE);
+    return place != nullptr && canTake(place) ? place : window_;
+}
+
+void FormWindow::giveFocus() {
+    const HWND place = placeOfFocus();
+    if (place != window_) {
+        moveFocus(window_, place);
     } else if (GetFocus() != window_) {
         SetFocus(window_);
     }
@@ -72,6 +86,7 @@ void FormWindow::focusMayMove() {
 void FormWindow::onActivation(WPARAM how) {
     const bool minimised = HIWORD(how) != 0;
     if (LOWORD(how) != WA_INACTIVE && !minimised) {
+        context_.active = &form_;
         giveFocus();
     }
 }

@@ -57,11 +57,8 @@ LayoutMetrics FormWindow::metrics() const {
 }
 
 SIZE FormWindow::frameSize() const {
-    RECT outer{};
-    RECT inner{};
-    GetWindowRect(window_, &outer);
-    GetClientRect(window_, &inner);
-    return {outer.right - outer.left - inner.right, outer.bottom - outer.top - inner.bottom};
+    // Not from its sizes of now: one that comes back is as small as its symbol still.
+    return face::frameSize(window_, dotsPerInch_);
 }
 
 void FormWindow::onSmallestSize(MINMAXINFO& info) const {

@@ -18,6 +18,7 @@ public:
 
     void onTimer() override {
         if (site().context().timersRun()) {
+            const AskingScope asking(site().context(), nullptr);
             timer_.fire();
         }
     }

@@ -92,18 +92,36 @@ FormWindow* WindowsDesktop::windowOf(const Form& form) const {
     return found == windows_.end() ? nullptr : found->get();
 }
 
-HWND WindowsDesktop::boxOwner() const {
-    const HWND active = GetActiveWindow();
-    HWND visible = nullptr;
+void WindowsDesktop::applyVisibility() {
+    // Whoever waits for an answer lets time pass: a window that is put aside only then would take
+    // the box along, and one that is shown only then would cover it.
+    std::vector<Form*> realised;
     for (const auto& own : windows_) {
-        const HWND window = own->window();
-        const bool seen = IsWindowVisible(window) != FALSE && IsIconic(window) == FALSE;
-        if (seen && window == active) {
+        realised.push_back(&own->form());
+    }
+    for (const Form* form : realised) {
+        if (FormWindow* const window = windowOf(*form)) {
+            window->applyVisibility();
+        }
+    }
+}
+
+HWND WindowsDesktop::seenWindow(const Form* form) const {
+    const auto found = std::find_if(windows_.begin(), windows_.end(), [&](const auto& own) {
+        return (form == nullptr || &own->form() == form) &&
+               IsWindowVisible(own->window()) != FALSE && IsIconic(own->window()) == FALSE;
+    });
+    return found == windows_.end() ? nullptr : (*found)->window();
+}
+
+HWND WindowsDesktop::boxOwner() const {
+    for (const Form* form : {context_.asking, context_.active}) {
+        const HWND window = form == nullptr ? nullptr : seenWindow(form);
+        if (window != nullptr) {
             return window;
         }
-        visible = visible == nullptr && seen ? window : visible;
     }
-    return visible;
+    return seenWindow(nullptr);
 }
 
 MsgBoxAnswer WindowsDesktop::messageBox(const MsgBoxRequest& request) {
@@ -112,6 +130,7 @@ MsgBoxAnswer WindowsDesktop::messageBox(const MsgBoxRequest& request) {
         return closingAnswer(request.buttons);
     }
     const BusyScope busy(context_);
+    applyVisibility();
     const HWND owner = boxOwner();
     // Without a window to stand before, a box would be lost behind those of other programs.
     const UINT place = owner == nullptr ? MB_TASKMODAL | MB_SETFOREGROUND : MB_APPLMODAL;
@@ -123,6 +142,7 @@ MsgBoxAnswer WindowsDesktop::messageBox(const MsgBoxRequest& request) {
 void WindowsDesktop::runDialog(const std::function<void()>& call) {
     if (!context_.ending) {
         const DialogScope open(context_);
+        applyVisibility();
         call();
     }
 }

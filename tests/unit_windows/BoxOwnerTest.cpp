@@ -1,0 +1,106 @@
+#include "Later.h"
+#include "Win32FaceTest.h"
+
+namespace tarvik {
+namespace {
+
+class OtherForm : public Form {
+public:
+    OtherForm() : Form("frmOther", "Other") { setLayout(row({item(cmdAsk)})); }
+    CommandButton cmdAsk{*this, "cmdAsk", {.caption = "Ask"}};
+};
+
+/// Boxes that come up by themselves, or while the program shows windows and puts them aside, stand
+/// before a window that is seen.
+class BoxOwnerTest : public Win32FaceTest {
+protected:
+    ~BoxOwnerTest() override {
+        other.unload();
+        settle();
+    }
+
+    static HWND otherWindow() { return ownWindow("frmOther"); }
+
+    void showOther() {
+        other.setVisible(true);
+        other.bringToFront();
+        ASSERT_TRUE(spinUntil([] { return GetActiveWindow() == otherWindow(); }));
+    }
+
+    /// Shows a box and tells before which window it stands.
+    HWND ownerOfBox() {
+        HWND owner = nullptr;
+        const Later press([&] {
+            const OpenBox open = openBox(GetCurrentProcessId());
+            if (open.window != nullptr) {
+                owner = GetWindow(open.window, GW_OWNER);
+            }
+            return open.window != nullptr && open.press(MsgBoxAnswer::Ok);
+        });
+        desktop.messageBox({.text = "?", .caption = "T"});
+        return owner;
+    }
+
+    OtherForm other;
+};
+
+TEST_F(BoxOwnerTest, ABoxDoesNotGoAsideWithTheWindowThatIsPutAsideForIt) {
+    show();
+
+    form.setMinimised(true);
+    const HWND owner = ownerOfBox();
+
+    EXPECT_NE(IsIconic(window()), FALSE);
+    EXPECT_EQ(owner, nullptr);
+}
+
+TEST_F(BoxOwnerTest, ABoxStandsBeforeTheWindowThatIsShownForIt) {
+    form.setVisible(true);
+
+    EXPECT_EQ(ownerOfBox(), window());
+}
+
+TEST_F(BoxOwnerTest, ABoxStandsBeforeTheWindowWhoseUserIsAnswered) {
+    show();
+    showOther();
+    HWND owner = nullptr;
+    form.cmdOk.Click.connect([&] { owner = ownerOfBox(); });
+
+    // As a screen reader presses it, without going there.
+    SendMessageA(window(), WM_COMMAND,
+                 static_cast<WPARAM>(face::controlId(form.cmdOk)) | (BN_CLICKED << 16U),
+                 reinterpret_cast<LPARAM>(find(form.cmdOk)));
+
+    EXPECT_EQ(owner, window());
+}
+
+TEST_F(BoxOwnerTest, TheCloseBoxAsksBeforeItsOwnWindow) {
+    show();
+    showOther();
+    HWND owner = nullptr;
+    form.QueryUnload.connect([&](bool& cancel, UnloadMode) {
+        owner = ownerOfBox();
+        cancel = true;
+    });
+
+    SendMessageA(window(), WM_SYSCOMMAND, SC_CLOSE, 0); // as from the task bar
+
+    EXPECT_EQ(owner, window());
+}
+
+TEST_F(BoxOwnerTest, ABoxOfATickStandsBeforeTheWindowThatWasActive) {
+    show();
+    showOther();
+    HWND owner = nullptr;
+    form.timTick.Tick.connect([&] { owner = ownerOfBox(); });
+    form.timTick.setInterval(10'000);
+    form.timTick.setEnabled(true);
+
+    SendMessageA(window(), WM_TIMER, static_cast<WPARAM>(face::controlId(form.timTick)), 0);
+    form.timTick.setEnabled(false);
+
+    EXPECT_EQ(owner, otherWindow());
+}
+
+} // namespace
+} // namespace tarvik
