@@ -11,15 +11,6 @@ void fillField(char (&field)[size], const std::string& text) {
     CopyStringToByte(field, text, size - 1);
 }
 
-/// Through a volatile pointer, since nobody reads what is written here: a compiler would leave it
-/// out.
-void wipe(RASDIALPARAMSA& parameters) {
-    volatile char* const bytes = reinterpret_cast<char*>(&parameters);
-    for (std::size_t i = 0; i < sizeof parameters; ++i) {
-        bytes[i] = '\0';
-    }
-}
-
 } // namespace
 
 DialRecord::DialRecord(const std::string& entryName) {
@@ -33,7 +24,16 @@ DialRecord::DialRecord(const std::string& entryName) {
 }
 
 DialRecord::~DialRecord() {
-    wipe(parameters_);
+    wipe();
+}
+
+/// Through a volatile pointer, since nobody reads what is written here: a compiler would leave it
+/// out.
+void DialRecord::wipe() {
+    volatile char* const bytes = reinterpret_cast<char*>(&parameters_);
+    for (std::size_t i = 0; i < sizeof parameters_; ++i) {
+        bytes[i] = '\0';
+    }
 }
 
 } // namespace tarvik

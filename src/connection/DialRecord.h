@@ -18,6 +18,9 @@ public:
 
     RASDIALPARAMSA& parameters() { return parameters_; }
 
+    /// Overwrites everything; what is shown afterwards may stay open for long.
+    void wipe();
+
 private:
     RASDIALPARAMSA parameters_{};
 };

@@ -16,10 +16,11 @@ namespace tarvik {
 namespace {
 
 /// The handle that the dial returned, 0 for none; failures have been shown.
-std::uint32_t dial(RASDIALPARAMSA& parameters) {
+std::uint32_t dial(DialRecord& record) {
     ConnectionProvider& connections = platform().connections;
     bool passwordFound = false;
-    std::uint32_t code = connections.RasGetEntryDialParamsA(nullptr, &parameters, &passwordFound);
+    std::uint32_t code =
+        connections.RasGetEntryDialParamsA(nullptr, &record.parameters(), &passwordFound);
     if (code != ras::success) {
         ShowRasErrorMessage("RasGetEntryDialParams", code);
         return 0;
@@ -29,8 +30,10 @@ std::uint32_t dial(RASDIALPARAMSA& parameters) {
     std::uint32_t handle = 0;
     const auto before = ConnectedSessions();
     platform().desktop.runBlocking([&] {
-        code = connections.RasDialA(&extensions, nullptr, &parameters, 0, nullptr, &handle);
+        code =
+            connections.RasDialA(&extensions, nullptr, &record.parameters(), 0, nullptr, &handle);
     });
+    record.wipe();
     if (code != ras::success) {
         ShowRasErrorMessage("RasDial", code);
         return handle;
@@ -78,7 +81,7 @@ Long DialIn(const std::string& EntryName, const std::string&) {
             return;
         }
         DialRecord record(EntryName);
-        result = static_cast<std::int32_t>(dial(record.parameters()));
+        result = static_cast<std::int32_t>(dial(record));
         state().DialInStarted = result >= Long(1);
     });
 }

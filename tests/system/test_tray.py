@@ -1,5 +1,7 @@
 """The icon in a real panel, and notes by a real notification service."""
 
+import pathlib
+import subprocess
 import time
 import unittest
 
@@ -31,6 +33,26 @@ class PanelTest(ProgramTest):
 
         wait_for("the window", lambda: program.is_showing("frmMain"))
         wait_for("the window in front", lambda: self.desktop.is_active("Velmars Tarvik"))
+
+    def test_a_list_of_items_that_cannot_be_started_does_not_keep_the_icon_away(self):
+        services = pathlib.Path(self.desktop.environment["XDG_RUNTIME_DIR"]) / "dbus-1/services"
+        services.mkdir(parents=True, exist_ok=True)
+        broken = services / "org.kde.StatusNotifierWatcher.service"
+        broken.write_text("[D-BUS Service]\nName=org.kde.StatusNotifierWatcher\nExec=/bin/false\n")
+        self.addCleanup(self.reload_services)
+        self.addCleanup(broken.unlink)
+        self.reload_services()
+        program = self.start_quietly()
+
+        self.desktop.click_icon(1)
+
+        wait_for("the hidden window", lambda: not program.is_showing("frmMain"))
+
+    def reload_services(self):
+        subprocess.run(
+            ["dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus", "/",
+             "org.freedesktop.DBus.ReloadConfig"],
+            env=self.desktop.environment, check=True, stdout=subprocess.DEVNULL)
 
     def test_the_menu_of_the_icon_starts_monitoring(self):
         program = self.start_quietly()

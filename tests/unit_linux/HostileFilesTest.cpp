@@ -417,6 +417,16 @@ TEST_F(OtherUserTest, AsSettingsAPlantedLinkHasNoKeysAndIsNotWrittenTo) {
     EXPECT_EQ(contentOf(victim), "[Settings]\nLastState=r\n");
 }
 
+TEST_F(OtherUserTest, ALinkOfTheOneWhoOwnsTheFolderIsFollowed) {
+    put(folder.path() + "/real.ini", "old");
+    plantLink(path, "real.ini");
+    ASSERT_EQ(chown(folder.path().c_str(), user, static_cast<gid_t>(-1)), 0);
+
+    EXPECT_FALSE(files.replace(path, {"new"}));
+
+    EXPECT_EQ(contentOf(folder.path() + "/real.ini"), "new");
+}
+
 TEST_F(OtherUserTest, ALinkThatTheAdministratorMadeIsFollowed) {
     put(folder.path() + "/real.ini", "old");
     chmod((folder.path() + "/real.ini").c_str(), 0666);

@@ -16,6 +16,9 @@ namespace {
 const QString watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 
+/// So often its program is started: one that ends again and again is left alone.
+constexpr int mostStarts = 3;
+
 } // namespace
 
 ItemPanelWatch::ItemPanelWatch(std::function<void()> changed)
@@ -24,6 +27,7 @@ ItemPanelWatch::ItemPanelWatch(std::function<void()> changed)
             [this](const QString&, const QString&, const QString& now) {
                 panel_ = panelAt(!now.isEmpty());
                 changed_();
+                startPanel();
             });
     lookForPanel();
 }
@@ -44,11 +48,36 @@ void ItemPanelWatch::lookForPanel() {
     }
     startable_ = *startable;
     panel_ = panelAt(*owned);
-    if (startable_ && !*owned) {
-        // It will say itself that it has come.
-        QDBusMessage start = BusNames::callToBus(QStringLiteral("StartServiceByName"));
-        start << watcherName << 0U;
-        QDBusConnection::sessionBus().asyncCall(start);
+    startPanel();
+}
+
+/// One that the bus can start is asked to come, and will say itself that it has come.
+void ItemPanelWatch::startPanel() {
+    if (panel_ != Panel::Unknown) {
+        return;
+    }
+    if (starts_++ == mostStarts) {
+        giveUpStarting();
+        return;
+    }
+    QDBusMessage start = BusNames::callToBus(QStringLiteral("StartServiceByName"));
+    start << watcherName << 0U;
+    auto* answer =
+        new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(start), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
+        answer->deleteLater();
+        if (answer->isError()) {
+            giveUpStarting();
+        }
+    });
+}
+
+/// Whoever asks for the name finds as quickly that nobody comes.
+void ItemPanelWatch::giveUpStarting() {
+    startable_ = false;
+    if (panel_ == Panel::Unknown) {
+        panel_ = Panel::None;
+        changed_();
     }
 }
 

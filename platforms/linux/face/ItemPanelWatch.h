@@ -39,11 +39,14 @@ private:
     Panel panelAt(bool owned) const;
     void lookForPanel();
     void askAgain();
+    void startPanel();
+    void giveUpStarting();
 
     std::function<void()> changed_;
     QDBusServiceWatcher names_;
     Panel panel_ = Panel::Unknown;
     bool startable_ = false;
+    int starts_ = 0;
 };
 
 } // namespace tarvik::face

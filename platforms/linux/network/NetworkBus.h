@@ -100,6 +100,7 @@ private:
     NetworkNews news_;
     std::uint64_t knownSince_ = 0; ///< the start since which the connections were read
     std::uint64_t bookSince_ = 0;  ///< the one that the profiles are of
+    int heard_ = 0;                ///< signals that were asked for, since the last look began
     int ofStrangers_ = 0;          ///< signals of others, since the ones before were handled
     bool flooded_ = false;         ///< there were too many of them
     Clock::time_point quietUntil_; ///< no call before, after one that was not answered

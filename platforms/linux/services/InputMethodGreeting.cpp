@@ -61,7 +61,7 @@ std::string socketIn(const std::string& file) {
 bool speaks(const std::string& socket) {
     const FileDescriptor file = connectTo(socket);
     char word = 0;
-    return !file || (writeAll(file.number(), std::string_view("\0AUTH\r\n", 7)) &&
+    return !file || (sendTo(file, std::string_view("\0AUTH\r\n", 7)) &&
                      retried([&] { return read(file.number(), &word, 1); }) > 0);
 }
 

@@ -23,4 +23,16 @@ FileDescriptor connectTo(const std::string& path) {
     return connected ? std::move(file) : FileDescriptor();
 }
 
+bool sendTo(const FileDescriptor& file, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t sent =
+            retried([&] { return send(file.number(), bytes.data(), bytes.size(), MSG_NOSIGNAL); });
+        if (sent <= 0) {
+            return false;
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(sent));
+    }
+    return true;
+}
+
 } // namespace tarvik
