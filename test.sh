@@ -285,7 +285,7 @@ done
 can_write build || exit 1
 forget_moved_builds
 [ -n "$named" ] ||
-    echo "All stages take about 40 minutes; a first run also installs what they need: 4.5 GB of disk in all."
+    echo "All stages take 40 minutes or more; a first run also installs what they need: 4.5 GB of disk in all."
 
 stage "packages" packages
 stage "lint" lint
