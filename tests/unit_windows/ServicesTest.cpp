@@ -46,20 +46,6 @@ TEST(LibraryTest, OnlyTheSystemsFolderIsLookedInto) {
     DeleteFileA(planted.c_str());
 }
 
-TEST(LibraryTest, WhatAnOldSystemAsksForByNameDoesNotComeFromTheProgramsFolder) {
-    char program[MAX_PATH];
-    GetModuleFileNameA(nullptr, program, MAX_PATH);
-    const std::string planted = folderOfPath(program) + "\\xmllite.dll";
-    ASSERT_TRUE(CopyFileA((systemFolder() + "\\version.dll").c_str(), planted.c_str(), FALSE));
-    ASSERT_EQ(GetModuleHandleA("xmllite.dll"), nullptr) << "it is loaded before it is planted";
-
-    loadWhatTheSystemAsksForByName();
-    const HMODULE found = LoadLibraryA("xmllite.dll");
-
-    EXPECT_NE(GetProcAddress(found, "CreateXmlReader"), nullptr) << "the planted one was loaded";
-    DeleteFileA(planted.c_str());
-}
-
 TEST(SingleInstanceTest, TheSecondHolderIsToldThatTheNameIsTaken) {
     WindowsSingleInstance first;
     WindowsSingleInstance second;
@@ -332,6 +318,21 @@ TEST(LocaleFormsTest, TheProgramUsesTheUsersOwn) {
     WindowsLocale locale;
 
     EXPECT_EQ(locale.data(), localeDataOf(LOCALE_USER_DEFAULT));
+}
+
+// Last, for the libraries stay, and some of them start the sockets.
+TEST(OldSystemTest, WhatItAsksForByNameDoesNotComeFromTheProgramsFolder) {
+    char program[MAX_PATH];
+    GetModuleFileNameA(nullptr, program, MAX_PATH);
+    const std::string planted = folderOfPath(program) + "\\xmllite.dll";
+    ASSERT_TRUE(CopyFileA((systemFolder() + "\\version.dll").c_str(), planted.c_str(), FALSE));
+    ASSERT_EQ(GetModuleHandleA("xmllite.dll"), nullptr) << "it is loaded before it is planted";
+
+    loadWhatTheSystemAsksForByName();
+    const HMODULE found = LoadLibraryA("xmllite.dll");
+
+    EXPECT_NE(GetProcAddress(found, "CreateXmlReader"), nullptr) << "the planted one was loaded";
+    DeleteFileA(planted.c_str());
 }
 
 } // namespace
