@@ -10,6 +10,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <fstream>
+#include <functional>
 #include <future>
 #include <iterator>
 #include <memory>
@@ -17,6 +18,7 @@
 #include <string_view>
 #include <thread>
 #include <unistd.h>
+#include <utility>
 
 namespace tarvik {
 
@@ -58,7 +60,7 @@ bool greets(const std::string& address) {
 
 /// Where the session bus is looked for, "" where it would first have to be started.
 std::string sessionBusAddress() {
-    const std::string told = fromEnvironment(sessionBus);
+    std::string told = fromEnvironment(sessionBus);
     const std::string runtime = fromEnvironment("XDG_RUNTIME_DIR");
     if (!told.empty() || runtime.empty()) {
         return told;
@@ -120,9 +122,8 @@ struct Patience {
 /// A greeting that may be waited for, or be left behind: it touches nothing of the program.
 class Greeting {
 public:
-    template <class Call>
-    explicit Greeting(Call&& call) {
-        std::packaged_task<bool()> task([thread = thread_, greet = std::forward<Call>(call)] {
+    explicit Greeting(std::function<bool()> call) {
+        std::packaged_task<bool()> task([thread = thread_, greet = std::move(call)] {
             *thread = gettid();
             return greet();
         });
