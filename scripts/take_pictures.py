@@ -35,6 +35,7 @@ QUIET = {"RefreshInterval": 500, "LogIPAddress": 1, "TransferResetLast": "16.11.
 LIMITED = {**QUIET, "TransferLimit": 1, "TransferLimitValue": 5000, "TransferLimitWarning": 1,
            "TransferResetEnable": 1, "TransferReset": 8, "TransferResetBackup": 1,
            "TransferTicker": 1, "TransferTickerValue": 1}
+WARNED = {**LIMITED, "TransferTicker": 0, "TransferResetEnable": 0}  # no note over the warning
 TICKING = {**QUIET, "TransferTicker": 1, "TransferTickerValue": 1}
 
 
@@ -232,7 +233,7 @@ class Linux:
         self.focus("cmdOK")
         self.camera.take("options-window", OPTIONS)
         self.end()
-        self.start(ini_of({**LIMITED, "TransferTicker": 0}))  # no note before the warning
+        self.start(ini_of(WARNED))
         self.connect()
         self.camera.wait(WARNING)
         self.camera.take("warning-window", WARNING)
@@ -409,7 +410,7 @@ class Windows:
         self.open("alt+o", OPTIONS)
         camera.take("options-window", OPTIONS)
         self.end()
-        self.start(ini_of({**LIMITED, "TransferTicker": 0}))
+        self.start(ini_of(WARNED))
         self.work(MAIN, "alt+m")
         self.work(MAIN, "alt+a")
         self.work(MAIN, "Home", "Down")

@@ -22,6 +22,7 @@ void switchOn() {
     f.frmSysTray.mnuPopUp.setEntryCaption(FrmSysTray::monitoring, "Stop Monitoring");
     f.frmMain.timUpdateStats.setEnabled(true);
     state().MonitoringActive = true;
+    state().ErrorsOfTicks.forget();
     ShowStatus();
 }
 

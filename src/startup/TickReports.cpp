@@ -14,6 +14,11 @@ void TickReports::endTick() {
     inTick_ = false;
 }
 
+void TickReports::forget() {
+    before_.clear();
+    now_.clear();
+}
+
 bool TickReports::isNews(const std::string& text) {
     if (!inTick_) {
         return true;

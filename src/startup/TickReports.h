@@ -16,6 +16,9 @@ public:
     /// not reported it.
     bool isNews(const std::string& text);
 
+    /// Monitoring begins: its first tick follows none.
+    void forget();
+
 private:
     bool inTick_ = false;
     std::vector<std::string> before_; ///< in the tick before

@@ -22,10 +22,14 @@ void Expected::showFailure(const FailedCall& failed) {
            MsgBoxIcon::Critical);
 }
 
+/// What the tick before has told too is not told again.
 void Expected::showError(const std::string& numberAndDescription, const std::string& procedure) {
-    notice("Error " + numberAndDescription + "\roccured in function \"" + procedure +
-               "\".\rPlease contact the author for support.",
-           MsgBoxIcon::Critical);
+    const std::string text = "Error " + numberAndDescription + "\roccured in function \"" +
+                             procedure + "\".\rPlease contact the author for support.";
+    errors_.insert(text);
+    if (!errorsBefore_.contains(text)) {
+        notice(text, MsgBoxIcon::Critical);
+    }
 }
 
 /// The user says Yes or OK once in so many times.
@@ -56,6 +60,7 @@ void Expected::pressMonitor() {
         switchOff();
     } else {
         monitoring = true;
+        errors_.clear();
     }
 }
 
@@ -121,6 +126,7 @@ void Expected::tick(std::vector<Session> listed, Failure failure, Trouble troubl
     trouble_ = trouble;
     now_ = now;
     read_.clear();
+    errorsBefore_ = std::exchange(errors_, {});
     if (failure == Failure::Enumerate) {
         showFailure({"RasEnumConnections", droppedLine});
         failed_ = {"RasEnumConnections", droppedLine};
@@ -335,6 +341,7 @@ void Expected::start(bool argumentRun, int today) {
 void Expected::crash() {
     running = monitoring = connectionActive = dialInStarted = warningVisible = false;
     tickerBase_ = 0;
+    errors_.clear();
 }
 
 void Expected::shutDown(Trouble trouble) {

@@ -126,7 +126,9 @@ private:
     ReferenceBoundary boundary_;
     std::int64_t tickerBase_ = 0;
     FailedCall failed_;
-    std::set<int> read_; ///< in this tick
+    std::set<int> read_;                 ///< in this tick
+    std::set<std::string> errors_;       ///< in this tick
+    std::set<std::string> errorsBefore_; ///< in the one before, if monitoring went on meanwhile
     Trouble trouble_ = Trouble::None;
     Now now_;
     bool resetInDoubt_ = false; ///< the last reset lay ahead when the program was started

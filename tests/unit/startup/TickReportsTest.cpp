@@ -1,5 +1,6 @@
 #include "startup/TickReports.h"
 
+#include "monitor/mdlCodeToggle.h"
 #include "support/WorldTest.h"
 #include "ui/mdlGUI.h"
 
@@ -87,6 +88,17 @@ TEST_F(DamagedTotalTest, IsToldAgainAfterATickWithoutIt) {
     state().BytesRcvdTotal = Currency(0);
     receiveAndTick();
     state().BytesRcvdTotal = largest;
+
+    expectError(overflow, "UpdateValuesInGUI");
+    receiveAndTick();
+}
+
+TEST_F(DamagedTotalTest, IsToldAgainWhenMonitoringIsStartedAnew) {
+    expectError(overflow, "UpdateValuesInGUI");
+    receiveAndTick();
+    expectStopQuestion(MsgBoxAnswer::Ok);
+    ToggleMonitoringActive(false);
+    ToggleMonitoringActive(true);
 
     expectError(overflow, "UpdateValuesInGUI");
     receiveAndTick();
