@@ -1,8 +1,8 @@
 #include "Machine.h"
 #include "ports/Clock.h"
 #include "simulated/SimulatedLink.h"
-#include "startup/World.h"
 #include "startup/mdlStartUp.h"
+#include "wiring/World.h"
 
 #include <charconv>
 #include <cstdlib>

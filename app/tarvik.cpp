@@ -1,6 +1,6 @@
 #include "Machine.h"
-#include "startup/World.h"
 #include "startup/mdlStartUp.h"
+#include "wiring/World.h"
 
 int main(int argc, char** argv) {
     tarvik::Machine machine(argc, argv);

@@ -3,7 +3,7 @@
 // The parts of a face that cost time with a long log: its files and the sheet that charts are drawn
 // on. One per desktop, chosen when this is built.
 
-#include "ui/controls/Canvas.h"
+#include "controls/Canvas.h"
 
 #include <functional>
 #include <string>

@@ -8,6 +8,7 @@
 #include "OtherParsers.h"
 #include "RecordLog.h"
 #include "common/ProfileEngine.h"
+#include "controls/ChartPicture.h"
 #include "history/mdlHistoryChart.h"
 #include "history/mdlHistoryExport.h"
 #include "history/mdlHistoryImport.h"
@@ -16,9 +17,8 @@
 #include "linux/services/LinuxFiles.h"
 #include "scripted/ScriptedPlatform.h"
 #include "settings/mdlSettingsLog.h"
-#include "startup/World.h"
-#include "ui/controls/ChartPicture.h"
 #include "ui/mdlGUI.h"
+#include "wiring/World.h"
 
 #include <QGuiApplication>
 #include <QImage>

@@ -6,15 +6,15 @@
 #include "FaceUnderTest.h"
 #include "RecordLog.h"
 #include "common/ProfileEngine.h"
+#include "controls/ChartPicture.h"
 #include "history/mdlHistoryChart.h"
 #include "history/mdlHistoryExport.h"
 #include "history/mdlHistoryImport.h"
 #include "scripted/ScriptedPlatform.h"
 #include "settings/mdlSettingsLog.h"
-#include "startup/World.h"
 #include "startup/mdlStartUp.h"
-#include "ui/controls/ChartPicture.h"
 #include "ui/mdlGUI.h"
+#include "wiring/World.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/controls/Chart.h"
+#include "controls/Chart.h"
 
 #include <string>
 

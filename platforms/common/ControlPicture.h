@@ -1,7 +1,7 @@
 #pragma once
 
 #include "common/FaceContext.h"
-#include "ui/controls/Control.h"
+#include "controls/Control.h"
 
 namespace tarvik::face {
 
@@ -50,7 +50,7 @@ protected:
             return;
         }
         if (context_.takesInput()) {
-            const AskingScope asking(context_, &control_.form());
+            const AskingScope asking(context_, &control_.list());
             action();
         }
         if (!detached_) {

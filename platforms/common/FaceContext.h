@@ -1,7 +1,7 @@
 #pragma once
 
 namespace tarvik {
-class Form;
+class ControlList;
 }
 
 namespace tarvik::face {
@@ -18,10 +18,10 @@ struct FaceContext {
     bool ending = false;
     /// The form whose user is being answered: before its window stand the boxes that come of it.
     /// Null for what no user has begun.
-    const Form* asking = nullptr;
+    const ControlList* asking = nullptr;
     /// The form whose window was the active one last. Right after a box no window is active, and
     /// the next box may come before the desktop has made one so.
-    const Form* active = nullptr;
+    const ControlList* active = nullptr;
 
     bool takesInput() const { return busy == 0 && dialogs == 0; }
     bool timersRun() const { return busy == 0; }
@@ -42,7 +42,7 @@ private:
 /// Answers the user of a form, or does what nobody has asked for, for its own lifetime.
 class AskingScope {
 public:
-    AskingScope(FaceContext& context, const Form* form)
+    AskingScope(FaceContext& context, const ControlList* form)
         : context_(context), before_(context.asking) {
         context_.asking = form;
     }
@@ -52,7 +52,7 @@ public:
 
 private:
     FaceContext& context_;
-    const Form* before_;
+    const ControlList* before_;
 };
 
 /// Counts as an open dialog for its own lifetime.

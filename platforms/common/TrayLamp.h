@@ -1,7 +1,7 @@
 #pragma once
 
+#include "forms/StatusLamp.h"
 #include "ports/NotificationArea.h"
-#include "ui/StatusLamp.h"
 
 namespace tarvik::face {
 

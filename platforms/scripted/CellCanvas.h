@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/controls/Controls.h"
+#include "controls/Controls.h"
 
 #include <cstddef>
 #include <string>

@@ -51,7 +51,7 @@ public:
     Recorder& operator=(const Recorder&) = delete;
 
     void refresh(Property changed) override {
-        desktop_.changesTold.push_back(control_.form().name() + "." + control_.name());
+        desktop_.changesTold.push_back(control_.list().name() + "." + control_.name());
         if (changed == Property::Interval || changed == Property::Enabled) {
             restart();
         }

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "controls/Form.h"
 #include "ports/Desktop.h"
-#include "ui/controls/Form.h"
 
 #include <cstdint>
 #include <deque>

@@ -1,11 +1,11 @@
 #include "scripted/TextPicture.h"
 
+#include "controls/Chart.h"
+#include "controls/Form.h"
+#include "controls/LayoutSolver.h"
+#include "controls/ListView.h"
 #include "scripted/CellCanvas.h"
 #include "types/Convert.h"
-#include "ui/controls/Chart.h"
-#include "ui/controls/Form.h"
-#include "ui/controls/LayoutSolver.h"
-#include "ui/controls/ListView.h"
 
 #include <algorithm>
 #include <sstream>

@@ -3,9 +3,9 @@
 #include "ports/ConnectionProvider.h"
 #include "ports/Platform.h"
 #include "ports/SystemErrorText.h"
-#include "startup/mdlConst.h"
-#include "startup/mdlTools.h"
-#include "startup/mdlVar.h"
+#include "state/mdlConst.h"
+#include "state/mdlTools.h"
+#include "state/mdlVar.h"
 #include "types/Convert.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 #include "ports/Platform.h"
 #include "ports/Sockets.h"
-#include "startup/mdlTools.h"
+#include "state/mdlTools.h"
 #include "types/Text.h"
 
 #include <array>

@@ -1,10 +1,10 @@
 #include "dialogs/clsFileDialog.h"
 
+#include "controls/Form.h"
 #include "ports/Platform.h"
 #include "ports/Program.h"
-#include "startup/mdlTools.h"
+#include "state/mdlTools.h"
 #include "types/Text.h"
-#include "ui/controls/Form.h"
 
 #include <algorithm>
 #include <array>

@@ -1,12 +1,12 @@
 #include "history/mdlHistoryChart.h"
 
+#include "forms/Forms.h"
 #include "ports/Desktop.h"
 #include "ports/Locale.h"
 #include "ports/Platform.h"
-#include "startup/mdlConst.h"
-#include "startup/mdlTools.h"
+#include "state/mdlConst.h"
+#include "state/mdlTools.h"
 #include "types/Convert.h"
-#include "ui/Forms.h"
 
 #include <array>
 #include <cstddef>

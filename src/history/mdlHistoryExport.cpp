@@ -1,17 +1,17 @@
 #include "history/mdlHistoryExport.h"
 
 #include "dialogs/clsFileDialog.h"
+#include "forms/Forms.h"
 #include "history/mdlHistoryWork.h"
 #include "ports/Desktop.h"
 #include "ports/Files.h"
 #include "ports/Locale.h"
 #include "ports/Platform.h"
 #include "ports/Program.h"
-#include "startup/mdlConst.h"
-#include "startup/mdlTools.h"
+#include "state/mdlConst.h"
+#include "state/mdlTools.h"
 #include "types/Convert.h"
 #include "types/Text.h"
-#include "ui/Forms.h"
 #include "ui/mdlGUI.h"
 
 #include <algorithm>

@@ -1,5 +1,6 @@
 #include "history/mdlHistoryImport.h"
 
+#include "forms/Forms.h"
 #include "history/mdlHistoryChart.h"
 #include "history/mdlHistoryLog.h"
 #include "history/mdlHistoryWork.h"
@@ -9,9 +10,8 @@
 #include "ports/Platform.h"
 #include "ports/PrivateProfile.h"
 #include "settings/mdlSettingsLog.h"
-#include "startup/mdlTools.h"
-#include "startup/mdlVar.h"
-#include "ui/Forms.h"
+#include "state/mdlTools.h"
+#include "state/mdlVar.h"
 
 #include <algorithm>
 #include <cstdint>

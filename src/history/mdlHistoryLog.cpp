@@ -1,11 +1,11 @@
 #include "history/mdlHistoryLog.h"
 
+#include "forms/Forms.h"
 #include "ports/Locale.h"
 #include "ports/Platform.h"
-#include "startup/mdlConst.h"
-#include "startup/mdlTools.h"
+#include "state/mdlConst.h"
+#include "state/mdlTools.h"
 #include "types/Convert.h"
-#include "ui/Forms.h"
 #include "ui/mdlGUI.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #include "history/mdlHistoryWork.h"
 
+#include "forms/Forms.h"
 #include "ports/Desktop.h"
 #include "ports/Platform.h"
-#include "ui/Forms.h"
 
 namespace tarvik {
 

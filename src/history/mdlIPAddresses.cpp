@@ -1,8 +1,8 @@
 #include "history/mdlIPAddresses.h"
 
-#include "startup/mdlTools.h"
+#include "forms/Forms.h"
+#include "state/mdlTools.h"
 #include "types/Text.h"
-#include "ui/Forms.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "history/mdlListViewEx.h"
 
-#include "startup/mdlTools.h"
+#include "state/mdlTools.h"
 
 namespace tarvik {
 

@@ -1,12 +1,13 @@
 #include "monitor/mdlCodeLimits.h"
 
-#include "connection/mdlCodeDial.h"
+#include "forms/Forms.h"
+#include "monitor/mdlCodeDial.h"
 #include "monitor/mdlSessions.h"
-#include "startup/mdlConst.h"
-#include "startup/mdlTools.h"
-#include "startup/mdlVar.h"
+#include "state/mdlConst.h"
+#include "state/mdlTools.h"
+#include "state/mdlTransfers.h"
+#include "state/mdlVar.h"
 #include "types/Convert.h"
-#include "ui/Forms.h"
 #include "ui/mdlGUI.h"
 #include "ui/mdlSysTray.h"
 

@@ -5,9 +5,10 @@
 #include "ports/Platform.h"
 #include "ports/Program.h"
 #include "settings/mdlSettingsBackup.h"
-#include "startup/mdlConst.h"
-#include "startup/mdlTools.h"
-#include "startup/mdlVar.h"
+#include "state/mdlConst.h"
+#include "state/mdlTools.h"
+#include "state/mdlTransfers.h"
+#include "state/mdlVar.h"
 #include "ui/mdlGUI.h"
 #include "ui/mdlSysTray.h"
 

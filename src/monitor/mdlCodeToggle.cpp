@@ -1,9 +1,9 @@
 #include "monitor/mdlCodeToggle.h"
 
-#include "startup/mdlConst.h"
-#include "startup/mdlTools.h"
-#include "startup/mdlVar.h"
-#include "ui/Forms.h"
+#include "forms/Forms.h"
+#include "state/mdlConst.h"
+#include "state/mdlTools.h"
+#include "state/mdlVar.h"
 #include "ui/mdlGUI.h"
 #include "ui/mdlSysTray.h"
 

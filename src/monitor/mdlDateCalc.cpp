@@ -2,7 +2,7 @@
 
 #include "ports/Clock.h"
 #include "ports/Platform.h"
-#include "startup/mdlTools.h"
+#include "state/mdlTools.h"
 
 namespace tarvik {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "startup/mdlVar.h"
+#include "state/mdlVar.h"
 
 #include <optional>
 

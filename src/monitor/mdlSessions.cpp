@@ -2,8 +2,9 @@
 
 #include "monitor/mdlReadings.h"
 #include "ports/Platform.h"
-#include "startup/mdlTools.h"
-#include "startup/mdlVar.h"
+#include "state/mdlTools.h"
+#include "state/mdlTransfers.h"
+#include "state/mdlVar.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -2,20 +2,8 @@
 
 namespace tarvik {
 
-namespace {
-Platform* current = nullptr;
-} // namespace
-
 Platform& platform() {
-    return *current;
-}
-
-PlatformScope::PlatformScope(Platform& platform) : previous_(current) {
-    current = &platform;
-}
-
-PlatformScope::~PlatformScope() {
-    current = previous_;
+    return PlatformScope::get("no platform is in place");
 }
 
 } // namespace tarvik

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "types/Current.h"
+
 namespace tarvik {
 
 class Clock;
@@ -34,19 +36,9 @@ struct Platform {
     Program& program;
 };
 
-/// The platform in use. One must be in place (see `PlatformScope`).
+/// The platform in use. One must be in place (see `Current`).
 Platform& platform();
 
-/// Puts a platform in place for its own lifetime, then the one before it again.
-class PlatformScope {
-public:
-    explicit PlatformScope(Platform& platform);
-    ~PlatformScope();
-    PlatformScope(const PlatformScope&) = delete;
-    PlatformScope& operator=(const PlatformScope&) = delete;
-
-private:
-    Platform* previous_;
-};
+using PlatformScope = Current<Platform>;
 
 } // namespace tarvik

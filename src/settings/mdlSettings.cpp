@@ -5,9 +5,9 @@
 #include "ports/Platform.h"
 #include "ports/PrivateProfile.h"
 #include "ports/Program.h"
-#include "startup/mdlConst.h"
-#include "startup/mdlTools.h"
-#include "startup/mdlVar.h"
+#include "state/mdlConst.h"
+#include "state/mdlTools.h"
+#include "state/mdlVar.h"
 #include "types/Convert.h"
 
 #include <algorithm>

@@ -1,10 +1,10 @@
 #include "settings/mdlSettings.h"
 
 #include "dialogs/clsFileDialog.h"
+#include "forms/Forms.h"
 #include "ports/Platform.h"
 #include "ports/Program.h"
-#include "startup/mdlTools.h"
-#include "ui/Forms.h"
+#include "state/mdlTools.h"
 
 namespace tarvik {
 

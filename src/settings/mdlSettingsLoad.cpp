@@ -1,16 +1,17 @@
 #include "settings/mdlSettings.h"
 
+#include "forms/Forms.h"
 #include "ports/Clock.h"
 #include "ports/Files.h"
 #include "ports/Locale.h"
 #include "ports/Platform.h"
 #include "ports/PrivateProfile.h"
 #include "settings/mdlSettingsBackup.h"
-#include "startup/mdlConst.h"
-#include "startup/mdlTools.h"
-#include "startup/mdlVar.h"
+#include "state/mdlConst.h"
+#include "state/mdlTools.h"
+#include "state/mdlTransfers.h"
+#include "state/mdlVar.h"
 #include "types/Convert.h"
-#include "ui/Forms.h"
 #include "ui/mdlGUI.h"
 
 namespace tarvik {

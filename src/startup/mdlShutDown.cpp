@@ -1,12 +1,12 @@
 #include "startup/mdlShutDown.h"
 
+#include "forms/Forms.h"
 #include "monitor/mdlSessions.h"
 #include "settings/mdlSettings.h"
 #include "settings/mdlSettingsLog.h"
 #include "startup/mdlSingleInstance.h"
-#include "startup/mdlTools.h"
-#include "startup/mdlVar.h"
-#include "ui/Forms.h"
+#include "state/mdlTools.h"
+#include "state/mdlVar.h"
 #include "ui/mdlSysTray.h"
 
 namespace tarvik {

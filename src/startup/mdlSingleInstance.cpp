@@ -2,9 +2,9 @@
 
 #include "ports/Platform.h"
 #include "ports/SingleInstance.h"
-#include "startup/mdlConst.h"
-#include "startup/mdlTools.h"
-#include "startup/mdlVar.h"
+#include "state/mdlConst.h"
+#include "state/mdlTools.h"
+#include "state/mdlVar.h"
 
 namespace tarvik {
 

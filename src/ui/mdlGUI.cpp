@@ -1,15 +1,16 @@
 #include "ui/mdlGUI.h"
 
 #include "connection/mdlCode.h"
+#include "forms/Forms.h"
+#include "forms/StatusLamp.h"
 #include "ports/Locale.h"
 #include "ports/Platform.h"
-#include "startup/mdlConst.h"
-#include "startup/mdlTools.h"
+#include "state/mdlConst.h"
+#include "state/mdlTools.h"
+#include "state/mdlTransfers.h"
 #include "types/Convert.h"
 #include "types/Text.h"
-#include "ui/Forms.h"
-#include "ui/StatusLamp.h"
-#include "ui/frmStatisticsState.h"
+#include "ui/mdlInternetState.h"
 #include "ui/mdlSysTray.h"
 
 #include <array>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "startup/mdlVar.h"
+#include "controls/Form.h"
+#include "state/mdlVar.h"
 #include "types/Currency.h"
-#include "ui/controls/Form.h"
 
 #include <string>
 

@@ -1,13 +1,13 @@
 #include "ui/mdlGUIStatistics.h"
 
+#include "forms/Forms.h"
 #include "ports/ConnectionProvider.h"
 #include "ports/Locale.h"
 #include "ports/Platform.h"
-#include "startup/mdlTools.h"
-#include "startup/mdlVar.h"
+#include "state/mdlTools.h"
+#include "state/mdlVar.h"
 #include "types/Convert.h"
-#include "ui/Forms.h"
-#include "ui/frmStatisticsState.h"
+#include "ui/mdlInternetState.h"
 
 #include <string>
 

@@ -1,9 +1,9 @@
 #include "ui/mdlSysTray.h"
 
+#include "forms/Forms.h"
 #include "ports/NotificationArea.h"
 #include "ports/Platform.h"
-#include "startup/mdlTools.h"
-#include "ui/Forms.h"
+#include "state/mdlTools.h"
 
 #include <string_view>
 

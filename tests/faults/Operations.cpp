@@ -6,7 +6,7 @@
 #include "settings/mdlSettingsBackup.h"
 #include "settings/mdlSettingsLog.h"
 #include "startup/mdlStartUp.h"
-#include "startup/mdlTools.h"
+#include "state/mdlTools.h"
 
 #include <algorithm>
 

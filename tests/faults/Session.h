@@ -2,7 +2,7 @@
 
 #include "common/ProfileEngine.h"
 #include "scripted/ScriptedPlatform.h"
-#include "startup/World.h"
+#include "wiring/World.h"
 
 #include <functional>
 #include <map>

@@ -4,29 +4,23 @@ import re
 
 LONGEST = 500
 
-# Rooms from the bottom to the top: a file may include files of its own room and of those named.
-# The first pattern that fits a file decides.
-ROOMS = [
-    ("types", r"src/types/", []),
-    ("ports", r"src/ports/", ["types"]),
-    ("records", r"src/history/(HistoryData|TextColumn|AddressSet)\.", ["types"]),
-    ("state", r"src/startup/(mdl(Const|Var|Tools)|TickReports)\.", ["types", "ports"]),
-    ("wiring", r"src/ui/frm[A-Za-z]+Events\.",
-     ["types", "ports", "records", "state", "forms", "parts", "modules"]),
-    ("forms", r"src/ui/(controls/|frm[A-Z]|Forms\.|StatusLamp\.)",
-     ["types", "ports", "records", "state"]),
-    ("start", r"src/startup/(mdlStartUp|World)\.",
-     ["types", "ports", "records", "state", "forms", "modules", "wiring"]),
-    ("parts", r"src/(dialogs/cls|ui/CloseBox|ui/NumericField\.)",
-     ["types", "ports", "state", "forms"]),
-    ("modules", r"src/([a-z]+/mdl|connection/DialRecord\.)", ["types", "ports", "records", "state", "forms", "parts"]),
-    ("common", r"platforms/common/", ["types", "ports", "forms"]),
-    ("scripted", r"platforms/scripted/", ["types", "ports", "forms", "common"]),
-    ("simulated", r"platforms/simulated/", ["types", "ports", "forms", "common"]),
-    ("linux", r"platforms/linux/", ["types", "ports", "forms", "common"]),
-    ("windows", r"platforms/windows/", ["types", "ports", "forms", "common"]),
-    ("app", r"app/", None),  # whatever it likes
+# The folders of src/, from the top floor to the lowest: a file may include files of its own folder
+# and of the floors below it, never of a folder beside its own.
+FLOORS = [
+    ["wiring"],
+    ["startup"],
+    ["history", "monitor"],
+    ["settings"],
+    ["ui"],
+    ["forms", "dialogs", "connection"],
+    ["controls", "state"],
+    ["ports"],
+    ["types"],
 ]
+# What the folders of platforms/ may include of src/: ports to serve, forms and controls to show.
+SHOWN_TO_PLATFORMS = ["src/forms", "src/controls", "src/ports", "src/types"]
+# Each platform stands alone, on what all have in common. The programs in app/ choose from all.
+PLATFORMS = ["linux", "windows", "scripted", "simulated"]
 
 # What the core may use of the standard library. Clocks, files, streams, threads and locales are
 # services of the machine, and some compilers lack <format>.
@@ -81,8 +75,27 @@ TOKENS = re.compile(
 )
 
 
-def room_of(name):
-    return next((room for room, pattern, _ in ROOMS if re.match(pattern, name)), None)
+def folder_of(name):
+    """The folder that a floor or a platform is: src/types, platforms/linux, app; None elsewhere."""
+    found = re.match(r"(src/\w+|platforms/\w+|app)/", name)
+    folder = found.group(1) if found else None
+    return folder if folder in BELOW else None
+
+
+def below():
+    """For each folder what it may include; None for what may include everything."""
+    result = {"app": None}
+    for number, floor in enumerate(FLOORS):
+        lower = ["src/" + one for other in FLOORS[number + 1:] for one in other]
+        for one in floor:
+            result["src/" + one] = {"src/" + one, *lower}
+    result["platforms/common"] = {"platforms/common", *SHOWN_TO_PLATFORMS}
+    for one in PLATFORMS:
+        result["platforms/" + one] = {"platforms/" + one, *result["platforms/common"]}
+    return result
+
+
+BELOW = below()
 
 
 def includes(text):
@@ -106,14 +119,13 @@ def without_comments(text, strings=True):
 
 
 def check_order(files):
-    allowed = {room: below if below is None else {room, *below} for room, _, below in ROOMS}
     for name, text in files.items():
-        room = room_of(name)
-        if room is None:
-            yield name + ": stands in no room"
-        elif allowed[room] is not None:
+        folder = folder_of(name)
+        if folder is None:
+            yield name + ": stands on no floor"
+        elif BELOW[folder] is not None:
             for target in included(name, text, files):
-                if room_of(target) not in allowed[room]:
+                if folder_of(target) not in BELOW[folder]:
                     yield "%s: must not include %s" % (name, target)
 
 
@@ -126,7 +138,8 @@ def check_paths(files):
                 yield "%s: includes %s by another way than its path in quotes" % (name, path)
 
 
-def check_circles(files):
+def circle_in(arrows):
+    """One circle of the arrows {from: {to}}, as the way around it; none if there is none."""
     done, trail = set(), []
 
     def visit(name):
@@ -135,7 +148,7 @@ def check_circles(files):
         if name in done:
             return None
         trail.append(name)
-        for target in included(name, files[name], files):
+        for target in sorted(arrows.get(name, ())):
             circle = visit(target)
             if circle:
                 return circle
@@ -143,8 +156,28 @@ def check_circles(files):
         done.add(name)
         return None
 
-    for name in files:
-        circle = visit(name)
+    return next(filter(None, map(visit, sorted(arrows))), None)
+
+
+def arrows_between(files, whole):
+    """Who includes whom, where `whole` tells what a file is a part of."""
+    arrows = {}
+    for name, text in files.items():
+        for target in included(name, text, files):
+            if whole(name) != whole(target):
+                arrows.setdefault(whole(name), set()).add(whole(target))
+    return arrows
+
+
+def unit_of(name):
+    """A header and the sources beside it that bear its name."""
+    return name.rsplit(".", 1)[0]
+
+
+def check_circles(files):
+    """Neither files nor units, nor folders, need each other in a circle."""
+    for whole in (lambda name: name, unit_of, lambda name: name.rsplit("/", 1)[0]):
+        circle = circle_in(arrows_between(files, whole))
         if circle:
             yield "a circle: " + " -> ".join(circle)
             return

@@ -1,6 +1,6 @@
 #include "monkey/Monkey.h"
 
-#include "ui/controls/ListView.h"
+#include "controls/ListView.h"
 
 #include <array>
 

@@ -1,7 +1,7 @@
 #include "monkey/Monkey.h"
 
+#include "controls/ListView.h"
 #include "startup/mdlStartUp.h"
-#include "ui/controls/ListView.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "scenarios/Driver.h"
-#include "startup/World.h"
+#include "wiring/World.h"
 
 #include <cstdint>
 #include <deque>

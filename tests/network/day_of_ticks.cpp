@@ -3,8 +3,8 @@
 // standard error.
 
 #include "Machine.h"
-#include "startup/World.h"
 #include "startup/mdlStartUp.h"
+#include "wiring/World.h"
 
 #include <cstdlib>
 #include <filesystem>

@@ -1,7 +1,7 @@
 #include "RunningProgram.h"
 
+#include "forms/frmHistory.h"
 #include "support/YearsOfDays.h"
-#include "ui/frmHistory.h"
 #include "windows/face/ControlIds.h"
 #include "windows/services/WindowsFiles.h"
 

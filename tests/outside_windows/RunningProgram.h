@@ -1,8 +1,8 @@
 #pragma once
 
+#include "forms/frmMain.h"
 #include "support/TemporaryFolder.h"
 #include "support/Win32Windows.h"
-#include "ui/frmMain.h"
 
 #include <functional>
 #include <string>

@@ -1,6 +1,6 @@
 #include "Driver.h"
 
-#include "ui/controls/Chart.h"
+#include "controls/Chart.h"
 
 namespace tarvik::scenarios {
 

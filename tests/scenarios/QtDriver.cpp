@@ -2,9 +2,9 @@
 
 #include "QtEyes.h"
 
+#include "forms/Forms.h"
 #include "linux/face/FaceText.h"
 #include "support/QtMachine.h"
-#include "ui/Forms.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -1,6 +1,6 @@
 #include "Driver.h"
 
-#include "ui/controls/ListView.h"
+#include "controls/ListView.h"
 
 namespace tarvik::scenarios {
 

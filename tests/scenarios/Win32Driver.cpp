@@ -2,9 +2,9 @@
 
 #include "Win32Eyes.h"
 
+#include "forms/Forms.h"
 #include "support/Win32Machine.h"
 #include "support/Win32Windows.h"
-#include "ui/Forms.h"
 #include "windows/face/ControlIds.h"
 
 #include <commctrl.h>

@@ -1,5 +1,7 @@
 #include "soak/Run.h"
 
+#include "state/mdlTransfers.h"
+
 #include <algorithm>
 #include <cctype>
 

@@ -4,7 +4,7 @@
 #include "soak/Calendar.h"
 #include "soak/Expected.h"
 #include "soak/Records.h"
-#include "startup/World.h"
+#include "wiring/World.h"
 
 #include <deque>
 #include <functional>

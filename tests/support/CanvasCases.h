@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/controls/Canvas.h"
+#include "controls/Canvas.h"
 
 #include <ostream>
 #include <string>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ui/controls/Chart.h"
-#include "ui/controls/Form.h"
+#include "controls/Chart.h"
+#include "controls/Form.h"
 
 namespace tarvik {
 

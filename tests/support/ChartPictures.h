@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ui/controls/ChartPicture.h"
-#include "ui/controls/Form.h"
+#include "controls/ChartPicture.h"
+#include "controls/Form.h"
 
 #include <array>
 #include <ostream>

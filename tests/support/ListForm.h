@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ui/controls/Form.h"
-#include "ui/controls/ListView.h"
+#include "controls/Form.h"
+#include "controls/ListView.h"
 
 namespace tarvik {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/controls/Form.h"
+#include "controls/Form.h"
 
 namespace tarvik {
 

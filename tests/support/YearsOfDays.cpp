@@ -1,8 +1,8 @@
 #include "support/YearsOfDays.h"
 
 #include "scripted/ScriptedPlatform.h"
-#include "startup/World.h"
 #include "startup/mdlStartUp.h"
+#include "wiring/World.h"
 
 #include <random>
 

@@ -1,8 +1,9 @@
 #include "ImagePixels.h"
 
+#include "controls/ChartPalette.h"
 #include "support/ChartForm.h"
+#include "support/FormOn.h"
 #include "support/QtMachine.h"
-#include "ui/controls/ChartPalette.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -60,8 +61,7 @@ protected:
     }
 
     QtMachine machine;
-    PlatformScope scope{machine.platform};
-    ChartForm form;
+    FormOn<ChartForm> form{machine.platform.desktop};
 };
 
 TEST_F(ChartFaceTest, TheChartIsPainted) {

@@ -1,6 +1,7 @@
+#include "controls/Form.h"
 #include "linux/face/EndSignals.h"
+#include "support/FormOn.h"
 #include "support/QtMachine.h"
-#include "ui/controls/Form.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -47,8 +48,7 @@ protected:
 
     QtMachine machine;
     face::QtDesktop& desktop = machine.desktop;
-    PlatformScope scope{machine.platform};
-    PlainForm form;
+    FormOn<PlainForm> form{machine.platform.desktop};
     std::vector<UnloadMode> modes;
     int unloads = 0;
 };
@@ -106,7 +106,7 @@ TEST_F(EndOfSessionTest, WithoutADisplayEveryFormIsUnloadedAndNoWindowTouched) {
 }
 
 TEST_F(EndOfSessionTest, ADisplayThatIsLostOnTheWayDoesNotKeepTheRestFromTheEnd) {
-    PlainForm second;
+    FormOn<PlainForm> second{machine.platform.desktop};
     second.load();
     int others = 0;
     second.Unload.connect([&] { ++others; });

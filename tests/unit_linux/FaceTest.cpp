@@ -1,8 +1,9 @@
+#include "controls/Form.h"
 #include "linux/face/Palette.h"
+#include "support/FormOn.h"
 #include "support/QtMachine.h"
 #include "support/ThrowAwayForm.h"
 #include "types/RunTimeError.h"
-#include "ui/controls/Form.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -74,8 +75,7 @@ protected:
 
     QtMachine machine;
     face::QtDesktop& desktop = machine.desktop;
-    PlatformScope scope{machine.platform};
-    ThrowAwayForm form;
+    FormOn<ThrowAwayForm> form{machine.platform.desktop};
 };
 
 TEST_F(FaceTest, EveryControlHasAWidgetWithItsName) {
@@ -237,7 +237,7 @@ public:
 };
 
 TEST_F(FaceTest, WithoutACancelButtonEscapeDoesWhatTheCloseBoxDoes) {
-    PutAsideForm aside;
+    FormOn<PutAsideForm> aside{machine.platform.desktop};
     std::vector<UnloadMode> modes;
     aside.QueryUnload.connect([&](bool& cancel, UnloadMode mode) {
         modes.push_back(mode);

@@ -2,6 +2,7 @@
 
 #include "Waiting.h"
 #include "linux/face/LinuxCommonDialogs.h"
+#include "support/FormOn.h"
 #include "support/QtMachine.h"
 #include "support/TemporaryFolder.h"
 #include "support/ThrowAwayForm.h"
@@ -119,8 +120,7 @@ protected:
     OwnDialogs own;
     TemporaryFolder folder;
     QtMachine machine;
-    PlatformScope scope{machine.platform};
-    ThrowAwayForm form;
+    FormOn<ThrowAwayForm> form{machine.platform.desktop};
     face::LinuxCommonDialogs dialogs{machine.desktop};
     std::string file = std::string(2048, '\0');
     std::string title = std::string(260, '\0');

@@ -4,9 +4,9 @@
 #include "settings/mdlSettings.h"
 #include "settings/mdlSettingsBackup.h"
 #include "settings/mdlSettingsLog.h"
-#include "startup/World.h"
 #include "startup/mdlStartUp.h"
 #include "support/TemporaryFolder.h"
+#include "wiring/World.h"
 
 #include <gtest/gtest.h>
 

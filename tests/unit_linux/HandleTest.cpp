@@ -1,10 +1,11 @@
 #include "Waiting.h"
+#include "forms/StatusLamp.h"
+#include "forms/frmSysTray.h"
 #include "linux/face/DrawingPainter.h"
 #include "linux/face/LinuxNotificationArea.h"
+#include "support/FormOn.h"
 #include "support/QtMachine.h"
 #include "support/ThrowAwayForm.h"
-#include "ui/StatusLamp.h"
-#include "ui/frmSysTray.h"
 
 #include <QApplication>
 #include <QImage>
@@ -37,8 +38,7 @@ protected:
 
     QtMachine machine;
     face::QtDesktop& desktop = machine.desktop;
-    PlatformScope scope{machine.platform};
-    ThrowAwayForm form;
+    FormOn<ThrowAwayForm> form{machine.platform.desktop};
 };
 
 TEST_F(HandleTest, APictureIsKnownByItsNumber) {
@@ -123,7 +123,7 @@ TEST_F(HandleTest, AWindowOwnsWhatNamesItsNumber) {
         OtherForm() : Form("frmOther", "Other") { setLayout(item(cmdOther)); }
         CommandButton cmdOther{*this, "cmdOther", {.caption = "Other"}};
     };
-    OtherForm other;
+    FormOn<OtherForm> other{machine.platform.desktop};
     other.setVisible(true);
     ASSERT_TRUE(spinUntil([] { return window("frmOther")->isVisible(); }));
     show();

@@ -1,3 +1,4 @@
+#include "support/FormOn.h"
 #include "support/ListForm.h"
 #include "support/QtMachine.h"
 
@@ -65,8 +66,7 @@ protected:
     void press(Qt::Key key) { QTest::keyClick(table().window()->windowHandle(), key); }
 
     QtMachine machine;
-    PlatformScope scope{machine.platform};
-    ListForm form;
+    FormOn<ListForm> form{machine.platform.desktop};
     std::vector<int> opened; ///< the selected row each time
     OneClickOpens oneClickOpens;
 };

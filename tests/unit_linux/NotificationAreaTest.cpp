@@ -1,10 +1,10 @@
 #include "SessionBusStandIn.h"
 #include "Waiting.h"
+#include "forms/frmSysTray.h"
 #include "linux/face/BusNames.h"
 #include "linux/face/ItemTypes.h"
 #include "linux/face/LinuxNotificationArea.h"
 #include "support/QtMachine.h"
-#include "ui/frmSysTray.h"
 
 #include <QApplication>
 #include <QDBusPendingCallWatcher>

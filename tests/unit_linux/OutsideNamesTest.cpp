@@ -1,6 +1,7 @@
 #include "Waiting.h"
+#include "controls/Form.h"
+#include "support/FormOn.h"
 #include "support/QtMachine.h"
-#include "ui/controls/Form.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -52,8 +53,7 @@ protected:
     }
 
     QtMachine machine;
-    PlatformScope scope{machine.platform};
-    NamesForm form;
+    FormOn<NamesForm> form{machine.platform.desktop};
 };
 
 TEST_F(OutsideNamesTest, AListTellsOfATurnAndKeepsTheTrueName) {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "FileDialogTest.h"
-#include "startup/World.h"
 #include "startup/mdlStartUp.h"
+#include "wiring/World.h"
 
 #include <QAbstractButton>
 #include <QTest>

@@ -1,6 +1,7 @@
 #include "Waiting.h"
+#include "controls/Form.h"
+#include "support/FormOn.h"
 #include "support/QtMachine.h"
-#include "ui/controls/Form.h"
 
 #include <QApplication>
 #include <QFocusEvent>
@@ -104,8 +105,7 @@ protected:
     }
 
     QtMachine machine;
-    PlatformScope scope{machine.platform};
-    FieldForm form;
+    FormOn<FieldForm> form{machine.platform.desktop};
 };
 
 TEST_F(TextFieldTest, TabIntoAFieldRaisesGotFocus) {

@@ -1,5 +1,6 @@
 #include "Later.h"
 #include "Win32FaceTest.h"
+#include "support/FormOn.h"
 
 namespace tarvik {
 namespace {
@@ -41,7 +42,7 @@ protected:
         return owner;
     }
 
-    OtherForm other;
+    FormOn<OtherForm> other{machine.platform.desktop};
 };
 
 TEST_F(BoxOwnerTest, ABoxDoesNotGoAsideWithTheWindowThatIsPutAsideForIt) {

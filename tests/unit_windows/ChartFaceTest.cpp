@@ -1,9 +1,10 @@
+#include "support/FormOn.h"
 #include "support/MemorySheet.h"
 
+#include "controls/ChartPalette.h"
 #include "support/ChartForm.h"
 #include "support/Win32Machine.h"
 #include "support/Win32Windows.h"
-#include "ui/controls/ChartPalette.h"
 #include "windows/face/ControlIds.h"
 
 #include <commctrl.h>
@@ -73,8 +74,7 @@ protected:
     }
 
     Win32Machine machine;
-    PlatformScope scope{machine.platform};
-    ChartForm form;
+    FormOn<ChartForm> form{machine.platform.desktop};
 };
 
 TEST_F(ChartFaceTest, TheChartIsPainted) {

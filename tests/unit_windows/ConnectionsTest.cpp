@@ -1,11 +1,13 @@
 #include "connection/mdlCode.h"
-#include "connection/mdlCodeDial.h"
+#include "monitor/mdlCodeDial.h"
 #include "monitor/mdlCodeMonitor.h"
 #include "scripted/ScriptedPlatform.h"
 #include "standin/StandIn.h"
-#include "startup/World.h"
 #include "startup/mdlStartUp.h"
 #include "windows/services/WindowsConnections.h"
+#include "wiring/World.h"
+
+#include "state/mdlTransfers.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,6 @@
 #include "Later.h"
 #include "Win32FaceTest.h"
+#include "support/FormOn.h"
 
 #include "types/RunTimeError.h"
 
@@ -168,7 +169,7 @@ public:
 };
 
 TEST_F(DesktopTest, AFormWithoutLayoutIsNeverSeenButItsTimersAndPicturesLive) {
-    HiddenForm hidden;
+    FormOn<HiddenForm> hidden{machine.platform.desktop};
     int ticks = 0;
     int moves = 0;
     hidden.timTick.Tick.connect([&] { ++ticks; });
@@ -192,7 +193,7 @@ std::string captionOf(HMENU menu, UINT place) {
 }
 
 TEST_F(DesktopTest, AMenuShowsItsEntriesAndRunsTheChosenOne) {
-    HiddenForm hidden;
+    FormOn<HiddenForm> hidden{machine.platform.desktop};
     hidden.load();
     hidden.mnuPopUp.setEntryEnabled(2, false);
     int chosen = -1;
@@ -224,7 +225,7 @@ TEST_F(DesktopTest, AMenuShowsItsEntriesAndRunsTheChosenOne) {
 }
 
 TEST_F(DesktopTest, AMenuThatIsClosedRunsNothing) {
-    HiddenForm hidden;
+    FormOn<HiddenForm> hidden{machine.platform.desktop};
     hidden.load();
     int chosen = -1;
     hidden.mnuPopUp.Click.connect([&](int entry) { chosen = entry; });

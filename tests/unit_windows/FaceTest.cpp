@@ -1,4 +1,5 @@
 #include "Win32FaceTest.h"
+#include "support/FormOn.h"
 
 #include "common/ReadableColour.h"
 #include "windows/face/TextColour.h"
@@ -246,8 +247,7 @@ TEST(EscapeClosesTest, WithoutACancelButtonEscapeDoesWhatTheCloseBoxDoes) {
         CommandButton cmdOk{*this, "cmdOk", {.caption = "OK"}};
     };
     Win32Machine machine;
-    const PlatformScope scope{machine.platform};
-    PutAsideForm form;
+    FormOn<PutAsideForm> form{machine.platform.desktop};
     std::vector<UnloadMode> modes;
     form.QueryUnload.connect([&](bool& cancel, UnloadMode mode) {
         modes.push_back(mode);

@@ -3,11 +3,11 @@
 #include "settings/mdlSettings.h"
 #include "settings/mdlSettingsBackup.h"
 #include "settings/mdlSettingsLog.h"
-#include "startup/World.h"
 #include "startup/mdlStartUp.h"
 #include "support/TemporaryFolder.h"
 #include "windows/services/FileHandle.h"
 #include "windows/services/WindowsFiles.h"
+#include "wiring/World.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,5 @@
 #include "Win32FaceTest.h"
+#include "support/FormOn.h"
 
 namespace tarvik {
 namespace {
@@ -50,7 +51,7 @@ protected:
         settle();
     }
 
-    WorkForm work;
+    FormOn<WorkForm> work{machine.platform.desktop};
 };
 
 TEST_F(FocusTest, AButtonThatCouldNotBeUsedHasTheFocusAgain) {
@@ -215,7 +216,7 @@ protected:
         return way;
     }
 
-    ArrowsForm arrows;
+    FormOn<ArrowsForm> arrows{machine.platform.desktop};
 };
 
 TEST_F(ArrowsTest, ArrowsLeadFromButtonToButton) {
@@ -265,7 +266,7 @@ protected:
 
     std::vector<UnloadMode> modes;
     int cancelled = 0;
-    LinesForm lines;
+    FormOn<LinesForm> lines{machine.platform.desktop};
 };
 
 TEST_F(LinesTest, EscapeIsTheCancelButtonAndEndsNothing) {

@@ -1,10 +1,10 @@
 #include "Win32FaceTest.h"
 
-#include "ui/frmHistory.h"
-#include "ui/frmMain.h"
-#include "ui/frmOptions.h"
-#include "ui/frmStatistics.h"
-#include "ui/frmWarning.h"
+#include "forms/frmHistory.h"
+#include "forms/frmMain.h"
+#include "forms/frmOptions.h"
+#include "forms/frmStatistics.h"
+#include "forms/frmWarning.h"
 
 #include <array>
 #include <map>

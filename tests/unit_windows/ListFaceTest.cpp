@@ -1,3 +1,4 @@
+#include "support/FormOn.h"
 #include "support/ListForm.h"
 #include "support/Win32Machine.h"
 #include "support/Win32Windows.h"
@@ -83,8 +84,7 @@ protected:
 
     std::vector<int> opened;
     Win32Machine machine;
-    PlatformScope scope{machine.platform};
-    ListForm form;
+    FormOn<ListForm> form{machine.platform.desktop};
 };
 
 TEST_F(ListFaceTest, AClickChoosesAnOptionAndTheOtherLosesIt) {

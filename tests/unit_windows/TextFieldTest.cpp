@@ -1,5 +1,6 @@
 #include "Later.h"
 #include "Win32FaceTest.h"
+#include "support/FormOn.h"
 
 #include <string>
 #include <vector>
@@ -131,7 +132,7 @@ protected:
         SendMessageA(edit, WM_KEYUP, key, comesUp);
     }
 
-    FieldForm fields;
+    FormOn<FieldForm> fields{machine.platform.desktop};
     std::vector<std::string> seen;
 };
 

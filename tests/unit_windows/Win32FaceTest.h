@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/FormOn.h"
 #include "support/ThrowAwayForm.h"
 #include "support/Win32Machine.h"
 #include "support/Win32Windows.h"
@@ -56,8 +57,7 @@ protected:
 
     Win32Machine machine;
     face::WindowsDesktop& desktop = machine.desktop;
-    PlatformScope scope{machine.platform};
-    ThrowAwayForm form;
+    FormOn<ThrowAwayForm> form{machine.platform.desktop};
 };
 
 } // namespace tarvik

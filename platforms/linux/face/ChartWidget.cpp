@@ -1,8 +1,8 @@
 #include "common/ChartReading.h"
+#include "controls/ChartPicture.h"
 #include "linux/face/ControlWidget.h"
 #include "linux/face/FaceText.h"
 #include "linux/face/QtCanvas.h"
-#include "ui/controls/ChartPicture.h"
 
 #include <QAccessibleWidget>
 #include <QKeyEvent>

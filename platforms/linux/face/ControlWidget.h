@@ -2,8 +2,8 @@
 
 #include "common/ControlPicture.h"
 #include "common/ReturningFocus.h"
+#include "controls/Control.h"
 #include "linux/face/Handle.h"
-#include "ui/controls/Control.h"
 
 #include <QPointer>
 #include <QWidget>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/controls/Drawing.h"
+#include "controls/Drawing.h"
 
 #include <QIcon>
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "controls/Layout.h"
 #include "linux/face/ControlWidget.h"
-#include "ui/controls/Layout.h"
 
 #include <functional>
 

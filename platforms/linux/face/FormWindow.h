@@ -1,8 +1,8 @@
 #pragma once
 
+#include "controls/Form.h"
 #include "linux/face/ControlWidget.h"
 #include "linux/face/Handle.h"
-#include "ui/controls/Form.h"
 
 #include <QWidget>
 

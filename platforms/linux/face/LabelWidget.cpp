@@ -1,7 +1,7 @@
+#include "controls/Controls.h"
 #include "linux/face/ControlWidget.h"
 #include "linux/face/FaceText.h"
 #include "linux/face/Palette.h"
-#include "ui/controls/Controls.h"
 
 #include <QEvent>
 #include <QLabel>

@@ -1,10 +1,10 @@
 #include "linux/face/LinuxNotificationArea.h"
 
 #include "common/TrayLamp.h"
+#include "controls/Form.h"
 #include "linux/face/DrawingPainter.h"
 #include "linux/face/FaceText.h"
 #include "linux/face/QtDesktop.h"
-#include "ui/controls/Form.h"
 
 namespace tarvik::face {
 
@@ -17,8 +17,8 @@ constexpr int rightButtonReleased = 517;
 /// window can be hidden behind the icon is asked soon after.
 constexpr int longestWait = 80;
 
-Menu* menuOf(const Form& form) {
-    for (Control* control : form.controls()) {
+Menu* menuOf(const ControlList& list) {
+    for (Control* control : list.controls()) {
         if (control->kind() == ControlKind::Menu) {
             return static_cast<Menu*>(control);
         }
@@ -110,7 +110,7 @@ void LinuxNotificationArea::showIconBesideItem() {
 
 void LinuxNotificationArea::makeItem() {
     const Picture* picture = desktop_.pictureOf(picture_);
-    Menu* model = picture == nullptr ? nullptr : menuOf(picture->form());
+    Menu* model = picture == nullptr ? nullptr : menuOf(picture->list());
     if (item_ == nullptr && model != nullptr) {
         // Nor may what an entry or a click begins take away the item that is telling of it.
         const auto later = [this](auto&& action) {
@@ -197,7 +197,7 @@ void LinuxNotificationArea::onActivated(QSystemTrayIcon::ActivationReason reason
 void LinuxNotificationArea::choose(int entry) {
     Picture* picture = desktop_.pictureOf(picture_);
     if (picture != nullptr && desktop_.takesInput()) {
-        menuOf(picture->form())->choose(entry);
+        menuOf(picture->list())->choose(entry);
     }
 }
 

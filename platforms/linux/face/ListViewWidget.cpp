@@ -1,6 +1,6 @@
+#include "controls/ListView.h"
 #include "linux/face/ControlWidget.h"
 #include "linux/face/FaceText.h"
-#include "ui/controls/ListView.h"
 
 #include <QAbstractTableModel>
 #include <QHeaderView>

@@ -1,5 +1,5 @@
+#include "controls/Controls.h"
 #include "linux/face/ControlWidget.h"
-#include "ui/controls/Controls.h"
 
 #include <QProgressBar>
 

@@ -63,7 +63,7 @@ void QtDesktop::withdraw(Form& form) {
     }
 }
 
-FormWindow* QtDesktop::seenWindow(const Form* form) const {
+FormWindow* QtDesktop::seenWindow(const ControlList* form) const {
     const auto found = std::find_if(windows_.begin(), windows_.end(), [&](FormWindow* window) {
         return isSeen(*window) && (form == nullptr || &window->form() == form);
     });
@@ -71,7 +71,7 @@ FormWindow* QtDesktop::seenWindow(const Form* form) const {
 }
 
 FormWindow* QtDesktop::windowToAskIn() const {
-    for (const Form* form : {context_.asking, context_.active}) {
+    for (const ControlList* form : {context_.asking, context_.active}) {
         FormWindow* const window = form == nullptr ? nullptr : seenWindow(form);
         if (window != nullptr) {
             return window;

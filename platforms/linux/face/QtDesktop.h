@@ -1,10 +1,10 @@
 #pragma once
 
 #include "common/FaceContext.h"
+#include "controls/Controls.h"
 #include "linux/face/ClipboardGuard.h"
 #include "linux/face/PlainBoxes.h"
 #include "ports/Desktop.h"
-#include "ui/controls/Controls.h"
 
 #include <QEventLoop>
 #include <QObject>
@@ -63,7 +63,7 @@ public:
 
 private:
     /// The window of the form, or the first of all for null, if it is seen; else null.
-    FormWindow* seenWindow(const Form* form) const;
+    FormWindow* seenWindow(const ControlList* form) const;
     /// The window whose user is answered, or else the one that was active last, or else any; null
     /// when none of the program's is seen.
     FormWindow* windowToAskIn() const;

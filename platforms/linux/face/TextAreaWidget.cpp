@@ -1,6 +1,6 @@
+#include "controls/Controls.h"
 #include "linux/face/ControlWidget.h"
 #include "linux/face/FaceText.h"
-#include "ui/controls/Controls.h"
 
 #include <QPlainTextEdit>
 

@@ -1,5 +1,5 @@
 #include "common/ChartReading.h"
-#include "ui/controls/ChartPicture.h"
+#include "controls/ChartPicture.h"
 #include "windows/face/ControlWindow.h"
 #include "windows/face/GdiCanvas.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "common/ControlPicture.h"
-#include "ui/controls/Controls.h"
-#include "ui/controls/LayoutSolver.h"
+#include "controls/Controls.h"
+#include "controls/LayoutSolver.h"
 #include "windows/face/FaceFont.h"
 #include "windows/face/WindowContext.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/controls/LayoutSolver.h"
+#include "controls/LayoutSolver.h"
 #include "windows/services/SystemHeader.h"
 
 #include <string>

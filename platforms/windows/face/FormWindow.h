@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/controls/Form.h"
+#include "controls/Form.h"
 #include "windows/face/ControlWindow.h"
 #include "windows/face/ToolTips.h"
 

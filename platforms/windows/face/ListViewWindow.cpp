@@ -1,4 +1,4 @@
-#include "ui/controls/ListView.h"
+#include "controls/ListView.h"
 #include "windows/face/ControlWindow.h"
 
 #include <commctrl.h>

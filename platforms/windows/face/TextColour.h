@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/controls/Control.h"
+#include "controls/Colour.h"
 #include "windows/services/SystemHeader.h"
 
 namespace tarvik::face {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "common/FaceContext.h"
-#include "ui/controls/Form.h"
+#include "controls/Form.h"
 #include "windows/face/AccessibleNames.h"
 
 #include <functional>

@@ -106,7 +106,7 @@ void WindowsDesktop::applyVisibility() {
     }
 }
 
-HWND WindowsDesktop::seenWindow(const Form* form) const {
+HWND WindowsDesktop::seenWindow(const ControlList* form) const {
     const auto found = std::find_if(windows_.begin(), windows_.end(), [&](const auto& own) {
         return (form == nullptr || &own->form() == form) &&
                IsWindowVisible(own->window()) != FALSE && IsIconic(own->window()) == FALSE;
@@ -115,7 +115,7 @@ HWND WindowsDesktop::seenWindow(const Form* form) const {
 }
 
 HWND WindowsDesktop::boxOwner() const {
-    for (const Form* form : {context_.asking, context_.active}) {
+    for (const ControlList* form : {context_.asking, context_.active}) {
         const HWND window = form == nullptr ? nullptr : seenWindow(form);
         if (window != nullptr) {
             return window;

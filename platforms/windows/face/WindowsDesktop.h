@@ -46,7 +46,7 @@ private:
     /// Makes true what the program has said of its windows so far.
     void applyVisibility();
     /// The window of the form, or the first of all for null, if it is seen; else null.
-    HWND seenWindow(const Form* form) const;
+    HWND seenWindow(const ControlList* form) const;
     /// The window whose user is answered, or else the one that was active last, or else any; null
     /// when none of the program's is seen.
     HWND boxOwner() const;

@@ -1,6 +1,6 @@
 #include "connection/mdlCode.h"
 
-#include "startup/mdlVar.h"
+#include "state/mdlVar.h"
 #include "support/WorldTest.h"
 
 namespace tarvik {

@@ -1,5 +1,5 @@
 #include "history/ChartWorld.h"
-#include "ui/frmHistoryEvents.h"
+#include "wiring/frmHistoryEvents.h"
 
 namespace tarvik {
 namespace {

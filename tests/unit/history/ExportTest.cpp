@@ -1,7 +1,7 @@
 #include "history/mdlHistoryExport.h"
 
 #include "history/HistoryTest.h"
-#include "ui/frmHistoryEvents.h"
+#include "wiring/frmHistoryEvents.h"
 
 namespace tarvik {
 namespace {

@@ -1,6 +1,6 @@
 #include "history/HistoryTest.h"
 #include "history/mdlIPAddresses.h"
-#include "ui/frmHistoryEvents.h"
+#include "wiring/frmHistoryEvents.h"
 
 namespace tarvik {
 namespace {

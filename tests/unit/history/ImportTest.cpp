@@ -3,7 +3,7 @@
 #include "common/FaceCaption.h"
 #include "history/HistoryTest.h"
 #include "history/mdlIPAddresses.h"
-#include "ui/frmHistoryEvents.h"
+#include "wiring/frmHistoryEvents.h"
 
 #include <algorithm>
 

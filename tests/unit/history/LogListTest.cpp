@@ -1,6 +1,6 @@
 #include "history/HistoryTest.h"
 #include "history/mdlListViewEx.h"
-#include "ui/frmHistoryEvents.h"
+#include "wiring/frmHistoryEvents.h"
 
 #include <algorithm>
 #include <random>

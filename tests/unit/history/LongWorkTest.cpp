@@ -1,7 +1,7 @@
 #include "history/HistoryTest.h"
 #include "history/mdlHistoryImport.h"
 #include "history/mdlHistoryLog.h"
-#include "ui/frmHistoryEvents.h"
+#include "wiring/frmHistoryEvents.h"
 
 #include <algorithm>
 #include <functional>

@@ -1,5 +1,5 @@
 #include "history/HistoryTest.h"
-#include "ui/frmHistoryEvents.h"
+#include "wiring/frmHistoryEvents.h"
 
 #include <algorithm>
 #include <array>

@@ -3,6 +3,8 @@
 #include "settings/mdlSettingsLog.h"
 #include "support/WorldTest.h"
 
+#include "state/mdlTransfers.h"
+
 #include <cstdint>
 #include <initializer_list>
 

@@ -1,5 +1,7 @@
 #include "monitor/mdlCodeLimits.h"
 
+#include "state/mdlTransfers.h"
+
 #include "support/WorldTest.h"
 
 namespace tarvik {

@@ -1,5 +1,7 @@
 #include "support/WorldTest.h"
 
+#include "state/mdlTransfers.h"
+
 #include <algorithm>
 #include <cstdint>
 

@@ -1,5 +1,6 @@
 #include "settings/mdlSettingsLog.h"
-#include "startup/mdlVar.h"
+#include "state/mdlTransfers.h"
+#include "state/mdlVar.h"
 #include "support/WorldTest.h"
 
 #include <random>

@@ -1,4 +1,5 @@
-#include "startup/mdlVar.h"
+#include "state/mdlTransfers.h"
+#include "state/mdlVar.h"
 #include "support/WorldTest.h"
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 #include "scripted/ScriptedDesktop.h"
+#include "../../support/FormOn.h"
 
-#include "ui/controls/TestForm.h"
+#include "controls/TestForm.h"
 
 #include <gtest/gtest.h>
 
@@ -16,6 +17,7 @@ class ScriptedDesktopTest : public testing::Test {
 protected:
     ScriptedDesktopTest() {
         desktop().fail = [this](const std::string& what) { failures.push_back(what); };
+        form.setDesktop(machine.desktop);
         timer.Tick.connect([this] { ++ticks; });
     }
 
@@ -35,7 +37,6 @@ protected:
     BareForm form;
     Timer timer{form, "timTick"};
     ScriptedPlatform machine;
-    PlatformScope scope{machine.platform};
     Texts failures;
     int ticks = 0;
 };
@@ -124,7 +125,7 @@ TEST_F(ScriptedDesktopTest, TimersFireAtEachInterval) {
 }
 
 TEST_F(ScriptedDesktopTest, TimersOfOneOrManyFormsFireInTheOrderInWhichTheyAreDue) {
-    BareForm other("frmOther");
+    FormOn<BareForm> other(machine.desktop, "frmOther");
     Timer slow(other, "timSlow");
     Texts order;
     timer.Tick.connect([&] { order.emplace_back("quick"); });

@@ -1,7 +1,7 @@
 #include "scripted/TextPicture.h"
 
-#include "ui/controls/Chart.h"
-#include "ui/controls/TestForm.h"
+#include "controls/Chart.h"
+#include "controls/TestForm.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include "settings/mdlSettings.h"
 #include "settings/mdlSettingsLog.h"
 #include "startup/mdlStartUp.h"
-#include "startup/mdlVar.h"
+#include "state/mdlVar.h"
 #include "support/WorldTest.h"
 #include "types/Text.h"
 

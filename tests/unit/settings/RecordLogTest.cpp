@@ -1,5 +1,7 @@
 #include "settings/mdlSettingsLog.h"
 
+#include "state/mdlTransfers.h"
+
 #include "settings/mdlSettings.h"
 #include "startup/mdlStartUp.h"
 #include "support/WorldTest.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "startup/World.h"
 #include "support/WorldTest.h"
+#include "wiring/World.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "scripted/ScriptedPlatform.h"
-#include "startup/World.h"
+#include "wiring/World.h"
 
 #include <gtest/gtest.h>
 

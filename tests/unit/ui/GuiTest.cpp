@@ -1,7 +1,7 @@
 #include "ui/mdlGUI.h"
 
+#include "forms/StatusLamp.h"
 #include "support/WorldTest.h"
-#include "ui/StatusLamp.h"
 
 namespace tarvik {
 namespace {

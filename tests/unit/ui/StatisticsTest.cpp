@@ -1,6 +1,6 @@
 #include "support/WorldTest.h"
-#include "ui/frmStatisticsState.h"
 #include "ui/mdlGUIStatistics.h"
+#include "ui/mdlInternetState.h"
 
 #include <cstring>
 

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "forms/frmHistory.h"
+#include "forms/frmMain.h"
+#include "forms/frmOptions.h"
+#include "forms/frmStatistics.h"
+#include "forms/frmSysTray.h"
+#include "forms/frmWarning.h"
+#include "types/Current.h"
+
+#include <array>
+
+namespace tarvik {
+
+class Desktop;
+
+/// The program's windows, one of each.
+struct Forms {
+    /// Their windows are made on that desktop.
+    explicit Forms(Desktop& desktop);
+
+    FrmMain frmMain;
+    FrmHistory frmHistory;
+    FrmOptions frmOptions;
+    FrmStatistics frmStatistics;
+    FrmSysTray frmSysTray;
+    FrmWarning frmWarning;
+
+    /// All of them.
+    std::array<Form*, 6> all();
+};
+
+/// The windows in use. One must be in place (see `Current`).
+Forms& forms();
+
+using FormsScope = Current<Forms>;
+
+} // namespace tarvik

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "controls/Form.h"
+
+#include <cstdint>
+
+namespace tarvik {
+
+/// Owner of the icon in the notification area; it never shows a window, only its pop-up menu.
+class FrmSysTray : public Form {
+public:
+    /// Positions in the pop-up menu.
+    enum Entry { showHide = 0, monitoring = 1, connect = 3, disconnect = 4, quit = 6 };
+
+    FrmSysTray() : Form("frmSysTray", "") {}
+
+    /// Receives the icon's mouse messages.
+    Picture picSysTrayHook{*this, "picSysTrayHook"};
+
+    Menu mnuPopUp{*this,
+                  "mnuPopUp",
+                  "mnuPopUpEntry",
+                  {"Show/Hide", "Start Monitoring", Menu::separator, "Connect", "Disconnect",
+                   Menu::separator, "Quit"}};
+
+    /// The desktop shows balloon notes.
+    bool balloonSupport = false;
+    /// The user has been told that a main window put aside is only minimised.
+    bool minimisingTold = false;
+    /// What icon and tip told last.
+    std::uint8_t iconState = 0;
+    std::uint8_t tipState = 0;
+};
+
+} // namespace tarvik

@@ -1,0 +1,22 @@
+#include "wiring/World.h"
+
+#include "ports/Desktop.h"
+#include "wiring/frmMainEvents.h"
+
+namespace tarvik {
+
+World::World(Platform& platform)
+    : forms(platform.desktop), platformScope_(platform), stateScope_(state), formsScope_(forms) {
+    connectEvents();
+}
+
+World::~World() {
+    // A world that is thrown away before its program ended leaves no window behind.
+    for (Form* form : forms.all()) {
+        if (form->loaded()) {
+            platform().desktop.withdraw(*form);
+        }
+    }
+}
+
+} // namespace tarvik

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "forms/Forms.h"
+#include "ports/Platform.h"
+#include "state/mdlVar.h"
+
+namespace tarvik {
+
+/// One program's whole world on a platform: state and windows, in place for as long as it lives. A
+/// program has one; a test builds a fresh one and throws it away.
+class World {
+public:
+    /// The platform must outlive the world.
+    explicit World(Platform& platform);
+    ~World();
+    World(const World&) = delete;
+    World& operator=(const World&) = delete;
+
+    State state;
+    Forms forms;
+
+private:
+    PlatformScope platformScope_;
+    StateScope stateScope_;
+    FormsScope formsScope_;
+};
+
+} // namespace tarvik

@@ -1,0 +1,92 @@
+#include "controls/Layout.h"
+
+#include "controls/TestForm.h"
+
+#include <gtest/gtest.h>
+
+namespace tarvik {
+namespace {
+
+using Type = LayoutNode::Type;
+
+class LayoutTest : public testing::Test {
+protected:
+    BareForm form;
+    Label first{form, "lblFirst", {.caption = "First"}};
+    TextBox second{form, "txtSecond", {}};
+    CommandButton third{form, "cmdThird", {.caption = "Third"}};
+    Frame border{form, "fraBorder", {"Border"}};
+};
+
+TEST_F(LayoutTest, AnItemHoldsItsControlAndAsksForNothingMore) {
+    const LayoutNode node = item(first);
+
+    EXPECT_EQ(node.type, Type::Item);
+    EXPECT_EQ(node.control, &first);
+    EXPECT_EQ(node.characters, 0);
+    EXPECT_EQ(node.lines, 0);
+    EXPECT_EQ(node.stretch, 0);
+}
+
+TEST_F(LayoutTest, AnItemsSizeAndShareCanBeSaidInOneExpression) {
+    const LayoutNode node = item(second).wide(20).tall(3).share(2);
+
+    EXPECT_EQ(node.control, &second);
+    EXPECT_EQ(node.characters, 20);
+    EXPECT_EQ(node.lines, 3);
+    EXPECT_EQ(node.stretch, 2);
+}
+
+TEST_F(LayoutTest, ARowAndAColumnKeepTheirChildrenInOrder) {
+    const LayoutNode across = row({item(first), item(second)});
+    const LayoutNode down = column({item(second), item(first)}).sameSize();
+
+    EXPECT_EQ(across.type, Type::Row);
+    EXPECT_EQ(across.children.at(1).control, &second);
+    EXPECT_FALSE(across.alike);
+    EXPECT_EQ(down.type, Type::Column);
+    EXPECT_EQ(down.children.at(1).control, &first);
+    EXPECT_TRUE(down.alike);
+}
+
+TEST_F(LayoutTest, AGridKnowsItsColumns) {
+    const LayoutNode node = grid(2, {item(first), item(second), blank(), item(third)});
+
+    EXPECT_EQ(node.type, Type::Grid);
+    EXPECT_EQ(node.columns, 2);
+    EXPECT_EQ(node.children.size(), 4U);
+}
+
+TEST_F(LayoutTest, AFrameStandsAroundItsOnlyChild) {
+    const LayoutNode node = frame(border, row({item(first)}));
+
+    EXPECT_EQ(node.type, Type::Frame);
+    EXPECT_EQ(node.control, &border);
+    ASSERT_EQ(node.children.size(), 1U);
+    EXPECT_EQ(node.children[0].type, Type::Row);
+}
+
+TEST_F(LayoutTest, ADeckKeepsItsChildrenInOrder) {
+    const LayoutNode node = deck({item(first), item(second)});
+
+    EXPECT_EQ(node.type, Type::Deck);
+    ASSERT_EQ(node.children.size(), 2U);
+    EXPECT_EQ(node.children[1].control, &second);
+}
+
+TEST_F(LayoutTest, ASpaceTakesOneShareAndABlankNone) {
+    EXPECT_EQ(space().type, Type::Space);
+    EXPECT_EQ(space().stretch, 1);
+    EXPECT_EQ(blank().type, Type::Space);
+    EXPECT_EQ(blank().stretch, 0);
+}
+
+TEST_F(LayoutTest, TreeOrderGoesRowByRowAndFramesBeforeWhatTheyHold) {
+    const LayoutNode tree =
+        column({frame(border, grid(2, {item(second), blank(), item(first)})), item(third)});
+
+    EXPECT_EQ(controlsInOrder(tree), (std::vector<Control*>{&border, &second, &first, &third}));
+}
+
+} // namespace
+} // namespace tarvik
