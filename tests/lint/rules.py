@@ -242,6 +242,16 @@ def check_trap_names(files):
                 yield "%s: %s reports errors as %s" % (name, inside, literal)
 
 
+def check_accessors(files):
+    """What is in use of platform, state and windows is asked for by procedures alone: what those
+    are made of works for any."""
+    asks = re.compile(r"(?<!& )\b(state|forms|platform)\(\)")
+    for name, text in files.items():
+        if name.startswith(("src/types/", "src/ports/", "src/controls/", "src/forms/")):
+            for found in asks.finditer(without_comments(text)):
+                yield "%s: asks %s itself" % (name, found.group(0))
+
+
 def check_lists(files):
     """Every compiler builds every file of src/: found by one glob, none listed, none left out."""
     for name, text in files.items():
