@@ -17,7 +17,7 @@
 #include "linux/services/LinuxFiles.h"
 #include "scripted/ScriptedPlatform.h"
 #include "settings/mdlSettingsLog.h"
-#include "ui/mdlGUI.h"
+#include "ui/mdlGUILists.h"
 #include "wiring/World.h"
 
 #include <QGuiApplication>

@@ -13,7 +13,6 @@
 #include "scripted/ScriptedPlatform.h"
 #include "settings/mdlSettingsLog.h"
 #include "startup/mdlStartUp.h"
-#include "ui/mdlGUI.h"
 #include "wiring/World.h"
 
 #include <algorithm>

@@ -12,7 +12,7 @@
 #include "state/mdlTools.h"
 #include "types/Convert.h"
 #include "types/Text.h"
-#include "ui/mdlGUI.h"
+#include "ui/mdlGUIFigures.h"
 
 #include <algorithm>
 #include <string_view>

@@ -6,7 +6,7 @@
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
 #include "types/Convert.h"
-#include "ui/mdlGUI.h"
+#include "ui/mdlGUIFigures.h"
 
 #include <algorithm>
 

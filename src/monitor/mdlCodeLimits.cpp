@@ -8,7 +8,7 @@
 #include "state/mdlTransfers.h"
 #include "state/mdlVar.h"
 #include "types/Convert.h"
-#include "ui/mdlGUI.h"
+#include "ui/mdlGUIWindows.h"
 #include "ui/mdlSysTray.h"
 
 #include <algorithm>

@@ -14,6 +14,8 @@
 #include "state/mdlVar.h"
 #include "types/Convert.h"
 #include "ui/mdlGUI.h"
+#include "ui/mdlGUIFigures.h"
+#include "ui/mdlGUILists.h"
 #include "ui/mdlGUIStatistics.h"
 
 #include <algorithm>

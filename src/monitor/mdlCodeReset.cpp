@@ -9,7 +9,7 @@
 #include "state/mdlTools.h"
 #include "state/mdlTransfers.h"
 #include "state/mdlVar.h"
-#include "ui/mdlGUI.h"
+#include "ui/mdlGUIFigures.h"
 #include "ui/mdlSysTray.h"
 
 #include <utility>

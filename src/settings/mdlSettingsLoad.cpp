@@ -12,7 +12,8 @@
 #include "state/mdlTransfers.h"
 #include "state/mdlVar.h"
 #include "types/Convert.h"
-#include "ui/mdlGUI.h"
+#include "ui/mdlGUIFigures.h"
+#include "ui/mdlGUILists.h"
 
 namespace tarvik {
 

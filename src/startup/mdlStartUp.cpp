@@ -15,6 +15,8 @@
 #include "types/Convert.h"
 #include "types/Text.h"
 #include "ui/mdlGUI.h"
+#include "ui/mdlGUILists.h"
+#include "ui/mdlGUIWindows.h"
 #include "ui/mdlSysTray.h"
 
 namespace tarvik {

@@ -1,13 +1,23 @@
 #include "wiring/World.h"
 
 #include "ports/Desktop.h"
+#include "wiring/frmHistoryEvents.h"
 #include "wiring/frmMainEvents.h"
+#include "wiring/frmOptionsEvents.h"
+#include "wiring/frmStatisticsEvents.h"
+#include "wiring/frmSysTrayEvents.h"
+#include "wiring/frmWarningEvents.h"
 
 namespace tarvik {
 
 World::World(Platform& platform)
     : forms(platform.desktop), platformScope_(platform), stateScope_(state), formsScope_(forms) {
-    connectEvents();
+    connectMainEvents();
+    connectHistoryEvents();
+    connectOptionsEvents();
+    connectStatisticsEvents();
+    connectSysTrayEvents();
+    connectWarningEvents();
 }
 
 World::~World() {

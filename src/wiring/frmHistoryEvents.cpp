@@ -12,7 +12,7 @@
 #include "settings/mdlSettingsLog.h"
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
-#include "ui/mdlGUI.h"
+#include "ui/mdlGUILists.h"
 #include "wiring/CloseBox.h"
 
 #include <array>

@@ -9,12 +9,8 @@
 #include "state/mdlTools.h"
 #include "state/mdlVar.h"
 #include "ui/mdlGUI.h"
-#include "ui/mdlSysTray.h"
-#include "wiring/frmHistoryEvents.h"
-#include "wiring/frmOptionsEvents.h"
-#include "wiring/frmStatisticsEvents.h"
-#include "wiring/frmSysTrayEvents.h"
-#include "wiring/frmWarningEvents.h"
+#include "ui/mdlGUILists.h"
+#include "ui/mdlGUIWindows.h"
 
 namespace tarvik {
 
@@ -92,26 +88,19 @@ void Form_Unload() {
     guarded("Form_Unload", [] { ShutDown(); });
 }
 
-void connectEvents() {
-    Forms& f = forms();
-    f.frmMain.cmdMonitor.Click.connect(cmdMonitor_Click);
-    f.frmMain.cmdConnect.Click.connect(cmdConnect_Click);
-    f.frmMain.cmdDisconnect.Click.connect(cmdDisconnect_Click);
-    f.frmMain.cboConnections.DropDown.connect(cboConnections_DropDown);
-    f.frmMain.cmdHistory.Click.connect(cmdHistory_Click);
-    f.frmMain.cmdStatistics.Click.connect(cmdStatistics_Click);
-    f.frmMain.cmdOptions.Click.connect(cmdOptions_Click);
-    f.frmMain.cmdQuit.Click.connect(cmdQuit_Click);
-    f.frmMain.timUpdateStats.Tick.connect(timUpdateStats_Timer);
-    f.frmMain.QueryUnload.connect(Form_QueryUnload);
-    f.frmMain.Unload.connect(Form_Unload);
-    f.frmSysTray.Initialize.connect(frmSysTray_Form_Initialize);
-    f.frmSysTray.picSysTrayHook.MouseMove.connect(picSysTrayHook_MouseMove);
-    f.frmSysTray.mnuPopUp.Click.connect(mnuPopUpEntry_Click);
-    connectHistoryEvents();
-    connectOptionsEvents();
-    connectStatisticsEvents();
-    connectWarningEvents();
+void connectMainEvents() {
+    FrmMain& main = forms().frmMain;
+    main.cmdMonitor.Click.connect(cmdMonitor_Click);
+    main.cmdConnect.Click.connect(cmdConnect_Click);
+    main.cmdDisconnect.Click.connect(cmdDisconnect_Click);
+    main.cboConnections.DropDown.connect(cboConnections_DropDown);
+    main.cmdHistory.Click.connect(cmdHistory_Click);
+    main.cmdStatistics.Click.connect(cmdStatistics_Click);
+    main.cmdOptions.Click.connect(cmdOptions_Click);
+    main.cmdQuit.Click.connect(cmdQuit_Click);
+    main.timUpdateStats.Tick.connect(timUpdateStats_Timer);
+    main.QueryUnload.connect(Form_QueryUnload);
+    main.Unload.connect(Form_Unload);
 }
 
 } // namespace tarvik

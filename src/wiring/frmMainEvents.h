@@ -25,7 +25,6 @@ void timUpdateStats_Timer();
 void Form_QueryUnload(bool& Cancel, UnloadMode Mode);
 void Form_Unload();
 
-/// Connects the handlers of all forms to their controls.
-void connectEvents();
+void connectMainEvents();
 
 } // namespace tarvik

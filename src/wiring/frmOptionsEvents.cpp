@@ -6,7 +6,7 @@
 #include "ports/Platform.h"
 #include "state/mdlTools.h"
 #include "types/Convert.h"
-#include "ui/mdlGUI.h"
+#include "ui/mdlGUIFigures.h"
 #include "wiring/CloseBox.h"
 #include "wiring/NumericField.h"
 

@@ -9,7 +9,8 @@
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
 #include "state/mdlVar.h"
-#include "ui/mdlGUI.h"
+#include "ui/mdlGUIWindows.h"
+#include "ui/mdlSysTray.h"
 
 namespace tarvik {
 
@@ -77,6 +78,13 @@ void mnuPopUpEntry_Click(int Index) {
             break;
         }
     });
+}
+
+void connectSysTrayEvents() {
+    FrmSysTray& tray = forms().frmSysTray;
+    tray.Initialize.connect(frmSysTray_Form_Initialize);
+    tray.picSysTrayHook.MouseMove.connect(picSysTrayHook_MouseMove);
+    tray.mnuPopUp.Click.connect(mnuPopUpEntry_Click);
 }
 
 } // namespace tarvik

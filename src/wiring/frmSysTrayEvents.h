@@ -11,4 +11,6 @@ void picSysTrayHook_MouseMove(int X);
 /// Runs an entry of the menu; a separator does nothing.
 void mnuPopUpEntry_Click(int Index);
 
+void connectSysTrayEvents();
+
 } // namespace tarvik

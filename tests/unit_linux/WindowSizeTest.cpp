@@ -1,6 +1,6 @@
 #include "ProgramTest.h"
 
-#include "ui/mdlGUI.h"
+#include "ui/mdlGUIFigures.h"
 
 #include <algorithm>
 #include <vector>

@@ -1,6 +1,6 @@
 #include "settings/mdlSettings.h"
 #include "support/WorldTest.h"
-#include "ui/mdlGUI.h"
+#include "ui/mdlGUILists.h"
 
 namespace tarvik {
 namespace {

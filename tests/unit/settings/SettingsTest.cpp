@@ -2,7 +2,7 @@
 
 #include "startup/mdlStartUp.h"
 #include "support/WorldTest.h"
-#include "ui/mdlGUI.h"
+#include "ui/mdlGUILists.h"
 
 namespace tarvik {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "monitor/mdlCodeToggle.h"
 #include "support/WorldTest.h"
-#include "ui/mdlGUI.h"
+#include "ui/mdlGUIFigures.h"
 
 namespace tarvik {
 namespace {

@@ -1,4 +1,7 @@
 #include "ui/mdlGUI.h"
+#include "ui/mdlGUIFigures.h"
+#include "ui/mdlGUILists.h"
+#include "ui/mdlGUIWindows.h"
 
 #include "forms/StatusLamp.h"
 #include "support/WorldTest.h"

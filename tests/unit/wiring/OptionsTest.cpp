@@ -1,6 +1,6 @@
 #include "wiring/OptionsTest.h"
 
-#include "ui/mdlGUI.h"
+#include "ui/mdlGUIFigures.h"
 #include "wiring/frmOptionsEvents.h"
 
 namespace tarvik {
