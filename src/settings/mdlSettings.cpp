@@ -5,6 +5,7 @@
 #include "ports/Platform.h"
 #include "ports/PrivateProfile.h"
 #include "ports/Program.h"
+#include "settings/Setting.h"
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
 #include "state/mdlVar.h"
@@ -12,7 +13,6 @@
 
 #include <algorithm>
 #include <array>
-#include <functional>
 #include <optional>
 
 namespace tarvik {
@@ -28,54 +28,6 @@ auto converted(Convert&& convert) -> std::optional<decltype(convert())> {
         return std::nullopt;
     }
 }
-
-template <class Enumeration>
-std::string numberOf(Enumeration value) {
-    return wholeToText(static_cast<std::uint8_t>(value));
-}
-
-struct WrittenSetting {
-    const char* key;
-    std::string (*text)(const State&, const LocaleData&);
-};
-
-/// All settings in the order in which they are written.
-constexpr std::array<WrittenSetting, 19> writtenSettings{{
-    {"UnitTransferCurrent",
-     [](const State& s, const LocaleData&) { return numberOf(s.UnitTransferCurrent); }},
-    {"UnitTransferTotal",
-     [](const State& s, const LocaleData&) { return numberOf(s.UnitTransferTotal); }},
-    {"TransferLimit", [](const State& s, const LocaleData&) { return numberOf(s.TransferLimit); }},
-    {"TransferLimitValue",
-     [](const State& s, const LocaleData& locale) { return toText(s.TransferLimitValue, locale); }},
-    {"DurationLimit", [](const State& s, const LocaleData&) { return numberOf(s.DurationLimit); }},
-    {"DurationLimitHr",
-     [](const State& s, const LocaleData&) { return toText(s.DurationLimitHr); }},
-    {"DurationLimitMin",
-     [](const State& s, const LocaleData&) { return toText(s.DurationLimitMin); }},
-    {"TransferLimitWarning",
-     [](const State& s, const LocaleData&) { return numberOf(s.TransferLimitWarning); }},
-    {"TransferLimitHangUp",
-     [](const State& s, const LocaleData&) { return numberOf(s.TransferLimitHangUp); }},
-    {"TransferResetEnable",
-     [](const State& s, const LocaleData&) { return numberOf(s.TransferResetEnable); }},
-    {"TransferReset", [](const State& s, const LocaleData&) { return numberOf(s.TransferReset); }},
-    {"TransferResetBackup",
-     [](const State& s, const LocaleData&) { return numberOf(s.TransferResetBackup); }},
-    {"TransferResetLast",
-     [](const State& s, const LocaleData& locale) { return toText(s.TransferResetLast, locale); }},
-    {"StartUpMinimise",
-     [](const State& s, const LocaleData&) { return numberOf(s.StartUpMinimise); }},
-    {"StartUpRunMonitoring",
-     [](const State& s, const LocaleData&) { return numberOf(s.StartUpRunMonitoring); }},
-    {"RefreshInterval",
-     [](const State& s, const LocaleData&) { return toText(s.RefreshInterval); }},
-    {"LogIPAddress", [](const State& s, const LocaleData&) { return numberOf(s.LogIPAddress); }},
-    {"TransferTicker",
-     [](const State& s, const LocaleData&) { return numberOf(s.TransferTicker); }},
-    {"TransferTickerValue",
-     [](const State& s, const LocaleData&) { return toText(s.TransferTickerValue); }},
-}};
 
 } // namespace
 
@@ -162,12 +114,12 @@ bool SetLocked(bool bLocked) {
 bool SaveSettings() {
     return guarded("SaveSettings", false, [](bool& result) {
         const LocaleData& locale = platform().locale.data();
-        result = std::all_of(
-            writtenSettings.begin(), writtenSettings.end(), [&](const WrittenSetting& setting) {
-                return platform().profile.WritePrivateProfileStringA(SettingsSection, setting.key,
-                                                                     setting.text(state(), locale),
-                                                                     state().IniFileName);
-            });
+        const auto& written = settingsAsWritten();
+        result = std::all_of(written.begin(), written.end(), [&](const Setting* setting) {
+            return platform().profile.WritePrivateProfileStringA(SettingsSection, setting->key,
+                                                                 textOf(*setting, state(), locale),
+                                                                 state().IniFileName);
+        });
     });
 }
 

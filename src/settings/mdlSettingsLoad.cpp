@@ -6,6 +6,7 @@
 #include "ports/Locale.h"
 #include "ports/Platform.h"
 #include "ports/PrivateProfile.h"
+#include "settings/Setting.h"
 #include "settings/mdlSettingsBackup.h"
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
@@ -13,7 +14,6 @@
 #include "state/mdlVar.h"
 #include "types/Convert.h"
 #include "ui/mdlGUIFigures.h"
-#include "ui/mdlGUILists.h"
 
 namespace tarvik {
 
@@ -25,24 +25,6 @@ std::uint8_t byteSetting(const char* key) {
 
 Long longSetting(const char* key) {
     return GetLongFromINI(SettingsSection, key).toLong();
-}
-
-/// A setting outside its range is replaced, without a word.
-Long longSettingWithin(const char* key, Long least, Long most, Long otherwise) {
-    const Long value = longSetting(key);
-    return value < least || value > most ? otherwise : value;
-}
-
-void loadFlag(const char* key, std::uint8_t& flag, CheckBox& box) {
-    flag = byteSetting(key);
-    box.setValue(flag);
-}
-
-void loadUnit(const char* key, TransferUnit& unit, ComboBox& combo, Label& label,
-              const char* prefix) {
-    unit = static_cast<TransferUnit>(byteSetting(key));
-    SetComboBox(combo, static_cast<std::uint8_t>(unit));
-    SetLabelUnitTransfer(label, prefix, unit);
 }
 
 void loadTotals() {
@@ -58,33 +40,6 @@ void loadTotals() {
     s.DurationTotal = GetCurrencyFromINI(lastState, "Duration");
 }
 
-void loadUnitsAndStartUp() {
-    State& s = state();
-    FrmOptions& options = forms().frmOptions;
-    FrmMain& main = forms().frmMain;
-    loadUnit("UnitTransferCurrent", s.UnitTransferCurrent, options.cboUnitTransferCurrent,
-             main.lblTransferCurrent, "current ");
-    loadUnit("UnitTransferTotal", s.UnitTransferTotal, options.cboUnitTransferTotal,
-             main.lblTransferTotal, "total ");
-    loadFlag("StartUpRunMonitoring", s.StartUpRunMonitoring, options.chkStartupRunMonitoring);
-    loadFlag("StartUpMinimise", s.StartUpMinimise, options.chkStartUpMinimise);
-}
-
-void loadLimits() {
-    State& s = state();
-    FrmOptions& options = forms().frmOptions;
-    loadFlag("TransferLimit", s.TransferLimit, options.chkTransferLimit);
-    s.TransferLimitValue = GetCurrencyFromINI(SettingsSection, "TransferLimitValue");
-    options.txtTransferLimit.setText(toText(s.TransferLimitValue, platform().locale.data()));
-    loadFlag("DurationLimit", s.DurationLimit, options.chkDurationLimit);
-    s.DurationLimitHr = longSetting("DurationLimitHr");
-    options.txtDurationLimitHr.setText(toText(s.DurationLimitHr));
-    s.DurationLimitMin = longSetting("DurationLimitMin");
-    options.txtDurationLimitMin.setText(toText(s.DurationLimitMin));
-    loadFlag("TransferLimitWarning", s.TransferLimitWarning, options.chkTransferLimitWarning);
-    loadFlag("TransferLimitHangUp", s.TransferLimitHangUp, options.chkTransferLimitHangUp);
-}
-
 /// A date of the last reset that another language may have written: it is none here, or lies after
 /// today, or would be written differently here. No text is no date of anybody's.
 bool isDoubtful(const std::string& text, Date read) {
@@ -92,27 +47,36 @@ bool isDoubtful(const std::string& text, Date read) {
     return !text.empty() && (toCome || text != toText(read, platform().locale.data()));
 }
 
-void loadReset() {
+Date loadDay(const char* key) {
     State& s = state();
-    FrmOptions& options = forms().frmOptions;
-    loadFlag("TransferResetEnable", s.TransferResetEnable, options.chkTransferResetEnable);
-    s.TransferReset = static_cast<enDateCalc>(byteSetting("TransferReset"));
-    SetComboBox(options.cboTransferReset, static_cast<std::uint8_t>(s.TransferReset));
-    loadFlag("TransferResetBackup", s.TransferResetBackup, options.chkTransferResetBackup);
-    s.TransferResetLast = Date(GetDateFromINI(SettingsSection, "TransferResetLast").toDouble());
-    const std::string text = GetStringFromINI(SettingsSection, "TransferResetLast");
-    s.FileOfDoubtfulReset = isDoubtful(text, s.TransferResetLast) ? s.IniFileName : "";
+    const Date day(GetDateFromINI(SettingsSection, key).toDouble());
+    const std::string text = GetStringFromINI(SettingsSection, key);
+    s.FileOfDoubtfulReset = isDoubtful(text, day) ? s.IniFileName : "";
+    return day;
 }
 
-void loadTiming() {
+/// Reads a setting and shows it. One that cannot be converted ends the load with it.
+void load(const Setting& setting) {
     State& s = state();
-    FrmOptions& options = forms().frmOptions;
-    s.RefreshInterval = longSettingWithin("RefreshInterval", 100, 50000, 1000);
-    options.txtRefreshInterval.setText(toText(s.RefreshInterval));
-    loadFlag("LogIPAddress", s.LogIPAddress, options.chkLogIPAddress);
-    loadFlag("TransferTicker", s.TransferTicker, options.chkTransferTicker);
-    s.TransferTickerValue = longSettingWithin("TransferTickerValue", 1, 9999, 100);
-    options.txtTransferTicker.setText(toText(s.TransferTickerValue));
+    std::visit(ByKind{[&](const FlagSetting& flag) { s.*flag.value = byteSetting(setting.key); },
+                      [&](const UnitSetting& unit) {
+                          s.*unit.value = static_cast<TransferUnit>(byteSetting(setting.key));
+                      },
+                      [&](const CriterionSetting& criterion) {
+                          s.*criterion.value = static_cast<enDateCalc>(byteSetting(setting.key));
+                      },
+                      [&](const BytesSetting& bytes) {
+                          s.*bytes.value = GetCurrencyFromINI(SettingsSection, setting.key);
+                      },
+                      [&](const NumberSetting& number) {
+                          s.*number.value = number.within(longSetting(setting.key));
+                      },
+                      [&](const DaySetting& day) { s.*day.value = loadDay(setting.key); }},
+               setting.kind);
+    show(setting, s, forms().frmOptions);
+    if (const auto* const unit = std::get_if<UnitSetting>(&setting.kind)) {
+        SetLabelUnitTransfer(forms().frmMain.*unit->label, unit->prefix, s.*unit->value);
+    }
 }
 
 } // namespace
@@ -134,10 +98,9 @@ bool LoadState() {
         }
         loadTotals();
         forms().frmOptions.load();
-        loadUnitsAndStartUp();
-        loadLimits();
-        loadReset();
-        loadTiming();
+        for (const Setting& setting : settings()) {
+            load(setting);
+        }
         result = true;
     });
     const State& s = state();

@@ -6,7 +6,9 @@
 #include "ports/Locale.h"
 #include "ports/Platform.h"
 #include "ports/Program.h"
+#include "settings/Setting.h"
 #include "settings/mdlSettings.h"
+#include "settings/mdlSettingsControls.h"
 #include "startup/mdlSingleInstance.h"
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
@@ -74,25 +76,7 @@ void writeDefaults() {
     s.IPAddress.clear();
     s.TickerBase = 0;
     s.LimitWarningArmed = true;
-    s.UnitTransferCurrent = TransferUnit::Bytes;
-    s.UnitTransferTotal = TransferUnit::Bytes;
-    s.StartUpRunMonitoring = 0;
-    s.StartUpMinimise = 0;
-    s.TransferLimit = 0;
-    s.TransferLimitValue = 1'000'000;
-    s.DurationLimit = 0;
-    s.DurationLimitHr = 600;
-    s.DurationLimitMin = 0;
-    s.TransferLimitWarning = 0;
-    s.TransferLimitHangUp = 0;
-    s.TransferResetEnable = 0;
-    s.TransferReset = enDateCalc::MiddleOfDay;
-    s.TransferResetBackup = 0;
-    s.TransferResetLast = textToDate(DefaultDateText, platform().locale.data());
-    s.RefreshInterval = 1000;
-    s.LogIPAddress = 0;
-    s.TransferTicker = 0;
-    s.TransferTickerValue = 100;
+    setDefaults(s, platform().locale.data());
     s.MonitoringActive = false;
     s.ConnectionActive = false;
     s.FirstOnlineUpdate = true;

@@ -52,40 +52,6 @@ LampState lampState() {
 
 } // namespace
 
-void InitGUI() {
-    guarded("InitGUI", [] {
-        InitControls();
-        Timer& timer = forms().frmMain.timUpdateStats;
-        timer.setInterval(state().RefreshInterval.value());
-        timer.setEnabled(state().MonitoringActive);
-    });
-}
-
-void InitControls() {
-    guarded("InitControls", [] {
-        const State& s = state();
-        FrmOptions& options = forms().frmOptions;
-        SetComboBox(options.cboUnitTransferCurrent, static_cast<int>(s.UnitTransferCurrent));
-        SetComboBox(options.cboUnitTransferTotal, static_cast<int>(s.UnitTransferTotal));
-        options.chkStartUpMinimise.setValue(s.StartUpMinimise);
-        options.chkStartupRunMonitoring.setValue(s.StartUpRunMonitoring);
-        options.chkTransferLimit.setValue(s.TransferLimit);
-        options.txtTransferLimit.setText(toText(s.TransferLimitValue, platform().locale.data()));
-        options.chkDurationLimit.setValue(s.DurationLimit);
-        options.txtDurationLimitHr.setText(toText(s.DurationLimitHr));
-        options.txtDurationLimitMin.setText(toText(s.DurationLimitMin));
-        options.chkTransferLimitWarning.setValue(s.TransferLimitWarning);
-        options.chkTransferLimitHangUp.setValue(s.TransferLimitHangUp);
-        options.chkTransferResetEnable.setValue(s.TransferResetEnable);
-        SetComboBox(options.cboTransferReset, static_cast<int>(s.TransferReset));
-        options.chkTransferResetBackup.setValue(s.TransferResetBackup);
-        options.txtRefreshInterval.setText(toText(s.RefreshInterval));
-        options.chkLogIPAddress.setValue(s.LogIPAddress);
-        options.chkTransferTicker.setValue(s.TransferTicker);
-        options.txtTransferTicker.setText(toText(s.TransferTickerValue));
-    });
-}
-
 void UpdateGUI() {
     guarded("UpdateGUI", [] {
         if (state().ConnectionActive) {

@@ -2,12 +2,6 @@
 
 namespace tarvik {
 
-/// Takes the loaded settings over into the windows: the options dialog and the timer.
-void InitGUI();
-
-/// Copies the settings into the controls of the options dialog.
-void InitControls();
-
 /// Refreshes figures, colours, tray menu and tray icon after the state of the connection.
 void UpdateGUI();
 

@@ -4,11 +4,11 @@
 #include "monitor/mdlCodeDial.h"
 #include "monitor/mdlCodeMonitor.h"
 #include "monitor/mdlCodeToggle.h"
+#include "settings/mdlSettingsControls.h"
 #include "startup/mdlShutDown.h"
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
 #include "state/mdlVar.h"
-#include "ui/mdlGUI.h"
 #include "ui/mdlGUILists.h"
 #include "ui/mdlGUIWindows.h"
 

@@ -4,6 +4,7 @@
 #include "monitor/mdlCodeReset.h"
 #include "ports/Locale.h"
 #include "ports/Platform.h"
+#include "settings/Setting.h"
 #include "state/mdlTools.h"
 #include "types/Convert.h"
 #include "ui/mdlGUIFigures.h"
@@ -20,15 +21,6 @@ FrmOptions& options() {
     return forms().frmOptions;
 }
 
-Long wholeNumber(const TextBox& field) {
-    return textToLong(field.text(), platform().locale.data());
-}
-
-/// The number if it lies within the bounds, else the standard one.
-Long within(Long number, Long least, Long most, Long standard) {
-    return number < least || number > most ? standard : number;
-}
-
 bool unitsAreListed(const ComboBox& combo) {
     if (combo.listCount() >= unitCount) {
         return true;
@@ -37,60 +29,57 @@ bool unitsAreListed(const ComboBox& combo) {
     return false;
 }
 
-void applyUnits() {
+void applyUnit(const UnitSetting& unit) {
     State& s = state();
-    FrmMain& main = forms().frmMain;
-    if (unitsAreListed(options().cboUnitTransferCurrent)) {
-        GetUnitTypeTransfer(options().cboUnitTransferCurrent, s.UnitTransferCurrent);
-        SetLabelUnitTransfer(main.lblTransferCurrent, "current ", s.UnitTransferCurrent);
-        UpdateValuesInGUI(false, true, false);
-    }
-    if (unitsAreListed(options().cboUnitTransferTotal)) {
-        GetUnitTypeTransfer(options().cboUnitTransferTotal, s.UnitTransferTotal);
-        SetLabelUnitTransfer(main.lblTransferTotal, "total ", s.UnitTransferTotal);
-        UpdateValuesInGUI(true, false, false);
+    const ComboBox& list = options().*unit.list;
+    if (unitsAreListed(list)) {
+        GetUnitTypeTransfer(list, s.*unit.value);
+        SetLabelUnitTransfer(forms().frmMain.*unit.label, unit.prefix, s.*unit.value);
+        const bool ofTotals = unit.value == &State::UnitTransferTotal;
+        UpdateValuesInGUI(ofTotals, !ofTotals, false);
     }
 }
 
-void applyStartUp() {
-    state().StartUpRunMonitoring = options().chkStartupRunMonitoring.value();
-    state().StartUpMinimise = options().chkStartUpMinimise.value();
+/// Takes a setting over from its control. A text that cannot be converted is an error: what comes
+/// after it is not applied.
+void apply(const Setting& setting) {
+    State& s = state();
+    const LocaleData& locale = platform().locale.data();
+    FrmOptions& o = options();
+    std::visit(ByKind{[](const UnitSetting& unit) { applyUnit(unit); },
+                      [&](const FlagSetting& flag) { s.*flag.value = (o.*flag.box).value(); },
+                      [&](const CriterionSetting& criterion) {
+                          s.*criterion.value = static_cast<enDateCalc>(
+                              Currency((o.*criterion.list).listIndex()).toByte());
+                      },
+                      [&](const BytesSetting& bytes) {
+                          s.*bytes.value = textToCurrency((o.*bytes.field).text(), locale);
+                      },
+                      [&](const NumberSetting& number) {
+                          s.*number.value =
+                              number.within(textToLong((o.*number.field).text(), locale));
+                      },
+                      [](const DaySetting&) {}},
+               setting.kind);
 }
 
-void applyLimits() {
+/// What follows at once from a setting that was applied.
+void follow(const Setting& setting) {
     State& s = state();
-    s.TransferLimit = options().chkTransferLimit.value();
-    s.TransferLimitValue =
-        textToCurrency(options().txtTransferLimit.text(), platform().locale.data());
-    s.DurationLimit = options().chkDurationLimit.value();
-    s.DurationLimitHr = wholeNumber(options().txtDurationLimitHr);
-    s.DurationLimitMin = wholeNumber(options().txtDurationLimitMin);
-    s.TransferLimitWarning = options().chkTransferLimitWarning.value();
-    if (s.TransferLimitWarning != 0) {
+    if (setting.is("TransferLimitWarning") && s.TransferLimitWarning != 0) {
         s.LimitWarningArmed = true;
+    } else if (setting.is("RefreshInterval")) {
+        forms().frmMain.timUpdateStats.setInterval(s.RefreshInterval.value());
     }
-    s.TransferLimitHangUp = options().chkTransferLimitHangUp.value();
 }
 
-void applyReset() {
-    State& s = state();
-    s.TransferResetEnable = options().chkTransferResetEnable.value();
-    s.TransferReset =
-        static_cast<enDateCalc>(Currency(options().cboTransferReset.listIndex()).toByte());
-    s.TransferResetBackup = options().chkTransferResetBackup.value();
-}
-
-void applyInterval() {
-    const Long interval = within(wholeNumber(options().txtRefreshInterval), 100, 50'000, 1000);
-    state().RefreshInterval = interval;
-    forms().frmMain.timUpdateStats.setInterval(interval.value());
-}
-
-void applyRecording() {
-    State& s = state();
-    s.LogIPAddress = options().chkLogIPAddress.value();
-    s.TransferTicker = options().chkTransferTicker.value();
-    s.TransferTickerValue = within(wholeNumber(options().txtTransferTicker), 1, 9999, 100);
+void connectFieldOf(const Setting& setting) {
+    FrmOptions& o = options();
+    if (const auto* const bytes = std::get_if<BytesSetting>(&setting.kind)) {
+        connectNumericField(o.*bytes->field, o.*bytes->remembered, bytes->standard);
+    } else if (const auto* const number = std::get_if<NumberSetting>(&setting.kind)) {
+        connectNumericField(o.*number->field, o.*number->remembered, number->standard);
+    }
 }
 
 } // namespace
@@ -143,12 +132,10 @@ void cmdResetValues_Click() {
 
 void cmdOK_Click() {
     guarded("cmdOK_Click", [] {
-        applyUnits();
-        applyStartUp();
-        applyLimits();
-        applyReset();
-        applyInterval();
-        applyRecording();
+        for (const Setting& setting : settings()) {
+            apply(setting);
+            follow(setting);
+        }
         options().setVisible(false);
     });
 }
@@ -167,11 +154,9 @@ void connectOptionsEvents() {
     o.cmdOK.Click.connect(cmdOK_Click);
     o.cmdCancel.Click.connect(frmOptions_cmdCancel_Click);
     connectCloseBox(o, frmOptions_cmdCancel_Click);
-    connectNumericField(o.txtDurationLimitHr, o.rememberedDurationLimitHr, 600);
-    connectNumericField(o.txtDurationLimitMin, o.rememberedDurationLimitMin, 0);
-    connectNumericField(o.txtRefreshInterval, o.rememberedRefreshInterval, 1000);
-    connectNumericField(o.txtTransferLimit, o.rememberedTransferLimit, 1'000'000);
-    connectNumericField(o.txtTransferTicker, o.rememberedTransferTicker, 100);
+    for (const Setting& setting : settings()) {
+        connectFieldOf(setting);
+    }
 }
 
 } // namespace tarvik

@@ -4,6 +4,7 @@
 #include "history/mdlHistoryChart.h"
 #include "history/mdlHistoryImport.h"
 #include "history/mdlListViewEx.h"
+#include "settings/mdlSettingsControls.h"
 #include "startup/Faults.h"
 #include "ui/mdlGUI.h"
 #include "ui/mdlGUIFigures.h"

@@ -1,3 +1,4 @@
+#include "settings/mdlSettingsControls.h"
 #include "ui/mdlGUI.h"
 #include "ui/mdlGUIFigures.h"
 #include "ui/mdlGUILists.h"

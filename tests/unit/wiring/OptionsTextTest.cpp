@@ -1,6 +1,6 @@
 #include "wiring/OptionsTest.h"
 
-#include "ui/mdlGUI.h"
+#include "settings/mdlSettingsControls.h"
 
 #include <algorithm>
 

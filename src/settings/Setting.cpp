@@ -1,0 +1,141 @@
+#include "settings/Setting.h"
+
+#include "ports/Locale.h"
+#include "ports/Platform.h"
+#include "state/mdlConst.h"
+#include "types/Convert.h"
+#include "ui/mdlGUILists.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace tarvik {
+
+namespace {
+
+using O = FrmOptions;
+using S = State;
+
+/// Where the two of the start-up stand.
+constexpr std::ptrdiff_t startUp = 2;
+
+const Settings table{{
+    {"UnitTransferCurrent", UnitSetting{&S::UnitTransferCurrent, &O::cboUnitTransferCurrent,
+                                        &FrmMain::lblTransferCurrent, "current "}},
+    {"UnitTransferTotal", UnitSetting{&S::UnitTransferTotal, &O::cboUnitTransferTotal,
+                                      &FrmMain::lblTransferTotal, "total "}},
+    {"StartUpRunMonitoring", FlagSetting{&S::StartUpRunMonitoring, &O::chkStartupRunMonitoring}},
+    {"StartUpMinimise", FlagSetting{&S::StartUpMinimise, &O::chkStartUpMinimise}},
+    {"TransferLimit", FlagSetting{&S::TransferLimit, &O::chkTransferLimit}},
+    {"TransferLimitValue", BytesSetting{&S::TransferLimitValue, &O::txtTransferLimit,
+                                        &O::rememberedTransferLimit, 1'000'000}},
+    {"DurationLimit", FlagSetting{&S::DurationLimit, &O::chkDurationLimit}},
+    {"DurationLimitHr", NumberSetting{&S::DurationLimitHr, &O::txtDurationLimitHr,
+                                      &O::rememberedDurationLimitHr, 600}},
+    {"DurationLimitMin", NumberSetting{&S::DurationLimitMin, &O::txtDurationLimitMin,
+                                       &O::rememberedDurationLimitMin, 0}},
+    {"TransferLimitWarning", FlagSetting{&S::TransferLimitWarning, &O::chkTransferLimitWarning}},
+    {"TransferLimitHangUp", FlagSetting{&S::TransferLimitHangUp, &O::chkTransferLimitHangUp}},
+    {"TransferResetEnable", FlagSetting{&S::TransferResetEnable, &O::chkTransferResetEnable}},
+    {"TransferReset", CriterionSetting{&S::TransferReset, &O::cboTransferReset}},
+    {"TransferResetBackup", FlagSetting{&S::TransferResetBackup, &O::chkTransferResetBackup}},
+    {"TransferResetLast", DaySetting{&S::TransferResetLast}},
+    {"RefreshInterval", NumberSetting{&S::RefreshInterval, &O::txtRefreshInterval,
+                                      &O::rememberedRefreshInterval, 1000, 100, 50'000}},
+    {"LogIPAddress", FlagSetting{&S::LogIPAddress, &O::chkLogIPAddress}},
+    {"TransferTicker", FlagSetting{&S::TransferTicker, &O::chkTransferTicker}},
+    {"TransferTickerValue", NumberSetting{&S::TransferTickerValue, &O::txtTransferTicker,
+                                          &O::rememberedTransferTicker, 100, 1, 9999}},
+}};
+
+/// The two of the start-up change places.
+SettingsInOrder orderOfShowing() {
+    SettingsInOrder result{};
+    std::transform(table.begin(), table.end(), result.begin(),
+                   [](const Setting& setting) { return &setting; });
+    std::iter_swap(result.begin() + startUp, result.begin() + startUp + 1);
+    return result;
+}
+
+/// Likewise, and they come after the resets.
+SettingsInOrder orderOfWriting() {
+    SettingsInOrder result = orderOfShowing();
+    const auto timing = std::find_if(result.begin(), result.end(), [](const Setting* setting) {
+        return setting->is("RefreshInterval");
+    });
+    std::rotate(result.begin() + startUp, result.begin() + startUp + 2, timing);
+    return result;
+}
+
+template <class Enumeration>
+std::string numberOf(Enumeration value) {
+    return wholeToText(static_cast<std::uint8_t>(value));
+}
+
+} // namespace
+
+const Settings& settings() {
+    return table;
+}
+
+const SettingsInOrder& settingsAsWritten() {
+    static const SettingsInOrder written = orderOfWriting();
+    return written;
+}
+
+const SettingsInOrder& settingsAsShown() {
+    static const SettingsInOrder shown = orderOfShowing();
+    return shown;
+}
+
+void setDefaults(State& state, const LocaleData& locale) {
+    for (const Setting& setting : table) {
+        std::visit(
+            ByKind{
+                [&](const FlagSetting& flag) { state.*flag.value = 0; },
+                [&](const UnitSetting& unit) { state.*unit.value = TransferUnit::Bytes; },
+                [&](const CriterionSetting& criterion) {
+                    state.*criterion.value = enDateCalc::MiddleOfDay;
+                },
+                [&](const BytesSetting& bytes) { state.*bytes.value = Currency(bytes.standard); },
+                [&](const NumberSetting& number) { state.*number.value = number.standard; },
+                [&](const DaySetting& day) {
+                    state.*day.value = textToDate(DefaultDateText, locale);
+                }},
+            setting.kind);
+    }
+}
+
+std::string textOf(const Setting& setting, const State& state, const LocaleData& locale) {
+    return std::visit(
+        ByKind{[&](const FlagSetting& flag) { return numberOf(state.*flag.value); },
+               [&](const UnitSetting& unit) { return numberOf(state.*unit.value); },
+               [&](const CriterionSetting& criterion) { return numberOf(state.*criterion.value); },
+               [&](const BytesSetting& bytes) { return toText(state.*bytes.value, locale); },
+               [&](const NumberSetting& number) { return toText(state.*number.value); },
+               [&](const DaySetting& day) { return toText(state.*day.value, locale); }},
+        setting.kind);
+}
+
+void show(const Setting& setting, const State& state, FrmOptions& options) {
+    const auto choose = [&](ComboBox FrmOptions::*list, auto value) {
+        SetComboBox(options.*list, static_cast<int>(value));
+    };
+    std::visit(
+        ByKind{[&](const FlagSetting& flag) { (options.*flag.box).setValue(state.*flag.value); },
+               [&](const UnitSetting& unit) { choose(unit.list, state.*unit.value); },
+               [&](const CriterionSetting& criterion) {
+                   choose(criterion.list, state.*criterion.value);
+               },
+               [&](const BytesSetting& bytes) {
+                   const LocaleData& locale = platform().locale.data();
+                   (options.*bytes.field).setText(toText(state.*bytes.value, locale));
+               },
+               [&](const NumberSetting& number) {
+                   (options.*number.field).setText(toText(state.*number.value));
+               },
+               [](const DaySetting&) {}},
+        setting.kind);
+}
+
+} // namespace tarvik

@@ -1,0 +1,98 @@
+#pragma once
+
+#include "forms/frmMain.h"
+#include "forms/frmOptions.h"
+#include "state/mdlVar.h"
+#include "types/LocaleData.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <tuple>
+#include <variant>
+
+namespace tarvik {
+
+/// 0 or 1, a tick in the options dialog; 0 unless set.
+struct FlagSetting {
+    std::uint8_t State::*value;
+    CheckBox FrmOptions::*box;
+};
+
+/// A unit of display; bytes unless set.
+struct UnitSetting {
+    TransferUnit State::*value;
+    ComboBox FrmOptions::*list;
+    /// Of the main window, where the unit stands behind these words.
+    Label FrmMain::*label;
+    const char* prefix;
+};
+
+/// The moment of the resets; the first of the list unless set.
+struct CriterionSetting {
+    enDateCalc State::*value;
+    ComboBox FrmOptions::*list;
+};
+
+/// A number of bytes, in the locale's form in the file and in its field.
+struct BytesSetting {
+    Currency State::*value;
+    TextBox FrmOptions::*field;
+    /// What the field is set back to when a key leaves no number in it.
+    Currency FrmOptions::*remembered;
+    Long standard;
+};
+
+/// A whole number. One outside the range becomes the standard one, without a word.
+struct NumberSetting {
+    Long State::*value;
+    TextBox FrmOptions::*field;
+    Long FrmOptions::*remembered;
+    Long standard;
+    Long least = Long(-2'147'483'647) - 1;
+    Long most = 2'147'483'647;
+
+    Long within(Long number) const { return number < least || number > most ? standard : number; }
+};
+
+/// A day that the program notes itself, in the locale's form in the file.
+struct DaySetting {
+    Date State::*value;
+};
+
+/// What is kept of the user's choices: its key in the file, and by its kind its place in the state,
+/// its control and what it is unless set.
+struct Setting {
+    const char* key;
+    std::variant<FlagSetting, UnitSetting, CriterionSetting, BytesSetting, NumberSetting,
+                 DaySetting>
+        kind;
+
+    bool is(const char* name) const { return std::string(key) == name; }
+};
+
+/// One function for each kind, for std::visit.
+template <class... Kinds>
+struct ByKind : Kinds... {
+    using Kinds::operator()...;
+};
+
+using Settings = std::array<Setting, 19>;
+
+/// All settings, in the order in which a load reads them and the dialog applies them.
+const Settings& settings();
+/// The same in other orders.
+using SettingsInOrder = std::array<const Setting*, std::tuple_size_v<Settings>>;
+/// In which they are written to the file.
+const SettingsInOrder& settingsAsWritten();
+/// In which the dialog shows them when it is opened.
+const SettingsInOrder& settingsAsShown();
+
+/// Makes each of them what it is unless set.
+void setDefaults(State& state, const LocaleData& locale);
+/// The value as it stands in the file.
+std::string textOf(const Setting& setting, const State& state, const LocaleData& locale);
+/// Shows the value in its control; what has none is not shown.
+void show(const Setting& setting, const State& state, FrmOptions& options);
+
+} // namespace tarvik
