@@ -30,8 +30,7 @@ Currency atMostLargest(std::int64_t whole) {
 void checkTicker() {
     State& s = state();
     // Nothing is left out here that the user declined to count; the limit below leaves it out.
-    const Currency overall =
-        (s.BytesRcvdTotal + SessionRcvd()) + (s.BytesSentTotal + SessionSent());
+    const Currency overall = Rcvd().carried() + Sent().carried();
     const Currency step = atMostLargest(s.TransferTickerValue.value() * bytesInMegaByte);
     const Currency further = overall - s.TickerBase;
     if (further <= step) {
@@ -46,17 +45,13 @@ void checkTicker() {
 }
 
 bool transferLimitExceeded() {
-    const State& s = state();
-    const Currency rcvd = s.BytesRcvdTotal + CountedRcvd();
-    const Currency sent = s.BytesSentTotal + CountedSent();
-    return rcvd + sent > s.TransferLimitValue;
+    return Rcvd().overall() + Sent().overall() > state().TransferLimitValue;
 }
 
 bool durationLimitExceeded() {
     const State& s = state();
-    const Currency counted = s.DurationTotal + CountedDuration();
-    return counted > atMostLargest(s.DurationLimitHr.value() * millisecondsInHour +
-                                   s.DurationLimitMin.value() * millisecondsInMinute);
+    return Duration().overall() > atMostLargest(s.DurationLimitHr.value() * millisecondsInHour +
+                                                s.DurationLimitMin.value() * millisecondsInMinute);
 }
 
 void checkLimits() {

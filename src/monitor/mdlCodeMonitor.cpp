@@ -64,8 +64,9 @@ RASCONNA connectionAt(std::uint32_t index) {
 /// True when the user is to be asked whether the session counts: it ran before the program knew it.
 bool firstOnlineUpdate() {
     State& s = state();
-    const bool untouched =
-        s.BytesRcvdCurrent < Long(1) && s.BytesSentCurrent < Long(1) && s.DurationCurrent < Long(1);
+    const bool untouched = s.BytesRcvdCurrent.figure() < Long(1) &&
+                           s.BytesSentCurrent.figure() < Long(1) &&
+                           s.DurationCurrent.figure() < Long(1);
     s.TickerBase = s.BytesRcvdTotal + s.BytesSentTotal;
     s.FirstOnlineUpdate = false;
     return !s.DialInStarted && !untouched;
@@ -74,11 +75,12 @@ bool firstOnlineUpdate() {
 /// The figures of the counters are added as 32-bit numbers, whose sum may be too large; a session
 /// that they do not hold is told as it is.
 std::string sessionText() {
-    const State& s = state();
-    if (s.BytesRcvdBeyond > Currency(0) || s.BytesSentBeyond > Currency(0)) {
-        return wholeToText((SessionSent() + SessionRcvd()).integralPart());
+    const Counter& rcvd = state().BytesRcvdCurrent;
+    const Counter& sent = state().BytesSentCurrent;
+    if (rcvd.beyond() > Currency(0) || sent.beyond() > Currency(0)) {
+        return wholeToText((sent.whole() + rcvd.whole()).integralPart());
     }
-    return toText(s.BytesSentCurrent + s.BytesRcvdCurrent);
+    return toText(sent.figure() + rcvd.figure());
 }
 
 bool userCountsTheSession(const std::string& bytes) {
@@ -132,38 +134,15 @@ void readConnections(std::uint32_t count, FailedCall& failed, bool& result) {
     }
 }
 
-/// What is taken off the counters, as it stands now; it can be put back.
-class OffsetsBefore {
-public:
-    void putBack() const {
-        State& s = state();
-        s.BytesRcvdOffset = rcvd_;
-        s.BytesSentOffset = sent_;
-        s.DurationOffset = duration_;
-        s.BytesRcvdOffsetBeyond = rcvdBeyond_;
-        s.BytesSentOffsetBeyond = sentBeyond_;
-        s.DurationOffsetBeyond = durationBeyond_;
-    }
-
-private:
-    Long rcvd_ = state().BytesRcvdOffset;
-    Long sent_ = state().BytesSentOffset;
-    Long duration_ = state().DurationOffset;
-    Currency rcvdBeyond_ = state().BytesRcvdOffsetBeyond;
-    Currency sentBeyond_ = state().BytesSentOffsetBeyond;
-    Currency durationBeyond_ = state().DurationOffsetBeyond;
-};
-
 /// While the question is open the session counts as declined: that is what is saved when the user's
 /// session ends before the answer.
 void askAboutTheSession() {
     // Where the figure cannot be told nobody is asked, and the session counts.
     const std::string bytes = sessionText();
-    const OffsetsBefore before;
+    const Amount before = SessionOffset();
     LeaveOutWhatHasPassed();
     if (userCountsTheSession(bytes)) {
-        before.putBack();
-        CountWhatHasPassed();
+        CountWhatHasPassed(before);
     }
 }
 

@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <limits>
 #include <span>
 #include <utility>
 #include <vector>
@@ -20,7 +19,6 @@ namespace {
 
 using Handles = std::vector<std::uint32_t>;
 
-constexpr std::uint64_t largestLong = std::numeric_limits<std::int32_t>::max();
 /// Half of what a Currency holds: totals have room beside it.
 constexpr std::uint64_t largestSession = INT64_MAX / Currency::scale / 2;
 
@@ -60,31 +58,6 @@ Amount amountOf(const LineTotals& totals) {
     return {.rcvd = capped(totals.bytesRcvd),
             .sent = capped(totals.bytesSent),
             .duration = capped(totals.duration)};
-}
-
-Amount operator-(const Amount& a, const Amount& b) {
-    return {.rcvd = a.rcvd - b.rcvd, .sent = a.sent - b.sent, .duration = a.duration - b.duration};
-}
-
-/// A figure as the counter, which stops at the largest Long, and what it has beyond.
-void split(Currency figure, Long& counter, Currency& beyond) {
-    const Currency held = std::min(figure, capped(largestLong));
-    counter = static_cast<std::int32_t>(held.integralPart());
-    beyond = figure - held;
-}
-
-void setOffset(const Amount& offset) {
-    State& s = state();
-    split(offset.rcvd, s.BytesRcvdOffset, s.BytesRcvdOffsetBeyond);
-    split(offset.sent, s.BytesSentOffset, s.BytesSentOffsetBeyond);
-    split(offset.duration, s.DurationOffset, s.DurationOffsetBeyond);
-}
-
-Amount currentOffset() {
-    const State& s = state();
-    return {.rcvd = s.BytesRcvdOffsetBeyond + s.BytesRcvdOffset,
-            .sent = s.BytesSentOffsetBeyond + s.BytesSentOffset,
-            .duration = s.DurationOffsetBeyond + s.DurationOffset};
 }
 
 /// What counts of a session after a reading. What it has carried within another one since the
@@ -190,7 +163,7 @@ LineTotals CarryOn(const RASCONNA& Connection, const RAS_STATS& Statistics) {
     const auto wide = platform().connections.lineTotals(Connection.hrasconn);
     LineSession& session = sessionOf(Connection, Statistics);
     if (isCurrent(session)) {
-        session.offset = currentOffset();
+        session.offset = SessionOffset();
     }
     if (isAnother(session, Statistics, wide)) {
         keep(session);
@@ -211,11 +184,11 @@ void TakeCounters(const RASCONNA& Connection, const LineTotals& Session) {
     State& s = state();
     s.CountedConnection = Connection.hrasconn;
     const Amount figures = amountOf(Session);
-    split(figures.rcvd, s.BytesRcvdCurrent, s.BytesRcvdBeyond);
-    split(figures.sent, s.BytesSentCurrent, s.BytesSentBeyond);
-    split(figures.duration, s.DurationCurrent, s.DurationBeyond);
+    s.BytesRcvdCurrent = Counter::of(figures.rcvd);
+    s.BytesSentCurrent = Counter::of(figures.sent);
+    s.DurationCurrent = Counter::of(figures.duration);
     if (const LineSession* const known = knownSession(Connection.hrasconn)) {
-        setOffset(known->offset);
+        SetSessionOffset(known->offset);
     }
 }
 
@@ -225,19 +198,17 @@ void LeaveOutWhatHasPassed() {
     s.BytesRcvdOffset = s.BytesRcvdCurrent;
     s.BytesSentOffset = s.BytesSentCurrent;
     s.DurationOffset = s.DurationCurrent;
-    s.BytesRcvdOffsetBeyond = s.BytesRcvdBeyond;
-    s.BytesSentOffsetBeyond = s.BytesSentBeyond;
-    s.DurationOffsetBeyond = s.DurationBeyond;
     if (LineSession* const known = knownSession(s.CountedConnection)) {
         recount(*known);
     }
 }
 
-void CountWhatHasPassed() {
+void CountWhatHasPassed(const Amount& OffsetBefore) {
     State& s = state();
     s.DeclinedInTick = false;
+    SetSessionOffset(OffsetBefore);
     if (LineSession* const known = knownSession(s.CountedConnection)) {
-        known->offset = currentOffset();
+        known->offset = OffsetBefore;
         recount(*known);
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ports/ConnectionProvider.h"
+#include "types/Amount.h"
 
 #include <cstdint>
 #include <vector>
@@ -30,8 +31,8 @@ void TakeCounters(const RASCONNA& Connection, const LineTotals& Session);
 /// later in this tick.
 void LeaveOutWhatHasPassed();
 
-/// Takes that back, the offset of the session under way being what it was.
-void CountWhatHasPassed();
+/// Takes that back, the offset of the session under way being what it was before.
+void CountWhatHasPassed(const Amount& OffsetBefore);
 
 /// Reads the connections whose turn in the tick has not come, before they are hung up: what they
 /// have carried is not lost. A reading that fails is left out without a word.

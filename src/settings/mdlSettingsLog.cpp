@@ -20,20 +20,13 @@ namespace {
 constexpr int attempts = 5;
 
 /// The totals as the main window shows them: finished sessions and the running one.
-struct Record {
-    Currency sent;
-    Currency rcvd;
-    Currency duration;
+Amount currentRecord() {
+    const Currency sent = Sent().overall();
+    return {.rcvd = Rcvd().overall(), .sent = sent, .duration = Duration().overall()};
+}
 
-    bool empty() const { return sent + rcvd <= Currency(0) && duration <= Currency(0); }
-    friend bool operator==(const Record&, const Record&) = default;
-};
-
-Record currentRecord() {
-    const State& s = state();
-    return {.sent = s.BytesSentTotal + CountedSent(),
-            .rcvd = s.BytesRcvdTotal + CountedRcvd(),
-            .duration = s.DurationTotal + CountedDuration()};
+bool isEmpty(const Amount& record) {
+    return record.sent + record.rcvd <= Currency(0) && record.duration <= Currency(0);
 }
 
 std::string indexKey(Long n) {
@@ -60,7 +53,7 @@ std::string newSectionName() {
     return std::string(trimSpaces(date)) + "|" + std::string(trimSpaces(time));
 }
 
-std::string sectionText(const Record& record) {
+std::string sectionText(const Amount& record) {
     const LocaleData& locale = platform().locale.data();
     std::string text;
     const auto add = [&](const char* key, const std::string& value) {
@@ -78,7 +71,7 @@ bool writeSetting(const std::string& key, const std::string& value) {
                                                          state().IniFileName);
 }
 
-bool appendRecord(const Record& record, Long newest) {
+bool appendRecord(const Amount& record, Long newest) {
     const std::string section = newSectionName();
     if (!platform().profile.WritePrivateProfileSectionA(section, sectionText(record),
                                                         state().IniFileName) ||
@@ -90,14 +83,13 @@ bool appendRecord(const Record& record, Long newest) {
 }
 
 bool saveRecord() {
-    const Record record = currentRecord();
-    if (record.empty()) {
+    const Amount record = currentRecord();
+    if (isEmpty(record)) {
         return true;
     }
     const Long newest = GetLongFromINI(SettingsSection, "LastDateStamp").toLong();
-    const Record saved{.sent = GetBytesSent(newest),
-                       .rcvd = GetBytesRcvd(newest),
-                       .duration = GetDuration(newest)};
+    const Currency sent = GetBytesSent(newest);
+    const Amount saved{.rcvd = GetBytesRcvd(newest), .sent = sent, .duration = GetDuration(newest)};
     return record == saved || appendRecord(record, newest);
 }
 

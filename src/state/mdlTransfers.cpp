@@ -5,45 +5,41 @@
 
 namespace tarvik {
 
-Currency SessionRcvd() {
-    return state().BytesRcvdBeyond + state().BytesRcvdCurrent;
-}
-
-Currency SessionSent() {
-    return state().BytesSentBeyond + state().BytesSentCurrent;
-}
-
-Currency CountedRcvd() {
-    return SessionRcvd() - state().BytesRcvdOffset - state().BytesRcvdOffsetBeyond;
-}
-
-Currency CountedSent() {
-    return SessionSent() - state().BytesSentOffset - state().BytesSentOffsetBeyond;
-}
-
-Currency CountedDuration() {
+Tally Rcvd() {
     const State& s = state();
-    return s.DurationBeyond + s.DurationCurrent - s.DurationOffset - s.DurationOffsetBeyond;
+    return {s.BytesRcvdTotal, s.BytesRcvdCurrent, s.BytesRcvdOffset};
+}
+
+Tally Sent() {
+    const State& s = state();
+    return {s.BytesSentTotal, s.BytesSentCurrent, s.BytesSentOffset};
+}
+
+Tally Duration() {
+    const State& s = state();
+    return {s.DurationTotal, s.DurationCurrent, s.DurationOffset};
+}
+
+Amount SessionOffset() {
+    const State& s = state();
+    return {s.BytesRcvdOffset.whole(), s.BytesSentOffset.whole(), s.DurationOffset.whole()};
+}
+
+void SetSessionOffset(const Amount& Offset) {
+    State& s = state();
+    s.BytesRcvdOffset = Counter::of(Offset.rcvd);
+    s.BytesSentOffset = Counter::of(Offset.sent);
+    s.DurationOffset = Counter::of(Offset.duration);
 }
 
 void ResetTransfers(bool ResetAll) {
     guarded("ResetTransfers", [&] {
         State& s = state();
-        s.BytesRcvdTotal = s.BytesRcvdTotal + CountedRcvd();
-        s.BytesSentTotal = s.BytesSentTotal + CountedSent();
-        s.DurationTotal = s.DurationTotal + CountedDuration();
-        s.BytesRcvdCurrent = 0;
-        s.BytesSentCurrent = 0;
-        s.DurationCurrent = 0;
-        s.BytesRcvdOffset = 0;
-        s.BytesSentOffset = 0;
-        s.DurationOffset = 0;
-        s.BytesRcvdBeyond = 0;
-        s.BytesSentBeyond = 0;
-        s.DurationBeyond = 0;
-        s.BytesRcvdOffsetBeyond = 0;
-        s.BytesSentOffsetBeyond = 0;
-        s.DurationOffsetBeyond = 0;
+        s.BytesRcvdTotal = Rcvd().overall();
+        s.BytesSentTotal = Sent().overall();
+        s.DurationTotal = Duration().overall();
+        s.BytesRcvdCurrent = s.BytesSentCurrent = s.DurationCurrent = 0;
+        s.BytesRcvdOffset = s.BytesSentOffset = s.DurationOffset = 0;
         if (ResetAll) {
             s.BytesRcvdTotal = 0;
             s.BytesSentTotal = 0;

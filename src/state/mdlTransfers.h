@@ -1,19 +1,38 @@
 #pragma once
 
+#include "types/Amount.h"
+#include "types/Counter.h"
 #include "types/Currency.h"
 
 namespace tarvik {
 
-/// What the session under way has received, bytes: all of it, also beyond the largest Long.
-Currency SessionRcvd();
-/// What it has sent, bytes.
-Currency SessionSent();
+/// One figure in all its parts: bytes received, bytes sent, or milliseconds.
+struct Tally {
+    Currency finished; ///< of the sessions that are over, since the last reset
+    Counter current;   ///< of the session under way
+    Counter offset;    ///< of it, what is not to be counted
 
-/// The counted part of the session under way, bytes: without its offset.
-Currency CountedRcvd();
-Currency CountedSent();
-/// Likewise its time, milliseconds.
-Currency CountedDuration();
+    /// What counts of the session under way.
+    Currency counted() const { return current.whole() - offset.whole(); }
+    /// What is shown as total, recorded and held against the limits.
+    Currency overall() const { return finished + counted(); }
+    /// Also what is not to be counted.
+    Currency carried() const { return finished + current.whole(); }
+    /// The counted part as the window shows it: figures of 32 bits, whose difference may be too
+    /// large (Overflow), and then what they have beyond.
+    Currency shown() const {
+        return Currency(current.figure() - offset.figure()) + current.beyond() - offset.beyond();
+    }
+};
+
+// The figures as they stand.
+Tally Rcvd();
+Tally Sent();
+Tally Duration();
+
+/// What of the session under way is not to be counted.
+Amount SessionOffset();
+void SetSessionOffset(const Amount& Offset);
 
 /// Adds the counted part of the session to the totals and forgets the session; then forgets the
 /// totals too if `ResetAll` is true.

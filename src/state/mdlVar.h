@@ -2,6 +2,8 @@
 
 #include "ports/ConnectionProvider.h"
 #include "state/TickReports.h"
+#include "types/Amount.h"
+#include "types/Counter.h"
 #include "types/Currency.h"
 #include "types/Current.h"
 #include "types/Date.h"
@@ -36,14 +38,6 @@ enum class enDateCalc : std::uint8_t {
     EndOfYear = 11,
 };
 
-/// Bytes and time together, as the totals have them.
-struct Amount {
-    Currency rcvd;     ///< bytes
-    Currency sent;     ///< bytes
-    Currency duration; ///< milliseconds
-    friend bool operator==(const Amount&, const Amount&) = default;
-};
-
 /// A session: a connection as it was last read, its figures carried on beyond the record's 32 bits,
 /// and what of them counts. Of the session whose figures are the current ones the counters and
 /// offsets of the state tell what counts; these here follow at each reading.
@@ -71,20 +65,12 @@ struct State {
     // The session under way, as the line statistics report it. The part that is counted is always
     // current minus offset; an offset is only ever set when the user declined to count what had
     // passed before monitoring started.
-    Long BytesRcvdCurrent; ///< bytes since the connection was established
-    Long BytesSentCurrent; ///< bytes since the connection was established
-    Long BytesRcvdOffset;
-    Long BytesSentOffset;
-    Long DurationCurrent; ///< milliseconds since the connection was established
-    Long DurationOffset;
-
-    // What the six have beyond the largest Long, at which they stop.
-    Currency BytesRcvdBeyond;
-    Currency BytesSentBeyond;
-    Currency BytesRcvdOffsetBeyond;
-    Currency BytesSentOffsetBeyond;
-    Currency DurationBeyond;
-    Currency DurationOffsetBeyond;
+    Counter BytesRcvdCurrent; ///< bytes since the connection was established
+    Counter BytesSentCurrent; ///< bytes since the connection was established
+    Counter BytesRcvdOffset;
+    Counter BytesSentOffset;
+    Counter DurationCurrent; ///< milliseconds since the connection was established
+    Counter DurationOffset;
 
     /// The connections that were read while they were up.
     std::vector<LineSession> LineSessions;

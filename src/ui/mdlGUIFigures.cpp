@@ -20,25 +20,17 @@ std::string transferText(double bytes, bool current) {
 }
 
 void showTotals() {
-    const State& s = state();
     FrmMain& main = forms().frmMain;
-    const Currency rcvd = s.BytesRcvdTotal + CountedRcvd();
-    const Currency sent = s.BytesSentTotal + CountedSent();
-    main.txtBytesRcvdTotal.setText(transferText(rcvd.toDouble(), false));
-    main.txtBytesSentTotal.setText(transferText(sent.toDouble(), false));
-    main.txtDurationTotal.setText(FinaliseTime(s.DurationTotal + CountedDuration()));
+    main.txtBytesRcvdTotal.setText(transferText(Rcvd().overall().toDouble(), false));
+    main.txtBytesSentTotal.setText(transferText(Sent().overall().toDouble(), false));
+    main.txtDurationTotal.setText(FinaliseTime(Duration().overall()));
 }
 
 void showCurrent() {
-    const State& s = state();
     FrmMain& main = forms().frmMain;
-    // The counters are 32-bit numbers: a difference of theirs that does not fit is an error.
-    const Currency rcvd = Currency(s.BytesRcvdCurrent - s.BytesRcvdOffset) + s.BytesRcvdBeyond -
-                          s.BytesRcvdOffsetBeyond;
-    const Currency sent = Currency(s.BytesSentCurrent - s.BytesSentOffset) + s.BytesSentBeyond -
-                          s.BytesSentOffsetBeyond;
-    const Currency duration =
-        Currency(s.DurationCurrent - s.DurationOffset) + s.DurationBeyond - s.DurationOffsetBeyond;
+    const Currency rcvd = Rcvd().shown();
+    const Currency sent = Sent().shown();
+    const Currency duration = Duration().shown();
     main.txtBytesRcvd.setText(transferText(rcvd.toDouble(), true));
     main.txtBytesSent.setText(transferText(sent.toDouble(), true));
     main.txtDurationCurrent.setText(FinaliseTime(duration));

@@ -84,10 +84,9 @@ void Run::expectSame() {
 }
 
 void Run::expectTotals() {
-    const State& s = world_->state;
-    const Amount counted{.rcvd = whole(s.BytesRcvdTotal + CountedRcvd()),
-                         .sent = whole(s.BytesSentTotal + CountedSent()),
-                         .time = whole(s.DurationTotal + CountedDuration())};
+    const Amount counted{.rcvd = whole(Rcvd().overall()),
+                         .sent = whole(Sent().overall()),
+                         .time = whole(Duration().overall())};
     const Amount total = expected_.book.total();
     if (counted != total) {
         violated("counted are " + counted.text() + ",\n  but it must be " + total.text());

@@ -191,7 +191,7 @@ TEST_F(ConnectionsTest, FewerBytesInMoreFramesUnderTheSameHandleAreNoPassOfTheEn
 
     UpdateStats();
 
-    EXPECT_EQ(world.state.BytesRcvdTotal + CountedRcvd(), Currency(8000));
+    EXPECT_EQ(Rcvd().overall(), Currency(8000));
 }
 
 TEST_F(ConnectionsTest, ARedialByTheProgramIsAnotherSessionWhateverItsFigures) {
@@ -205,7 +205,7 @@ TEST_F(ConnectionsTest, ARedialByTheProgramIsAnotherSessionWhateverItsFigures) {
 
     UpdateStats();
 
-    EXPECT_EQ(world.state.BytesRcvdTotal + CountedRcvd(), Currency(14'000));
+    EXPECT_EQ(Rcvd().overall(), Currency(14'000));
 }
 
 TEST_F(ConnectionsTest, StateAndStatisticsComeInTheirRecords) {

@@ -42,16 +42,16 @@ protected:
 TEST_F(LargeSessionTest, TheLargestLongIsHeldByTheCounterAlone) {
     receive(dialledConnection(), {lastLong});
 
-    EXPECT_EQ(state().BytesRcvdCurrent, Long(2'147'483'647));
-    EXPECT_EQ(state().BytesRcvdBeyond, Currency(0));
+    EXPECT_EQ(state().BytesRcvdCurrent.figure(), Long(2'147'483'647));
+    EXPECT_EQ(state().BytesRcvdCurrent.beyond(), Currency(0));
     EXPECT_EQ(window().txtBytesRcvd.text(), "2,147,483,647");
 }
 
 TEST_F(LargeSessionTest, OneByteMoreIsCarriedBesideTheCounter) {
     receive(dialledConnection(), {lastLong, 1});
 
-    EXPECT_EQ(state().BytesRcvdCurrent, Long(2'147'483'647));
-    EXPECT_EQ(state().BytesRcvdBeyond, Currency(1));
+    EXPECT_EQ(state().BytesRcvdCurrent.figure(), Long(2'147'483'647));
+    EXPECT_EQ(state().BytesRcvdCurrent.beyond(), Currency(1));
     EXPECT_EQ(window().txtBytesRcvd.text(), "2,147,483,648");
     EXPECT_EQ(window().txtBytesRcvdTotal.text(), "2,147,483,648");
 }
@@ -98,7 +98,7 @@ TEST_F(LargeSessionTest, ALargeSessionGoesIntoTheTotalsAsAWhole) {
 
     EXPECT_EQ(state().BytesRcvdTotal, whole(4'294'967'306));
     EXPECT_EQ(state().DurationTotal, Currency(2000));
-    EXPECT_EQ(state().BytesRcvdBeyond, Currency(0));
+    EXPECT_EQ(state().BytesRcvdCurrent.beyond(), Currency(0));
     EXPECT_EQ(window().txtBytesRcvdTotal.text(), "4,294,967,306");
 }
 
@@ -166,7 +166,7 @@ TEST_F(LargeSessionTest, ADeclinedSessionThatLargeIsLeftOutWhole) {
     line().disconnect(handle);
     tick();
     EXPECT_EQ(state().BytesRcvdTotal, whole(2'000'000'000));
-    EXPECT_EQ(state().BytesRcvdOffsetBeyond, Currency(0));
+    EXPECT_EQ(state().BytesRcvdOffset.beyond(), Currency(0));
 }
 
 TEST_F(LargeSessionTest, AfterAResetInBetweenTheWholeSessionCountsAnew) {
@@ -181,16 +181,16 @@ TEST_F(LargeSessionTest, AfterAResetInBetweenTheWholeSessionCountsAnew) {
 
 TEST_F(LargeSessionTest, AFullResetForgetsWhatIsBeyond) {
     State& s = state();
-    s.BytesRcvdBeyond = s.BytesSentBeyond = s.DurationBeyond = 8;
-    s.BytesRcvdOffsetBeyond = s.BytesSentOffsetBeyond = s.DurationOffsetBeyond = 7;
+    const Counter large = Counter::of(whole(2'147'483'655));
+    s.BytesRcvdCurrent = s.BytesSentCurrent = s.DurationCurrent = large;
+    s.BytesRcvdOffset = s.BytesSentOffset = s.DurationOffset = large;
 
     ResetTransfers(true);
 
-    for (const Currency beyond :
-         {s.BytesRcvdBeyond, s.BytesSentBeyond, s.DurationBeyond, s.BytesRcvdOffsetBeyond,
-          s.BytesSentOffsetBeyond, s.DurationOffsetBeyond, s.BytesRcvdTotal, s.BytesSentTotal,
-          s.DurationTotal}) {
-        EXPECT_EQ(beyond, Currency(0));
+    for (const Tally& tally : {Rcvd(), Sent(), Duration()}) {
+        EXPECT_EQ(tally.finished, Currency(0));
+        EXPECT_EQ(tally.current, Counter(0));
+        EXPECT_EQ(tally.offset, Counter(0));
     }
 }
 

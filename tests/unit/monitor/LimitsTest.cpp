@@ -241,7 +241,7 @@ TEST_F(LimitsTest, AbsurdLimitsAreNeverReachedWithoutAnError) {
 struct OverflowCase {
     const char* name;
     Currency State::*total;
-    Long State::*current;
+    Counter State::*current;
 };
 
 class LimitOverflowTest : public LimitsTest, public testing::WithParamInterface<OverflowCase> {};

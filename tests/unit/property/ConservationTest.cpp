@@ -157,8 +157,9 @@ protected:
 
     void expectConserved() {
         const State& s = state();
-        const auto shown = [](Currency total, Long current, Long offset) {
-            return static_cast<std::uint64_t>((total + current - offset).integralPart());
+        const auto shown = [](Currency total, const Counter& current, const Counter& offset) {
+            return static_cast<std::uint64_t>(
+                (total + current.figure() - offset.figure()).integralPart());
         };
         const std::uint64_t counted =
             shown(s.BytesRcvdTotal, s.BytesRcvdCurrent, s.BytesRcvdOffset);

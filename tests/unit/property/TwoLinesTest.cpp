@@ -156,8 +156,8 @@ protected:
 
     void expectConserved() {
         const State& s = state();
-        ASSERT_EQ((s.BytesRcvdTotal + CountedRcvd()).integralPart(), books_.counted());
-        ASSERT_GE(CountedRcvd(), Currency(0));
+        ASSERT_EQ(Rcvd().overall().integralPart(), books_.counted());
+        ASSERT_GE(Rcvd().counted(), Currency(0));
         ASSERT_GE(s.BytesRcvdTotal, Currency(0));
         ASSERT_NE(frmMain().txtBytesRcvdTotal.text().substr(0, 1), "-");
     }

@@ -57,7 +57,7 @@ TEST_F(VarTest, AFullResetLeavesAllNineCountersZero) {
     for (const Currency total : {s.BytesRcvdTotal, s.BytesSentTotal, s.DurationTotal}) {
         EXPECT_EQ(total, Currency(0));
     }
-    for (const Long counter : {s.BytesRcvdCurrent, s.BytesSentCurrent, s.DurationCurrent,
+    for (const Counter& counter : {s.BytesRcvdCurrent, s.BytesSentCurrent, s.DurationCurrent,
                                s.BytesRcvdOffset, s.BytesSentOffset, s.DurationOffset}) {
         EXPECT_EQ(counter, Long(0));
     }
@@ -126,7 +126,7 @@ TEST_F(VarTest, TheDefaultsReplaceWhateverWasThere) {
 
     EXPECT_TRUE(s.RasConnections.empty());
     EXPECT_EQ(s.HostName + s.IPAddress, "");
-    for (const Long counter : {s.BytesRcvdCurrent, s.BytesSentCurrent, s.DurationCurrent,
+    for (const Counter& counter : {s.BytesRcvdCurrent, s.BytesSentCurrent, s.DurationCurrent,
                                s.BytesRcvdOffset, s.BytesSentOffset, s.DurationOffset}) {
         EXPECT_EQ(counter, Long(0));
     }
