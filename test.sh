@@ -4,7 +4,7 @@
 #
 #   test.sh             all stages but those that run only when they are named
 #   test.sh STAGE...    these, in the order in which they stand at the end of this file
-#   test.sh help        what they are called
+#   test.sh help        what they are called, as --list does
 set -uo pipefail
 exec </dev/null
 cd "$(dirname "$(readlink -f "$0")")" || exit 1
@@ -280,7 +280,11 @@ bare() {
 
 named=${*:+" $* "}
 for word in "$@"; do
-    tell_stages | grep -q "^  $word:" || { echo "The stages of test.sh:" && tell_stages && exit 2; }
+    case $word in
+    help | --help | -h | --list) echo "The stages of test.sh:" && tell_stages && exit ;;
+    esac
+    tell_stages | grep -q "^  $word:" ||
+        { echo "No stage is called $word. The stages of test.sh:" && tell_stages && exit 2; } >&2
 done
 can_write build || exit 1
 forget_moved_builds
