@@ -64,8 +64,8 @@ become_root() {
     ! sudo_lets_install || return 0
     { : </dev/tty; } 2>/dev/null || return 1
     echo "sudo may ask for your password: packages have to be installed."
-    # It may forget the password at once: then it asks again, or says no, when it comes to it.
-    sudo -v && { sudo_lets_install || true; }
+    # Of what it forbids it says nothing; where it forgets the password at once it says so, and asks again.
+    sudo -v && { sudo_lets_install || [ -n "$(sudo -n -l apt-get install --help 2>&1)" ]; }
 }
 
 # let_root_install PACKAGE...: what somebody who may not install can do about it.

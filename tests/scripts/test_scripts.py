@@ -32,6 +32,7 @@ printf '%b' "$APT_SAYS"
     "sudo": """#!/bin/bash
 [ "$1" != -n ] || shift
 [[ "$1" != -v || -z "$SUDO_ALLOWS" ]] || exit 0
+[[ "$1" != -l ]] || { echo -n "$SUDO_LIST_SAYS"; exit 1; }
 [ -n "$SUDO_ALLOWS" ] && [[ "$*" == $SUDO_ALLOWS ]] && exec env "$@"
 echo "Sorry, user bob is not allowed to execute '$*' as root on here." >&2
 exit 1
@@ -236,16 +237,27 @@ class PackagesTest(ScriptTest):
                         NOT_INSTALLED="g++")
         self.assertTrue((self.folder / "installed").exists())
 
-    def test_who_may_use_sudo_for_other_things_is_told_what_root_has_to_type(self):
-        command = ["script", "-qec", shlex.quote(str(self.sources / "run.sh")), "/dev/null"]
+    def run_at_a_terminal(self, **environment):
+        """What run.sh says at a terminal to a user for whom it cannot install what is missing."""
         done = subprocess.run(
-            command, env={**self.environment, "USER_NUMBER": "1000", "SUDO_ALLOWS": "reboot",
-                          "NOT_INSTALLED": "g++"},
+            ["script", "-qec", shlex.quote(str(self.sources / "run.sh")), "/dev/null"],
+            env={**self.environment, "USER_NUMBER": "1000", "NOT_INSTALLED": "g++", **environment},
             stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, text=True, timeout=60, check=False)
         self.assertEqual(done.returncode, 77, done.stdout)
-        self.assertTrue(done.stdout.endswith(
-            "\nOnly root can install what is missing. Type this and start again:\n"
-            "    su - -c 'apt-get update && apt-get install -y --no-install-recommends g++'\n"), done.stdout)
+        return done.stdout
+
+    only_root = ("\nOnly root can install what is missing. Type this and start again:\n"
+                 "    su - -c 'apt-get update && apt-get install -y --no-install-recommends g++'\n")
+
+    def test_who_may_use_sudo_for_other_things_is_told_what_root_has_to_type(self):
+        said = self.run_at_a_terminal(SUDO_ALLOWS="reboot")
+        self.assertNotIn("Installing", said)
+        self.assertTrue(said.endswith(self.only_root), said)
+
+    def test_whom_sudo_refuses_when_it_comes_to_it_is_told_what_root_has_to_type(self):
+        said = self.run_at_a_terminal(SUDO_ALLOWS="reboot", SUDO_LIST_SAYS="sudo: a password is required")
+        self.assertIn("Installing", said)
+        self.assertTrue(said.endswith(self.only_root), said)
 
     def test_sources_out_of_reach_are_told_in_one_line(self):
         said = self.run_script(77, "run.sh", USER_NUMBER="0", NOT_INSTALLED="g++",
