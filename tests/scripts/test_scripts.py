@@ -54,8 +54,8 @@ class ScriptTest(unittest.TestCase):
         self.sources = self.folder / "Öl und Gas"
         (self.sources / "scripts").mkdir(parents=True)
         (self.sources / "tests" / "lint").mkdir(parents=True)
-        for name in ("run.sh", "test.sh", "scripts/packages.sh", "scripts/place.sh"):
-            shutil.copy(ROOT / name, self.sources / name)
+        for path in (ROOT / "run.sh", ROOT / "test.sh", *(ROOT / "scripts").glob("*.sh")):
+            shutil.copy(path, self.sources / path.relative_to(ROOT))
         for name in ("scripts/play_session.py", "tests/lint/lint.py"):
             (self.sources / name).write_text('print("played by %s")\n' % name)
         (self.folder / "bin").mkdir()
@@ -322,6 +322,14 @@ class StagesTest(ScriptTest):
         said = self.run_script(0, "test.sh", "lint", NOT_INSTALLED="git")
         self.assertIn("Not installed: git", said)
         self.assertIn("\n0 passed, 0 failed, 1 skipped\n", said)
+
+    def test_a_trial_that_nobody_knows_tells_what_there_is(self):
+        said = self.run_script(2, "scripts/bare.sh", "run", "rnu")
+        self.assertIn("\n    run     run.sh as root", said)
+
+    def test_a_trial_goes_by_its_name(self):
+        for name in ("faults", "run_user", "deb_install"):
+            self.assertIn("needs root", self.run_script(77, "scripts/bare.sh", name, USER_NUMBER="1000"))
 
     def test_lint_finds_the_files_without_git(self):
         code = "import lint\nprint(lint.all_names())"
