@@ -211,4 +211,8 @@ trial_faults() {
 }
 
 # mended FOLDER: does what run.sh tells bob to type, as root.
-mended() { bob "$1/run.sh" 2>&1 | sed -n 's/^    sudo //p' | bash; }
+mended() {
+    local command
+    command=$({ bob "$1/run.sh" 2>&1 || true; } | sed -n 's/^    sudo //p')
+    [ -n "$command" ] && bash -c "$command"
+}
