@@ -3,6 +3,7 @@
 #include <sdbus-c++/sdbus-c++.h>
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -34,13 +35,17 @@ public:
         others();
     }
 
-    /// Sends so many signals to each other program, of the kind that is looked at closest.
+    /// Sends so many signals to each other program: of the kind that is looked at closest, or of
+    /// one that nobody listens to.
     void flood(int count);
+    void floodUnheard(int count);
 
     /// The names of all other programs.
     std::vector<std::string> others() const;
 
 private:
+    void flood(int count, const std::function<sdbus::Signal(sdbus::IObject&)>& make);
+
     std::unique_ptr<sdbus::IConnection> bus_;
 };
 

@@ -3,7 +3,12 @@
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
+#include <functional>
+#include <malloc.h>
+#include <thread>
 #include <unistd.h>
+#include <utility>
 
 namespace tarvik {
 namespace {
@@ -12,6 +17,27 @@ const std::string busPath = "/org/freedesktop/DBus";
 const std::string busName = "org.freedesktop.DBus";
 const std::string serviceName = "org.freedesktop.NetworkManager";
 const std::string noLine = "/org/freedesktop/NetworkManager/ActiveConnection/99";
+
+/// Does something on and on, as long as it lives.
+class Sending {
+public:
+    explicit Sending(const std::function<void()>& send)
+        : thread_([this, send] {
+              while (!over_) {
+                  send();
+              }
+          }) {}
+    ~Sending() {
+        over_ = true;
+        thread_.join();
+    }
+    Sending(const Sending&) = delete;
+    Sending& operator=(const Sending&) = delete;
+
+private:
+    std::atomic<bool> over_ = false;
+    std::thread thread_;
+};
 
 /// A line is up and counted, and somebody else is on the bus.
 class NetworkStrangersTest : public NetworkServiceTest {
@@ -94,6 +120,15 @@ TEST_F(NetworkStrangersTest, AFloodIsLeftBehindUnderAnotherName) {
     EXPECT_EQ(lines().at(0).hrasconn, line);
 }
 
+TEST_F(NetworkStrangersTest, AFloodThatNobodyListensToIsLeftBehindUnderAnotherName) {
+    const Names before = stranger.others();
+
+    stranger.floodUnheard(1000);
+
+    EXPECT_TRUE(soon([&] { return lines().size() == 1 && stranger.others() != before; }));
+    EXPECT_EQ(lines().at(0).hrasconn, line);
+}
+
 TEST_F(NetworkStrangersTest, AFewSignalsAreNoReasonForAnotherName) {
     const Names before = stranger.others();
     stranger.flood(10);
@@ -110,17 +145,32 @@ TEST_F(NetworkStrangersTest, AFloodHidesNothingThatComesBehindIt) {
 }
 
 TEST_F(NetworkStrangersTest, AFloodThatDoesNotEndHidesNothing) {
-    std::atomic<bool> over = false;
-    std::thread sending([&] {
-        while (!over) {
-            stranger.flood(1000);
-        }
-    });
+    const Sending sending([this] { stranger.flood(1000); });
 
     expectThatMonitoringGoesOn();
+}
 
-    over = true;
-    sending.join();
+TEST_F(NetworkStrangersTest, AFloodThatNobodyListensToAndDoesNotEndHidesNothing) {
+    const Sending sending([this] { stranger.floodUnheard(1000); });
+
+    expectThatMonitoringGoesOn();
+}
+
+TEST_F(NetworkStrangersTest, AFloodThatNobodyListensToNeitherHoldsUpNorFillsTheProgram) {
+    constexpr std::size_t most = std::size_t{64} << 20; // bytes; some thousand of those signals
+    const std::size_t before = mallinfo2().uordblks;
+    const Sending sending([this] { stranger.floodUnheard(1000); });
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(4);
+
+    for (auto begin = std::chrono::steady_clock::now(); begin < end;) {
+        service.tell(path, serviceName + ".Connection.Active", "Something"); // reads anew
+        EXPECT_EQ(lines().size(), 1U);
+        EXPECT_EQ(code, 0U);
+        const auto now = std::chrono::steady_clock::now();
+        // Two seconds are the limit; a busy machine may take its own time.
+        EXPECT_LT(now - std::exchange(begin, now), std::chrono::seconds(5));
+        EXPECT_LT(mallinfo2().uordblks, before + most);
+    }
 }
 
 } // namespace
