@@ -1,5 +1,6 @@
 #include "BusStranger.h"
 
+#include <algorithm>
 #include <sys/syscall.h>
 #include <thread>
 #include <unistd.h>
@@ -44,7 +45,10 @@ std::uint32_t BusStranger::user() const {
 std::vector<std::string> BusStranger::others() const {
     std::vector<std::string> names;
     theBus(*bus_)->callMethod("ListNames").onInterface(busName).storeResultsTo(names);
-    std::erase_if(names, [this](const std::string& one) { return one[0] != ':' || one == name(); });
+    std::erase_if(names, [this](const std::string& one) {
+        return one[0] != ':' || one == name() ||
+               std::count(spared_.begin(), spared_.end(), one) != 0;
+    });
     return names;
 }
 

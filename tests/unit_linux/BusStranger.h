@@ -40,13 +40,17 @@ public:
     void flood(int count);
     void floodUnheard(int count);
 
-    /// The names of all other programs.
+    /// The names of all other programs, without those that are spared.
     std::vector<std::string> others() const;
+
+    /// Nothing more is sent to those that are there now.
+    void spareOthers() { spared_ = others(); }
 
 private:
     void flood(int count, const std::function<sdbus::Signal(sdbus::IObject&)>& make);
 
     std::unique_ptr<sdbus::IConnection> bus_;
+    std::vector<std::string> spared_;
 };
 
 } // namespace tarvik

@@ -219,6 +219,16 @@ TEST_F(OddAnswersTest, AnotherLineIsSeenBesideOneThatCannotBeReadAnyMore) {
     EXPECT_EQ(stateOf(handleBefore), 8192U);
 }
 
+TEST_F(OddAnswersTest, ProfilesAreReadWhileTheListOfLinesCannotBe) {
+    service.answer("GetAll", manager, {5U});
+    nameProfile(profile, QStringLiteral("renamed"));
+
+    tellChanges();
+
+    EXPECT_TRUE(soon([&] { return entries() == Names{"renamed"}; }));
+    EXPECT_EQ(lines().at(0).hrasconn, handleBefore);
+}
+
 TEST_F(OddAnswersTest, AProfileThatCannotBeReadIsLeftOutUntilAnythingChanges) {
     const std::string second = settings + "/2";
     service.refuse("GetSettings", second, oddError);

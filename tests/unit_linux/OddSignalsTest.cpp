@@ -106,7 +106,7 @@ TEST_P(OddSignalsTest, EndNothing) {
 
 TEST_P(OddSignalsTest, TellNoReason) {
     service.onActivate = [&](const std::string&) {
-        const std::string none = "/org/freedesktop/NetworkManager/ActiveConnection/99";
+        std::string none = "/org/freedesktop/NetworkManager/ActiveConnection/99";
         const OddBody body = bodies()[GetParam()];
         body.tell(service, none, lineInterface, "StateChanged");
         body.tell(service, none, deviceInterface, "StateChanged");
