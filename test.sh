@@ -4,7 +4,7 @@
 #
 #   test.sh             all stages but those that run only when they are named
 #   test.sh STAGE...    these, in the order in which they stand at the end of this file
-#   test.sh help        what they are called
+#   test.sh help        what they are called, as --list does
 set -uo pipefail
 exec </dev/null
 cd "$(dirname "$(readlink -f "$0")")" || exit 1
@@ -207,8 +207,11 @@ on_windows() {
     scripts/wine32.sh ready || return $cannot_run
     folder=$(mktemp -d)
     cp "${WINDOWS_BIN:-build/windows/bin}"/*.exe "$folder"
-    WINE32_DESKTOP=1 WINE32_TIMEOUT=${WINDOWS_TIMEOUT:-300} scripts/wine32.sh run "$folder/$program.exe" --gtest_brief=1 "$@"
-    status=$?
+    WINE32_DESKTOP=1 WINE32_TIMEOUT=${WINDOWS_TIMEOUT:-300} scripts/wine32.sh run "$folder/$program.exe" --gtest_brief=1 "$@" |
+        tee "$folder/said"
+    status=${PIPESTATUS[0]}
+    # Whoever breaks down may still end with 0, when the debugger puts it away.
+    grep -q '^\[  PASSED  \]' "$folder/said" || status=1
     if [ -e "$folder/exported.csv" ]; then
         /usr/bin/python3 -B tests/support/check_csv.py "$folder"/exported.{ini,csv} || status=1
     fi
@@ -280,7 +283,11 @@ bare() {
 
 named=${*:+" $* "}
 for word in "$@"; do
-    tell_stages | grep -q "^  $word:" || { echo "The stages of test.sh:" && tell_stages && exit 2; }
+    case $word in
+    help | --help | -h | --list) echo "The stages of test.sh:" && tell_stages && exit ;;
+    esac
+    tell_stages | grep -q "^  $word:" ||
+        { echo "No stage is called $word. The stages of test.sh:" && tell_stages && exit 2; } >&2
 done
 can_write build || exit 1
 forget_moved_builds

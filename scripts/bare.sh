@@ -9,6 +9,7 @@
 #     deb     the package: built, installed, started, removed
 #     faults  run.sh in a path with blanks and umlauts, on displays that do not answer, without a
 #             network, and where it may not write
+#     NAME    one trial alone, as its log is called: run_user, deb_install
 #
 # Environment:
 #   BARE_ROOT    where the tree is made, once, and kept with the fetched packages
@@ -76,7 +77,7 @@ copy_sources() {
 
 # --- a trial ----------------------------------------------------------------------------------
 
-# trial NAME: runs the function of that name in a fresh copy of the tree.
+# trial NAME: runs the function of that name in a fresh copy of the tree; it ends with this script.
 trial() {
     local name=$1 status=0 begin=$SECONDS work=$root/trial
     printf '\n== %s\n' "$name"
@@ -84,7 +85,7 @@ trial() {
     mkdir -p "$work"/{up,work,top} "$root"/archives/partial "$root/exchange"
     env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root BARE_ROOT="$root" ${http_proxy:+http_proxy="$http_proxy"} \
         ${https_proxy:+https_proxy="$https_proxy"} BARE_STAGES="${BARE_STAGES:-}" BARE_LOG="/mnt/$name.log" \
-        setsid --wait unshare --mount --propagation private --pid --ipc --fork --kill-child \
+        setsid --wait setpriv --pdeathsig KILL unshare --mount --propagation private --pid --ipc --fork --kill-child \
         "$self" __inside "$name" </dev/null || status=$?
     cp "$root/exchange/$name.log" "$root/$name.log" 2>/dev/null || true
     summary+=("$([ $status = 0 ] && echo 'passed  ' || echo 'FAILED  ') $name ($((SECONDS - begin)) s, $(du -sm "$work/up" | cut -f1) MB more than the bare system)")
@@ -128,6 +129,7 @@ try() {
     deb) trial deb_build && trial deb_install ;;
     faults) trial faults ;;
     all) try run && try faults && try deb && try test ;;
+    *) trial "$1" ;;
     esac
 }
 
@@ -137,7 +139,9 @@ if [ "${1:-}" = __inside ]; then
 fi
 # A function is read as a whole: who edits this file meanwhile does not change what runs.
 main() {
-    if [[ ! " ${*:-all} " =~ ^(\ (run|test|deb|faults|all))+\ $ ]]; then
+    local trials
+    trials=$(declare -F | sed -n 's/^declare -f trial_/|/p' | tr -d '\n')
+    if [[ ! " ${*:-all} " =~ ^(\ (run|test|deb|all$trials))+\ $ ]]; then
         sed -n '2,/^set -e/{/^set -e/d;s/^# \{0,1\}//;p}' "$self"
         exit 2
     fi

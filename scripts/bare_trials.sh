@@ -80,7 +80,12 @@ trial_run_user() {
     expect 0 "$plays" "run.sh with sudo" bob ~bob/tarvik/run.sh
     expect 0 "" "its picture and its file are there" session_left ~bob/tarvik
     expect 0 "$plays" "run.sh again, which installs nothing" bob ~bob/tarvik/run.sh
+    allow_sudo "NOPASSWD: /usr/bin/apt-get"
     apt-get purge -y -q trayer >>"$BARE_LOG" 2>&1
+    expect 0 "^Installing, which can take minutes: trayer" "run.sh with sudo for apt-get alone" bob ~bob/tarvik/run.sh
+    apt-get purge -y -q trayer >>"$BARE_LOG" 2>&1
+    allow_sudo "NOPASSWD: /usr/bin/id"
+    expect 77 "^    sudo sh -c 'apt-get" "run.sh with sudo for something else, no terminal" bob ~bob/tarvik/run.sh
     allow_sudo ALL
     expect 0 "^Installing, which can take minutes: trayer" "run.sh with sudo that wants a password, at a terminal" \
         at_terminal einlass ~bob/tarvik/run.sh
@@ -95,6 +100,8 @@ trial_test_root() {
 
 trial_test_user() {
     unpack ~bob/tarvik bob
+    expect 0 "^  lint: lint" "test.sh help" bob ~bob/tarvik/test.sh help
+    expect 2 "^No stage is called lnit" "test.sh with a stage that nobody knows" bob ~bob/tarvik/test.sh lnit
     expect 0 "$only_root" "test.sh without sudo" bob ~bob/tarvik/test.sh packages
     allow_sudo NOPASSWD:ALL
     expect 0 "^[0-9]+ passed, 0 failed, 0 skipped" "test.sh with sudo" bob CI=true ~bob/tarvik/test.sh \
@@ -176,7 +183,12 @@ trial_faults() {
     expect 0 "" "a display that answers" opens bob DISPLAY=:79 "$at/run.sh"
     expect 0 "" "a display that answers beside one that does not" \
         opens bob DISPLAY=:79 WAYLAND_DISPLAY=/tmp/wayland-8 "$at/run.sh"
+    apt-get purge -y -q x11-utils >>"$BARE_LOG" 2>&1
+    rm /etc/sudoers.d/bob
+    expect 0 "^The display :79 cannot be asked" "a display that cannot be asked" opens bob DISPLAY=:79 "$at/run.sh"
     unset DISPLAY
+    allow_sudo NOPASSWD:ALL
+    apt-get install -y -q x11-utils >>"$BARE_LOG" 2>&1
 
     apt-get purge -y -q trayer >>"$BARE_LOG" 2>&1
     expect 77 "$no_network" "no network" offline setpriv --reuid=bob --regid=bob --init-groups "$at/run.sh"
@@ -199,4 +211,8 @@ trial_faults() {
 }
 
 # mended FOLDER: does what run.sh tells bob to type, as root.
-mended() { bob "$1/run.sh" 2>&1 | sed -n 's/^    sudo //p' | bash; }
+mended() {
+    local command
+    command=$({ bob "$1/run.sh" 2>&1 || true; } | sed -n 's/^    sudo //p')
+    [ -n "$command" ] && bash -c "$command"
+}

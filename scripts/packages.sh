@@ -47,16 +47,31 @@ by_root() {
     printf '    %s %s\n' "${as[*]}" "$command"
 }
 
-# become_root: sets as_root to the words that make a command root's; false where they do not help.
+# sudo_lets_install: sets as_root to sudo and what it lets the user say; false where it lets nothing
+# be installed, or not without asking. Who may use apt-get alone may not set variables for it.
+sudo_lets_install() {
+    as_root=(sudo DEBIAN_FRONTEND=noninteractive)
+    ! sudo -n "${as_root[1]}" apt-get install --help >/dev/null 2>&1 || return 0
+    as_root=(sudo)
+    sudo -n apt-get install --help >/dev/null 2>&1
+}
+
+# become_root: sets as_root to the words that make apt-get root's; false where they do not help.
 become_root() {
-    as_root=()
+    as_root=(env DEBIAN_FRONTEND=noninteractive)
     [ "$(id -u)" -ne 0 ] || return 0
     command -v sudo >/dev/null || return 1
-    as_root=(sudo)
-    ! sudo -n true 2>/dev/null || return 0
+    ! sudo_lets_install || return 0
     { : </dev/tty; } 2>/dev/null || return 1
     echo "sudo may ask for your password: packages have to be installed."
-    sudo -v
+    # Of what it forbids it says nothing; where it forgets the password at once it says so, and asks again.
+    sudo -v && { sudo_lets_install || [ -n "$(sudo -n -l apt-get install --help 2>&1)" ]; }
+}
+
+# let_root_install PACKAGE...: what somebody who may not install can do about it.
+let_root_install() {
+    echo "Only root can install what is missing. Type this and start again:" >&2
+    by_root "apt-get update && apt-get install -y --no-install-recommends $*" >&2
 }
 
 # show_progress: of what apt-get says, how much there is to do and, in steps, how much is done.
@@ -73,8 +88,12 @@ show_progress() {
     done
 }
 
-# tell_why LOG: one line about why apt-get failed, after its own.
+# tell_why LOG PACKAGE...: one line about why these were not installed, after apt-get's own.
 tell_why() {
+    if grep -qE '^Sorry, user|^sudo: (sorry|a (password|terminal) is)' "$1"; then
+        let_root_install "${@:2}"
+        return
+    fi
     sed -nE '/by (glob|regex)/d; s/^E: /  apt-get: /p' "$1" | sort -u | head -n 3 >&2
     if grep -qE 'Unable to locate|Failed to fetch|no installation candidate' "$1"; then
         echo "Nothing was installed: the sources in /etc/apt cannot be reached, or are not those of Debian 12." >&2
@@ -88,21 +107,20 @@ install_missing() {
     local missing log status=0 as_root
     missing=$(missing_of "$@")
     [ -n "$missing" ] || return 0
-    if ! become_root; then
-        echo "Only root can install what is missing. Type this and start again:" >&2
-        by_root "apt-get update && apt-get install -y --no-install-recommends ${missing% }" >&2
-        return 77
-    fi
+    # shellcheck disable=SC2086
+    become_root || { let_root_install $missing && return 77; }
     echo "Installing, which can take minutes: $missing"
     log=$(mktemp)
     # Without a network, lists from before may still do.
-    "${as_root[@]}" apt-get update -q >"$log" 2>&1 || true
-    # Something else may be installing just now, as after the start of a desktop.
+    LC_ALL=C "${as_root[@]}" apt-get update >"$log" 2>&1 </dev/null || true
+    # Something else may be installing just now, as after the start of a desktop. Where sudo keeps
+    # the word for it from apt-get, a package has nobody to ask for want of a terminal.
     # shellcheck disable=SC2086
-    "${as_root[@]}" env LC_ALL=C DEBIAN_FRONTEND=noninteractive apt-get install -y -q \
-        -o DPkg::Lock::Timeout=300 --no-install-recommends $missing 2>&1 |
+    LC_ALL=C TERM=dumb "${as_root[@]}" apt-get install -y -q -o DPkg::Lock::Timeout=300 \
+        -o Dpkg::Use-Pty=0 --no-install-recommends $missing 2>&1 </dev/null |
         tee -a "$log" | show_progress || true
-    [ -z "$(missing_of "$@")" ] || { status=77 && tell_why "$log"; }
+    # shellcheck disable=SC2086
+    [ -z "$(missing_of "$@")" ] || { status=77 && tell_why "$log" $missing; }
     rm -f "$log"
     return $status
 }

@@ -37,11 +37,14 @@ forget_moved_builds() {
 }
 
 # answers WHAT COMMAND...: false, with a word about it, when this question to a display has no answer
-# in time. A display may take connections and never speak.
+# in time. A display may take connections and never speak; where there is nothing to ask it with, it
+# is taken at its word.
 answers() {
-    local what=$1
+    local what=$1 status=0
     shift
-    timeout 5 "$@" >/dev/null 2>&1 && return 0
+    timeout 5 "$@" >/dev/null 2>&1 || status=$?
+    [ $status != 127 ] || echo "The display $what cannot be asked whether it answers: $1 is not installed."
+    [ $status != 0 ] && [ $status != 127 ] || return 0
     echo "The display $what does not answer, or does not let $(id -un) in: it is left alone." >&2
     return 1
 }

@@ -4,6 +4,7 @@ folder of their own, whose name has blanks and umlauts, beside stand-ins for wha
 import os
 import pathlib
 import re
+import shlex
 import shutil
 import socket
 import subprocess
@@ -23,11 +24,19 @@ for package in "${@:4}"; do
     [[ " $NOT_INSTALLED " == *" $package "* && ! -e $HOME/installed ]] || printf '\\n%s ii ' "$package"
 done""",
     "apt-get": """#!/bin/bash
-[ "$1" != update ] || exit 0
+[[ $1 != update && $2 != --help ]] || exit 0
 printf '%b' "$APT_SAYS"
-[[ $APT_SAYS == *E:* ]] || touch "$HOME/installed"
+[[ $APT_SAYS == *E:* ]] || echo "$DEBIAN_FRONTEND" >"$HOME/installed"
 """,
-    "sudo": "#!/bin/sh\nexit 1\n",
+    # Never asks for a password; -v is what every user may say who may say anything.
+    "sudo": """#!/bin/bash
+[ "$1" != -n ] || shift
+[[ "$1" != -v || -z "$SUDO_ALLOWS" ]] || exit 0
+[[ "$1" != -l ]] || { echo -n "$SUDO_LIST_SAYS"; exit 1; }
+[ -n "$SUDO_ALLOWS" ] && [[ "$*" == $SUDO_ALLOWS ]] && exec env "$@"
+echo "Sorry, user bob is not allowed to execute '$*' as root on here." >&2
+exit 1
+""",
     "id": """#!/bin/bash
 case $1 in -u) echo "${USER_NUMBER:-$(/usr/bin/id -u)}" ;; -nG) echo "$USER_GROUPS" ;; *) echo bob ;; esac""",
     "cmake": """#!/bin/bash
@@ -45,8 +54,8 @@ class ScriptTest(unittest.TestCase):
         self.sources = self.folder / "Öl und Gas"
         (self.sources / "scripts").mkdir(parents=True)
         (self.sources / "tests" / "lint").mkdir(parents=True)
-        for name in ("run.sh", "test.sh", "scripts/packages.sh", "scripts/place.sh"):
-            shutil.copy(ROOT / name, self.sources / name)
+        for path in (ROOT / "run.sh", ROOT / "test.sh", *(ROOT / "scripts").glob("*.sh")):
+            shutil.copy(path, self.sources / path.relative_to(ROOT))
         for name in ("scripts/play_session.py", "tests/lint/lint.py"):
             (self.sources / name).write_text('print("played by %s")\n' % name)
         (self.folder / "bin").mkdir()
@@ -120,6 +129,39 @@ class DisplayTest(ScriptTest):
         said = self.run_script(0, "run.sh", DISPLAY=str(self.folder / "nothing"), WAYLAND_DISPLAY=path)
         self.assertIn("opened on [] [%s] [wayland]" % path, said)
 
+    def without_a_probe(self):
+        """The display cannot be asked: the programs that ask it are not there."""
+        programs = self.folder / "programs"
+        programs.mkdir()
+        for path in pathlib.Path("/usr/bin").iterdir():
+            if path.name not in ("xprop", "wayland-info"):
+                (programs / path.name).symlink_to(path)
+        return {"PATH": "%s/bin:%s" % (self.folder, programs), "NOT_INSTALLED": "x11-utils wayland-utils"}
+
+    def test_a_display_that_cannot_be_asked_is_taken_at_its_word(self):
+        said = self.run_script(0, "run.sh", DISPLAY=":7", USER_NUMBER="1000", **self.without_a_probe())
+        self.assertIn("The display :7 cannot be asked whether it answers: xprop is not installed.\n", said)
+        self.assertIn("opened on [:7] [] []", said)
+        self.assertNotIn("Only root can install", said)
+
+    def test_a_compositor_that_cannot_be_asked_is_taken_at_its_word(self):
+        said = self.run_script(0, "run.sh", WAYLAND_DISPLAY="wayland-7", USER_NUMBER="1000",
+                               **self.without_a_probe())
+        self.assertIn("The display wayland-7 cannot be asked", said)
+        self.assertIn("opened on [] [wayland-7] []", said)
+
+    def test_without_a_network_a_display_that_cannot_be_asked_is_taken_at_its_word(self):
+        said = self.run_script(0, "run.sh", DISPLAY=":7", USER_NUMBER="0",
+                               APT_SAYS="E: Unable to locate package x11-utils\\n", **self.without_a_probe())
+        self.assertNotIn("Nothing was installed", said)
+        self.assertIn("opened on [:7] [] []", said)
+
+    def test_what_asks_the_display_is_installed_where_it_can_be(self):
+        number = self.display(XDisplay)["DISPLAY"]
+        said = self.run_script(0, "run.sh", DISPLAY=number, USER_NUMBER="0", NOT_INSTALLED="x11-utils")
+        self.assertIn("Installing, which can take minutes: x11-utils", said)
+        self.assertIn("opened on [%s] [] []" % number, said)
+
     def test_the_tests_never_see_the_users_display(self):
         (self.sources / "tests/lint/lint.py").write_text('import os\nprint(os.environ.get("DISPLAY"))\n')
         said = self.run_script(0, "test.sh", "lint", DISPLAY=":0", WAYLAND_DISPLAY="wayland-0")
@@ -182,6 +224,41 @@ class PackagesTest(ScriptTest):
                                NOT_INSTALLED="g++")
         self.assertIn("\n    sudo sh -c 'apt-get update && apt-get install", said)
 
+    def test_who_may_use_sudo_for_anything_installs_without_questions(self):
+        self.run_script(0, "run.sh", USER_NUMBER="1000", SUDO_ALLOWS="*", NOT_INSTALLED="g++")
+        self.assertEqual((self.folder / "installed").read_text(), "noninteractive\n")
+
+    def test_who_may_use_sudo_for_apt_get_alone_installs(self):
+        self.run_script(0, "run.sh", USER_NUMBER="1000", SUDO_ALLOWS="apt-get *", NOT_INSTALLED="g++")
+        self.assertTrue((self.folder / "installed").exists())
+
+    def test_who_may_use_apt_get_in_two_ways_alone_installs(self):
+        self.run_script(0, "run.sh", USER_NUMBER="1000", SUDO_ALLOWS="apt-get install *",
+                        NOT_INSTALLED="g++")
+        self.assertTrue((self.folder / "installed").exists())
+
+    def run_at_a_terminal(self, **environment):
+        """What run.sh says at a terminal to a user for whom it cannot install what is missing."""
+        done = subprocess.run(
+            ["script", "-qec", shlex.quote(str(self.sources / "run.sh")), "/dev/null"],
+            env={**self.environment, "USER_NUMBER": "1000", "NOT_INSTALLED": "g++", **environment},
+            stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, text=True, timeout=60, check=False)
+        self.assertEqual(done.returncode, 77, done.stdout)
+        return done.stdout
+
+    only_root = ("\nOnly root can install what is missing. Type this and start again:\n"
+                 "    su - -c 'apt-get update && apt-get install -y --no-install-recommends g++'\n")
+
+    def test_who_may_use_sudo_for_other_things_is_told_what_root_has_to_type(self):
+        said = self.run_at_a_terminal(SUDO_ALLOWS="reboot")
+        self.assertNotIn("Installing", said)
+        self.assertTrue(said.endswith(self.only_root), said)
+
+    def test_whom_sudo_refuses_when_it_comes_to_it_is_told_what_root_has_to_type(self):
+        said = self.run_at_a_terminal(SUDO_ALLOWS="reboot", SUDO_LIST_SAYS="sudo: a password is required")
+        self.assertIn("Installing", said)
+        self.assertTrue(said.endswith(self.only_root), said)
+
     def test_sources_out_of_reach_are_told_in_one_line(self):
         said = self.run_script(77, "run.sh", USER_NUMBER="0", NOT_INSTALLED="g++",
                                APT_SAYS="E: Unable to locate package g++\\n" * 5)
@@ -220,9 +297,17 @@ class StagesTest(ScriptTest):
         self.assertIn("played by tests/lint/lint.py", said)
         self.assertIn("\n1 passed, 0 failed, 0 skipped\n", said)
 
+    def test_help_tells_the_names_and_runs_nothing(self):
+        for word in ("help", "--help", "-h", "--list"):
+            said = self.run_script(0, "test.sh", word)
+            self.assertTrue(said.startswith("The stages of test.sh:\n"), said)
+            self.assertIn("\n  lint: lint\n", said)
+            self.assertNotIn("Summary", said)
+
     def test_a_stage_that_nobody_knows_runs_nothing_and_tells_the_names(self):
         said = self.run_script(2, "test.sh", "lint", "lnit")
         self.assertNotIn("played", said)
+        self.assertTrue(said.startswith("No stage is called lnit. The stages of test.sh:\n"), said)
         self.assertIn("\n  lint: lint\n", said)
         self.assertRegex(said, r"\n  bare: .* \(only when named\)\n")
 
@@ -237,6 +322,14 @@ class StagesTest(ScriptTest):
         said = self.run_script(0, "test.sh", "lint", NOT_INSTALLED="git")
         self.assertIn("Not installed: git", said)
         self.assertIn("\n0 passed, 0 failed, 1 skipped\n", said)
+
+    def test_a_trial_that_nobody_knows_tells_what_there_is(self):
+        said = self.run_script(2, "scripts/bare.sh", "run", "rnu")
+        self.assertIn("\n    run     run.sh as root", said)
+
+    def test_a_trial_goes_by_its_name(self):
+        for name in ("faults", "run_user", "deb_install"):
+            self.assertIn("needs root", self.run_script(77, "scripts/bare.sh", name, USER_NUMBER="1000"))
 
     def test_lint_finds_the_files_without_git(self):
         code = "import lint\nprint(lint.all_names())"

@@ -1,9 +1,13 @@
 """Displays for programs to run on: one of X, and one of Wayland, whose compositor draws into a display
 of X with its software renderer, so that real mouse presses and keys reach it as well."""
 
+import contextlib
 import itertools
 import os
 import signal
+import socket
+import threading
+import time
 
 from processes import Failure, start, stop, wait_for
 
@@ -34,6 +38,61 @@ class XDisplay:
 
     def close(self):
         stop(self.server)
+
+
+class FarDisplay:
+    """The way to an X display from afar: what goes through it takes `delay` seconds in each
+    direction; end it with close()."""
+
+    def __init__(self, environment):
+        self.near = "/tmp/.X11-unix/X" + environment["DISPLAY"].lstrip(":").split(".")[0]
+        self.delay = 0.0
+        self.sockets = []
+        self.listening, number = self._listen()
+        # Nothing is shared with a display that is on another machine.
+        self.environment = {"DISPLAY": "127.0.0.1:%d" % number, "QT_XCB_NO_MITSHM": "1"}
+        threading.Thread(target=self._take, daemon=True).start()
+
+    @staticmethod
+    def _listen():
+        first_port = 6000
+        for number in range(100, 1000):
+            listening = socket.socket()
+            try:
+                listening.bind(("127.0.0.1", first_port + number))
+            except OSError:
+                listening.close()
+                continue
+            listening.listen()
+            return listening, number
+        raise Failure("no way to the display is free")
+
+    def _take(self):
+        with contextlib.suppress(OSError):
+            while True:
+                far = self.listening.accept()[0]
+                far.setsockopt(socket.IPPROTO_TCP, socket.TCP_NODELAY, 1)
+                near = socket.socket(socket.AF_UNIX)
+                near.connect(self.near)
+                self.sockets += [far, near]
+                for source, target in ((far, near), (near, far)):
+                    threading.Thread(target=self._pass, args=(source, target), daemon=True).start()
+
+    def _pass(self, source, target):
+        # What comes together goes on together: bytes that wait do not add up their delays.
+        with contextlib.suppress(OSError):
+            while data := source.recv(1 << 20):
+                time.sleep(self.delay)
+                target.sendall(data)
+        for end in (source, target):
+            with contextlib.suppress(OSError):
+                end.shutdown(socket.SHUT_RDWR)
+
+    def close(self):
+        for each in (self.listening, *self.sockets):
+            with contextlib.suppress(OSError):
+                each.shutdown(socket.SHUT_RDWR)
+            each.close()
 
 
 class WaylandDisplay:

@@ -15,6 +15,7 @@ import unittest
 from gi.repository import Gio, GLib
 
 from desktop import wait_for
+from displays import FarDisplay
 from faulty_service import FaultyService
 from processes import start, stop
 from support import ProgramTest
@@ -243,6 +244,27 @@ class GreetingTest(MuteServiceTest):
             "the bus of accessibility", AT_SPI_BUS_ADDRESS="unix:path=" + self.mute.path
         )
 
+    def test_a_mute_bus_of_accessibility_that_the_display_tells_of(self):
+        if self.desktop.wayland:
+            raise unittest.SkipTest("this is a note on a display of X")
+        told = ["xprop", "-root", "-f", "AT_SPI_BUS", "8s"]
+        before = subprocess.run(
+            ["xprop", "-root", "-notype", "AT_SPI_BUS"],
+            env=self.desktop.environment, capture_output=True, text=True, check=True,
+        ).stdout
+        again = ["-set", "AT_SPI_BUS", before.split('"')[1]] if '"' in before else [
+            "-remove", "AT_SPI_BUS"
+        ]
+        self.addCleanup(
+            subprocess.run, [*told, *again], env=self.desktop.environment, check=True
+        )
+        subprocess.run(
+            [*told, "-set", "AT_SPI_BUS", "unix:path=" + self.mute.path],
+            env=self.desktop.environment, check=True,
+        )
+
+        self.check("the bus of accessibility")
+
     def test_a_mute_session_manager(self):
         self.check(
             "the session manager",
@@ -270,28 +292,45 @@ class GreetingTest(MuteServiceTest):
         self.assertNotIn("left out", program.written())
 
 
-class MuteClipboardTest(MuteServiceTest):
-    """A program that holds the clipboard and does not say what is in it."""
+class ClipboardTest(MuteServiceTest):
+    """A program that holds the clipboard, and a box of the program's to paste it into."""
 
     def setUp(self):
         super().setUp()
         if self.desktop.wayland:
             raise unittest.SkipTest("this is the clipboard of X")
+
+    def hold(self, environment, *text):
         holder = start(
-            [sys.executable, "-B", str(pathlib.Path(__file__).with_name("mute_selection.py"))],
-            self.desktop.environment, stdout=subprocess.PIPE,
+            [sys.executable, "-B", str(pathlib.Path(__file__).with_name("selection_holder.py")),
+             *text],
+            environment, stdout=subprocess.PIPE,
         )
         self.addCleanup(stop, holder)
         self.assertEqual(holder.stdout.readline(), b"ready\n")
-        self.program = self.start_quietly()
+
+    def open_box(self, **environment):
+        self.program = self.start_quietly(**environment)
         self.program.press("cmdOptions")
         wait_for("the box", lambda: self.program.is_showing("txtRefreshInterval"))
         self.program.click("txtRefreshInterval")
         self.before = self.program.text("txtRefreshInterval")
 
+    def act(self, *words):
+        subprocess.run(["xdotool", *words], env=self.desktop.environment, check=True)
+
+
+class MuteClipboardTest(ClipboardTest):
+    """It does not say what is in it."""
+
+    def setUp(self):
+        super().setUp()
+        self.hold(self.desktop.environment)
+        self.open_box()
+
     def assert_it_is_dropped(self, *words):
         with self.without_delay("the window"):
-            subprocess.run(["xdotool", *words], env=self.desktop.environment, check=True)
+            self.act(*words)
             # What comes after it is answered after it.
             self.program.key("End", "7")
             self.program.wait_text("txtRefreshInterval", self.before + "7")
@@ -304,6 +343,22 @@ class MuteClipboardTest(MuteServiceTest):
 
     def test_it_opens_no_menu(self):
         self.assert_it_is_dropped("click", "3")
+
+
+class FarClipboardTest(ClipboardTest):
+    """It answers at once, and everything takes its time on the way."""
+
+    def test_it_is_pasted(self):
+        display = FarDisplay(self.desktop.environment)
+        self.addCleanup(display.close)
+        self.hold({**self.desktop.environment, **display.environment}, "9")
+        self.open_box(**display.environment)
+        self.act("key", "End")
+
+        display.delay = 0.06
+        self.act("key", "ctrl+v")
+
+        self.program.wait_text("txtRefreshInterval", self.before + "9")
 
 
 if __name__ == "__main__":

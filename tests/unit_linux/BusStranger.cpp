@@ -1,5 +1,6 @@
 #include "BusStranger.h"
 
+#include <algorithm>
 #include <sys/syscall.h>
 #include <thread>
 #include <unistd.h>
@@ -44,19 +45,38 @@ std::uint32_t BusStranger::user() const {
 std::vector<std::string> BusStranger::others() const {
     std::vector<std::string> names;
     theBus(*bus_)->callMethod("ListNames").onInterface(busName).storeResultsTo(names);
-    std::erase_if(names, [this](const std::string& one) { return one[0] != ':' || one == name(); });
+    std::erase_if(names, [this](const std::string& one) {
+        return one[0] != ':' || one == name() ||
+               std::count(spared_.begin(), spared_.end(), one) != 0;
+    });
     return names;
 }
 
 void BusStranger::flood(int count) {
+    flood(count, [](sdbus::IObject& object) {
+        sdbus::Signal signal =
+            object.createSignal("org.freedesktop.NetworkManager.Connection.Active", "StateChanged");
+        signal << std::uint32_t{4} << std::uint32_t{9};
+        return signal;
+    });
+}
+
+void BusStranger::floodUnheard(int count) {
+    const std::string large(10'000, 'x');
+    flood(count, [&](sdbus::IObject& object) {
+        sdbus::Signal signal = object.createSignal("org.example.Stranger", "Something");
+        signal << large;
+        return signal;
+    });
+}
+
+void BusStranger::flood(int count, const std::function<sdbus::Signal(sdbus::IObject&)>& make) {
     constexpr int atOnce = 200; // more of them do not fit into the library's own queue
     const std::vector<std::string> targets = others();
     const auto object = sdbus::createObject(*bus_, "/org/freedesktop/NetworkManager/Flood");
     for (int i = 0; i < count; ++i) {
         for (const std::string& target : targets) {
-            sdbus::Signal signal = object->createSignal(
-                "org.freedesktop.NetworkManager.Connection.Active", "StateChanged");
-            signal << std::uint32_t{4} << std::uint32_t{9};
+            sdbus::Signal signal = make(*object);
             signal.setDestination(target);
             object->emitSignal(signal);
         }

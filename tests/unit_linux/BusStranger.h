@@ -3,6 +3,7 @@
 #include <sdbus-c++/sdbus-c++.h>
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -34,14 +35,22 @@ public:
         others();
     }
 
-    /// Sends so many signals to each other program, of the kind that is looked at closest.
+    /// Sends so many signals to each other program: of the kind that is looked at closest, or of
+    /// one that nobody listens to.
     void flood(int count);
+    void floodUnheard(int count);
 
-    /// The names of all other programs.
+    /// The names of all other programs, without those that are spared.
     std::vector<std::string> others() const;
 
+    /// Nothing more is sent to those that are there now.
+    void spareOthers() { spared_ = others(); }
+
 private:
+    void flood(int count, const std::function<sdbus::Signal(sdbus::IObject&)>& make);
+
     std::unique_ptr<sdbus::IConnection> bus_;
+    std::vector<std::string> spared_;
 };
 
 } // namespace tarvik

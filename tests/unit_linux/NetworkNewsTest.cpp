@@ -96,6 +96,7 @@ TEST_F(NetworkNewsTest, ASignalThatCannotBeReadChangesNothing) {
     expectNoChangeBy(ofOwner(busName, {service, 1U, 2U}));
     expectNoChangeBy(ofOwner(busName, {1U, owner, std::string()}));
     expectNoChangeBy(signal(owner, settings, "NewConnection", {}));
+    expectNoChangeBy(signal(owner, settings, "NewConnection", {"no path"}));
     expectNoChangeBy(signal(owner, settings, "ConnectionRemoved", {1U}));
     expectNoChangeBy(signal(owner, lineInterface, "StateChanged", {}));
     expectNoChangeBy(signal(owner, lineInterface, "StateChanged", {4U}));

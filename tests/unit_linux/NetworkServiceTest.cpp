@@ -412,6 +412,53 @@ TEST_F(NetworkServiceTest, AServiceThatDoesNotAnswerKeepsWhatItSaidAndIsLeftAlon
     service.setSilent(false);
 }
 
+TEST_F(NetworkServiceTest, AnOrderThatIsNotAnsweredHasTheServiceLeftAlone) {
+    const std::string path = addVpn("office");
+    NetworkBus bus;
+    ASSERT_TRUE(bus.refresh());
+    service.setSilent(true);
+    const auto begin = std::chrono::steady_clock::now();
+
+    EXPECT_THROW(bus.deactivate(path), BusFailure);
+
+    EXPECT_TRUE(bus.late());
+    EXPECT_TRUE(bus.refresh());
+    EXPECT_EQ(bus.lines().size(), 1U);
+    EXPECT_EQ(bus.profiles().size(), 1U);
+    // The next one is tried all the same: it may be the one that ends a call.
+    EXPECT_THROW(bus.deactivate(path), BusFailure);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
+    service.setSilent(false);
+    bus.deactivate(path);
+    EXPECT_EQ(service.deactivated().back(), path);
+}
+
+TEST_F(NetworkServiceTest, AnOrderThatIsRefusedChangesNothingElse) {
+    const std::string path = addVpn("office");
+    NetworkBus bus;
+    ASSERT_TRUE(bus.refresh());
+    service.failure = "org.freedesktop.NetworkManager.PermissionDenied";
+
+    EXPECT_THROW(bus.deactivate(path), BusFailure);
+
+    EXPECT_FALSE(bus.silent());
+    EXPECT_TRUE(bus.refresh());
+    EXPECT_EQ(bus.lines().size(), 1U);
+}
+
+TEST_F(NetworkServiceTest, AnOrderToAServiceThatIsGoneFindsItGone) {
+    const std::string path = addVpn("office");
+    NetworkBus bus;
+    ASSERT_TRUE(bus.refresh());
+    service.stop();
+
+    EXPECT_THROW(bus.deactivate(path), BusFailure);
+
+    EXPECT_FALSE(bus.silent());
+    EXPECT_FALSE(bus.refresh());
+    EXPECT_TRUE(bus.lines().empty());
+}
+
 TEST_F(NetworkServiceTest, AServiceThatHasNeverAnsweredIsTooLateAndNotAbsent) {
     service.addProfile("office", "vpn");
     service.setSilent(true);

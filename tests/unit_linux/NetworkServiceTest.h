@@ -23,8 +23,9 @@ inline constexpr std::uint32_t activating = 1;
 inline constexpr std::uint32_t activated = 2;
 inline constexpr std::uint32_t deactivated = 4;
 
-/// The program's network connections on the stand-in for NetworkManager.
-class NetworkServiceTest : public testing::Test {
+/// The program's network connections on a stand-in for NetworkManager.
+template <class Service>
+class NetworkUserTest : public testing::Test {
 protected:
     /// The names of the entries; the code that the listing answered with is kept.
     Names entries() {
@@ -89,14 +90,6 @@ protected:
         write(interface, "statistics/tx_bytes", sent);
     }
 
-    /// A VPN that is up over a tunnel.
-    std::string addVpn(const std::string& name) {
-        const std::string wire = service.addDevice("eth0", "/ip/eth0");
-        service.addDevice("tun0", "/ip/tun0");
-        return service.addLine(service.addProfile(name, "vpn"), activated,
-                               {sdbus::ObjectPath(wire)}, "/ip/tun0");
-    }
-
     /// Asks again until the signals have arrived that make it so; false when they do not.
     static bool soon(const std::function<bool()>& condition) {
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
@@ -107,10 +100,21 @@ protected:
     }
 
     TemporaryFolder folder;
-    NetworkStandIn service;
+    Service service;
     NetworkConnections connections{folder.path()};
     std::uint32_t code = 0;
     std::uint32_t handle = 0;
+};
+
+class NetworkServiceTest : public NetworkUserTest<NetworkStandIn> {
+protected:
+    /// A VPN that is up over a tunnel.
+    std::string addVpn(const std::string& name) {
+        const std::string wire = service.addDevice("eth0", "/ip/eth0");
+        service.addDevice("tun0", "/ip/tun0");
+        return service.addLine(service.addProfile(name, "vpn"), activated,
+                               {sdbus::ObjectPath(wire)}, "/ip/tun0");
+    }
 };
 
 } // namespace tarvik

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/TemporaryFolder.h"
+#include "SystemBusStandIn.h"
 
 #include <sdbus-c++/sdbus-c++.h>
 
@@ -13,7 +13,6 @@
 #include <memory>
 #include <mutex>
 #include <string>
-#include <sys/types.h>
 #include <vector>
 
 namespace tarvik {
@@ -79,6 +78,16 @@ public:
     void failDevice(const std::string& path, std::uint32_t reason);
     void setPrimary(const std::string& path, const std::string& type);
 
+    /// Tells everybody that asked for it, whatever it is.
+    template <class... Values>
+    void tell(const std::string& path, const std::string& interface, const std::string& member,
+              const Values&... values) {
+        const auto object = objectAt(path);
+        sdbus::Signal signal = object->createSignal(interface, member);
+        ((signal << values), ...);
+        object->emitSignal(signal);
+    }
+
     /// What `ActivateConnection` does, on the stand-in's thread; its answer is the path.
     std::function<std::string(const std::string& profile)> onActivate;
     /// An error's name that the next call to activate or deactivate answers with; empty for none.
@@ -86,8 +95,6 @@ public:
     std::vector<std::string> deactivated() const;
 
 private:
-    static std::string busConfiguration(const std::string& socket);
-    void startBus();
     void registerManager();
     void registerSettings();
     template <class Value>
@@ -100,8 +107,7 @@ private:
     void tellLines();
     void answer();
 
-    TemporaryFolder folder_;
-    pid_t bus_ = 0;
+    SystemBusStandIn bus_;
     std::unique_ptr<sdbus::IConnection> connection_;
     std::unique_ptr<sdbus::IObject> manager_;
     std::unique_ptr<sdbus::IObject> settings_;

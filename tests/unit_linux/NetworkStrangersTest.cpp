@@ -3,6 +3,10 @@
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
+#include <functional>
+#include <malloc.h>
+#include <thread>
 #include <unistd.h>
 
 namespace tarvik {
@@ -12,6 +16,31 @@ const std::string busPath = "/org/freedesktop/DBus";
 const std::string busName = "org.freedesktop.DBus";
 const std::string serviceName = "org.freedesktop.NetworkManager";
 const std::string noLine = "/org/freedesktop/NetworkManager/ActiveConnection/99";
+
+/// Does something on and on, as long as it lives.
+class Sending {
+public:
+    explicit Sending(const std::function<void()>& send)
+        : thread_([this, send] {
+              while (!over_) {
+                  try {
+                      send();
+                  } catch (const sdbus::Error&) {
+                      // The bus holds up whoever sends more than others read.
+                  }
+              }
+          }) {}
+    ~Sending() {
+        over_ = true;
+        thread_.join();
+    }
+    Sending(const Sending&) = delete;
+    Sending& operator=(const Sending&) = delete;
+
+private:
+    std::atomic<bool> over_ = false;
+    std::thread thread_;
+};
 
 /// A line is up and counted, and somebody else is on the bus.
 class NetworkStrangersTest : public NetworkServiceTest {
@@ -37,6 +66,9 @@ protected:
         EXPECT_EQ(found[0].hrasconn, line);
         EXPECT_EQ(statisticsOf(line).dwBytesRcved, 900U);
     }
+
+    /// Has the program ask for the lines.
+    void tellOfLines() { service.tell(path, serviceName + ".Connection.Active", "Something"); }
 
     BusStranger stranger;
     std::string path;
@@ -94,6 +126,15 @@ TEST_F(NetworkStrangersTest, AFloodIsLeftBehindUnderAnotherName) {
     EXPECT_EQ(lines().at(0).hrasconn, line);
 }
 
+TEST_F(NetworkStrangersTest, AFloodThatNobodyListensToIsLeftBehindUnderAnotherName) {
+    const Names before = stranger.others();
+
+    stranger.floodUnheard(1000);
+
+    EXPECT_TRUE(soon([&] { return lines().size() == 1 && stranger.others() != before; }));
+    EXPECT_EQ(lines().at(0).hrasconn, line);
+}
+
 TEST_F(NetworkStrangersTest, AFewSignalsAreNoReasonForAnotherName) {
     const Names before = stranger.others();
     stranger.flood(10);
@@ -110,17 +151,45 @@ TEST_F(NetworkStrangersTest, AFloodHidesNothingThatComesBehindIt) {
 }
 
 TEST_F(NetworkStrangersTest, AFloodThatDoesNotEndHidesNothing) {
-    std::atomic<bool> over = false;
-    std::thread sending([&] {
-        while (!over) {
-            stranger.flood(1000);
-        }
-    });
+    const Sending sending([this] { stranger.flood(1000); });
 
     expectThatMonitoringGoesOn();
+}
 
-    over = true;
-    sending.join();
+TEST_F(NetworkStrangersTest, AFloodThatNobodyListensToAndDoesNotEndHidesNothing) {
+    const Sending sending([this] { stranger.floodUnheard(1000); });
+
+    expectThatMonitoringGoesOn();
+}
+
+TEST_F(NetworkStrangersTest, AFloodThatNobodyListensToDoesNotFillTheProgram) {
+    constexpr std::size_t most = std::size_t{32} << 20; // bytes: a quarter of what waits at the bus
+    tellOfLines();
+    stranger.floodUnheard(12'000);
+    const std::size_t before = mallinfo2().uordblks;
+
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_EQ(lines().size(), 1U);
+        EXPECT_EQ(code, 0U);
+        EXPECT_LT(mallinfo2().uordblks, before + most);
+    }
+}
+
+TEST_F(NetworkStrangersTest, AFloodThatNobodyListensToDoesNotPutOffTheEndOfAnOperation) {
+    stranger.spareOthers(); // they read nothing, and the bus would stop the flood
+    service.setSilent(true);
+    NetworkBus bus;
+    {
+        const Sending sending([this] { stranger.floodUnheard(200); });
+        const auto begin = std::chrono::steady_clock::now();
+
+        EXPECT_FALSE(bus.refresh());
+
+        EXPECT_TRUE(bus.late());
+        // Two seconds are the limit, and the library's own is 25.
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
+    }
+    service.setSilent(false);
 }
 
 } // namespace

@@ -16,6 +16,9 @@ public:
     Properties propertiesOf(const std::string&, const std::string&) override { return {}; }
 
     std::vector<sdbus::ObjectPath> profilePaths() override {
+        if (listFails) {
+            throw sdbus::Error("org.freedesktop.NetworkManager.Failed", "");
+        }
         std::vector<sdbus::ObjectPath> paths;
         for (const auto& [path, name] : names) {
             paths.emplace_back(path);
@@ -26,7 +29,7 @@ public:
     ProfileSettings settingsOf(const std::string& profile) override {
         asked.push_back(profile);
         if (profile == mute) {
-            throw sdbus::Error("org.freedesktop.DBus.Error.NoReply", "");
+            throw sdbus::Error(error, "");
         }
         const auto found = names.find(profile);
         if (found == names.end()) {
@@ -40,7 +43,9 @@ public:
 
     std::map<std::string, std::string> names; ///< by path
     std::string type = "gsm";
-    std::string mute; ///< the path of one that is not answered for
+    std::string mute; ///< the path of one that is answered for with the error
+    std::string error = "org.freedesktop.DBus.Error.NoReply";
+    bool listFails = false;
     Names asked;
 };
 
@@ -185,6 +190,103 @@ TEST_F(ProfileBookTest, OneThatIsNotAnsweredForKeepsNothingElseBack) {
     readAll();
     EXPECT_TRUE(book.complete());
     EXPECT_EQ(names().size(), 3U);
+}
+
+class NoAnswerTest : public ProfileBookTest, public testing::WithParamInterface<const char*> {};
+
+TEST_P(NoAnswerTest, IsToldAndTheProfileReadLater) {
+    addMany(2);
+    service.mute = "/0";
+    service.error = std::string("org.freedesktop.DBus.Error.") + GetParam();
+
+    EXPECT_THROW(readAll(), sdbus::Error);
+
+    EXPECT_FALSE(book.complete());
+    service.mute.clear();
+    readAll();
+    EXPECT_EQ(names(), (Names{"p0", "p1"}));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, NoAnswerTest,
+                         testing::Values("NoReply", "Timeout", "TimedOut", "Disconnected",
+                                         "ServiceUnknown", "NameHasNoOwner"));
+
+/// One is answered for, but with an error that does not say that it is gone.
+class OddProfileTest : public ProfileBookTest {
+protected:
+    OddProfileTest() {
+        addMany(3);
+        service.error = "org.freedesktop.NetworkManager.Settings.Failed";
+    }
+};
+
+TEST_F(OddProfileTest, IsLeftOutAndTheOthersAreRead) {
+    service.mute = "/0";
+
+    readAll();
+    readAll();
+
+    EXPECT_EQ(names(), (Names{"p1", "p2"}));
+    EXPECT_TRUE(book.complete());
+    EXPECT_EQ(service.asked.size(), 3U);
+}
+
+TEST_F(OddProfileTest, StaysAsItWasKnown) {
+    readAll();
+    service.mute = "/0";
+
+    book.change("/0");
+    readAll();
+
+    EXPECT_EQ(names(), (Names{"p0", "p1", "p2"}));
+}
+
+TEST_F(OddProfileTest, IsReadAgainWhenAnyHasChanged) {
+    service.mute = "/0";
+    readAll();
+    service.mute.clear();
+
+    book.change("/1");
+    readAll();
+
+    EXPECT_EQ(names(), (Names{"p0", "p1", "p2"}));
+    EXPECT_EQ(service.asked.size(), 5U);
+}
+
+TEST_F(OddProfileTest, IsReadAgainWhenAnyHasGone) {
+    service.mute = "/0";
+    readAll();
+    service.mute.clear();
+
+    book.remove("/1");
+    readAll();
+
+    EXPECT_EQ(names(), (Names{"p0", "p2"}));
+}
+
+TEST_F(OddProfileTest, IsNotAskedForAgainWhenItIsGoneItself) {
+    service.mute = "/0";
+    readAll();
+    service.asked.clear();
+
+    book.remove("/0");
+    book.change("/1");
+    readAll();
+
+    EXPECT_EQ(service.asked, Names{"/1"});
+}
+
+TEST_F(ProfileBookTest, WhatWasListedStaysWhileItCannotBeListedAnew) {
+    addMany(2);
+    readAll();
+    service.listFails = true;
+
+    book.doubt();
+    EXPECT_THROW(readAll(), sdbus::Error);
+
+    EXPECT_TRUE(book.listed());
+    EXPECT_FALSE(book.complete());
+    EXPECT_EQ(names(), (Names{"p0", "p1"}));
 }
 
 TEST_F(ProfileBookTest, OneThatIsGoneWhenItIsReadIsLeftOut) {

@@ -1,104 +1,12 @@
-#include "linux/services/ToolkitServices.h"
-#include "support/TemporaryFolder.h"
+#include "ToolkitServicesTest.h"
 
-#include <QByteArray>
-
-#include <gtest/gtest.h>
-
+#include <filesystem>
 #include <fstream>
 #include <string>
 #include <string_view>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <thread>
-#include <unistd.h>
-#include <vector>
 
 namespace tarvik {
 namespace {
-
-/// A service of this machine that takes one connection after the other, says the same to each as
-/// its first word, and nothing more.
-class FirstWord {
-public:
-    FirstWord(const std::string& path, std::string_view word) : word_(word) {
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        path.copy(address.sun_path, sizeof address.sun_path - 1);
-        EXPECT_EQ(bind(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-        EXPECT_EQ(listen(socket_, 8), 0);
-        thread_ = std::thread([this] { serve(); });
-    }
-    ~FirstWord() {
-        shutdown(socket_, SHUT_RDWR);
-        thread_.join();
-        for (const int taken : taken_) {
-            close(taken);
-        }
-        close(socket_);
-    }
-    FirstWord(const FirstWord&) = delete;
-    FirstWord& operator=(const FirstWord&) = delete;
-
-private:
-    void serve() {
-        for (int taken = 0; (taken = accept(socket_, nullptr, nullptr)) >= 0;) {
-            taken_.push_back(taken);
-            EXPECT_EQ(write(taken, word_.data(), word_.size()), static_cast<ssize_t>(word_.size()));
-        }
-    }
-
-    std::string word_;
-    int socket_ = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    std::vector<int> taken_;
-    std::thread thread_;
-};
-
-/// One variable of the environment, as it was again afterwards.
-class Variable {
-public:
-    explicit Variable(const char* name) : name_(name), before_(qgetenv(name)) {}
-    ~Variable() {
-        if (before_.isNull()) {
-            qunsetenv(name_);
-        } else {
-            qputenv(name_, before_);
-        }
-    }
-    Variable(const Variable&) = delete;
-    Variable& operator=(const Variable&) = delete;
-
-    void set(const std::string& value) { qputenv(name_, QByteArray::fromStdString(value)); }
-    std::string get() const { return qgetenv(name_).toStdString(); }
-
-private:
-    const char* name_;
-    QByteArray before_;
-};
-
-class ToolkitServicesTest : public testing::Test {
-protected:
-    ToolkitServicesTest() {
-        qunsetenv("AT_SPI_BUS_ADDRESS");
-        qunsetenv("SESSION_MANAGER");
-    }
-
-    std::string bus() const { return "unix:path=" + path; }
-    std::string manager() const { return "local/here:@tarvik/nowhere,unix/here:" + path; }
-
-    /// Greets the services; what is said of those that are left out.
-    static std::string greet() {
-        testing::internal::CaptureStderr();
-        const ToolkitServices services;
-        return testing::internal::GetCapturedStderr();
-    }
-
-    TemporaryFolder folder;
-    std::string path = folder.path() + "/service";
-    Variable sessionBus{"DBUS_SESSION_BUS_ADDRESS"};
-    Variable accessibilityBus{"AT_SPI_BUS_ADDRESS"};
-    Variable sessionManager{"SESSION_MANAGER"};
-};
 
 TEST_F(ToolkitServicesTest, ABusThatGreetsIsLeftAsItIs) {
     const std::string before = sessionBus.get();
@@ -192,7 +100,6 @@ protected:
             << ",guid=1\nIBUS_DAEMON_PID=1\n";
     }
 
-    Variable typing{"QT_IM_MODULE"};
     Variable addressFile{"IBUS_ADDRESS_FILE"};
 };
 
@@ -225,6 +132,71 @@ TEST_F(InputMethodTest, AnotherInputMethodIsLeftAsItIs) {
     EXPECT_EQ(greet(), "");
 
     EXPECT_EQ(typing.get(), "compose");
+}
+
+/// Files with the addresses of input methods, as they themselves write them.
+class InputMethodFilesTest : public ToolkitServicesTest {
+protected:
+    InputMethodFilesTest() {
+        typing.set("ibus");
+        qunsetenv("IBUS_ADDRESS_FILE");
+        qunsetenv("WAYLAND_DISPLAY");
+        config.set(folder.path());
+        const std::string files = folder.path() + "/ibus/bus";
+        std::filesystem::create_directories(files);
+        std::ofstream(files + "/0123-unix-7")
+            << "IBUS_ADDRESS=unix:path=" << path << "\nIBUS_DAEMON_PID=1\n";
+    }
+
+    Variable addressFile{"IBUS_ADDRESS_FILE"};
+    Variable wayland{"WAYLAND_DISPLAY"};
+    Variable display{"DISPLAY"};
+    Variable config{"XDG_CONFIG_HOME"};
+    FirstWord mute{path, ""};
+};
+
+TEST_F(InputMethodFilesTest, TheOneOfThisDisplayIsGreeted) {
+    display.set(":7.0");
+
+    greet();
+
+    EXPECT_EQ(qgetenv("QT_IM_MODULE").isNull(), true);
+}
+
+TEST_F(InputMethodFilesTest, TheOneOfAnotherDisplayIsNotGreeted) {
+    display.set("unix:17");
+
+    EXPECT_EQ(greet(), "");
+
+    EXPECT_EQ(typing.get(), "ibus");
+}
+
+TEST_F(InputMethodFilesTest, TheOneOfThisDisplayOfWaylandIsGreeted) {
+    display.set(":3");
+    wayland.set("7");
+
+    greet();
+
+    EXPECT_EQ(qgetenv("QT_IM_MODULE").isNull(), true);
+}
+
+TEST_F(ToolkitServicesTest, AllAreWaitedForTogether) {
+    const FirstWord mute(path, "");
+    sessionBus.set(bus());
+    accessibilityBus.set(bus());
+    sessionManager.set(manager());
+    int turns = 0;
+
+    greet(Patience([&turns] {
+        ++turns;
+        return false;
+    }));
+
+    EXPECT_EQ(sessionBus.get(), "disabled:");
+    EXPECT_EQ(accessibilityBus.get(), "disabled:");
+    EXPECT_EQ(qgetenv("SESSION_MANAGER").isNull(), true);
+    // Of 10 ms: the 150 ms for all, and one more for each whose answer is looked for afterwards.
+    EXPECT_LE(turns, 15 + 2);
 }
 
 TEST_F(ToolkitServicesTest, ASessionManagerThatIsNotThereIsLeftToTheToolkit) {

@@ -1,13 +1,13 @@
 #include "linux/face/LinuxCommonDialogs.h"
 
 #include "linux/face/FaceText.h"
+#include "linux/face/FileDialogNames.h"
 #include "linux/face/QtDesktop.h"
 
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QPointer>
-#include <QStyledItemDelegate>
 
 #include <algorithm>
 #include <string>
@@ -62,20 +62,8 @@ QString pathOf(const char* bytes) {
     return bytes == nullptr ? QString() : QFile::decodeName(bytes);
 }
 
-/// Shows the names of files so that none can be read as another one; a name that is changed in the
-/// list is taken as it stands.
-class NameDelegate : public QStyledItemDelegate {
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    QString displayText(const QVariant& value, const QLocale& locale) const override {
-        return withVisibleDirections(QStyledItemDelegate::displayText(value, locale));
-    }
-};
-
 void setOptions(QFileDialog& dialog, const OPENFILENAMEA& data, bool open) {
     identify(dialog, "fileDialog");
-    dialog.setItemDelegate(new NameDelegate(&dialog));
     dialog.setAcceptMode(open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
     dialog.setFileMode(!open                         ? QFileDialog::AnyFile
                        : has(data, allowMultiselect) ? QFileDialog::ExistingFiles
@@ -176,6 +164,7 @@ bool LinuxCommonDialogs::show(OPENFILENAMEA& data, const DialogPlacement& place,
     // The owner takes the dialog along if it goes meanwhile.
     const QPointer<QFileDialog> dialog = new QFileDialog(desktop_.ownerOf(owner));
     setOptions(*dialog, data, open);
+    showNamesPlainly(*dialog);
     placeDialog(*dialog, place);
     const bool accepted = desktop_.runDialog(*dialog);
     if (dialog.isNull()) {

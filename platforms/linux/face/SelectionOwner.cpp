@@ -2,7 +2,7 @@
 
 #include <xcb/xcb.h>
 
-#include <chrono>
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
 #include <poll.h>
@@ -13,7 +13,6 @@ namespace tarvik::face {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-constexpr std::chrono::milliseconds longestWait{100};
 
 struct Free {
     void operator()(void* memory) const { std::free(memory); }
@@ -34,9 +33,12 @@ xcb_atom_t atomOf(xcb_connection_t* display, std::string_view name) {
     return reply == nullptr ? xcb_atom_t{XCB_ATOM_NONE} : reply->atom;
 }
 
-bool isHeld(xcb_connection_t* display, xcb_atom_t selection) {
+/// Somebody holds it. `tookTime` gets how long the display took for the answer.
+bool isHeld(xcb_connection_t* display, xcb_atom_t selection, std::chrono::microseconds& tookTime) {
+    const Clock::time_point begin = Clock::now();
     const Owned<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
         display, xcb_get_selection_owner(display, selection), nullptr));
+    tookTime = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - begin);
     return reply != nullptr && reply->owner != XCB_WINDOW_NONE;
 }
 
@@ -51,9 +53,9 @@ void ask(xcb_connection_t* display, xcb_atom_t selection) {
     xcb_flush(display);
 }
 
-bool isAnswered(xcb_connection_t* display) {
-    const Clock::time_point end = Clock::now() + longestWait;
-    for (auto left = longestWait; left.count() > 0;
+bool isAnswered(xcb_connection_t* display, std::chrono::milliseconds longest) {
+    const Clock::time_point end = Clock::now() + longest;
+    for (auto left = longest; left.count() > 0;
          left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now())) {
         pollfd waiting{.fd = xcb_get_file_descriptor(display), .events = POLLIN, .revents = 0};
         poll(&waiting, 1, static_cast<int>(left.count()));
@@ -72,17 +74,26 @@ bool isAnswered(xcb_connection_t* display) {
 
 } // namespace
 
+std::chrono::milliseconds longestSilence(std::chrono::microseconds roundTrip) {
+    using std::chrono::milliseconds;
+    // One way and back for the question, one for the answer; a holder far away asks some itself.
+    constexpr int roundTrips = 4;
+    const auto ways = std::chrono::duration_cast<milliseconds>(roundTrips * roundTrip);
+    return std::min(milliseconds(100) + ways, milliseconds(1000));
+}
+
 bool selectionOwnerAnswers(const char* selection) {
     const Display display(xcb_connect(nullptr, nullptr));
     if (xcb_connection_has_error(display.get()) != 0) {
         return true;
     }
     const xcb_atom_t atom = atomOf(display.get(), selection);
-    if (!isHeld(display.get(), atom)) {
+    std::chrono::microseconds roundTrip{};
+    if (!isHeld(display.get(), atom, roundTrip)) {
         return true;
     }
     ask(display.get(), atom);
-    return isAnswered(display.get());
+    return isAnswered(display.get(), longestSilence(roundTrip));
 }
 
 } // namespace tarvik::face

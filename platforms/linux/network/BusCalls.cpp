@@ -12,13 +12,13 @@ const std::string noOwner = "org.freedesktop.DBus.Error.NameHasNoOwner";
 
 void BusCalls::requireTime() const {
     if (Clock::now() >= end_) {
-        throw sdbus::Error("org.freedesktop.DBus.Error.Timeout", "");
+        throw sdbus::Error(dbus::timedOut, "");
     }
 }
 
 /// Handles what has come, or else waits for something to come.
 void BusCalls::handleNext() {
-    if (bus_.processPendingRequest()) {
+    if (throughBus([this] { return bus_.processPendingRequest(); })) {
         return;
     }
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(end_ - Clock::now()).count();

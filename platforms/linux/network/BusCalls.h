@@ -10,6 +10,17 @@
 
 namespace tarvik {
 
+/// Does what fails only where the connection to the bus does, and says so: the library has many
+/// names for that.
+template <class Use>
+auto throughBus(const Use& use) {
+    try {
+        return use();
+    } catch (const sdbus::Error& error) {
+        throw sdbus::Error(dbus::disconnected, error.getMessage());
+    }
+}
+
 /// Calls to NetworkManager, or to the bus itself, that have a time limit together.
 ///
 /// The library's own calls that wait do not look at the clock while anything at all comes in, and
@@ -53,16 +64,17 @@ private:
         requireTime();
         // Goes before what it writes to: an answer that comes too late is not taken.
         const auto proxy = sdbus::createProxy(bus_, service, path);
-        proxy->callMethodAsync(method)
-            .onInterface(interface)
-            .withArguments(arguments...)
-            .uponReplyInvoke([&](const sdbus::Error* error, const Answers&... given) {
+        auto question = proxy->callMethodAsync(method);
+        question.onInterface(interface).withArguments(arguments...);
+        throughBus([&] {
+            question.uponReplyInvoke([&](const sdbus::Error* error, const Answers&... given) {
                 if (error != nullptr) {
                     failure = *error;
                 } else {
                     answers = std::tuple(given...);
                 }
             });
+        });
         while (!answers && !failure) {
             requireTime();
             handleNext();

@@ -19,6 +19,17 @@ bool isTimeOut(const sdbus::Error& error) {
     return endsWithOne(error.getName(), std::array{".NoReply", ".Timeout", ".TimedOut"});
 }
 
+/// These are the bus's own words: a service may use others that end alike.
+bool isDisconnected(const sdbus::Error& error) {
+    const std::string& name = error.getName();
+    return name == dbus::disconnected || name == dbus::service + ".Error.ServiceUnknown" ||
+           name == dbus::service + ".Error.NameHasNoOwner";
+}
+
+bool isNoAnswer(const sdbus::Error& error) {
+    return isTimeOut(error) || isDisconnected(error);
+}
+
 bool isGone(const sdbus::Error& error) {
     return endsWithOne(error.getName(),
                        std::array{".UnknownObject", ".UnknownMethod", ".UnknownInterface",

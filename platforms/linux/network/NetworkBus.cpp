@@ -26,18 +26,23 @@ constexpr int mostOfStrangers = 20;
 /// once it does not come in two seconds either, and what is known has to do for a while.
 constexpr std::chrono::milliseconds longestInFlood{300};
 
-/// Runs `read` if it is due; it is again where it fails, or where a signal says so meanwhile.
+/// Runs `read` if it is due; it is again where it fails, or where a signal says so meanwhile. False
+/// when the answer cannot be used: that keeps nothing else from being read.
 template <class Read>
-void readIf(bool& stale, const Read& read) {
+bool readIf(bool& stale, const Read& read) {
     if (!stale) {
-        return;
+        return true;
     }
     stale = false;
     try {
         read();
-    } catch (const sdbus::Error&) {
+        return true;
+    } catch (const sdbus::Error& error) {
         stale = true;
-        throw;
+        if (isNoAnswer(error)) {
+            throw;
+        }
+        return false;
     }
 }
 
@@ -79,7 +84,7 @@ bool NetworkBus::connect(Clock::time_point end) {
         return true;
     } catch (const sdbus::Error& error) {
         bus_.reset();
-        failed(error);
+        failed(isTimeOut(error) ? error : sdbus::Error(dbus::disconnected, error.getMessage()));
         return false;
     }
 }
@@ -99,7 +104,7 @@ std::unique_ptr<sdbus::IConnection> NetworkBus::openBus() {
     }
     const auto longest = flooded_ ? longestInFlood : longestGreeting;
     if (connecting_.wait_for(longest) != std::future_status::ready) {
-        throw sdbus::Error("org.freedesktop.DBus.Error.Timeout", "");
+        throw sdbus::Error(dbus::timedOut, "");
     }
     return connecting_.get();
 }
@@ -140,7 +145,7 @@ void NetworkBus::catchUp() {
     if (bus_ == nullptr) {
         return;
     }
-    flooded_ = !pump();
+    flooded_ = !throughBus([this] { return pump(); });
     if (flooded_) {
         bus_.reset();
         news_.doubt();
@@ -150,9 +155,10 @@ void NetworkBus::catchUp() {
 void NetworkBus::failed(const sdbus::Error& error) {
     if (isTimeOut(error)) {
         quietUntil_ = Clock::now() + quietTime;
-    } else {
-        forget(); // the bus or the service has gone; the next refresh begins anew
+    } else if (isDisconnected(error)) {
+        forget(); // the next refresh begins anew
     }
+    // Anything else says nothing about what is known, and is asked again.
 }
 
 void NetworkBus::forget() {
@@ -185,12 +191,12 @@ void NetworkBus::readStale(Clock::time_point end, std::chrono::milliseconds prof
     BusCalls calls(*bus_, end);
     const std::uint64_t start = news_.starts();
     // These first: thousands of profiles are not to keep a connection from being counted.
-    readIf(news_.linesStale, [&] {
-        lines_ = readLines(calls);
+    const bool read = readIf(news_.linesStale, [&] {
+        lines_ = readLines(calls, known() ? lines_ : std::vector<NetworkLine>());
         nameLines(lines_, profiles());
         state_ = readState(calls);
     });
-    knownSince_ = start;
+    knownSince_ = read ? start : knownSince_;
     if (std::exchange(bookSince_, start) != start) {
         book_.clear();
     }
@@ -219,18 +225,20 @@ void NetworkBus::wait(int milliseconds) {
     refresh();
 }
 
-/// What `order` answers; it gets the calls to make.
+/// What `order` answers; it gets the calls to make. What the user wants is tried even where the
+/// service is to be left alone.
 template <class Order>
 auto NetworkBus::order(const Order& order) {
     const auto end = Clock::now() + BusCalls::longest;
     try {
         catchUp();
         if (!connect(end)) {
-            throw BusFailure{dbus::service + ".Error.Disconnected"};
+            throw BusFailure{late() ? dbus::timedOut : dbus::disconnected};
         }
         BusCalls calls(*bus_, end);
         return order(calls);
     } catch (const sdbus::Error& error) {
+        failed(error);
         throw BusFailure{error.getName()};
     }
 }

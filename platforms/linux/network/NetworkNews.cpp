@@ -79,7 +79,10 @@ void NetworkNews::takeOfService(const BusSignal& signal) {
 void NetworkNews::takeOfSettings(const BusSignal& signal) {
     const bool there = signal.member == "NewConnection";
     if ((there || signal.member == "ConnectionRemoved") && has<std::string>(signal, 1)) {
-        changedProfiles[std::get<std::string>(signal.values[0])] = there;
+        const std::string& path = std::get<std::string>(signal.values[0]);
+        if (path.starts_with('/')) { // any other text names nothing
+            changedProfiles[path] = there;
+        }
     }
 }
 

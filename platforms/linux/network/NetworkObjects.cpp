@@ -34,7 +34,7 @@ std::string textOf(const ProfileSettings& settings, const std::string& group,
     return values == settings.end() ? std::string() : valueOf<std::string>(values->second, key);
 }
 
-/// The objects that are still there when they are read.
+/// The objects that are still there when they are read, and can be.
 template <class Object, class Read>
 std::vector<Object> readAll(const std::vector<sdbus::ObjectPath>& paths, const Read& read) {
     std::vector<Object> found;
@@ -44,7 +44,7 @@ std::vector<Object> readAll(const std::vector<sdbus::ObjectPath>& paths, const R
                 found.push_back(std::move(*object));
             }
         } catch (const sdbus::Error& error) {
-            if (!isGone(error)) {
+            if (isNoAnswer(error)) {
                 throw;
             }
         }
@@ -119,6 +119,24 @@ struct BaseConnection {
     std::vector<std::string> devices;
 };
 
+std::optional<NetworkLine> readLine(BusReplies& replies, const std::string& path,
+                                    std::vector<BaseConnection>& bases) {
+    const Properties properties = replies.propertiesOf(path, nm::lineInterface);
+    if (isBase(valueOf<std::string>(properties, "Type")) &&
+        valueOf<std::uint32_t>(properties, "State") == activated) {
+        bases.push_back({.path = path, .devices = devicesOf(properties)});
+    }
+    return readLine(replies, path, properties);
+}
+
+/// What was known of a line before the answer about it failed so; nothing ends by an odd one.
+std::optional<NetworkLine> knownLine(const std::vector<NetworkLine>& known, const std::string& path,
+                                     const sdbus::Error& error) {
+    const auto before = std::find_if(known.begin(), known.end(),
+                                     [&](const NetworkLine& one) { return one.path == path; });
+    return before == known.end() || isGone(error) ? std::nullopt : std::optional(*before);
+}
+
 /// A WireGuard tunnel does not tell what it runs over: it is the only connection that is there for
 /// it, else the one with the default route.
 std::vector<std::string> belowTunnel(const std::vector<BaseConnection>& bases,
@@ -179,17 +197,19 @@ void nameLines(std::vector<NetworkLine>& lines, const std::vector<NetworkProfile
     }
 }
 
-std::vector<NetworkLine> readLines(BusReplies& replies) {
+std::vector<NetworkLine> readLines(BusReplies& replies, const std::vector<NetworkLine>& known) {
     const Properties manager = replies.propertiesOf(nm::managerPath, nm::service);
     const auto paths = valueOf<std::vector<sdbus::ObjectPath>>(manager, "ActiveConnections");
     std::vector<BaseConnection> bases;
     auto lines = readAll<NetworkLine>(paths, [&](const std::string& path) {
-        const Properties properties = replies.propertiesOf(path, nm::lineInterface);
-        if (isBase(valueOf<std::string>(properties, "Type")) &&
-            valueOf<std::uint32_t>(properties, "State") == activated) {
-            bases.push_back({.path = path, .devices = devicesOf(properties)});
+        try {
+            return readLine(replies, path, bases);
+        } catch (const sdbus::Error& error) {
+            if (isNoAnswer(error)) {
+                throw;
+            }
+            return knownLine(known, path, error);
         }
-        return readLine(replies, path, properties);
     });
     for (NetworkLine& line : lines) {
         if (line.type == "wireguard") {

@@ -47,8 +47,9 @@ std::optional<NetworkProfile> readProfile(BusReplies& replies, const std::string
 std::vector<NetworkProfile>
 sortedProfiles(const std::map<std::string, std::optional<NetworkProfile>>& all);
 
-/// What goes away while it is read is left out. The names are NetworkManager's own.
-std::vector<NetworkLine> readLines(BusReplies& replies);
+/// What goes away while it is read is left out; a line about which the answer is odd is the one
+/// that was known, if it was. The names are NetworkManager's own.
+std::vector<NetworkLine> readLines(BusReplies& replies, const std::vector<NetworkLine>& known = {});
 /// Gives the lines the names of their profiles.
 void nameLines(std::vector<NetworkLine>& lines, const std::vector<NetworkProfile>& profiles);
 NetworkState readState(BusReplies& replies);

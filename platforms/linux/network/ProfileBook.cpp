@@ -3,6 +3,7 @@
 #include "linux/network/BusReplies.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvik {
 
@@ -11,6 +12,11 @@ void ProfileBook::clear() {
 }
 
 void ProfileBook::change(const std::string& path) {
+    await(path);
+    awaitOdd();
+}
+
+void ProfileBook::await(const std::string& path) {
     if (waiting_.insert(path).second) {
         queue_.push_back(path);
     }
@@ -18,8 +24,17 @@ void ProfileBook::change(const std::string& path) {
 
 void ProfileBook::remove(const std::string& path) {
     waiting_.erase(path);
+    odd_.erase(path);
     read_.erase(path);
     updated_ = false;
+    awaitOdd();
+}
+
+/// What was wrong with them may be over when anything has changed.
+void ProfileBook::awaitOdd() {
+    for (const std::string& path : std::exchange(odd_, {})) {
+        await(path);
+    }
 }
 
 void ProfileBook::readOn(BusReplies& replies, const std::function<bool()>& enough) {
@@ -33,7 +48,7 @@ void ProfileBook::readOn(BusReplies& replies, const std::function<bool()>& enoug
 }
 
 void ProfileBook::readSome(BusReplies& replies, const std::function<bool()>& enough) {
-    if (!listed_) {
+    if (stale_) {
         list(replies);
     }
     while (!waiting_.empty()) {
@@ -59,29 +74,41 @@ void ProfileBook::list(BusReplies& replies) {
     std::erase_if(read_, [&](const auto& one) { return !there.contains(one.first); });
     std::erase_if(waiting_, [&](const std::string& path) { return !there.contains(path); });
     for (const auto& path : paths) {
-        change(path);
+        await(path);
     }
+    odd_.clear();
     std::stable_partition(queue_.begin(), queue_.end(),
                           [&](const std::string& path) { return !read_.contains(path); });
     updated_ = false;
     listed_ = true;
+    stale_ = false;
 }
 
-void ProfileBook::readNext(BusReplies& replies) {
+std::string ProfileBook::next() {
     std::string path;
     do {
         path = queue_.front();
         queue_.pop_front();
     } while (waiting_.erase(path) == 0);
+    return path;
+}
+
+void ProfileBook::readNext(BusReplies& replies) {
+    const std::string path = next();
     updated_ = false;
     try {
         read_[path] = readProfile(replies, path);
     } catch (const sdbus::Error& error) {
-        if (!isGone(error)) {
-            change(path);
+        if (isNoAnswer(error)) {
+            await(path);
             throw;
         }
-        read_[path] = std::nullopt; // or not for this user
+        if (isGone(error)) {
+            read_[path] = std::nullopt; // or not for this user
+        } else {
+            read_.try_emplace(path);
+            odd_.insert(path);
+        }
     }
 }
 

@@ -21,20 +21,28 @@ std::string fromEnvironment(const char* name) {
     return value == nullptr ? "" : value;
 }
 
-/// Each display has a file with the address of the one that runs on it, named by rules that differ
-/// from version to version: all are looked at.
-std::vector<std::string> addressFiles() {
-    const std::string told = fromEnvironment("IBUS_ADDRESS_FILE");
-    if (!told.empty()) {
-        return {told};
+/// What ends the name of the file for the display of X: "-unix-1" for ":1.0", "-host-1" for
+/// "host:1.0".
+std::string endingOf(const std::string& display) {
+    const std::size_t colon = display.find(':');
+    const std::string host = colon == std::string::npos ? "" : display.substr(0, colon);
+    const std::string number = colon == std::string::npos ? display : display.substr(colon + 1);
+    return "-" + (host.empty() ? "unix" : host) + "-" + number.substr(0, number.find('.'));
+}
+
+std::vector<std::string> addressFiles(const InputMethodPlaces& places) {
+    if (!places.file.empty()) {
+        return {places.file};
     }
-    const std::string config = fromEnvironment("XDG_CONFIG_HOME");
-    const std::string folder = (config.empty() ? homeFolder() + "/.config" : config) + "/ibus/bus";
     std::vector<std::string> files;
     std::error_code failed;
-    for (std::filesystem::directory_iterator each(folder, failed), end; !failed && each != end;
-         each.increment(failed)) {
-        files.push_back(each->path().string());
+    for (std::filesystem::directory_iterator each(places.folder, failed), end;
+         !failed && each != end; each.increment(failed)) {
+        const std::string file = each->path().string();
+        if (std::any_of(places.endings.begin(), places.endings.end(),
+                        [&](const std::string& ending) { return file.ends_with(ending); })) {
+            files.push_back(file);
+        }
     }
     return files;
 }
@@ -67,11 +75,27 @@ bool speaks(const std::string& socket) {
 
 } // namespace
 
-bool inputMethodGreets() {
-    if (fromEnvironment("QT_IM_MODULE") != "ibus") {
-        return true;
+InputMethodPlaces inputMethodPlaces() {
+    InputMethodPlaces places;
+    places.wanted = fromEnvironment("QT_IM_MODULE") == "ibus";
+    if (!places.wanted) {
+        return places;
     }
-    const std::vector<std::string> files = addressFiles();
+    const std::string config = fromEnvironment("XDG_CONFIG_HOME");
+    const std::string wayland = fromEnvironment("WAYLAND_DISPLAY");
+    places.file = fromEnvironment("IBUS_ADDRESS_FILE");
+    places.folder = (config.empty() ? homeFolder() + "/.config" : config) + "/ibus/bus";
+    places.endings.push_back(endingOf(fromEnvironment("DISPLAY")));
+    // Where there are both displays, it depends on the toolkit's version which of them counts.
+    if (!wayland.empty()) {
+        places.endings.push_back("-unix-" + wayland);
+    }
+    return places;
+}
+
+bool inputMethodGreets(const InputMethodPlaces& places) {
+    const std::vector<std::string> files =
+        places.wanted ? addressFiles(places) : std::vector<std::string>();
     return std::all_of(files.begin(), files.end(),
                        [](const std::string& file) { return speaks(socketIn(file)); });
 }

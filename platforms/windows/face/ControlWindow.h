@@ -46,9 +46,9 @@ public:
     virtual LayoutSize measure(const FaceFont& font, int characters, int lines) const = 0;
     /// The window tells of something that happened to it, in its own numbers.
     virtual void onNotification(int) {}
-    /// The window tells of something, or asks for something, in a record of its own; the answer,
-    /// where one is asked for.
-    virtual LRESULT onNews(NMHDR&) { return 0; }
+    /// The window tells of something, or asks for something, by a code and in a record at the
+    /// address that comes with it; the answer, where one is asked for.
+    virtual LRESULT onNews(UINT, LPARAM) { return 0; }
     /// The control's time is up.
     virtual void onTimer() {}
     /// The user has come to the control.

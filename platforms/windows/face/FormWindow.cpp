@@ -5,6 +5,7 @@
 #include "windows/face/WindowMessages.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace tarvik::face {
@@ -214,7 +215,7 @@ LRESULT FormWindow::handle(UINT message, WPARAM first, LPARAM second) {
         onCommand(LOWORD(first), HIWORD(first));
         return 0;
     case WM_NOTIFY:
-        return onNews(*reinterpret_cast<NMHDR*>(second));
+        return onNews(second);
     case WM_TIMER:
         onTimer(static_cast<int>(first));
         return 0;
@@ -289,9 +290,12 @@ void FormWindow::onCommand(int id, int notification) {
     }
 }
 
-LRESULT FormWindow::onNews(NMHDR& news) {
+LRESULT FormWindow::onNews(LPARAM record) {
+    // A record may stand at any address: the one of a key in a list has its fields without gaps.
+    NMHDR news{};
+    std::memcpy(&news, reinterpret_cast<const void*>(record), sizeof news);
     ControlWindow* const own = picture(controlWithId(form_, static_cast<int>(news.idFrom)));
-    return own == nullptr ? 0 : own->onNews(news);
+    return own == nullptr ? 0 : own->onNews(news.code, record);
 }
 
 LRESULT FormWindow::onSystemCommand(WPARAM command, LPARAM place) {

@@ -54,7 +54,7 @@ private:
 
     // What happens to the window.
     void onCommand(int id, int notification);
-    LRESULT onNews(NMHDR& news);
+    LRESULT onNews(LPARAM record);
     void onTimer(int id);
     void onSize(WPARAM how);
     LRESULT onColour(HDC context, HWND control) const;

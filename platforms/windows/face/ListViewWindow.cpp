@@ -45,10 +45,10 @@ public:
                 rows * (font.lineHeight() + rowGap)};
     }
 
-    LRESULT onNews(NMHDR& news) override {
-        switch (news.code) {
+    LRESULT onNews(UINT code, LPARAM record) override {
+        switch (code) {
         case static_cast<UINT>(LVN_GETDISPINFOA):
-            answer(reinterpret_cast<NMLVDISPINFOA&>(news).item);
+            answer(reinterpret_cast<NMLVDISPINFOA*>(record)->item);
             break;
         case static_cast<UINT>(LVN_ITEMCHANGED):
         case static_cast<UINT>(LVN_ODSTATECHANGED):

@@ -1,0 +1,66 @@
+#include "linux/services/Greeting.h"
+
+#include <chrono>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <thread>
+#include <unistd.h>
+#include <utility>
+
+namespace tarvik {
+
+namespace {
+
+constexpr std::chrono::milliseconds turn{10};
+
+} // namespace
+
+bool machineIsBusy() {
+    std::ifstream file("/proc/stat");
+    unsigned running = 0;
+    unsigned blocked = 0;
+    for (std::string word; file >> word;) {
+        if (word == "procs_running") {
+            file >> running;
+        } else if (word == "procs_blocked") {
+            file >> blocked;
+        }
+    }
+    return running > std::thread::hardware_concurrency() || blocked > 0;
+}
+
+bool Patience::lasts(bool greetingWaits) {
+    return greetingWaits && !isBusy_() ? --turns_ > 0 : --busyTurns_ > 0;
+}
+
+Greeting::Greeting(std::function<bool(MayBeSilent&)> call) {
+    std::packaged_task<bool()> task([state = state_, greet = std::move(call)] {
+        state->thread = gettid();
+        return greet(state->mayBeSilent);
+    });
+    answer_ = task.get_future();
+    std::thread(std::move(task)).detach();
+}
+
+bool Greeting::wentWell(Patience& patience) {
+    while (answer_.wait_for(turn) != std::future_status::ready) {
+        if (!patience.lasts(isWaiting())) {
+            return state_->mayBeSilent;
+        }
+    }
+    return answer_.get();
+}
+
+/// It waits for the service, not for the processor or the disk.
+bool Greeting::isWaiting() const {
+    if (state_->thread == 0) {
+        return false;
+    }
+    std::ifstream file("/proc/self/task/" + std::to_string(state_->thread) + "/stat");
+    const std::string text(std::istreambuf_iterator<char>(file), {});
+    const std::size_t name = text.rfind(')');
+    return name == std::string::npos || text.substr(name).starts_with(") S");
+}
+
+} // namespace tarvik

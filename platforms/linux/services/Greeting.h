@@ -1,0 +1,56 @@
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <future>
+#include <memory>
+#include <sys/types.h>
+
+namespace tarvik {
+
+/// More wants to run than there are processors, or waits for the disk.
+bool machineIsBusy();
+
+/// The time in which all greetings together are waited for, in turns of 10 ms: 15 of them. Turns in
+/// which a service may not have had its chance do not count, up to three seconds: none is to be
+/// left out because everything starts at once.
+class Patience {
+public:
+    explicit Patience(std::function<bool()> isBusy = machineIsBusy) : isBusy_(std::move(isBusy)) {}
+
+    /// One more turn has passed, in which the greeting waited for its service, or did something
+    /// itself; false when it was the last one.
+    bool lasts(bool greetingWaits);
+
+private:
+    std::function<bool()> isBusy_;
+    int turns_ = 15;
+    int busyTurns_ = 300;
+};
+
+/// A greeting that may be waited for, or be left behind: it touches nothing of the program. It
+/// begins at once, in a thread of its own.
+class Greeting {
+public:
+    /// What `call` may set while it asks something for which the toolkit does not wait: silence is
+    /// no fault then.
+    using MayBeSilent = std::atomic<bool>;
+
+    explicit Greeting(std::function<bool(MayBeSilent&)> call);
+
+    /// Whether it went well, or nothing can be said against it when the time is over.
+    bool wentWell(Patience& patience);
+
+private:
+    struct State {
+        std::atomic<pid_t> thread{0}; ///< 0 until it has begun
+        MayBeSilent mayBeSilent{false};
+    };
+
+    bool isWaiting() const;
+
+    std::shared_ptr<State> state_ = std::make_shared<State>();
+    std::future<bool> answer_;
+};
+
+} // namespace tarvik

@@ -1,0 +1,113 @@
+#include "FileDialogTest.h"
+
+#include <QAbstractItemView>
+#include <QCompleter>
+#include <QImage>
+#include <QStyledItemDelegate>
+
+#include <filesystem>
+#include <string>
+
+namespace tarvik {
+namespace {
+
+const std::string turned = "a\u202egnp.exe";
+const QString told = QStringLiteral("a[U+202E]gnp.exe");
+
+/// What a widget shows while nobody works in it.
+QImage pictureOf(QWidget& widget) {
+    widget.clearFocus();
+    return widget.grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+QString shownBy(const QAbstractItemView& list, const QString& text) {
+    const auto* delegate = qobject_cast<const QStyledItemDelegate*>(list.itemDelegate());
+    return delegate == nullptr ? QString() : delegate->displayText(text, QLocale::c());
+}
+
+using FileDialogNamesTest = FileDialogTest;
+
+TEST_F(FileDialogNamesTest, TheBoxOfTheNameTellsOfATurnAndKeepsTheName) {
+    const QString name = QString::fromStdString(turned);
+    QImage shown;
+    QImage wanted;
+    QString kept;
+
+    open([&](QFileDialog& dialog) {
+        nameOf(dialog).setText(name);
+        shown = pictureOf(nameOf(dialog));
+        kept = nameOf(dialog).text();
+        QLineEdit plain(told);
+        plain.setFont(nameOf(dialog).font());
+        plain.resize(nameOf(dialog).size());
+        wanted = pictureOf(plain);
+    });
+
+    EXPECT_EQ(shown, wanted);
+    EXPECT_EQ(kept, name);
+}
+
+TEST_F(FileDialogNamesTest, TheNameIsChangedAsItStands) {
+    QImage shown;
+    QImage wanted;
+
+    open([&](QFileDialog& dialog) {
+        dialog.activateWindow();
+        nameOf(dialog).setFocus();
+        ASSERT_TRUE(spinUntil([&] { return nameOf(dialog).hasFocus(); }));
+        nameOf(dialog).setText(told);
+        wanted = nameOf(dialog).grab().toImage();
+        nameOf(dialog).setText(QString::fromStdString(turned));
+        shown = nameOf(dialog).grab().toImage();
+    });
+
+    EXPECT_NE(shown, wanted);
+}
+
+TEST_F(FileDialogNamesTest, TheNameWithATurnIsOpened) {
+    const std::string path = makeFile(turned);
+
+    EXPECT_TRUE(open(choose(turned)));
+
+    EXPECT_EQ(file.substr(0, path.size() + 1), path + '\0');
+}
+
+TEST_F(FileDialogNamesTest, TheFolderThatIsShownTellsOfATurn) {
+    std::filesystem::create_directories(folder.path() + "/" + turned);
+    std::filesystem::create_directories(folder.path() + "/" + told.toStdString());
+    const auto shownFor = [&](const std::string& name) {
+        const std::string path = folder.path() + "/" + name;
+        data.lpstrInitialDir = path.c_str();
+        QImage picture;
+        open([&](const QFileDialog& dialog) {
+            auto& folders = *dialog.findChild<QComboBox*>(QStringLiteral("lookInCombo"));
+            ASSERT_TRUE(spinUntil(
+                [&] { return folders.currentText().endsWith(QString::fromStdString(name)); }));
+            folders.setItemIcon(folders.currentIndex(), QIcon());
+            picture = pictureOf(folders);
+        });
+        return picture;
+    };
+
+    const QImage shown = shownFor(turned);
+
+    EXPECT_EQ(shown, shownFor(told.toStdString()));
+}
+
+TEST_F(FileDialogNamesTest, AllListsOfNamesTellOfATurn) {
+    const QString name = QString::fromStdString(turned);
+
+    open([&](const QFileDialog& dialog) {
+        const auto& folders = *dialog.findChild<QComboBox*>(QStringLiteral("lookInCombo"));
+        const auto& places = *dialog.findChild<QAbstractItemView*>(QStringLiteral("sidebar"));
+
+        EXPECT_EQ(shownBy(places, name), told);
+        EXPECT_EQ(shownBy(*nameOf(dialog).completer()->popup(), name), told);
+        const auto* delegate = qobject_cast<const QStyledItemDelegate*>(folders.itemDelegate());
+        ASSERT_NE(delegate, nullptr);
+        EXPECT_EQ(delegate->displayText(name, QLocale::c()), told);
+    });
+}
+
+} // namespace
+} // namespace tarvik

@@ -1,0 +1,93 @@
+#include "linux/services/Greeting.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <future>
+#include <memory>
+#include <thread>
+
+namespace tarvik {
+namespace {
+
+/// A greeting that waits, until the test is over.
+class GreetingTest : public testing::Test {
+protected:
+    ~GreetingTest() override { end.set_value(); }
+
+    Greeting silent(bool mayBe) {
+        return Greeting([over = over, mayBe](Greeting::MayBeSilent& mayBeSilent) {
+            mayBeSilent = mayBe;
+            over.wait();
+            return true;
+        });
+    }
+
+    std::promise<void> end;
+    std::shared_future<void> over = end.get_future().share();
+    Patience quiet{[] { return false; }};
+};
+
+TEST_F(GreetingTest, AnAnswerIsTold) {
+    EXPECT_TRUE(Greeting([](auto&) { return true; }).wentWell(quiet));
+    EXPECT_FALSE(Greeting([](auto&) { return false; }).wentWell(quiet));
+}
+
+TEST_F(GreetingTest, SilenceIsAFault) {
+    EXPECT_FALSE(silent(false).wentWell(quiet));
+}
+
+TEST_F(GreetingTest, SilenceThatHoldsNothingUpIsNoFault) {
+    EXPECT_TRUE(silent(true).wentWell(quiet));
+}
+
+TEST_F(GreetingTest, OneThatIsKeptBusyIsLeftBehindTooInTheEnd) {
+    const auto stop = std::make_shared<std::atomic<bool>>(false);
+    Greeting busy([stop](auto&) {
+        while (!*stop) {
+            std::this_thread::yield();
+        }
+        return true;
+    });
+
+    EXPECT_FALSE(busy.wentWell(quiet));
+
+    *stop = true;
+}
+
+TEST(PatienceTest, FifteenTurnsAreWaitedFor) {
+    Patience patience([] { return false; });
+    int turns = 1;
+    while (patience.lasts(true)) {
+        ++turns;
+    }
+
+    EXPECT_EQ(turns, 15);
+}
+
+TEST(PatienceTest, TurnsOfABusyMachineCountApart) {
+    bool isBusy = true;
+    Patience patience([&] { return isBusy; });
+    int turns = 1;
+    while (turns < 299 && patience.lasts(true)) {
+        ++turns;
+    }
+    isBusy = false;
+
+    EXPECT_EQ(turns, 299);
+    EXPECT_TRUE(patience.lasts(true));
+}
+
+TEST(PatienceTest, TurnsInWhichTheGreetingDoesSomethingCountApart) {
+    Patience patience([] { return false; });
+    int turns = 1;
+    while (patience.lasts(false)) {
+        ++turns;
+    }
+
+    EXPECT_EQ(turns, 300);
+}
+
+} // namespace
+} // namespace tarvik

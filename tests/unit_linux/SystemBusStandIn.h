@@ -1,0 +1,29 @@
+#pragma once
+
+#include "support/TemporaryFolder.h"
+
+#include <string>
+#include <sys/types.h>
+
+namespace tarvik {
+
+/// A system bus of its own, which the program finds while this lives. NetworkManager's name may be
+/// had by the user of the tests.
+class SystemBusStandIn {
+public:
+    SystemBusStandIn();
+    ~SystemBusStandIn();
+    SystemBusStandIn(const SystemBusStandIn&) = delete;
+    SystemBusStandIn& operator=(const SystemBusStandIn&) = delete;
+
+    std::string address() const;
+
+private:
+    static std::string busConfiguration(const std::string& socket);
+    void start();
+
+    TemporaryFolder folder_;
+    pid_t bus_ = 0;
+};
+
+} // namespace tarvik
