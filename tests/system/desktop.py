@@ -121,13 +121,14 @@ class Desktop:
     def size_of(self, title):
         """Width and height of the window of that title, without its frame."""
         answer = subprocess.run(
-            ["xdotool", "getwindowgeometry", "--shell", self._window_called(title)],
+            ["xdotool", "getwindowgeometry", "--shell", self.window_called(title)],
             env=self.environment, capture_output=True, text=True, check=True,
         )
         place = dict(line.split("=") for line in answer.stdout.split())
         return int(place["WIDTH"]), int(place["HEIGHT"])
 
-    def _window_called(self, title):
+    def window_called(self, title):
+        """The number of the window of that title, once it is there."""
         return wait_for(
             "the window " + title,
             lambda: (self._windows("--name", "^" + re.escape(title) + "$") or [None])[0],
@@ -143,13 +144,13 @@ class Desktop:
     def stands_before(self, upper, lower):
         """True when the window of that title covers the other where they meet."""
         order = self._numbers("-root", "_NET_CLIENT_LIST_STACKING")
-        places = [order.index(int(self._window_called(title))) for title in (upper, lower)]
+        places = [order.index(int(self.window_called(title))) for title in (upper, lower)]
         return places[0] > places[1]
 
     def belongs_to(self, title, owner):
         """True when the window of that title is one that passes, before the other."""
-        owners = self._numbers("-id", self._window_called(title), "WM_TRANSIENT_FOR")
-        return owners == [int(self._window_called(owner))]
+        owners = self._numbers("-id", self.window_called(title), "WM_TRANSIENT_FOR")
+        return owners == [int(self.window_called(owner))]
 
     # The panel and the notes --------------------------------------------------------------
 

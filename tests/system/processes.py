@@ -26,7 +26,7 @@ def start(command, environment, **options):
         command,
         env=environment,
         stdout=options.pop("stdout", subprocess.DEVNULL),
-        stdin=subprocess.DEVNULL,
+        stdin=options.pop("stdin", subprocess.DEVNULL),
         stderr=subprocess.DEVNULL,
         preexec_fn=end_with_parent,
         **options,

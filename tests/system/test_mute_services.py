@@ -16,10 +16,12 @@ from gi.repository import Gio, GLib
 
 from desktop import wait_for
 from displays import FarDisplay
+from event_loop import EventLoop
 from faulty_service import FaultyService
 from processes import start, stop
 from support import ProgramTest
 
+LONGEST_WAIT = 0.2  # seconds that the window may wait for anybody but its user
 LONGEST = 5.0  # seconds for what takes a fraction of one, and takes 25 where it waits
 
 
@@ -103,6 +105,13 @@ class MuteServiceTest(ProgramTest):
         program.press("cmdMonitor")
         program.wait_text("lblMonitoring", "Monitoring: inactive")
 
+    @staticmethod
+    def wait_for_a_note(program):
+        """The first megabyte in both directions is told in one."""
+        program.wait_text(
+            "txtBytesRcvd", lambda text: int(text.replace(",", "") or 0) > 1_500_000
+        )
+
     def start_without_delay(self, **environment):
         with self.without_delay("the start"):
             return self.start_quietly(**environment)
@@ -184,9 +193,8 @@ class HaltedProcessTest(MuteServiceTest):
             program = self.start_without_delay()
             self.connect(program, "Skylark Mobile")
 
-            # The ticker tells each of these megabytes in a note.
             with self.without_delay("the ticks"):
-                program.wait_text("txtBytesRcvd", lambda text: len(text) >= 7)
+                self.wait_for_a_note(program)
 
             with self.without_delay("the end"):
                 self.assertEqual(program.end(), 0)
@@ -292,6 +300,91 @@ class GreetingTest(MuteServiceTest):
         self.assertNotIn("left out", program.written())
 
 
+class WaitingTest(MuteServiceTest):
+    """The window waits for no service for longer than an eye sees."""
+
+    def setUp(self):
+        super().setUp()
+        if self.desktop.wayland:
+            raise unittest.SkipTest("only a window of X can be asked whether it is alive")
+
+    @contextlib.contextmanager
+    def hardly_waiting(self, program):
+        loop = EventLoop(
+            self.desktop.environment, program.process.pid, self.desktop.display.server.pid,
+            self.desktop.window_called("Velmars Tarvik"),
+        )
+        self.addCleanup(loop.close)
+        yield
+        self.assertLess(loop.longest_wait(), LONGEST_WAIT)
+
+    def test_for_a_mute_panel(self):
+        self.watcher("mute")
+        program = self.start_quietly()
+
+        with self.hardly_waiting(program):
+            self.change_the_lamp(program)
+
+    def test_for_a_panel_that_comes_and_is_mute(self):
+        program = self.start_quietly()
+
+        with self.hardly_waiting(program):
+            watcher = self.watcher("mute")
+            wait_for("the item", lambda: "RegisterStatusNotifierItem" in watcher.calls)
+            self.change_the_lamp(program)
+
+    def test_for_a_panel_that_is_halted(self):
+        watcher = self.watcher("panel")
+        program = self.start_quietly()
+        wait_for("the item", lambda: "RegisterStatusNotifierItem" in watcher.calls)
+
+        with self.hardly_waiting(program):
+            watcher.halt()
+            self.change_the_lamp(program)
+
+    def test_for_a_halted_session_bus(self):
+        watcher = self.watcher("panel")
+        program = self.start_quietly()
+        wait_for("the item", lambda: "RegisterStatusNotifierItem" in watcher.calls)
+
+        with self.hardly_waiting(program), self.halted(self.bus()):
+            self.change_the_lamp(program)
+
+    def test_for_a_halted_notification_service(self):
+        self.write_ini(
+            "[Settings]\nRefreshInterval=200\nTransferTicker=1\nTransferTickerValue=1\n"
+        )
+        self.desktop.forget_notes()  # the first question starts it
+        program = self.start_quietly()
+        service = owner_of("org.freedesktop.Notifications", self.address)
+
+        with self.hardly_waiting(program), self.halted(service):
+            self.connect(program, "Skylark Mobile")
+            self.wait_for_a_note(program)
+
+    def test_for_a_mute_holder_of_the_clipboard(self):
+        program = self.start_quietly()
+        hold_clipboard(self, self.desktop.environment)
+        program.press("cmdOptions")
+        wait_for("the box", lambda: program.is_showing("txtRefreshInterval"))
+        program.click("txtRefreshInterval")
+
+        with self.hardly_waiting(program):
+            program.key("ctrl+v", "End", "7")
+            program.wait_text("txtRefreshInterval", lambda text: text.endswith("7"))
+
+
+def hold_clipboard(test, environment, *text):
+    """Something holds it until the end of the test: the text, or mutely without one."""
+    holder = start(
+        [sys.executable, "-B", str(pathlib.Path(__file__).with_name("selection_holder.py")),
+         *text],
+        environment, stdout=subprocess.PIPE,
+    )
+    test.addCleanup(stop, holder)
+    test.assertEqual(holder.stdout.readline(), b"ready\n")
+
+
 class ClipboardTest(MuteServiceTest):
     """A program that holds the clipboard, and a box of the program's to paste it into."""
 
@@ -299,15 +392,6 @@ class ClipboardTest(MuteServiceTest):
         super().setUp()
         if self.desktop.wayland:
             raise unittest.SkipTest("this is the clipboard of X")
-
-    def hold(self, environment, *text):
-        holder = start(
-            [sys.executable, "-B", str(pathlib.Path(__file__).with_name("selection_holder.py")),
-             *text],
-            environment, stdout=subprocess.PIPE,
-        )
-        self.addCleanup(stop, holder)
-        self.assertEqual(holder.stdout.readline(), b"ready\n")
 
     def open_box(self, **environment):
         self.program = self.start_quietly(**environment)
@@ -325,7 +409,7 @@ class MuteClipboardTest(ClipboardTest):
 
     def setUp(self):
         super().setUp()
-        self.hold(self.desktop.environment)
+        hold_clipboard(self, self.desktop.environment)
         self.open_box()
 
     def assert_it_is_dropped(self, *words):
@@ -351,7 +435,7 @@ class FarClipboardTest(ClipboardTest):
     def test_it_is_pasted(self):
         display = FarDisplay(self.desktop.environment)
         self.addCleanup(display.close)
-        self.hold({**self.desktop.environment, **display.environment}, "9")
+        hold_clipboard(self, {**self.desktop.environment, **display.environment}, "9")
         self.open_box(**display.environment)
         self.act("key", "End")
 
