@@ -38,20 +38,20 @@ protected:
                 &world.forms.frmWarning};
     }
 
-    static QWidget& window(const Form& form) {
+    static QWidget& window(const ControlList& list) {
         for (QWidget* each : QApplication::topLevelWidgets()) {
-            if (each->objectName() == QString::fromStdString(form.name())) {
+            if (each->objectName() == QString::fromStdString(list.name())) {
                 return *each;
             }
         }
-        throw std::runtime_error(form.name());
+        throw std::runtime_error(list.name());
     }
 
     /// The widget that shows the control.
     template <class Widget = QWidget>
     static Widget& widget(const Control& control) {
         auto* found =
-            window(control.form()).findChild<Widget*>(QString::fromStdString(control.name()));
+            window(control.list()).findChild<Widget*>(QString::fromStdString(control.name()));
         if (found == nullptr) {
             throw std::runtime_error(control.name());
         }

@@ -39,7 +39,7 @@ protected:
     /// Hides all of them one after the other and shows them again in the order given.
     static void hideAndShow(const std::vector<Control*>& hidden,
                             const std::vector<Control*>& shown) {
-        QWidget& whole = window(hidden.front()->form());
+        QWidget& whole = window(hidden.front()->list());
         const QSize before = whole.size();
         for (Control* control : hidden) {
             hide(*control, true);
