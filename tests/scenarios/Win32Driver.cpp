@@ -383,7 +383,7 @@ private:
     static Win32Driver* current;
     Win32Machine machine_;
     Win32Eyes eyes_;
-    Forms numbers_;
+    Forms numbers_{machine_.desktop};
     UINT_PTR watch_ = 0;
     HWND answered_ = nullptr;
     int chosenEntry_ = -1; ///< of the menu that opens next

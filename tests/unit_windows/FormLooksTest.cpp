@@ -38,7 +38,7 @@ protected:
     }
 
     static HWND childOf(const Control& control) {
-        return GetDlgItem(ownWindow(control.form().name()), face::controlId(control));
+        return GetDlgItem(ownWindow(control.list().name()), face::controlId(control));
     }
 
     static RECT placeOf(HWND window) {

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "controls/Form.h"
+#include "controls/Control.h"
+#include "controls/ControlList.h"
 
 namespace tarvik::face {
 
@@ -14,6 +15,6 @@ inline constexpr int firstControlId = 1000;
 int controlId(const Control& control);
 
 /// The control of that number; null for none.
-Control* controlWithId(const Form& form, int id);
+Control* controlWithId(const ControlList& list, int id);
 
 } // namespace tarvik::face
