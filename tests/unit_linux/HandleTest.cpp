@@ -46,7 +46,7 @@ TEST_F(HandleTest, APictureIsKnownByItsNumber) {
 }
 
 TEST_F(HandleTest, APictureOfAFormThatIsNeverSeenIsKnownToo) {
-    FrmSysTray tray;
+    FormOn<FrmSysTray> tray{machine.platform.desktop};
     tray.load();
 
     EXPECT_EQ(desktop.pictureOf(tray.picSysTrayHook.hWnd()), &tray.picSysTrayHook);

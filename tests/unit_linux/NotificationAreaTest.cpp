@@ -4,6 +4,7 @@
 #include "linux/face/BusNames.h"
 #include "linux/face/ItemTypes.h"
 #include "linux/face/LinuxNotificationArea.h"
+#include "support/FormOn.h"
 #include "support/QtMachine.h"
 
 #include <QApplication>
@@ -65,8 +66,7 @@ protected:
     }
 
     QtMachine machine;
-    PlatformScope scope{machine.platform};
-    FrmSysTray tray;
+    FormOn<FrmSysTray> tray{machine.desktop};
     face::LinuxNotificationArea area{machine.desktop};
     NOTIFYICONDATAA data{};
 };

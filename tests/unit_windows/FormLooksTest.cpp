@@ -86,7 +86,7 @@ protected:
 
     template <class Shown>
     void hideAndShowEverything(int resolution) {
-        Shown shown;
+        FormOn<Shown> shown{machine.platform.desktop};
         ASSERT_NO_FATAL_FAILURE(open(shown, resolution));
         const auto before = sizeOf(shown);
         for (Control* control : controlsInOrder(*shown.layout())) {
@@ -111,7 +111,7 @@ TEST_F(FormLooksTest, NoWindowChangesItsSizeByWhatIsShownOrHidden) {
 }
 
 TEST_F(FormLooksTest, AWindowThatWasMinimisedComesBackAsLargeAsItWas) {
-    FrmMain shown;
+    FormOn<FrmMain> shown{machine.platform.desktop};
     ASSERT_NO_FATAL_FAILURE(open(shown));
     SetWindowPos(ownWindow(shown.name()), nullptr, 0, 0, 1, 1, SWP_NOMOVE | SWP_NOZORDER);
     const auto smallest = sizeOf(shown);
@@ -127,7 +127,7 @@ TEST_F(FormLooksTest, AWindowThatWasMinimisedComesBackAsLargeAsItWas) {
 
 TEST_F(FormLooksTest, TheHistoryKeepsItsSizeInEveryOrderOfItsViews) {
     for (const int resolution : {plain, fine}) {
-        FrmHistory history;
+        FormOn<FrmHistory> history{machine.platform.desktop};
         ASSERT_NO_FATAL_FAILURE(open(history, resolution));
         const auto before = sizeOf(history);
         const std::array<Frame*, 3> frames{&history.frameHistory, &history.frameStatistics,
@@ -148,7 +148,7 @@ TEST_F(FormLooksTest, TheHistoryKeepsItsSizeInEveryOrderOfItsViews) {
 
 TEST_F(FormLooksTest, StartingAndStoppingMonitoringMovesNothing) {
     for (const int resolution : {plain, fine}) {
-        FrmMain main;
+        FormOn<FrmMain> main{machine.platform.desktop};
         ASSERT_NO_FATAL_FAILURE(open(main, resolution));
         const auto before = placesOf(main);
 
@@ -162,7 +162,7 @@ TEST_F(FormLooksTest, StartingAndStoppingMonitoringMovesNothing) {
 }
 
 TEST_F(FormLooksTest, AnotherUnitMovesNothing) {
-    FrmMain main;
+    FormOn<FrmMain> main{machine.platform.desktop};
     ASSERT_NO_FATAL_FAILURE(open(main));
     const auto before = placesOf(main);
 
@@ -177,7 +177,7 @@ TEST_F(FormLooksTest, AnotherUnitMovesNothing) {
 
 TEST_F(FormLooksTest, TheColumnsOfTheOptionsEndOnOneLine) {
     for (const int resolution : {plain, fine}) {
-        FrmOptions options;
+        FormOn<FrmOptions> options{machine.platform.desktop};
         ASSERT_NO_FATAL_FAILURE(open(options, resolution));
 
         EXPECT_EQ(placeOf(childOf(options.frameMisc)).bottom,
@@ -189,8 +189,8 @@ TEST_F(FormLooksTest, TheColumnsOfTheOptionsEndOnOneLine) {
 }
 
 TEST_F(FormLooksTest, TheOptionsCannotBeMaximised) {
-    FrmOptions options;
-    FrmHistory history;
+    FormOn<FrmOptions> options{machine.platform.desktop};
+    FormOn<FrmHistory> history{machine.platform.desktop};
     ASSERT_NO_FATAL_FAILURE(open(options));
     ASSERT_NO_FATAL_FAILURE(open(history));
 
@@ -202,7 +202,7 @@ TEST_F(FormLooksTest, TheOptionsCannotBeMaximised) {
 
 TEST_F(FormLooksTest, ARecordOfManyDigitsIsNotCut) {
     for (const int resolution : {plain, fine}) {
-        FrmHistory history;
+        FormOn<FrmHistory> history{machine.platform.desktop};
         ASSERT_NO_FATAL_FAILURE(open(history, resolution));
         history.frameHistory.setVisible(false);
         history.frameStatistics.setVisible(true);
@@ -222,7 +222,7 @@ TEST_F(FormLooksTest, ARecordOfManyDigitsIsNotCut) {
 
 TEST_F(FormLooksTest, TheTextOfABoxStandsAsHighAsThatOfItsLabel) {
     for (const int resolution : {plain, fine}) {
-        FrmMain main;
+        FormOn<FrmMain> main{machine.platform.desktop};
         ASSERT_NO_FATAL_FAILURE(open(main, resolution));
         main.lblDurationTotal.setCaption("HHHH");
         main.txtDurationTotal.setText("HHHH");
@@ -251,7 +251,7 @@ std::vector<COLORREF> pixelsOf(HWND window) {
 }
 
 TEST_F(FormLooksTest, ABoxThatOnlyShowsSomethingKnowsNothingOfTheMouse) {
-    FrmStatistics statistics;
+    FormOn<FrmStatistics> statistics{machine.platform.desktop};
     ASSERT_NO_FATAL_FAILURE(open(statistics));
     const HWND box = childOf(statistics.chkConnected);
     ASSERT_TRUE(spinUntil([&] { return GetFocus() == childOf(statistics.chkActiveConnection); }));

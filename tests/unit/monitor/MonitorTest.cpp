@@ -175,7 +175,7 @@ TEST_F(MonitorTest, ACounterBeyond31BitsStopsAtTheLargestLong) {
 
     tick();
 
-    EXPECT_EQ(state().BytesRcvdCurrent, Long(2'147'483'647));
+    EXPECT_EQ(state().BytesRcvdCurrent.figure(), Long(2'147'483'647));
 }
 
 TEST_F(MonitorTest, TheTickerBaseIsSetAtTheFirstOnlineTick) {

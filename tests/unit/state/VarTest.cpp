@@ -58,7 +58,7 @@ TEST_F(VarTest, AFullResetLeavesAllNineCountersZero) {
         EXPECT_EQ(total, Currency(0));
     }
     for (const Counter& counter : {s.BytesRcvdCurrent, s.BytesSentCurrent, s.DurationCurrent,
-                               s.BytesRcvdOffset, s.BytesSentOffset, s.DurationOffset}) {
+                                   s.BytesRcvdOffset, s.BytesSentOffset, s.DurationOffset}) {
         EXPECT_EQ(counter, Long(0));
     }
 }
@@ -127,7 +127,7 @@ TEST_F(VarTest, TheDefaultsReplaceWhateverWasThere) {
     EXPECT_TRUE(s.RasConnections.empty());
     EXPECT_EQ(s.HostName + s.IPAddress, "");
     for (const Counter& counter : {s.BytesRcvdCurrent, s.BytesSentCurrent, s.DurationCurrent,
-                               s.BytesRcvdOffset, s.BytesSentOffset, s.DurationOffset}) {
+                                   s.BytesRcvdOffset, s.BytesSentOffset, s.DurationOffset}) {
         EXPECT_EQ(counter, Long(0));
     }
     for (const Currency total :
