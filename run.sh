@@ -12,12 +12,12 @@ can_write build out
 forget_moved_builds
 [ -x build/release/bin/tarvik-demo ] ||
     echo "A first run installs what is missing and builds: 2 to 4 minutes, and 1.6 GB of disk."
-# shellcheck disable=SC2046,SC2086
-if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] && [ -z "$(missing_of $packages_build)" ]; then
+find_display_packages
+if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] && [ -z "$(missing_of "${packages_build[@]}")" ]; then
     # What asks the display is worth a try, and no reason to stop.
-    install_missing $(packages_of_display) 2>/dev/null || true
+    install_missing "${display_packages[@]}" 2>/dev/null || true
 else
-    install_missing $packages_build $(packages_of_display)
+    install_missing "${packages_build[@]}" "${display_packages[@]}"
 fi
 cmake --preset release -DTARVIK_TESTS=OFF -DTARVIK_BENCH=OFF >/dev/null
 cmake --build --preset release --target tarvik-demo tarvik
@@ -27,6 +27,5 @@ if choose_display; then
     exec build/release/bin/tarvik-demo "$@"
 fi
 echo "There is no display: a virtual one is used, and the session plays by itself."
-# shellcheck disable=SC2086
-install_missing $packages_display
+install_missing "${packages_display[@]}"
 exec /usr/bin/python3 -B scripts/play_session.py build/release/bin/tarvik-demo out

@@ -52,27 +52,23 @@ build() {
 }
 
 packages() {
-    # shellcheck disable=SC2086
-    install_missing $packages_build $packages_test $packages_fuzz $packages_display $packages_office $packages_network $packages_windows $packages_wine \
-        $packages_package $packages_packaged
+    install_missing "${packages_build[@]}" "${packages_test[@]}" "${packages_fuzz[@]}" "${packages_display[@]}" "${packages_office[@]}" "${packages_network[@]}" "${packages_windows[@]}" "${packages_wine[@]}" \
+        "${packages_package[@]}" "${packages_packaged[@]}"
 }
 
 # What the scripts say and do where something is closed, missing or silent; nothing is built.
 scripts_tests() {
-    # shellcheck disable=SC2086
-    needs $packages_build $packages_display || return $cannot_run
+    needs "${packages_build[@]}" "${packages_display[@]}" || return $cannot_run
     /usr/bin/python3 -B -m unittest discover -s tests/scripts -t tests/scripts
 }
 
 lint() {
-    # shellcheck disable=SC2086
-    needs $packages_build $packages_lint || return $cannot_run
+    needs "${packages_build[@]}" "${packages_lint[@]}" || return $cannot_run
     /usr/bin/python3 tests/lint/lint.py
 }
 
 build_debug() {
-    # shellcheck disable=SC2086
-    needs $packages_build $packages_library || return $cannot_run
+    needs "${packages_build[@]}" "${packages_library[@]}" || return $cannot_run
     # The unit and face tests are built once, with sanitizers, and once for Windows, without.
     build debug tarvik tarvik-demo scenarios_scripted scenarios_qt kill_at_every_step faults \
         years_of_days day_of_ticks empty_window bench_ini bench_history bench_work
@@ -80,14 +76,12 @@ build_debug() {
 
 # Every file call of the program fails or is its last, once each; prints the count of cases.
 kill_at_every_step() {
-    # shellcheck disable=SC2086
-    needs $packages_build $packages_library || return $cannot_run
+    needs "${packages_build[@]}" "${packages_library[@]}" || return $cannot_run
     build/debug/bin/kill_at_every_step
 }
 
 scenarios() {
-    # shellcheck disable=SC2086
-    needs $packages_build $packages_library || return $cannot_run
+    needs "${packages_build[@]}" "${packages_library[@]}" || return $cannot_run
     local status=0 face
     for face in scripted qt; do
         "build/debug/bin/scenarios_$face" --gtest_brief=1 || status=1
@@ -96,8 +90,7 @@ scenarios() {
 }
 
 tests_sanitized() {
-    # shellcheck disable=SC2086
-    needs $packages_build $packages_library || return $cannot_run
+    needs "${packages_build[@]}" "${packages_library[@]}" || return $cannot_run
     export UBSAN_OPTIONS=print_stacktrace=1
     # The toolkit keeps memory of its own until the end, which is no leak of the program's.
     build sanitizers unit_tests linux_tests soak || return 1
@@ -114,8 +107,7 @@ tests_sanitized() {
 # A random user on the scripted and the Linux face; TARVIK_MONKEY_STEPS and TARVIK_MONKEY_SEED set
 # how long and which.
 monkey() {
-    # shellcheck disable=SC2086
-    needs $packages_build $packages_library || return $cannot_run
+    needs "${packages_build[@]}" "${packages_library[@]}" || return $cannot_run
     export UBSAN_OPTIONS=print_stacktrace=1
     build sanitizers monkey_scripted monkey_qt &&
         ASAN_OPTIONS=detect_leaks=1 build/sanitizers/bin/monkey_scripted &&
@@ -124,8 +116,7 @@ monkey() {
 
 # The same on the Windows face, checked as far as that compiler can; boxes take their time there.
 monkey_windows() {
-    # shellcheck disable=SC2086
-    needs $packages_build $packages_windows || return $cannot_run
+    needs "${packages_build[@]}" "${packages_windows[@]}" || return $cannot_run
     scripts/wine32.sh ready || return $cannot_run
     build windows-checked monkey_win32 &&
         TARVIK_MONKEY_STEPS=${TARVIK_MONKEY_STEPS:-5000} WINDOWS_BIN=build/windows-checked/bin \
@@ -134,14 +125,12 @@ monkey_windows() {
 
 # So many runs of each target, the same ones every time; scripts/fuzz.sh alone searches on.
 fuzz() {
-    # shellcheck disable=SC2086
-    needs $packages_build $packages_fuzz || return $cannot_run
+    needs "${packages_build[@]}" "${packages_fuzz[@]}" || return $cannot_run
     FUZZ_RUNS=2000 scripts/fuzz.sh
 }
 
 system_tests() {
-    # shellcheck disable=SC2086
-    needs $packages_build $packages_display $packages_office || return $cannot_run
+    needs "${packages_build[@]}" "${packages_display[@]}" "${packages_office[@]}" || return $cannot_run
     TARVIK_DEMO="$PWD/build/debug/bin/tarvik-demo" \
         /usr/bin/python3 -B -m unittest discover -s tests/system -t tests/system
 }
@@ -154,8 +143,7 @@ system_tests_wayland() {
 # A world of its own with a real NetworkManager and a real VPN; needs root.
 network_tests() {
     local status
-    # shellcheck disable=SC2086
-    needs $packages_build $packages_display $packages_network || return $cannot_run
+    needs "${packages_build[@]}" "${packages_display[@]}" "${packages_network[@]}" || return $cannot_run
     [ "$(id -u)" -eq 0 ] || { echo "Only root can make the world for these tests." >&2; return $cannot_run; }
     scripts/nm-rig.sh up || return $cannot_run
     scripts/nm-rig.sh run env TARVIK_DEMO="$PWD/build/debug/bin/tarvik" \
@@ -166,8 +154,7 @@ network_tests() {
 }
 
 headless_session() {
-    # shellcheck disable=SC2086
-    needs $packages_build $packages_display || return $cannot_run
+    needs "${packages_build[@]}" "${packages_display[@]}" || return $cannot_run
     /usr/bin/python3 -B scripts/play_session.py build/debug/bin/tarvik-demo build/session
 }
 
@@ -177,22 +164,19 @@ tidy() {
 }
 
 tidy_windows() {
-    # shellcheck disable=SC2086
-    needs clang-tidy $packages_windows || return $cannot_run
+    needs clang-tidy "${packages_windows[@]}" || return $cannot_run
     scripts/tidy.sh build/windows
 }
 
 build_windows() {
-    # shellcheck disable=SC2086
-    needs $packages_build $packages_windows || return $cannot_run
+    needs "${packages_build[@]}" "${packages_windows[@]}" || return $cannot_run
     build windows all
 }
 
 # The tree of 32-bit Wine is made once and kept; only root can make it.
 wine() {
     local as_root=()
-    # shellcheck disable=SC2086
-    needs $packages_wine || return $cannot_run
+    needs "${packages_wine[@]}" || return $cannot_run
     [ "$(id -u)" -eq 0 ] || as_root=(sudo)
     "${as_root[@]}" scripts/wine32.sh setup && return 0
     echo "32-BIT WINE CANNOT BE SET UP HERE: NO TEST OF THE WINDOWS PROGRAMS RUNS." >&2
@@ -216,7 +200,7 @@ on_windows() {
         /usr/bin/python3 -B tests/support/check_csv.py "$folder"/exported.{ini,csv} || status=1
     fi
     rm -rf "$folder"
-    return $status
+    return "$status"
 }
 
 unit_windows() {
@@ -244,8 +228,7 @@ scenarios_windows() {
 
 programs_windows() {
     local status=0 only='WithoutServiceTest.*'
-    # shellcheck disable=SC2086
-    needs $packages_office || return $cannot_run
+    needs "${packages_office[@]}" || return $cannot_run
     TARVIK_WINDOWS_BIN="$PWD/build/windows/bin" \
         /usr/bin/python3 -B -m unittest discover -s tests/program_windows || status=1
     with_stand_in outside_tests "--gtest_filter=-$only" || status=$?
@@ -255,8 +238,7 @@ programs_windows() {
 
 # The pictures of the documents are made anew and compared with those that are there.
 document_pictures() {
-    # shellcheck disable=SC2086
-    needs $packages_build $packages_display $packages_windows $packages_network || return $cannot_run
+    needs "${packages_build[@]}" "${packages_display[@]}" "${packages_windows[@]}" "${packages_network[@]}" || return $cannot_run
     scripts/wine32.sh ready || return $cannot_run
     /usr/bin/python3 -B -m unittest discover -s tests/documents -t tests/documents || return 1
     scripts/pictures.sh check
@@ -264,8 +246,7 @@ document_pictures() {
 
 # The packages are installed, unpacked, started, and made a second time.
 made_packages() {
-    # shellcheck disable=SC2086
-    needs $packages_build $packages_display $packages_windows $packages_package $packages_packaged ||
+    needs "${packages_build[@]}" "${packages_display[@]}" "${packages_windows[@]}" "${packages_package[@]}" "${packages_packaged[@]}" ||
         return $cannot_run
     scripts/wine32.sh ready || return $cannot_run
     scripts/package.sh && /usr/bin/python3 -B -m unittest discover -s tests/packages -t tests/packages
@@ -274,8 +255,7 @@ made_packages() {
 # A bare Debian 12 in a tree of its own, where run.sh, test.sh and the package meet what a newcomer's
 # computer lets them meet; TARVIK_BARE sets what to try. Needs root, and an hour or more.
 bare() {
-    # shellcheck disable=SC2086
-    needs $packages_bare || return $cannot_run
+    needs "${packages_bare[@]}" || return $cannot_run
     [ "$(id -u)" -eq 0 ] || { echo "Only root can make a tree of Debian." >&2; return $cannot_run; }
     # shellcheck disable=SC2086
     scripts/bare.sh ${TARVIK_BARE:-all}

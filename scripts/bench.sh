@@ -8,8 +8,7 @@ cd "$(dirname "$(readlink -f "$0")")/.."
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 
-# shellcheck disable=SC2086
-install_missing $packages_build $packages_display $packages_bench
+install_missing "${packages_build[@]}" "${packages_display[@]}" "${packages_bench[@]}"
 cmake --preset release -DTARVIK_TESTS=OFF -DTARVIK_BENCH=ON >/dev/null
 cmake --build --preset release --target tarvik-demo empty_window bench_ini bench_history bench_work
 /usr/bin/python3 -B bench/bench_face.py build/release/bin/tarvik-demo build/release/bin/empty_window \
@@ -20,8 +19,7 @@ build/release/bin/bench_history
 
 # Reading a real VPN, beside others that do, in a world of its own.
 if [ "$(id -u)" -eq 0 ]; then
-    # shellcheck disable=SC2086
-    install_missing $packages_network vnstat
+    install_missing "${packages_network[@]}" vnstat
     cmake --build --preset release --target tarvik
     scripts/nm-rig.sh up
     scripts/nm-rig.sh run /usr/bin/python3 -B bench/bench_network.py build/release/bin/tarvik || true
@@ -29,8 +27,7 @@ if [ "$(id -u)" -eq 0 ]; then
 fi
 
 # The same on Windows, beside an empty window there.
-# shellcheck disable=SC2086
-install_missing $packages_windows $packages_wine
+install_missing "${packages_windows[@]}" "${packages_wine[@]}"
 cmake --preset windows >/dev/null
 cmake --build --preset windows --target tarvik empty_window bench_win32 bench_work rasapi32
 scripts/wine32.sh setup

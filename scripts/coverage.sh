@@ -4,8 +4,7 @@ set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 # shellcheck source=scripts/packages.sh
 . scripts/packages.sh
-# shellcheck disable=SC2086
-install_missing $packages_build $packages_library gcovr
+install_missing "${packages_build[@]}" "${packages_library[@]}" gcovr
 cmake --preset coverage >/dev/null
 cmake --build --preset coverage --target unit_tests
 find build/coverage -name '*.gcda' -delete

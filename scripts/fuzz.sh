@@ -10,8 +10,7 @@ cd "$(dirname "$(readlink -f "$0")")/.."
 
 seconds=${1:-180}
 shift || true
-# shellcheck disable=SC2086
-install_missing $packages_build $packages_fuzz
+install_missing "${packages_build[@]}" "${packages_fuzz[@]}"
 cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz --target fuzz_targets
 

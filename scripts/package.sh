@@ -5,8 +5,7 @@ set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 # shellcheck source=scripts/packages.sh
 . scripts/packages.sh
-# shellcheck disable=SC2086
-install_missing $packages_build $packages_windows $packages_package
+install_missing "${packages_build[@]}" "${packages_windows[@]}" "${packages_package[@]}"
 
 folder=$(mkdir -p "${1:-build/packages}" && readlink -f "${1:-build/packages}")
 # The time that stands in the packages is that of the last change.

@@ -1,35 +1,35 @@
 # shellcheck shell=bash disable=SC2034
 # Packages of Debian 12 that building, running and testing need. Sourced, not run.
 
-packages_build="g++ cmake ninja-build qt6-base-dev libgl1-mesa-dev libsdbus-c++-dev libxcb1-dev"
-packages_display="xvfb weston qt6-wayland wayland-utils openbox dbus-daemon at-spi2-core python3 python3-gi gir1.2-atspi-2.0 imagemagick xdotool x11-utils fonts-noto-core trayer dunst"
-packages_bench="libglib2.0-dev"
-packages_package="dpkg-dev file gzip zip"
-packages_packaged="lintian appstream desktop-file-utils man-db fakeroot binutils unzip"
-packages_fuzz="clang libclang-rt-dev llvm"
-packages_office="libreoffice-calc-nogui"
-packages_library="libgtest-dev libgmock-dev"
-packages_lint="clang-format git python3"
-packages_network="network-manager network-manager-openvpn openvpn dbus-daemon iproute2 openssl procps"
-packages_windows="g++-mingw-w64-i686-posix googletest"
-packages_wine="debootstrap util-linux xvfb openbox imagemagick xdotool python3 python3-pefile"
-packages_bare="debootstrap util-linux"
-packages_test="$packages_library $packages_lint clang-tidy gcovr"
+packages_build=(g++ cmake ninja-build qt6-base-dev libgl1-mesa-dev libsdbus-c++-dev libxcb1-dev)
+packages_display=(xvfb weston qt6-wayland wayland-utils openbox dbus-daemon at-spi2-core python3 python3-gi gir1.2-atspi-2.0 imagemagick xdotool x11-utils fonts-noto-core trayer dunst)
+packages_bench=(libglib2.0-dev)
+packages_package=(dpkg-dev file gzip zip)
+packages_packaged=(lintian appstream desktop-file-utils man-db fakeroot binutils unzip)
+packages_fuzz=(clang libclang-rt-dev llvm)
+packages_office=(libreoffice-calc-nogui)
+packages_library=(libgtest-dev libgmock-dev)
+packages_lint=(clang-format git python3 shellcheck pyflakes3)
+packages_network=(network-manager network-manager-openvpn openvpn dbus-daemon iproute2 openssl procps)
+packages_windows=(g++-mingw-w64-i686-posix googletest)
+packages_wine=(debootstrap util-linux xvfb openbox imagemagick xdotool python3 python3-pefile)
+packages_bare=(debootstrap util-linux)
+packages_test=("${packages_library[@]}" "${packages_lint[@]}" clang-tidy gcovr)
 
-# missing_of PACKAGE...: those that are not installed.
+# missing_of PACKAGE...: those that are not installed, a line each.
 missing_of() {
     local package known
     known=$(dpkg-query -W -f '\n${Package} ${db:Status-Abbrev}' "$@" 2>/dev/null) || true
     for package in "$@"; do
-        [[ $known == *$'\n'"$package ii"* ]] || printf '%s ' "$package"
+        [[ $known == *$'\n'"$package ii"* ]] || echo "$package"
     done
 }
 
 # needs PACKAGE...: false, with a word about it, when one is not installed.
 needs() {
     local missing
-    missing=$(missing_of "$@")
-    [ -z "$missing" ] || { echo "Not installed: $missing" >&2; return 1; }
+    mapfile -t missing < <(missing_of "$@")
+    [ ${#missing[@]} -eq 0 ] || { echo "Not installed: ${missing[*]}" >&2; return 1; }
 }
 
 # quoted MARK TEXT: the text as a word to be typed, between two such marks where they will do.
@@ -105,22 +105,19 @@ tell_why() {
 # install_missing PACKAGE...: installs what is not there; 77 when that cannot be done.
 install_missing() {
     local missing log status=0 as_root
-    missing=$(missing_of "$@")
-    [ -n "$missing" ] || return 0
-    # shellcheck disable=SC2086
-    become_root || { let_root_install $missing && return 77; }
-    echo "Installing, which can take minutes: $missing"
+    mapfile -t missing < <(missing_of "$@")
+    [ ${#missing[@]} -gt 0 ] || return 0
+    become_root || { let_root_install "${missing[@]}" && return 77; }
+    echo "Installing, which can take minutes: ${missing[*]}"
     log=$(mktemp)
     # Without a network, lists from before may still do.
     LC_ALL=C "${as_root[@]}" apt-get update >"$log" 2>&1 </dev/null || true
     # Something else may be installing just now, as after the start of a desktop. Where sudo keeps
     # the word for it from apt-get, a package has nobody to ask for want of a terminal.
-    # shellcheck disable=SC2086
     LC_ALL=C TERM=dumb "${as_root[@]}" apt-get install -y -q -o DPkg::Lock::Timeout=300 \
-        -o Dpkg::Use-Pty=0 --no-install-recommends $missing 2>&1 </dev/null |
+        -o Dpkg::Use-Pty=0 --no-install-recommends "${missing[@]}" 2>&1 </dev/null |
         tee -a "$log" | show_progress || true
-    # shellcheck disable=SC2086
-    [ -z "$(missing_of "$@")" ] || { status=77 && tell_why "$log" $missing; }
+    [ -z "$(missing_of "$@")" ] || { status=77 && tell_why "$log" "${missing[@]}"; }
     rm -f "$log"
     return $status
 }

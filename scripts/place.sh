@@ -49,11 +49,13 @@ answers() {
     return 1
 }
 
-# packages_of_display: what asking the displays in the environment needs, or a display of one's own.
-packages_of_display() {
-    [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] || echo "$packages_display"
-    [ -z "${DISPLAY:-}" ] || echo x11-utils
-    [ -z "${WAYLAND_DISPLAY:-}" ] || echo wayland-utils
+# find_display_packages: sets display_packages to what asking the displays in the environment needs,
+# or a display of one's own.
+find_display_packages() {
+    display_packages=()
+    [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] || display_packages=("${packages_display[@]}")
+    [ -z "${DISPLAY:-}" ] || display_packages+=(x11-utils)
+    [ -z "${WAYLAND_DISPLAY:-}" ] || display_packages+=(wayland-utils)
 }
 
 # choose_display: leaves in the environment what answers; false when nothing does.

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Checks what the compiler does not: who includes whom, what the program may name, how long files
-are, and their formatting. Each rule first proves on made-up offenders that it can fail.
+are, their formatting, and the scripts. Each rule first proves on made-up offenders that it can fail.
 
 Exit status: 0 all is well, 1 something is wrong, 77 all is well but a tool was missing."""
 
@@ -71,6 +71,8 @@ def problems_of(names, missing):
     for check, argument in (
         (tools.check_format, chosen(names, (".cpp", ".h"))),
         (tools.check_headers_alone, list(headers_alone(names))),
+        (tools.check_shell, [*chosen(names, ".sh"), ".ci/run"]),
+        (tools.check_python, chosen(names, ".py")),
     ):
         try:
             yield from check(argument, ROOT)

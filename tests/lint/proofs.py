@@ -118,9 +118,15 @@ def failed_tool_proofs():
         (root / ".clang-format").write_text((ROOT / ".clang-format").read_text())
         (root / "Good.h").write_text("#pragma once\n#include <string>\nstd::string good();\n")
         (root / "Bad.h").write_text("#pragma once\nstd::string   bad();\n")
+        (root / "good.sh").write_text("#!/bin/sh\necho \"$1\"\n")
+        (root / "bad.sh").write_text("#!/bin/sh\necho $1\n")
+        (root / "good.py").write_text("import sys\nsys.exit(0)\n")
+        (root / "bad.py").write_text("import sys\nexit(nobody)\n")
         for check, good, bad in (
             (tools.check_format, ["Good.h"], ["Bad.h"]),
             (tools.check_headers_alone, [("Good.h", ["."])], [("Bad.h", ["."])]),
+            (tools.check_shell, ["good.sh"], ["bad.sh"]),
+            (tools.check_python, ["good.py"], ["bad.py"]),
         ):
             try:
                 if list(check(good, root)):

@@ -28,6 +28,22 @@ def check_format(names, root):
         yield "clang-format:\n" + "\n".join(places[:20] or [run.stderr])
 
 
+def complaints(words, names, root):
+    """What a checker that is run with these words says of the files, a line each."""
+    run = subprocess.run([tool(words[0]), *words[1:], *names], cwd=root, capture_output=True,
+                         stdin=subprocess.DEVNULL, text=True, check=False)
+    if run.returncode != 0:
+        yield words[0] + ":\n" + "\n".join((run.stdout + run.stderr).splitlines()[:20])
+
+
+def check_shell(names, root):
+    yield from complaints(["shellcheck", "--external-sources", "--format=gcc"], names, root)
+
+
+def check_python(names, root):
+    yield from complaints(["pyflakes3"], names, root)
+
+
 def check_headers_alone(headers, root):
     """Every header compiles by itself; `headers` are pairs of a name and its include folders."""
     compiler = tool("g++")

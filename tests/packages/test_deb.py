@@ -6,7 +6,6 @@ import os
 import pathlib
 import shutil
 import struct
-import subprocess
 import tempfile
 import unittest
 

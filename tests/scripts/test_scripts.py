@@ -281,7 +281,7 @@ class PackagesTest(ScriptTest):
                  *(["Unpacking a"] * 250), *(["Setting up a"] * 250)]
         said = self.run_script(0, "run.sh", USER_NUMBER="0", NOT_INSTALLED="g++",
                                APT_SAYS="".join(line + "\\n" for line in lines))
-        self.assertIn("Installing, which can take minutes: g++ \n"
+        self.assertIn("Installing, which can take minutes: g++\n"
                       "  After this operation, 900 MB of additional disk space will be used.\n"
                       "  100 of 250 unpacked\n  200 of 250 unpacked\n"
                       "  100 of 250 set up\n  200 of 250 set up\n", said)
