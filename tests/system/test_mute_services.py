@@ -409,8 +409,9 @@ class MuteClipboardTest(ClipboardTest):
 
     def setUp(self):
         super().setUp()
-        hold_clipboard(self, self.desktop.environment)
         self.open_box()
+        # Not before: the program may hold the selection itself once its box is clicked on.
+        hold_clipboard(self, self.desktop.environment)
 
     def assert_it_is_dropped(self, *words):
         with self.without_delay("the window"):

@@ -4,9 +4,12 @@
 
 #include <atomic>
 #include <chrono>
+#include <fstream>
 #include <future>
 #include <memory>
+#include <string>
 #include <thread>
+#include <unistd.h>
 
 namespace tarvik {
 namespace {
@@ -77,6 +80,20 @@ TEST(PatienceTest, TurnsOfABusyMachineCountApart) {
 
     EXPECT_EQ(turns, 299);
     EXPECT_TRUE(patience.lasts(true));
+}
+
+TEST(ThreadRecordTest, AThreadThatEndsBeforeItsRecordIsReadIsNoFault) {
+    std::promise<pid_t> begun;
+    std::promise<void> end;
+    std::thread thread([&] {
+        begun.set_value(gettid());
+        end.get_future().wait();
+    });
+    std::ifstream record("/proc/self/task/" + std::to_string(begun.get_future().get()) + "/stat");
+    end.set_value();
+    thread.join();
+
+    EXPECT_TRUE(tellsOfWaiting(record));
 }
 
 TEST(PatienceTest, TurnsInWhichTheGreetingDoesSomethingCountApart) {

@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <fstream>
-#include <iterator>
 #include <string>
 #include <thread>
 #include <unistd.h>
@@ -28,6 +27,15 @@ bool machineIsBusy() {
         }
     }
     return running > std::thread::hardware_concurrency() || blocked > 0;
+}
+
+bool tellsOfWaiting(std::istream& stat) {
+    // A thread that has ended since the file was opened cannot be read. The stream takes that as an
+    // end only where it reads itself; an iterator over its buffer would let the error through.
+    std::string text;
+    std::getline(stat, text);
+    const std::size_t name = text.rfind(')');
+    return name == std::string::npos || text.substr(name).starts_with(") S");
 }
 
 bool Patience::lasts(bool greetingWaits) {
@@ -58,9 +66,7 @@ bool Greeting::isWaiting() const {
         return false;
     }
     std::ifstream file("/proc/self/task/" + std::to_string(state_->thread) + "/stat");
-    const std::string text(std::istreambuf_iterator<char>(file), {});
-    const std::size_t name = text.rfind(')');
-    return name == std::string::npos || text.substr(name).starts_with(") S");
+    return tellsOfWaiting(file);
 }
 
 } // namespace tarvik

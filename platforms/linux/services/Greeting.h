@@ -3,6 +3,7 @@
 #include <atomic>
 #include <functional>
 #include <future>
+#include <istream>
 #include <memory>
 #include <sys/types.h>
 
@@ -10,6 +11,10 @@ namespace tarvik {
 
 /// More wants to run than there are processors, or waits for the disk.
 bool machineIsBusy();
+
+/// Whether a thread waits for a service, not for the processor or the disk, after its record in
+/// /proc; also true where the record cannot be read, the thread being over.
+bool tellsOfWaiting(std::istream& stat);
 
 /// The time in which all greetings together are waited for, in turns of 10 ms: 15 of them. Turns in
 /// which a service may not have had its chance do not count, up to three seconds: none is to be
