@@ -49,6 +49,6 @@ int main(int argc, char** argv) {
     printHeld("before");
     tick(world, ticks);
     printHeld("after");
-    std::cerr << "received " << world.state.BytesRcvdCurrent.figure().value() << std::endl;
+    std::cerr << "received " << world.state.BytesRcvdCurrent.whole().integralPart() << std::endl;
     return 0;
 }
