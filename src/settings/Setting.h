@@ -76,6 +76,8 @@ template <class... Kinds>
 struct ByKind : Kinds... {
     using Kinds::operator()...;
 };
+template <class... Kinds>
+ByKind(Kinds...) -> ByKind<Kinds...>;
 
 using Settings = std::array<Setting, 19>;
 
