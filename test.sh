@@ -132,7 +132,7 @@ fuzz() {
 system_tests() {
     needs "${packages_build[@]}" "${packages_display[@]}" "${packages_office[@]}" || return $cannot_run
     TARVIK_DEMO="$PWD/build/debug/bin/tarvik-demo" \
-        /usr/bin/python3 -B -m unittest discover -s tests/system -t tests/system
+        /usr/bin/python3 -B -m unittest discover -s tests/outside/linux -t tests/outside
 }
 
 # The same on a Wayland compositor, apart from what only a display of X shows.
@@ -147,7 +147,7 @@ network_tests() {
     [ "$(id -u)" -eq 0 ] || { echo "Only root can make the world for these tests." >&2; return $cannot_run; }
     scripts/nm-rig.sh up || return $cannot_run
     scripts/nm-rig.sh run env TARVIK_DEMO="$PWD/build/debug/bin/tarvik" \
-        /usr/bin/python3 -B -m unittest discover -s tests/network -t tests/network
+        /usr/bin/python3 -B -m unittest discover -s tests/outside/network -t tests/outside
     status=$?
     scripts/nm-rig.sh down
     return $status
@@ -230,7 +230,7 @@ programs_windows() {
     local status=0 only='WithoutServiceTest.*'
     needs "${packages_office[@]}" || return $cannot_run
     TARVIK_WINDOWS_BIN="$PWD/build/windows/bin" \
-        /usr/bin/python3 -B -m unittest discover -s tests/program_windows || status=1
+        /usr/bin/python3 -B -m unittest discover -s tests/outside/windows -t tests/outside || status=1
     with_stand_in outside_tests "--gtest_filter=-$only" || status=$?
     WINEDLLOVERRIDES='rasapi32=' on_windows outside_tests "--gtest_filter=$only" || status=$?
     return $status
@@ -249,7 +249,7 @@ made_packages() {
     needs "${packages_build[@]}" "${packages_display[@]}" "${packages_windows[@]}" "${packages_package[@]}" "${packages_packaged[@]}" ||
         return $cannot_run
     scripts/wine32.sh ready || return $cannot_run
-    scripts/package.sh && /usr/bin/python3 -B -m unittest discover -s tests/packages -t tests/packages
+    scripts/package.sh && /usr/bin/python3 -B -m unittest discover -s tests/outside/packages -t tests/outside
 }
 
 # A bare Debian 12 in a tree of its own, where run.sh, test.sh and the package meet what a newcomer's

@@ -6,7 +6,7 @@ import shutil
 import sys
 
 HERE = pathlib.Path(__file__).resolve().parent
-sys.path.insert(0, str(HERE.parent / "tests" / "system"))
+sys.path.insert(0, str(HERE.parent / "tests" / "outside"))
 
 from desktop import Desktop, Failure, Program  # noqa: E402
 

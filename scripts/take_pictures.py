@@ -12,7 +12,7 @@ import tempfile
 import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-sys.path.insert(0, str(ROOT / "tests" / "system"))
+sys.path.insert(0, str(ROOT / "tests" / "outside"))
 
 from desktop import Desktop, Failure, Program, end_with_parent, wait_for  # noqa: E402
 

@@ -13,7 +13,7 @@ import tempfile
 import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-sys.path.insert(0, str(ROOT / "tests" / "system"))
+sys.path.insert(0, str(ROOT / "tests" / "outside"))
 
 from displays import WaylandDisplay, XDisplay  # noqa: E402
 

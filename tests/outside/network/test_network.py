@@ -9,10 +9,8 @@ import subprocess
 import sys
 import time
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "system"))
-
-from desktop import wait_for  # noqa: E402
-from support import EXECUTABLE, STOP_QUESTION, ProgramTest, keys_of  # noqa: E402
+from desktop import wait_for
+from support import EXECUTABLE, STOP_QUESTION, ProgramTest, keys_of
 
 PUMP = pathlib.Path(os.environ["RIG_STATE"]) / "pump.py"
 SERVER, SINK, SOURCE = "10.8.1.1", "5001", "5002"

@@ -9,9 +9,9 @@ import struct
 import tempfile
 import unittest
 
-from support import DEB, ROOT, VERSION, run
-
-from desktop import Desktop, Program, powerless  # noqa: E402
+from desktop import Desktop, Program, powerless
+from packages.built import DEB, VERSION, run
+from support import ROOT
 
 PROGRAMS = ("tarvik", "tarvik-demo")
 ICON_SIZES = (16, 22, 24, 32, 48, 64, 128, 256)

@@ -52,7 +52,7 @@ def picturing(test):
             raise
         except Exception as failure:
             PICTURES.mkdir(parents=True, exist_ok=True)
-            picture = PICTURES / (self.id().split(".", 1)[1] + ".png")
+            picture = PICTURES / (".".join(self.id().split(".")[-2:]) + ".png")
             self.desktop.screenshot(picture)
             failure.add_note("The screen at that moment: %s" % picture)
             raise

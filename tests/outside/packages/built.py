@@ -1,19 +1,15 @@
 """What the tests of the packages share: where the packages lie, and running a program."""
 
 import os
-import pathlib
 import re
 import subprocess
-import sys
 
-ROOT = pathlib.Path(__file__).resolve().parents[2]
+from support import ROOT
+
 PACKAGES = ROOT / "build" / "packages"
 VERSION = re.search(r"project\(tarvik VERSION ([0-9.]+) ", (ROOT / "CMakeLists.txt").read_text())[1]
 DEB = PACKAGES / ("tarvik_%s_amd64.deb" % VERSION)
 ZIP = PACKAGES / ("tarvik-%s-windows.zip" % VERSION)
-
-# The desktop of the system tests.
-sys.path.insert(0, str(ROOT / "tests" / "system"))
 
 
 def run(*command, **options):

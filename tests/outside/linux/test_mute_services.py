@@ -14,6 +14,7 @@ import unittest
 
 from gi.repository import Gio, GLib
 
+import selection_holder
 from desktop import wait_for
 from displays import FarDisplay
 from event_loop import EventLoop
@@ -377,7 +378,7 @@ class WaitingTest(MuteServiceTest):
 def hold_clipboard(test, environment, *text):
     """Something holds it until the end of the test: the text, or mutely without one."""
     holder = start(
-        [sys.executable, "-B", str(pathlib.Path(__file__).with_name("selection_holder.py")),
+        [sys.executable, "-B", selection_holder.__file__,
          *text],
         environment, stdout=subprocess.PIPE,
     )

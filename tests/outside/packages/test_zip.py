@@ -6,9 +6,9 @@ import subprocess
 import tempfile
 import unittest
 
-from support import PACKAGES, ROOT, VERSION, ZIP, run
-
-from desktop import Desktop, wait_for  # noqa: E402
+from desktop import Desktop, wait_for
+from packages.built import PACKAGES, VERSION, ZIP, run
+from support import ROOT
 
 TOP = "tarvik-%s-windows" % VERSION
 PROGRAMS = ("tarvik.exe", "tarvik-demo.exe")

@@ -1,0 +1,1 @@
+"""The built program on a real NetworkManager and a real VPN."""

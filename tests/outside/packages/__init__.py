@@ -1,0 +1,1 @@
+"""The packages, installed, unpacked and made a second time."""

@@ -1,0 +1,1 @@
+"""What the program files for Windows need and bring along."""
