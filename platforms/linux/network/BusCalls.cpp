@@ -4,12 +4,6 @@
 
 namespace tarvik {
 
-namespace {
-
-const std::string noOwner = "org.freedesktop.DBus.Error.NameHasNoOwner";
-
-} // namespace
-
 void BusCalls::requireTime() const {
     if (Clock::now() >= end_) {
         throw sdbus::Error(dbus::timedOut, "");
@@ -32,7 +26,7 @@ std::string BusCalls::ownerOf(const std::string& name) {
         return std::get<0>(
             call<std::string>(dbus::service, dbus::path, dbus::service, "GetNameOwner", name));
     } catch (const sdbus::Error& error) {
-        if (error.getName() != noOwner) {
+        if (error.getName() != dbus::noOwner) {
             throw;
         }
         return {};

@@ -23,7 +23,7 @@ bool isTimeOut(const sdbus::Error& error) {
 bool isDisconnected(const sdbus::Error& error) {
     const std::string& name = error.getName();
     return name == dbus::disconnected || name == dbus::service + ".Error.ServiceUnknown" ||
-           name == dbus::service + ".Error.NameHasNoOwner";
+           name == dbus::noOwner;
 }
 
 bool isNoAnswer(const sdbus::Error& error) {

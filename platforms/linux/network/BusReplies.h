@@ -15,6 +15,7 @@ inline const std::string path = "/org/freedesktop/DBus";
 inline const std::string propertiesInterface = service + ".Properties";
 inline const std::string disconnected = service + ".Error.Disconnected";
 inline const std::string inconsistent = service + ".Error.InconsistentMessage";
+inline const std::string noOwner = service + ".Error.NameHasNoOwner";
 inline const std::string timedOut = service + ".Error.Timeout";
 } // namespace dbus
 
