@@ -1,8 +1,9 @@
 #include "linux/network/LinuxInternetState.h"
 
+#include "linux/services/Environment.h"
+
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <string_view>
 
 namespace tarvik {
@@ -18,10 +19,8 @@ constexpr std::uint32_t activating = 1;
 bool environmentHasProxy() {
     constexpr std::array names{"http_proxy", "https_proxy", "all_proxy",
                                "HTTP_PROXY", "HTTPS_PROXY", "ALL_PROXY"};
-    return std::any_of(names.begin(), names.end(), [](const char* name) {
-        const char* const value = std::getenv(name);
-        return value != nullptr && *value != '\0';
-    });
+    return std::any_of(names.begin(), names.end(),
+                       [](const char* name) { return !fromEnvironment(name).empty(); });
 }
 
 bool isModem(const std::string& type) {

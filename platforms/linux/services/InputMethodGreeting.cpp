@@ -1,10 +1,10 @@
 #include "linux/services/InputMethodGreeting.h"
 
+#include "linux/services/Environment.h"
 #include "linux/services/LinuxProgram.h"
 #include "linux/services/LocalSocket.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -15,11 +15,6 @@
 namespace tarvik {
 
 namespace {
-
-std::string fromEnvironment(const char* name) {
-    const char* const value = std::getenv(name);
-    return value == nullptr ? "" : value;
-}
 
 /// What ends the name of the file for the display of X: "-unix-1" for ":1.0", "-host-1" for
 /// "host:1.0".

@@ -1,12 +1,11 @@
 #include "linux/services/LinuxProgram.h"
 
+#include "linux/services/Environment.h"
 #include "linux/services/FileDescriptor.h"
 
 #include <array>
 #include <climits>
-#include <cstdlib>
 #include <pwd.h>
-#include <string_view>
 #include <unistd.h>
 
 namespace tarvik {
@@ -21,8 +20,8 @@ std::string executableFolder() {
 
 /// An environment variable that names a folder; relative ones do not count.
 std::string folderFromEnvironment(const char* name) {
-    const char* value = std::getenv(name);
-    return value != nullptr && *value == '/' ? value : std::string();
+    const std::string value = fromEnvironment(name);
+    return value.starts_with('/') ? value : "";
 }
 
 } // namespace

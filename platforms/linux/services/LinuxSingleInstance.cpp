@@ -1,9 +1,9 @@
 #include "linux/services/LinuxSingleInstance.h"
 
+#include "linux/services/Environment.h"
 #include "linux/services/LinuxProgram.h"
 
 #include <cerrno>
-#include <cstdlib>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -13,19 +13,19 @@ namespace tarvik {
 
 namespace {
 
-bool isOwnFolder(const char* path) {
+bool isOwnFolder(const std::string& path) {
     struct stat info {};
-    return path != nullptr && *path == '/' && lstat(path, &info) == 0 && S_ISDIR(info.st_mode) &&
+    return path.starts_with('/') && lstat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode) &&
            info.st_uid == getuid();
 }
 
 std::string lockFolder() {
-    const char* runtime = std::getenv("XDG_RUNTIME_DIR");
+    std::string runtime = fromEnvironment("XDG_RUNTIME_DIR");
     if (isOwnFolder(runtime)) {
         return runtime;
     }
-    const char* cache = std::getenv("XDG_CACHE_HOME");
-    return cache != nullptr && *cache == '/' ? cache : homeFolder() + "/.cache";
+    std::string cache = fromEnvironment("XDG_CACHE_HOME");
+    return cache.starts_with('/') ? cache : homeFolder() + "/.cache";
 }
 
 /// The object's name with only such characters as a file name may have.

@@ -2,6 +2,7 @@
 
 #include "linux/services/AccessibilityGreeting.h"
 #include "linux/services/BusGreeting.h"
+#include "linux/services/Environment.h"
 #include "linux/services/FileDescriptor.h"
 #include "linux/services/InputMethodGreeting.h"
 #include "linux/services/SessionManagerGreeting.h"
@@ -19,11 +20,6 @@ const char* const sessionBus = "DBUS_SESSION_BUS_ADDRESS";
 const char* const accessibilityBus = "AT_SPI_BUS_ADDRESS";
 const char* const sessionManager = "SESSION_MANAGER";
 const char* const inputMethod = "QT_IM_MODULE";
-
-std::string fromEnvironment(const char* name) {
-    const char* const value = std::getenv(name);
-    return value == nullptr ? "" : value;
-}
 
 /// Where the session bus is looked for, "" where it would first have to be started.
 std::string sessionBusAddress() {
