@@ -36,11 +36,11 @@ bool tells(sdbus::IProxy& proxy, const char* property) {
     }
 }
 
-/// The toolkit will ask for the bus. It waits for both answers, so that both are asked for.
+/// Accessibility is in use. The toolkit waits for both answers, so that both are asked for.
 bool isOn(sdbus::IProxy& proxy) {
     const bool enabled = tells(proxy, "IsEnabled");
     const bool screenReader = tells(proxy, "ScreenReaderEnabled");
-    return enabled || screenReader || std::getenv("QT_LINUX_ACCESSIBILITY_ALWAYS_ON") != nullptr;
+    return enabled || screenReader;
 }
 
 /// The address that the service of accessibility tells, "" for none.
