@@ -1,12 +1,9 @@
 #include "linux/face/SelectionOwner.h"
 
-#include <xcb/xcb.h>
+#include "linux/services/Xcb.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <memory>
 #include <poll.h>
-#include <string_view>
 
 namespace tarvik::face {
 
@@ -14,29 +11,10 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-struct Free {
-    void operator()(void* memory) const { std::free(memory); }
-};
-template <class Type>
-using Owned = std::unique_ptr<Type, Free>;
-
-/// A connection of its own: the toolkit's would take the answer away.
-struct Disconnect {
-    void operator()(xcb_connection_t* display) const { xcb_disconnect(display); }
-};
-using Display = std::unique_ptr<xcb_connection_t, Disconnect>;
-
-xcb_atom_t atomOf(xcb_connection_t* display, std::string_view name) {
-    const auto cookie =
-        xcb_intern_atom(display, 0, static_cast<std::uint16_t>(name.size()), name.data());
-    const Owned<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(display, cookie, nullptr));
-    return reply == nullptr ? xcb_atom_t{XCB_ATOM_NONE} : reply->atom;
-}
-
 /// Somebody holds it. `tookTime` gets how long the display took for the answer.
 bool isHeld(xcb_connection_t* display, xcb_atom_t selection, std::chrono::microseconds& tookTime) {
     const Clock::time_point begin = Clock::now();
-    const Owned<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
+    const xcb::Owned<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
         display, xcb_get_selection_owner(display, selection), nullptr));
     tookTime = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - begin);
     return reply != nullptr && reply->owner != XCB_WINDOW_NONE;
@@ -48,8 +26,8 @@ void ask(xcb_connection_t* display, xcb_atom_t selection) {
     const xcb_window_t window = xcb_generate_id(display);
     xcb_create_window(display, XCB_COPY_FROM_PARENT, window, screen->root, 0, 0, 1, 1, 0,
                       XCB_WINDOW_CLASS_INPUT_ONLY, screen->root_visual, 0, nullptr);
-    xcb_convert_selection(display, window, selection, atomOf(display, "TARGETS"),
-                          atomOf(display, "TARVIK_TARGETS"), XCB_CURRENT_TIME);
+    xcb_convert_selection(display, window, selection, xcb::atomOf(display, "TARGETS"),
+                          xcb::atomOf(display, "TARVIK_TARGETS"), XCB_CURRENT_TIME);
     xcb_flush(display);
 }
 
@@ -59,7 +37,7 @@ bool isAnswered(xcb_connection_t* display, std::chrono::milliseconds longest) {
          left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now())) {
         pollfd waiting{.fd = xcb_get_file_descriptor(display), .events = POLLIN, .revents = 0};
         poll(&waiting, 1, static_cast<int>(left.count()));
-        while (const Owned<xcb_generic_event_t> event{xcb_poll_for_event(display)}) {
+        while (const xcb::Owned<xcb_generic_event_t> event{xcb_poll_for_event(display)}) {
             constexpr unsigned sentByAProgram = 0x80;
             if ((event->response_type & ~sentByAProgram) == XCB_SELECTION_NOTIFY) {
                 return true;
@@ -83,11 +61,12 @@ std::chrono::milliseconds longestSilence(std::chrono::microseconds roundTrip) {
 }
 
 bool selectionOwnerAnswers(const char* selection) {
-    const Display display(xcb_connect(nullptr, nullptr));
+    // A connection of its own: the toolkit's would take the answer away.
+    const xcb::Display display(xcb_connect(nullptr, nullptr));
     if (xcb_connection_has_error(display.get()) != 0) {
         return true;
     }
-    const xcb_atom_t atom = atomOf(display.get(), selection);
+    const xcb_atom_t atom = xcb::atomOf(display.get(), selection);
     std::chrono::microseconds roundTrip{};
     if (!isHeld(display.get(), atom, roundTrip)) {
         return true;

@@ -1,14 +1,12 @@
 #include "linux/services/AccessibilityGreeting.h"
 
 #include "linux/services/BusGreeting.h"
+#include "linux/services/Xcb.h"
 
 #include <sdbus-c++/sdbus-c++.h>
-#include <xcb/xcb.h>
 
+#include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
-#include <string_view>
 
 namespace tarvik {
 
@@ -69,25 +67,15 @@ std::string toldAddress(const std::string& sessionBus, bool wanted,
     return address;
 }
 
-struct Free {
-    void operator()(void* memory) const { std::free(memory); }
-    void operator()(xcb_connection_t* display) const { xcb_disconnect(display); }
-};
-template <class Type>
-using Owned = std::unique_ptr<Type, Free>;
-
-std::string textOnDisplay(xcb_connection_t* display, std::string_view name) {
-    const Owned<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
-        display, xcb_intern_atom(display, 1, static_cast<std::uint16_t>(name.size()), name.data()),
-        nullptr));
-    if (atom == nullptr || atom->atom == XCB_ATOM_NONE) {
+std::string textOnDisplay(xcb_connection_t* display, const char* name) {
+    const xcb_atom_t atom = xcb::atomOf(display, name, xcb::Missing::StaysAway);
+    if (atom == XCB_ATOM_NONE) {
         return "";
     }
     constexpr std::uint32_t mostWords = 128;
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(display)).data->root;
-    const Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(
-        display, xcb_get_property(display, 0, root, atom->atom, XCB_ATOM_STRING, 0, mostWords),
-        nullptr));
+    const xcb::Owned<xcb_get_property_reply_t> reply(xcb_get_property_reply(
+        display, xcb_get_property(display, 0, root, atom, XCB_ATOM_STRING, 0, mostWords), nullptr));
     return reply == nullptr
                ? ""
                : std::string(static_cast<const char*>(xcb_get_property_value(reply.get())),
@@ -107,7 +95,7 @@ bool accessibilityOfDisplayGreets(const std::string& display, Greeting::MayBeSil
     }
     // A display that is far away is no fault of accessibility.
     mayBeSilent = true;
-    const Owned<xcb_connection_t> connection(xcb_connect(display.c_str(), nullptr));
+    const xcb::Display connection(xcb_connect(display.c_str(), nullptr));
     const std::string address = xcb_connection_has_error(connection.get()) != 0
                                     ? ""
                                     : textOnDisplay(connection.get(), "AT_SPI_BUS");
