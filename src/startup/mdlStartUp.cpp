@@ -14,7 +14,6 @@
 #include "state/mdlTools.h"
 #include "state/mdlTransfers.h"
 #include "state/mdlVar.h"
-#include "types/Convert.h"
 #include "types/Text.h"
 #include "ui/mdlGUI.h"
 #include "ui/mdlGUILists.h"

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "types/LocaleData.h"
-
 #include <string>
 #include <vector>
 

@@ -2,14 +2,9 @@
 
 #include "forms/Forms.h"
 #include "forms/StatusLamp.h"
-#include "ports/Locale.h"
-#include "ports/Platform.h"
-#include "state/mdlConst.h"
 #include "state/mdlTools.h"
 #include "state/mdlVar.h"
-#include "types/Convert.h"
 #include "ui/mdlGUIFigures.h"
-#include "ui/mdlGUILists.h"
 #include "ui/mdlInternetState.h"
 #include "ui/mdlSysTray.h"
 

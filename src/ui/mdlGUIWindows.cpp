@@ -3,7 +3,6 @@
 #include "forms/Forms.h"
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
-#include "types/Text.h"
 #include "ui/mdlSysTray.h"
 
 #include <string>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/Form.h"
+#include "controls/Controls.h"
 #include "state/mdlVar.h"
 
 namespace tarvik {

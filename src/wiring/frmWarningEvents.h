@@ -1,7 +1,5 @@
 #pragma once
 
-#include "controls/Form.h"
-
 namespace tarvik {
 
 // What the controls of the limit warning do.
