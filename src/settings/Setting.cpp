@@ -67,11 +67,6 @@ SettingsInOrder orderOfWriting() {
     return result;
 }
 
-template <class Enumeration>
-std::string numberOf(Enumeration value) {
-    return wholeToText(static_cast<std::uint8_t>(value));
-}
-
 } // namespace
 
 const Settings& settings() {
@@ -92,11 +87,7 @@ void setDefaults(State& state, const LocaleData& locale) {
     for (const Setting& setting : table) {
         std::visit(
             ByKind{
-                [&](const FlagSetting& flag) { state.*flag.value = 0; },
-                [&](const UnitSetting& unit) { state.*unit.value = TransferUnit::Bytes; },
-                [&](const CriterionSetting& criterion) {
-                    state.*criterion.value = enDateCalc::MiddleOfDay;
-                },
+                [&](const auto& small) { setSmall(state.*small.value, 0); },
                 [&](const BytesSetting& bytes) { state.*bytes.value = Currency(bytes.standard); },
                 [&](const NumberSetting& number) { state.*number.value = number.standard; },
                 [&](const DaySetting& day) {
@@ -108,9 +99,10 @@ void setDefaults(State& state, const LocaleData& locale) {
 
 std::string textOf(const Setting& setting, const State& state, const LocaleData& locale) {
     return std::visit(
-        ByKind{[&](const FlagSetting& flag) { return numberOf(state.*flag.value); },
-               [&](const UnitSetting& unit) { return numberOf(state.*unit.value); },
-               [&](const CriterionSetting& criterion) { return numberOf(state.*criterion.value); },
+        ByKind{[&](const auto& small) {
+                   static_assert(sizeof(state.*small.value) == sizeof(std::uint8_t));
+                   return wholeToText(static_cast<std::uint8_t>(state.*small.value));
+               },
                [&](const BytesSetting& bytes) { return toText(state.*bytes.value, locale); },
                [&](const NumberSetting& number) { return toText(state.*number.value); },
                [&](const DaySetting& day) { return toText(state.*day.value, locale); }},
@@ -118,14 +110,10 @@ std::string textOf(const Setting& setting, const State& state, const LocaleData&
 }
 
 void show(const Setting& setting, const State& state, FrmOptions& options) {
-    const auto choose = [&](ComboBox FrmOptions::*list, auto value) {
-        SetComboBox(options.*list, static_cast<int>(value));
-    };
     std::visit(
         ByKind{[&](const FlagSetting& flag) { (options.*flag.box).setValue(state.*flag.value); },
-               [&](const UnitSetting& unit) { choose(unit.list, state.*unit.value); },
-               [&](const CriterionSetting& criterion) {
-                   choose(criterion.list, state.*criterion.value);
+               [&](const auto& chosen) {
+                   SetComboBox(options.*chosen.list, static_cast<int>(state.*chosen.value));
                },
                [&](const BytesSetting& bytes) {
                    const LocaleData& locale = platform().locale.data();

@@ -71,7 +71,15 @@ struct Setting {
     bool is(const char* name) const { return std::string(key) == name; }
 };
 
-/// One function for each kind, for std::visit.
+/// Sets what the state keeps as a number of one byte: a flag, a unit or a criterion.
+template <class Value>
+void setSmall(Value& place, std::uint8_t number) {
+    static_assert(sizeof(Value) == sizeof number);
+    place = static_cast<Value>(number);
+}
+
+/// One function for each kind, for std::visit; one that takes any stands for those without their
+/// own.
 template <class... Kinds>
 struct ByKind : Kinds... {
     using Kinds::operator()...;

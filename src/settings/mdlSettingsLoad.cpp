@@ -58,21 +58,16 @@ Date loadDay(const char* key) {
 /// Reads a setting and shows it. One that cannot be converted ends the load with it.
 void load(const Setting& setting) {
     State& s = state();
-    std::visit(ByKind{[&](const FlagSetting& flag) { s.*flag.value = byteSetting(setting.key); },
-                      [&](const UnitSetting& unit) {
-                          s.*unit.value = static_cast<TransferUnit>(byteSetting(setting.key));
-                      },
-                      [&](const CriterionSetting& criterion) {
-                          s.*criterion.value = static_cast<enDateCalc>(byteSetting(setting.key));
-                      },
-                      [&](const BytesSetting& bytes) {
-                          s.*bytes.value = GetCurrencyFromINI(SettingsSection, setting.key);
-                      },
-                      [&](const NumberSetting& number) {
-                          s.*number.value = number.within(longSetting(setting.key));
-                      },
-                      [&](const DaySetting& day) { s.*day.value = loadDay(setting.key); }},
-               setting.kind);
+    std::visit(
+        ByKind{[&](const auto& small) { setSmall(s.*small.value, byteSetting(setting.key)); },
+               [&](const BytesSetting& bytes) {
+                   s.*bytes.value = GetCurrencyFromINI(SettingsSection, setting.key);
+               },
+               [&](const NumberSetting& number) {
+                   s.*number.value = number.within(longSetting(setting.key));
+               },
+               [&](const DaySetting& day) { s.*day.value = loadDay(setting.key); }},
+        setting.kind);
     show(setting, s, forms().frmOptions);
     if (const auto* const unit = std::get_if<UnitSetting>(&setting.kind)) {
         SetLabelUnitTransfer(forms().frmMain.*unit->label, unit->prefix, s.*unit->value);
