@@ -315,15 +315,13 @@ private:
     }
 
     /// The numbers of the controls: those of a set of forms that nobody shows.
-    const Form& table(const std::string& name) const {
-        const std::vector<const Form*> all{&numbers_.frmMain,       &numbers_.frmSysTray,
-                                           &numbers_.frmOptions,    &numbers_.frmWarning,
-                                           &numbers_.frmStatistics, &numbers_.frmHistory};
+    const Form& table(const std::string& name) {
+        const auto all = numbers_.all();
         return **std::find_if(all.begin(), all.end(),
                               [&](const Form* form) { return form->name() == name; });
     }
 
-    HWND control(const std::string& name) const {
+    HWND control(const std::string& name) {
         const std::size_t dot = name.find('.');
         const std::string form = name.substr(0, dot);
         const Control* known = table(form).control(name.substr(dot + 1));

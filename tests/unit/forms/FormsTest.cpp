@@ -1,8 +1,10 @@
 #include "forms/Forms.h"
 
+#include "support/ControlText.h"
 #include "support/WorldTest.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <set>
 
@@ -11,11 +13,7 @@ namespace {
 
 class FormsTest : public WorldTest {
 protected:
-    std::vector<Form*> all() {
-        Forms& f = world->forms;
-        return {&f.frmMain,       &f.frmHistory, &f.frmOptions,
-                &f.frmStatistics, &f.frmSysTray, &f.frmWarning};
-    }
+    std::array<Form*, 6> all() { return world->forms.all(); }
 
     static bool isLabelled(const Form& form, const Control& input) {
         return std::any_of(form.controls().begin(), form.controls().end(),
@@ -122,23 +120,7 @@ struct TextCase {
     const char* toolTip;
 };
 
-class MainWindowTextTest : public FormsTest, public testing::WithParamInterface<TextCase> {
-protected:
-    static std::string textOf(const Control& control) {
-        switch (control.kind()) {
-        case ControlKind::Frame:
-            return static_cast<const Frame&>(control).caption();
-        case ControlKind::Label:
-            return static_cast<const Label&>(control).caption();
-        case ControlKind::TextBox:
-            return static_cast<const TextBox&>(control).text();
-        case ControlKind::CommandButton:
-            return static_cast<const CommandButton&>(control).caption();
-        default:
-            return "";
-        }
-    }
-};
+class MainWindowTextTest : public FormsTest, public testing::WithParamInterface<TextCase> {};
 
 TEST_P(MainWindowTextTest, ReadsToTheLetter) {
     const Control* control = frmMain().control(GetParam().control);
@@ -174,7 +156,7 @@ INSTANTIATE_TEST_SUITE_P(
         TextCase{"lblTransferTotal", "total (bytes):", ""}, TextCase{"lblDuration", "Duration", ""},
         TextCase{"lblDurationCurrent", "Current", ""}, TextCase{"lblDurationTotal", "Total", ""},
         TextCase{"lblDurationTime", "hr:min:sec:ms", ""}, TextCase{"frameStatus", "Status:", ""},
-        TextCase{"picStatus", "", ""},
+        TextCase{"picStatus", "no text", ""},
         TextCase{"lblMonitoring", "Monitoring: inactive",
                  "This shows the status of the monitoring activity"},
         TextCase{"lblAvailableConnections", "Available connection(s):", ""},

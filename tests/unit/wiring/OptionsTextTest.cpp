@@ -1,6 +1,7 @@
 #include "wiring/OptionsTest.h"
 
 #include "settings/mdlSettingsControls.h"
+#include "support/ControlText.h"
 
 #include <algorithm>
 
@@ -79,25 +80,6 @@ constexpr TextCase textCases[] = {
     {"cmdCancel", "Cancel", "Discard any changes made to the settings and close the options dialog",
      ""},
 };
-
-std::string textOf(const Control& control) {
-    switch (control.kind()) {
-    case ControlKind::Frame:
-        return static_cast<const Frame&>(control).caption();
-    case ControlKind::Label:
-        return static_cast<const Label&>(control).caption();
-    case ControlKind::TextBox:
-        return static_cast<const TextBox&>(control).text();
-    case ControlKind::CheckBox:
-        return static_cast<const CheckBox&>(control).caption();
-    case ControlKind::CommandButton:
-        return static_cast<const CommandButton&>(control).caption();
-    case ControlKind::ComboBox:
-        return static_cast<const ComboBox&>(control).text();
-    default:
-        return "no text";
-    }
-}
 
 /// Every place in the layout where the control stands, told by the frame around it.
 void findPlaces(const LayoutNode& node, const Control& control, const std::string& around,
