@@ -41,4 +41,17 @@ std::string withVisibleDirections(std::string_view text) {
     return result;
 }
 
+std::string withVisibleDirections(std::string_view text, const CodePage& codePage) {
+    // A plain text is by far the usual one, and the same in every code page.
+    const bool plain = std::all_of(text.begin(), text.end(), [](char each) {
+        return static_cast<unsigned char>(each) < 0x80;
+    });
+    if (plain) {
+        return std::string(text);
+    }
+    const std::string utf8 = codePage.toUtf8(text);
+    const std::string told = withVisibleDirections(utf8);
+    return told == utf8 ? std::string(text) : codePage.fromUtf8(told);
+}
+
 } // namespace tarvik

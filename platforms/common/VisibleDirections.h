@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/CodePage.h"
+
 #include <string>
 #include <string_view>
 
@@ -9,5 +11,8 @@ namespace tarvik {
 /// itself, is told by its number, as "[U+202E]". A name from outside could otherwise be read as
 /// another one: with it, "gnp.exe" after "U+202E" reads as "exe.png".
 std::string withVisibleDirections(std::string_view text);
+
+/// The same for a text in a code page. One without turns comes back byte for byte.
+std::string withVisibleDirections(std::string_view text, const CodePage& codePage);
 
 } // namespace tarvik

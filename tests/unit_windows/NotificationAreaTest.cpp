@@ -1,5 +1,7 @@
 #include "windows/face/WindowsNotificationArea.h"
 
+#include "HebrewPage.h"
+
 #include "windows/face/DrawingRaster.h"
 
 #include <gtest/gtest.h>
@@ -45,7 +47,7 @@ protected:
     }
 
     HWND window;
-    face::WindowsNotificationArea area;
+    face::WindowsNotificationArea area{hebrewPage()};
 };
 
 TEST_F(NotificationAreaTest, AnIconIsAddedOnceChangedAndRemoved) {
@@ -169,6 +171,35 @@ TEST_F(NoteTest, ANoteIsCutBeforeALineEndThatDoesNotFitWhole) {
 
     ASSERT_EQ(PlayedTaskBar::told.size(), 1U);
     EXPECT_EQ(std::string(PlayedTaskBar::told.front().record.szInfo), std::string(254, 'a'));
+}
+
+TEST_F(NoteTest, ANoteTellsOfATurn) {
+    note("Bank \xFEgnp.exe\rtwo");
+
+    ASSERT_EQ(PlayedTaskBar::told.size(), 1U);
+    EXPECT_STREQ(PlayedTaskBar::told.front().record.szInfo, "Bank [U+200F]gnp.exe\r\ntwo");
+}
+
+TEST_F(NoteTest, ATipTellsOfATurn) {
+    auto record = iconOf(window, TrayIcon::imgSysTray);
+    std::strcpy(record.szTip, "Bank \xFEgnp.exe");
+
+    area.Shell_NotifyIconA(NotificationArea::add, &record);
+
+    ASSERT_EQ(PlayedTaskBar::told.size(), 1U);
+    EXPECT_STREQ(PlayedTaskBar::told.front().record.szTip, "Bank [U+200F]gnp.exe");
+}
+
+TEST_F(NoteTest, ATipThatOutgrowsTheOldestFormIsCutAndEnded) {
+    auto record = iconOf(window, TrayIcon::imgSysTray);
+    record.cbSize = 88;
+    std::strcpy(record.szTip, (std::string(60, 'a') + "\xFE").c_str());
+
+    area.Shell_NotifyIconA(NotificationArea::add, &record);
+
+    ASSERT_EQ(PlayedTaskBar::told.size(), 1U);
+    EXPECT_EQ(std::string(PlayedTaskBar::told.front().record.szTip, 64),
+              std::string(60, 'a') + "[U+" + '\0');
 }
 
 TEST_F(NoteTest, ANoteDoesNotComeBackWithTheIcon) {

@@ -58,8 +58,9 @@ std::optional<ReadingStep> stepOf(WPARAM key) {
 class ChartWindow : public ControlWindow {
 public:
     ChartWindow(Chart& chart, ControlSite& site)
-        : ControlWindow(chart, site,
-                        makeChild(chart, site, registeredClass(), chart.title(), WS_TABSTOP)),
+        : ControlWindow(
+              chart, site,
+              makeChild(chart, site, registeredClass(), site.shown(chart.title()), WS_TABSTOP)),
           chart_(chart), picture_(chart) {
         SetWindowLongPtrA(window(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
         refresh(Property::Caption);
@@ -82,7 +83,7 @@ protected:
             return; // the pointer has moved within a row
         }
         // The text of a window of its own kind is what screen readers say.
-        setWindowText(spokenName(chart_));
+        setWindowText(shown(spokenName(chart_)));
         InvalidateRect(window(), nullptr, FALSE);
     }
 
@@ -174,7 +175,8 @@ private:
         constexpr double plainResolution = 96;
         {
             GdiCanvas canvas(context, {area.right, area.bottom},
-                             dotsPerInch(window()) / plainResolution, font_);
+                             dotsPerInch(window()) / plainResolution, font_,
+                             site().context().codePage);
             picture_.draw(canvas, ChartPalette::on(systemColour(COLOR_WINDOW),
                                                    systemColour(COLOR_WINDOWTEXT)));
         }

@@ -11,7 +11,8 @@ class CheckBoxWindow : public ControlWindow {
 public:
     CheckBoxWindow(CheckBox& box, ControlSite& site)
         : ControlWindow(box, site,
-                        makeChild(box, site, "BUTTON", markedCaption(box.caption(), box.mnemonic()),
+                        makeChild(box, site, "BUTTON",
+                                  site.shown(markedCaption(box.caption(), box.mnemonic())),
                                   // A plain box leaves it to its window what a click does.
                                   box.readOnly() ? BS_CHECKBOX : WS_TABSTOP | BS_AUTOCHECKBOX)),
           box_(box) {

@@ -48,7 +48,8 @@ protected:
 private:
     void showItems() {
         SendMessageA(window(), CB_RESETCONTENT, 0, 0);
-        for (const std::string& text : combo_.items()) {
+        for (const std::string& item : combo_.items()) {
+            const std::string text = shown(item);
             SendMessageA(window(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
         }
     }

@@ -7,16 +7,16 @@ namespace tarvik::face {
 
 namespace {
 
-std::string shownCaption(const CommandButton& button) {
+std::string marked(const CommandButton& button) {
     return markedCaption(button.caption(), button.mnemonic());
 }
 
 class CommandButtonWindow : public ControlWindow {
 public:
     CommandButtonWindow(CommandButton& button, ControlSite& site)
-        : ControlWindow(
-              button, site,
-              makeChild(button, site, "BUTTON", shownCaption(button), WS_TABSTOP | BS_PUSHBUTTON)),
+        : ControlWindow(button, site,
+                        makeChild(button, site, "BUTTON", site.shown(marked(button)),
+                                  WS_TABSTOP | BS_PUSHBUTTON)),
           button_(button) {}
 
     LayoutSize measure(const FaceFont& font, int, int) const override {
@@ -36,7 +36,7 @@ public:
 
 protected:
     void refreshOwn(Property changed) override {
-        const std::string caption = shownCaption(button_);
+        const std::string caption = shown(marked(button_));
         if (changed == Property::Caption && windowText() != caption) {
             setWindowText(caption);
             site().layOutAgain();

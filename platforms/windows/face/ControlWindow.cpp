@@ -64,10 +64,10 @@ bool ControlWindow::refreshShared(Property changed) {
         site_.layOutAgain();
         return true;
     case Property::ToolTip:
-        site_.showToolTip(window_, control().toolTip());
+        site_.showToolTip(window_, shown(control().toolTip()));
         return true;
     case Property::AccessibleName:
-        site_.context().accessibleNames.set(window_, control().accessibleName());
+        site_.context().accessibleNames.set(window_, shown(control().accessibleName()));
         return true;
     default:
         return false;

@@ -20,6 +20,8 @@ public:
     virtual ~ControlSite() = default;
     virtual HWND window() const = 0;
     virtual WindowContext& context() = 0;
+    /// The text for the eye, see `WindowContext`.
+    std::string shown(const std::string& text) { return context().shown(text); }
     /// The size of a control may have changed.
     virtual void layOutAgain() = 0;
     virtual void showToolTip(HWND control, const std::string& tip) = 0;
@@ -61,6 +63,8 @@ protected:
     /// The text that the child window holds.
     std::string windowText() const;
     void setWindowText(const std::string& text);
+    /// The text for the eye, see `WindowContext`.
+    std::string shown(const std::string& text) const { return site_.shown(text); }
 
 private:
     static LRESULT CALLBACK onMessage(HWND window, UINT message, WPARAM first, LPARAM second,

@@ -81,9 +81,10 @@ const char* FormWindow::registeredClass(const Form& form) {
 void FormWindow::makeWindow() {
     const DWORD sizes = form_.isDialog() ? WS_MAXIMIZEBOX : 0U;
     const DWORD style = form_.layout() != nullptr ? WS_OVERLAPPEDWINDOW & ~sizes : WS_POPUP;
-    window_ = CreateWindowExA(WS_EX_CONTROLPARENT, registeredClass(form_), form_.caption().c_str(),
-                              style, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
-                              nullptr, nullptr, GetModuleHandleA(nullptr), this);
+    window_ = CreateWindowExA(WS_EX_CONTROLPARENT, registeredClass(form_),
+                              context_.shown(form_.caption()).c_str(), style, CW_USEDEFAULT,
+                              CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr,
+                              GetModuleHandleA(nullptr), this);
     // The form has its own way to follow the resolution of a screen.
     dontScaleDialog(window_);
 }

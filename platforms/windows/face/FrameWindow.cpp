@@ -8,9 +8,9 @@ namespace {
 class FrameWindow : public ControlWindow {
 public:
     FrameWindow(Frame& frame, ControlSite& site)
-        : ControlWindow(
-              frame, site,
-              makeChild(frame, site, "BUTTON", markedCaption(frame.caption(), 0), BS_GROUPBOX)),
+        : ControlWindow(frame, site,
+                        makeChild(frame, site, "BUTTON",
+                                  site.shown(markedCaption(frame.caption(), 0)), BS_GROUPBOX)),
           frame_(frame) {}
 
     LayoutSize measure(const FaceFont& font, int, int) const override {

@@ -1,6 +1,7 @@
 #include "windows/face/GdiCanvas.h"
 
 #include "common/CanvasPixels.h"
+#include "common/VisibleDirections.h"
 
 #include <algorithm>
 #include <vector>
@@ -67,8 +68,9 @@ private:
 
 } // namespace
 
-GdiCanvas::GdiCanvas(HDC context, SIZE size, double scale, HFONT font)
-    : context_(context), size_(size), scale_(std::max(1.0, scale)), saved_(SaveDC(context)) {
+GdiCanvas::GdiCanvas(HDC context, SIZE size, double scale, HFONT font, const CodePage& codePage)
+    : context_(context), size_(size), scale_(std::max(1.0, scale)), codePage_(codePage),
+      saved_(SaveDC(context)) {
     SelectObject(context_, font);
     SetBkMode(context_, TRANSPARENT);
 }
@@ -114,12 +116,14 @@ void GdiCanvas::polygon(std::span<const CanvasPoint> corners, const Colour& colo
 void GdiCanvas::text(CanvasPoint leftTop, const std::string& text, const Colour& colour) {
     const PixelPoint place = nearestPixel(leftTop);
     SetTextColor(context_, colourOf(colour));
-    TextOutA(context_, place.x, place.y, text.data(), static_cast<int>(text.size()));
+    const std::string told = withVisibleDirections(text, codePage_);
+    TextOutA(context_, place.x, place.y, told.data(), static_cast<int>(told.size()));
 }
 
 CanvasSize GdiCanvas::textSize(const std::string& text) const {
     SIZE size{};
-    GetTextExtentPoint32A(context_, text.data(), static_cast<int>(text.size()), &size);
+    const std::string told = withVisibleDirections(text, codePage_);
+    GetTextExtentPoint32A(context_, told.data(), static_cast<int>(told.size()), &size);
     return {static_cast<double>(size.cx), static_cast<double>(size.cy)};
 }
 

@@ -2,14 +2,17 @@
 
 #include "controls/Canvas.h"
 #include "windows/services/SystemHeader.h"
+#include "windows/services/WindowsCodePage.h"
 
 namespace tarvik::face {
 
 /// A canvas on a device context; it begins at the origin.
 class GdiCanvas : public Canvas {
 public:
-    /// The context is as before when the canvas ends. `scale` as canvases tell it.
-    GdiCanvas(HDC context, SIZE size, double scale, HFONT font);
+    /// The context is as before when the canvas ends. `scale` as canvases tell it; texts are bytes
+    /// of that code page.
+    GdiCanvas(HDC context, SIZE size, double scale, HFONT font,
+              const CodePage& codePage = windowsCodePage());
     ~GdiCanvas() override;
     GdiCanvas(const GdiCanvas&) = delete;
     GdiCanvas& operator=(const GdiCanvas&) = delete;
@@ -28,6 +31,7 @@ private:
     HDC context_;
     SIZE size_;
     double scale_;
+    CodePage codePage_;
     int saved_;
 };
 

@@ -17,7 +17,7 @@ DWORD styleOf(const Label& label) {
     return alignment | marks | place | SS_NOTIFY;
 }
 
-std::string shownCaption(const Label& label) {
+std::string marked(const Label& label) {
     return label.labelled() != nullptr ? markedCaption(label.caption(), label.mnemonic())
                                        : label.caption();
 }
@@ -25,14 +25,15 @@ std::string shownCaption(const Label& label) {
 class LabelWindow : public ControlWindow {
 public:
     LabelWindow(Label& label, ControlSite& site)
-        : ControlWindow(label, site,
-                        makeChild(label, site, "STATIC", shownCaption(label), styleOf(label))),
+        : ControlWindow(
+              label, site,
+              makeChild(label, site, "STATIC", site.shown(marked(label)), styleOf(label))),
           label_(label) {}
 
     LayoutSize measure(const FaceFont& font, int characters, int lines) const override {
         const int width = characters > 0
                               ? font.charactersWidth(characters)
-                              : widestText(font, label_.caption(), label_.otherCaptions());
+                              : widestText(font, shown(label_.caption()), label_.otherCaptions());
         return {width, font.lineHeight() * (lines > 0 ? lines : 1)};
     }
 
@@ -41,7 +42,7 @@ public:
 protected:
     void refreshOwn(Property changed) override {
         if (changed == Property::Caption) {
-            setWindowText(shownCaption(label_));
+            setWindowText(shown(marked(label_)));
             site().layOutAgain();
         } else if (changed == Property::ForeColour) {
             InvalidateRect(window(), nullptr, TRUE);

@@ -110,7 +110,7 @@ private:
     }
 
     void insertColumn(int place, const ListColumn& column) {
-        std::string header = column.header;
+        std::string header = shown(column.header);
         LVCOLUMNA record{};
         record.mask = LVCF_TEXT | LVCF_FMT;
         record.fmt = column.alignment == TextAlignment::Right ? LVCFMT_RIGHT : LVCFMT_LEFT;
@@ -121,7 +121,7 @@ private:
 
     void answer(LVITEMA& item) const {
         if ((item.mask & LVIF_TEXT) != 0 && item.cchTextMax > 0) {
-            const std::string text = list_.cell(item.iItem, item.iSubItem);
+            const std::string text = shown(list_.cell(item.iItem, item.iSubItem));
             const std::size_t room = static_cast<std::size_t>(item.cchTextMax) - 1;
             item.pszText[text.copy(item.pszText, room)] = '\0';
         }
@@ -173,8 +173,8 @@ private:
     }
 
     int widthOf(const std::string& text) const {
-        return static_cast<int>(
-            SendMessageA(window(), LVM_GETSTRINGWIDTHA, 0, reinterpret_cast<LPARAM>(text.c_str())));
+        return static_cast<int>(SendMessageA(window(), LVM_GETSTRINGWIDTHA, 0,
+                                             reinterpret_cast<LPARAM>(shown(text).c_str())));
     }
 
     ListView& list_;

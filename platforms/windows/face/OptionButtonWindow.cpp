@@ -11,7 +11,7 @@ public:
         // The model takes the choice from the others: a plain button leaves it to its window.
         : ControlWindow(option, site,
                         makeChild(option, site, "BUTTON",
-                                  markedCaption(option.caption(), option.mnemonic()),
+                                  site.shown(markedCaption(option.caption(), option.mnemonic())),
                                   WS_TABSTOP | BS_RADIOBUTTON)),
           option_(option) {
         refresh(Property::Value);

@@ -19,12 +19,17 @@ DWORD styleOf(const TextBox& textBox) {
     return WS_TABSTOP | lines | alignment | (textBox.readOnly() ? ES_READONLY : 0U);
 }
 
+/// One that the user may change stands there as it is: it is taken back.
+std::string textFor(const TextBox& textBox, ControlSite& site) {
+    return textBox.readOnly() ? site.shown(textBox.text()) : textBox.text();
+}
+
 class TextBoxWindow : public ControlWindow {
 public:
     TextBoxWindow(TextBox& textBox, ControlSite& site)
-        : ControlWindow(
-              textBox, site,
-              makeChild(textBox, site, "EDIT", textBox.text(), styleOf(textBox), WS_EX_CLIENTEDGE)),
+        : ControlWindow(textBox, site,
+                        makeChild(textBox, site, "EDIT", textFor(textBox, site), styleOf(textBox),
+                                  WS_EX_CLIENTEDGE)),
           textBox_(textBox) {
         SetWindowSubclass(window(), onMessage, 0, reinterpret_cast<DWORD_PTR>(this));
     }
@@ -63,8 +68,9 @@ protected:
             return;
         }
         // A text that is there already keeps its place of insertion and its selection.
-        if (changed == Property::Text && windowText() != textBox_.text()) {
-            setWindowText(textBox_.text());
+        const std::string text = textFor(textBox_, site());
+        if (changed == Property::Text && windowText() != text) {
+            setWindowText(text);
             if (GetFocus() == window() && !textBox_.readOnly()) {
                 // Typing goes on behind a text that was put in its place.
                 const auto end = static_cast<int>(textBox_.text().size());

@@ -1,15 +1,28 @@
 #pragma once
 
 #include "common/FaceContext.h"
+#include "common/VisibleDirections.h"
 #include "controls/Form.h"
 #include "windows/face/AccessibleNames.h"
 
 #include <functional>
+#include <string>
 
 namespace tarvik::face {
 
 /// What all windows of the face share.
 struct WindowContext : FaceContext {
+    /// `ownCodePage` is the one in which the program's texts are bytes.
+    explicit WindowContext(const CodePage& ownCodePage) : codePage(ownCodePage) {}
+
+    /// A text for the eye: what turns the direction of writing is told by its number, as names from
+    /// outside stand in many texts. The text itself remains in the model, and nothing takes it back
+    /// from what is shown.
+    std::string shown(const std::string& text) const {
+        return withVisibleDirections(text, codePage);
+    }
+
+    CodePage codePage;
     /// How many messages are being handled, one within the other. A window that was withdrawn may
     /// be the one whose handler is running: it goes when this is 0.
     int depth = 0;

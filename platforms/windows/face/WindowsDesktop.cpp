@@ -55,7 +55,7 @@ BOOL CALLBACK closeBox(HWND window, LPARAM) {
 
 } // namespace
 
-WindowsDesktop::WindowsDesktop() {
+WindowsDesktop::WindowsDesktop(const CodePage& codePage) : context_(codePage) {
     InitCommonControls();
     context_.end = [this](UnloadMode why) { end(why); };
 }
@@ -125,8 +125,9 @@ HWND WindowsDesktop::boxOwner() const {
 }
 
 MsgBoxAnswer WindowsDesktop::messageBox(const MsgBoxRequest& request) {
+    const std::string text = boxText(context_.shown(request.text));
     if (context_.ending) {
-        OutputDebugStringA(boxText(request.text).c_str());
+        OutputDebugStringA(text.c_str());
         return closingAnswer(request.buttons);
     }
     const BusyScope busy(context_);
@@ -134,7 +135,7 @@ MsgBoxAnswer WindowsDesktop::messageBox(const MsgBoxRequest& request) {
     const HWND owner = boxOwner();
     // Without a window to stand before, a box would be lost behind those of other programs.
     const UINT place = owner == nullptr ? MB_TASKMODAL | MB_SETFOREGROUND : MB_APPLMODAL;
-    const int pressed = MessageBoxA(owner, boxText(request.text).c_str(), request.caption.c_str(),
+    const int pressed = MessageBoxA(owner, text.c_str(), context_.shown(request.caption).c_str(),
                                     boxFlags(request) | place);
     return answerOf(pressed, request.buttons);
 }
@@ -160,7 +161,7 @@ void WindowsDesktop::popUpMenu(Menu& menu, Form& owner) {
                            : entry.enabled     ? MF_STRING
                                                : MF_STRING | MF_GRAYED;
         // Numbers begin at 1: 0 is the answer of a menu that was closed.
-        AppendMenuA(popUp, state, i + 1, markedCaption(entry.caption, 0).c_str());
+        AppendMenuA(popUp, state, i + 1, context_.shown(markedCaption(entry.caption, 0)).c_str());
     }
     POINT pointer{};
     GetCursorPos(&pointer);

@@ -2,6 +2,7 @@
 
 #include "ports/Desktop.h"
 #include "windows/face/FormWindow.h"
+#include "windows/services/WindowsCodePage.h"
 
 #include <memory>
 #include <vector>
@@ -14,7 +15,7 @@ namespace tarvik::face {
 /// unloaded for that reason, open boxes close, and `run` returns.
 class WindowsDesktop : public Desktop {
 public:
-    WindowsDesktop();
+    explicit WindowsDesktop(const CodePage& codePage = windowsCodePage());
     ~WindowsDesktop() override;
     WindowsDesktop(const WindowsDesktop&) = delete;
     WindowsDesktop& operator=(const WindowsDesktop&) = delete;

@@ -1,6 +1,7 @@
 #include "windows/face/WindowsNotificationArea.h"
 
 #include "common/TrayLamp.h"
+#include "common/VisibleDirections.h"
 #include "windows/face/BoxText.h"
 #include "windows/face/DrawingRaster.h"
 
@@ -17,7 +18,8 @@ using Record = tarvik::NOTIFYICONDATAA;
 
 // The program's record is the system's, as far as the oldest two forms reach.
 static_assert(offsetof(::NOTIFYICONDATAA, guidItem) == Record::size);
-static_assert(offsetof(::NOTIFYICONDATAA, szTip) + 64 == Record::oldestSize);
+constexpr std::size_t oldestTip = 64;
+static_assert(offsetof(::NOTIFYICONDATAA, szTip) + oldestTip == Record::oldestSize);
 static_assert(offsetof(::NOTIFYICONDATAA, szInfo) == offsetof(Record, szInfo));
 static_assert(offsetof(::NOTIFYICONDATAA, dwInfoFlags) == offsetof(Record, dwInfoFlags));
 
@@ -25,13 +27,14 @@ bool tell(DWORD request, Record& record) {
     return ::Shell_NotifyIconA(request, reinterpret_cast<::NOTIFYICONDATAA*>(&record)) != FALSE;
 }
 
-/// As much of the text as the record holds; a line end that it does not hold whole is left out.
-void putNote(const std::string& text, Record& record) {
-    std::size_t length = std::min(text.size(), sizeof record.szInfo - 1);
+/// As much of the text as there is room for with its end; a line end that does not fit whole is
+/// left out.
+void put(const std::string& text, char* field, std::size_t room) {
+    std::size_t length = std::min(text.size(), room - 1);
     if (length < text.size() && text[length - 1] == '\r') {
         --length;
     }
-    record.szInfo[text.copy(record.szInfo, length)] = '\0';
+    field[text.copy(field, length)] = '\0';
 }
 
 UINT taskBarCreated() {
@@ -62,13 +65,24 @@ HICON WindowsNotificationArea::iconOf(std::uint32_t which) {
     return made;
 }
 
+/// Names from outside stand in the texts.
+void WindowsNotificationArea::tellTurns(Record& record) const {
+    const auto shown = [this](const char* text) { return withVisibleDirections(text, codePage_); };
+    if ((record.uFlags & tip) != 0) {
+        const std::size_t room = record.cbSize < Record::size ? oldestTip : sizeof record.szTip;
+        put(shown(record.szTip), record.szTip, room);
+    }
+    if ((record.uFlags & info) != 0) {
+        put(boxText(shown(record.szInfo)), record.szInfo, sizeof record.szInfo);
+        put(shown(record.szInfoTitle), record.szInfoTitle, sizeof record.szInfoTitle);
+    }
+}
+
 bool WindowsNotificationArea::Shell_NotifyIconA(std::uint32_t request, Record* data) {
     Record record = *data;
     record.hIcon =
         static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(iconOf(data->hIcon)));
-    if ((data->uFlags & info) != 0) {
-        putNote(boxText(data->szInfo), record);
-    }
+    tellTurns(record);
     const bool done = tell(request, record);
     if (request == remove) {
         shown_.reset();

@@ -2,6 +2,7 @@
 
 #include "ports/NotificationArea.h"
 #include "windows/services/SystemHeader.h"
+#include "windows/services/WindowsCodePage.h"
 
 #include <array>
 #include <optional>
@@ -12,7 +13,9 @@ namespace tarvik::face {
 /// started anew.
 class WindowsNotificationArea : public NotificationArea {
 public:
-    WindowsNotificationArea() = default;
+    /// Texts are bytes of that code page.
+    explicit WindowsNotificationArea(const CodePage& codePage = windowsCodePage())
+        : codePage_(codePage) {}
     ~WindowsNotificationArea() override;
     WindowsNotificationArea(const WindowsNotificationArea&) = delete;
     WindowsNotificationArea& operator=(const WindowsNotificationArea&) = delete;
@@ -25,8 +28,10 @@ private:
     static LRESULT CALLBACK onMessage(HWND window, UINT message, WPARAM first, LPARAM second);
     void watchTaskBar();
     void addAgain();
+    void tellTurns(tarvik::NOTIFYICONDATAA& record) const;
     HICON iconOf(std::uint32_t which);
 
+    CodePage codePage_;
     HWND watcher_ = nullptr;
     std::array<HICON, 3> icons_{};
     std::optional<tarvik::NOTIFYICONDATAA> shown_; ///< as last told to the task bar

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 
 namespace tarvik {
 namespace {
@@ -31,6 +32,45 @@ TEST(VisibleDirectionsTest, NeighboursOfTheTurnsStay) {
 
 TEST(VisibleDirectionsTest, ACharacterThatIsCutOffStays) {
     EXPECT_EQ(withVisibleDirections("a\xE2\x80"), "a\xE2\x80");
+}
+
+/// A code page in which 0xFE is a mark, 0xE0 a letter, and nothing else lies beyond ASCII.
+CodePage pageWithAMark() {
+    return {.toUtf8 =
+                [](std::string_view text) {
+                    std::string utf8;
+                    for (const char each : text) {
+                        utf8 += each == '\xFE'   ? "\u200f"
+                                : each == '\xE0' ? "\u05d0"
+                                : each < 0       ? "?"
+                                                 : std::string(1, each);
+                    }
+                    return utf8;
+                },
+            .fromUtf8 =
+                [](std::string_view text) {
+                    std::string bytes;
+                    for (std::size_t i = 0; i < text.size(); ++i) {
+                        const bool letter = text.substr(i).starts_with("\u05d0");
+                        bytes += letter ? '\xE0' : text[i];
+                        i += letter ? 1 : 0;
+                    }
+                    return bytes;
+                }};
+}
+
+TEST(VisibleDirectionsTest, ATurnInACodePageIsToldByItsNumber) {
+    EXPECT_EQ(withVisibleDirections("\xE0 Bank\xFEgnp.exe", pageWithAMark()),
+              "\xE0 Bank[U+200F]gnp.exe");
+}
+
+TEST(VisibleDirectionsTest, ATextWithoutTurnsStaysByteForByteWhateverTheCodePageKnows) {
+    EXPECT_EQ(withVisibleDirections("\xE0 \x81 Bank", pageWithAMark()), "\xE0 \x81 Bank");
+    EXPECT_EQ(withVisibleDirections("", pageWithAMark()), "");
+}
+
+TEST(VisibleDirectionsTest, ACodePageThatIsUtf8TellsAllTurns) {
+    EXPECT_EQ(withVisibleDirections("\u05d0\u202egnp.exe", CodePage{}), "\u05d0[U+202E]gnp.exe");
 }
 
 } // namespace

@@ -1,0 +1,118 @@
+#include "HebrewPage.h"
+#include "Later.h"
+#include "controls/ListView.h"
+#include "support/FormOn.h"
+#include "support/Win32Windows.h"
+#include "windows/face/ControlIds.h"
+#include "windows/face/WindowsDesktop.h"
+
+#include <commctrl.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace tarvik {
+namespace {
+
+const std::string turned = "\xF9\xF8 Bank \xFEgnp.exe";
+const std::string told = "\xF9\xF8 Bank [U+200F]gnp.exe";
+
+/// Controls that show a name from outside, and one in which the user writes.
+class NamesForm : public Form {
+public:
+    NamesForm() : Form("frmNames", "Names") {
+        setLayout(column({item(lblName), item(cboNames), item(txtName), item(txtOwn),
+                          item(lvwNames), item(cmdName)}));
+    }
+
+    Label lblName{*this, "lblName", {.caption = "Name"}};
+    ComboBox cboNames{*this, "cboNames", {.accessibleName = "Names"}};
+    TextBox txtName{*this, "txtName", {.accessibleName = "Name", .readOnly = true}};
+    TextBox txtOwn{*this, "txtOwn", {.accessibleName = "Own"}};
+    ListView lvwNames{*this, "lvwNames", {.columns = {{"Name"}}, .accessibleName = "All"}};
+    CommandButton cmdName{*this, "cmdName", {.caption = "Name"}};
+};
+
+class OutsideNamesTest : public testing::Test {
+protected:
+    OutsideNamesTest() { form.load(); }
+    ~OutsideNamesTest() override {
+        form.unload();
+        desktop.processEvents();
+    }
+
+    static HWND find(const Control& control) {
+        return GetDlgItem(ownWindow("frmNames"), face::controlId(control));
+    }
+
+    face::WindowsDesktop desktop{hebrewPage()};
+    FormOn<NamesForm> form{desktop};
+};
+
+TEST_F(OutsideNamesTest, AListTellsOfATurnAndKeepsTheTrueName) {
+    form.cboNames.addItem(turned);
+    form.cboNames.setListIndex(0);
+
+    EXPECT_EQ(textOf(find(form.cboNames)), told);
+    EXPECT_EQ(form.cboNames.text(), turned);
+}
+
+TEST_F(OutsideNamesTest, ALabelTellsOfATurn) {
+    form.lblName.setCaption(turned);
+
+    EXPECT_EQ(textOf(find(form.lblName)), told);
+}
+
+TEST_F(OutsideNamesTest, AButtonTellsOfATurn) {
+    form.cmdName.setCaption(turned);
+
+    EXPECT_EQ(textOf(find(form.cmdName)), told);
+}
+
+TEST_F(OutsideNamesTest, ATextThatIsOnlyReadTellsOfATurn) {
+    form.txtName.setText(turned);
+
+    EXPECT_EQ(textOf(find(form.txtName)), told);
+    EXPECT_EQ(form.txtName.text(), turned);
+}
+
+TEST_F(OutsideNamesTest, ATextOfTheUsersOwnIsLeftAsItIs) {
+    form.txtOwn.setText(turned);
+
+    EXPECT_EQ(textOf(find(form.txtOwn)), turned);
+}
+
+TEST_F(OutsideNamesTest, ARowTellsOfATurn) {
+    form.lvwNames.setRows(1, [](int, int) { return turned; }, {});
+    char text[64] = {};
+    LVITEMA cell{};
+    cell.pszText = text;
+    cell.cchTextMax = sizeof text;
+
+    SendMessageA(find(form.lvwNames), LVM_GETITEMTEXTA, 0, reinterpret_cast<LPARAM>(&cell));
+
+    EXPECT_EQ(text, told);
+}
+
+TEST_F(OutsideNamesTest, ABoxTellsOfATurn) {
+    std::string text;
+    const Later press([&] {
+        const OpenBox open = openBox(GetCurrentProcessId());
+        text = open.text;
+        return open.window != nullptr && open.press(MsgBoxAnswer::Ok);
+    });
+
+    desktop.messageBox({.text = turned, .caption = "T"});
+
+    EXPECT_EQ(text, told);
+}
+
+TEST_F(OutsideNamesTest, ATextWithoutTurnsIsLeftAsItIs) {
+    form.lblName.setCaption("\xF9\xF8 Bank");
+
+    EXPECT_EQ(textOf(find(form.lblName)), "\xF9\xF8 Bank");
+}
+
+} // namespace
+} // namespace tarvik
