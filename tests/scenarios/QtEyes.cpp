@@ -138,18 +138,16 @@ std::string wrongIn(const QWidget& window) {
 
 QtEyes::QtEyes() {
     qApp->installEventFilter(this);
+    QObject::connect(qApp, &QGuiApplication::focusWindowChanged, this, [this](QWindow* active) {
+        for (QWidget* window : seenWindows()) {
+            active_ = window->windowHandle() == active ? window : active_.data();
+        }
+    });
 }
 
 bool QtEyes::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Paint && watched->isWidgetType()) {
         painted_.insert(static_cast<const QWidget*>(watched)->window());
-    }
-    if (event->type() == QEvent::ActivationChange && watched->isWidgetType()) {
-        auto* const window = static_cast<QWidget*>(watched);
-        const std::vector<QWidget*> seen = seenWindows();
-        if (window->isActiveWindow() && std::find(seen.begin(), seen.end(), window) != seen.end()) {
-            active_ = window;
-        }
     }
     return false;
 }

@@ -1,5 +1,9 @@
 #include "ProgramTest.h"
 
+#include <QApplication>
+#include <QComboBox>
+#include <QWindow>
+
 #include <vector>
 
 namespace tarvik {
@@ -57,6 +61,23 @@ TEST_F(BoxOwnerTest, EachBoxOfATickStandsBeforeTheWindowThatWasActive) {
 
     EXPECT_EQ(owners[0], history);
     EXPECT_EQ(owners[1], history);
+}
+
+TEST_F(BoxOwnerTest, ABoxStandsBeforeTheWindowThatCameToTheFrontWhileAListWasOpen) {
+    QWidget* const history = &open(frmHistory());
+    open(frmMain());
+    frmMain().cboConnections.addItem("Harbour");
+    auto& list = widget<QComboBox>(frmMain().cboConnections);
+    list.showPopup();
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+
+    frmHistory().bringToFront();
+    ASSERT_TRUE(
+        spinUntil([&] { return QGuiApplication::focusWindow() == history->windowHandle(); }));
+    list.hidePopup();
+    ask();
+
+    EXPECT_EQ(owners, std::vector<QWidget*>{history});
 }
 
 } // namespace

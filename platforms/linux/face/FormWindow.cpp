@@ -4,10 +4,12 @@
 #include "linux/face/FormLayout.h"
 
 #include <QCloseEvent>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLayout>
 #include <QPushButton>
+#include <QWindow>
 
 #include <algorithm>
 #include <utility>
@@ -17,6 +19,9 @@ namespace tarvik::face {
 FormWindow::FormWindow(Form& form, FaceContext& context) : form_(form), context_(context) {
     identify(*this, form.name());
     setWindowTitle(shown(form.caption()));
+    // What the desktop says, not which window the toolkit takes for the active one: that stays the
+    // same while a list or a menu is open, and is not made good when it closes.
+    connect(qApp, &QGuiApplication::focusWindowChanged, this, &FormWindow::onFocusMoved);
     makeWidgets();
     form_.attach(this);
     if (const LayoutNode* layout = form.layout()) {
@@ -163,7 +168,14 @@ void FormWindow::changeEvent(QEvent* event) {
     }
     if (event->type() == QEvent::WindowStateChange && isMinimized()) {
         form_.setMinimised(true);
-    } else if (event->type() == QEvent::ActivationChange && isActiveWindow() && !isMinimized()) {
+    }
+}
+
+void FormWindow::onFocusMoved(const QWindow* focused) {
+    if (detached_ || focused == nullptr || focused != windowHandle()) {
+        return;
+    }
+    if (isVisible() && !isMinimized()) {
         // Some window managers report a window as normal for a moment before they minimise it;
         // that the user has brought it back is certain once it is active.
         form_.setMinimised(false);

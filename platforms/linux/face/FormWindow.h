@@ -41,6 +41,8 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    /// The desktop gives the keys to that window; null for none of the program's.
+    void onFocusMoved(const QWindow* focused);
     void makeWidgets();
     void connectLabels();
     void orderTabs();
