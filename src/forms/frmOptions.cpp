@@ -6,7 +6,7 @@ namespace tarvik {
 
 namespace {
 // Room for the largest number that each field takes.
-constexpr int bytesWidth = 16;
+constexpr int limitBytesWidth = 16;
 constexpr int hoursWidth = 6;
 constexpr int minutesWidth = 4;
 constexpr int intervalWidth = 7;
@@ -32,7 +32,7 @@ LayoutNode FrmOptions::warningsFrame() {
     return frame(
         frameWarnings,
         column({
-            grid(2, {item(chkTransferLimit), item(txtTransferLimit).wide(bytesWidth).share(1),
+            grid(2, {item(chkTransferLimit), item(txtTransferLimit).wide(limitBytesWidth).share(1),
                      item(chkDurationLimit),
                      row({item(txtDurationLimitHr).wide(hoursWidth), item(lblDurationTimeSep),
                           item(txtDurationLimitMin).wide(minutesWidth), space()})}),

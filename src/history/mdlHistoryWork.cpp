@@ -11,12 +11,9 @@ namespace {
 /// Shorter work is over before anybody could read how far it is.
 constexpr std::int32_t fewestShown = 5 * HistoryWork::stride;
 
-FrmHistory& window() {
-    return forms().frmHistory;
-}
-
 bool takesOrders(const Control& control) {
-    const bool ofWork = &control == &window().cmdStop || &control == &window().cmdCancel;
+    const bool ofWork =
+        &control == &forms().frmHistory.cmdStop || &control == &forms().frmHistory.cmdCancel;
     return !ofWork && control.kind() != ControlKind::Frame &&
            control.kind() != ControlKind::Label && control.kind() != ControlKind::ProgressBar;
 }
@@ -24,13 +21,13 @@ bool takesOrders(const Control& control) {
 } // namespace
 
 HistoryWork::HistoryWork(Long total) : total_(total) {
-    window().data.working = true;
-    window().data.stopped = false;
+    forms().frmHistory.data.working = true;
+    forms().frmHistory.data.stopped = false;
     if (total_ < fewestShown) {
         return;
     }
     showProgress(true);
-    for (Control* control : window().controls()) {
+    for (Control* control : forms().frmHistory.controls()) {
         if (control->enabled() && takesOrders(*control)) {
             control->setEnabled(false);
             disabled_.push_back(control);
@@ -43,30 +40,30 @@ HistoryWork::~HistoryWork() {
         control->setEnabled(true);
     }
     showProgress(false);
-    window().data.working = false;
+    forms().frmHistory.data.working = false;
 }
 
 void HistoryWork::showProgress(bool shown) {
-    window().prgWork.setValue(0);
-    window().prgWork.setVisible(shown);
-    window().cmdStop.setVisible(shown);
+    forms().frmHistory.prgWork.setValue(0);
+    forms().frmHistory.prgWork.setVisible(shown);
+    forms().frmHistory.cmdStop.setVisible(shown);
 }
 
 bool HistoryWork::goOn(Long done) {
     if (total_ >= fewestShown) {
         const std::int64_t percent = std::int64_t{ProgressBar::complete} * done.value();
-        window().prgWork.setValue(static_cast<int>(percent / total_.value()));
+        forms().frmHistory.prgWork.setValue(static_cast<int>(percent / total_.value()));
         platform().desktop.processEvents();
     }
     return !wasStopped();
 }
 
 void HistoryWork::stop() {
-    window().data.stopped = window().data.working;
+    forms().frmHistory.data.stopped = forms().frmHistory.data.working;
 }
 
 bool HistoryWork::wasStopped() {
-    return window().data.stopped;
+    return forms().frmHistory.data.stopped;
 }
 
 } // namespace tarvik

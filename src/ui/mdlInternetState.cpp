@@ -17,10 +17,6 @@ namespace tarvik {
 
 namespace {
 
-FrmStatistics& window() {
-    return forms().frmStatistics;
-}
-
 void showFlag(CheckBox& box, std::uint32_t flags, InternetState::Flag flag) {
     box.setValue((flags & flag) != 0 ? 1 : 0);
 }
@@ -34,7 +30,7 @@ void showConnectionName() {
     }
     const std::string_view text(buffer.data(), buffer.size());
     const std::size_t end = text.find('\0');
-    window().txtConnectionName.setText(
+    forms().frmStatistics.txtConnectionName.setText(
         end == std::string_view::npos ? "(not obtained)" : std::string(text.substr(0, end)));
 }
 
@@ -42,7 +38,7 @@ void showConnectionName() {
 
 void SetConnectedState() {
     guarded("SetConnectedState", [] {
-        FrmStatistics& w = window();
+        FrmStatistics& w = forms().frmStatistics;
         std::uint32_t flags = 0;
         const bool connected = platform().internet.InternetGetConnectedState(&flags, 0);
         w.chkConnected.setValue(connected ? 1 : 0);
@@ -59,7 +55,7 @@ void SetConnectedState() {
 }
 
 void ShowTimeStamp() {
-    window().lblTimeStamp.setCaption(
+    forms().frmStatistics.lblTimeStamp.setCaption(
         "Updated at: " + longTimeText(platform().clock.currentTime(), platform().locale.data()));
 }
 

@@ -9,7 +9,7 @@ namespace tarvik::face {
 
 namespace {
 
-constexpr int longestWait = 50; // milliseconds
+constexpr int longestAnswer = 50; // milliseconds
 
 /// The answer, a null one where there is no bus or it refuses; nothing where it is mute.
 std::optional<QVariant> ask(const QDBusMessage& question) {
@@ -17,7 +17,7 @@ std::optional<QVariant> ask(const QDBusMessage& question) {
     if (!bus.isConnected()) {
         return QVariant();
     }
-    const QDBusMessage answer = bus.call(question, QDBus::Block, longestWait);
+    const QDBusMessage answer = bus.call(question, QDBus::Block, longestAnswer);
     const QDBusError::ErrorType error = QDBusError(answer).type();
     if (error == QDBusError::NoReply || error == QDBusError::Timeout ||
         error == QDBusError::TimedOut) {

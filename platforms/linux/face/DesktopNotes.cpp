@@ -17,7 +17,7 @@ namespace tarvik::face {
 namespace {
 
 const QString service = QStringLiteral("org.freedesktop.Notifications");
-const QString path = QStringLiteral("/org/freedesktop/Notifications");
+const QString notesPath = QStringLiteral("/org/freedesktop/Notifications");
 
 /// The service runs, or is started by the first call to it.
 bool desktopShowsNotes() {
@@ -32,7 +32,7 @@ bool DesktopNotes::show(const QString& title, const QString& text, int milliseco
         return false;
     }
     QDBusMessage call =
-        QDBusMessage::createMethodCall(service, path, service, QStringLiteral("Notify"));
+        QDBusMessage::createMethodCall(service, notesPath, service, QStringLiteral("Notify"));
     // The text may hold marks of its own; what looks like one here is meant as it stands.
     call << QCoreApplication::applicationName() << last_ << QStringLiteral("dialog-information")
          << title << text.toHtmlEscaped() << QStringList()

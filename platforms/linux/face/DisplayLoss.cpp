@@ -15,7 +15,7 @@ namespace {
 
 /// The longest that another thread waits for the one of the user interface, in milliseconds. That
 /// one may be in the middle of something; nobody sees the program meanwhile.
-constexpr int longestWait = 30'000;
+constexpr int longestEnd = 30'000;
 
 /// Goes when the thread that filled it calls `exit`: before anything of static lifetime goes, and
 /// not when another thread ends the process.
@@ -36,7 +36,7 @@ thread_local AtExit atExit;
 
 // The handler of messages is a plain function that any thread of the toolkit may call.
 std::atomic<DisplayLoss*> watching{nullptr};
-std::atomic<QtMessageHandler> before{nullptr};
+std::atomic<QtMessageHandler> previousHandler{nullptr};
 
 /// The toolkit's Wayland side ends the process without running anything that was registered for
 /// that, often on a thread of its own. All that comes before is this message.
@@ -45,7 +45,7 @@ bool tellsOfTheEnd(const QString& text) {
 }
 
 void onMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
-    if (const QtMessageHandler next = before.load()) {
+    if (const QtMessageHandler next = previousHandler.load()) {
         next(type, context, text);
     }
     DisplayLoss* const told = watching.load();
@@ -59,11 +59,11 @@ void onMessage(QtMsgType type, const QMessageLogContext& context, const QString&
 DisplayLoss::DisplayLoss() {
     atExit.call = [this] { finish(); };
     watching = this;
-    before = qInstallMessageHandler(onMessage);
+    previousHandler = qInstallMessageHandler(onMessage);
 }
 
 DisplayLoss::~DisplayLoss() {
-    qInstallMessageHandler(before.exchange(nullptr));
+    qInstallMessageHandler(previousHandler.exchange(nullptr));
     watching = nullptr;
     atExit.call = nullptr;
 }
@@ -85,7 +85,7 @@ void DisplayLoss::tell() {
     }
     if (!done_) {
         QMetaObject::invokeMethod(this, &DisplayLoss::finish, Qt::QueuedConnection);
-        wakeUp_.tryAcquire(1, longestWait);
+        wakeUp_.tryAcquire(1, longestEnd);
     }
     if (done_) {
         _exit(EXIT_SUCCESS);

@@ -17,7 +17,6 @@ namespace tarvik::face {
 namespace {
 
 const QString menuInterface = QStringLiteral("com.canonical.dbusmenu");
-const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
 
 /// An underscore marks the mnemonic letter here, as an ampersand does in the toolkit.
 QString labelOf(const QAction& action) {

@@ -11,6 +11,9 @@ namespace tarvik::face {
 
 // What panels and items of the StatusNotifier kind tell each other, as it goes over the bus.
 
+/// Of every object on the bus.
+inline const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+
 /// A picture of an icon: 32 bits for each point, alpha first, in the order of the network.
 struct ItemPixmap {
     int width = 0;

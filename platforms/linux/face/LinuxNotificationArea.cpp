@@ -15,7 +15,7 @@ constexpr int rightButtonReleased = 517;
 
 /// The longest that a panel is waited for when the icon is added, in milliseconds: whether the
 /// window can be hidden behind the icon is asked soon after.
-constexpr int longestWait = 80;
+constexpr int longestPanelWait = 80;
 
 Menu* menuOf(const ControlList& list) {
     for (Control* control : list.controls()) {
@@ -61,7 +61,7 @@ bool LinuxNotificationArea::addIcon(const NOTIFYICONDATAA& data) {
         panels_ = std::make_unique<ItemPanelWatch>([this] { followPanel(); });
         followPanel();
         if (item_ != nullptr) {
-            item_->allowTime(longestWait);
+            item_->allowTime(longestPanelWait);
         }
     }
     return showIcon(data);

@@ -22,7 +22,6 @@ namespace {
 
 const QString itemPath = QStringLiteral("/StatusNotifierItem");
 const QString itemInterface = QStringLiteral("org.kde.StatusNotifierItem");
-const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
 
 /// The bus gives the name now or not at all.
 constexpr unsigned doNotQueue = 4;

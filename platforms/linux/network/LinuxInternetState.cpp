@@ -14,7 +14,6 @@ namespace {
 constexpr std::uint32_t asleep = 10;
 constexpr std::uint32_t connectedLocally = 50;
 constexpr std::uint32_t connectivityNone = 1;
-constexpr std::uint32_t activating = 1;
 
 bool environmentHasProxy() {
     constexpr std::array names{"http_proxy", "https_proxy", "all_proxy",
@@ -33,7 +32,7 @@ bool isModem(const std::string& type) {
 InternetFlags internetFlags(const NetworkState& state, const std::vector<NetworkLine>& lines,
                             bool profilesExist, bool proxy) {
     const bool dialling = std::any_of(lines.begin(), lines.end(), [](const NetworkLine& line) {
-        return line.state == activating && isModem(line.type);
+        return line.state == line_state::activating && isModem(line.type);
     });
     InternetFlags result;
     result.connected = state.state > connectedLocally && state.connectivity != connectivityNone;

@@ -14,9 +14,6 @@ namespace tarvik {
 
 namespace {
 
-constexpr std::uint32_t activating = 1;
-constexpr std::uint32_t activated = 2;
-
 std::uint64_t steadyMilliseconds() {
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
     return static_cast<std::uint64_t>(
@@ -42,7 +39,9 @@ std::string deviceNameOf(const NetworkLine& line) {
 }
 
 /// Of what the program is told.
-constexpr auto isUp = [](const auto& session) { return session.line.state == activated; };
+constexpr auto isUp = [](const auto& session) {
+    return session.line.state == line_state::activated;
+};
 
 /// The record's counters wrap as the service's own do.
 std::uint32_t wrapped(std::uint64_t number) {
@@ -78,7 +77,7 @@ void NetworkConnections::takeLines() {
     std::move(sessions_.begin(), sessions_.end(), std::back_inserter(known));
     sessions_.clear();
     for (const NetworkLine& line : bus_.lines()) {
-        if (line.state != activating && line.state != activated) {
+        if (line.state != line_state::activating && line.state != line_state::activated) {
             continue;
         }
         sessions_.push_back(sessionFor(line, known, restarted));
@@ -87,7 +86,7 @@ void NetworkConnections::takeLines() {
         const std::string interface = line.interface.empty() ? own.line.interface : line.interface;
         own.line = line;
         own.line.interface = interface;
-        if (line.state == activated && own.seenActive == 0) {
+        if (line.state == line_state::activated && own.seenActive == 0) {
             own.seenActive = steadyMilliseconds();
         }
         if (awaitsInterface(own)) {
@@ -115,7 +114,7 @@ NetworkConnections::Session NetworkConnections::sessionFor(const NetworkLine& li
 /// the same interface, whose counters have not fallen and whose address is not a later one.
 bool NetworkConnections::goesOn(const Session& own, const NetworkLine& line) const {
     constexpr std::uint64_t inexact = 1000; // milliseconds that an address seems older than it is
-    if (own.link == 0 || own.line.uuid != line.uuid || line.state != activated) {
+    if (own.link == 0 || own.line.uuid != line.uuid || line.state != line_state::activated) {
         return false;
     }
     const auto now =
@@ -133,7 +132,7 @@ NetworkConnections::Session NetworkConnections::newSession(const NetworkLine& li
     own.handle = ++lastHandle_;
     own.line = line;
     // Some interfaces outlive their connections: what they had counted until now is not this one's.
-    own.before = line.state == activating ? readLinks(interfacesFolder_) : links_;
+    own.before = line.state == line_state::activating ? readLinks(interfacesFolder_) : links_;
     return own;
 }
 
@@ -144,7 +143,7 @@ const NetworkConnections::Session* NetworkConnections::carrier(const Session& se
     };
     const auto found = std::find_if(sessions_.begin(), sessions_.end(), [&](const Session& other) {
         const auto& devices = other.line.devices;
-        return &other != &session && other.line.state == activated &&
+        return &other != &session && other.line.state == line_state::activated &&
                std::any_of(devices.begin(), devices.end(), isBelow);
     });
     return found == sessions_.end() ? nullptr : &*found;
@@ -264,7 +263,7 @@ std::uint32_t NetworkConnections::RasGetConnectStatusA(std::uint32_t handle,
     if (own == nullptr) {
         return ras::invalidHandle;
     }
-    status->rasconnstate = own->line.state == activated ? ras::connected : 0;
+    status->rasconnstate = own->line.state == line_state::activated ? ras::connected : 0;
     status->dwError = ras::success;
     putText(status->szDeviceType, deviceTypeOf(own->line.type));
     putText(status->szDeviceName, deviceNameOf(own->line));
@@ -396,7 +395,7 @@ std::uint32_t NetworkConnections::waitForLine(const std::string& path, std::uint
         const auto own = std::find_if(sessions_.begin(), sessions_.end(),
                                       [&](const Session& one) { return one.line.path == path; });
         if (own != sessions_.end()) {
-            if (own->line.state == activated && !awaitsInterface(*own)) {
+            if (own->line.state == line_state::activated && !awaitsInterface(*own)) {
                 *handle = own->handle;
                 return ras::success;
             }

@@ -17,7 +17,6 @@ constexpr std::array dialledTypes{"gsm", "cdma", "pppoe", "adsl", "bluetooth", "
 constexpr std::array baseTypes{"gsm",       "cdma",           "pppoe",          "adsl",
                                "bluetooth", "802-3-ethernet", "802-11-wireless"};
 constexpr std::array addressProperties{"Ip4Config", "Ip6Config"};
-constexpr std::uint32_t activated = 2;
 
 bool isDialled(const std::string& type) {
     return std::find(dialledTypes.begin(), dialledTypes.end(), type) != dialledTypes.end();
@@ -123,7 +122,7 @@ std::optional<NetworkLine> readLine(BusReplies& replies, const std::string& path
                                     std::vector<BaseConnection>& bases) {
     const Properties properties = replies.propertiesOf(path, nm::lineInterface);
     if (isBase(valueOf<std::string>(properties, "Type")) &&
-        valueOf<std::uint32_t>(properties, "State") == activated) {
+        valueOf<std::uint32_t>(properties, "State") == line_state::activated) {
         bases.push_back({.path = path, .devices = devicesOf(properties)});
     }
     return readLine(replies, path, properties);

@@ -19,6 +19,12 @@ struct NetworkProfile {
     std::string userName;
 };
 
+/// How far an active connection is, in NetworkManager's own numbers; 3 and 4 are its end.
+namespace line_state {
+inline constexpr std::uint32_t activating = 1;
+inline constexpr std::uint32_t activated = 2;
+} // namespace line_state
+
 /// An active connection of such a kind.
 struct NetworkLine {
     std::string path;
@@ -26,7 +32,7 @@ struct NetworkLine {
     std::string id;   ///< as NetworkManager names it
     std::string name; ///< that of its profile, as far as it is known
     std::string type;
-    std::uint32_t state = 0; ///< 1 activating, 2 activated, 3 deactivating, 4 deactivated
+    std::uint32_t state = 0; ///< one of line_state, or its end
     std::string interface;   ///< of the link itself; empty until it is known, or where it has none
     std::vector<std::string> devices; ///< objects on the bus that are its own; a VPN has none
     std::vector<std::string> below;   ///< those that a tunnel runs over, as far as it is known

@@ -18,11 +18,11 @@ namespace {
 // The name does not depend on the target's, which may be as long as names can be.
 constexpr std::string_view beginning = ".tarvik-";
 constexpr std::string_view letters = "XXXXXX";
-constexpr std::string_view ending = ".tmp";
+constexpr std::string_view temporaryEnding = ".tmp";
 
 bool isTemporaryName(std::string_view name) {
-    if (name.size() != beginning.size() + letters.size() + ending.size() ||
-        !name.starts_with(beginning) || !name.ends_with(ending)) {
+    if (name.size() != beginning.size() + letters.size() + temporaryEnding.size() ||
+        !name.starts_with(beginning) || !name.ends_with(temporaryEnding)) {
         return false;
     }
     const std::string_view chance = name.substr(beginning.size(), letters.size());
@@ -71,8 +71,9 @@ void sweep(const std::string& path) {
 FileDescriptor makeTemporary(const std::string& folder, std::string& path) {
     while (true) {
         path = folder + '/';
-        path.append(beginning).append(letters).append(ending);
-        FileDescriptor file(mkostemps(path.data(), static_cast<int>(ending.size()), O_CLOEXEC));
+        path.append(beginning).append(letters).append(temporaryEnding);
+        FileDescriptor file(
+            mkostemps(path.data(), static_cast<int>(temporaryEnding.size()), O_CLOEXEC));
         // Whoever sweeps may have been quicker than the lock.
         const bool again =
             file ? !lockOwn(file.number()) || !hasName(file.number()) : errno == EINTR;

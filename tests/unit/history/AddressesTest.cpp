@@ -13,10 +13,10 @@ namespace {
 // The rules once more, from their description: first what a comparison answers, then the list that
 // is sorted by inserting one address after the other.
 
-constexpr int after = 0;
-constexpr int before = 1;
-constexpr int equal = 2;
-constexpr int notComparable = 3;
+constexpr int answersAfter = 0;
+constexpr int answersBefore = 1;
+constexpr int answersEqual = 2;
+constexpr int answersNotComparable = 3;
 
 std::string trimmed(std::string text) {
     while (!text.empty() && text.front() == ' ') {
@@ -57,28 +57,28 @@ bool isLess(const std::string& a, const std::string& b) {
 
 int compared(const std::string& a, const std::string& b) {
     if (trimmed(a) == trimmed(b)) {
-        return equal;
+        return answersEqual;
     }
     const Texts first = split(a);
     const Texts second = split(b);
     if (first.size() != 4 || second.size() != 4) {
-        return notComparable;
+        return answersNotComparable;
     }
     for (std::size_t k = 0; k < 4; ++k) {
         if (first[k].size() < second[k].size()) {
-            return before;
+            return answersBefore;
         }
         if (first[k].size() > second[k].size()) {
-            return after;
+            return answersAfter;
         }
         if (isLess(first[k], second[k])) {
-            return before;
+            return answersBefore;
         }
         if (isLess(second[k], first[k])) {
-            return after;
+            return answersAfter;
         }
     }
-    return notComparable;
+    return answersNotComparable;
 }
 
 Texts sortedByInsertion(const Texts& members) {
@@ -88,11 +88,11 @@ Texts sortedByInsertion(const Texts& members) {
         bool marked = false;
         for (std::size_t e = 0; e < sorted.size(); ++e) {
             const int code = compared(m, sorted[e]);
-            if (code == before || code == equal) {
+            if (code == answersBefore || code == answersEqual) {
                 position = static_cast<int>(e);
                 break;
             }
-            if (code == notComparable) {
+            if (code == answersNotComparable) {
                 marked = true;
                 break;
             }

@@ -46,7 +46,7 @@ TEST_P(ShownValueTest, ComesFromTheFunctionForRecordOneAndTheOneForLaterRecords)
     EXPECT_EQ(GetTransfer1stRow(3, GetParam().second).toDouble(), GetParam().third);
 }
 
-std::string nameOf(const testing::TestParamInfo<ShownValue>& given) {
+std::string nameOfShown(const testing::TestParamInfo<ShownValue>& given) {
     static const std::vector<std::string> types{"NoType", "AsRecorded", "Differential",
                                                 "Percentual"};
     static const std::vector<std::string> shows{"Nothing", "Both",  "Received",
@@ -87,7 +87,7 @@ INSTANTIATE_TEST_SUITE_P(
         ShownValue{-1,  3, false,  1100,     0}, ShownValue{-1,  3, second,   100,     0},
         ShownValue{-1,  4, false, 60000,     0}, ShownValue{-1,  4, second,   100,     0},
         ShownValue{-1, -1, false,     0,     0}, ShownValue{-1, -1, second,   100,     0}),
-    nameOf);
+    nameOfShown);
 // clang-format on
 
 /// A value of column one in all four units and where none is chosen.

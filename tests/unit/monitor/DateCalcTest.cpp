@@ -1,5 +1,6 @@
 #include "monitor/mdlDateCalc.h"
 
+#include "monitor/DateOn.h"
 #include "monitor/ReferenceBoundary.h"
 #include "support/WorldTest.h"
 
@@ -17,10 +18,6 @@ using enum enDateCalc;
 constexpr const char* notADate = "DateCalc: Assertion failure - Input is not of type date.";
 constexpr const char* notACriterion =
     "DateCalc: Assertion failure - Input is not of enum enDateCalc.";
-
-Date on(int year, int month, int day, int hour = 0, int minute = 0, int second = 0) {
-    return Date::fromCivil({year, month, day, hour, minute, second});
-}
 
 enDateCalc criterionOf(int number) {
     return static_cast<enDateCalc>(number);

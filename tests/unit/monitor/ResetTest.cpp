@@ -1,5 +1,6 @@
 #include "monitor/mdlCodeReset.h"
 
+#include "monitor/DateOn.h"
 #include "settings/mdlSettingsLog.h"
 #include "support/WorldTest.h"
 
@@ -10,10 +11,6 @@ constexpr const char* withoutBackup =
     "The criteria to reset the transfer records has been reached.\rHowever - An error occured "
     "while trying to create the backup-file.\rDo you want to reset the transfers recorded anyway?";
 constexpr const char* backupPath = "C:\\Prog\\Tarvik.2026-11-17.ini";
-
-Date on(int year, int month, int day, int hour = 0, int minute = 0, int second = 0) {
-    return Date::fromCivil({year, month, day, hour, minute, second});
-}
 
 /// The reset in the middle of the month, the last one on 10 November 2026: the boundary is the 16th
 /// and passes with the 17th.

@@ -7,7 +7,7 @@ namespace {
 
 using IniFileNameTest = WorldTest;
 
-struct NameCase {
+struct NamingCase {
     const char* name;
     FileKind kind;
     bool create;
@@ -15,7 +15,7 @@ struct NameCase {
     bool told;
 };
 
-class NamingTest : public WorldTest, public testing::WithParamInterface<NameCase> {};
+class NamingTest : public WorldTest, public testing::WithParamInterface<NamingCase> {};
 
 TEST_P(NamingTest, DependsOnWhatIsThereAndOnWhatMayBeMade) {
     if (GetParam().kind != FileKind::None) {
@@ -35,14 +35,14 @@ TEST_P(NamingTest, DependsOnWhatIsThereAndOnWhatMayBeMade) {
 INSTANTIATE_TEST_SUITE_P(
     Each, NamingTest,
     testing::Values(
-        NameCase{"NothingMayBeFound", FileKind::None, false, "before", false},
-        NameCase{"NothingMayBeMade", FileKind::None, true, "C:\\Prog\\Tarvik.ini", false},
-        NameCase{"FileMayBeFound", FileKind::File, false, "C:\\Prog\\Tarvik.ini", false},
-        NameCase{"FileMayBeMade", FileKind::File, true, "C:\\Prog\\Tarvik.ini", false},
-        NameCase{"DirectoryMayBeFound", FileKind::Directory, false, "before", true},
-        NameCase{"DirectoryMayBeMade", FileKind::Directory, true, "before", true},
-        NameCase{"DeviceMayBeFound", FileKind::Other, false, "before", false},
-        NameCase{"DeviceMayBeMade", FileKind::Other, true, "C:\\Prog\\Tarvik.ini", false}),
+        NamingCase{"NothingMayBeFound", FileKind::None, false, "before", false},
+        NamingCase{"NothingMayBeMade", FileKind::None, true, "C:\\Prog\\Tarvik.ini", false},
+        NamingCase{"FileMayBeFound", FileKind::File, false, "C:\\Prog\\Tarvik.ini", false},
+        NamingCase{"FileMayBeMade", FileKind::File, true, "C:\\Prog\\Tarvik.ini", false},
+        NamingCase{"DirectoryMayBeFound", FileKind::Directory, false, "before", true},
+        NamingCase{"DirectoryMayBeMade", FileKind::Directory, true, "before", true},
+        NamingCase{"DeviceMayBeFound", FileKind::Other, false, "before", false},
+        NamingCase{"DeviceMayBeMade", FileKind::Other, true, "C:\\Prog\\Tarvik.ini", false}),
     [](const auto& given) { return given.param.name; });
 
 struct FolderCase {

@@ -21,7 +21,7 @@ CivilTime readIn(const LocaleData& locale, std::string_view text) {
     return textToDate(text, locale).civil();
 }
 
-int errorOfText(std::string_view text, const LocaleData& locale = {}) {
+int errorOfDate(std::string_view text, const LocaleData& locale = {}) {
     return errorOf([&] { return textToDate(text, locale); });
 }
 
@@ -179,11 +179,11 @@ TEST(DateTextTest, WhatIsNoDateRaisesTypeMismatch) {
           "13:00 PM",   "0:30 AM",   "6:00 PM PM", "1.1.0099",  "May",       "May May 2026",
           "3 May May",  "1.1.2026x", "1_1_2026",   "-",         "...",       "1.1.2026 12",
           "\xFF",       "\xE2\x80"}) {
-        EXPECT_EQ(errorOfText(text), 13) << text;
+        EXPECT_EQ(errorOfDate(text), 13) << text;
     }
-    EXPECT_EQ(errorOfText(std::string_view("1.1.2026\0", 9)), 13);
-    EXPECT_EQ(errorOfText(std::string(100'000, '1')), 13);
-    EXPECT_EQ(errorOfText(std::string(100'000, '.')), 13);
+    EXPECT_EQ(errorOfDate(std::string_view("1.1.2026\0", 9)), 13);
+    EXPECT_EQ(errorOfDate(std::string(100'000, '1')), 13);
+    EXPECT_EQ(errorOfDate(std::string(100'000, '.')), 13);
 }
 
 TEST(DateTextTest, EmptyPatternsAndNamesDoNoHarm) {
@@ -196,7 +196,7 @@ TEST(DateTextTest, EmptyPatternsAndNamesDoNoHarm) {
     locale.longMonths.fill("");
     EXPECT_EQ(toText(evening, locale), " ");
     EXPECT_EQ(readIn(locale, "3.5.2026"), (CivilTime{2026, 5, 3, 0, 0, 0}));
-    EXPECT_EQ(errorOfText("May", locale), 13);
+    EXPECT_EQ(errorOfDate("May", locale), 13);
 }
 
 } // namespace

@@ -6,22 +6,22 @@
 namespace tarvik {
 namespace {
 
-constexpr std::int32_t largest = 2'147'483'647;
-constexpr std::int32_t smallest = -largest - 1;
+constexpr std::int32_t largestLong = 2'147'483'647;
+constexpr std::int32_t smallestLong = -largestLong - 1;
 
 TEST(LongTest, CalculatesWithinThirtyTwoBits) {
-    EXPECT_EQ(Long(largest - 1) + Long(1), Long(largest));
-    EXPECT_EQ(Long(smallest + 1) - Long(1), Long(smallest));
+    EXPECT_EQ(Long(largestLong - 1) + Long(1), Long(largestLong));
+    EXPECT_EQ(Long(smallestLong + 1) - Long(1), Long(smallestLong));
     EXPECT_EQ(Long(-46'340) * Long(46'340), Long(-2'147'395'600));
-    EXPECT_EQ(-Long(largest), Long(-largest));
+    EXPECT_EQ(-Long(largestLong), Long(-largestLong));
 }
 
 TEST(LongTest, RaisesOverflowBeyondThirtyTwoBits) {
-    EXPECT_EQ(errorOf([] { return Long(largest) + Long(1); }), 6);
-    EXPECT_EQ(errorOf([] { return Long(smallest) - Long(1); }), 6);
+    EXPECT_EQ(errorOf([] { return Long(largestLong) + Long(1); }), 6);
+    EXPECT_EQ(errorOf([] { return Long(smallestLong) - Long(1); }), 6);
     EXPECT_EQ(errorOf([] { return Long(65'536) * Long(32'768); }), 6);
-    EXPECT_EQ(errorOf([] { return -Long(smallest); }), 6);
-    EXPECT_EQ(errorOf([] { return Long(smallest) / Long(-1); }), 6);
+    EXPECT_EQ(errorOf([] { return -Long(smallestLong); }), 6);
+    EXPECT_EQ(errorOf([] { return Long(smallestLong) / Long(-1); }), 6);
 }
 
 TEST(LongTest, DividesTowardsZero) {
@@ -32,7 +32,7 @@ TEST(LongTest, DividesTowardsZero) {
 TEST(LongTest, TheRemainderHasTheSignOfTheDividend) {
     EXPECT_EQ(Long(-7) % Long(3), Long(-1));
     EXPECT_EQ(Long(7) % Long(-3), Long(1));
-    EXPECT_EQ(Long(smallest) % Long(-1), Long(0));
+    EXPECT_EQ(Long(smallestLong) % Long(-1), Long(0));
 }
 
 TEST(LongTest, RaisesDivisionByZero) {
@@ -41,7 +41,7 @@ TEST(LongTest, RaisesDivisionByZero) {
 }
 
 TEST(LongTest, NarrowsOnlyWhatFits) {
-    EXPECT_EQ(Long::narrow(2'147'483'647), Long(largest));
+    EXPECT_EQ(Long::narrow(2'147'483'647), Long(largestLong));
     EXPECT_EQ(errorOf([] { return Long::narrow(2'147'483'648); }), 6);
     EXPECT_EQ(errorOf([] { return Long::narrow(-2'147'483'649); }), 6);
 }

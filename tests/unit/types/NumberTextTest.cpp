@@ -7,8 +7,8 @@
 namespace tarvik {
 namespace {
 
-constexpr std::int64_t largest = 9'223'372'036'854'775'807;
-constexpr std::int64_t smallest = -largest - 1;
+constexpr std::int64_t largestScaled = 9'223'372'036'854'775'807;
+constexpr std::int64_t smallestScaled = -largestScaled - 1;
 
 std::string textOf(std::int64_t scaled, const LocaleData& locale = {}) {
     return toText(Currency::fromScaled(scaled), locale);
@@ -18,13 +18,13 @@ std::int64_t scaledOf(std::string_view text, const LocaleData& locale = {}) {
     return textToCurrency(text, locale).scaled();
 }
 
-int errorOfText(std::string_view text, const LocaleData& locale = {}) {
+int errorOfNumber(std::string_view text, const LocaleData& locale = {}) {
     return errorOf([&] { return textToCurrency(text, locale); });
 }
 
 TEST(NumberTextTest, WholeNumbersHaveNoSeparators) {
     EXPECT_EQ(wholeToText(1'234'567), "1234567");
-    EXPECT_EQ(wholeToText(smallest), "-9223372036854775808");
+    EXPECT_EQ(wholeToText(smallestScaled), "-9223372036854775808");
     EXPECT_EQ(toText(Long(-2'147'483'647 - 1)), "-2147483648");
     EXPECT_EQ(toText(Long(0)), "0");
 }
@@ -44,26 +44,26 @@ TEST(NumberTextTest, CurrencyIsWrittenWithTheDecimalSeparatorOfTheLocale) {
 }
 
 TEST(NumberTextTest, TheEndsOfTheRangeAreWrittenExactly) {
-    EXPECT_EQ(textOf(largest), "922337203685477.5807");
-    EXPECT_EQ(textOf(smallest), "-922337203685477.5808");
+    EXPECT_EQ(textOf(largestScaled), "922337203685477.5807");
+    EXPECT_EQ(textOf(smallestScaled), "-922337203685477.5808");
 }
 
 TEST(NumberTextTest, TheEndsOfTheRangeAreReadExactly) {
-    EXPECT_EQ(scaledOf("922337203685477.5807"), largest);
-    EXPECT_EQ(scaledOf("-922337203685477.5808"), smallest);
-    EXPECT_EQ(scaledOf("922337203685477.58074"), largest);
-    EXPECT_EQ(scaledOf("922,337,203,685,477.5807"), largest);
+    EXPECT_EQ(scaledOf("922337203685477.5807"), largestScaled);
+    EXPECT_EQ(scaledOf("-922337203685477.5808"), smallestScaled);
+    EXPECT_EQ(scaledOf("922337203685477.58074"), largestScaled);
+    EXPECT_EQ(scaledOf("922,337,203,685,477.5807"), largestScaled);
 }
 
 TEST(NumberTextTest, ANumberBeyondTheRangeRaisesOverflow) {
-    EXPECT_EQ(errorOfText("922337203685477.5808"), 6);
-    EXPECT_EQ(errorOfText("922337203685477.58075"), 6);
-    EXPECT_EQ(errorOfText("-922337203685477.5809"), 6);
-    EXPECT_EQ(errorOfText("1000000000000000"), 6);
-    EXPECT_EQ(errorOfText("99999999999999999999999999"), 6);
-    EXPECT_EQ(errorOfText("1E15"), 6);
-    EXPECT_EQ(errorOfText("1E99999999999999999999"), 6);
-    EXPECT_EQ(errorOfText(std::string(100'000, '9')), 6);
+    EXPECT_EQ(errorOfNumber("922337203685477.5808"), 6);
+    EXPECT_EQ(errorOfNumber("922337203685477.58075"), 6);
+    EXPECT_EQ(errorOfNumber("-922337203685477.5809"), 6);
+    EXPECT_EQ(errorOfNumber("1000000000000000"), 6);
+    EXPECT_EQ(errorOfNumber("99999999999999999999999999"), 6);
+    EXPECT_EQ(errorOfNumber("1E15"), 6);
+    EXPECT_EQ(errorOfNumber("1E99999999999999999999"), 6);
+    EXPECT_EQ(errorOfNumber(std::string(100'000, '9')), 6);
 }
 
 TEST(NumberTextTest, MoreThanFourDecimalsAreRoundedTiesToEven) {
@@ -84,8 +84,8 @@ TEST(NumberTextTest, ASignMayStandBeforeOrBehind) {
     EXPECT_EQ(scaledOf("5+"), 50'000);
     EXPECT_EQ(scaledOf("- 5"), -50'000);
     EXPECT_EQ(scaledOf("5 -"), -50'000);
-    EXPECT_EQ(errorOfText("-5-"), 13);
-    EXPECT_EQ(errorOfText("--5"), 13);
+    EXPECT_EQ(errorOfNumber("-5-"), 13);
+    EXPECT_EQ(errorOfNumber("--5"), 13);
 }
 
 TEST(NumberTextTest, BlanksAroundANumberAreSkipped) {
@@ -98,8 +98,8 @@ TEST(NumberTextTest, BlanksAroundANumberAreSkipped) {
 TEST(NumberTextTest, EitherSideOfTheDecimalSeparatorMayBeMissing) {
     EXPECT_EQ(scaledOf(".5"), 5'000);
     EXPECT_EQ(scaledOf("5."), 50'000);
-    EXPECT_EQ(errorOfText("."), 13);
-    EXPECT_EQ(errorOfText("1.2.3"), 13);
+    EXPECT_EQ(errorOfNumber("."), 13);
+    EXPECT_EQ(errorOfNumber("1.2.3"), 13);
 }
 
 TEST(NumberTextTest, AnExponentShiftsTheDecimalSeparator) {
@@ -111,20 +111,20 @@ TEST(NumberTextTest, AnExponentShiftsTheDecimalSeparator) {
     EXPECT_EQ(scaledOf("1E-400"), 0);
     EXPECT_EQ(scaledOf("0E99999"), 0);
     EXPECT_EQ(scaledOf("1E3-"), -10'000'000);
-    EXPECT_EQ(errorOfText("1E"), 13);
-    EXPECT_EQ(errorOfText("1E+-5"), 13);
-    EXPECT_EQ(errorOfText("1E--5"), 13);
-    EXPECT_EQ(errorOfText("E5"), 13);
+    EXPECT_EQ(errorOfNumber("1E"), 13);
+    EXPECT_EQ(errorOfNumber("1E+-5"), 13);
+    EXPECT_EQ(errorOfNumber("1E--5"), 13);
+    EXPECT_EQ(errorOfNumber("E5"), 13);
 }
 
 TEST(NumberTextTest, ThousandsSeparatorsOfTheLocaleAreSkippedInTheWholePart) {
     EXPECT_EQ(scaledOf("1,234,567.5"), 12'345'675'000);
     EXPECT_EQ(scaledOf("1.234.567,5", germanForm()), 12'345'675'000);
     EXPECT_EQ(scaledOf("1'234'567.5", swissForm()), 12'345'675'000);
-    EXPECT_EQ(errorOfText("1.5,5"), 13);
-    EXPECT_EQ(errorOfText(",5"), 13);
-    EXPECT_EQ(errorOfText("5,"), 13);
-    EXPECT_EQ(errorOfText("1,,5"), 13);
+    EXPECT_EQ(errorOfNumber("1.5,5"), 13);
+    EXPECT_EQ(errorOfNumber(",5"), 13);
+    EXPECT_EQ(errorOfNumber("5,"), 13);
+    EXPECT_EQ(errorOfNumber("1,,5"), 13);
 }
 
 TEST(NumberTextTest, WhereGroupsAreSetApartByABlankEveryBlankCounts) {
@@ -144,10 +144,10 @@ TEST(NumberTextTest, WhereGroupsAreSetApartByABlankEveryBlankCounts) {
 }
 
 TEST(NumberTextTest, WhereGroupsAreNotSetApartByABlankNoBlankCounts) {
-    EXPECT_EQ(errorOfText("1 234"), 13);
-    EXPECT_EQ(errorOfText("1\xC2\xA0"
-                          "234",
-                          germanForm()),
+    EXPECT_EQ(errorOfNumber("1 234"), 13);
+    EXPECT_EQ(errorOfNumber("1\xC2\xA0"
+                            "234",
+                            germanForm()),
               13);
 }
 
@@ -167,9 +167,9 @@ TEST(NumberTextTest, SeparatorsMayBeMissingOrEqual) {
 TEST(NumberTextTest, WhatIsNoNumberRaisesTypeMismatch) {
     for (const std::string_view text : {"", " ", "abc", "-", "+", "5x", "x5", "0x10", "1/2", "NaN",
                                         "Inf", "5 5", "\xFF", "\xA0"}) {
-        EXPECT_EQ(errorOfText(text), 13) << text;
+        EXPECT_EQ(errorOfNumber(text), 13) << text;
     }
-    EXPECT_EQ(errorOfText(std::string_view("5\0", 2)), 13);
+    EXPECT_EQ(errorOfNumber(std::string_view("5\0", 2)), 13);
 }
 
 TEST(NumberTextTest, DigitsAreGroupedInThrees) {
@@ -239,7 +239,7 @@ TEST(NumberTextTest, ZerosFillUpToTheWantedDigits) {
     EXPECT_EQ(zeroPadded(-4, 3), "-004");
     EXPECT_EQ(zeroPadded(0, 0), "0");
     EXPECT_EQ(zeroPadded(7, -5), "7");
-    EXPECT_EQ(zeroPadded(smallest, 2), "-9223372036854775808");
+    EXPECT_EQ(zeroPadded(smallestScaled, 2), "-9223372036854775808");
 }
 
 } // namespace

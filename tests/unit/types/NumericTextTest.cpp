@@ -34,7 +34,7 @@ std::int32_t longOf(std::string_view text, const LocaleData& locale = {}) {
     return textToLong(text, locale).value();
 }
 
-int errorOfText(std::string_view text, const LocaleData& locale = {}) {
+int errorOfNumeric(std::string_view text, const LocaleData& locale = {}) {
     return errorOf([&] { return textToLong(text, locale); });
 }
 
@@ -114,7 +114,7 @@ TEST_P(OtherTextTest, IsNotNumeric) {
 }
 
 TEST_P(OtherTextTest, IsATypeMismatchAsAWholeNumber) {
-    EXPECT_EQ(errorOfText(GetParam().text, locale), typeMismatch);
+    EXPECT_EQ(errorOfNumeric(GetParam().text, locale), typeMismatch);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -178,12 +178,12 @@ TEST(NumericTextTest, AnythingShortOfAHalfGoesDown) {
 TEST(NumericTextTest, ZerosInFrontDoNotMakeANumberTooLarge) {
     EXPECT_EQ(longOf("0000000000000000000000000000025"), 25);
     EXPECT_EQ(longOf("-0000000000000000000002147483648"), -2'147'483'647 - 1);
-    EXPECT_EQ(errorOfText("0000000000000000000002147483648"), overflow);
+    EXPECT_EQ(errorOfNumeric("0000000000000000000002147483648"), overflow);
 }
 
 TEST(NumericTextTest, TooManyDigitsAreAnOverflowAndNotTheirRemainder) {
-    EXPECT_EQ(errorOfText("18446744073709551621"), overflow);
-    EXPECT_EQ(errorOfText("36893488147419103237"), overflow);
+    EXPECT_EQ(errorOfNumeric("18446744073709551621"), overflow);
+    EXPECT_EQ(errorOfNumeric("36893488147419103237"), overflow);
     EXPECT_EQ(errorOf([] { return textToCurrency("1844674407370956.1616", {}); }), overflow);
 }
 
@@ -196,15 +196,15 @@ TEST(NumericTextTest, TheEndsOfThe32BitsAreRead) {
 }
 
 TEST(NumericTextTest, ANumberBeyond32BitsRaisesOverflow) {
-    EXPECT_EQ(errorOfText("2147483648"), overflow);
-    EXPECT_EQ(errorOfText("-2147483649"), overflow);
-    EXPECT_EQ(errorOfText("2147483647.5"), overflow);
-    EXPECT_EQ(errorOfText("-2147483648.50001"), overflow);
-    EXPECT_EQ(errorOfText("4294967296"), overflow);
-    EXPECT_EQ(errorOfText("18446744073709551616"), overflow);
-    EXPECT_EQ(errorOfText("1E10"), overflow);
-    EXPECT_EQ(errorOfText("1E308"), overflow);
-    EXPECT_EQ(errorOfText("-1E308"), overflow);
+    EXPECT_EQ(errorOfNumeric("2147483648"), overflow);
+    EXPECT_EQ(errorOfNumeric("-2147483649"), overflow);
+    EXPECT_EQ(errorOfNumeric("2147483647.5"), overflow);
+    EXPECT_EQ(errorOfNumeric("-2147483648.50001"), overflow);
+    EXPECT_EQ(errorOfNumeric("4294967296"), overflow);
+    EXPECT_EQ(errorOfNumeric("18446744073709551616"), overflow);
+    EXPECT_EQ(errorOfNumeric("1E10"), overflow);
+    EXPECT_EQ(errorOfNumeric("1E308"), overflow);
+    EXPECT_EQ(errorOfNumeric("-1E308"), overflow);
 }
 
 TEST(NumericTextTest, ANumberBeyond32BitsIsNumeric) {
@@ -258,7 +258,7 @@ TEST(NumericTextTest, ATextThatGoesOnBehindANulIsNoNumber) {
     constexpr std::string_view text("5\0", 2);
 
     EXPECT_FALSE(isNumber(text));
-    EXPECT_EQ(errorOfText(text), typeMismatch);
+    EXPECT_EQ(errorOfNumeric(text), typeMismatch);
 }
 
 } // namespace

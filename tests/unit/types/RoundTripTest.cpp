@@ -88,10 +88,10 @@ TEST_P(RoundTripTest, RandomAmountsComeBack) {
 }
 
 TEST_P(RoundTripTest, EdgesOfAmountsComeBack) {
-    constexpr std::int64_t largest = 9'223'372'036'854'775'807;
+    constexpr std::int64_t largestAmount = 9'223'372'036'854'775'807;
     for (const std::int64_t scaled :
          {std::int64_t{0}, std::int64_t{1}, std::int64_t{-1}, std::int64_t{9'999},
-          std::int64_t{10'000}, largest, -largest, -largest - 1}) {
+          std::int64_t{10'000}, largestAmount, -largestAmount, -largestAmount - 1}) {
         ASSERT_NO_FATAL_FAILURE(expectBack(scaled));
     }
 }
