@@ -2,8 +2,9 @@
 # Installs what is missing, builds everything and runs every test. Each stage runs whatever became of
 # the others; a stage that cannot run is named as skipped, which CI=true counts as a failure.
 #
-#   test.sh             all stages but those that run only when they are named
-#   test.sh STAGE...    these, in the order in which they stand at the end of this file
+#   test.sh             all stages but those that run only when they are named, in lanes side by side
+#   test.sh quick       what tells soon whether a change holds: lint, unit tests, scripted stories
+#   test.sh STAGE...    these, one after the other, in the order in which they stand at the end
 #   test.sh help        what they are called, as --list does
 set -uo pipefail
 exec </dev/null
@@ -16,32 +17,95 @@ cd "$(dirname "$(readlink -f "$0")")" || exit 1
 # Every test brings a display of its own; the user's stays empty, and need not even answer.
 unset DISPLAY WAYLAND_DISPLAY
 cannot_run=77 # the status of a stage that cannot run here
-summary=()
-passed=0 failed=0 skipped=0
+results=build/stages # what each stage said and what became of it, for those of other lanes
+stages=() lanes=()
+declare -A name_of after_of stages_of only_when_named
 
-# stage NAME COMMAND: runs one stage, unless others were named, and keeps what became of it.
+# stage NAME COMMAND LANE [STAGE...]: declares a stage. Those of one lane take turns, in the order in
+# which they stand; each waits for the stages of other lanes that are named after it.
 stage() {
-    local name=$1 command=$2 status begin=$SECONDS
-    [ -z "$named" ] || [[ $named == *" $command "* ]] || return 0
-    printf '\n== %s\n' "$name"
-    "$command"
-    status=$?
-    local seconds=$((SECONDS - begin))
-    case $status in
-    0) passed=$((passed + 1)) && summary+=("passed   $name (${seconds} s)") ;;
-    "$cannot_run") skipped=$((skipped + 1)) && summary+=("SKIPPED  $name (${seconds} s)") ;;
-    *) failed=$((failed + 1)) && summary+=("FAILED   $name (${seconds} s)") ;;
-    esac
+    local name=$1 command=$2 lane=$3
+    shift 3
+    stages+=("$command") name_of[$command]=$name after_of[$command]=$*
+    [ -n "${stages_of[$lane]:-}" ] || lanes+=("$lane")
+    stages_of[$lane]+=" $command"
 }
 
-# only_named NAME COMMAND: a stage that runs only when it is named.
+# only_named NAME COMMAND: declares a stage that runs only when it is named.
 only_named() {
-    [ -z "$named" ] || stage "$@"
+    stages+=("$2") name_of[$2]=$1 only_when_named[$2]=1
+}
+
+# run_stage COMMAND: runs it and keeps what became of it, and how long it and its processes took.
+run_stage() {
+    local status word TIMEFORMAT='%0R s, %0U s of a processor'
+    { time "$1" 2>&3; } 3>&2 2>"$results/$1.time"
+    status=$?
+    case $status in
+    0) word='passed  ' ;;
+    "$cannot_run") word=SKIPPED ;;
+    *) word='FAILED ' ;;
+    esac
+    printf '%-8s %s (%s)\n' "$word" "${name_of[$1]}" "$(cat "$results/$1.time")" >"$results/$1.unread"
+    mv "$results/$1.unread" "$results/$1"
+}
+
+# run_lane STAGE...: one stage after the other; what each one says comes when it is over.
+run_lane() {
+    local command earlier
+    for command in "$@"; do
+        for earlier in ${after_of[$command]}; do
+            until [ -e "$results/$earlier" ]; do sleep 0.5; done
+        done
+        echo "begins: ${name_of[$command]}"
+        run_stage "$command" >"$results/$command.log" 2>&1
+        { flock 9 && printf '\n== %s\n' "${name_of[$command]}" && cat "$results/$command.log"; } 9>"$results/turn"
+    done
+}
+
+# run_lanes: the lanes side by side. What waits for windows, Wine or the network mostly waits: it
+# comes first, and builds and checks take what is left of the processors.
+run_lanes() {
+    local lane running=()
+    # shellcheck disable=SC2086
+    run_lane ${stages_of[first]:-}
+    set -m # each lane is a group of processes, which can be ended as one
+    trap 'kill -TERM -- "${running[@]/#/-}" 2>/dev/null; exit 130' INT TERM
+    for lane in "${lanes[@]}"; do
+        [ "$lane" != first ] || continue
+        {
+            [[ $lane != builds && $lane != checks ]] || renice -n 10 -p "$BASHPID" >/dev/null
+            # shellcheck disable=SC2086
+            run_lane ${stages_of[$lane]}
+        } &
+        running+=($!)
+    done
+    wait
+    trap - INT TERM
+    set +m
+}
+
+# run_named: one after the other, in plain view.
+run_named() {
+    local command
+    for command in "${stages[@]}"; do
+        [[ $named == *" $command "* ]] || continue
+        printf '\n== %s\n' "${name_of[$command]}"
+        run_stage "$command"
+    done
+}
+
+# count WORD: how many stages became that.
+count() {
+    cat "${told[@]}" /dev/null | grep -c "^$1"
 }
 
 # tell_stages: what the stages are called, and what they are; to be named or not.
 tell_stages() {
-    sed -nE 's/^stage "(.*)" (\w+)$/  \2: \1/p; s/^only_named "(.*)" (\w+)$/  \2: \1 (only when named)/p' test.sh
+    local command
+    for command in "${stages[@]}"; do
+        echo "  $command: ${name_of[$command]}${only_when_named[$command]:+ (only when named)}"
+    done
 }
 
 # build PRESET TARGET...: configures and builds.
@@ -69,7 +133,8 @@ lint() {
 
 build_debug() {
     needs "${packages_build[@]}" "${packages_library[@]}" || return $cannot_run
-    # The unit and face tests are built once, with sanitizers, and once for Windows, without.
+    # Each file by itself here, so that none leans on what another one includes. The unit and face
+    # tests are built once, with sanitizers, and once for Windows, without.
     build debug tarvik tarvik-demo scenarios_scripted scenarios_qt kill_at_every_step faults \
         years_of_days day_of_ticks empty_window bench_ini bench_history bench_work
 }
@@ -80,12 +145,42 @@ kill_at_every_step() {
     build/debug/bin/kill_at_every_step
 }
 
-scenarios() {
+stories() {
     needs "${packages_build[@]}" "${packages_library[@]}" || return $cannot_run
     local status=0 face
     for face in scripted qt; do
         "build/debug/bin/scenarios_$face" --gtest_brief=1 || status=1
     done
+    return $status
+}
+
+build_sanitized() {
+    needs "${packages_build[@]}" "${packages_library[@]}" || return $cannot_run
+    build sanitizers unit_tests linux_tests soak monkey_scripted monkey_qt
+}
+
+build_windows_checked() {
+    needs "${packages_build[@]}" "${packages_windows[@]}" || return $cannot_run
+    build windows-checked monkey_win32
+}
+
+build_packaged() {
+    needs "${packages_build[@]}" || return $cannot_run
+    scripts/package.sh build
+}
+
+build_fuzz() {
+    needs "${packages_build[@]}" "${packages_fuzz[@]}" || return $cannot_run
+    build fuzz fuzz_targets
+}
+
+# What a change is checked with while it is made.
+unit() {
+    needs "${packages_build[@]}" "${packages_library[@]}" || return $cannot_run
+    local status=0
+    build quick unit_tests scenarios_scripted || return 1
+    build/quick/bin/unit_tests --gtest_brief=1 || status=1
+    build/quick/bin/scenarios_scripted --gtest_brief=1 || status=1
     return $status
 }
 
@@ -160,12 +255,12 @@ headless_session() {
 
 tidy() {
     needs clang-tidy || return $cannot_run
-    scripts/tidy.sh build/debug
+    build_packaged >/dev/null && scripts/tidy.sh build/release
 }
 
 tidy_windows() {
     needs clang-tidy "${packages_windows[@]}" || return $cannot_run
-    scripts/tidy.sh build/windows
+    cmake --preset windows >/dev/null && scripts/tidy.sh build/windows
 }
 
 build_windows() {
@@ -222,7 +317,7 @@ kill_on_windows() {
     WINE32_TIMEOUT=900 scripts/wine32.sh run build/windows/bin/kill_at_every_step.exe
 }
 
-scenarios_windows() {
+stories_windows() {
     on_windows scenarios_win32
 }
 
@@ -261,8 +356,41 @@ bare() {
     scripts/bare.sh ${TARVIK_BARE:-all}
 }
 
+stage "packages" packages first
+stage "lint" lint checks
+stage "the scripts where something is closed, missing or silent" scripts_tests checks
+stage "build, warnings are errors" build_debug builds
+stage "kill at every step" kill_at_every_step checks build_debug
+stage "user stories on the scripted and the real face" stories desktop build_debug
+stage "the built program from outside" system_tests desktop
+stage "the built program from outside, on Wayland" system_tests_wayland desktop
+stage "the program on a real NetworkManager" network_tests desktop
+stage "a session without a display" headless_session desktop
+stage "build for Windows, warnings are errors" build_windows builds
+stage "build with AddressSanitizer and UBSan" build_sanitized builds
+stage "build of the packages' programs" build_packaged builds
+stage "build for Windows, checked" build_windows_checked builds
+stage "build of the fuzz targets" build_fuzz builds
+stage "clang-tidy" tidy builds
+stage "clang-tidy on the code for Windows" tidy_windows builds
+stage "unit, face and soak tests under AddressSanitizer and UBSan" tests_sanitized checks build_sanitized
+stage "a random user on the scripted and the Linux face, sanitized" monkey checks
+stage "fuzz targets, a fixed number of runs" fuzz checks build_fuzz
+stage "32-bit Wine" wine wine
+stage "unit tests on Windows" unit_windows wine build_windows
+stage "face and services on Windows" windows_tests wine
+stage "user stories on Windows" stories_windows wine
+stage "the built Windows programs from outside" programs_windows wine
+stage "the pictures of the documents" document_pictures wine build_debug
+stage "kill at every step on Windows" kill_on_windows wine
+stage "a random user on the Windows face, checked" monkey_windows wine build_windows_checked
+stage "the package for Debian and the archive for Windows" made_packages wine build_packaged
+only_named "unit tests and user stories on the scripted face" unit
+only_named "run.sh, test.sh and the package on a bare Debian 12" bare
+
 named=${*:+" $* "}
-for word in "$@"; do
+named=${named/ quick / lint unit }
+for word in $named; do
     case $word in
     help | --help | -h | --list) echo "The stages of test.sh:" && tell_stages && exit ;;
     esac
@@ -271,37 +399,20 @@ for word in "$@"; do
 done
 can_write build || exit 1
 forget_moved_builds
-[ -n "$named" ] ||
-    echo "All stages take 40 minutes or more; a first run also installs what they need: 4.5 GB of disk in all."
+rm -rf "$results" && mkdir -p "$results" || exit 1
+if [ -n "$named" ]; then
+    run_named
+else
+    echo "All stages take 30 minutes or more; a first run also installs what they need: 4.5 GB of disk in all."
+    run_lanes
+fi
 
-stage "packages" packages
-stage "lint" lint
-stage "the scripts where something is closed, missing or silent" scripts_tests
-stage "build, warnings are errors" build_debug
-stage "kill at every step" kill_at_every_step
-stage "user stories on the scripted and the real face" scenarios
-stage "the built program from outside" system_tests
-stage "the built program from outside, on Wayland" system_tests_wayland
-stage "the program on a real NetworkManager" network_tests
-stage "a session without a display" headless_session
-stage "unit, face and soak tests under AddressSanitizer and UBSan" tests_sanitized
-stage "a random user on the scripted and the Linux face, sanitized" monkey
-stage "fuzz targets, a fixed number of runs" fuzz
-stage "clang-tidy" tidy
-stage "build for Windows, warnings are errors" build_windows
-stage "clang-tidy on the code for Windows" tidy_windows
-stage "32-bit Wine" wine
-stage "unit tests on Windows" unit_windows
-stage "face and services on Windows" windows_tests
-stage "kill at every step on Windows" kill_on_windows
-stage "user stories on Windows" scenarios_windows
-stage "the built Windows programs from outside" programs_windows
-stage "the pictures of the documents" document_pictures
-stage "a random user on the Windows face, checked" monkey_windows
-stage "the package for Debian and the archive for Windows" made_packages
-only_named "run.sh, test.sh and the package on a bare Debian 12" bare
-
+told=()
+for command in "${stages[@]}"; do
+    [ ! -e "$results/$command" ] || told+=("$results/$command")
+done
 printf '\n== Summary\n'
-printf '%s\n' "${summary[@]}"
+cat "${told[@]}" /dev/null
+passed=$(count passed) failed=$(count FAILED) skipped=$(count SKIPPED)
 printf '\n%d passed, %d failed, %d skipped\n' "$passed" "$failed" "$skipped"
 [ "$failed" -eq 0 ] && { [ "$skipped" -eq 0 ] || [ "${CI:-}" != true ]; }

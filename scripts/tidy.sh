@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
-# Runs clang-tidy over the program's own sources: tidy.sh BUILD_FOLDER, as that build compiles them.
-# A build for Windows looks at what is only compiled there, any other at the rest.
+# Runs clang-tidy over the program's own sources: tidy.sh BUILD_FOLDER, as that build compiles them,
+# which has to take folders as one: what they all include is looked at once. A build for Windows looks
+# at what is only compiled there, any other at the rest.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 
-only_windows=(-path '*/windows/*')
 if grep -q i686-w64-mingw32 "$1/compile_commands.json"; then
-    chosen=('(' "${only_windows[@]}" ')')
+    chosen='/tarvik_windows\.dir/Unity/|/app/windows/'
+    folders=(platforms/windows app/windows)
     # The cross-compiler knows where its headers are; the checker is told, and takes its own in place
     # of those that only the compiler understands.
     mapfile -t headers < <(i686-w64-mingw32-g++-posix -E -x c++ -v /dev/null 2>&1 |
@@ -15,15 +16,19 @@ if grep -q i686-w64-mingw32 "$1/compile_commands.json"; then
     arguments=(--checks=-performance-no-int-to-ptr --extra-arg=--target=i686-w64-mingw32
         "${headers[@]/#/--extra-arg=-isystem}")
 else
-    chosen=(-not '(' "${only_windows[@]}" ')')
+    chosen='/tarvik_(core|common|scripted|simulated|linux)\.dir/Unity/|/app/'
+    folders=(src platforms/common platforms/scripted platforms/simulated platforms/linux app/*.cpp app/linux)
     arguments=()
 fi
-# A flag that only the compiler has would be an error.
-mkdir -p "$1/tidy"
-sed 's/ -fno-tree-dse / /g' "$1/compile_commands.json" >"$1/tidy/compile_commands.json"
-# Its counts of what it does not show, one for each file, go; what it finds stays.
-find src platforms app -name '*.cpp' "${chosen[@]}" -print0 |
-    xargs -0 -n 4 -P "$(nproc)" clang-tidy -p "$1/tidy" --quiet --extra-arg=-Wno-unknown-warning-option \
+units=$1/tidy
+rm -rf "$units" && mkdir -p "$units"
+/usr/bin/python3 scripts/tidy_units.py join "$1" "$units" "$chosen"
+missing=$(find "${folders[@]}" -name '*.cpp' -exec sh -c 'grep -q "^#line 1 \".*$1\"" "$2"/*.cpp || echo "$1"' _ {} "$units" \;)
+[ -z "$missing" ] || { printf 'In no unit of %s:\n%s\n' "$1" "$missing" >&2; exit 1; }
+# The largest first. Its counts of what it does not show, one for each file, go; what it finds stays.
+find "$units" -name '*.cpp' -printf '%s %p\0' | sort -zrn | sed -z 's/^[0-9]* //' |
+    xargs -0 -n 1 -P "$(nproc)" clang-tidy -p "$units" --quiet --extra-arg=-Wno-unknown-warning-option \
         "${arguments[@]}" --warnings-as-errors='*' \
-        2> >(grep -vE '^[0-9]+ warnings? (generated|treated as errors?)' >&2)
+        2> >(grep -vE '^[0-9]+ warnings? (and [0-9]+ errors? )?(generated|treated as errors?)' >&2) |
+    /usr/bin/python3 scripts/tidy_units.py names
 echo "clang-tidy: clean"

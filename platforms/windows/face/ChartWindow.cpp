@@ -11,7 +11,7 @@ namespace tarvik::face {
 
 namespace {
 
-constexpr const char* className = "TarvikChart";
+constexpr const char* chartClass = "TarvikChart";
 
 Colour systemColour(int which) {
     const COLORREF colour = GetSysColor(which);
@@ -95,11 +95,11 @@ private:
             window.lpfnWndProc = onMessage;
             window.hInstance = GetModuleHandleA(nullptr);
             window.hCursor = LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_ARROW));
-            window.lpszClassName = className;
+            window.lpszClassName = chartClass;
             return RegisterClassA(&window) != 0;
         }();
         static_cast<void>(registered);
-        return className;
+        return chartClass;
     }
 
     static LRESULT CALLBACK onMessage(HWND window, UINT message, WPARAM first, LPARAM second) {

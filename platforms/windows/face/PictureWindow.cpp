@@ -7,7 +7,7 @@ namespace tarvik::face {
 
 namespace {
 
-constexpr const char* className = "TarvikPicture";
+constexpr const char* pictureClass = "TarvikPicture";
 
 void paint(HWND window, const Drawing& drawing) {
     PAINTSTRUCT painting{};
@@ -63,11 +63,11 @@ private:
             window.lpfnWndProc = onMessage;
             window.hInstance = GetModuleHandleA(nullptr);
             window.hCursor = LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_ARROW));
-            window.lpszClassName = className;
+            window.lpszClassName = pictureClass;
             return RegisterClassA(&window) != 0;
         }();
         static_cast<void>(registered);
-        return className;
+        return pictureClass;
     }
 
     static LRESULT CALLBACK onMessage(HWND window, UINT message, WPARAM first, LPARAM second) {
