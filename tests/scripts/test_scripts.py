@@ -10,6 +10,7 @@ import socket
 import subprocess
 import sys
 import tempfile
+import time
 import unittest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
@@ -44,6 +45,14 @@ mkdir -p build/release/bin
 printf '#!/bin/sh\\necho "opened on [$DISPLAY] [$WAYLAND_DISPLAY] [$QT_QPA_PLATFORM]"\\n' >build/release/bin/tarvik-demo
 chmod +x build/release/bin/tarvik-demo""",
 }
+
+
+def wait_for(condition, what):
+    until = time.monotonic() + 20
+    while not condition():
+        if time.monotonic() > until:
+            raise AssertionError("waited in vain for " + what)
+        time.sleep(0.05)
 
 
 class ScriptTest(unittest.TestCase):
@@ -311,12 +320,75 @@ class StagesTest(ScriptTest):
         self.assertIn("\n  lint: lint\n", said)
         self.assertRegex(said, r"\n  bare: .* \(only when named\)\n")
 
-    def test_a_stage_that_runs_only_when_named_is_not_among_all(self):
+    def with_stages(self, *lines):
+        """test.sh with these lines in place of its own stages."""
         test = self.sources / "test.sh"
-        test.write_text(re.sub(r"(?m)^stage .*\n", "", test.read_text()))
+        own = r"(?m)(^stage .*\n)+"
+        test.write_text(re.sub(own, lambda _: "\n".join(lines) + "\n", test.read_text()))
+
+    def test_a_stage_that_runs_only_when_named_is_not_among_all(self):
+        self.with_stages()
         self.assertIn("\n0 passed, 0 failed, 0 skipped\n", self.run_script(0, "test.sh"))
         said = self.run_script(0, "test.sh", "bare", NOT_INSTALLED="debootstrap")
         self.assertIn("\n0 passed, 0 failed, 1 skipped\n", said)
+
+    def test_lanes_run_side_by_side_and_stages_wait_for_those_they_name(self):
+        # Each of the first two waits for the other's file; the third for both of them to be over.
+        self.with_stages(
+            "one() { touch 1; until [ -e 2 ]; do sleep 0.1; done; }",
+            "two() { touch 2; until [ -e 1 ]; do sleep 0.1; done; sleep 1; touch over; }",
+            "three() { [ -e over ]; }",
+            'stage "the first" one a', 'stage "the second" two b', 'stage "the third" three a two')
+        said = self.run_script(0, "test.sh")
+        self.assertIn("\n3 passed, 0 failed, 0 skipped\n", said)
+        self.assertRegex(said, r"\n== Summary\npassed +the first \(\d+ s, \d+ s of a processor\)\npassed +the second ")
+
+    def test_stages_of_one_lane_take_turns_and_the_first_lane_comes_first(self):
+        self.with_stages(
+            "early() { sleep 0.5; touch early; }",
+            "one() { [ -e early ] && sleep 0.5 && touch one; }", "two() { [ -e one ]; }",
+            'stage "early" early first', 'stage "the first" one a', 'stage "the second" two a')
+        self.assertIn("\n3 passed, 0 failed, 0 skipped\n", self.run_script(0, "test.sh"))
+
+    def test_what_a_stage_says_stands_together_and_a_failure_stops_nothing(self):
+        self.with_stages(
+            "one() { echo one begins; sleep 1; echo one ends >&2; return 1; }", "two() { echo two; return 77; }",
+            'stage "the first" one a', 'stage "the second" two b one')
+        said = self.run_script(1, "test.sh")
+        self.assertIn("\n== the first\none begins\none ends\n", said)
+        self.assertIn("\n== the second\ntwo\n", said)
+        self.assertRegex(said, r"\nFAILED +the first .*\nSKIPPED +the second .*\n\n0 passed, 1 failed, 1 skipped\n$")
+
+    def test_a_skipped_stage_fails_where_everything_must_run(self):
+        self.with_stages("one() { return 77; }", 'stage "the first" one a')
+        self.run_script(0, "test.sh")
+        self.run_script(1, "test.sh", CI="true")
+
+    def test_what_is_interrupted_leaves_nothing_running(self):
+        self.with_stages("one() { echo $BASHPID >pid; sleep 60; }", 'stage "the first" one a')
+        running = subprocess.Popen([self.sources / "test.sh"], env={**os.environ, **self.environment},
+                                   stdout=subprocess.DEVNULL, start_new_session=True)
+        pid = self.sources / "pid"
+        wait_for(lambda: pid.exists() and pid.read_text().strip(), "the stage to begin")
+        running.terminate()
+        self.assertEqual(running.wait(20), 130)
+        wait_for(lambda: not pathlib.Path("/proc", pid.read_text().strip()).exists(), "the stage to end")
+
+    def test_quick_stands_for_what_tells_soon(self):
+        said = self.run_script(1, "test.sh", "quick")
+        self.assertIn("\n== lint\n", said)
+        self.assertIn("\n== unit tests and user stories on the scripted face\n", said)
+        self.assertIn("\n1 passed, 1 failed, 0 skipped\n", said)  # nothing is built by the stand-ins
+
+    def test_each_stage_waits_for_stages_that_there_are(self):
+        own = (ROOT / "test.sh").read_text()
+        declared = re.findall(r'(?m)^stage ".*" (\w+) \w+((?: \w+)*)$', own)
+        names = [name for name, _ in declared]
+        self.assertEqual(len(names), len(re.findall(r"(?m)^stage ", own)))
+        for name, earlier in declared:
+            self.assertRegex(own, r"(?m)^%s\(\) \{$" % name)
+            for other in earlier.split():
+                self.assertIn(other, names[:names.index(name)], name)
 
     def test_without_what_it_needs_a_stage_is_named_as_skipped(self):
         said = self.run_script(0, "test.sh", "lint", NOT_INSTALLED="git")
