@@ -430,6 +430,23 @@ TEST_F(NotificationAreaTest, AClickOnTheItemIsTheLeftButton) {
     EXPECT_EQ(messages, std::vector<int>{514});
 }
 
+TEST_F(NotificationAreaTest, AClickCountsOnceThePanelHasAnsweredThatItShowsTheItem) {
+    PanelStandIn panel(true);
+    ask(NotificationArea::add);
+    ASSERT_TRUE(spinUntil([&] { return panel.items.size() == 1; }));
+    std::vector<bool> takenAtClick;
+    tray.picSysTrayHook.MouseMove.connect(
+        [&](int) { takenAtClick.push_back(ask(NotificationArea::modify)); });
+
+    panel.call(itemPath, itemInterface, QStringLiteral("Activate"), {0, 0});
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(takenAtClick.empty());
+    panel.answer();
+
+    EXPECT_TRUE(spinUntil([&] { return !takenAtClick.empty(); }));
+    EXPECT_EQ(takenAtClick, std::vector<bool>{true});
+}
+
 TEST_F(NotificationAreaTest, ABusThatIsHaltedWhenTheIconIsAddedTellsOfThePanelLater) {
     const PanelStandIn panel;
     bool added = true;

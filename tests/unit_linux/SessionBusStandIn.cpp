@@ -14,6 +14,7 @@
 #include <csignal>
 #include <fstream>
 #include <sys/prctl.h>
+#include <utility>
 
 namespace tarvik {
 
@@ -125,16 +126,30 @@ QString PanelStandIn::introspect(const QString&) const {
     return {};
 }
 
-bool PanelStandIn::handleMessage(const QDBusMessage& message, const QDBusConnection& connection) {
+bool PanelStandIn::reply(const QDBusMessage& answer) {
+    if (isSilent_) {
+        unsent_.push_back(answer);
+        return true;
+    }
+    return name_.connection().send(answer);
+}
+
+void PanelStandIn::answer() {
+    isSilent_ = false;
+    for (const QDBusMessage& each : std::exchange(unsent_, {})) {
+        reply(each);
+    }
+}
+
+bool PanelStandIn::handleMessage(const QDBusMessage& message, const QDBusConnection&) {
     if (message.member() == QStringLiteral("Get")) {
-        return isSilent_ || connection.send(message.createReply(
-                                QVariant::fromValue(QDBusVariant(QVariant(hasHost)))));
+        return reply(message.createReply(QVariant::fromValue(QDBusVariant(QVariant(hasHost)))));
     }
     if (message.member() != QStringLiteral("RegisterStatusNotifierItem")) {
         return false;
     }
     items.push_back(message.arguments().value(0).toString());
-    return isSilent_ || connection.send(message.createReply());
+    return reply(message.createReply());
 }
 
 void PanelStandIn::hostComes() {

@@ -70,6 +70,9 @@ public:
     QVariant call(const QString& path, const QString& interface, const QString& method,
                   const QVariantList& arguments);
 
+    /// Answers what it was silent about.
+    void answer();
+
     /// Something shows items now.
     void hostComes();
 
@@ -77,8 +80,11 @@ public:
     bool hasHost = true;        ///< something shows them
 
 private:
+    bool reply(const QDBusMessage& answer);
+
     BusNameStandIn name_;
     bool isSilent_;
+    std::vector<QDBusMessage> unsent_; ///< answers that are kept back
 };
 
 } // namespace tarvik

@@ -117,6 +117,19 @@ void StatusNotifierItem::settle() {
     } else if (isAnswered() && !isMute(*offer_) && !isMute(*host_)) {
         events_.refused();
     }
+    if (isAnswered() && std::exchange(clickWaits_, false)) {
+        events_.activated();
+    }
+}
+
+/// Whether the window can go behind the icon is asked then: a quick panel passes a click on before
+/// it has said that it shows the item.
+void StatusNotifierItem::click() {
+    if (isAnswered()) {
+        events_.activated();
+    } else {
+        clickWaits_ = true;
+    }
 }
 
 void StatusNotifierItem::allowTime(int milliseconds) {
@@ -215,7 +228,7 @@ bool StatusNotifierItem::handleMessage(const QDBusMessage& message, const QDBusC
     }
     bus.send(message.createReply());
     if (method == QStringLiteral("Activate")) {
-        events_.activated();
+        click();
     }
     return true;
 }

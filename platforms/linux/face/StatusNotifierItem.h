@@ -53,6 +53,7 @@ private:
     bool isAccepted() const;
     void noteAnswers();
     void settle();
+    void click();
     QVariantMap properties() const;
     void tell(const QString& signal);
 
@@ -69,6 +70,7 @@ private:
     QIcon icon_;
     QString tip_;
     bool isTaken_ = false;
+    bool clickWaits_ = false; ///< for the panel's answers
 };
 
 } // namespace tarvik::face
