@@ -65,7 +65,7 @@ Colour nearest(const Colour& wanted, Suits suits) {
 constexpr double leastContrast = 3;
 /// So far are the columns apart in lightness, so that they differ where hues are not seen.
 constexpr double leastApart = 16;
-constexpr double middle = 128;
+constexpr double middleLight = 128;
 // Chosen so that readers who do not tell red from green still tell blue from orange.
 constexpr std::array<Colour, Chart::mostColumns> onLight{{{16, 68, 140}, {217, 95, 2}}};
 constexpr std::array<Colour, Chart::mostColumns> onDark{{{140, 200, 255}, {222, 116, 34}}};
@@ -83,7 +83,7 @@ Colour fillOn(const Colour& background, const Colour& column) {
 
 /// The two colours where they can be seen, else others near them.
 std::array<Colour, Chart::mostColumns> columnsOn(const Colour& background) {
-    const auto& wanted = lightness(background) > middle ? onLight : onDark;
+    const auto& wanted = lightness(background) > middleLight ? onLight : onDark;
     const auto seen = [&](const Colour& colour) {
         return contrast(colour, background) >= leastContrast;
     };

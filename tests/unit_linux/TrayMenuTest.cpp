@@ -1,5 +1,5 @@
-#include "forms/frmSysTray.h"
 #include "linux/face/TrayMenu.h"
+#include "forms/frmSysTray.h"
 
 #include <QAction>
 
