@@ -403,7 +403,7 @@ rm -rf "$results" && mkdir -p "$results" || exit 1
 if [ -n "$named" ]; then
     run_named
 else
-    echo "All stages take 30 minutes or more; a first run also installs what they need: 4.5 GB of disk in all."
+    echo "All stages take 40 minutes or more; a first run also installs what they need: 4.5 GB of disk in all."
     run_lanes
 fi
 
