@@ -155,7 +155,9 @@ MsgBoxAnswer ScriptedDesktop::messageBox(const MsgBoxRequest& request) {
     }
     if (answerAny) {
         const Busy busy(busy_);
-        return answerAny(request);
+        const MsgBoxAnswer answer = answerAny(request);
+        // The end of the session closes the box, whatever the user was about to press.
+        return ending_ ? face::closingAnswer(request.buttons) : answer;
     }
     const std::string seen = described(request.text, request.buttons, request.icon);
     if (expected_.empty()) {
@@ -175,7 +177,7 @@ MsgBoxAnswer ScriptedDesktop::messageBox(const MsgBoxRequest& request) {
     if (box.meanwhile) {
         box.meanwhile();
     }
-    return box.answer;
+    return ending_ ? face::closingAnswer(request.buttons) : box.answer;
 }
 
 void ScriptedDesktop::popUpMenu(Menu& menu, Form& owner) {

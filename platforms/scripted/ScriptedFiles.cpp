@@ -4,6 +4,15 @@
 
 namespace tarvik {
 
+namespace {
+
+std::string folderOf(const std::string& path) {
+    const std::size_t end = path.find_last_of("\\/");
+    return end == std::string::npos ? std::string() : path.substr(0, end);
+}
+
+} // namespace
+
 void ScriptedFiles::setFile(const std::string& path, std::string bytes) {
     Node& node = nodes_[path] = {};
     node.bytes = std::move(bytes);
@@ -22,6 +31,35 @@ void ScriptedFiles::setUnreadable(const std::string& path) {
 
 void ScriptedFiles::setReadOnly(const std::string& path) {
     nodes_.at(path).readOnly = true;
+}
+
+void ScriptedFiles::setPrivate(const std::string& path) {
+    nodes_.at(path).isPrivate = true;
+}
+
+bool ScriptedFiles::isPrivate(const std::string& path) const {
+    const auto found = nodes_.find(path);
+    return found != nodes_.end() && found->second.isPrivate;
+}
+
+void ScriptedFiles::beginWriting(const std::string& path) {
+    setFile(path, "");
+    nodes_.at(path).isNew = true;
+    nodes_.at(path).isWritten = true;
+}
+
+void ScriptedFiles::breakOff(const std::string& path) {
+    nodes_.at(path).isWritten = false;
+}
+
+std::vector<std::string> ScriptedFiles::namesIn(const std::string& folder) const {
+    std::vector<std::string> names;
+    for (const auto& [path, node] : nodes_) {
+        if (folderOf(path) == folder) {
+            names.push_back(path.substr(folder.size() + 1));
+        }
+    }
+    return names;
 }
 
 void ScriptedFiles::remove(const std::string& path) {
@@ -76,7 +114,7 @@ FileResult ScriptedFiles::read(const std::string& path, std::string& bytes) {
         return readFailure;
     }
     if (kindOf(path) != FileKind::File) {
-        return exists(path) ? ErrorNumber::PathFileAccess : ErrorNumber::FileNotFound;
+        return absence(path);
     }
     const Node& node = nodes_.at(path);
     if (node.unreadable) {
@@ -94,24 +132,65 @@ FileResult ScriptedFiles::replaceIf(const std::string& path,
     if (replaceFailure && replacementsLeft-- <= 0) {
         return replaceFailure;
     }
-    if (exists(path) && kindOf(path) != FileKind::File) {
-        return ErrorNumber::PathFileAccess;
-    }
-    if (exists(path) && nodes_.at(path).readOnly) {
-        return ErrorNumber::PermissionDenied;
-    }
     std::string bytes;
     for (const std::string_view piece : pieces) {
         bytes += piece;
     }
-    if (stillRight) {
-        tell("LastLook", path);
-        if (!stillRight()) {
-            return ErrorNumber::PathFileAccess;
-        }
+    const bool keepsPrivate =
+        exists(path) ? isPrivate(path) : path == deleted_ && deletedWasPrivate_;
+    if (const FileResult why = whyNotReplaced(path)) {
+        return why;
+    }
+    sweepUp(folderOf(path));
+    if (!isStillRight(path, stillRight)) {
+        return ErrorNumber::PathFileAccess;
     }
     setFile(path, std::move(bytes));
+    nodes_.at(path).isPrivate = keepsPrivate;
     return std::nullopt;
+}
+
+/// Nothing when the file can be replaced, in a folder that is there by then.
+FileResult ScriptedFiles::whyNotReplaced(const std::string& path) {
+    const std::string folder = folderOf(path);
+    if (folder == home) {
+        missingFolders.erase(home);
+    }
+    if (isMissing(folder)) {
+        return ErrorNumber::PathNotFound;
+    }
+    if (exists(path) && kindOf(path) != FileKind::File) {
+        return ErrorNumber::PathFileAccess;
+    }
+    return exists(path) && nodes_.at(path).readOnly ? FileResult(ErrorNumber::PermissionDenied)
+                                                    : std::nullopt;
+}
+
+/// Looks while the new file lies beside the old one.
+bool ScriptedFiles::isStillRight(const std::string& path, const LastLook& stillRight) {
+    if (!stillRight) {
+        return true;
+    }
+    const std::string beside = path + ".new";
+    beginWriting(beside);
+    tell("LastLook", path);
+    const bool right = stillRight();
+    remove(beside);
+    return right;
+}
+
+/// What a kill left of earlier replacements.
+void ScriptedFiles::sweepUp(const std::string& folder) {
+    std::erase_if(nodes_, [&](const auto& entry) {
+        return entry.second.isNew && !entry.second.isWritten && folderOf(entry.first) == folder;
+    });
+}
+
+/// Why there is no ordinary file of that name.
+ErrorNumber ScriptedFiles::absence(const std::string& path) const {
+    return exists(path)                ? ErrorNumber::PathFileAccess
+           : isMissing(folderOf(path)) ? ErrorNumber::PathNotFound
+                                       : ErrorNumber::FileNotFound;
 }
 
 FileResult ScriptedFiles::FileCopy(const std::string& source, const std::string& target) {
@@ -119,7 +198,12 @@ FileResult ScriptedFiles::FileCopy(const std::string& source, const std::string&
     if (const FileResult failure = read(source, bytes)) {
         return failure;
     }
-    return replace(target, {bytes});
+    const bool wasPrivate = isPrivate(source);
+    const FileResult failure = replace(target, {bytes});
+    if (!failure) {
+        nodes_.at(target).isPrivate = wasPrivate;
+    }
+    return failure;
 }
 
 FileResult ScriptedFiles::Name(const std::string& path, const std::string& newPath) {
@@ -140,8 +224,10 @@ FileResult ScriptedFiles::Kill(const std::string& path) {
         return killFailure;
     }
     if (kindOf(path) != FileKind::File) {
-        return exists(path) ? ErrorNumber::PathFileAccess : ErrorNumber::FileNotFound;
+        return absence(path);
     }
+    deleted_ = path;
+    deletedWasPrivate_ = isPrivate(path);
     nodes_.erase(path);
     return std::nullopt;
 }

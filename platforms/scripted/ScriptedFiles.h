@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -19,11 +20,24 @@ public:
     /// Forbids reading or writing a file that is there; a new `setFile` allows both again.
     void setUnreadable(const std::string& path);
     void setReadOnly(const std::string& path);
+    /// Only its owner may read the file; what is made of it is private too.
+    void setPrivate(const std::string& path);
+    bool isPrivate(const std::string& path) const;
+    /// Another program writes a new file, which is not in its place yet, and leaves it there.
+    void beginWriting(const std::string& path);
+    void breakOff(const std::string& path);
     /// Takes away whatever is there.
     void remove(const std::string& path);
     /// The file's bytes; empty when there is none.
     std::string file(const std::string& path) const;
     bool exists(const std::string& path) const;
+    /// What lies in a folder, in the order of the names.
+    std::vector<std::string> namesIn(const std::string& folder) const;
+
+    /// Folders that are not there; every other one is.
+    std::set<std::string> missingFolders;
+    /// The folder that is made when something is first written there.
+    std::string home;
 
     /// What other programs do: asked with a port operation's name and its path before the
     /// operation, and with "LastLook" before what a replacement asks last, if it asks anything.
@@ -52,6 +66,11 @@ public:
 
 private:
     FileKind kindOf(const std::string& path) const;
+    bool isMissing(const std::string& folder) const { return missingFolders.contains(folder); }
+    ErrorNumber absence(const std::string& path) const;
+    FileResult whyNotReplaced(const std::string& path);
+    bool isStillRight(const std::string& path, const LastLook& stillRight);
+    void sweepUp(const std::string& folder);
     void tell(const std::string& operation, const std::string& path);
 
     struct Node {
@@ -60,10 +79,15 @@ private:
         std::int64_t version = 0;
         bool unreadable = false;
         bool readOnly = false;
+        bool isPrivate = false;
+        bool isNew = false;     ///< not in its place yet
+        bool isWritten = false; ///< a program is at it
     };
 
     std::map<std::string, Node> nodes_;
     std::int64_t version_ = 0;
+    std::string deleted_;
+    bool deletedWasPrivate_ = false;
 };
 
 } // namespace tarvik

@@ -69,6 +69,12 @@ LocaleData americanLocale() {
     return data;
 }
 
+LocaleData britishLocale() {
+    LocaleData data;
+    data.shortDate = "dd/MM/yyyy";
+    return data;
+}
+
 LocaleData swedishLocale() {
     LocaleData data;
     data.shortDate = "yyyy-MM-dd";
@@ -119,6 +125,27 @@ bool ScriptedDialogs::GetSaveFileNameA(OPENFILENAMEA* data, const DialogPlacemen
     return leaveDialog(*this, data, place, true);
 }
 
+std::int32_t ScriptedInstances::CreateMutexA(const std::string& name, std::uint32_t* lastError) {
+    namesAsked.push_back(name);
+    *lastError = error == 0 && held->contains(name) ? alreadyExists : error;
+    if (handle != 0) {
+        held->insert(name);
+        names_[handle] = name;
+    }
+    return handle == 0 ? 0 : handle++;
+}
+
+bool ScriptedInstances::CloseHandle(std::int32_t closed) {
+    handlesClosed.push_back(closed);
+    const auto found = names_.find(closed);
+    if (found == names_.end()) {
+        return false;
+    }
+    held->erase(held->find(found->second));
+    names_.erase(found);
+    return true;
+}
+
 bool ScriptedInternetState::InternetGetConnectedState(std::uint32_t* flags, std::uint32_t) {
     *flags = flagWord;
     return connected;
@@ -136,21 +163,39 @@ bool ScriptedInternetState::InternetGetConnectedStateExA(std::uint32_t* flags, c
 
 int ScriptedSockets::WSAStartup(std::uint16_t, WSADATA* data) {
     *data = started;
+    starts_ += startupError == 0 ? 1 : 0;
     return startupError;
 }
 
+int ScriptedSockets::WSACleanup() {
+    constexpr int notStarted = 10093;
+    if (cleanupError == 0 && starts_ == 0) {
+        lastError = notStarted;
+        return notStarted;
+    }
+    starts_ -= starts_ > 0 ? 1 : 0;
+    return cleanupError;
+}
+
 int ScriptedSockets::gethostname(char* name, int size) {
-    if (hostNameFails || size < 1) {
+    if (hostNameFails) {
         return -1;
     }
-    const std::size_t length = hostName.copy(name, static_cast<std::size_t>(size) - 1);
-    name[length] = '\0';
+    if (size <= static_cast<int>(hostName.size())) {
+        constexpr int badAddress = 10014;
+        lastError = badAddress;
+        return -1;
+    }
+    name[hostName.copy(name, hostName.size())] = '\0';
     return 0;
 }
 
-bool ScriptedSockets::gethostbyname(const char*, HOSTENT* found) {
+bool ScriptedSockets::gethostbyname(const char* name, HOSTENT* found) {
+    if (!hostFound || name != hostName) {
+        return false;
+    }
     *found = host;
-    return hostFound;
+    return true;
 }
 
 std::uint32_t ScriptedErrorTexts::FormatMessageA(std::uint32_t, const void*, std::uint32_t code,

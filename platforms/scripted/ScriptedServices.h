@@ -11,6 +11,8 @@
 #include "ports/SystemErrorText.h"
 
 #include <map>
+#include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -47,6 +49,8 @@ public:
 LocaleData germanLocale();
 /// Month/day/year, 12 hours with AM and PM, decimal point.
 LocaleData americanLocale();
+/// Day/month/year, 24 hours, decimal point.
+LocaleData britishLocale();
 /// Year-month-day, 24 hours, decimal comma, a no-break space between thousands.
 LocaleData swedishLocale();
 /// Day/month/year, 24 hours, decimal comma, a narrow no-break space between thousands.
@@ -71,20 +75,22 @@ public:
 
 class ScriptedInstances : public SingleInstance {
 public:
+    using Names = std::multiset<std::string>;
+
+    /// The next handle; 0 when nothing can be held, with the error that tells why.
     std::int32_t handle = 41;
+    /// What is told whoever holds the name, unless it is 0: 183 for another program that has it.
     std::uint32_t error = 0;
+    /// What is held on the machine; another program of the same machine is given the same.
+    std::shared_ptr<Names> held = std::make_shared<Names>();
     std::vector<std::string> namesAsked;
     std::vector<std::int32_t> handlesClosed;
 
-    std::int32_t CreateMutexA(const std::string& name, std::uint32_t* lastError) override {
-        namesAsked.push_back(name);
-        *lastError = error;
-        return handle;
-    }
-    bool CloseHandle(std::int32_t closed) override {
-        handlesClosed.push_back(closed);
-        return true;
-    }
+    std::int32_t CreateMutexA(const std::string& name, std::uint32_t* lastError) override;
+    bool CloseHandle(std::int32_t closed) override;
+
+private:
+    std::map<std::int32_t, std::string> names_; ///< under their handles
 };
 
 class ScriptedNotificationArea : public NotificationArea {
@@ -167,10 +173,14 @@ public:
     HOSTENT host;
 
     int WSAStartup(std::uint16_t version, WSADATA* data) override;
-    int WSACleanup() override { return cleanupError; }
+    int WSACleanup() override;
     int WSAGetLastError() override { return lastError; }
     int gethostname(char* name, int size) override;
+    /// Only the machine itself is known.
     bool gethostbyname(const char* name, HOSTENT* found) override;
+
+private:
+    int starts_ = 0;
 };
 
 class ScriptedErrorTexts : public SystemErrorText {

@@ -26,27 +26,6 @@ protected:
     std::vector<QWidget*> owners;
 };
 
-TEST_F(BoxOwnerTest, ABoxDoesNotGoAsideWithTheWindowThatIsPutAsideForIt) {
-    open(frmMain());
-
-    frmMain().setMinimised(true);
-    ask();
-
-    EXPECT_TRUE(window(frmMain()).isMinimized());
-    EXPECT_EQ(owners, std::vector<QWidget*>{nullptr});
-}
-
-TEST_F(BoxOwnerTest, ABoxStandsBeforeTheWindowThatIsShownForIt) {
-    open(frmMain());
-    frmMain().setVisible(false);
-    ASSERT_TRUE(spinUntil([&] { return !window(frmMain()).isVisible(); }));
-
-    frmMain().setVisible(true);
-    ask();
-
-    EXPECT_EQ(owners, std::vector<QWidget*>{&window(frmMain())});
-}
-
 TEST_F(BoxOwnerTest, EachBoxOfATickStandsBeforeTheWindowThatWasActive) {
     open(frmMain());
     QWidget* const history = &open(frmHistory());

@@ -53,28 +53,6 @@ protected:
     int unloads = 0;
 };
 
-TEST_F(EndOfSessionTest, EveryFormIsUnloadedOnceAndTheProgramEnds) {
-    QTimer::singleShot(10, qApp, [this] {
-        desktop.endSession();
-        desktop.endSession();
-    });
-
-    desktop.run();
-
-    EXPECT_EQ(modes, std::vector<UnloadMode>{UnloadMode::AppWindows});
-    EXPECT_EQ(unloads, 1);
-    EXPECT_FALSE(form.loaded());
-}
-
-TEST_F(EndOfSessionTest, AnOpenBoxIsClosedAsIfDeclined) {
-    QTimer::singleShot(50, qApp, [this] { desktop.endSession(); });
-
-    EXPECT_EQ(desktop.messageBox({.text = "?", .buttons = MsgBoxButtons::YesNo, .caption = "T"}),
-              MsgBoxAnswer::No);
-
-    EXPECT_EQ(unloads, 1);
-}
-
 TEST_F(EndOfSessionTest, ABoxOnTheWayIsWrittenInsteadOfShown) {
     form.Unload.connect([this] {
         EXPECT_EQ(desktop.messageBox(
@@ -131,16 +109,6 @@ TEST_F(EndOfSessionTest, WithoutADisplayNoBoxIsShown) {
 
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "T ?\n");
     deleteWindows();
-}
-
-TEST_F(EndOfSessionTest, AfterwardsNoWindowIsMade) {
-    desktop.endSession();
-
-    form.setVisible(true);
-
-    EXPECT_TRUE(QApplication::topLevelWidgets().isEmpty() ||
-                !QApplication::topLevelWidgets().front()->isVisible());
-    desktop.run();
 }
 
 TEST_F(EndOfSessionTest, TheSignalsThatEndAProcessEndTheSession) {

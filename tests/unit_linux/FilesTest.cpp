@@ -31,19 +31,6 @@ protected:
     }
 };
 
-TEST_F(FilesTest, AReplacedFileHoldsAllPiecesInOrder) {
-    EXPECT_FALSE(files.replace(path, {"one ", "", "two"}));
-
-    EXPECT_EQ(content(), "one two");
-}
-
-TEST_F(FilesTest, NothingIsLeftBesideTheFile) {
-    files.replace(path, {"a"});
-    files.replace(path, {"b"});
-
-    EXPECT_EQ(folder.names(), std::vector<std::string>{"Tarvik.ini"});
-}
-
 TEST_F(FilesTest, TheModeOfTheOldFileStays) {
     files.replace(path, {"a"});
     chmod(path.c_str(), 0640);
@@ -62,25 +49,50 @@ TEST_F(FilesTest, ANewFileFollowsTheUsersMask) {
     EXPECT_EQ(modeOf(path), 0640U);
 }
 
-TEST_F(FilesTest, AReadOnlyFileStaysAsItWas) {
-    files.replace(path, {"old"});
-    chmod(path.c_str(), 0444);
+TEST_F(FilesTest, ACopyHasTheModeOfTheOriginal) {
+    files.replace(path, {"secret"});
+    chmod(path.c_str(), 0640);
+    const std::string copy = folder.path() + "/copy.ini";
+    files.replace(copy, {"old"});
+    chmod(copy.c_str(), 0666);
 
-    EXPECT_EQ(files.replace(path, {"new"}), ErrorNumber::PermissionDenied);
+    EXPECT_FALSE(files.FileCopy(path, copy));
 
-    EXPECT_EQ(content(), "old");
+    EXPECT_EQ(modeOf(copy), 0640U);
 }
 
-TEST_F(FilesTest, ADirectoryIsNeitherReadNorReplaced) {
-    mkdir(path.c_str(), 0755);
-    std::string bytes;
+TEST_F(FilesTest, AFileThatAnotherProgramMadeMeanwhileKeepsItsOwnMode) {
+    files.replace(path, {"secret"});
+    chmod(path.c_str(), 0600);
+    files.Kill(path);
+    LinuxFiles().replace(path, {"another's"});
+    chmod(path.c_str(), 0644);
 
-    EXPECT_EQ(files.Dir(path), FileKind::Directory);
-    EXPECT_FALSE(files.stamp(path));
-    EXPECT_TRUE(files.read(path, bytes));
-    EXPECT_TRUE(files.replace(path, {"x"}));
-    EXPECT_TRUE(files.Kill(path));
-    EXPECT_EQ(files.Dir(path), FileKind::Directory);
+    EXPECT_FALSE(files.replace(path, {"next"}));
+
+    EXPECT_EQ(modeOf(path), 0644U);
+}
+
+TEST_F(FilesTest, AfterADeletionAFileOfAnotherNameFollowsTheUsersMask) {
+    const mode_t before = umask(022);
+    files.replace(path, {"secret"});
+    chmod(path.c_str(), 0600);
+    files.Kill(path);
+    const std::string other = folder.path() + "/export.csv";
+
+    EXPECT_FALSE(files.replace(other, {"export"}));
+
+    umask(before);
+    EXPECT_EQ(modeOf(other), 0644U);
+}
+
+TEST_F(FilesTest, TheHomeFolderIsTheUsersAlone) {
+    const std::string home = folder.path() + "/share/velmars-tarvik";
+    LinuxFiles own(home);
+
+    EXPECT_FALSE(own.replace(home + "/Tarvik.ini", {"x"}));
+
+    EXPECT_EQ(modeOf(home), 0700U);
 }
 
 TEST_F(FilesTest, APipeIsNeitherReadNorReplacedAndHoldsNothingUp) {
@@ -91,11 +103,6 @@ TEST_F(FilesTest, APipeIsNeitherReadNorReplacedAndHoldsNothingUp) {
     EXPECT_TRUE(files.read(path, bytes));
     EXPECT_TRUE(files.replace(path, {"x"}));
     EXPECT_EQ(files.Dir(path), FileKind::Other);
-}
-
-TEST_F(FilesTest, ADeviceIsNotReplaced) {
-    EXPECT_EQ(files.Dir("/dev/null"), FileKind::Other);
-    EXPECT_EQ(files.replace("/dev/null", {"x"}), ErrorNumber::PathFileAccess);
 }
 
 TEST_F(FilesTest, ALinkStaysAndItsTargetIsReplaced) {
@@ -111,25 +118,6 @@ TEST_F(FilesTest, ALinkStaysAndItsTargetIsReplaced) {
     struct stat info {};
     lstat(path.c_str(), &info);
     EXPECT_TRUE(S_ISLNK(info.st_mode));
-}
-
-TEST_F(FilesTest, AMissingFolderIsToldAndNotMade) {
-    EXPECT_TRUE(files.replace(folder.path() + "/none/a", {"x"}));
-
-    EXPECT_TRUE(folder.names().empty());
-}
-
-TEST_F(FilesTest, TheHomeFolderIsMadeWhenSomethingIsFirstWrittenThere) {
-    const std::string home = folder.path() + "/share/velmars-tarvik";
-    LinuxFiles own(home);
-    std::string bytes;
-    EXPECT_EQ(own.read(home + "/Tarvik.ini", bytes), ErrorNumber::FileNotFound);
-    EXPECT_TRUE(folder.names().empty());
-
-    EXPECT_FALSE(own.replace(home + "/Tarvik.ini", {"x"}));
-
-    EXPECT_EQ(modeOf(home), 0700U);
-    EXPECT_EQ(own.Dir(home + "/Tarvik.ini"), FileKind::File);
 }
 
 TEST_F(FilesTest, AFullDiskLeavesTheOldFileAndNoOther) {
@@ -149,38 +137,6 @@ TEST_F(FilesTest, AFullDiskLeavesTheOldFileAndNoOther) {
     EXPECT_EQ(result, ErrorNumber::DiskFull);
     EXPECT_EQ(content(), "old");
     EXPECT_EQ(folder.names(), std::vector<std::string>{"Tarvik.ini"});
-}
-
-TEST_F(FilesTest, TheStampChangesWithEachReplacement) {
-    files.replace(path, {"a"});
-    const auto first = files.stamp(path);
-    EXPECT_EQ(first, files.stamp(path));
-
-    files.replace(path, {"b"});
-
-    EXPECT_NE(first, files.stamp(path));
-}
-
-TEST_F(FilesTest, ACopyIsWholeAndGoesOverWhatWasThere) {
-    files.replace(path, {"new"});
-    const std::string copy = folder.path() + "/copy.ini";
-    files.replace(copy, {"old"});
-
-    EXPECT_FALSE(files.FileCopy(path, copy));
-
-    std::string bytes;
-    files.read(copy, bytes);
-    EXPECT_EQ(bytes, "new");
-    EXPECT_EQ(files.FileCopy(folder.path() + "/none", copy), ErrorNumber::FileNotFound);
-}
-
-TEST_F(FilesTest, ADeletedFileIsGone) {
-    files.replace(path, {"a"});
-
-    EXPECT_FALSE(files.Kill(path));
-
-    EXPECT_EQ(files.Dir(path), FileKind::None);
-    EXPECT_EQ(files.Kill(path), ErrorNumber::FileNotFound);
 }
 
 } // namespace

@@ -193,37 +193,6 @@ TEST_F(HostileFilesTest, AFileThatWouldTakeAllMemoryIsNotRead) {
     EXPECT_EQ(bytes, "");
 }
 
-TEST_F(HostileFilesTest, WhatIsLeftOfAnInterruptedWriteGoesWithTheNext) {
-    put(folder.path() + "/.tarvik-aB3xYz.tmp", "half");
-
-    files.replace(path, {"new"});
-
-    EXPECT_EQ(folder.names(), Names{"Tarvik.ini"});
-}
-
-TEST_F(HostileFilesTest, WhatAnotherProgramStillWritesIsNotSweptUp) {
-    const std::string busy = folder.path() + "/.tarvik-aB3xYz.tmp";
-    const int file = open(busy.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600);
-    ASSERT_EQ(flock(file, LOCK_EX), 0);
-
-    files.replace(path, {"new"});
-
-    EXPECT_EQ(folder.names(), (Names{".tarvik-aB3xYz.tmp", "Tarvik.ini"}));
-    close(file);
-}
-
-TEST_F(HostileFilesTest, OtherNamesAreNotSweptUp) {
-    const Names others{".tarvik-aB3xY.tmp", ".tarvik-aB3xYz.tmp2", ".tarvik-aB3x-z.tmp",
-                       "tarvik-aB3xYz.tmp"};
-    for (const std::string& name : others) {
-        put(folder.path() + "/" + name, "mine");
-    }
-
-    files.replace(path, {"new"});
-
-    EXPECT_EQ(folder.names().size(), others.size() + 1);
-}
-
 TEST_F(HostileFilesTest, AThingPlantedUnderATemporaryNameIsNeitherFollowedNorTouched) {
     const std::string victim = folder.path() + "/victim";
     put(victim, "precious");

@@ -3,10 +3,7 @@
 #include "support/QtMachine.h"
 
 #include <QApplication>
-#include <QHeaderView>
-#include <QPlainTextEdit>
 #include <QProxyStyle>
-#include <QRadioButton>
 #include <QTableView>
 #include <QTest>
 #include <QWindow>
@@ -47,9 +44,6 @@ protected:
     }
 
     QTableView& table() { return widget<QTableView>("lvwRows"); }
-    std::string shownCell(int row, int column) {
-        return table().model()->index(row, column).data().toString().toStdString();
-    }
 
     QPoint placeOf(int row) {
         QTableView& list = table();
@@ -73,69 +67,8 @@ protected:
 
 using Rows = std::vector<int>;
 
-TEST_F(ListFaceTest, AClickChoosesAnOptionAndTheOtherLosesIt) {
-    widget<QRadioButton>("optSecond").click();
-
-    EXPECT_TRUE(form.optSecond.value());
-    EXPECT_FALSE(widget<QRadioButton>("optFirst").isChecked());
-}
-
-TEST_F(ListFaceTest, AClickOnTheChosenOptionLeavesItChosen) {
-    widget<QRadioButton>("optFirst").click();
-
-    EXPECT_TRUE(form.optFirst.value());
-    EXPECT_TRUE(widget<QRadioButton>("optFirst").isChecked());
-}
-
-TEST_F(ListFaceTest, TheRowsAreShown) {
-    form.fill(3);
-
-    EXPECT_EQ(table().model()->rowCount(), 3);
-    EXPECT_EQ(shownCell(2, 0), "3");
-    EXPECT_EQ(shownCell(2, 1), "row 3");
+TEST_F(ListFaceTest, TheHeadersAreShown) {
     EXPECT_EQ(table().model()->headerData(1, Qt::Horizontal).toString(), QStringLiteral("Name"));
-}
-
-TEST_F(ListFaceTest, OfAMillionRowsOnlyThoseThatAreSeenAreAskedFor) {
-    form.fill(1'000'000);
-    QCoreApplication::processEvents();
-    table().grab();
-
-    EXPECT_GT(form.cellsAsked, 0);
-    EXPECT_LT(form.cellsAsked, 2000);
-}
-
-TEST_F(ListFaceTest, TheUsersSelectionReachesTheModel) {
-    form.fill(3);
-
-    table().selectRow(1);
-
-    EXPECT_EQ(form.lvwRows.selectedRow(), 1);
-}
-
-TEST_F(ListFaceTest, TheModelsSelectionIsShown) {
-    form.fill(3);
-
-    form.lvwRows.setSelectedRow(2);
-
-    EXPECT_EQ(table().currentIndex().row(), 2);
-}
-
-TEST_F(ListFaceTest, EnterOnARowIsADoubleClick) {
-    form.fill(3);
-    click(1);
-
-    press(Qt::Key_Return);
-
-    EXPECT_EQ(opened, Rows{1});
-}
-
-TEST_F(ListFaceTest, ADoubleClickOpensTheRow) {
-    form.fill(3);
-
-    doubleClick(2);
-
-    EXPECT_EQ(opened, Rows{2});
 }
 
 TEST_F(ListFaceTest, ADoubleClickOfAnotherButtonOpensNothing) {
@@ -143,15 +76,6 @@ TEST_F(ListFaceTest, ADoubleClickOfAnotherButtonOpensNothing) {
 
     doubleClick(2, Qt::RightButton);
 
-    EXPECT_EQ(opened, Rows{});
-}
-
-TEST_F(ListFaceTest, AClickSelectsTheRowAndOpensNothing) {
-    form.fill(3);
-
-    click(1);
-
-    EXPECT_EQ(form.lvwRows.selectedRow(), 1);
     EXPECT_EQ(opened, Rows{});
 }
 
@@ -197,56 +121,6 @@ TEST_F(ListFaceTest, AClickWithTheControlKeyTakesTheSelectionAway) {
 
     EXPECT_FALSE(table().selectionModel()->hasSelection());
     EXPECT_EQ(form.lvwRows.selectedRow(), ListView::none);
-}
-
-TEST_F(ListFaceTest, TypedLettersAskForNoRowThatIsNotSeen) {
-    form.fill(1'000'000);
-    click(0);
-    form.cellsAsked = 0;
-
-    for (const Qt::Key key : {Qt::Key_X, Qt::Key_R, Qt::Key_9}) {
-        press(key);
-    }
-    QCoreApplication::processEvents();
-
-    EXPECT_LT(form.cellsAsked, 2000);
-    EXPECT_EQ(form.lvwRows.selectedRow(), 0);
-}
-
-TEST_F(ListFaceTest, HeadersMayBeFlat) {
-    EXPECT_TRUE(table().horizontalHeader()->sectionsClickable());
-
-    form.lvwRows.setHeadersClickable(false);
-
-    EXPECT_FALSE(table().horizontalHeader()->sectionsClickable());
-}
-
-TEST_F(ListFaceTest, ColumnsFitTheirLongestText) {
-    form.fill(1, {"1", "a much longer name than the header"});
-
-    form.lvwRows.fitColumns(ColumnFit::Contents);
-
-    const QFontMetrics metrics = table().fontMetrics();
-    EXPECT_GE(table().columnWidth(1),
-              metrics.horizontalAdvance(QStringLiteral("a much longer name than the header")));
-    EXPECT_LT(table().columnWidth(0), table().columnWidth(1));
-}
-
-TEST_F(ListFaceTest, ALongTextIsShownInLines) {
-    form.txtLines.setText("one\r\ntwo");
-
-    const auto& area = widget<QPlainTextEdit>("txtLines");
-    EXPECT_EQ(area.blockCount(), 2);
-    EXPECT_TRUE(area.isReadOnly());
-    EXPECT_EQ(form.txtLines.text(), "one\r\ntwo");
-}
-
-TEST_F(ListFaceTest, AHiddenFrameHidesWhatItHolds) {
-    form.frameText.setVisible(false);
-    EXPECT_FALSE(widget<QPlainTextEdit>("txtLines").isVisible());
-
-    form.frameText.setVisible(true);
-    EXPECT_TRUE(widget<QPlainTextEdit>("txtLines").isVisible());
 }
 
 } // namespace

@@ -45,22 +45,6 @@ protected:
     FormOn<OtherForm> other{machine.platform.desktop};
 };
 
-TEST_F(BoxOwnerTest, ABoxDoesNotGoAsideWithTheWindowThatIsPutAsideForIt) {
-    show();
-
-    form.setMinimised(true);
-    const HWND owner = ownerOfBox();
-
-    EXPECT_NE(IsIconic(window()), FALSE);
-    EXPECT_EQ(owner, nullptr);
-}
-
-TEST_F(BoxOwnerTest, ABoxStandsBeforeTheWindowThatIsShownForIt) {
-    form.setVisible(true);
-
-    EXPECT_EQ(ownerOfBox(), window());
-}
-
 TEST_F(BoxOwnerTest, ABoxStandsBeforeTheWindowWhoseUserIsAnswered) {
     show();
     showOther();

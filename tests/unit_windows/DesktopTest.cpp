@@ -2,8 +2,6 @@
 #include "Win32FaceTest.h"
 #include "support/FormOn.h"
 
-#include "types/RunTimeError.h"
-
 #include <thread>
 
 namespace tarvik {
@@ -13,73 +11,6 @@ class DesktopTest : public Win32FaceTest {
 protected:
     static OpenBox box() { return openBox(GetCurrentProcessId()); }
 };
-
-TEST_F(DesktopTest, ABoxShowsItsTextInLinesAndGivesTheAnswer) {
-    OpenBox seen;
-    const Later press([&] {
-        const OpenBox open = box();
-        if (open.window != nullptr) {
-            seen = open;
-            open.press(MsgBoxAnswer::No);
-        }
-        return open.window != nullptr;
-    });
-
-    EXPECT_EQ(desktop.messageBox({.text = "one\rtwo\r\nthree",
-                                  .buttons = MsgBoxButtons::YesNo,
-                                  .icon = MsgBoxIcon::Question,
-                                  .caption = "Title"}),
-              MsgBoxAnswer::No);
-    EXPECT_EQ(seen.text, "one\rtwo\rthree");
-    EXPECT_EQ(seen.caption, "Title");
-}
-
-struct AnswerCase {
-    MsgBoxButtons buttons;
-    MsgBoxAnswer answer;
-};
-
-class AnswerTest : public DesktopTest, public testing::WithParamInterface<AnswerCase> {};
-
-TEST_P(AnswerTest, EachButtonGivesItsAnswer) {
-    const Later press([&] {
-        const OpenBox open = box();
-        return open.window != nullptr && open.press(GetParam().answer);
-    });
-
-    EXPECT_EQ(desktop.messageBox({.text = "?", .buttons = GetParam().buttons, .caption = "T"}),
-              GetParam().answer);
-}
-
-INSTANTIATE_TEST_SUITE_P(All, AnswerTest,
-                         testing::Values(AnswerCase{MsgBoxButtons::OkOnly, MsgBoxAnswer::Ok},
-                                         AnswerCase{MsgBoxButtons::OkCancel, MsgBoxAnswer::Ok},
-                                         AnswerCase{MsgBoxButtons::OkCancel, MsgBoxAnswer::Cancel},
-                                         AnswerCase{MsgBoxButtons::YesNo, MsgBoxAnswer::Yes},
-                                         AnswerCase{MsgBoxButtons::YesNo, MsgBoxAnswer::No},
-                                         AnswerCase{MsgBoxButtons::YesNoCancel, MsgBoxAnswer::Yes},
-                                         AnswerCase{MsgBoxButtons::YesNoCancel, MsgBoxAnswer::No},
-                                         AnswerCase{MsgBoxButtons::YesNoCancel,
-                                                    MsgBoxAnswer::Cancel}));
-
-class EscapeTest : public DesktopTest, public testing::WithParamInterface<AnswerCase> {};
-
-TEST_P(EscapeTest, ClosingABoxDeclines) {
-    const Later close([&] {
-        const OpenBox open = box();
-        return open.window != nullptr && PostMessageA(open.window, WM_CLOSE, 0, 0) != FALSE;
-    });
-
-    EXPECT_EQ(desktop.messageBox({.text = "?", .buttons = GetParam().buttons, .caption = "T"}),
-              GetParam().answer);
-}
-
-// The system gives a box of Yes and No no way to be closed.
-INSTANTIATE_TEST_SUITE_P(All, EscapeTest,
-                         testing::Values(AnswerCase{MsgBoxButtons::OkOnly, MsgBoxAnswer::Ok},
-                                         AnswerCase{MsgBoxButtons::OkCancel, MsgBoxAnswer::Cancel},
-                                         AnswerCase{MsgBoxButtons::YesNoCancel,
-                                                    MsgBoxAnswer::Cancel}));
 
 TEST_F(DesktopTest, WhileABoxIsOpenNeitherTimersNorOtherWindowsReachTheProgram) {
     int ticks = 0;
@@ -133,30 +64,6 @@ TEST_F(DesktopTest, WhileACallBlocksTheWindowIsPaintedButTakesNoInput) {
     EXPECT_EQ(clicks, 0);
     EXPECT_TRUE(waitCursor);
     EXPECT_NE(worker, std::this_thread::get_id());
-}
-
-TEST_F(DesktopTest, WhatABlockingCallThrowsIsThrownToTheCaller) {
-    EXPECT_THROW(desktop.runBlocking([] { raise(ErrorNumber::Overflow); }), RunTimeError);
-}
-
-TEST_F(DesktopTest, RunEndsWhenNoFormIsLeft) {
-    const Later unload([&] { return form.unload(); });
-
-    desktop.run();
-    desktop.run(); // nothing is realised: returns at once
-
-    EXPECT_TRUE(unload.done());
-}
-
-TEST_F(DesktopTest, QuitEndsRunAndTheFormStays) {
-    const Later quit([&] {
-        desktop.quit();
-        return true;
-    });
-
-    desktop.run();
-
-    EXPECT_TRUE(form.loaded());
 }
 
 /// A form that is never seen, with a menu and a timer.

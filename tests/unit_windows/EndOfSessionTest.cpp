@@ -93,35 +93,5 @@ TEST_F(EndOfSessionTest, TheListOfTasksEndsAProgramThatAsksSomething) {
     EXPECT_FALSE(form.loaded());
 }
 
-TEST_F(EndOfSessionTest, ItEndsOnlyOnce) {
-    desktop.end(UnloadMode::AppWindows);
-    desktop.end(UnloadMode::AppWindows);
-
-    EXPECT_EQ(unloads, 1);
-}
-
-TEST_F(EndOfSessionTest, AnOpenBoxIsClosedAsIfDeclined) {
-    const Later end([&] {
-        if (openBox(GetCurrentProcessId()).window == nullptr) {
-            return false;
-        }
-        endSession();
-        return true;
-    });
-
-    EXPECT_EQ(desktop.messageBox({.text = "?", .buttons = MsgBoxButtons::YesNo, .caption = "T"}),
-              MsgBoxAnswer::No);
-
-    EXPECT_EQ(unloads, 1);
-}
-
-TEST_F(EndOfSessionTest, AfterwardsNoWindowIsMade) {
-    desktop.end(UnloadMode::AppWindows);
-
-    form.setVisible(true);
-
-    EXPECT_EQ(ownWindow("frmThrowAway"), nullptr);
-}
-
 } // namespace
 } // namespace tarvik

@@ -1,36 +1,12 @@
 #include "Win32FaceTest.h"
-#include "support/FormOn.h"
 
 #include "common/ReadableColour.h"
 #include "windows/face/TextColour.h"
-
-#include <commctrl.h>
 
 #include <algorithm>
 
 namespace tarvik {
 namespace {
-
-std::string entryOf(HWND combo, int place) {
-    char text[64] = {};
-    SendMessageA(combo, CB_GETLBTEXT, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(text));
-    return text;
-}
-
-/// The tip of a control, as the window of the form's tips has it.
-std::string tipOf(HWND form, HWND control) {
-    char text[256] = {};
-    for (const HWND tips : topLevelWindows(TOOLTIPS_CLASSA, GetCurrentProcessId())) {
-        TOOLINFOA tool{};
-        tool.cbSize = TTTOOLINFOA_V2_SIZE;
-        tool.uFlags = TTF_IDISHWND;
-        tool.hwnd = form;
-        tool.uId = reinterpret_cast<UINT_PTR>(control);
-        tool.lpszText = text;
-        SendMessageA(tips, TTM_GETTEXTA, 0, reinterpret_cast<LPARAM>(&tool));
-    }
-    return text;
-}
 
 RECT placeOf(HWND window) {
     RECT rect{};
@@ -62,120 +38,10 @@ TEST_F(FaceTest, ControlsAreTheSystemsOwn) {
     EXPECT_EQ(classOf(find(form.cmdOk)), "Button");
 }
 
-TEST_F(FaceTest, CaptionsMarkTheirMnemonicsAndNothingElse) {
-    EXPECT_EQ(textOf(find(form.frameAll)), "All && sundry");
-    EXPECT_EQ(textOf(find(form.lblName)), "&Name:");
-    EXPECT_EQ(textOf(find(form.lblPlain)), "this & that");
-    EXPECT_EQ(textOf(find(form.cmdCancel)), "&Cancel");
-    EXPECT_EQ(textOf(find(form.cmdOk)), "OK");
-}
-
-TEST_F(FaceTest, WindowsFollowTheModel) {
-    form.txtName.setText("second");
-    form.lblName.setCaption("Other:");
-    form.chkTick.setValue(1);
-    form.cboList.addItem("a");
-    form.cboList.addItem("b");
-    form.cboList.setListIndex(1);
-    form.cmdOk.setCaption("Go");
-    form.cmdOk.setEnabled(false);
-    form.chkTick.setVisible(false);
-    form.txtName.setToolTip("other tip");
-
-    EXPECT_EQ(textOf(find(form.txtName)), "second");
-    EXPECT_EQ(textOf(find(form.lblName)), "Other:");
-    EXPECT_EQ(SendMessageA(find(form.chkTick), BM_GETCHECK, 0, 0), BST_CHECKED);
-    EXPECT_EQ(SendMessageA(find(form.cboList), CB_GETCURSEL, 0, 0), 1);
-    EXPECT_EQ(entryOf(find(form.cboList), 1), "b");
-    EXPECT_EQ(textOf(find(form.cmdOk)), "Go");
-    EXPECT_FALSE(IsWindowEnabled(find(form.cmdOk)));
-    EXPECT_EQ(GetWindowLongPtrA(find(form.chkTick), GWL_STYLE) & WS_VISIBLE, 0);
-    EXPECT_EQ(tipOf(window(), find(form.txtName)), "other tip");
-}
-
 TEST_F(FaceTest, BytesOfTheCodePageAreShownAsTheyAre) {
     form.txtName.setText("\xE9\xDF");
 
     EXPECT_EQ(textOf(find(form.txtName)), "\xE9\xDF");
-}
-
-TEST_F(FaceTest, TheModelFollowsTheUser) {
-    int changes = 0;
-    int clicks = 0;
-    form.cboList.addItem("a");
-    form.txtName.Change.connect([&] { ++changes; });
-    form.cmdOk.Click.connect([&] { ++clicks; });
-
-    SendMessageA(find(form.txtName), WM_CHAR, 'x', 1);
-    SendMessageA(find(form.chkTick), BM_CLICK, 0, 0);
-    SendMessageA(find(form.cboList), CB_SETCURSEL, 0, 0);
-    SendMessageA(window(), WM_COMMAND, MAKEWPARAM(face::controlId(form.cboList), CBN_SELCHANGE),
-                 reinterpret_cast<LPARAM>(find(form.cboList)));
-    SendMessageA(find(form.cmdOk), BM_CLICK, 0, 0);
-
-    EXPECT_EQ(form.txtName.text(), "xfirst");
-    EXPECT_EQ(changes, 1);
-    EXPECT_TRUE(form.chkTick.ticked());
-    EXPECT_EQ(form.cboList.listIndex(), 0);
-    EXPECT_EQ(clicks, 1);
-}
-
-TEST_F(FaceTest, WhatTheModelTellsDoesNotComeBackAsTheUsersDoing) {
-    int ticks = 0;
-    int chosen = 0;
-    int changes = 0;
-    form.chkTick.Click.connect([&] { ++ticks; });
-    form.cboList.Click.connect([&] { ++chosen; });
-    form.txtName.Change.connect([&] { ++changes; });
-    form.cboList.addItem("a");
-    form.cboList.addItem("b");
-
-    form.chkTick.setValue(1);
-    form.cboList.setListIndex(1);
-    form.cboList.clear();
-    form.txtName.setText("by the program");
-
-    EXPECT_EQ(ticks, 1);
-    EXPECT_EQ(chosen, 1);
-    EXPECT_EQ(changes, 1);
-    EXPECT_EQ(form.cboList.listIndex(), -1);
-}
-
-TEST_F(FaceTest, AHandlerThatChangesWhatTheUserDidIsFollowed) {
-    form.chkTick.Click.connect([&] { form.chkTick.setValue(0); });
-
-    SendMessageA(find(form.chkTick), BM_CLICK, 0, 0);
-
-    EXPECT_EQ(SendMessageA(find(form.chkTick), BM_GETCHECK, 0, 0), BST_UNCHECKED);
-}
-
-TEST_F(FaceTest, AFormIsShownHiddenAndMinimised) {
-    EXPECT_FALSE(IsWindowVisible(window()));
-    show();
-    EXPECT_TRUE(IsWindowVisible(window()));
-
-    form.setMinimised(true);
-    settle();
-    EXPECT_TRUE(IsIconic(window()));
-
-    show();
-    EXPECT_FALSE(IsIconic(window()));
-
-    form.setVisible(false);
-    settle();
-    EXPECT_FALSE(IsWindowVisible(window()));
-}
-
-TEST_F(FaceTest, AFormThatIsPutAsideAtOnceIsNeverSeen) {
-    form.setVisible(true);
-    form.bringToFront();
-    form.setMinimised(true);
-    EXPECT_FALSE(IsWindowVisible(window()));
-
-    settle();
-
-    EXPECT_TRUE(IsIconic(window()));
-    EXPECT_TRUE(form.minimised());
 }
 
 TEST_F(FaceTest, WhatTheUserDoesToTheWindowReachesTheModel) {
@@ -188,33 +54,6 @@ TEST_F(FaceTest, WhatTheUserDoesToTheWindowReachesTheModel) {
     ShowWindow(window(), SW_RESTORE);
     settle();
     EXPECT_FALSE(form.minimised());
-}
-
-TEST_F(FaceTest, TheCloseBoxAsksTheForm) {
-    UnloadMode seen = UnloadMode::FormOwner;
-    form.QueryUnload.connect([&](bool& cancel, UnloadMode mode) {
-        seen = mode;
-        cancel = true;
-    });
-    show();
-
-    SendMessageA(window(), WM_SYSCOMMAND, SC_CLOSE, 0);
-    settle();
-
-    EXPECT_EQ(seen, UnloadMode::FormControlMenu);
-    EXPECT_TRUE(form.loaded());
-}
-
-TEST_F(FaceTest, TabsFollowTheLayout) {
-    std::vector<HWND> order;
-    HWND next = nullptr;
-    for (int i = 0; i < 5; ++i) {
-        next = GetNextDlgTabItem(window(), next, FALSE);
-        order.push_back(next);
-    }
-
-    EXPECT_EQ(order, (std::vector<HWND>{find(form.txtName), find(form.chkTick), find(form.cboList),
-                                        find(form.cmdOk), find(form.cmdCancel)}));
 }
 
 TEST_F(FaceTest, TheFocusBeginsWhereTheFormSays) {
@@ -235,32 +74,6 @@ TEST_F(FaceTest, EnterPressesTheDefaultButtonAndEscapeTheOther) {
     EXPECT_EQ(accepted, 1);
     press(VK_ESCAPE);
     EXPECT_EQ(cancelled, 1);
-}
-
-TEST(EscapeClosesTest, WithoutACancelButtonEscapeDoesWhatTheCloseBoxDoes) {
-    class PutAsideForm : public Form {
-    public:
-        PutAsideForm() : Form("frmPutAside", "Put aside") {
-            setLayout(column({item(cmdOk)}));
-            setEscapeCloses();
-        }
-        CommandButton cmdOk{*this, "cmdOk", {.caption = "OK"}};
-    };
-    Win32Machine machine;
-    FormOn<PutAsideForm> form{machine.platform.desktop};
-    std::vector<UnloadMode> modes;
-    form.QueryUnload.connect([&](bool& cancel, UnloadMode mode) {
-        modes.push_back(mode);
-        cancel = mode == UnloadMode::FormControlMenu;
-    });
-    form.setVisible(true);
-    machine.desktop.processEvents();
-
-    SendMessageA(ownWindow("frmPutAside"), WM_COMMAND, IDCANCEL, 0);
-
-    EXPECT_EQ(modes, std::vector<UnloadMode>{UnloadMode::FormControlMenu});
-    form.unload();
-    machine.desktop.processEvents();
 }
 
 TEST_F(FaceTest, TheTabKeyMovesTheFocus) {
@@ -438,32 +251,6 @@ TEST_F(FaceTest, TheModelKnowsItsWindows) {
     EXPECT_EQ(form.hWnd(), number(window()));
     EXPECT_EQ(form.picLamp.hWnd(), number(find(form.picLamp)));
     EXPECT_EQ(form.timTick.hWnd(), 0U);
-}
-
-TEST_F(FaceTest, AFormMayBeWithdrawnByItsOwnHandler) {
-    form.cmdOk.Click.connect([&] { form.unload(); });
-    const HWND shown = window();
-
-    SendMessageA(find(form.cmdOk), BM_CLICK, 0, 0);
-    form.txtName.setText("nobody shows this");
-    PostMessageA(nullptr, WM_NULL, 0, 0);
-    settle();
-
-    EXPECT_FALSE(IsWindow(shown));
-}
-
-TEST_F(FaceTest, ATimerTicksWhileItIsEnabled) {
-    int ticks = 0;
-    form.timTick.Tick.connect([&] { ++ticks; });
-    form.timTick.setInterval(10);
-    form.timTick.setEnabled(true);
-
-    EXPECT_TRUE(spinUntil([&] { return ticks >= 3; }));
-
-    form.timTick.setEnabled(false);
-    const int before = ticks;
-    SendMessageA(window(), WM_TIMER, static_cast<WPARAM>(face::controlId(form.timTick)), 0);
-    EXPECT_EQ(ticks, before);
 }
 
 } // namespace

@@ -1,7 +1,14 @@
 #include "windows/services/WindowsFiles.h"
 
+#include "common/ProfileEngine.h"
+#include "contracts/FilesUnderTest.h"
+#include "scripted/ScriptedPlatform.h"
+#include "settings/mdlSettings.h"
+#include "settings/mdlSettingsLog.h"
+#include "startup/mdlStartUp.h"
 #include "support/TemporaryFolder.h"
 #include "windows/services/FileHandle.h"
+#include "wiring/World.h"
 
 #include <gtest/gtest.h>
 #include <winioctl.h>
@@ -46,28 +53,6 @@ protected:
     }
 };
 
-TEST_F(FilesTest, AReplacedFileHoldsAllPiecesInOrder) {
-    EXPECT_FALSE(files.replace(path, {"one ", "", "two"}));
-
-    EXPECT_EQ(content(), "one two");
-}
-
-TEST_F(FilesTest, EveryByteIsKept) {
-    std::string bytes("\0\r\n\x1A\xFF", 5);
-    bytes.append(3'000'000, 'x');
-
-    files.replace(path, {bytes});
-
-    EXPECT_EQ(content(), bytes);
-}
-
-TEST_F(FilesTest, NothingIsLeftBesideTheFile) {
-    files.replace(path, {"a"});
-    files.replace(path, {"b"});
-
-    EXPECT_EQ(folder.names(), Names{"Tarvik.ini"});
-}
-
 TEST_F(FilesTest, TheAttributesOfTheOldFileStay) {
     files.replace(path, {"a"});
     SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_HIDDEN);
@@ -77,17 +62,6 @@ TEST_F(FilesTest, TheAttributesOfTheOldFileStay) {
 
     EXPECT_EQ(GetFileAttributesA(path.c_str()), before);
     EXPECT_EQ(content(), "b");
-}
-
-TEST_F(FilesTest, AReadOnlyFileStaysAsItWas) {
-    files.replace(path, {"old"});
-    SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY);
-
-    EXPECT_EQ(files.replace(path, {"new"}), ErrorNumber::PermissionDenied);
-
-    EXPECT_EQ(content(), "old");
-    EXPECT_EQ(folder.names(), Names{"Tarvik.ini"});
-    SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
 TEST_F(FilesTest, AFileThatAnotherProgramWritesToCanBeRead) {
@@ -132,18 +106,6 @@ TEST_F(FilesTest, AFileThatIsHeldAloneCannotBeRead) {
     EXPECT_EQ(bytes, "");
 }
 
-TEST_F(FilesTest, ADirectoryIsNeitherReadNorReplaced) {
-    CreateDirectoryA(path.c_str(), nullptr);
-    std::string bytes;
-
-    EXPECT_EQ(files.Dir(path), FileKind::Directory);
-    EXPECT_FALSE(files.stamp(path));
-    EXPECT_TRUE(files.read(path, bytes));
-    EXPECT_TRUE(files.replace(path, {"x"}));
-    EXPECT_EQ(files.Kill(path), ErrorNumber::PathFileAccess);
-    EXPECT_EQ(files.Dir(path), FileKind::Directory);
-}
-
 TEST_F(FilesTest, ADeviceIsNeitherReadNorReplaced) {
     for (const char* name : {"NUL", "con", "Aux", "LPT1", "CONIN$"}) {
         std::string bytes;
@@ -181,63 +143,43 @@ TEST_F(FilesTest, AFileThatMemoryCannotHoldIsNotRead) {
     EXPECT_EQ(bytes, "");
 }
 
-TEST_F(FilesTest, AMissingFolderIsToldAndNotMade) {
-    EXPECT_EQ(files.replace(folder.path() + "\\none\\a", {"x"}), ErrorNumber::PathNotFound);
-
-    EXPECT_TRUE(folder.names().empty());
-}
-
-TEST_F(FilesTest, TheHomeFolderIsMadeWhenSomethingIsFirstWrittenThere) {
-    const std::string home = folder.path() + "\\Velmars Tarvik";
-    WindowsFiles own(home);
-    std::string bytes;
-    EXPECT_EQ(own.read(home + "\\Tarvik.ini", bytes), ErrorNumber::PathNotFound);
-    EXPECT_TRUE(folder.names().empty());
-
-    EXPECT_FALSE(own.replace(home + "\\Tarvik.ini", {"x"}));
-
-    EXPECT_EQ(own.Dir(home + "\\Tarvik.ini"), FileKind::File);
-}
-
-TEST_F(FilesTest, TheStampChangesWithEachReplacementAndEachWrite) {
-    files.replace(path, {"a"});
-    const auto first = files.stamp(path);
-    EXPECT_EQ(first, files.stamp(path));
-
-    files.replace(path, {"b"});
-    const auto second = files.stamp(path);
-    EXPECT_NE(first, second);
-
-    {
-        const FileHandle other = heldBy(GENERIC_WRITE, FILE_SHARE_READ);
-        EXPECT_TRUE(writeAll(other, "longer"));
-    }
-    EXPECT_NE(second, files.stamp(path));
-}
-
-TEST_F(FilesTest, AFileThatIsNotThereHasNoStamp) {
-    EXPECT_FALSE(files.stamp(path));
-    EXPECT_EQ(files.Dir(path), FileKind::None);
-}
-
-TEST_F(FilesTest, ACopyIsWholeAndGoesOverWhatWasThere) {
-    files.replace(path, {"new"});
+TEST_F(FilesTest, AFileThatEverybodyMayReadStaysOne) {
+    const auto machine = filesUnderTest();
     const std::string copy = folder.path() + "\\copy.ini";
-    files.replace(copy, {"old"});
+    files.replace(path, {"old"});
+    const bool before = machine->isPrivate(path);
 
-    EXPECT_FALSE(files.FileCopy(path, copy));
+    files.replace(path, {"new"});
+    files.FileCopy(path, copy);
 
-    EXPECT_EQ(contentOf(copy), "new");
-    EXPECT_EQ(files.FileCopy(folder.path() + "\\none", copy), ErrorNumber::FileNotFound);
+    EXPECT_EQ(machine->isPrivate(path), before);
+    EXPECT_EQ(machine->isPrivate(copy), before);
 }
 
-TEST_F(FilesTest, ADeletedFileIsGone) {
-    files.replace(path, {"a"});
+TEST_F(FilesTest, AFileThatIsHeldAloneOnlyWhileItIsLoadedIsNotWrittenOver) {
+    const std::string years = "[Settings]\r\nLastState=r\r\nDateStamp1=r\r\nLastDateStamp=1\r\n"
+                              "RefreshInterval=200\r\n[r]\r\nRcvd=7\r\n";
+    files.replace(path, {years});
+    ScriptedPlatform machine;
+    machine.program.folderPath = folder.path();
+    ProfileEngine profile(files, "\r\n");
+    Platform platform = machine.withFiles(profile, files);
+    World world(platform);
+    std::string told;
+    machine.desktop.answerAny = [&](const MsgBoxRequest& request) {
+        told = request.text;
+        return MsgBoxAnswer::Ok;
+    };
+    {
+        const FileHandle alone = heldBy(GENERIC_READ, 0);
+        InitApplicationStatus();
+    }
+    world.state.BytesRcvdTotal = 1;
 
-    EXPECT_FALSE(files.Kill(path));
+    EXPECT_FALSE(SaveState());
 
-    EXPECT_EQ(files.Dir(path), FileKind::None);
-    EXPECT_EQ(files.Kill(path), ErrorNumber::FileNotFound);
+    EXPECT_EQ(told, "Warning: Old settings could not be loaded.\rAssuming first run.");
+    EXPECT_EQ(content(), years);
 }
 
 struct ErrorCase {

@@ -1,6 +1,6 @@
 #include "support/MemorySheet.h"
 
-#include "support/CanvasCases.h"
+#include "contracts/painted/PaintedCanvas.h"
 #include "windows/face/GdiCanvas.h"
 
 #include <gtest/gtest.h>
@@ -12,55 +12,12 @@ HFONT systemFont() {
     return static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT));
 }
 
-/// What a case looks like on a canvas of that scale.
-std::string seen(void (*draw)(Canvas&), double scale) {
-    const MemorySheet sheet(CanvasCase::width, CanvasCase::height);
-    {
-        face::GdiCanvas canvas(sheet.context(), {CanvasCase::width, CanvasCase::height}, scale,
-                               systemFont());
-        draw(canvas);
-    }
-    return inCharacters(sheet.pixels());
-}
-
-class SolidCanvasTest : public testing::TestWithParam<CanvasCase> {};
-
-TEST_P(SolidCanvasTest, IsDrawnToThePixel) {
-    EXPECT_EQ(seen(GetParam().draw, 1), GetParam().seen);
-}
-
-TEST_P(SolidCanvasTest, IsTheSameOnAFineScreen) {
-    EXPECT_EQ(seen(GetParam().draw, 2), GetParam().seen);
-}
-
-INSTANTIATE_TEST_SUITE_P(GdiCanvas, SolidCanvasTest, testing::ValuesIn(solidCases()),
-                         [](const auto& one) { return nameOf(one.param); });
-
-class DashedCanvasTest : public testing::TestWithParam<CanvasCase> {};
-
-TEST_P(DashedCanvasTest, IsDashed) {
-    EXPECT_EQ(seen(GetParam().draw, 1), GetParam().seen);
-}
-
-INSTANTIATE_TEST_SUITE_P(GdiCanvas, DashedCanvasTest, testing::ValuesIn(dashedCases()),
-                         [](const auto& one) { return nameOf(one.param); });
-
-class FineDashedCanvasTest : public testing::TestWithParam<CanvasCase> {};
-
-TEST_P(FineDashedCanvasTest, IsDashed) {
-    EXPECT_EQ(seen(GetParam().draw, 2), GetParam().seen);
-}
-
-INSTANTIATE_TEST_SUITE_P(GdiCanvas, FineDashedCanvasTest,
-                         testing::ValuesIn(dashedCasesOfScaleTwo()),
-                         [](const auto& one) { return nameOf(one.param); });
-
 // clang-format off
 
 TEST(GdiCanvasTest, ASlantedLineTakesBothItsEnds) {
     const auto draw = [](Canvas& canvas) { drawLine(canvas, {{2, 1}, {6, 5}}, 1); };
 
-    EXPECT_EQ(seen(draw, 1),
+    EXPECT_EQ(seenOnCanvas(draw, 1),
               "............\n"
               "..#.........\n"
               "...#........\n"
@@ -73,7 +30,7 @@ TEST(GdiCanvasTest, ASlantedLineTakesBothItsEnds) {
 TEST(GdiCanvasTest, LevelPartsOfASlantedLineAreSharp) {
     const auto draw = [](Canvas& canvas) { drawLine(canvas, {{1, 2}, {6, 2}, {9, 5}, {10, 5}}, 1); };
 
-    EXPECT_EQ(seen(draw, 1),
+    EXPECT_EQ(seenOnCanvas(draw, 1),
               "............\n"
               "............\n"
               ".######.....\n"
@@ -92,7 +49,7 @@ TEST(GdiCanvasTest, AWideSlantedLineIsWider) {
     const auto thin = [](Canvas& canvas) { drawLine(canvas, {{1, 1}, {9, 5}}, 1); };
     const auto wide = [](Canvas& canvas) { drawLine(canvas, {{1, 1}, {9, 5}}, 3); };
 
-    EXPECT_GE(blackOf(seen(wide, 1)), 2 * blackOf(seen(thin, 1)));
+    EXPECT_GE(blackOf(seenOnCanvas(wide, 1)), 2 * blackOf(seenOnCanvas(thin, 1)));
 }
 
 TEST(GdiCanvasTest, ASlantedLineMayBeDashed) {
@@ -100,8 +57,8 @@ TEST(GdiCanvasTest, ASlantedLineMayBeDashed) {
     const auto dotted = [](Canvas& canvas) {
         drawLine(canvas, {{1, 1}, {9, 5}}, 1, LineStyle::Dotted);
     };
-    const std::string whole = seen(solid, 1);
-    const std::string parts = seen(dotted, 1);
+    const std::string whole = seenOnCanvas(solid, 1);
+    const std::string parts = seenOnCanvas(dotted, 1);
 
     EXPECT_NE(parts.find('#'), std::string::npos);
     EXPECT_LT(std::count(parts.begin(), parts.end(), '#'),
@@ -111,7 +68,7 @@ TEST(GdiCanvasTest, ASlantedLineMayBeDashed) {
 TEST(GdiCanvasTest, ASlantedAreaIsFilled) {
     const auto draw = [](Canvas& canvas) { drawPolygon(canvas, {{0, 0}, {12, 0}, {0, 6}}); };
 
-    const std::string picture = seen(draw, 1);
+    const std::string picture = seenOnCanvas(draw, 1);
 
     EXPECT_EQ(picture.substr(0, 9), "#########");
     EXPECT_EQ(picture.substr(13 * 6), "............\n");

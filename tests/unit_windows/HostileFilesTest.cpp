@@ -58,19 +58,6 @@ TEST_F(HostileFilesTest, ADirectoryAsSettingsHasNoKeysAndStays) {
     EXPECT_EQ(folder.names(), Names{"Tarvik.ini"});
 }
 
-TEST_F(HostileFilesTest, AReadOnlyFileIsNoTargetOfACopy) {
-    put("Tarvik.ini", "old");
-    put("source", "new");
-    SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY);
-
-    EXPECT_EQ(files.FileCopy(folder.path() + "\\source", path), ErrorNumber::PermissionDenied);
-
-    SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-    std::string bytes;
-    files.read(path, bytes);
-    EXPECT_EQ(bytes, "old");
-}
-
 TEST_F(HostileFilesTest, NamesThatTheSystemForbidsAreToldAndNothingIsWritten) {
     for (const char* name : {"a<b", "a>b", "a|b", "a?b", "a*b", "a\"b", "a\nb",
                              "a\x01"
@@ -90,42 +77,6 @@ TEST_F(HostileFilesTest, OddNamesThatTheSystemAllowsAreWritten) {
         EXPECT_EQ(bytes, name);
     }
     EXPECT_EQ(folder.names().size(), odd.size());
-}
-
-TEST_F(HostileFilesTest, WhatIsLeftOfAnInterruptedWriteGoesWithTheNext) {
-    temporary("~tarvik4711-123456.tmp").close();
-
-    EXPECT_FALSE(files.replace(path, {"new"}));
-
-    EXPECT_EQ(folder.names(), Names{"Tarvik.ini"});
-}
-
-TEST_F(HostileFilesTest, WhatAnotherProgramStillWritesIsNotSweptUp) {
-    const FileHandle busy = temporary("~tarvik4711-123456.tmp");
-
-    EXPECT_FALSE(files.replace(path, {"new"}));
-
-    EXPECT_EQ(folder.names(), (Names{"Tarvik.ini", "~tarvik4711-123456.tmp"}));
-}
-
-TEST_F(HostileFilesTest, OtherNamesAreNotSweptUp) {
-    const Names others{"tarvik4711-1.tmp", "~tarvik-notes.tmp", "~tarvik.tmp",
-                       "~tarvik4711-1-2.tmp", "~tarvik4711-1.tmp2"};
-    for (const std::string& name : others) {
-        put(name, "mine");
-    }
-
-    EXPECT_FALSE(files.replace(path, {"new"}));
-
-    EXPECT_EQ(folder.names().size(), others.size() + 1);
-}
-
-TEST_F(HostileFilesTest, AFolderUnderATemporaryNameStays) {
-    CreateDirectoryA((folder.path() + "\\~tarvik4711-1.tmp").c_str(), nullptr);
-
-    EXPECT_FALSE(files.replace(path, {"new"}));
-
-    EXPECT_EQ(folder.names().size(), 2U);
 }
 
 } // namespace

@@ -44,35 +44,6 @@ TEST_F(ScriptedFilesTest, AReadGivesAllBytesAndIsCounted) {
     EXPECT_EQ(files.reads, 1);
 }
 
-TEST_F(ScriptedFilesTest, ReadingWhatIsNotAFileFails) {
-    files.setKind("C:\\Prog", FileKind::Directory);
-
-    EXPECT_EQ(files.read("C:\\none", bytes), ErrorNumber::FileNotFound);
-    EXPECT_EQ(files.read("C:\\Prog", bytes), ErrorNumber::PathFileAccess);
-
-    EXPECT_EQ(bytes, "");
-}
-
-TEST_F(ScriptedFilesTest, ADirectoryOrDeviceCannotBeReplaced) {
-    files.setKind("C:\\Prog", FileKind::Directory);
-    files.setKind("CON", FileKind::Other);
-
-    EXPECT_EQ(files.replace("C:\\Prog", {"text"}), ErrorNumber::PathFileAccess);
-    EXPECT_EQ(files.replace("CON", {"text"}), ErrorNumber::PathFileAccess);
-
-    EXPECT_EQ(files.Dir("C:\\Prog"), FileKind::Directory);
-}
-
-TEST_F(ScriptedFilesTest, AReadOnlyFileStaysAsItIsAndCanBeRead) {
-    files.setFile(path, "old");
-    files.setReadOnly(path);
-
-    EXPECT_EQ(files.replace(path, {"new"}), ErrorNumber::PermissionDenied);
-
-    EXPECT_EQ(files.read(path, bytes), std::nullopt);
-    EXPECT_EQ(bytes, "old");
-}
-
 TEST_F(ScriptedFilesTest, AnUnreadableFileIsThereButCannotBeRead) {
     files.setFile(path, "secret");
     files.setUnreadable(path);
@@ -118,36 +89,6 @@ TEST_F(ScriptedFilesTest, TheStampChangesWithEachWriteEvenOfTheSameBytes) {
     EXPECT_NE(first, second);
     EXPECT_NE(second, files.stamp(path));
     EXPECT_EQ(files.stamp(path), files.stamp(path));
-}
-
-TEST_F(ScriptedFilesTest, OnlyAFileHasAStamp) {
-    files.setKind("C:\\Prog", FileKind::Directory);
-
-    EXPECT_EQ(files.stamp("C:\\Prog"), std::nullopt);
-    EXPECT_EQ(files.stamp(path), std::nullopt);
-}
-
-TEST_F(ScriptedFilesTest, ACopyTakesAllBytesAndAFailedOneLeavesTheTarget) {
-    files.setFile(path, "content");
-    files.setFile("C:\\bak", "old");
-
-    EXPECT_EQ(files.FileCopy("C:\\none", "C:\\bak"), ErrorNumber::FileNotFound);
-    EXPECT_EQ(files.file("C:\\bak"), "old");
-    EXPECT_EQ(files.FileCopy(path, "C:\\bak"), std::nullopt);
-
-    EXPECT_EQ(files.file("C:\\bak"), "content");
-}
-
-TEST_F(ScriptedFilesTest, AKilledFileIsGoneAndADirectoryStays) {
-    files.setFile(path, "content");
-    files.setKind("C:\\Prog", FileKind::Directory);
-
-    EXPECT_EQ(files.Kill(path), std::nullopt);
-    EXPECT_EQ(files.Kill(path), ErrorNumber::FileNotFound);
-    EXPECT_EQ(files.Kill("C:\\Prog"), ErrorNumber::PathFileAccess);
-
-    EXPECT_FALSE(files.exists(path));
-    EXPECT_TRUE(files.exists("C:\\Prog"));
 }
 
 class ScriptedProfileTest : public ScriptedFilesTest {

@@ -1,6 +1,6 @@
-#include "support/MemorySheet.h"
+#include "contracts/painted/DrawnChart.h"
 
-#include "support/ChartPictures.h"
+#include "support/MemorySheet.h"
 #include "windows/face/GdiCanvas.h"
 
 // The header of the images wants these first.
@@ -9,16 +9,9 @@
 
 #include <gdiplus.h>
 
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <filesystem>
-
 namespace tarvik {
-namespace {
 
-/// Of all pixels; what another system's letters may do differently.
-constexpr double tolerance = 0.005;
+namespace {
 
 /// The system's own reader and writer of image files.
 class Images {
@@ -97,6 +90,8 @@ private:
     HFONT font_;
 };
 
+} // namespace
+
 Pixels drawn(const ChartCase& one) {
     const ChartOfCase form(one);
     const KnownFont font;
@@ -109,42 +104,14 @@ Pixels drawn(const ChartCase& one) {
     return sheet.pixels();
 }
 
-/// Writes an image as the picture of that case; the name of its file.
-std::string write(const Pixels& pixels, const std::filesystem::path& folder, const ChartCase& one) {
-    std::error_code ignored;
-    std::filesystem::create_directories(folder, ignored);
-    const std::filesystem::path file = folder / (one.name + ".png");
-    return (Images::write(pixels, file) ? "" : "nowhere: ") + file.string();
+Pixels kept(const ChartCase& one) {
+    const Images images;
+    return Images::resource(one.name);
 }
 
-class ChartPictureTest : public testing::TestWithParam<ChartCase> {
-protected:
-    Images images;
-};
-
-TEST_P(ChartPictureTest, LooksAsItShould) {
-    const Pixels now = drawn(GetParam());
-    if (const char* folder = std::getenv("TARVIK_WRITE_PICTURES"); folder != nullptr) {
-        GTEST_SKIP() << "Written to " << write(now, folder, GetParam());
-    }
-
-    const double differing = differingPart(now, Images::resource(GetParam().name));
-
-    EXPECT_LE(differing, tolerance)
-        << "What was drawn is in "
-        << write(now, std::filesystem::temp_directory_path() / "tarvik-pictures", GetParam())
-        << ". If it is right, TARVIK_WRITE_PICTURES=FOLDER writes all pictures anew.";
+bool writeImage(const Pixels& pixels, const std::filesystem::path& file) {
+    const Images images;
+    return Images::write(pixels, file);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, ChartPictureTest, testing::ValuesIn(chartCases()),
-                         [](const auto& one) { return nameOf(one.param); });
-
-TEST(ChartPicturesTest, APictureThatLacksALineIsNoticed) {
-    const Pixels one = drawn({.name = "line_one"});
-    const Pixels two = drawn({.name = "line_two", .columns = 2});
-
-    EXPECT_GT(differingPart(one, two), tolerance);
-}
-
-} // namespace
 } // namespace tarvik

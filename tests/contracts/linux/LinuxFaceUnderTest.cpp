@@ -1,0 +1,270 @@
+#include "contracts/FaceUnderTest.h"
+
+#include "support/QtMachine.h"
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QTableView>
+#include <QTest>
+#include <QTimer>
+#include <QWindow>
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace tarvik {
+namespace {
+
+QWidget* windowOf(const ControlList& list) {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->objectName() == QString::fromStdString(list.name())) {
+            return window;
+        }
+    }
+    return nullptr;
+}
+
+template <class Widget>
+Widget& widget(const Control& control) {
+    QWidget* const window = windowOf(control.list());
+    auto* found = window == nullptr
+                      ? nullptr
+                      : window->findChild<Widget*>(QString::fromStdString(control.name()));
+    if (found == nullptr) {
+        throw std::runtime_error(control.name());
+    }
+    return *found;
+}
+
+Qt::Key keyOf(FaceKey key) {
+    switch (key) {
+    case FaceKey::Enter:
+        return Qt::Key_Return;
+    case FaceKey::Escape:
+        return Qt::Key_Escape;
+    case FaceKey::Left:
+        return Qt::Key_Left;
+    case FaceKey::Right:
+        return Qt::Key_Right;
+    case FaceKey::PageUp:
+        return Qt::Key_PageUp;
+    case FaceKey::PageDown:
+        return Qt::Key_PageDown;
+    case FaceKey::Home:
+        return Qt::Key_Home;
+    case FaceKey::End:
+        return Qt::Key_End;
+    default:
+        return Qt::Key_Space;
+    }
+}
+
+class QtBox : public ShownBox {
+public:
+    explicit QtBox(QMessageBox& box) : box_(box) {
+        EXPECT_EQ(box.textFormat(), Qt::PlainText);
+        for (const QString& line : box.text().split(QLatin1Char('\n'))) {
+            lines.push_back(line.toStdString());
+        }
+        caption = box.windowTitle().toStdString();
+        icon = box.icon() == QMessageBox::Question ? MsgBoxIcon::Question : MsgBoxIcon::None;
+    }
+
+    void press(MsgBoxAnswer answer) override {
+        switch (answer) {
+        case MsgBoxAnswer::Ok:
+            return box_.button(QMessageBox::Ok)->click();
+        case MsgBoxAnswer::Cancel:
+            return box_.button(QMessageBox::Cancel)->click();
+        case MsgBoxAnswer::Yes:
+            return box_.button(QMessageBox::Yes)->click();
+        case MsgBoxAnswer::No:
+            return box_.button(QMessageBox::No)->click();
+        }
+    }
+    void close() override { box_.close(); }
+
+private:
+    QMessageBox& box_;
+};
+
+class LinuxFaceUnderTest : public FaceUnderTest {
+public:
+    Desktop& desktop() override { return machine_.desktop; }
+    void settle() override {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    bool waitUntil(const std::function<bool()>& condition) override {
+        return QTest::qWaitFor(condition, 10'000);
+    }
+    void runWith(const std::function<void()>& meanwhile) override {
+        QTimer::singleShot(10, qApp, meanwhile);
+        machine_.desktop.run();
+    }
+    void atNextBox(std::function<void(ShownBox&)> act) override {
+        QObject::connect(&watch_, &QTimer::timeout, &watch_, [this, act = std::move(act)] {
+            if (auto* open = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                watch_.stop();
+                QtBox box(*open);
+                act(box);
+            }
+        });
+        watch_.start(5);
+    }
+    bool canClose(MsgBoxButtons) const override { return true; }
+    void endSession() override { machine_.desktop.endSession(); }
+
+    bool hasWindow(const Form& form) const override { return windowOf(form) != nullptr; }
+    bool isSeen(const Form& form) const override { return windowOf(form)->isVisible(); }
+    bool isMinimised(const Form& form) const override { return windowOf(form)->isMinimized(); }
+    void pressCloseBox(const Form& form) override { windowOf(form)->close(); }
+    std::vector<std::string> tabOrder(const Form& form, int count) const override {
+        std::vector<std::string> names;
+        const Control& first = **std::find_if(
+            form.controls().begin(), form.controls().end(),
+            [](const Control* control) { return control->kind() == ControlKind::TextBox; });
+        for (QWidget* next = &widget<QWidget>(first); static_cast<int>(names.size()) < count;
+             next = next->nextInFocusChain()) {
+            if (next->focusPolicy() != Qt::NoFocus &&
+                !next->objectName().startsWith(QStringLiteral("qt_"))) {
+                names.push_back(next->objectName().toStdString());
+            }
+        }
+        return names;
+    }
+
+    std::string marked(const Control& control) const override {
+        QWidget& found = widget<QWidget>(control);
+        if (const auto* group = qobject_cast<const QGroupBox*>(&found)) {
+            return group->title().toStdString();
+        }
+        if (const auto* label = qobject_cast<const QLabel*>(&found)) {
+            return label->text().toStdString();
+        }
+        return dynamic_cast<QAbstractButton&>(found).text().toStdString();
+    }
+    std::string shown(const Control& control) const override {
+        QWidget& found = widget<QWidget>(control);
+        if (const auto* edit = qobject_cast<const QLineEdit*>(&found)) {
+            return edit->text().toStdString();
+        }
+        if (const auto* combo = qobject_cast<const QComboBox*>(&found)) {
+            return combo->currentText().toStdString();
+        }
+        return marked(control); // nothing that is read here has a mnemonic
+    }
+    bool isTicked(const Control& control) const override {
+        return widget<QAbstractButton>(control).isChecked();
+    }
+    bool isEnabled(const Control& control) const override {
+        return widget<QWidget>(control).isEnabled();
+    }
+    bool isVisible(const Control& control) const override {
+        const QWidget& found = widget<QWidget>(control);
+        return found.isVisibleTo(found.window());
+    }
+    std::string tip(const Control& control) const override {
+        return widget<QWidget>(control).toolTip().toStdString();
+    }
+    std::string spoken(const Control& control) const override {
+        QAccessibleInterface* accessible =
+            QAccessible::queryAccessibleInterface(&widget<QWidget>(control));
+        EXPECT_EQ(accessible->role(), QAccessible::Chart);
+        return accessible->text(QAccessible::Name).toStdString();
+    }
+    void click(Control& control) override { widget<QAbstractButton>(control).click(); }
+    void press(Control& control, FaceKey key) override {
+        QWidget& target = widget<QWidget>(control);
+        target.setFocus();
+        QTest::keyClick(target.window()->windowHandle(), keyOf(key));
+    }
+    void enter(TextBox& field, char text) override {
+        emit widget<QLineEdit>(field).textEdited(QString(QLatin1Char(text)));
+    }
+    void choose(ComboBox& list, int entry) override {
+        widget<QComboBox>(list).setCurrentIndex(entry);
+    }
+    void tickLate(Timer& timer) override {
+        // Long enough for several, if they came.
+        timer.setInterval(1);
+        QTest::qWait(30);
+    }
+    int lineCount(const TextBox& area) const override {
+        return widget<QPlainTextEdit>(area).blockCount();
+    }
+    bool isReadOnly(const TextBox& area) const override {
+        return widget<QPlainTextEdit>(area).isReadOnly();
+    }
+    int percent(const ProgressBar& bar) const override {
+        const auto& shownBar = widget<QProgressBar>(bar);
+        EXPECT_EQ(shownBar.maximum(), 100);
+        EXPECT_EQ(shownBar.accessibleName(), QStringLiteral("Done"));
+        EXPECT_EQ(shownBar.text(), QStringLiteral("%1 %").arg(shownBar.value()));
+        return shownBar.value();
+    }
+
+    int rowCount(const ListView& list) const override { return table(list).model()->rowCount(); }
+    std::string cell(const ListView& list, int row, int column) const override {
+        return table(list).model()->index(row, column).data().toString().toStdString();
+    }
+    int selectedRow(const ListView& list) const override {
+        const QModelIndexList rows = table(list).selectionModel()->selectedRows();
+        return rows.isEmpty() ? -1 : rows.front().row();
+    }
+    void selectRow(ListView& list, int row) override { table(list).selectRow(row); }
+    void clickRow(ListView& list, int row) override {
+        QTest::mouseClick(table(list).window()->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                          placeOf(list, row));
+    }
+    void doubleClickRow(ListView& list, int row) override {
+        QTest::mouseDClick(table(list).window()->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                           placeOf(list, row));
+    }
+    void typeLetter(ListView& list, char letter) override {
+        QTest::keyClick(table(list).window()->windowHandle(), letter);
+        QCoreApplication::processEvents();
+    }
+    bool hasFlatHeaders(const ListView& list) const override {
+        return !table(list).horizontalHeader()->sectionsClickable();
+    }
+    int columnWidth(const ListView& list, int column) const override {
+        return table(list).columnWidth(column);
+    }
+    int textWidth(const ListView& list, const std::string& text) const override {
+        return table(list).fontMetrics().horizontalAdvance(QString::fromStdString(text));
+    }
+    void repaint(ListView& list) override {
+        QCoreApplication::processEvents();
+        table(list).grab();
+    }
+
+private:
+    static QTableView& table(const ListView& list) { return widget<QTableView>(list); }
+    static QPoint placeOf(const ListView& list, int row) {
+        const QTableView& shownTable = table(list);
+        const QPoint inList = shownTable.visualRect(shownTable.model()->index(row, 1)).center();
+        return shownTable.viewport()->mapTo(shownTable.window(), inList);
+    }
+
+    QtMachine machine_;
+    QTimer watch_;
+};
+
+} // namespace
+
+std::unique_ptr<FaceUnderTest> faceUnderTest() {
+    return std::make_unique<LinuxFaceUnderTest>();
+}
+
+} // namespace tarvik

@@ -1,0 +1,58 @@
+#include "contracts/painted/PaintedFace.h"
+
+#include "support/MemorySheet.h"
+#include "support/Win32Windows.h"
+#include "windows/face/ControlIds.h"
+
+namespace tarvik {
+
+namespace {
+
+HWND windowOf(const Control& control) {
+    return GetDlgItem(ownWindow(control.list().name()), face::controlId(control));
+}
+
+SIZE sizeOf(const Control& control) {
+    RECT area{};
+    GetClientRect(windowOf(control), &area);
+    return {area.right, area.bottom};
+}
+
+} // namespace
+
+Pixels pixelsOf(const Chart& chart) {
+    const SIZE size = sizeOf(chart);
+    const MemorySheet sheet(size.cx, size.cy);
+    SendMessageA(windowOf(chart), WM_PRINTCLIENT, reinterpret_cast<WPARAM>(sheet.context()),
+                 PRF_CLIENT);
+    return sheet.pixels();
+}
+
+void movePointer(const Chart& chart, int x) {
+    SendMessageA(windowOf(chart), WM_MOUSEMOVE, 0, MAKELPARAM(x, sizeOf(chart).cy / 2));
+}
+
+void takePointerAway(const Chart& chart) {
+    SendMessageA(windowOf(chart), WM_MOUSELEAVE, 0, 0);
+}
+
+void giveFocus(const Control& control) {
+    SendMessageA(ownWindow(control.list().name()), WM_CHANGEUISTATE,
+                 MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS), 0);
+    SetFocus(windowOf(control));
+}
+
+void enlarge(const Form& form, int width, int height) {
+    const HWND window = ownWindow(form.name());
+    RECT outer{};
+    GetWindowRect(window, &outer);
+    SetWindowPos(window, nullptr, 0, 0, outer.right - outer.left + width,
+                 outer.bottom - outer.top + height, SWP_NOMOVE | SWP_NOZORDER);
+}
+
+std::string ownerOfOpenBox() {
+    const HWND owner = GetWindow(openBox(GetCurrentProcessId()).window, GW_OWNER);
+    return owner == nullptr ? "" : owner == ownWindow("frmChart") ? "frmChart" : "another window";
+}
+
+} // namespace tarvik
