@@ -331,12 +331,12 @@ programs_windows() {
     return $status
 }
 
-# The pictures of the documents are made anew and compared with those that are there.
-document_pictures() {
+# The screenshots of the documents are made anew and compared with those that are there.
+document_screenshots() {
     needs "${packages_build[@]}" "${packages_display[@]}" "${packages_windows[@]}" "${packages_network[@]}" || return $cannot_run
     scripts/wine32.sh ready || return $cannot_run
     /usr/bin/python3 -B -m unittest discover -s tests/documents -t tests/documents || return 1
-    scripts/pictures.sh check
+    scripts/screenshots.sh check
 }
 
 # The packages are installed, unpacked, started, and made a second time.
@@ -381,7 +381,7 @@ stage "unit tests on Windows" unit_windows wine build_windows
 stage "face and services on Windows" windows_tests wine
 stage "user stories on Windows" stories_windows wine
 stage "the built Windows programs from outside" programs_windows wine
-stage "the pictures of the documents" document_pictures wine build_debug
+stage "the screenshots of the documents" document_screenshots wine build_debug
 stage "kill at every step on Windows" kill_on_windows wine
 stage "a random user on the Windows face, checked" monkey_windows wine build_windows_checked
 stage "the package for Debian and the archive for Windows" made_packages wine build_packaged

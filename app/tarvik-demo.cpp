@@ -53,7 +53,7 @@ tarvik::Platform withClock(const tarvik::Platform& other, tarvik::Clock& clock) 
 
 // In the environment TARVIK_DEMO_SEED is the seed of the simulated traffic, 1 unless told. With
 // TARVIK_DEMO_AGE the time stands still: every line is that many milliseconds old, and the clock
-// shows one moment. So a picture of the program is the same each time.
+// shows one moment. So a screenshot of the program is the same each time.
 int main(int argc, char** argv) {
     tarvik::Machine machine(argc, argv);
     tarvik::SimulatedLink connections(numberFrom("TARVIK_DEMO_SEED").value_or(1));

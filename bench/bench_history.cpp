@@ -8,7 +8,7 @@
 #include "OtherParsers.h"
 #include "RecordLog.h"
 #include "common/ProfileEngine.h"
-#include "controls/ChartPicture.h"
+#include "controls/ChartPainter.h"
 #include "history/mdlHistoryChart.h"
 #include "history/mdlHistoryExport.h"
 #include "history/mdlHistoryImport.h"
@@ -250,28 +250,28 @@ private:
         const ChartPalette palette = ChartPalette::on({255, 255, 255}, {0, 0, 0});
         NoCanvas nowhere;
         table_.add("first drawing of new values, no canvas, ms", timesOf([&] {
-                       ChartPicture picture(chart);
-                       return milliseconds([&] { picture.draw(nowhere, palette); });
+                       ChartPainter painter(chart);
+                       return milliseconds([&] { painter.draw(nowhere, palette); });
                    }));
-        ChartPicture picture(chart);
-        picture.draw(nowhere, palette);
+        ChartPainter painter(chart);
+        painter.draw(nowhere, palette);
         table_.add("redraw, no canvas, ms",
-                   timesOf([&] { return milliseconds([&] { picture.draw(nowhere, palette); }); }));
+                   timesOf([&] { return milliseconds([&] { painter.draw(nowhere, palette); }); }));
         for (const auto& [type, name] : {std::pair(ChartType::Line, "lines"),
                                          {ChartType::Bar, "bars"},
                                          {ChartType::Area, "areas"},
                                          {ChartType::Step, "steps"}}) {
             chart.setType(type);
             table_.add(std::string("redraw as ") + name + " into an image, ms", timesOf([&] {
-                           return milliseconds([&] { drawIntoImage(picture, palette); });
+                           return milliseconds([&] { drawIntoImage(painter, palette); });
                        }));
         }
     }
 
-    void drawIntoImage(ChartPicture& picture, const ChartPalette& palette) {
+    void drawIntoImage(ChartPainter& painter, const ChartPalette& palette) {
         QPainter painter(&image_);
         face::QtCanvas canvas(painter, image_.size(), QGuiApplication::font());
-        picture.draw(canvas, palette);
+        painter.draw(canvas, palette);
     }
 
     Table& table_;

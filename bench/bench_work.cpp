@@ -6,7 +6,7 @@
 #include "FaceUnderTest.h"
 #include "RecordLog.h"
 #include "common/ProfileEngine.h"
-#include "controls/ChartPicture.h"
+#include "controls/ChartPainter.h"
 #include "history/mdlHistoryChart.h"
 #include "history/mdlHistoryExport.h"
 #include "history/mdlHistoryImport.h"
@@ -137,9 +137,9 @@ void measureHistory(Machine& machine, const std::string& file, const std::string
     row("export, flushed, ms", exported, milliseconds([&] { writeAndFlush(scratch, bytes); }),
         "the same bytes");
     PlotRows();
-    ChartPicture picture(machine.history().mscHistory);
+    ChartPainter painter(machine.history().mscHistory);
     const ChartPalette palette = ChartPalette::on({255, 255, 255}, {0, 0, 0});
-    const auto draw = [&](Canvas& canvas) { picture.draw(canvas, palette); };
+    const auto draw = [&](Canvas& canvas) { painter.draw(canvas, palette); };
     onSheet(draw);
     row("redraw of the chart, ms", milliseconds([&] { onSheet(draw); }), milliseconds([] {
             onSheet([](Canvas& canvas) {

@@ -56,7 +56,7 @@ at_terminal() {
     for _ in 1 2 3 4 5; do sleep 2 && echo "$password"; done | bob script -qec "${*@Q}" /dev/null
 }
 
-# The session that run.sh plays has left its picture and its file.
+# The session that run.sh plays has left its screenshot and its file.
 session_left() { [ -s "$1/out/session.png" ] && grep -q '^IsLocked=0' "$1/out/Tarvik.ini"; }
 
 plays='^INI file: '
@@ -67,7 +67,7 @@ trial_run_root() {
     unpack /root/tarvik
     expect 77 "$no_network" "run.sh as root without a network" offline /root/tarvik/run.sh
     expect 0 "$plays" "run.sh as root" /root/tarvik/run.sh
-    expect 0 "" "its picture and its file are there" session_left /root/tarvik
+    expect 0 "" "its screenshot and its file are there" session_left /root/tarvik
     expect 0 "$plays" "run.sh as root again" /root/tarvik/run.sh
 }
 
@@ -78,7 +78,7 @@ trial_run_user() {
     expect 77 "^    sudo sh -c 'apt-get" "run.sh with sudo that wants a password, no terminal" bob ~bob/tarvik/run.sh
     allow_sudo NOPASSWD:ALL
     expect 0 "$plays" "run.sh with sudo" bob ~bob/tarvik/run.sh
-    expect 0 "" "its picture and its file are there" session_left ~bob/tarvik
+    expect 0 "" "its screenshot and its file are there" session_left ~bob/tarvik
     expect 0 "$plays" "run.sh again, which installs nothing" bob ~bob/tarvik/run.sh
     allow_sudo "NOPASSWD: /usr/bin/apt-get"
     apt-get purge -y -q trayer >>"$BARE_LOG" 2>&1

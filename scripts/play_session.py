@@ -28,7 +28,7 @@ def print_figures(program, when):
         print("  %-9s current %12s   total %12s" % (name, program.text(current), program.text(total)))
 
 
-def play(program, desktop, picture):
+def play(program, desktop, screenshot):
     print("Two notices, which come at every first run, while there is no file yet:")
     for _ in range(2):
         print("  " + program.box_text().replace("\n", " "))
@@ -41,7 +41,7 @@ def play(program, desktop, picture):
     program.wait_text("txtActiveConnection", lambda text: ENTRY in text)
     print("Connected: " + program.text("txtActiveConnection"))
     program.wait_text("txtBytesRcvd", lambda text: len(text) > 8)
-    desktop.screenshot(picture)
+    desktop.screenshot(screenshot)
     print_figures(program, "While connected:")
     program.press("cmdDisconnect")
     program.wait_text("txtActiveConnection", "")
@@ -57,14 +57,14 @@ def play(program, desktop, picture):
 def main():
     executable, output = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
     output.mkdir(parents=True, exist_ok=True)
-    picture, ini = output / "session.png", output / "Tarvik.ini"
+    screenshot, ini = output / "session.png", output / "Tarvik.ini"
     desktop = Desktop()
     program = None
     try:
         folder = desktop.folder / "program"
         folder.mkdir()
         program = Program(desktop, shutil.copy(executable, folder))
-        play(program, desktop, picture)
+        play(program, desktop, screenshot)
         shutil.copy(folder / "Tarvik.ini", ini)
     except Failure as failure:
         desktop.screenshot(output / "failure.png")
@@ -74,7 +74,7 @@ def main():
         if program is not None:
             program.stop()
         desktop.close()
-    print("Picture:  %s" % picture)
+    print("Screenshot: %s" % screenshot)
     print("INI file: %s" % ini)
     return 0
 

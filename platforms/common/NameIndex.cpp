@@ -9,11 +9,11 @@
 namespace tarvik {
 
 NameIndex::NameIndex(std::string_view text, std::vector<TextRange> names)
-    : names_(std::move(names)), places_(std::bit_ceil(2 * names_.size() + 1)) {
+    : names_(std::move(names)), slots_(std::bit_ceil(2 * names_.size() + 1)) {
     for (std::uint32_t number = 0; number < names_.size(); ++number) {
         const std::string_view name = slice(text, names_[number]);
         const std::uint32_t hash = NameHash::ofThisRun()(name);
-        Place& place = places_[placeOf(text, name, hash)];
+        Slot& place = slots_[slotOf(text, name, hash)];
         if (place.number == none) {
             place = {.hash = hash, .number = number};
         } else {
@@ -23,14 +23,14 @@ NameIndex::NameIndex(std::string_view text, std::vector<TextRange> names)
 }
 
 /// The place of the name, or the empty one where it would go. At most half of the places are taken.
-std::size_t NameIndex::placeOf(std::string_view text, std::string_view name,
-                               std::uint32_t hash) const {
-    const auto isTheOne = [&](const Place& place) {
+std::size_t NameIndex::slotOf(std::string_view text, std::string_view name,
+                              std::uint32_t hash) const {
+    const auto isTheOne = [&](const Slot& place) {
         return place.hash == hash && equalWithoutCase(name, slice(text, names_[place.number]));
     };
-    const std::size_t mask = places_.size() - 1;
+    const std::size_t mask = slots_.size() - 1;
     std::size_t at = hash & mask;
-    while (places_[at].number != none && !isTheOne(places_[at])) {
+    while (slots_[at].number != none && !isTheOne(slots_[at])) {
         at = (at + 1) & mask;
     }
     return at;
@@ -61,7 +61,7 @@ std::uint32_t NameIndex::find(std::string_view text, std::string_view name) cons
     }
     std::uint32_t found = findNearby(text, name);
     if (found == none) {
-        found = places_[placeOf(text, name, NameHash::ofThisRun()(name))].number;
+        found = slots_[slotOf(text, name, NameHash::ofThisRun()(name))].number;
     }
     if (found != none && found != recent_.front()) {
         recent_ = {found, recent_.front()};

@@ -35,18 +35,18 @@ public:
     TextRange operator[](std::uint32_t number) const { return names_[number]; }
 
 private:
-    struct Place {
+    struct Slot {
         std::uint32_t hash = 0;
         std::uint32_t number = none;
     };
 
-    std::size_t placeOf(std::string_view text, std::string_view name, std::uint32_t hash) const;
+    std::size_t slotOf(std::string_view text, std::string_view name, std::uint32_t hash) const;
     std::uint32_t findNearby(std::string_view text, std::string_view name) const;
 
     std::vector<TextRange> names_;
     /// A name is at the first place from its hash on that was empty. The hash stands there too, so
     /// that few names need to be looked at.
-    std::vector<Place> places_;
+    std::vector<Slot> slots_;
     bool allDiffer_ = true;
     mutable std::array<std::uint32_t, 2> recent_{}; ///< found last, the latest first
 };

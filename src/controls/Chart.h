@@ -103,7 +103,7 @@ public:
     int filledRows() const { return filledRows_; }
     /// Shows what was written. Nothing is read off any more.
     void showData();
-    /// Stands in the picture while no row has a value.
+    /// Stands on the sheet while no row has a value.
     const std::string& emptyText() const { return emptyText_; }
     void setEmptyText(std::string text);
     /// Grows with each `showData`.

@@ -1,4 +1,4 @@
-#include "controls/ChartPicture.h"
+#include "controls/ChartPainter.h"
 
 #include <algorithm>
 #include <array>
@@ -59,13 +59,13 @@ private:
 } // namespace
 
 /// There are more rows than can be told apart.
-bool ChartPicture::crowded() const {
+bool ChartPainter::crowded() const {
     const bool bars = chart_.type() == ChartType::Bar;
     const double needed = bars ? narrowestBar * chart_.columnCount() / barPart : narrowestRow;
     return rowWidth() < needed * unit_;
 }
 
-void ChartPicture::fillColumn(Canvas& canvas, const ChartPalette& palette, int column) const {
+void ChartPainter::fillColumn(Canvas& canvas, const ChartPalette& palette, int column) const {
     const auto place = static_cast<std::size_t>(column);
     if (chart_.type() == ChartType::Bar) {
         if (crowded()) {
@@ -85,7 +85,7 @@ void ChartPicture::fillColumn(Canvas& canvas, const ChartPalette& palette, int c
     }
 }
 
-void ChartPicture::fillBars(Canvas& canvas, const Colour& colour, int column) const {
+void ChartPainter::fillBars(Canvas& canvas, const Colour& colour, int column) const {
     const double width = rowWidth() * barPart / chart_.columnCount();
     const double zero = std::round(yOf(0));
     const double before = (rowWidth() - rowWidth() * barPart) / 2 + width * column;
@@ -100,14 +100,14 @@ void ChartPicture::fillBars(Canvas& canvas, const Colour& colour, int column) co
 }
 
 /// A second line is told from the first also by what it is made of.
-Stroke ChartPicture::strokeOf(const ChartPalette& palette, int column) const {
+Stroke ChartPainter::strokeOf(const ChartPalette& palette, int column) const {
     return {.colour = palette.columns[static_cast<std::size_t>(column)],
             .width = std::round(lineWidth * unit_),
             .style = column == 0 ? LineStyle::Solid : LineStyle::Dashed};
 }
 
 /// Shows how a column is drawn.
-void ChartPicture::drawSample(Canvas& canvas, const ChartPalette& palette, int column,
+void ChartPainter::drawSample(Canvas& canvas, const ChartPalette& palette, int column,
                               const CanvasArea& area) const {
     const Stroke stroke = strokeOf(palette, column);
     if (chart_.type() == ChartType::Bar) {
@@ -125,7 +125,7 @@ void ChartPicture::drawSample(Canvas& canvas, const ChartPalette& palette, int c
     }
 }
 
-void ChartPicture::outlineColumn(Canvas& canvas, const ChartPalette& palette, int column) const {
+void ChartPainter::outlineColumn(Canvas& canvas, const ChartPalette& palette, int column) const {
     const Colour& colour = palette.columns[static_cast<std::size_t>(column)];
     if (crowded()) {
         // Of bars that hide each other, the edge of the hidden ones.
@@ -146,7 +146,7 @@ void ChartPicture::outlineColumn(Canvas& canvas, const ChartPalette& palette, in
 
 /// Each column of pixels from its smallest value to its largest, and on from where the one before
 /// it ended.
-void ChartPicture::drawCrowdedLine(Canvas& canvas, const Colour& colour, int column) const {
+void ChartPainter::drawCrowdedLine(Canvas& canvas, const Colour& colour, int column) const {
     const double width = std::round(unit_);
     Strips strips(canvas, colour, plot_.left);
     const Span* before = nullptr;
@@ -159,7 +159,7 @@ void ChartPicture::drawCrowdedLine(Canvas& canvas, const Colour& colour, int col
 }
 
 /// All room between zero and the values.
-void ChartPicture::fillCrowded(Canvas& canvas, const Colour& colour, int column) const {
+void ChartPainter::fillCrowded(Canvas& canvas, const Colour& colour, int column) const {
     Strips strips(canvas, colour, plot_.left);
     for (const Span& span : spans_[static_cast<std::size_t>(column)]) {
         strips.add(std::round(yOf(std::max(span.high, 0.0))),
@@ -168,7 +168,7 @@ void ChartPicture::fillCrowded(Canvas& canvas, const Colour& colour, int column)
 }
 
 /// Through the middle of each row; a single one reaches over all its room.
-ChartPicture::Points ChartPicture::plainLine(int column) const {
+ChartPainter::Points ChartPainter::plainLine(int column) const {
     if (chart_.filledRows() == 1) {
         return plainSteps(column);
     }
@@ -180,7 +180,7 @@ ChartPicture::Points ChartPicture::plainLine(int column) const {
 }
 
 /// Level over each row.
-ChartPicture::Points ChartPicture::plainSteps(int column) const {
+ChartPainter::Points ChartPainter::plainSteps(int column) const {
     Points points;
     for (int row = 0; row < chart_.filledRows(); ++row) {
         const double y = std::round(yOf(chart_.data(column, row)));
@@ -191,7 +191,7 @@ ChartPicture::Points ChartPicture::plainSteps(int column) const {
 }
 
 /// A square for the first column, a square on its corner for the second.
-void ChartPicture::drawMark(Canvas& canvas, const Colour& colour, int column,
+void ChartPainter::drawMark(Canvas& canvas, const Colour& colour, int column,
                             CanvasPoint at) const {
     const double reach = std::round(markSize * unit_);
     if (column == 0) {
@@ -211,7 +211,7 @@ void ChartPicture::drawMark(Canvas& canvas, const Colour& colour, int column,
                    colour);
 }
 
-void ChartPicture::drawMarks(Canvas& canvas, const Colour& colour, int column) const {
+void ChartPainter::drawMarks(Canvas& canvas, const Colour& colour, int column) const {
     if (rowWidth() < roomForMarks * unit_) {
         return;
     }

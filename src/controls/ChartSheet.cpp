@@ -1,4 +1,4 @@
-#include "controls/ChartPicture.h"
+#include "controls/ChartPainter.h"
 
 #include <algorithm>
 #include <array>
@@ -42,14 +42,14 @@ void drawBetween(const ChartAxis& axis, Draw draw) {
 } // namespace
 
 /// A text that does not fit on the sheet is left out.
-void ChartPicture::write(Canvas& canvas, CanvasPoint leftTop, const std::string& text,
+void ChartPainter::write(Canvas& canvas, CanvasPoint leftTop, const std::string& text,
                          const Colour& colour) const {
     if (leftTop.x >= 0 && leftTop.x + canvas.textSize(text).width <= size_.x) {
         canvas.text(leftTop, text, colour);
     }
 }
 
-void ChartPicture::drawTitles(Canvas& canvas, const ChartPalette& palette) const {
+void ChartPainter::drawTitles(Canvas& canvas, const ChartPalette& palette) const {
     const auto centred = [&](const std::string& text, double left, double right, double top) {
         const double spare = right - left - canvas.textSize(text).width;
         write(canvas, {std::round(left + spare / 2), top}, text, palette.text);
@@ -61,7 +61,7 @@ void ChartPicture::drawTitles(Canvas& canvas, const ChartPalette& palette) const
             plot_.bottom + lineHeight_ + 2 * gap);
 }
 
-void ChartPicture::drawGrid(Canvas& canvas, const ChartPalette& palette) const {
+void ChartPainter::drawGrid(Canvas& canvas, const ChartPalette& palette) const {
     const auto dotted = [this](const Colour& colour) {
         return Stroke{.colour = colour, .width = std::round(unit_), .style = LineStyle::Dotted};
     };
@@ -73,7 +73,7 @@ void ChartPicture::drawGrid(Canvas& canvas, const ChartPalette& palette) const {
     }
 }
 
-void ChartPicture::drawValueGrid(Canvas& canvas, const Stroke& major, const Stroke& minor) const {
+void ChartPainter::drawValueGrid(Canvas& canvas, const Stroke& major, const Stroke& minor) const {
     const ChartAxis& axis = chart_.axis(ChartAxisId::Y);
     const auto across = [&](double division, const Stroke& stroke) {
         const double y = std::round(yOf(scale_.low + scale_.step * division));
@@ -90,7 +90,7 @@ void ChartPicture::drawValueGrid(Canvas& canvas, const Stroke& major, const Stro
 }
 
 /// At the rows that are labelled, and between round numbers.
-void ChartPicture::drawRowGrid(Canvas& canvas, const Stroke& major, const Stroke& minor) const {
+void ChartPainter::drawRowGrid(Canvas& canvas, const Stroke& major, const Stroke& minor) const {
     const ChartAxis& axis = chart_.axis(ChartAxisId::X);
     const auto down = [&](double number, const Stroke& stroke) {
         const double x = std::round(middleOf(number));
@@ -115,7 +115,7 @@ void ChartPicture::drawRowGrid(Canvas& canvas, const Stroke& major, const Stroke
     }
 }
 
-void ChartPicture::drawAxes(Canvas& canvas, const ChartPalette& palette) const {
+void ChartPainter::drawAxes(Canvas& canvas, const ChartPalette& palette) const {
     const Stroke stroke{.colour = palette.axis, .width = std::round(unit_)};
     canvas.line(std::vector<CanvasPoint>{{plot_.left, plot_.top}, {plot_.left, plot_.bottom}},
                 stroke);
@@ -123,7 +123,7 @@ void ChartPicture::drawAxes(Canvas& canvas, const ChartPalette& palette) const {
     canvas.line(std::vector<CanvasPoint>{{plot_.left, zero}, {plot_.right, zero}}, stroke);
 }
 
-void ChartPicture::drawValueLabels(Canvas& canvas, const ChartPalette& palette) const {
+void ChartPainter::drawValueLabels(Canvas& canvas, const ChartPalette& palette) const {
     const double gap = std::round(labelGap * unit_);
     const double apart = plot_.height() / scale_.divisions;
     const int step = apart <= 0 ? scale_.divisions
@@ -138,7 +138,7 @@ void ChartPicture::drawValueLabels(Canvas& canvas, const ChartPalette& palette) 
 }
 
 /// Both ends come first; of the others, those that have room between them.
-void ChartPicture::drawRowLabels(Canvas& canvas, const ChartPalette& palette) const {
+void ChartPainter::drawRowLabels(Canvas& canvas, const ChartPalette& palette) const {
     const double top = plot_.bottom + std::round(labelGap * unit_);
     const double apart = labelGap * unit_;
     double from = plot_.left - std::round(apart); // the room that is still free
@@ -178,7 +178,7 @@ void ChartPicture::drawRowLabels(Canvas& canvas, const ChartPalette& palette) co
 }
 
 /// At the right, in the line of the values' title; left out where there is no room beside that.
-void ChartPicture::drawKey(Canvas& canvas, const ChartPalette& palette) const {
+void ChartPainter::drawKey(Canvas& canvas, const ChartPalette& palette) const {
     if (!chart_.showsLegend() && chart_.columnCount() < 2) {
         return;
     }
@@ -207,7 +207,7 @@ void ChartPicture::drawKey(Canvas& canvas, const ChartPalette& palette) const {
     }
 }
 
-void ChartPicture::drawReading(Canvas& canvas, const ChartPalette& palette) const {
+void ChartPainter::drawReading(Canvas& canvas, const ChartPalette& palette) const {
     const int row = chart_.readRow();
     if (row == Chart::none) {
         return;
@@ -222,7 +222,7 @@ void ChartPicture::drawReading(Canvas& canvas, const ChartPalette& palette) cons
 }
 
 /// Beside the line on the side that has room for it, else wherever it is on the sheet.
-void ChartPicture::drawReadingBox(Canvas& canvas, const ChartPalette& palette, double x) const {
+void ChartPainter::drawReadingBox(Canvas& canvas, const ChartPalette& palette, double x) const {
     const std::vector<std::string> lines = chart_.readingLines();
     const double gap = std::round(labelGap * unit_);
     double width = 0;
@@ -248,7 +248,7 @@ void ChartPicture::drawReadingBox(Canvas& canvas, const ChartPalette& palette, d
 }
 
 /// In the middle of the plot, in as many lines as it needs; left out where there is no room.
-void ChartPicture::drawEmptyText(Canvas& canvas, const ChartPalette& palette) const {
+void ChartPainter::drawEmptyText(Canvas& canvas, const ChartPalette& palette) const {
     if (chart_.filledRows() > 0 || chart_.emptyText().empty()) {
         return;
     }

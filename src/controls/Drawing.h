@@ -27,7 +27,7 @@ struct DrawingShape {
     friend bool operator==(const DrawingShape&, const DrawingShape&) = default;
 };
 
-/// A small picture made of shapes, later ones above earlier ones; sharp at any size.
+/// A small image made of shapes, later ones above earlier ones; sharp at any size.
 struct Drawing {
     std::vector<DrawingShape> shapes;
 

@@ -7,7 +7,7 @@ namespace tarvik {
 /// What the status lamp tells.
 enum class LampState { NotMonitoring, Waiting, Online };
 
-/// The lamp's picture. The three differ in colour and in shape: an empty ring, a ring around a dot,
+/// The lamp's image. The three differ in colour and in shape: an empty ring, a ring around a dot,
 /// a full disc with a tick.
 Drawing statusLamp(LampState state);
 

@@ -25,7 +25,7 @@ struct NOTIFYICONDATAA {
 };
 static_assert(sizeof(NOTIFYICONDATAA) == NOTIFYICONDATAA::size);
 
-/// The three pictures the program shows in the notification area.
+/// The three icons the program shows in the notification area.
 enum class TrayIcon : std::uint32_t { imgSysTray = 0, imgSysTrayOnline = 1, imgSysTrayOffline = 2 };
 
 /// The notification area of the task bar.

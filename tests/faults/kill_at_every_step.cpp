@@ -27,20 +27,20 @@ namespace {
 namespace fs = std::filesystem;
 
 /// A folder of the harness's own, where flushing costs nothing if there is such a place.
-class Place {
+class Sandbox {
 public:
-    Place() {
+    Sandbox() {
         const bool quick = access("/dev/shm", W_OK) == 0;
         std::string name =
             (quick ? "/dev/shm" : fs::temp_directory_path().string()) + "/tarvik-faults-XXXXXX";
         root_ = fs::canonical(mkdtemp(name.data())).string();
     }
-    ~Place() {
+    ~Sandbox() {
         std::error_code ignored;
         fs::remove_all(root_, ignored);
     }
-    Place(const Place&) = delete;
-    Place& operator=(const Place&) = delete;
+    Sandbox(const Sandbox&) = delete;
+    Sandbox& operator=(const Sandbox&) = delete;
 
     std::string folder() const { return root_ + "/data"; }
     std::string gone() const { return folder() + ".gone"; }
@@ -89,11 +89,11 @@ class Harness {
 public:
     bool strike(const Operation& operation, const std::string& only) {
         operation_ = &operation;
-        place_.prepare(operation);
+        sandbox_.prepare(operation);
         {
-            LinuxFiles files(place_.folder());
-            Session session(files, place_.folder(), '/');
-            states_ = statesOf(operation, session, place_.folder());
+            LinuxFiles files(sandbox_.folder());
+            Session session(files, sandbox_.folder(), '/');
+            states_ = statesOf(operation, session, sandbox_.folder());
         }
         if (!only.empty()) {
             one(only);
@@ -113,7 +113,7 @@ public:
 
     int cases() const { return cases_; }
     int failures() const { return failures_; }
-    std::string folder() const { return place_.folder(); }
+    std::string folder() const { return sandbox_.folder(); }
 
 private:
     /// The faults at one call.
@@ -153,7 +153,7 @@ private:
 
     /// One case; false when it cannot happen.
     bool one(const std::string& fault) {
-        place_.prepare(*operation_);
+        sandbox_.prepare(*operation_);
         const Outcome outcome = inProcess(fault);
         if (outcome.end == End::Impossible) {
             return false;
@@ -162,15 +162,15 @@ private:
         std::string trouble;
         if (outcome.end == End::Wrong) {
             trouble = "the process ended with status " + std::to_string(outcome.status) + "\n";
-        } else if (outcome.end == End::Itself && !fs::exists(place_.gone())) {
-            trouble = troubleWithReport(*operation_, states_, place_.folder(), outcome.report);
+        } else if (outcome.end == End::Itself && !fs::exists(sandbox_.gone())) {
+            trouble = troubleWithReport(*operation_, states_, sandbox_.folder(), outcome.report);
             trouble += troubleWithTemporary(fault);
         }
-        place_.bringBack();
+        sandbox_.bringBack();
         if (trouble.empty()) {
-            LinuxFiles files(place_.folder());
-            Session session(files, place_.folder(), '/');
-            trouble = troubleAfter(states_, place_.folder(), session);
+            LinuxFiles files(sandbox_.folder());
+            Session session(files, sandbox_.folder(), '/');
+            trouble = troubleAfter(states_, sandbox_.folder(), session);
         }
         if (!trouble.empty()) {
             ++failures_;
@@ -182,7 +182,7 @@ private:
 
     /// A run that went on to its end leaves no temporary file, unless it could not delete it.
     std::string troubleWithTemporary(const std::string& fault) const {
-        const Folder files = folderAt(place_.folder());
+        const Folder files = folderAt(sandbox_.folder());
         const bool left = std::any_of(files.begin(), files.end(),
                                       [](const auto& file) { return isTemporary(file.first); });
         std::istringstream words(fault);
@@ -203,7 +203,7 @@ private:
     }
 
     std::vector<std::string> callsOfLast() const {
-        std::istringstream words(contentOf(place_.report() + ".calls"));
+        std::istringstream words(contentOf(sandbox_.report() + ".calls"));
         return {std::istream_iterator<std::string>(words), std::istream_iterator<std::string>()};
     }
 
@@ -223,20 +223,20 @@ private:
             outcome.end = End::Impossible;
         } else if (WIFEXITED(status) && WEXITSTATUS(status) == 0) {
             outcome.end = End::Itself;
-            outcome.report = Report::of(contentOf(place_.report()));
+            outcome.report = Report::of(contentOf(sandbox_.report()));
         }
         return outcome;
     }
 
     [[noreturn]] void childRuns(const std::string& fault) const {
         alarm(20); // a program that hangs is ended
-        LinuxFiles files(place_.folder());
-        Session session(files, place_.folder(), '/');
+        LinuxFiles files(sandbox_.folder());
+        Session session(files, sandbox_.folder(), '/');
         const Report report = run(
-            *operation_, session, [&] { arm(place_.folder(), place_.shadow(), fault); },
+            *operation_, session, [&] { arm(sandbox_.folder(), sandbox_.shadow(), fault); },
             [&] { last(fault); });
-        std::ofstream(place_.report(), std::ios::binary) << report.text();
-        std::ofstream(place_.report() + ".calls") << callsNamed();
+        std::ofstream(sandbox_.report(), std::ios::binary) << report.text();
+        std::ofstream(sandbox_.report() + ".calls") << callsNamed();
         _exit(0);
     }
 
@@ -249,12 +249,12 @@ private:
     }
 
     int countCalls() {
-        place_.prepare(*operation_);
+        sandbox_.prepare(*operation_);
         inProcess("count");
         return static_cast<int>(callsOfLast().size());
     }
 
-    Place place_;
+    Sandbox sandbox_;
     const Operation* operation_ = nullptr;
     States states_;
     int cases_ = 0;

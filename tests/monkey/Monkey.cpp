@@ -14,7 +14,7 @@ namespace tarvik::monkey {
 namespace {
 
 constexpr const char* iniPath = "C:\\Prog\\Tarvik.ini";
-constexpr std::size_t deedsKept = 40;
+constexpr std::size_t actionsKept = 40;
 
 /// Errors that the rules let a user bring about: numbers that are too large, figures without time,
 /// a file that cannot be written, a log that is not well formed.
@@ -56,22 +56,22 @@ void Monkey::start() {
     driver_->settle();
 }
 
-void Monkey::note(std::string deed) {
+void Monkey::note(std::string action) {
     static const char* const trace = std::getenv("TARVIK_MONKEY_TRACE");
     if (trace != nullptr) {
         static std::ofstream file(trace);
-        file << deed << std::endl;
+        file << action << std::endl;
     }
-    deeds_.push_back(std::move(deed));
-    if (deeds_.size() > deedsKept) {
-        deeds_.pop_front();
+    actions_.push_back(std::move(action));
+    if (actions_.size() > actionsKept) {
+        actions_.pop_front();
     }
 }
 
-std::string Monkey::lastDeeds() const {
+std::string Monkey::lastActions() const {
     std::string all;
-    for (const std::string& deed : deeds_) {
-        all += deed + "\n";
+    for (const std::string& action : actions_) {
+        all += action + "\n";
     }
     return all;
 }
@@ -112,7 +112,7 @@ std::string Monkey::step() {
     while (place >= chosen->weight) {
         place -= chosen++->weight;
     }
-    (this->*chosen->deed)();
+    (this->*chosen->action)();
     restartIfEnded();
     return whatIsWrong();
 }

@@ -22,20 +22,20 @@ public:
     Monkey(const Monkey&) = delete;
     Monkey& operator=(const Monkey&) = delete;
 
-    /// One deed, and what must hold after it. What does not is told; empty when all is well.
+    /// One action, and what must hold after it. What does not is told; empty when all is well.
     std::string step();
 
     /// What was done last, oldest first.
-    std::string lastDeeds() const;
+    std::string lastActions() const;
     /// How often the program was started, and how often it showed which box.
     int starts() const { return starts_; }
     const std::map<std::string, int>& boxes() const { return boxes_; }
 
 private:
-    using Deed = void (Monkey::*)();
+    using Action = void (Monkey::*)();
     struct Choice {
         int weight;
-        Deed deed;
+        Action action;
     };
 
     // What the user does.
@@ -57,7 +57,7 @@ private:
 
     void start();
     void restartIfEnded();
-    /// Only the user's deeds and those of the weather tick: a tick of the real clock would come at
+    /// Only the user's actions and the disturbances tick: a tick of the real clock would come at
     /// another step each time.
     void stopTheClock();
     void work(const std::string& path, Control& control);
@@ -73,14 +73,14 @@ private:
     int upTo(int most) { return static_cast<int>(chance_() % static_cast<unsigned>(most + 1)); }
     std::uint32_t anyNumber() { return static_cast<std::uint32_t>(chance_()); }
     bool oneIn(int times) { return upTo(times - 1) == 0; }
-    void note(std::string deed);
+    void note(std::string action);
 
     ScriptedPlatform& machine() { return driver_->machine(); }
 
     std::mt19937 chance_;
     std::unique_ptr<scenarios::Driver> driver_;
     std::optional<World> world_;
-    std::deque<std::string> deeds_;
+    std::deque<std::string> actions_;
     std::map<std::string, int> boxes_;
     std::string trouble_;
     int starts_ = 0;

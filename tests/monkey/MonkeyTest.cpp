@@ -21,7 +21,7 @@ TEST(MonkeyTest, ARandomUserNeitherBreaksNorDerangesTheProgram) {
     for (int i = 0; i < steps; ++i) {
         const std::string trouble = user.step();
         ASSERT_EQ(trouble, "") << "seed " << seed << ", step " << i << ", after\n"
-                               << user.lastDeeds();
+                               << user.lastActions();
     }
 
     std::cout << steps << " steps, " << user.starts() << " starts of the program, boxes shown:\n";

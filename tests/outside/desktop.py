@@ -217,7 +217,7 @@ class Desktop:
             env=self.environment, check=True,
         )
 
-    def icon_picture(self):
+    def icon_image(self):
         """The points of the icon as the panel shows it, as one number each."""
         left, top, width, height = self.icon_area()
         answer = subprocess.run(

@@ -12,7 +12,7 @@ from desktop import Desktop, Program
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 EXECUTABLE = os.environ.get("TARVIK_DEMO", ROOT / "build/debug/bin/tarvik-demo")
-PICTURES = ROOT / "build" / "failed-system-tests"
+SCREENSHOTS = ROOT / "build" / "failed-system-tests"
 LOCK_WARNING = 'Warning: Unable to set "IsLocked"-flag in INI-file!'
 FIRST_RUN_WARNING = "Warning: Old settings could not be loaded.\nAssuming first run."
 INSTANCE_QUESTION = (
@@ -41,8 +41,8 @@ SETTINGS = [
 _desktops = []
 
 
-def picturing(test):
-    """The test, which names a picture of the screen when it fails."""
+def with_screenshot(test):
+    """The test, which names a screenshot of the screen when it fails."""
 
     @functools.wraps(test)
     def wrapped(self):
@@ -51,23 +51,23 @@ def picturing(test):
         except unittest.SkipTest:
             raise
         except Exception as failure:
-            PICTURES.mkdir(parents=True, exist_ok=True)
-            picture = PICTURES / (".".join(self.id().split(".")[-2:]) + ".png")
-            self.desktop.screenshot(picture)
-            failure.add_note("The screen at that moment: %s" % picture)
+            SCREENSHOTS.mkdir(parents=True, exist_ok=True)
+            screenshot = SCREENSHOTS / (".".join(self.id().split(".")[-2:]) + ".png")
+            self.desktop.screenshot(screenshot)
+            failure.add_note("The screen at that moment: %s" % screenshot)
             raise
 
     return wrapped
 
 
 class ProgramTest(unittest.TestCase):
-    """A test with a folder of its own that holds the program; a failure leaves a picture."""
+    """A test with a folder of its own that holds the program; a failure leaves a screenshot."""
 
     def __init_subclass__(cls, **options):
         super().__init_subclass__(**options)
         for name, member in list(vars(cls).items()):
             if name.startswith("test_"):
-                setattr(cls, name, picturing(member))
+                setattr(cls, name, with_screenshot(member))
 
     @property
     def desktop(self):

@@ -17,7 +17,7 @@ public:
         return least + below(most - least + 1);
     }
     /// A place in a row of that many.
-    std::size_t place(std::size_t count) { return static_cast<std::size_t>(below(count)); }
+    std::size_t index(std::size_t count) { return static_cast<std::size_t>(below(count)); }
     /// True once in so many times.
     bool onceIn(std::uint64_t times) { return below(times) == 0; }
 

@@ -82,7 +82,7 @@ void Expected::hangUp(std::vector<Session>& listed, Failure failure) {
             continue;
         }
         one.hungUp = true;
-        book.hungUp(one.handle);
+        tally.hungUp(one.handle);
         connectionActive = false;
     }
 }
@@ -101,7 +101,7 @@ void Expected::dialled(Failure failure) {
 void Expected::requestReset() {
     if (question("Are you really sure you want to reset the (overall) values?",
                  MsgBoxButtons::YesNo, MsgBoxIcon::Question, 2) == MsgBoxAnswer::Yes) {
-        book.reset();
+        tally.reset();
         stale = false;
         ++resets;
     }
@@ -131,10 +131,10 @@ void Expected::tick(std::vector<Session> listed, Failure failure, Trouble troubl
         showFailure({"RasEnumConnections", droppedLine});
         failed_ = {"RasEnumConnections", droppedLine};
     } else if (listed.empty()) {
-        book.seeNothing();
+        tally.seeNothing();
         stale = false;
     } else {
-        book.beginTick(listed);
+        tally.beginTick(listed);
         for (Session& one : listed) {
             readListed(one, listed, failure);
         }
@@ -153,7 +153,7 @@ void Expected::readListed(Session& one, std::vector<Session>& listed, Failure& f
         failure = Failure::None;
         failed_ = {"RasGetConnectStatus", droppedLine};
     } else if (!one.connected) {
-        book.fold();
+        tally.fold();
         stale = false;
     } else if (failure == Failure::Statistics) {
         failure = Failure::None;
@@ -167,18 +167,18 @@ void Expected::readListed(Session& one, std::vector<Session>& listed, Failure& f
 void Expected::readTheOthers(const std::vector<Session>& listed) {
     for (const Session& one : listed) {
         if (one.connected && read_.insert(one.id).second) {
-            book.note(one, listed);
+            tally.note(one, listed);
         }
     }
 }
 
 void Expected::online(const Session& session, std::vector<Session>& listed) {
     connectionActive = true;
-    book.read(session, listed);
+    tally.read(session, listed);
     read_.insert(session.id);
-    const bool fromBefore = firstOnlineUpdate && !dialInStarted && book.current != Amount();
+    const bool fromBefore = firstOnlineUpdate && !dialInStarted && tally.current != Amount();
     if (firstOnlineUpdate) {
-        tickerBase_ = book.finished.rcvd + book.finished.sent;
+        tickerBase_ = tally.finished.rcvd + tally.finished.sent;
     }
     firstOnlineUpdate = false;
     dialInStarted = false;
@@ -194,7 +194,7 @@ void Expected::online(const Session& session, std::vector<Session>& listed) {
 /// False when the question cannot be formed: its figures are added as numbers of 32 bits as long as
 /// each of them is one.
 bool Expected::askAboutSession() {
-    const Amount& found = book.current;
+    const Amount& found = tally.current;
     const std::int64_t sum = found.rcvd + found.sent;
     if (sum > largestLong && std::max(found.rcvd, found.sent) <= largestLong) {
         showError("6 (Overflow)", "HandleOnline");
@@ -208,7 +208,7 @@ bool Expected::askAboutSession() {
             std::to_string(sum) + " bytes)?\r(Press NO if you restarted Tarvik.)",
         MsgBoxButtons::YesNo, MsgBoxIcon::Question, 2);
     if (answer == MsgBoxAnswer::No) {
-        book.decline();
+        tally.decline();
         ++declined;
     }
     return true;
@@ -233,7 +233,7 @@ void Expected::checkReset() {
     if (!settings.backup && !fileIsKept()) {
         return;
     }
-    book.reset();
+    tally.reset();
     settings.lastReset = now_.day;
     resetInDoubt_ = false;
     ++resets;
@@ -265,7 +265,7 @@ bool Expected::backUp() {
 }
 
 void Expected::checkTicker() {
-    const Amount overall = book.finished + book.current;
+    const Amount overall = tally.finished + tally.current;
     const std::int64_t all = overall.rcvd + overall.sent;
     const std::int64_t further = all - tickerBase_;
     if (further > std::int64_t{settings.tickerValue} * 1024 * 1024) {
@@ -280,7 +280,7 @@ void Expected::checkLimits(std::vector<Session>& listed) {
     if (settings.ticker) {
         checkTicker();
     }
-    const Amount total = book.total();
+    const Amount total = tally.total();
     const bool tooMuch =
         settings.transferLimit && total.rcvd + total.sent > settings.transferLimitValue;
     const std::int64_t most = (std::int64_t{settings.hours} * 60 + settings.minutes) * 60'000;
@@ -301,7 +301,7 @@ bool Expected::save(Trouble trouble) {
     }
     file.exists = true;
     file.settings = settings;
-    const Amount total = book.total();
+    const Amount total = tally.total();
     const bool nothing = total.rcvd + total.sent <= 0 && total.time <= 0;
     const Amount newest = file.records.empty() ? Amount() : file.records.back();
     if (!nothing && newest != total) {
@@ -325,7 +325,7 @@ void Expected::start(bool argumentRun, int today) {
     settings = file.exists ? file.settings : Settings();
     resetInDoubt_ = file.exists && settings.lastReset > today;
     waitTold_ = false;
-    book.begin(file.records.empty() ? Amount() : file.records.back());
+    tally.begin(file.records.empty() ? Amount() : file.records.back());
     if (file.exists) {
         file.locked = true;
     } else {
@@ -345,7 +345,7 @@ void Expected::crash() {
 }
 
 void Expected::shutDown(Trouble trouble) {
-    book.keepOthers();
+    tally.keepOthers();
     if (save(trouble)) {
         file.locked = false;
     } else {

@@ -2,8 +2,8 @@
 
 #include "monitor/ReferenceBoundary.h"
 #include "ports/Desktop.h"
-#include "soak/Book.h"
 #include "soak/Chance.h"
+#include "soak/ReferenceTally.h"
 
 #include <optional>
 #include <set>
@@ -63,7 +63,7 @@ class Expected {
 public:
     explicit Expected(Chance& chance) : chance_(chance) {}
 
-    Book book;
+    ReferenceTally tally;
     Settings settings;
     File file;
     std::vector<File> backups; ///< the file as it was at each backup

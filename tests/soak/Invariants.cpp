@@ -87,7 +87,7 @@ void Run::expectTotals() {
     const Amount counted{.rcvd = whole(Rcvd().overall()),
                          .sent = whole(Sent().overall()),
                          .time = whole(Duration().overall())};
-    const Amount total = expected_.book.total();
+    const Amount total = expected_.tally.total();
     if (counted != total) {
         violated("counted are " + counted.text() + ",\n  but it must be " + total.text());
     }

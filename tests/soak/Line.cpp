@@ -42,7 +42,7 @@ RAS_STATS Session::counters() const {
 }
 
 std::string Line::freeEntry() {
-    const std::size_t first = chance_.place(kinds.size());
+    const std::size_t first = chance_.index(kinds.size());
     for (std::size_t i = 0; i < kinds.size(); ++i) {
         const std::string entry = kinds.at((first + i) % kinds.size()).entry;
         if (std::none_of(up.begin(), up.end(),

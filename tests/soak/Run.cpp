@@ -25,7 +25,7 @@ Run::Run(std::uint32_t seed) : seed_(seed) {
         {.name = "Harbour"}, {.name = "Quay"}, {.name = "Ridge"}, {.name = "Tower"}};
     // Some services never give a connection another handle.
     machine_.connections.renumbersConnections = seed % 3 != 0;
-    expected_.book.renumbers = machine_.connections.renumbersConnections;
+    expected_.tally.renumbers = machine_.connections.renumbersConnections;
     machine_.connections.errorTexts[668] = "The line was dropped.";
     machine_.desktop.fail = [this](const std::string& what) {
         unexpected_ = unexpected_.empty() ? what : unexpected_;
@@ -108,7 +108,7 @@ void Run::openOptions() {
     chosen.transferLimitValue = static_cast<std::int64_t>(chance_.below(20'000'000'000));
     if (chance_.onceIn(2)) {
         // Close to what is counted, where one byte decides.
-        const Amount total = expected_.book.total();
+        const Amount total = expected_.tally.total();
         const auto near = total.rcvd + total.sent - 1 + static_cast<std::int64_t>(chance_.below(3));
         chosen.transferLimitValue = std::max<std::int64_t>(near, 0);
     }
@@ -160,7 +160,7 @@ void Run::connect() {
         window().cmdConnect.press();
     });
     if (failure == Failure::None) {
-        expected_.book.dialled(line_.up.back().handle);
+        expected_.tally.dialled(line_.up.back().handle);
     }
 }
 

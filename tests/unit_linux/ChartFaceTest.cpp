@@ -32,7 +32,7 @@ protected:
     }
 
     QWidget& chart() { return widget<QWidget>("chtValues"); }
-    Pixels picture() { return pixelsOf(chart().grab().toImage()); }
+    Pixels image() { return pixelsOf(chart().grab().toImage()); }
 
     QtMachine machine;
     FormOn<ChartForm> form{machine.platform.desktop};
@@ -50,16 +50,16 @@ TEST_F(ChartFaceTest, TheChartTakesTheFocusByTabAndClick) {
     EXPECT_EQ(chart().window()->focusWidget(), &chart());
 }
 
-TEST_F(ChartFaceTest, ADarkPaletteMakesADarkPicture) {
+TEST_F(ChartFaceTest, ADarkPaletteMakesADarkImage) {
     form.fill(24);
-    const Pixels light = picture();
+    const Pixels light = image();
     QPalette dark = QApplication::palette();
     dark.setColor(QPalette::Base, QColor(30, 32, 34));
     dark.setColor(QPalette::Text, QColor(220, 220, 220));
 
     chart().setPalette(dark);
 
-    const Pixels now = picture();
+    const Pixels now = image();
     EXPECT_EQ(now.at(2, 2), 0x1E2022U);
     EXPECT_GT(differingPart(now, light), 0.9);
 }

@@ -8,7 +8,7 @@ namespace {
 /// What cannot be used looks so.
 class DisabledLooksTest : public ProgramTest {
 protected:
-    static QImage picture(Control& control, bool enabled) {
+    static QImage image(Control& control, bool enabled) {
         control.setEnabled(enabled);
         takeQueued();
         return widget(control).grab().toImage().convertToFormat(QImage::Format_RGB32);
@@ -48,8 +48,8 @@ TEST_F(DisabledLooksTest, TheLabelsOfFieldsThatAreOffAreAsPaleAsTheirBoxes) {
     for (Label* label : {&frmOptions().lblLimitAction, &frmOptions().lblDurationTimeSep,
                          &frmOptions().lblTransferTicker}) {
         ASSERT_FALSE(label->enabled()) << label->name();
-        const int off = darkest(picture(*label, false));
-        const int on = darkest(picture(*label, true));
+        const int off = darkest(image(*label, false));
+        const int on = darkest(image(*label, true));
         EXPECT_LT(on, 64) << label->name();
         EXPECT_GT(off, on + 64) << label->name();
         EXPECT_LT(off, 224) << label->name();
@@ -64,7 +64,7 @@ TEST_F(DisabledLooksTest, EverythingWithATextLooksOtherwiseWhenItIsDisabled) {
                 box->setText("1");
             }
             if (hasText(*control)) {
-                const bool alike = picture(*control, true) == picture(*control, false);
+                const bool alike = image(*control, true) == image(*control, false);
                 EXPECT_FALSE(alike) << form->name() << "." << control->name();
             }
         }
@@ -76,8 +76,8 @@ TEST_F(DisabledLooksTest, AColouredLabelIsPaleTooWhenItIsDisabled) {
     Label& label = frmMain().lblActiveConnection;
     label.setForeColour({192, 0, 0});
 
-    const QImage on = picture(label, true);
-    const QImage off = picture(label, false);
+    const QImage on = image(label, true);
+    const QImage off = image(label, false);
 
     EXPECT_GT(darkest(off), darkest(on) + 16);
 }

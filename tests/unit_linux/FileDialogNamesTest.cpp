@@ -15,7 +15,7 @@ const std::string turned = "a\u202egnp.exe";
 const QString told = QStringLiteral("a[U+202E]gnp.exe");
 
 /// What a widget shows while nobody works in it.
-QImage pictureOf(QWidget& widget) {
+QImage imageOf(QWidget& widget) {
     widget.clearFocus();
     return widget.grab().toImage().convertToFormat(QImage::Format_RGB32);
 }
@@ -35,12 +35,12 @@ TEST_F(FileDialogNamesTest, TheBoxOfTheNameTellsOfATurnAndKeepsTheName) {
 
     open([&](QFileDialog& dialog) {
         nameOf(dialog).setText(name);
-        shown = pictureOf(nameOf(dialog));
+        shown = imageOf(nameOf(dialog));
         kept = nameOf(dialog).text();
         QLineEdit plain(told);
         plain.setFont(nameOf(dialog).font());
         plain.resize(nameOf(dialog).size());
-        wanted = pictureOf(plain);
+        wanted = imageOf(plain);
     });
 
     EXPECT_EQ(shown, wanted);
@@ -78,15 +78,15 @@ TEST_F(FileDialogNamesTest, TheFolderThatIsShownTellsOfATurn) {
     const auto shownFor = [&](const std::string& name) {
         const std::string path = folder.path() + "/" + name;
         data.lpstrInitialDir = path.c_str();
-        QImage picture;
+        QImage image;
         open([&](const QFileDialog& dialog) {
             auto& folders = *dialog.findChild<QComboBox*>(QStringLiteral("lookInCombo"));
             ASSERT_TRUE(spinUntil(
                 [&] { return folders.currentText().endsWith(QString::fromStdString(name)); }));
             folders.setItemIcon(folders.currentIndex(), QIcon());
-            picture = pictureOf(folders);
+            image = imageOf(folders);
         });
-        return picture;
+        return image;
     };
 
     const QImage shown = shownFor(turned);

@@ -396,7 +396,7 @@ TEST_F(NotificationAreaTest, AListOfItemsThatNothingShowsHasNoIconUntilSomething
     EXPECT_TRUE(spinUntil([&] { return ask(NotificationArea::modify); }));
 }
 
-TEST_F(NotificationAreaTest, APanelReadsTheTipAndThePicturesOfTheIcon) {
+TEST_F(NotificationAreaTest, APanelReadsTheTipAndTheImagesOfTheIcon) {
     PanelStandIn panel;
     std::string_view("Velmars Tarvik: Not monitoring.").copy(data.szTip, sizeof data.szTip - 1);
     ask(NotificationArea::add);
@@ -411,10 +411,10 @@ TEST_F(NotificationAreaTest, APanelReadsTheTipAndThePicturesOfTheIcon) {
 
     EXPECT_EQ(qdbus_cast<face::ItemToolTip>(read("ToolTip")).title,
               QStringLiteral("Velmars Tarvik: Not monitoring."));
-    const auto pictures = qdbus_cast<QList<face::ItemPixmap>>(read("IconPixmap"));
-    ASSERT_FALSE(pictures.isEmpty());
-    EXPECT_EQ(pictures[0].points.size(), 4 * pictures[0].width * pictures[0].height);
-    EXPECT_NE(pictures[0].points.count('\0'), pictures[0].points.size());
+    const auto images = qdbus_cast<QList<face::ItemPixmap>>(read("IconPixmap"));
+    ASSERT_FALSE(images.isEmpty());
+    EXPECT_EQ(images[0].points.size(), 4 * images[0].width * images[0].height);
+    EXPECT_NE(images[0].points.count('\0'), images[0].points.size());
 }
 
 TEST_F(NotificationAreaTest, AClickOnTheItemIsTheLeftButton) {

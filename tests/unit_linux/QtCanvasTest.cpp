@@ -68,11 +68,11 @@ TEST(QtCanvasTest, ThePainterIsAsBeforeAfterwards) {
 TEST(QtCanvasTest, LevelPartsOfASlantedLineAreSharp) {
     const auto mixed = [](Canvas& canvas) { drawLine(canvas, {{1, 2}, {6, 2}, {10, 5}}, 1); };
 
-    const std::string picture = seenOnCanvas(mixed, 1);
+    const std::string image = seenOnCanvas(mixed, 1);
 
-    EXPECT_EQ(picture.substr(0, 13), "............\n");
-    EXPECT_EQ(picture.substr(26, 6), ".#####");
-    EXPECT_NE(picture.find('?'), std::string::npos) << "slanted parts are smooth";
+    EXPECT_EQ(image.substr(0, 13), "............\n");
+    EXPECT_EQ(image.substr(26, 6), ".#####");
+    EXPECT_NE(image.find('?'), std::string::npos) << "slanted parts are smooth";
 }
 
 TEST(QtCanvasTest, DashesGoOnFromPartToPart) {
@@ -116,10 +116,10 @@ TEST(QtCanvasTest, AnAreaWithManyCornersIsFilled) {
 TEST(QtCanvasTest, ASlantedAreaIsFilled) {
     const auto triangle = [](Canvas& canvas) { drawPolygon(canvas, {{0, 0}, {12, 0}, {0, 6}}); };
 
-    const std::string picture = seenOnCanvas(triangle, 1);
+    const std::string image = seenOnCanvas(triangle, 1);
 
-    EXPECT_EQ(picture.substr(0, 9), "#########");
-    EXPECT_EQ(picture.substr(13 * 6), "............\n");
+    EXPECT_EQ(image.substr(0, 9), "#########");
+    EXPECT_EQ(image.substr(13 * 6), "............\n");
 }
 
 TEST(QtCanvasTest, TextStandsInItsBox) {

@@ -37,7 +37,7 @@ protected:
         return {area.right, area.bottom};
     }
 
-    Pixels picture() const {
+    Pixels image() const {
         const SIZE size = chartSize();
         const MemorySheet sheet(size.cx, size.cy);
         SendMessageA(chart(), WM_PRINTCLIENT, reinterpret_cast<WPARAM>(sheet.context()),
@@ -74,12 +74,12 @@ protected:
     FormOn<ChartForm> form{machine.platform.desktop};
 };
 
-TEST_F(ChartFaceTest, ThePictureComesToTheScreen) {
+TEST_F(ChartFaceTest, TheImageComesToTheScreen) {
     form.fill(24);
 
     UpdateWindow(chart());
 
-    EXPECT_EQ(screen(), picture());
+    EXPECT_EQ(screen(), image());
 }
 
 TEST_F(ChartFaceTest, AChartThatHasGrownIsPaintedWhole) {
@@ -107,7 +107,7 @@ TEST_F(ChartFaceTest, ArrowKeysStayInTheChart) {
 
 TEST_F(ChartFaceTest, APointerThatRestsLeavesTheReadingToTheKeys) {
     form.fill(24);
-    picture();
+    image();
     movePointer(chartSize().cx / 2);
     rowAfter(VK_HOME);
 
@@ -148,9 +148,9 @@ private:
     std::array<COLORREF, 2> before_{GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_WINDOWTEXT)};
 };
 
-TEST_F(ChartFaceTest, DarkColoursMakeADarkPicture) {
+TEST_F(ChartFaceTest, DarkColoursMakeADarkImage) {
     form.fill(24);
-    const Pixels light = picture();
+    const Pixels light = image();
     settle();
     UpdateWindow(chart());
 
@@ -158,8 +158,8 @@ TEST_F(ChartFaceTest, DarkColoursMakeADarkPicture) {
     SendMessageA(window(), WM_SYSCOLORCHANGE, 0, 0);
 
     EXPECT_TRUE(GetUpdateRect(chart(), nullptr, FALSE)) << "it is to be painted anew";
-    EXPECT_EQ(picture().at(2, 2), 0x1E2022U);
-    EXPECT_GT(differingPart(picture(), light), 0.9);
+    EXPECT_EQ(image().at(2, 2), 0x1E2022U);
+    EXPECT_GT(differingPart(image(), light), 0.9);
 }
 
 } // namespace

@@ -43,8 +43,8 @@ TEST(GdiCanvasTest, LevelPartsOfASlantedLineAreSharp) {
 // clang-format on
 
 TEST(GdiCanvasTest, AWideSlantedLineIsWider) {
-    const auto blackOf = [](const std::string& picture) {
-        return std::count(picture.begin(), picture.end(), '#');
+    const auto blackOf = [](const std::string& image) {
+        return std::count(image.begin(), image.end(), '#');
     };
     const auto thin = [](Canvas& canvas) { drawLine(canvas, {{1, 1}, {9, 5}}, 1); };
     const auto wide = [](Canvas& canvas) { drawLine(canvas, {{1, 1}, {9, 5}}, 3); };
@@ -68,10 +68,10 @@ TEST(GdiCanvasTest, ASlantedLineMayBeDashed) {
 TEST(GdiCanvasTest, ASlantedAreaIsFilled) {
     const auto draw = [](Canvas& canvas) { drawPolygon(canvas, {{0, 0}, {12, 0}, {0, 6}}); };
 
-    const std::string picture = seenOnCanvas(draw, 1);
+    const std::string image = seenOnCanvas(draw, 1);
 
-    EXPECT_EQ(picture.substr(0, 9), "#########");
-    EXPECT_EQ(picture.substr(13 * 6), "............\n");
+    EXPECT_EQ(image.substr(0, 9), "#########");
+    EXPECT_EQ(image.substr(13 * 6), "............\n");
 }
 
 TEST(GdiCanvasTest, TheContextIsAsBeforeAfterwards) {

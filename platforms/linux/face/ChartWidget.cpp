@@ -1,5 +1,5 @@
 #include "common/ChartReading.h"
-#include "controls/ChartPicture.h"
+#include "controls/ChartPainter.h"
 #include "linux/face/ControlWidget.h"
 #include "linux/face/FaceText.h"
 #include "linux/face/QtCanvas.h"
@@ -37,7 +37,7 @@ public:
     /// What the user does to the chart.
     using Action = std::function<void(Chart&)>;
 
-    ChartView(QWidget* parent, const Chart& chart) : QWidget(parent), picture_(chart) {
+    ChartView(QWidget* parent, const Chart& chart) : QWidget(parent), painter_(chart) {
         setFocusPolicy(Qt::StrongFocus);
         setMouseTracking(true);
         setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
@@ -54,7 +54,7 @@ protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         QtCanvas canvas(painter, size(), font());
-        picture_.draw(canvas, ChartPalette::on(colour(QPalette::Base), colour(QPalette::Text)));
+        painter_.draw(canvas, ChartPalette::on(colour(QPalette::Base), colour(QPalette::Text)));
         if (hasFocus()) {
             frame(canvas);
         }
@@ -70,7 +70,7 @@ protected:
 
     void mouseMoveEvent(QMouseEvent* event) override {
         const double place = std::floor(event->position().x() * devicePixelRatioF());
-        act([&](Chart& chart) { chart.setReadRow(picture_.rowAt(place)); });
+        act([&](Chart& chart) { chart.setReadRow(painter_.rowAt(place)); });
     }
 
     void leaveEvent(QEvent*) override {
@@ -101,7 +101,7 @@ private:
                 lines * metrics.lineSpacing()};
     }
 
-    ChartPicture picture_;
+    ChartPainter painter_;
 };
 
 /// Lets screen readers know what the widget is.

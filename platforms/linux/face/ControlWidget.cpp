@@ -27,7 +27,7 @@ void keepRoomWhenHidden(QWidget& widget) {
 } // namespace
 
 ControlWidget::ControlWidget(Control& control, QWidget* widget, FaceContext& context)
-    : ControlPicture(control, context), widget_(widget) {
+    : ControlPeer(control, context), widget_(widget) {
     if (widget_ != nullptr) {
         identify(*widget_, control.name());
         keepRoomWhenHidden(*widget_);

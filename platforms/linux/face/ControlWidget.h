@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/ControlPicture.h"
+#include "common/ControlPeer.h"
 #include "common/ReturningFocus.h"
 #include "controls/Control.h"
 #include "linux/face/Handle.h"
@@ -12,8 +12,8 @@
 
 namespace tarvik::face {
 
-/// The picture of one control: a widget, or none for a control that is not seen.
-class ControlWidget : public ControlPicture {
+/// The peer of one control: a widget, or none for a control that is not seen.
+class ControlWidget : public ControlPeer {
 public:
     /// `widget` belongs to its parent; null for a control that is not seen.
     ControlWidget(Control& control, QWidget* widget, FaceContext& context);
@@ -37,7 +37,7 @@ private:
     Handle handle_;
 };
 
-/// The picture for a control of any kind; null for a kind that is only shown when it is opened.
+/// The peer for a control of any kind; null for a kind that is only shown when it is opened.
 std::unique_ptr<ControlWidget> makeControlWidget(Control& control, QWidget& parent,
                                                  FaceContext& context);
 

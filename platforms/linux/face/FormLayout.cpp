@@ -97,13 +97,13 @@ private:
     }
 
     QWidget* makeWidget(const LayoutNode& node) {
-        ControlWidget& picture = widgetOf_(*node.control);
-        QWidget* widget = picture.widget();
+        ControlWidget& peer = widgetOf_(*node.control);
+        QWidget* widget = peer.widget();
         if (node.type == Type::Frame) {
             widget->setLayout(build(node.children.front()));
         }
         if (node.characters > 0) {
-            const int width = picture.widthFor(node.characters);
+            const int width = peer.widthFor(node.characters);
             widget->setMinimumWidth(width);
             if (node.stretch == 0) {
                 widget->setMaximumWidth(width);

@@ -9,7 +9,7 @@ class QLayout;
 
 namespace tarvik::face {
 
-/// Finds the picture of a control.
+/// Finds the widget of a control.
 using WidgetOf = std::function<ControlWidget&(const Control&)>;
 
 /// The toolkit's own layouts for a layout tree, without a parent yet.

@@ -26,7 +26,7 @@ FormWindow::FormWindow(Form& form, FaceContext& context) : form_(form), context_
     form_.attach(this);
     if (const LayoutNode* layout = form.layout()) {
         setLayout(makeLayout(*layout, [this](const Control& control) -> ControlWidget& {
-            return *picture(&control);
+            return *widgetOf(&control);
         }));
         connectLabels();
         orderTabs();
@@ -53,7 +53,7 @@ void FormWindow::disconnectForm() {
     }
     detached_ = true;
     form_.attach(nullptr);
-    for (const auto& own : pictures_) {
+    for (const auto& own : widgets_) {
         own->detach();
     }
 }
@@ -68,31 +68,31 @@ void FormWindow::makeWidgets() {
         if (seen || works) {
             if (auto made = makeControlWidget(*control, *this, context_)) {
                 made->shareFocus(focus_);
-                pictures_.push_back(std::move(made));
+                widgets_.push_back(std::move(made));
             }
         }
     }
 }
 
-ControlWidget* FormWindow::picture(const Control* control) const {
-    const auto found = std::find_if(pictures_.begin(), pictures_.end(),
+ControlWidget* FormWindow::widgetOf(const Control* control) const {
+    const auto found = std::find_if(widgets_.begin(), widgets_.end(),
                                     [&](const auto& own) { return &own->control() == control; });
-    return found == pictures_.end() ? nullptr : found->get();
+    return found == widgets_.end() ? nullptr : found->get();
 }
 
 Control* FormWindow::controlOf(std::uint32_t handle) const {
-    const auto found = std::find_if(pictures_.begin(), pictures_.end(),
+    const auto found = std::find_if(widgets_.begin(), widgets_.end(),
                                     [&](const auto& own) { return own->handle() == handle; });
-    return found == pictures_.end() ? nullptr : &(*found)->control();
+    return found == widgets_.end() ? nullptr : &(*found)->control();
 }
 
 void FormWindow::connectLabels() {
-    for (const auto& own : pictures_) {
+    for (const auto& own : widgets_) {
         if (own->control().kind() != ControlKind::Label) {
             continue;
         }
         const auto& label = static_cast<const Label&>(own->control());
-        if (const ControlWidget* named = picture(label.labelled())) {
+        if (const ControlWidget* named = widgetOf(label.labelled())) {
             static_cast<QLabel*>(own->widget())->setBuddy(named->widget());
         }
     }
@@ -101,7 +101,7 @@ void FormWindow::connectLabels() {
 void FormWindow::orderTabs() {
     QWidget* before = nullptr;
     for (const Control* control : controlsInOrder(*form_.layout())) {
-        QWidget* widget = picture(control)->widget();
+        QWidget* widget = widgetOf(control)->widget();
         if (widget->focusPolicy() == Qt::NoFocus) {
             continue;
         }
@@ -110,10 +110,10 @@ void FormWindow::orderTabs() {
         }
         before = widget;
     }
-    if (const ControlWidget* first = picture(form_.initialFocus())) {
+    if (const ControlWidget* first = widgetOf(form_.initialFocus())) {
         first->widget()->setFocus();
     }
-    if (const ControlWidget* button = picture(form_.defaultButton())) {
+    if (const ControlWidget* button = widgetOf(form_.defaultButton())) {
         static_cast<QPushButton*>(button->widget())->setDefault(true);
     }
 }
@@ -188,7 +188,7 @@ void FormWindow::keyPressEvent(QKeyEvent* event) {
     CommandButton* button = enter                            ? form_.defaultButton()
                             : event->key() == Qt::Key_Escape ? form_.cancelButton()
                                                              : nullptr;
-    if (const ControlWidget* shownButton = picture(button)) {
+    if (const ControlWidget* shownButton = widgetOf(button)) {
         static_cast<QPushButton*>(shownButton->widget())->click();
     } else if (event->key() == Qt::Key_Escape && form_.escapeCloses()) {
         close();

@@ -46,12 +46,12 @@ private:
     void makeWidgets();
     void connectLabels();
     void orderTabs();
-    ControlWidget* picture(const Control* control) const;
+    ControlWidget* widgetOf(const Control* control) const;
 
     Form& form_;
     FaceContext& context_;
     ReturningFocus<QWidget*> focus_;
-    std::vector<std::unique_ptr<ControlWidget>> pictures_;
+    std::vector<std::unique_ptr<ControlWidget>> widgets_;
     Handle handle_;
     bool detached_ = false;
     bool changePending_ = false;

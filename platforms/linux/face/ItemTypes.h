@@ -14,7 +14,7 @@ namespace tarvik::face {
 /// Of every object on the bus.
 inline const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
 
-/// A picture of an icon: 32 bits for each point, alpha first, in the order of the network.
+/// An image of an icon: 32 bits for each point, alpha first, in the order of the network.
 struct ItemPixmap {
     int width = 0;
     int height = 0;

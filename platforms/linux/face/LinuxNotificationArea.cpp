@@ -144,15 +144,15 @@ void LinuxNotificationArea::showLast() {
     }
     if (shownIcon_ != which_) {
         shownIcon_ = which_;
-        picturedIcon_ = trayIcon(*which_);
+        iconImage_ = trayIcon(*which_);
     }
     if (item_ != nullptr) {
-        item_->show(picturedIcon_, tip_);
+        item_->show(iconImage_, tip_);
     }
     if (icon_ != nullptr &&
         (!icon_->isVisible() || icon_->toolTip() != tip_ || icon_->property("which") != *which_)) {
         icon_->setProperty("which", *which_);
-        icon_->setIcon(picturedIcon_);
+        icon_->setIcon(iconImage_);
         icon_->setToolTip(tip_);
         // Where no panel is there yet, the icon appears when one comes.
         icon_->show();

@@ -57,7 +57,7 @@ private:
     std::uint32_t picture_ = 0;          ///< receives the icon's mouse messages
     std::optional<std::uint32_t> which_; ///< which icon the last record showed
     std::optional<std::uint32_t> shownIcon_;
-    QIcon picturedIcon_; ///< the picture of `shownIcon_`
+    QIcon iconImage_; ///< what `shownIcon_` looks like
     QString tip_;
     std::unique_ptr<ItemPanelWatch> panels_;   ///< null while no icon was added
     std::unique_ptr<QSystemTrayIcon> icon_;    ///< null where a panel has taken the item

@@ -17,7 +17,7 @@ public:
         widget->setAutoExclusive(false);
         refresh(Property::Value);
         // Pressed by hand it is toggled as by a screen reader, which clicks nothing. It cannot be
-        // taken back: the picture follows the model then.
+        // taken back: the widget follows the model then.
         QObject::connect(widget, &QRadioButton::toggled, widget, [this](bool chosen) {
             fromUser(Property::Value, [&] {
                 if (chosen) {

@@ -1,5 +1,5 @@
 #include "common/ChartReading.h"
-#include "controls/ChartPicture.h"
+#include "controls/ChartPainter.h"
 #include "windows/face/ControlWindow.h"
 #include "windows/face/GdiCanvas.h"
 
@@ -18,7 +18,7 @@ Colour systemColour(int which) {
     return {GetRValue(colour), GetGValue(colour), GetBValue(colour)};
 }
 
-/// A picture in memory that is shown at once when it is finished.
+/// A bitmap in memory that is shown at once when it is finished.
 class Sheet {
 public:
     Sheet(HDC screen, SIZE size)
@@ -61,7 +61,7 @@ public:
         : ControlWindow(
               chart, site,
               makeChild(chart, site, registeredClass(), site.shown(chart.title()), WS_TABSTOP)),
-          chart_(chart), picture_(chart) {
+          chart_(chart), painter_(chart) {
         SetWindowLongPtrA(window(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
         refresh(Property::Caption);
     }
@@ -177,7 +177,7 @@ private:
             GdiCanvas canvas(context, {area.right, area.bottom},
                              dotsPerInch(window()) / plainResolution, font_,
                              site().context().codePage);
-            picture_.draw(canvas, ChartPalette::on(systemColour(COLOR_WINDOW),
+            painter_.draw(canvas, ChartPalette::on(systemColour(COLOR_WINDOW),
                                                    systemColour(COLOR_WINDOWTEXT)));
         }
         const LRESULT state = SendMessageA(window(), WM_QUERYUISTATE, 0, 0);
@@ -206,7 +206,7 @@ private:
         leaving.hwndTrack = window();
         TrackMouseEvent(&leaving);
         const int x = static_cast<std::int16_t>(LOWORD(place));
-        fromUser(Property::Reading, [&] { chart_.setReadRow(picture_.rowAt(x)); });
+        fromUser(Property::Reading, [&] { chart_.setReadRow(painter_.rowAt(x)); });
     }
 
     void onMouseLeave() {
@@ -215,7 +215,7 @@ private:
     }
 
     Chart& chart_;
-    ChartPicture picture_;
+    ChartPainter painter_;
     HFONT font_ = nullptr;
     int shownRow_ = Chart::none;
     std::optional<LPARAM> pointer_; ///< where it is over the window

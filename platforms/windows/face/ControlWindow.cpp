@@ -14,7 +14,7 @@ constexpr UINT_PTR focusWatch = 1; // beside the subclasses of the kinds
 }
 
 ControlWindow::ControlWindow(Control& control, ControlSite& site, HWND window)
-    : ControlPicture(control, site.context()), site_(site), window_(window) {
+    : ControlPeer(control, site.context()), site_(site), window_(window) {
     if (window_ != nullptr) {
         refreshShared(Property::Enabled);
         refreshShared(Property::ToolTip);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "common/ControlPicture.h"
+#include "common/ControlPeer.h"
 #include "controls/Controls.h"
 #include "controls/LayoutSolver.h"
 #include "windows/face/FaceFont.h"
@@ -14,7 +14,7 @@ namespace tarvik::face {
 
 class ControlWindow;
 
-/// What a control's picture needs of the window it stands in.
+/// What a control's peer needs of the window it stands in.
 class ControlSite {
 public:
     virtual ~ControlSite() = default;
@@ -32,8 +32,8 @@ public:
     virtual void focusMayMove() = 0;
 };
 
-/// The picture of one control: a child window, or none for a control that is not seen.
-class ControlWindow : public ControlPicture {
+/// The peer of one control: a child window, or none for a control that is not seen.
+class ControlWindow : public ControlPeer {
 public:
     ControlWindow(Control& control, ControlSite& site, HWND window);
     ~ControlWindow() override;
@@ -84,7 +84,7 @@ int widestText(const FaceFont& font, const std::string& text,
 HWND makeChild(const Control& control, const ControlSite& site, const char* className,
                const std::string& text, DWORD style, DWORD extendedStyle = 0);
 
-/// The picture for a control of any kind; null for a kind that is only shown when it is opened.
+/// The peer for a control of any kind; null for a kind that is only shown when it is opened.
 std::unique_ptr<ControlWindow> makeControlWindow(Control& control, ControlSite& site);
 
 // One maker for each kind.

@@ -29,7 +29,7 @@ UnloadMode reasonOf(LPARAM details) {
 
 FormWindow::FormWindow(Form& form, WindowContext& context) : form_(form), context_(context) {
     makeWindow();
-    makePictures();
+    makeChildren();
     form_.attach(this);
     if (form_.layout() != nullptr) {
         useFont(dotsPerInch(window_));
@@ -43,7 +43,7 @@ FormWindow::FormWindow(Form& form, WindowContext& context) : form_(form), contex
 
 FormWindow::~FormWindow() {
     detach();
-    pictures_.clear();
+    children_.clear();
     tips_.reset();
     SetWindowLongPtrA(window_, GWLP_USERDATA, 0);
     DestroyWindow(window_);
@@ -55,7 +55,7 @@ void FormWindow::detach() {
     }
     detached_ = true;
     form_.attach(nullptr);
-    for (const auto& own : pictures_) {
+    for (const auto& own : children_) {
         own->detach();
     }
     ShowWindow(window_, SW_HIDE);
@@ -89,7 +89,7 @@ void FormWindow::makeWindow() {
     dontScaleDialog(window_);
 }
 
-void FormWindow::makePictures() {
+void FormWindow::makeChildren() {
     // Windows are made in the order of the layout, which is then that of the tab key; a label is
     // made right before the input that it names.
     std::vector<Control*> controls;
@@ -105,15 +105,15 @@ void FormWindow::makePictures() {
     }
     for (Control* control : controls) {
         if (auto made = makeControlWindow(*control, *this)) {
-            pictures_.push_back(std::move(made));
+            children_.push_back(std::move(made));
         }
     }
 }
 
-ControlWindow* FormWindow::picture(const Control* control) const {
-    const auto found = std::find_if(pictures_.begin(), pictures_.end(),
+ControlWindow* FormWindow::childOf(const Control* control) const {
+    const auto found = std::find_if(children_.begin(), children_.end(),
                                     [&](const auto& own) { return &own->control() == control; });
-    return found == pictures_.end() ? nullptr : found->get();
+    return found == children_.end() ? nullptr : found->get();
 }
 
 void FormWindow::groupControls() {
@@ -124,7 +124,7 @@ void FormWindow::groupControls() {
                control.kind() == ControlKind::OptionButton;
     };
     const Control* before = nullptr;
-    for (const auto& own : pictures_) {
+    for (const auto& own : children_) {
         const Control& control = own->control();
         const bool goesOn = before != nullptr && before->kind() == control.kind() && leads(control);
         if (own->window() != nullptr && !goesOn) {
@@ -138,9 +138,9 @@ void FormWindow::groupControls() {
 void FormWindow::orderFocus() {
     if (const CommandButton* button = form_.defaultButton()) {
         SendMessageA(window_, DM_SETDEFID, static_cast<WPARAM>(controlId(*button)), 0);
-        SendMessageA(picture(button)->window(), BM_SETSTYLE, BS_DEFPUSHBUTTON, FALSE);
+        SendMessageA(childOf(button)->window(), BM_SETSTYLE, BS_DEFPUSHBUTTON, FALSE);
     }
-    if (const ControlWindow* first = picture(form_.initialFocus())) {
+    if (const ControlWindow* first = childOf(form_.initialFocus())) {
         focusOrder_.push_back(first);
     }
 }
@@ -281,12 +281,12 @@ void FormWindow::onCommand(int id, int notification) {
     if (id == IDOK || id == IDCANCEL) {
         // Enter and Escape, wherever the focus is.
         const CommandButton* button = id == IDOK ? form_.defaultButton() : form_.cancelButton();
-        if (ControlWindow* own = picture(button)) {
+        if (ControlWindow* own = childOf(button)) {
             own->onNotification(BN_CLICKED);
         } else if (id == IDCANCEL && form_.escapeCloses()) {
             SendMessageA(window_, WM_SYSCOMMAND, SC_CLOSE, 0); // as the close box does
         }
-    } else if (ControlWindow* own = picture(controlWithId(form_, id))) {
+    } else if (ControlWindow* own = childOf(controlWithId(form_, id))) {
         own->onNotification(notification);
     }
 }
@@ -295,7 +295,7 @@ LRESULT FormWindow::onNews(LPARAM record) {
     // A record may stand at any address: the one of a key in a list has its fields without gaps.
     NMHDR news{};
     std::memcpy(&news, reinterpret_cast<const void*>(record), sizeof news);
-    ControlWindow* const own = picture(controlWithId(form_, static_cast<int>(news.idFrom)));
+    ControlWindow* const own = childOf(controlWithId(form_, static_cast<int>(news.idFrom)));
     return own == nullptr ? 0 : own->onNews(news.code, record);
 }
 
@@ -322,7 +322,7 @@ void FormWindow::onClose() {
 }
 
 void FormWindow::onTimer(int id) {
-    if (ControlWindow* own = picture(controlWithId(form_, id))) {
+    if (ControlWindow* own = childOf(controlWithId(form_, id))) {
         own->onTimer();
     }
 }
@@ -340,10 +340,10 @@ void FormWindow::onSize(WPARAM how) {
 }
 
 LRESULT FormWindow::onColour(HDC context, HWND control) const {
-    const auto found = std::find_if(pictures_.begin(), pictures_.end(),
+    const auto found = std::find_if(children_.begin(), children_.end(),
                                     [&](const auto& own) { return own->window() == control; });
     const COLORREF ground = GetSysColor(COLOR_3DFACE);
-    SetTextColor(context, found == pictures_.end()
+    SetTextColor(context, found == children_.end()
                               ? GetSysColor(COLOR_WINDOWTEXT)
                               : textColour((*found)->textColour(), ground, strongContrast()));
     // Read-only boxes look like the window: they do not invite typing.

@@ -47,10 +47,10 @@ private:
     LRESULT passOn(UINT message, WPARAM first, LPARAM second);
 
     void makeWindow();
-    void makePictures();
+    void makeChildren();
     void groupControls();
     void orderFocus();
-    ControlWindow* picture(const Control* control) const;
+    ControlWindow* childOf(const Control* control) const;
 
     // What happens to the window.
     void onCommand(int id, int notification);
@@ -88,7 +88,7 @@ private:
     std::unique_ptr<FaceFont> font_;
     int dotsPerInch_ = 0;            ///< of the font
     std::unique_ptr<ToolTips> tips_; ///< made with the first tip
-    std::vector<std::unique_ptr<ControlWindow>> pictures_;
+    std::vector<std::unique_ptr<ControlWindow>> children_;
     mutable std::optional<LayoutSize> leastSize_; ///< as long as no control has changed its size
     bool detached_ = false;
     bool changePending_ = false;

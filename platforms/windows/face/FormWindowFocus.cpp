@@ -54,7 +54,7 @@ HWND FormWindow::placeOfFocus() const {
     if (arrivalKnown_) {
         return window_;
     }
-    const ControlWindow* first = picture(form_.initialFocus());
+    const ControlWindow* first = childOf(form_.initialFocus());
     const HWND place = first != nullptr && canTake(first->window())
                            ? first->window()
                            : GetNextDlgTabItem(window_, nullptr, FALSE);

@@ -21,7 +21,7 @@ constexpr int widestTip = 60; // characters
 void FormWindow::useFont(int resolution) {
     auto font = std::make_unique<FaceFont>(resolution);
     dotsPerInch_ = resolution;
-    for (const auto& own : pictures_) {
+    for (const auto& own : children_) {
         if (own->window() != nullptr) {
             SendMessageA(own->window(), WM_SETFONT, reinterpret_cast<WPARAM>(font->handle()),
                          FALSE);
@@ -45,7 +45,7 @@ LayoutMetrics FormWindow::metrics() const {
     const FaceFont& font = *font_;
     return {.measure =
                 [this](const Control& control, int characters, int lines) {
-                    return picture(&control)->measure(*font_, characters, lines);
+                    return childOf(&control)->measure(*font_, characters, lines);
                 },
             .horizontalGap = font.horizontalUnits(related),
             .verticalGap = font.verticalUnits(related),
@@ -108,7 +108,7 @@ void FormWindow::placeControls() {
     HDWP moves = BeginDeferWindowPos(static_cast<int>(placed.size()));
     for (const PlacedControl& each : placed) {
         const LayoutRect& rect = each.rect;
-        moves = DeferWindowPos(moves, picture(each.control)->window(), nullptr, rect.left, rect.top,
+        moves = DeferWindowPos(moves, childOf(each.control)->window(), nullptr, rect.left, rect.top,
                                rect.width, rect.height, SWP_NOZORDER | SWP_NOACTIVATE);
     }
     EndDeferWindowPos(moves);
@@ -123,7 +123,7 @@ void FormWindow::showWhatIsSeen() {
     for (const Control* control : controlsInOrder(*form_.layout())) {
         const bool seen =
             std::find(seenControls.begin(), seenControls.end(), control) != seenControls.end();
-        const HWND window = picture(control)->window();
+        const HWND window = childOf(control)->window();
         if (seen != ((GetWindowLongA(window, GWL_STYLE) & WS_VISIBLE) != 0)) {
             ShowWindow(window, seen ? SW_SHOWNA : SW_HIDE);
         }

@@ -27,13 +27,13 @@ Pixels drawn(const ChartCase& one) {
     QImage image(ChartCase::width, ChartCase::height, QImage::Format_RGB32);
     QPainter painter(&image);
     face::QtCanvas canvas(painter, image.size(), knownFont());
-    ChartPicture(form.chart).draw(canvas, one.palette());
+    ChartPainter(form.chart).draw(canvas, one.palette());
     return pixelsOf(image);
 }
 
 Pixels kept(const ChartCase& one) {
-    return pixelsOf(
-        QImage(QStringLiteral(TARVIK_PICTURES "/%1.png").arg(QString::fromStdString(one.name))));
+    return pixelsOf(QImage(
+        QStringLiteral(TARVIK_REFERENCE_IMAGES "/%1.png").arg(QString::fromStdString(one.name))));
 }
 
 bool writeImage(const Pixels& pixels, const std::filesystem::path& file) {

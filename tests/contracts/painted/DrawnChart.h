@@ -1,13 +1,13 @@
 #pragma once
 
-#include "support/ChartPictures.h"
+#include "support/ChartCases.h"
 #include "support/Pixels.h"
 
 #include <filesystem>
 
 namespace tarvik {
 
-// How charts look on a face: what it draws now, and what is kept in tests/pictures.
+// How charts look on a face: what it draws now, and what is kept in tests/reference_images.
 
 /// With a font that looks the same on every machine of the platform.
 Pixels drawn(const ChartCase& one);

@@ -10,7 +10,7 @@ namespace {
 /// Of all pixels; what another version of the system or the toolkit may do differently.
 constexpr double tolerance = 0.005;
 
-/// Writes what was drawn as the picture of that case; the name of its file.
+/// Writes what was drawn as the image of that case; the name of its file.
 std::string write(const Pixels& pixels, const std::filesystem::path& folder, const ChartCase& one) {
     std::error_code ignored;
     std::filesystem::create_directories(folder, ignored);
@@ -22,20 +22,20 @@ class DrawnChartContract : public testing::TestWithParam<ChartCase> {};
 
 TEST_P(DrawnChartContract, LooksAsItShould) {
     const Pixels now = drawn(GetParam());
-    if (const char* folder = std::getenv("TARVIK_WRITE_PICTURES"); folder != nullptr) {
+    if (const char* folder = std::getenv("TARVIK_WRITE_IMAGES"); folder != nullptr) {
         GTEST_SKIP() << "Written to " << write(now, folder, GetParam());
     }
 
     EXPECT_LE(differingPart(now, kept(GetParam())), tolerance)
         << "What was drawn is in "
-        << write(now, std::filesystem::temp_directory_path() / "tarvik-pictures", GetParam())
-        << ". If it is right, TARVIK_WRITE_PICTURES=FOLDER writes all pictures anew.";
+        << write(now, std::filesystem::temp_directory_path() / "tarvik-images", GetParam())
+        << ". If it is right, TARVIK_WRITE_IMAGES=FOLDER writes all images anew.";
 }
 
 INSTANTIATE_TEST_SUITE_P(All, DrawnChartContract, testing::ValuesIn(chartCases()),
                          [](const auto& one) { return nameOf(one.param); });
 
-TEST(DrawnChartsContract, APictureThatLacksALineIsNoticed) {
+TEST(DrawnChartsContract, AnImageThatLacksALineIsNoticed) {
     const Pixels one = drawn({.name = "line_one"});
     const Pixels two = drawn({.name = "line_two", .columns = 2});
 

@@ -24,7 +24,7 @@ public:
     Images(const Images&) = delete;
     Images& operator=(const Images&) = delete;
 
-    /// A picture among the program's resources; empty when it is not there.
+    /// A image among the program's resources; empty when it is not there.
     static Pixels resource(const std::string& name) {
         const HRSRC found = FindResourceA(nullptr, name.c_str(), MAKEINTRESOURCEA(10));
         if (found == nullptr) {
@@ -99,7 +99,7 @@ Pixels drawn(const ChartCase& one) {
     {
         face::GdiCanvas canvas(sheet.context(), {ChartCase::width, ChartCase::height}, 1,
                                font.handle());
-        ChartPicture(form.chart).draw(canvas, one.palette());
+        ChartPainter(form.chart).draw(canvas, one.palette());
     }
     return sheet.pixels();
 }

@@ -74,27 +74,27 @@ class PanelTest(ProgramTest):
         self.assertEqual(program.wait_exit(), 0)
         self.assertIn("IsLocked=0", self.read_ini())
 
-    def test_each_state_has_its_picture(self):
+    def test_each_state_has_its_image(self):
         program = self.start_quietly()
-        pictures = {"off": self.stable_picture(())}
+        images = {"off": self.stable_image(())}
 
         program.press("cmdMonitor")
         program.wait_text("lblMonitoring", "Monitoring: active")
-        pictures["waiting"] = self.stable_picture(pictures.values())
+        images["waiting"] = self.stable_image(images.values())
         self.connect(program)
-        pictures["online"] = self.stable_picture(pictures.values())
+        images["online"] = self.stable_image(images.values())
 
-        for name, points in pictures.items():
+        for name, points in images.items():
             self.assertGreater(len(set(points)), 3, name)
 
-    def stable_picture(self, others):
-        """The icon's picture, once it is none of the others."""
+    def stable_image(self, others):
+        """The icon's image, once it is none of the others."""
 
-        def picture():
-            points = self.desktop.icon_picture()
+        def image():
+            points = self.desktop.icon_image()
             return points if len(set(points)) > 3 and points not in others else None
 
-        return wait_for("another picture of the icon", picture)
+        return wait_for("another image of the icon", image)
 
     def test_started_out_of_the_way_the_window_waits_behind_the_icon(self):
         self.write_ini()

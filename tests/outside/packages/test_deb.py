@@ -85,8 +85,8 @@ class PackageTest(unittest.TestCase):
 
     def test_every_icon_has_the_size_of_its_folder(self):
         for size in ICON_SIZES:
-            picture = self.folder / ("usr/share/icons/hicolor/%dx%d/apps/tarvik.png" % (size, size))
-            self.assertEqual(struct.unpack(">II", picture.read_bytes()[16:24]), (size, size))
+            image = self.folder / ("usr/share/icons/hicolor/%dx%d/apps/tarvik.png" % (size, size))
+            self.assertEqual(struct.unpack(">II", image.read_bytes()[16:24]), (size, size))
 
     def test_the_manual_pages_are_set_without_a_warning(self):
         for program in PROGRAMS:

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/ChartPicture.h"
+#include "controls/ChartPainter.h"
 #include "controls/RecordingCanvas.h"
 #include "controls/TestForm.h"
 
@@ -52,12 +52,12 @@ protected:
 
     RecordingCanvas draw(double width, double height, double scale = 1) {
         RecordingCanvas canvas({width, height}, scale);
-        picture.draw(canvas, palette);
+        painter.draw(canvas, palette);
         return canvas;
     }
 
     DrawnBox plot() const {
-        const CanvasArea& area = picture.plot();
+        const CanvasArea& area = painter.plot();
         return {area.left, area.top, area.right, area.bottom};
     }
     /// Where a value of a scale stands, in whole pixels.
@@ -128,7 +128,7 @@ protected:
 
     BareForm form;
     Chart chart{form, "chtValues", {.title = "Traffic"}};
-    ChartPicture picture{chart};
+    ChartPainter painter{chart};
 };
 
 /// Numbers that look thrown but are the same in every run.

@@ -409,7 +409,7 @@ TEST_F(ChartTest, ASummaryLeavesOutRowsWithoutValues) {
     EXPECT_EQ(chart.summary(), "Line chart; 1 to 2, 2 in all; from 5 to 6");
 }
 
-TEST_F(ChartTest, WithoutValuesTheSummaryIsTheTextInThePicture) {
+TEST_F(ChartTest, WithoutValuesTheSummaryIsTheTextOnTheSheet) {
     chart.setEmptyText("Nothing yet.");
 
     EXPECT_EQ(chart.summary(), "Nothing yet.");

@@ -53,7 +53,7 @@ public:
     const LocaleData& data() override { fault(); }
 };
 
-/// A window or a control whose picture cannot be changed.
+/// A window or a control whose widget cannot be changed.
 class FaultyView : public FormView, public ControlView {
 public:
     void refreshVisibility() override { fault(); }

@@ -7,14 +7,14 @@ namespace {
 /// most three characters wide, 21 pixels: the plot begins at 8 + 21 + 4 and ends at 399 - 2 * 8. It
 /// lies below two texts and half a number, 8 + 2.5 * 14 + 2 * 4, and above two texts,
 /// 295 - 8 - 2 * 14 - 2 * 4. So a row is 35 pixels wide, and the value v stands at 251 - 2 * v.
-class ChartPictureTest : public ChartOnSheet {
+class ChartPainterTest : public ChartOnSheet {
 protected:
     static constexpr double left = 33;
     static constexpr double top = 51;
     static constexpr double right = 383;
     static constexpr double bottom = 251;
 
-    ChartPictureTest() { fill({tens}); }
+    ChartPainterTest() { fill({tens}); }
 
     RecordingCanvas draw() { return ChartOnSheet::draw(399, 295); }
 
@@ -40,13 +40,13 @@ protected:
     const Values tens{10, 20, 30, 40, 50, 60, 70, 80, 90, 100};
 };
 
-TEST_F(ChartPictureTest, ThePlotLeavesRoomForAllTexts) {
+TEST_F(ChartPainterTest, ThePlotLeavesRoomForAllTexts) {
     draw();
 
-    EXPECT_EQ(picture.plot(), (CanvasArea{left, top, right, bottom}));
+    EXPECT_EQ(painter.plot(), (CanvasArea{left, top, right, bottom}));
 }
 
-TEST_F(ChartPictureTest, TheSheetIsCoveredFirst) {
+TEST_F(ChartPainterTest, TheSheetIsCoveredFirst) {
     const Drawn first = draw().drawn.front();
 
     EXPECT_EQ(first.kind, Kind::Polygon);
@@ -54,7 +54,7 @@ TEST_F(ChartPictureTest, TheSheetIsCoveredFirst) {
     EXPECT_EQ(first.points, rectangle(0, 0, 399, 295));
 }
 
-TEST_F(ChartPictureTest, TenPartsOfTheValuesHaveLines) {
+TEST_F(ChartPainterTest, TenPartsOfTheValuesHaveLines) {
     setAxis(ChartAxisId::X, "Days", GridPen::None, GridPen::None);
 
     std::vector<Points> expected;
@@ -64,7 +64,7 @@ TEST_F(ChartPictureTest, TenPartsOfTheValuesHaveLines) {
     EXPECT_EQ(lines(majorGrid), expected);
 }
 
-TEST_F(ChartPictureTest, OneLineStandsBetweenEachTwoOfTheValues) {
+TEST_F(ChartPainterTest, OneLineStandsBetweenEachTwoOfTheValues) {
     setAxis(ChartAxisId::X, "Days", GridPen::None, GridPen::None);
 
     std::vector<Points> expected;
@@ -74,7 +74,7 @@ TEST_F(ChartPictureTest, OneLineStandsBetweenEachTwoOfTheValues) {
     EXPECT_EQ(lines(minorGrid), expected);
 }
 
-TEST_F(ChartPictureTest, RowsHaveLinesInTheirMiddle) {
+TEST_F(ChartPainterTest, RowsHaveLinesInTheirMiddle) {
     setAxis(ChartAxisId::Y, "Bytes", GridPen::None, GridPen::None);
 
     std::vector<Points> expected;
@@ -84,7 +84,7 @@ TEST_F(ChartPictureTest, RowsHaveLinesInTheirMiddle) {
     EXPECT_EQ(lines(majorGrid), expected);
 }
 
-TEST_F(ChartPictureTest, OneLineStandsBetweenEachTwoRows) {
+TEST_F(ChartPainterTest, OneLineStandsBetweenEachTwoRows) {
     setAxis(ChartAxisId::Y, "Bytes", GridPen::None, GridPen::None);
 
     std::vector<Points> expected;
@@ -94,7 +94,7 @@ TEST_F(ChartPictureTest, OneLineStandsBetweenEachTwoRows) {
     EXPECT_EQ(lines(minorGrid), expected);
 }
 
-TEST_F(ChartPictureTest, GridLinesAreDottedAndThin) {
+TEST_F(ChartPainterTest, GridLinesAreDottedAndThin) {
     const RecordingCanvas canvas = draw();
 
     for (const Colour& colour : {majorGrid, minorGrid}) {
@@ -107,7 +107,7 @@ TEST_F(ChartPictureTest, GridLinesAreDottedAndThin) {
     }
 }
 
-TEST_F(ChartPictureTest, WithoutPensThereIsNoGrid) {
+TEST_F(ChartPainterTest, WithoutPensThereIsNoGrid) {
     setAxis(ChartAxisId::X, "Days", GridPen::None, GridPen::None);
     setAxis(ChartAxisId::Y, "Bytes", GridPen::None, GridPen::None);
 
@@ -115,7 +115,7 @@ TEST_F(ChartPictureTest, WithoutPensThereIsNoGrid) {
     EXPECT_TRUE(lines(minorGrid).empty());
 }
 
-TEST_F(ChartPictureTest, EachKindOfGridLineHasAPenOfItsOwn) {
+TEST_F(ChartPainterTest, EachKindOfGridLineHasAPenOfItsOwn) {
     setAxis(ChartAxisId::X, "Days", GridPen::None, GridPen::Ditted);
     setAxis(ChartAxisId::Y, "Bytes", GridPen::Ditted, GridPen::None);
 
@@ -123,14 +123,14 @@ TEST_F(ChartPictureTest, EachKindOfGridLineHasAPenOfItsOwn) {
     EXPECT_EQ(lines(minorGrid).size(), 9U);
 }
 
-TEST_F(ChartPictureTest, AxesRunAlongTheValuesAndAlongZero) {
+TEST_F(ChartPainterTest, AxesRunAlongTheValuesAndAlongZero) {
     const RecordingCanvas canvas = draw();
 
     EXPECT_EQ(pointsOf(canvas.of(Kind::Line, axis)), (std::vector<Points>{down(33), across(251)}));
     EXPECT_EQ(canvas.of(Kind::Line, axis)[0].style, LineStyle::Solid);
 }
 
-TEST_F(ChartPictureTest, PartsAreNumberedBesideTheirLines) {
+TEST_F(ChartPainterTest, PartsAreNumberedBesideTheirLines) {
     const std::vector<Drawn> numbers = valueLabels(draw());
 
     ASSERT_EQ(numbers.size(), 11U);
@@ -142,7 +142,7 @@ TEST_F(ChartPictureTest, PartsAreNumberedBesideTheirLines) {
     EXPECT_EQ(numbers[10].points[0], (CanvasPoint{8, 44}));
 }
 
-TEST_F(ChartPictureTest, PartsAreNumberedAsTheUserWritesNumbers) {
+TEST_F(ChartPainterTest, PartsAreNumberedAsTheUserWritesNumbers) {
     LocaleData locale;
     locale.decimalSeparator = ",";
     locale.thousandsSeparator = ".";
@@ -154,14 +154,14 @@ TEST_F(ChartPictureTest, PartsAreNumberedAsTheUserWritesNumbers) {
     EXPECT_NE(draw().textThatReads("0,250"), nullptr);
 }
 
-TEST_F(ChartPictureTest, ZeroHasNoMinus) {
+TEST_F(ChartPainterTest, ZeroHasNoMinus) {
     fill({{-0.2, 0.1}});
 
     EXPECT_NE(draw().textThatReads("0.00"), nullptr);
     EXPECT_EQ(draw().textThatReads("-0.00"), nullptr);
 }
 
-TEST_F(ChartPictureTest, RowsAreNamedBelowTheirMiddle) {
+TEST_F(ChartPainterTest, RowsAreNamedBelowTheirMiddle) {
     const std::vector<Drawn> names = rowLabels(draw());
 
     ASSERT_EQ(names.size(), 10U);
@@ -173,13 +173,13 @@ TEST_F(ChartPictureTest, RowsAreNamedBelowTheirMiddle) {
     EXPECT_EQ(names[9].points[0], (CanvasPoint{359, 255})); // 365.5 - 7, rounded
 }
 
-TEST_F(ChartPictureTest, RowsHaveTheNamesThatTheyWereGiven) {
+TEST_F(ChartPainterTest, RowsHaveTheNamesThatTheyWereGiven) {
     chart.setFirstRow(99'100);
 
     EXPECT_EQ(rowLabels(draw()).front().text, "99,100");
 }
 
-TEST_F(ChartPictureTest, TitlesStandAboveAndBelow) {
+TEST_F(ChartPainterTest, TitlesStandAboveAndBelow) {
     const RecordingCanvas canvas = draw();
 
     EXPECT_EQ(canvas.textThatReads("Traffic")->points[0], (CanvasPoint{175, 8}));
@@ -187,7 +187,7 @@ TEST_F(ChartPictureTest, TitlesStandAboveAndBelow) {
     EXPECT_EQ(canvas.textThatReads("Days")->points[0], (CanvasPoint{194, 273}));
 }
 
-TEST_F(ChartPictureTest, ALineRunsThroughTheMiddleOfRows) {
+TEST_F(ChartPainterTest, ALineRunsThroughTheMiddleOfRows) {
     const std::vector<Drawn> curve = draw().of(Kind::Line, lineColours[0]);
 
     Points expected;
@@ -200,7 +200,7 @@ TEST_F(ChartPictureTest, ALineRunsThroughTheMiddleOfRows) {
     EXPECT_EQ(curve[0].width, 2);
 }
 
-TEST_F(ChartPictureTest, ALineHasAMarkAtEachValue) {
+TEST_F(ChartPainterTest, ALineHasAMarkAtEachValue) {
     std::vector<Points> expected;
     for (int row = 0; row < 10; ++row) {
         const double x = 51 + 35 * row;
@@ -210,13 +210,13 @@ TEST_F(ChartPictureTest, ALineHasAMarkAtEachValue) {
     EXPECT_EQ(polygons(lineColours[0]), expected);
 }
 
-TEST_F(ChartPictureTest, ManyRowsHaveNoMarks) {
+TEST_F(ChartPainterTest, ManyRowsHaveNoMarks) {
     fill({Values(30, 50)}); // 350 / 30 is less than 12
 
     EXPECT_TRUE(polygons(lineColours[0]).empty());
 }
 
-TEST_F(ChartPictureTest, ASecondLineIsDashedAndMarkedOtherwise) {
+TEST_F(ChartPainterTest, ASecondLineIsDashedAndMarkedOtherwise) {
     fill({tens, Values(10, 50)});
 
     const RecordingCanvas canvas = draw();
@@ -229,7 +229,7 @@ TEST_F(ChartPictureTest, ASecondLineIsDashedAndMarkedOtherwise) {
               canvas.of(Kind::Polygon, lineColours[0])[4].points);
 }
 
-TEST_F(ChartPictureTest, StepsAreLevelOverTheirRows) {
+TEST_F(ChartPainterTest, StepsAreLevelOverTheirRows) {
     chart.setType(ChartType::Step);
 
     Points expected;
@@ -241,7 +241,7 @@ TEST_F(ChartPictureTest, StepsAreLevelOverTheirRows) {
     EXPECT_TRUE(polygons(lineColours[0]).empty());
 }
 
-TEST_F(ChartPictureTest, AnAreaReachesFromTheLineToZero) {
+TEST_F(ChartPainterTest, AnAreaReachesFromTheLineToZero) {
     chart.setType(ChartType::Area);
     fill({{10, 60, 20, 100, 50, 40, 30, 80, 90, 70}});
 
@@ -255,7 +255,7 @@ TEST_F(ChartPictureTest, AnAreaReachesFromTheLineToZero) {
     EXPECT_EQ(polygons(fillColours[0]), std::vector<Points>{expected});
 }
 
-TEST_F(ChartPictureTest, BarsTakeFourFifthsOfTheirRows) {
+TEST_F(ChartPainterTest, BarsTakeFourFifthsOfTheirRows) {
     chart.setType(ChartType::Bar);
 
     std::vector<Points> expected;
@@ -268,7 +268,7 @@ TEST_F(ChartPictureTest, BarsTakeFourFifthsOfTheirRows) {
     EXPECT_TRUE(lines(lineColours[0]).empty());
 }
 
-TEST_F(ChartPictureTest, BarsOfTwoColumnsStandSideBySide) {
+TEST_F(ChartPainterTest, BarsOfTwoColumnsStandSideBySide) {
     chart.setType(ChartType::Bar);
     fill({tens, Values(10, 50)});
 
@@ -282,7 +282,7 @@ TEST_F(ChartPictureTest, BarsOfTwoColumnsStandSideBySide) {
     EXPECT_EQ(second[9], rectangle(366, 151, 380, 251));
 }
 
-TEST_F(ChartPictureTest, NegativeBarsHangFromZero) {
+TEST_F(ChartPainterTest, NegativeBarsHangFromZero) {
     chart.setType(ChartType::Bar);
     fill({{-20, 80}});
 
@@ -292,7 +292,7 @@ TEST_F(ChartPictureTest, NegativeBarsHangFromZero) {
     EXPECT_EQ(lines(axis), (std::vector<Points>{down(33), across(211)}));
 }
 
-TEST_F(ChartPictureTest, AllNegativeBarsHangFromTheUpperEdge) {
+TEST_F(ChartPainterTest, AllNegativeBarsHangFromTheUpperEdge) {
     chart.setType(ChartType::Bar);
     fill({{-50, -100}});
     draw();
@@ -303,7 +303,7 @@ TEST_F(ChartPictureTest, AllNegativeBarsHangFromTheUpperEdge) {
               (std::vector<Points>{rectangle(57, 51, 194, 151), rectangle(229, 51, 366, 251)}));
 }
 
-TEST_F(ChartPictureTest, FilledRoomLiesBelowAllLines) {
+TEST_F(ChartPainterTest, FilledRoomLiesBelowAllLines) {
     chart.setType(ChartType::Area);
     for (const std::size_t rows : {10U, 5000U}) {
         fill({Values(rows, 50), Values(rows, 70)});
@@ -320,7 +320,7 @@ TEST_F(ChartPictureTest, FilledRoomLiesBelowAllLines) {
     }
 }
 
-TEST_F(ChartPictureTest, CrowdedBarsThatAreHiddenShowTheirEdge) {
+TEST_F(ChartPainterTest, CrowdedBarsThatAreHiddenShowTheirEdge) {
     chart.setType(ChartType::Bar);
     fill({Values(5000, 50), Values(5000, 100)});
 
@@ -334,7 +334,7 @@ TEST_F(ChartPictureTest, CrowdedBarsThatAreHiddenShowTheirEdge) {
     EXPECT_EQ(inPlot.back().box(), (DrawnBox{left, 151, right, 152}));
 }
 
-TEST_F(ChartPictureTest, ASingleRecordReachesOverAllItsRoom) {
+TEST_F(ChartPainterTest, ASingleRecordReachesOverAllItsRoom) {
     fill({{50}});
 
     for (const ChartType type : {ChartType::Line, ChartType::Step, ChartType::Area}) {
@@ -351,7 +351,7 @@ TEST_F(ChartPictureTest, ASingleRecordReachesOverAllItsRoom) {
     EXPECT_EQ(rowLabels(draw()).size(), 1U);
 }
 
-TEST_F(ChartPictureTest, AnEmptyChartHasItsTitlesAndAxesAndNoNumbers) {
+TEST_F(ChartPainterTest, AnEmptyChartHasItsTitlesAndAxesAndNoNumbers) {
     fill({{}});
 
     const RecordingCanvas canvas = draw();
@@ -363,10 +363,10 @@ TEST_F(ChartPictureTest, AnEmptyChartHasItsTitlesAndAxesAndNoNumbers) {
     EXPECT_TRUE(valueLabels(canvas).empty());
     EXPECT_TRUE(rowLabels(canvas).empty());
     EXPECT_TRUE(canvas.of(Kind::Line, lineColours[0]).empty());
-    EXPECT_EQ(picture.rowAt(200), Chart::none);
+    EXPECT_EQ(painter.rowAt(200), Chart::none);
 }
 
-TEST_F(ChartPictureTest, ValuesThatAreAllZeroLieOnTheAxis) {
+TEST_F(ChartPainterTest, ValuesThatAreAllZeroLieOnTheAxis) {
     fill({{0, 0}});
 
     draw();
@@ -375,7 +375,7 @@ TEST_F(ChartPictureTest, ValuesThatAreAllZeroLieOnTheAxis) {
     EXPECT_NE(draw().textThatReads("1.0"), nullptr);
 }
 
-TEST_F(ChartPictureTest, TwoColumnsHaveAKeyThoughTheLegendIsOff) {
+TEST_F(ChartPainterTest, TwoColumnsHaveAKeyThoughTheLegendIsOff) {
     fill({tens, tens});
 
     const RecordingCanvas canvas = draw();
@@ -387,7 +387,7 @@ TEST_F(ChartPictureTest, TwoColumnsHaveAKeyThoughTheLegendIsOff) {
     EXPECT_EQ(canvas.of(Kind::Line, lineColours[0]).back().points, (Points{{275, 33}, {291, 33}}));
 }
 
-TEST_F(ChartPictureTest, OneColumnHasAKeyOnlyWithTheLegend) {
+TEST_F(ChartPainterTest, OneColumnHasAKeyOnlyWithTheLegend) {
     EXPECT_EQ(draw().textThatReads("Rcvd"), nullptr);
 
     chart.setShowsLegend(true);
@@ -396,7 +396,7 @@ TEST_F(ChartPictureTest, OneColumnHasAKeyOnlyWithTheLegend) {
     EXPECT_EQ(draw().textThatReads("Sent"), nullptr);
 }
 
-TEST_F(ChartPictureTest, WhatIsReadOffIsMarkedAndSaid) {
+TEST_F(ChartPainterTest, WhatIsReadOffIsMarkedAndSaid) {
     chart.setReadRow(2);
 
     const RecordingCanvas canvas = draw();
@@ -413,21 +413,21 @@ TEST_F(ChartPictureTest, WhatIsReadOffIsMarkedAndSaid) {
     EXPECT_EQ(drawnLines[1].box(), (DrawnBox{125, 51, 182, 83}));
 }
 
-TEST_F(ChartPictureTest, WhereThereIsNoRoomTheReadingStandsOnTheOtherSide) {
+TEST_F(ChartPainterTest, WhereThereIsNoRoomTheReadingStandsOnTheOtherSide) {
     chart.setReadRow(9);
 
     // Row 9 has its middle at 365.5; "Rcvd 100" is 56 pixels wide.
     EXPECT_EQ(draw().textThatReads("Rcvd 100")->points[0], (CanvasPoint{302, 67}));
 }
 
-TEST_F(ChartPictureTest, NothingIsMarkedWhereNothingIsReadOff) {
+TEST_F(ChartPainterTest, NothingIsMarkedWhereNothingIsReadOff) {
     const RecordingCanvas canvas = draw();
 
     EXPECT_TRUE(canvas.of(Kind::Line, text).empty());
     EXPECT_TRUE(canvas.of(Kind::Polygon, text).empty());
 }
 
-TEST_F(ChartPictureTest, NewValuesTakeThePlaceOfOldOnes) {
+TEST_F(ChartPainterTest, NewValuesTakeThePlaceOfOldOnes) {
     chart.setType(ChartType::Bar);
     for (const std::size_t rows : {2U, 2000U, 1000U, 2U}) {
         fill({Values(rows, 40)});
@@ -443,7 +443,7 @@ TEST_F(ChartPictureTest, NewValuesTakeThePlaceOfOldOnes) {
     }
 }
 
-TEST_F(ChartPictureTest, AnotherNumberOfColumnsIsDrawnAsSuch) {
+TEST_F(ChartPainterTest, AnotherNumberOfColumnsIsDrawnAsSuch) {
     const Values low(3000, 10);
     const Values high(3000, 100);
     fill({low});
@@ -457,7 +457,7 @@ TEST_F(ChartPictureTest, AnotherNumberOfColumnsIsDrawnAsSuch) {
     EXPECT_EQ(filled(draw(), lineColours[0]).at(200).top, top);
 }
 
-TEST_F(ChartPictureTest, AnotherSizeIsDrawnAsSuch) {
+TEST_F(ChartPainterTest, AnotherSizeIsDrawnAsSuch) {
     Values rising(5000);
     for (std::size_t row = 0; row < rising.size(); ++row) {
         rising[row] = static_cast<double>(row);

@@ -1,4 +1,4 @@
-#include "soak/Book.h"
+#include "soak/ReferenceTally.h"
 
 #include <algorithm>
 
@@ -103,25 +103,25 @@ bool isListed(const std::vector<Session>& listed, std::uint32_t handle) {
 
 } // namespace
 
-void Book::begin(Amount totals) {
+void ReferenceTally::begin(Amount totals) {
     const bool as = renumbers;
-    *this = Book();
+    *this = ReferenceTally();
     renumbers = as;
     finished = totals;
 }
 
-const Book::Known* Book::known(std::uint32_t handle) const {
+const ReferenceTally::Known* ReferenceTally::known(std::uint32_t handle) const {
     const auto found = known_.find(handle);
     return found == known_.end() ? nullptr : &found->second;
 }
 
-void Book::seeNothing() {
+void ReferenceTally::seeNothing() {
     beginTick({});
     fold();
 }
 
 /// What counted of the session that stood there goes into the totals.
-void Book::over(std::uint32_t handle) {
+void ReferenceTally::over(std::uint32_t handle) {
     if (handle == countedHandle_) {
         fold();
     } else {
@@ -130,15 +130,15 @@ void Book::over(std::uint32_t handle) {
 }
 
 /// A session that has come may be the one that is gone from the list, under another handle.
-bool Book::mayFollow(const Known& before, const Session& session,
-                     const std::vector<Session>& listed) const {
+bool ReferenceTally::mayFollow(const Known& before, const Session& session,
+                               const std::vector<Session>& listed) const {
     const std::uint32_t handle = before.last.handle;
     return renumbers && !isListed(listed, handle) && hungUp_.count(handle) == 0 &&
            session.entry == before.last.entry && session.handle != dialled_ &&
            known(session.handle) == nullptr;
 }
 
-void Book::beginTick(const std::vector<Session>& listed) {
+void ReferenceTally::beginTick(const std::vector<Session>& listed) {
     declining_ = false;
     std::map<std::uint32_t, Known> next;
     for (const auto& [handle, one] : known_) {
@@ -163,7 +163,7 @@ void Book::beginTick(const std::vector<Session>& listed) {
     dialled_ = isListed(listed, dialled_) ? 0 : dialled_;
 }
 
-Amount Book::firstReading(const Session& session) {
+Amount ReferenceTally::firstReading(const Session& session) {
     if (session.wide) {
         return session.carried;
     }
@@ -173,7 +173,7 @@ Amount Book::firstReading(const Session& session) {
             .time = counters.dwConnectDuration};
 }
 
-Amount Book::gain(const Session& before, const Session& now) {
+Amount ReferenceTally::gain(const Session& before, const Session& now) {
     const Amount more = now.carried - before.carried;
     if (now.clears == before.clears) {
         return more;
@@ -183,7 +183,7 @@ Amount Book::gain(const Session& before, const Session& now) {
     return {.rcvd = told.rcvd, .sent = told.sent, .time = more.time};
 }
 
-void Book::note(const Session& session, const std::vector<Session>& listed) {
+void ReferenceTally::note(const Session& session, const std::vector<Session>& listed) {
     const Known* before = known(session.handle);
     if (before != nullptr && before->last.id != session.id) {
         over(session.handle);
@@ -202,14 +202,14 @@ void Book::note(const Session& session, const std::vector<Session>& listed) {
     known_[session.handle] = now;
 }
 
-void Book::read(const Session& session, const std::vector<Session>& listed) {
+void ReferenceTally::read(const Session& session, const std::vector<Session>& listed) {
     note(session, listed);
     countedHandle_ = session.handle;
     current = known_.at(session.handle).figures;
     offset = known_.at(session.handle).offset;
 }
 
-void Book::fold() {
+void ReferenceTally::fold() {
     finished = total();
     current = {};
     offset = {};
@@ -218,14 +218,14 @@ void Book::fold() {
     }
 }
 
-void Book::reset() {
+void ReferenceTally::reset() {
     finished = current = offset = {};
     for (auto& [handle, one] : known_) {
         one.offset = one.counted = {};
     }
 }
 
-void Book::decline() {
+void ReferenceTally::decline() {
     declining_ = true;
     offset = current;
     Known& declined = known_.at(countedHandle_);
@@ -233,7 +233,7 @@ void Book::decline() {
     declined.counted = {};
 }
 
-void Book::keepOthers() {
+void ReferenceTally::keepOthers() {
     for (auto& [handle, one] : known_) {
         if (handle != countedHandle_) {
             finished = finished + one.counted;
@@ -243,14 +243,14 @@ void Book::keepOthers() {
     }
 }
 
-bool Book::isTold(const Known& before, const Session& now, bool renumbered) {
+bool ReferenceTally::isTold(const Known& before, const Session& now, bool renumbered) {
     if (before.last.id != now.id) {
         return renumbered ? anyFell(before.last, now) : followerIsTold(before.last, now);
     }
     return now.wide || (gainIsTold(before.last, now) && !(renumbered && anyFell(before.last, now)));
 }
 
-bool Book::tellable(const Session& session, const std::vector<Session>& listed) const {
+bool ReferenceTally::tellable(const Session& session, const std::vector<Session>& listed) const {
     if (const Known* const before = known(session.handle)) {
         return isTold(*before, session, before->renumbered);
     }

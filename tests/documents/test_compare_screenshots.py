@@ -1,4 +1,4 @@
-"""What counts as a picture that the program no longer looks like."""
+"""What counts as a screenshot that the program no longer looks like."""
 
 import pathlib
 import subprocess
@@ -7,7 +7,7 @@ import tempfile
 import unittest
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "scripts"))
-from compare_pictures import faults  # noqa: E402
+from compare_screenshots import faults  # noqa: E402
 
 
 class CompareTest(unittest.TestCase):
@@ -30,7 +30,7 @@ class CompareTest(unittest.TestCase):
         self.draw(self.new, "200x100", *after)
         return faults(self.documents, self.new)
 
-    def test_the_same_picture_is_no_fault(self):
+    def test_the_same_screenshot_is_no_fault(self):
         box = ["-draw", "rectangle 10,10 60,30"]
         self.assertEqual(self.faults_of(box, box), [])
 
@@ -58,7 +58,7 @@ class CompareTest(unittest.TestCase):
         self.assertEqual(faults(self.documents, self.new),
                          ["window.png is 200 x 100, the program now 200 x 101"])
 
-    def test_a_picture_that_is_missing_on_either_side_is_a_fault(self):
+    def test_a_screenshot_that_is_missing_on_either_side_is_a_fault(self):
         self.draw(self.documents, name="old")
         self.draw(self.new, name="new")
         self.assertEqual(faults(self.documents, self.new),

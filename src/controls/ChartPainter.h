@@ -27,9 +27,9 @@ struct CanvasArea {
 
 /// Draws a chart on a canvas. It remembers, from one drawing to the next, where things stand and
 /// what the columns of pixels hold, so that a moving pointer costs little.
-class ChartPicture {
+class ChartPainter {
 public:
-    explicit ChartPicture(const Chart& chart) : chart_(chart) {}
+    explicit ChartPainter(const Chart& chart) : chart_(chart) {}
 
     void draw(Canvas& canvas, const ChartPalette& palette);
 

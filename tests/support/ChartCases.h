@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/ChartPicture.h"
+#include "controls/ChartPainter.h"
 #include "controls/Form.h"
 
 #include <array>
@@ -10,7 +10,7 @@
 
 namespace tarvik {
 
-/// A chart that is drawn and compared with the picture of that name in tests/pictures.
+/// A chart that is drawn and compared with the image of that name in tests/reference_images.
 struct ChartCase {
     // Pixels.
     static constexpr int width = 480;
@@ -59,7 +59,7 @@ inline std::string nameOf(const ChartCase& one) {
 /// The chart of a case, in a form that nobody shows.
 class ChartOfCase : public Form {
 public:
-    explicit ChartOfCase(const ChartCase& one) : Form("frmPicture", "Picture") {
+    explicit ChartOfCase(const ChartCase& one) : Form("frmChart", "Chart") {
         chart.setType(one.type);
         chart.setColumnCount(one.columns);
         chart.setEmptyText("Nothing to draw yet. Press a button that fills the chart.");
@@ -81,7 +81,7 @@ public:
         chart.showData();
     }
 
-    Chart chart{*this, "chtPicture", {.title = "Traffic of a month"}};
+    Chart chart{*this, "chtCase", {.title = "Traffic of a month"}};
 
 private:
     static double value(const ChartCase& one, int column, int row) {

@@ -10,7 +10,7 @@ namespace tarvik::soak {
 
 /// What must have been counted: the rules stated a second time, on sessions whose identity is known
 /// and in numbers without an end.
-class Book {
+class ReferenceTally {
 public:
     Amount finished;
     Amount current;        ///< of the session whose figures are taken

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Compares pictures with those in another folder: DOCUMENTS NEW.
+"""Compares screenshots with those in another folder: DOCUMENTS NEW.
 
-Each picture in NEW must be in DOCUMENTS, as large, and with no more than a few points that differ;
+Each screenshot in NEW must be in DOCUMENTS, as large, and with no more than a few points that differ;
 points differ when a channel is more than a tenth of its range apart. So a shade that another drawing
 library gives an edge is no difference, and a word, a line or a greyed button is."""
 
@@ -14,9 +14,9 @@ DIFFERING_POINTS = 40  # a short word has more
 CHANNEL_APART = "10%"
 
 
-def size_of(picture):
+def size_of(screenshot):
     answer = subprocess.run(
-        ["identify", "-format", "%w x %h", str(picture)], capture_output=True, text=True, check=True
+        ["identify", "-format", "%w x %h", str(screenshot)], capture_output=True, text=True, check=True
     )
     return answer.stdout
 
@@ -30,20 +30,20 @@ def points_apart(one, other):
     return int(float(re.match(r"[0-9.e+]+", answer.stderr).group()))
 
 
-def fault_of(picture, new):
-    """What is wrong with a picture of the documents; None for nothing."""
-    if not picture.exists():
+def fault_of(screenshot, new):
+    """What is wrong with a screenshot of the documents; None for nothing."""
+    if not screenshot.exists():
         return "is not there"
-    if size_of(picture) != size_of(new):
-        return "is %s, the program now %s" % (size_of(picture), size_of(new))
-    apart = points_apart(picture, new)
+    if size_of(screenshot) != size_of(new):
+        return "is %s, the program now %s" % (size_of(screenshot), size_of(new))
+    apart = points_apart(screenshot, new)
     if apart > DIFFERING_POINTS:
         return "differs in %d points" % apart
     return None
 
 
 def faults(documents, new):
-    """A line for each picture that the program no longer looks like."""
+    """A line for each screenshot that the program no longer looks like."""
     names = {path.name for path in new.glob("*.png")}
     found = ["%s %s" % (name, fault) for name in sorted(names)
              if (fault := fault_of(documents / name, new / name))]
@@ -56,7 +56,7 @@ def main():
     for line in found:
         print(line)
     if found:
-        print("Look at the window. If it is meant to look so: scripts/pictures.sh, and look at the pictures.")
+        print("Look at the window. If it is meant to look so: scripts/screenshots.sh, and look at the screenshots.")
     return 1 if found else 0
 
 

@@ -14,9 +14,9 @@ constexpr std::array scales{1.0, 1.25, 1.5, 2.0};
 constexpr std::array rowCounts{0, 1, 2, 9, 10, 11, 99, 1000, 123'456};
 constexpr std::array types{ChartType::Line, ChartType::Bar, ChartType::Area, ChartType::Step};
 
-class ChartPictureSweepTest : public ChartOnSheet {
+class ChartPainterSweepTest : public ChartOnSheet {
 protected:
-    ChartPictureSweepTest() {
+    ChartPainterSweepTest() {
         chart.setTitle("Data total (received+sent)");
         setAxis(ChartAxisId::X, "connections", GridPen::Ditted, GridPen::Ditted);
         setAxis(ChartAxisId::Y, "transfer (kilo-bytes)", GridPen::Ditted, GridPen::Ditted);
@@ -85,7 +85,7 @@ struct Spread {
     }
 };
 
-class LabelsTest : public ChartPictureSweepTest, public testing::WithParamInterface<Spread> {};
+class LabelsTest : public ChartPainterSweepTest, public testing::WithParamInterface<Spread> {};
 
 TEST_P(LabelsTest, AreApartAndOnTheSheet) {
     for (const int rows : rowCounts) {
@@ -129,7 +129,7 @@ INSTANTIATE_TEST_SUITE_P(All, LabelsTest,
                                          Spread{"Mixed", -0.5, 99.9}, Spread{"Zero", 0, 0}),
                          [](const auto& given) { return std::string(given.param.name); });
 
-TEST_F(ChartPictureSweepTest, NothingIsDrawnBesideTheSheet) {
+TEST_F(ChartPainterSweepTest, NothingIsDrawnBesideTheSheet) {
     for (const int rows : {0, 1, 2, 11, 1000}) {
         for (const ChartType type : types) {
             chart.setType(type);
@@ -153,7 +153,7 @@ TEST_F(ChartPictureSweepTest, NothingIsDrawnBesideTheSheet) {
     }
 }
 
-TEST_F(ChartPictureSweepTest, NoTextReachesBeyondTheSheet) {
+TEST_F(ChartPainterSweepTest, NoTextReachesBeyondTheSheet) {
     fill({thrown(50, -20, 100), thrown(50, -50, 30, 2)});
     for (const int row : {Chart::none, 0, 25, 49}) {
         chart.setReadRow(row);
@@ -165,7 +165,7 @@ TEST_F(ChartPictureSweepTest, NoTextReachesBeyondTheSheet) {
     }
 }
 
-TEST_F(ChartPictureSweepTest, TextsAreApartOnSheetsAsLargeAsTheWindowGives) {
+TEST_F(ChartPainterSweepTest, TextsAreApartOnSheetsAsLargeAsTheWindowGives) {
     for (const double scale : scales) {
         for (const double width : {532.0, 640.0, 1200.0}) {
             fill({thrown(500, 0, 900'000'000'000'000), thrown(500, 0, 5)});
@@ -175,7 +175,7 @@ TEST_F(ChartPictureSweepTest, TextsAreApartOnSheetsAsLargeAsTheWindowGives) {
     }
 }
 
-TEST_F(ChartPictureSweepTest, SheetsWithoutRoomAreLeftEmpty) {
+TEST_F(ChartPainterSweepTest, SheetsWithoutRoomAreLeftEmpty) {
     fill({thrown(50, -20, 100), thrown(50, -50, 30, 2)});
     chart.setReadRow(10);
     for (const ChartType type : types) {
@@ -185,14 +185,14 @@ TEST_F(ChartPictureSweepTest, SheetsWithoutRoomAreLeftEmpty) {
             for (const double scale : scales) {
                 EXPECT_EQ(draw(size.width, size.height, scale).drawn.size(), 1U);
                 for (const double x : {-1.0, 0.0, size.width / 2, size.width, 1e9}) {
-                    EXPECT_EQ(picture.rowAt(x), Chart::none);
+                    EXPECT_EQ(painter.rowAt(x), Chart::none);
                 }
             }
         }
     }
 }
 
-TEST_F(ChartPictureSweepTest, SheetsOfEverySizeCanBeDrawnOn) {
+TEST_F(ChartPainterSweepTest, SheetsOfEverySizeCanBeDrawnOn) {
     for (const int rows : {0, 1, 3, 200}) {
         fill({thrown(rows, -20, 100), thrown(rows, -50, 30, 2)});
         chart.setReadRow(rows - 1);
@@ -206,7 +206,7 @@ TEST_F(ChartPictureSweepTest, SheetsOfEverySizeCanBeDrawnOn) {
     }
 }
 
-TEST_F(ChartPictureSweepTest, AMillionRowsAreDrawnWithNoMoreThanThePixelsNeed) {
+TEST_F(ChartPainterSweepTest, AMillionRowsAreDrawnWithNoMoreThanThePixelsNeed) {
     fill({thrown(1'000'000, 0, 100), thrown(1'000'000, 0, 100, 2)});
     for (const ChartType type : types) {
         chart.setType(type);
@@ -216,7 +216,7 @@ TEST_F(ChartPictureSweepTest, AMillionRowsAreDrawnWithNoMoreThanThePixelsNeed) {
 }
 
 /// Many rows of one kind.
-class CrowdTest : public ChartPictureSweepTest, public testing::WithParamInterface<Spread> {
+class CrowdTest : public ChartPainterSweepTest, public testing::WithParamInterface<Spread> {
 protected:
     const ValueScale scale = valueScale(GetParam().least, GetParam().most, 10);
 
@@ -312,23 +312,23 @@ INSTANTIATE_TEST_SUITE_P(All, CrowdTest,
                                          Spread{"Negative", -1000, -1}, Spread{"Mixed", -730, 912}),
                          [](const auto& given) { return std::string(given.param.name); });
 
-TEST_F(ChartPictureSweepTest, AColumnOfPixelsBelongsToTheRowAtItsLeft) {
+TEST_F(ChartPainterSweepTest, AColumnOfPixelsBelongsToTheRowAtItsLeft) {
     for (const int rows : {1, 2, 7, 100, 496, 497, 498, 1000, 123'456}) {
         fill({thrown(rows, 0, 100)});
         draw(533, 311);
         const auto width = static_cast<std::int64_t>(plot().right - plot().left);
 
         for (std::int64_t x = 0; x < width; ++x) {
-            ASSERT_EQ(picture.rowAt(plot().left + static_cast<double>(x)), x * rows / width)
+            ASSERT_EQ(painter.rowAt(plot().left + static_cast<double>(x)), x * rows / width)
                 << rows << " rows, pixel " << x;
         }
         for (const double beside : {plot().left - 1, plot().right, plot().right + 50, -7.0, 1e12}) {
-            EXPECT_EQ(picture.rowAt(beside), Chart::none);
+            EXPECT_EQ(painter.rowAt(beside), Chart::none);
         }
     }
 }
 
-TEST_F(ChartPictureSweepTest, ARowIsFoundWhereItsBarIs) {
+TEST_F(ChartPainterSweepTest, ARowIsFoundWhereItsBarIs) {
     chart.setType(ChartType::Bar);
     for (const int rows : {1, 2, 7, 50, 90}) {
         fill({Values(static_cast<std::size_t>(rows), 50),
@@ -339,14 +339,14 @@ TEST_F(ChartPictureSweepTest, ARowIsFoundWhereItsBarIs) {
             ASSERT_GT(bars.size(), static_cast<std::size_t>(rows)); // with the mark of the key
             for (int row = 0; row < rows; ++row) {
                 const DrawnBox bar = bars[static_cast<std::size_t>(row)].box();
-                EXPECT_EQ(picture.rowAt(bar.left), row);
-                EXPECT_EQ(picture.rowAt(bar.right - 1), row);
+                EXPECT_EQ(painter.rowAt(bar.left), row);
+                EXPECT_EQ(painter.rowAt(bar.right - 1), row);
             }
         }
     }
 }
 
-TEST_F(ChartPictureSweepTest, WhatIsReadOffStandsWhereItsRowIs) {
+TEST_F(ChartPainterSweepTest, WhatIsReadOffStandsWhereItsRowIs) {
     for (const int rows : {1, 2, 7, 100, 247, 482, 483, 484, 485, 490, 700, 5000}) {
         fill({thrown(rows, 0, 100)});
         // Rows from both ends, and some between.
@@ -362,18 +362,18 @@ TEST_F(ChartPictureSweepTest, WhatIsReadOffStandsWhereItsRowIs) {
     }
 }
 
-TEST_F(ChartPictureSweepTest, ThePointerReadsOffWhatIsBelowIt) {
+TEST_F(ChartPainterSweepTest, ThePointerReadsOffWhatIsBelowIt) {
     for (const int rows : {700, 5000, 123'456}) {
         fill({thrown(rows, 0, 100)});
         draw(533, 311);
         for (double x = plot().left; x < plot().right; x += 3) {
-            chart.setReadRow(picture.rowAt(x));
+            chart.setReadRow(painter.rowAt(x));
             ASSERT_EQ(readingLine(draw(533, 311)), x) << rows;
         }
     }
 }
 
-TEST_F(ChartPictureSweepTest, RowsAreCrowdedAtTheSamePlainWidthAtEveryScale) {
+TEST_F(ChartPainterSweepTest, RowsAreCrowdedAtTheSamePlainWidthAtEveryScale) {
     const auto crowded = [this](int rows, double scale) {
         fill({thrown(rows, 0, 100)});
         const RecordingCanvas canvas = draw(600 * scale, 320 * scale, scale);
@@ -400,9 +400,9 @@ struct ScaledChart {
     int rows;
 };
 
-class ScaleTest : public ChartPictureSweepTest, public testing::WithParamInterface<ScaledChart> {};
+class ScaleTest : public ChartPainterSweepTest, public testing::WithParamInterface<ScaledChart> {};
 
-TEST_P(ScaleTest, TheSamePictureIsLargerAtLargerScales) {
+TEST_P(ScaleTest, TheSameImageIsLargerAtLargerScales) {
     chart.setType(GetParam().type);
     fill({thrown(GetParam().rows, -20, 100), thrown(GetParam().rows, -50, 30, 2)});
     chart.setReadRow(GetParam().rows / 2);

@@ -43,7 +43,7 @@ void Run::anotherConnection() {
 void Run::oldConnection() {
     Session& made = line_.dial(line_.freeEntry());
     const auto close = [&] {
-        return ends.at(chance_.place(ends.size())) * static_cast<std::int64_t>(chance_.below(3)) +
+        return ends.at(chance_.index(ends.size())) * static_cast<std::int64_t>(chance_.below(3)) +
                static_cast<std::int64_t>(chance_.below(4)) * 1'000;
     };
     made.carried = {.rcvd = close(), .sent = close(), .time = close()};
@@ -64,7 +64,7 @@ void Run::replaceSession(Session& session) {
         line_.redial(session, false);
         break;
     case 2:
-        if (expected_.book.renumbers) {
+        if (expected_.tally.renumbers) {
             line_.renumber(session);
         }
         break;
@@ -78,7 +78,7 @@ void Run::replaceSession(Session& session) {
 void Run::approachEnd(Session& session) {
     const auto further = [&](std::int64_t figure) {
         const std::int64_t whole = figure / counterEnd * counterEnd;
-        const std::int64_t target = whole + ends.at(chance_.place(ends.size()));
+        const std::int64_t target = whole + ends.at(chance_.index(ends.size()));
         return target > figure && target - figure < counterEnd / 2 ? target : figure;
     };
     session.carried.rcvd = further(session.carried.rcvd);
@@ -123,7 +123,7 @@ void Run::lineActs() {
         }
     }
     if (!line_.up.empty() && chance_.onceIn(7)) {
-        upsetSession(line_.up[chance_.place(line_.up.size())]);
+        upsetSession(line_.up[chance_.index(line_.up.size())]);
     }
     if (line_.up.size() > 1 && chance_.onceIn(12) && line_.reverse()) {
         note("the service lists them the other way round");
@@ -135,7 +135,7 @@ void Run::lineActs() {
 void Run::dropWhatNobodyCanTell() {
     const auto doubtful = [this] {
         return std::find_if(line_.up.begin(), line_.up.end(), [this](const Session& one) {
-            return !expected_.book.tellable(one, line_.up);
+            return !expected_.tally.tellable(one, line_.up);
         });
     };
     for (auto found = doubtful(); found != line_.up.end(); found = doubtful()) {
@@ -181,7 +181,7 @@ void Run::tick() {
         machine_.connections.failNext("RasGetConnectionStatistics", 668);
     }
     const std::array<Trouble, 3> troubles{Trouble::None, Trouble::Write, Trouble::Delete};
-    const Trouble trouble = troubles.at(chance_.place(troubles.size()));
+    const Trouble trouble = troubles.at(chance_.index(troubles.size()));
     if (trouble == Trouble::Write) {
         machine_.files.replaceFailure = ErrorNumber::DiskFull;
     } else if (trouble == Trouble::Delete) {

@@ -1,4 +1,4 @@
-#include "controls/ChartPicture.h"
+#include "controls/ChartPainter.h"
 
 #include "types/Convert.h"
 
@@ -15,7 +15,7 @@ constexpr double labelsApart = 10;
 
 } // namespace
 
-void ChartPicture::draw(Canvas& canvas, const ChartPalette& palette) {
+void ChartPainter::draw(Canvas& canvas, const ChartPalette& palette) {
     measure(canvas);
     const std::vector<CanvasPoint> sheet{{0, 0}, {size_.x, 0}, {size_.x, size_.y}, {0, size_.y}};
     canvas.polygon(sheet, palette.background);
@@ -43,13 +43,13 @@ void ChartPicture::draw(Canvas& canvas, const ChartPalette& palette) {
     drawReading(canvas, palette);
 }
 
-int ChartPicture::rowAt(double x) const {
+int ChartPainter::rowAt(double x) const {
     const bool inside = chart_.rowCount() > 0 && x >= plot_.left && x < plot_.right;
     return inside ? std::min(static_cast<int>((x - plot_.left) / rowWidth()), chart_.rowCount() - 1)
                   : Chart::none;
 }
 
-void ChartPicture::measure(const Canvas& canvas) {
+void ChartPainter::measure(const Canvas& canvas) {
     takeData();
     size_ = {canvas.size().width, canvas.size().height};
     unit_ = canvas.scale();
@@ -79,7 +79,7 @@ void ChartPicture::measure(const Canvas& canvas) {
 }
 
 /// Reads the values anew where there are others.
-void ChartPicture::takeData() {
+void ChartPainter::takeData() {
     if (generation_ == chart_.generation() && columns_ == chart_.columnCount()) {
         return;
     }
@@ -98,7 +98,7 @@ void ChartPicture::takeData() {
 }
 
 /// Rows that share a column of pixels are put together; a row that is wider than one is in several.
-void ChartPicture::fillSpans(int column) {
+void ChartPainter::fillSpans(int column) {
     const std::vector<double>& values = chart_.values(column);
     const auto rows = static_cast<std::int64_t>(values.size());
     const auto filled = static_cast<std::int64_t>(chart_.filledRows());
@@ -123,13 +123,13 @@ void ChartPicture::fillSpans(int column) {
     }
 }
 
-double ChartPicture::yOf(double value) const {
+double ChartPainter::yOf(double value) const {
     return plot_.bottom - (value - scale_.low) / (scale_.high() - scale_.low) * plot_.height();
 }
 
 /// The column of pixels that stands for a row: where rows are narrow, one that `rowAt` gives this
 /// row for, if there is one.
-double ChartPicture::pixelOf(int row) const {
+double ChartPainter::pixelOf(int row) const {
     const double middle = xOf(row + 0.5);
     if (rowWidth() >= narrowestRow) {
         return std::round(middle);
@@ -138,14 +138,14 @@ double ChartPicture::pixelOf(int row) const {
     return first > std::floor(middle) && first < xOf(row + 1.0) ? first : std::floor(middle);
 }
 
-std::string ChartPicture::valueLabel(int division) const {
+std::string ChartPainter::valueLabel(int division) const {
     // What should be 0 may be a little beside it.
     const double value = scale_.at(division);
     const bool zero = std::abs(value) < scale_.step / 2;
     return formatGrouped(zero ? 0 : value, scale_.decimals, chart_.locale());
 }
 
-double ChartPicture::widestValueLabel(const Canvas& canvas) const {
+double ChartPainter::widestValueLabel(const Canvas& canvas) const {
     double widest = 0;
     for (int division = 0; division <= scale_.divisions; ++division) {
         widest = std::max(widest, canvas.textSize(valueLabel(division)).width);

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# Makes the pictures of the documents from the built programs.
+# Makes the screenshots of the documents from the built programs.
 #
-#   pictures.sh [FOLDER [FACE...]]   FOLDER: docs unless told; FACE: linux, windows, both unless told
-#   pictures.sh check                makes them in a folder that is thrown away and compares them with
+#   screenshots.sh [FOLDER [FACE...]]   FOLDER: docs unless told; FACE: linux, windows, both unless told
+#   screenshots.sh check                makes them in a folder that is thrown away and compares them with
 #                                    those in docs; names each that the program no longer looks like
 #
-# The pictures are the same each time: the demo's line and clock stand still, and everything runs on
+# The screenshots are the same each time: the demo's line and clock stand still, and everything runs on
 # displays of its own, in a network of its own, on a computer called "home". Needs
 # build/debug/bin/tarvik-demo, build/windows/bin/tarvik-demo.exe and scripts/wine32.sh set up; without
 # root a kernel that gives users namespaces of their own.
@@ -25,7 +25,7 @@ if [ "${1:-}" = __inside ]; then
         [ ! -f "$file" ] || mount --bind "$hosts" "$file"
     done
     rm "$hosts"
-    exec /usr/bin/python3 -B "$root/scripts/take_pictures.py" "$@"
+    exec /usr/bin/python3 -B "$root/scripts/take_screenshots.py" "$@"
 fi
 
 as_root=()
@@ -47,7 +47,7 @@ take() {
 }
 
 compare() {
-    /usr/bin/python3 -B "$root/scripts/compare_pictures.py" "$root/docs" "$folder"
+    /usr/bin/python3 -B "$root/scripts/compare_screenshots.py" "$root/docs" "$folder"
 }
 
 take "$@"

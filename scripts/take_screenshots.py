@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Takes the pictures of the documents: FOLDER [linux] [windows]. Started by pictures.sh."""
+"""Takes the screenshots of the documents: FOLDER [linux] [windows]. Started by screenshots.sh."""
 
 import os
 import pathlib
@@ -73,7 +73,7 @@ def ini_of(settings):
 
 
 class Camera:
-    """Takes pictures of windows on one display, with their frames."""
+    """Takes screenshots of windows on one display, with their frames."""
 
     def __init__(self, environment, folder, suffix):
         self.environment = environment
@@ -126,18 +126,18 @@ class Camera:
                 seen, since = now, time.monotonic()
             return seen if time.monotonic() - since >= still else None
 
-        return wait_for("a picture that stands still", check, 30)
+        return wait_for("a screenshot that stands still", check, 30)
 
     def take(self, name, title, also=lambda: True):
-        wait_for("what the picture %s is to show" % name, also)
+        wait_for("what the screenshot %s is to show" % name, also)
         self.save(name, self.settled(lambda: self.area(title)))
 
-    def save(self, name, picture):
+    def save(self, name, screenshot):
         target = self.folder / (name + self.suffix + ".png")
         subprocess.run(
             ["convert", "ppm:-", "-depth", "8", "-strip", "-define",
              "png:exclude-chunks=date,time,tIME", str(target)],
-            input=picture, check=True,
+            input=screenshot, check=True,
         )
         print(target, flush=True)
 
@@ -274,9 +274,9 @@ class Linux:
             self.desktop.close_panel(panel)
         with tempfile.TemporaryDirectory() as folder:
             names = []
-            for number, picture in enumerate(rows):
+            for number, screenshot in enumerate(rows):
                 names.append(folder + "/%d.ppm" % number)
-                pathlib.Path(names[-1]).write_bytes(picture)
+                pathlib.Path(names[-1]).write_bytes(screenshot)
             self.camera.save("icons", subprocess.run(
                 ["montage", *names, "-filter", "point", "-resize", "300%", "-tile", "3x2",
                  "-geometry", "96x72+0+0", "-background", "none", "ppm:-"],
@@ -284,11 +284,11 @@ class Linux:
 
     def lamp(self, others):
         """The icon as the panel shows it, once it is none of the others."""
-        def picture():
+        def screenshot():
             seen = self.camera.settled(self.desktop.icon_area, 0.5)
             return seen if seen not in others else None
 
-        return wait_for("another picture of the icon", picture)
+        return wait_for("another screenshot of the icon", screenshot)
 
     def history(self):
         camera = self.camera

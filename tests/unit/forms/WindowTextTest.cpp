@@ -4,10 +4,10 @@
 namespace tarvik {
 namespace {
 
-using WindowPictureTest = WorldTest;
-using HistoryPictureTest = HistoryTest;
+using WindowTextTest = WorldTest;
+using HistoryTextTest = HistoryTest;
 
-TEST_F(WindowPictureTest, TheMainWindowLooksAsItIsMeant) {
+TEST_F(WindowTextTest, TheMainWindowLooksAsItIsMeant) {
     startQuietly();
 
     // clang-format off
@@ -27,7 +27,7 @@ TEST_F(WindowPictureTest, TheMainWindowLooksAsItIsMeant) {
     // clang-format on
 }
 
-TEST_F(WindowPictureTest, TheOptionsLookAsTheyAreMeant) {
+TEST_F(WindowTextTest, TheOptionsLookAsTheyAreMeant) {
     startQuietly();
 
     // clang-format off
@@ -51,7 +51,7 @@ TEST_F(WindowPictureTest, TheOptionsLookAsTheyAreMeant) {
     // clang-format on
 }
 
-TEST_F(WindowPictureTest, TheWarningLooksAsItIsMeant) {
+TEST_F(WindowTextTest, TheWarningLooksAsItIsMeant) {
     startQuietly();
 
     // clang-format off
@@ -68,7 +68,7 @@ TEST_F(WindowPictureTest, TheWarningLooksAsItIsMeant) {
     // clang-format on
 }
 
-TEST_F(WindowPictureTest, TheStatisticsLookAsTheyAreMeant) {
+TEST_F(WindowTextTest, TheStatisticsLookAsTheyAreMeant) {
     startQuietly();
 
     // clang-format off
@@ -96,7 +96,7 @@ TEST_F(WindowPictureTest, TheStatisticsLookAsTheyAreMeant) {
     // clang-format on
 }
 
-TEST_F(HistoryPictureTest, TheChartLooksAsItIsMeant) {
+TEST_F(HistoryTextTest, TheChartLooksAsItIsMeant) {
     // clang-format off
     EXPECT_EQ(textPicture(window()),
         "+- Velmars Tarvik - History -------------------------------------------------------------------------------+\n"
@@ -136,7 +136,7 @@ TEST_F(HistoryPictureTest, TheChartLooksAsItIsMeant) {
     // clang-format on
 }
 
-TEST_F(HistoryPictureTest, TheCompleteLogLooksAsItIsMeant) {
+TEST_F(HistoryTextTest, TheCompleteLogLooksAsItIsMeant) {
     import(Log{{"12.05.2005|14:03:11", "123456", "987654", "760000", "10.0.0.1"},
                { "13.05.2005|09:10:00",
                  "2048",
@@ -186,7 +186,7 @@ TEST_F(HistoryPictureTest, TheCompleteLogLooksAsItIsMeant) {
     // clang-format on
 }
 
-TEST_F(HistoryPictureTest, TheAddressesLookAsTheyAreMeant) {
+TEST_F(HistoryTextTest, TheAddressesLookAsTheyAreMeant) {
     import(numberedLog(2));
 
     window().optStatisticsIP.setValue(true);

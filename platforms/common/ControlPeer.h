@@ -5,17 +5,17 @@
 
 namespace tarvik::face {
 
-/// The picture of one control on any desktop. It keeps no state of the control's: each refresh asks
+/// What shows one control on any desktop. It keeps no state of the control's: each refresh asks
 /// the control. What a refresh does to the toolkit's own widget comes back as if the user had done
 /// it; that echo is stopped here.
-class ControlPicture : public ControlView {
+class ControlPeer : public ControlView {
 public:
-    ControlPicture(Control& control, FaceContext& context) : control_(control), context_(context) {
+    ControlPeer(Control& control, FaceContext& context) : control_(control), context_(context) {
         control_.attach(this);
     }
-    ~ControlPicture() override { detach(); }
-    ControlPicture(const ControlPicture&) = delete;
-    ControlPicture& operator=(const ControlPicture&) = delete;
+    ~ControlPeer() override { detach(); }
+    ControlPeer(const ControlPeer&) = delete;
+    ControlPeer& operator=(const ControlPeer&) = delete;
 
     void refresh(Property changed) final {
         const bool nested = refreshing_;
@@ -43,7 +43,7 @@ protected:
     virtual void refreshOwn(Property changed) = 0;
 
     /// Hands what the user did to the model, unless it is an echo or the program is busy; the
-    /// picture then follows the model, whatever became of it.
+    /// peer then follows the model, whatever became of it.
     template <class Action>
     void fromUser(Property affected, Action&& action) {
         if (refreshing_ || detached_) {
