@@ -146,6 +146,13 @@ bool ScriptedInstances::CloseHandle(std::int32_t closed) {
     return true;
 }
 
+void ScriptedInstances::endProgram() {
+    for (const auto& [each, name] : names_) {
+        held->erase(held->find(name));
+    }
+    names_.clear();
+}
+
 bool ScriptedInternetState::InternetGetConnectedState(std::uint32_t* flags, std::uint32_t) {
     *flags = flagWord;
     return connected;

@@ -88,6 +88,8 @@ public:
 
     std::int32_t CreateMutexA(const std::string& name, std::uint32_t* lastError) override;
     bool CloseHandle(std::int32_t closed) override;
+    /// The program ends, in whatever way: the system closes what it holds.
+    void endProgram();
 
 private:
     std::map<std::int32_t, std::string> names_; ///< under their handles

@@ -5,6 +5,7 @@
 #include "forms/Forms.h"
 #include "linux/face/FaceText.h"
 #include "support/QtMachine.h"
+#include "support/QtWidgets.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -353,12 +354,7 @@ private:
         // A window of the same name that is waiting for its end is not the one meant.
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
-        for (QWidget* widget : QApplication::topLevelWidgets()) {
-            if (widget->objectName() == face::shown(name)) {
-                return widget;
-            }
-        }
-        return nullptr;
+        return windowNamed(name);
     }
 
     static QWidget* widget(const std::string& name) {

@@ -3,6 +3,7 @@
 #include "support/ChartForm.h"
 #include "support/FormOn.h"
 #include "support/QtMachine.h"
+#include "support/QtWidgets.h"
 
 #include <QApplication>
 #include <QFontMetrics>
@@ -21,17 +22,7 @@ protected:
     }
     ~ChartFaceTest() override { form.unload(); }
 
-    template <class Widget>
-    Widget& widget(const char* name) {
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (auto* found = window->findChild<Widget*>(QString::fromLatin1(name))) {
-                return *found;
-            }
-        }
-        throw std::runtime_error(name);
-    }
-
-    QWidget& chart() { return widget<QWidget>("chtValues"); }
+    QWidget& chart() { return theWidget("chtValues"); }
     Pixels image() { return pixelsOf(chart().grab().toImage()); }
 
     QtMachine machine;

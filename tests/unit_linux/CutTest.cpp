@@ -73,19 +73,7 @@ protected:
     /// Runs the work on a program that has counted 77 bytes since its start.
     void onProgram(const std::function<void()>& work) {
         ProfileEngine profile(files, "\n");
-        Platform platform{machine.connections,
-                          machine.systemErrors,
-                          machine.internet,
-                          machine.sockets,
-                          profile,
-                          files,
-                          machine.instances,
-                          machine.notificationArea,
-                          machine.dialogs,
-                          machine.desktop,
-                          machine.clock,
-                          machine.locale,
-                          machine.program};
+        Platform platform = machine.withFiles(profile, files);
         World world(platform);
         SetIniFileName(true, false);
         LoadState();

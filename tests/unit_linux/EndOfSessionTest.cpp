@@ -2,6 +2,7 @@
 #include "linux/face/EndSignals.h"
 #include "support/FormOn.h"
 #include "support/QtMachine.h"
+#include "support/QtWidgets.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -30,14 +31,7 @@ protected:
     }
 
     /// The form's own window; null when there is none.
-    static QWidget* window() {
-        for (QWidget* each : QApplication::topLevelWidgets()) {
-            if (each->objectName() == QStringLiteral("frmPlain")) {
-                return each;
-            }
-        }
-        return nullptr;
-    }
+    static QWidget* window() { return windowNamed("frmPlain"); }
 
     /// A lost display leaves the windows where they are.
     static void deleteWindows() {

@@ -2,6 +2,7 @@
 #include "linux/face/Palette.h"
 #include "support/FormOn.h"
 #include "support/QtMachine.h"
+#include "support/QtWidgets.h"
 #include "support/ThrowAwayForm.h"
 
 #include <QApplication>
@@ -32,17 +33,7 @@ protected:
         form.unload();
     }
 
-    template <class Widget>
-    Widget* find(const char* name) {
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (auto* found = window->findChild<Widget*>(QString::fromLatin1(name))) {
-                return found;
-            }
-        }
-        return nullptr;
-    }
-
-    QWidget* window() { return find<QPushButton>("cmdOk")->window(); }
+    QWidget* window() { return widgetNamed<QPushButton>("cmdOk")->window(); }
 
     QtMachine machine;
     face::QtDesktop& desktop = machine.desktop;
@@ -50,39 +41,40 @@ protected:
 };
 
 TEST_F(FaceTest, EveryControlHasAWidgetWithItsName) {
-    EXPECT_NE(find<QGroupBox>("frameAll"), nullptr);
-    EXPECT_NE(find<QLabel>("lblName"), nullptr);
-    EXPECT_NE(find<QLineEdit>("txtName"), nullptr);
-    EXPECT_NE(find<QWidget>("picLamp"), nullptr);
-    EXPECT_NE(find<QCheckBox>("chkTick"), nullptr);
-    EXPECT_NE(find<QComboBox>("cboList"), nullptr);
-    EXPECT_NE(find<QPushButton>("cmdOk"), nullptr);
-    EXPECT_EQ(find<QPushButton>("cmdOk")->accessibleDescription(), QStringLiteral("id:cmdOk"));
+    EXPECT_NE(widgetNamed<QGroupBox>("frameAll"), nullptr);
+    EXPECT_NE(widgetNamed<QLabel>("lblName"), nullptr);
+    EXPECT_NE(widgetNamed<QLineEdit>("txtName"), nullptr);
+    EXPECT_NE(widgetNamed<QWidget>("picLamp"), nullptr);
+    EXPECT_NE(widgetNamed<QCheckBox>("chkTick"), nullptr);
+    EXPECT_NE(widgetNamed<QComboBox>("cboList"), nullptr);
+    EXPECT_NE(widgetNamed<QPushButton>("cmdOk"), nullptr);
+    EXPECT_EQ(widgetNamed<QPushButton>("cmdOk")->accessibleDescription(),
+              QStringLiteral("id:cmdOk"));
     EXPECT_EQ(window()->windowTitle(), QStringLiteral("Throw-away"));
 }
 
 TEST_F(FaceTest, ALabelIsTheBuddyOfItsInput) {
-    EXPECT_EQ(find<QLabel>("lblName")->buddy(), find<QLineEdit>("txtName"));
+    EXPECT_EQ(widgetNamed<QLabel>("lblName")->buddy(), widgetNamed<QLineEdit>("txtName"));
 }
 
 TEST_F(FaceTest, AControlThatIsEnabledAgainHasTheFocusAgain) {
-    find<QPushButton>("cmdOk")->setFocus();
+    widgetNamed<QPushButton>("cmdOk")->setFocus();
 
     form.cmdOk.setEnabled(false);
-    EXPECT_NE(window()->focusWidget(), find<QPushButton>("cmdOk"));
+    EXPECT_NE(window()->focusWidget(), widgetNamed<QPushButton>("cmdOk"));
     form.cmdOk.setEnabled(true);
 
-    EXPECT_EQ(window()->focusWidget(), find<QPushButton>("cmdOk"));
+    EXPECT_EQ(window()->focusWidget(), widgetNamed<QPushButton>("cmdOk"));
 }
 
 TEST_F(FaceTest, AControlThatIsEnabledAgainLeavesTheFocusWhereTheUserPutIt) {
-    find<QPushButton>("cmdOk")->setFocus();
+    widgetNamed<QPushButton>("cmdOk")->setFocus();
 
     form.cmdOk.setEnabled(false);
-    find<QLineEdit>("txtName")->setFocus();
+    widgetNamed<QLineEdit>("txtName")->setFocus();
     form.cmdOk.setEnabled(true);
 
-    EXPECT_EQ(window()->focusWidget(), find<QLineEdit>("txtName"));
+    EXPECT_EQ(window()->focusWidget(), widgetNamed<QLineEdit>("txtName"));
 }
 
 TEST_F(FaceTest, WhileACallBlocksTheWindowIsPaintedButTakesNoInput) {
@@ -90,7 +82,7 @@ TEST_F(FaceTest, WhileACallBlocksTheWindowIsPaintedButTakesNoInput) {
     int clicks = 0;
     form.cmdOk.Click.connect([&] { ++clicks; });
     bool painted = false;
-    auto* button = find<QPushButton>("cmdOk");
+    auto* button = widgetNamed<QPushButton>("cmdOk");
     QTimer::singleShot(10, qApp, [&] {
         button->click();
         const QPointF middle = button->rect().center();
@@ -116,7 +108,7 @@ TEST_F(FaceTest, WhileACallBlocksTheWindowIsPaintedButTakesNoInput) {
 
 TEST_F(FaceTest, AWindowOutlivesTheHandlerThatWithdrawsIt) {
     form.cmdOk.Click.connect([&] { form.unload(); });
-    auto* button = find<QPushButton>("cmdOk");
+    auto* button = widgetNamed<QPushButton>("cmdOk");
     const QPointer<QWidget> shownWindow = button->window();
 
     button->click();

@@ -4,6 +4,7 @@
 #include "linux/face/LinuxCommonDialogs.h"
 #include "support/FormOn.h"
 #include "support/QtMachine.h"
+#include "support/QtWidgets.h"
 #include "support/TemporaryFolder.h"
 #include "support/ThrowAwayForm.h"
 
@@ -68,14 +69,7 @@ protected:
     }
     ~FileDialogTest() override { form.unload(); }
 
-    static QWidget* window() {
-        for (QWidget* each : QApplication::topLevelWidgets()) {
-            if (each->objectName() == QStringLiteral("frmThrowAway")) {
-                return each;
-            }
-        }
-        return nullptr;
-    }
+    static QWidget* window() { return windowNamed("frmThrowAway"); }
 
     /// Makes a file in the folder; its full path.
     std::string makeFile(const std::string& name) const {

@@ -5,6 +5,7 @@
 #include "linux/face/LinuxNotificationArea.h"
 #include "support/FormOn.h"
 #include "support/QtMachine.h"
+#include "support/QtWidgets.h"
 #include "support/ThrowAwayForm.h"
 
 #include <QApplication>
@@ -20,18 +21,9 @@ protected:
     HandleTest() { form.load(); }
     ~HandleTest() override { form.unload(); }
 
-    static QWidget* window(const char* name) {
-        for (QWidget* each : QApplication::topLevelWidgets()) {
-            if (each->objectName() == QString::fromLatin1(name)) {
-                return each;
-            }
-        }
-        return nullptr;
-    }
-
     void show() {
         form.setVisible(true);
-        ASSERT_TRUE(spinUntil([] { return window("frmThrowAway")->isActiveWindow(); }));
+        ASSERT_TRUE(spinUntil([] { return windowNamed("frmThrowAway")->isActiveWindow(); }));
     }
 
     static constexpr std::uint32_t unknown = 4'000'000'000U;
@@ -93,7 +85,7 @@ TEST_F(HandleTest, AWindowIsBroughtToTheFrontByItsNumber) {
 
     EXPECT_TRUE(desktop.bringToFront(form.hWnd()));
 
-    EXPECT_TRUE(spinUntil([] { return window("frmThrowAway")->isActiveWindow(); }));
+    EXPECT_TRUE(spinUntil([] { return windowNamed("frmThrowAway")->isActiveWindow(); }));
 }
 
 TEST_F(HandleTest, TheNotificationAreaBringsAWindowToTheFront) {
@@ -107,7 +99,7 @@ TEST_F(HandleTest, TheNotificationAreaBringsAWindowToTheFront) {
 TEST_F(HandleTest, AHiddenWindowIsNotBroughtToTheFront) {
     EXPECT_FALSE(desktop.bringToFront(form.hWnd()));
 
-    EXPECT_FALSE(window("frmThrowAway")->isVisible());
+    EXPECT_FALSE(windowNamed("frmThrowAway")->isVisible());
 }
 
 TEST_F(HandleTest, AnUnknownWindowIsNotBroughtToTheFront) {
@@ -125,10 +117,10 @@ TEST_F(HandleTest, AWindowOwnsWhatNamesItsNumber) {
     };
     FormOn<OtherForm> other{machine.platform.desktop};
     other.setVisible(true);
-    ASSERT_TRUE(spinUntil([] { return window("frmOther")->isVisible(); }));
+    ASSERT_TRUE(spinUntil([] { return windowNamed("frmOther")->isVisible(); }));
     show();
 
-    EXPECT_EQ(desktop.ownerOf(other.hWnd()), window("frmOther"));
+    EXPECT_EQ(desktop.ownerOf(other.hWnd()), windowNamed("frmOther"));
 
     other.unload();
 }
@@ -136,8 +128,8 @@ TEST_F(HandleTest, AWindowOwnsWhatNamesItsNumber) {
 TEST_F(HandleTest, TheWindowTheUserWorksInOwnsWhatNamesNone) {
     show();
 
-    EXPECT_EQ(desktop.ownerOf(unknown), window("frmThrowAway"));
-    EXPECT_EQ(desktop.ownerOf(0), window("frmThrowAway"));
+    EXPECT_EQ(desktop.ownerOf(unknown), windowNamed("frmThrowAway"));
+    EXPECT_EQ(desktop.ownerOf(0), windowNamed("frmThrowAway"));
 }
 
 TEST_F(HandleTest, AHiddenWindowOwnsNothing) {

@@ -1,6 +1,7 @@
 #include "support/FormOn.h"
 #include "support/ListForm.h"
 #include "support/QtMachine.h"
+#include "support/QtWidgets.h"
 
 #include <QApplication>
 #include <QProxyStyle>
@@ -33,17 +34,7 @@ protected:
     }
     ~ListFaceTest() override { form.unload(); }
 
-    template <class Widget>
-    Widget& widget(const char* name) {
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (auto* found = window->findChild<Widget*>(QString::fromLatin1(name))) {
-                return *found;
-            }
-        }
-        throw std::runtime_error(name);
-    }
-
-    QTableView& table() { return widget<QTableView>("lvwRows"); }
+    QTableView& table() { return theWidget<QTableView>("lvwRows"); }
 
     QPoint placeOf(int row) {
         QTableView& list = table();

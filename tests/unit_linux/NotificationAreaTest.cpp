@@ -6,6 +6,7 @@
 #include "linux/face/LinuxNotificationArea.h"
 #include "support/FormOn.h"
 #include "support/QtMachine.h"
+#include "support/QtWidgets.h"
 
 #include <QApplication>
 #include <QDBusPendingCallWatcher>
@@ -56,14 +57,7 @@ protected:
     }
 
     /// The menu that a panel gets; null where there is none.
-    static QMenu* panelMenu() {
-        for (QWidget* each : QApplication::topLevelWidgets()) {
-            if (each->objectName() == QStringLiteral("mnuPopUp")) {
-                return qobject_cast<QMenu*>(each);
-            }
-        }
-        return nullptr;
-    }
+    static QMenu* panelMenu() { return qobject_cast<QMenu*>(windowNamed("mnuPopUp")); }
 
     QtMachine machine;
     FormOn<FrmSysTray> tray{machine.desktop};

@@ -2,6 +2,7 @@
 #include "controls/Form.h"
 #include "support/FormOn.h"
 #include "support/QtMachine.h"
+#include "support/QtWidgets.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -42,23 +43,13 @@ protected:
     OutsideNamesTest() { form.load(); }
     ~OutsideNamesTest() override { form.unload(); }
 
-    template <class Widget>
-    static Widget& find(const char* name) {
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (auto* found = window->findChild<Widget*>(QString::fromLatin1(name))) {
-                return *found;
-            }
-        }
-        throw std::runtime_error(name);
-    }
-
     QtMachine machine;
     FormOn<NamesForm> form{machine.platform.desktop};
 };
 
 TEST_F(OutsideNamesTest, AListTellsOfATurnAndKeepsTheTrueName) {
     form.cboNames.addItem(turned);
-    auto& list = find<QComboBox>("cboNames");
+    auto& list = theWidget<QComboBox>("cboNames");
 
     list.setCurrentIndex(0);
 
@@ -69,21 +60,22 @@ TEST_F(OutsideNamesTest, AListTellsOfATurnAndKeepsTheTrueName) {
 TEST_F(OutsideNamesTest, ATextThatIsOnlyReadTellsOfATurn) {
     form.txtName.setText(turned);
 
-    EXPECT_EQ(find<QLineEdit>("txtName").text(), told);
+    EXPECT_EQ(theWidget<QLineEdit>("txtName").text(), told);
     EXPECT_EQ(form.txtName.text(), turned);
 }
 
 TEST_F(OutsideNamesTest, SeveralLinesTellOfATurn) {
     form.txtNames.setText(turned + "\r\nsecond");
 
-    EXPECT_EQ(find<QPlainTextEdit>("txtNames").toPlainText(), told + QStringLiteral("\nsecond"));
+    EXPECT_EQ(theWidget<QPlainTextEdit>("txtNames").toPlainText(),
+              told + QStringLiteral("\nsecond"));
     EXPECT_EQ(form.txtNames.text(), turned + "\r\nsecond");
 }
 
 TEST_F(OutsideNamesTest, ATextOfTheUsersOwnIsLeftAsItIs) {
     form.txtOwn.setText(turned);
 
-    EXPECT_EQ(find<QLineEdit>("txtOwn").text().toStdString(), turned);
+    EXPECT_EQ(theWidget<QLineEdit>("txtOwn").text().toStdString(), turned);
 }
 
 TEST_F(OutsideNamesTest, ABoxTellsOfATurn) {

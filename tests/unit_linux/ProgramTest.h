@@ -2,6 +2,7 @@
 
 #include "FileDialogTest.h"
 #include "startup/mdlStartUp.h"
+#include "support/QtWidgets.h"
 #include "wiring/World.h"
 
 #include <QAbstractButton>
@@ -39,12 +40,11 @@ protected:
     }
 
     static QWidget& window(const ControlList& list) {
-        for (QWidget* each : QApplication::topLevelWidgets()) {
-            if (each->objectName() == QString::fromStdString(list.name())) {
-                return *each;
-            }
+        QWidget* found = windowNamed(list.name());
+        if (found == nullptr) {
+            throw std::runtime_error(list.name());
         }
-        throw std::runtime_error(list.name());
+        return *found;
     }
 
     /// The widget that shows the control.

@@ -2,6 +2,7 @@
 #include "controls/Form.h"
 #include "support/FormOn.h"
 #include "support/QtMachine.h"
+#include "support/QtWidgets.h"
 
 #include <QApplication>
 #include <QFocusEvent>
@@ -66,25 +67,15 @@ class TextFieldTest : public testing::Test {
 protected:
     TextFieldTest() {
         form.setVisible(true);
-        EXPECT_TRUE(spinUntil([this] { return widget("cmdOk")->hasFocus(); }));
+        EXPECT_TRUE(spinUntil([this] { return widgetNamed("cmdOk")->hasFocus(); }));
     }
     ~TextFieldTest() override { form.unload(); }
-
-    static QWidget* widget(const char* name) {
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (auto* found = window->findChild<QWidget*>(QString::fromLatin1(name))) {
-                return found;
-            }
-        }
-        return nullptr;
-    }
-    static QLineEdit* field(const char* name) { return qobject_cast<QLineEdit*>(widget(name)); }
 
     /// One key event, as the window hands it to whatever has the focus.
     static void key(QEvent::Type type, int code, const QString& text = {}, bool repeated = false,
                     Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         QKeyEvent event(type, code, modifiers, text, repeated);
-        QCoreApplication::sendEvent(widget("cmdOk")->window()->windowHandle(), &event);
+        QCoreApplication::sendEvent(widgetNamed("cmdOk")->window()->windowHandle(), &event);
     }
     static void press(int code, const QString& text = {}) {
         key(QEvent::KeyPress, code, text);
@@ -114,7 +105,7 @@ TEST_F(TextFieldTest, TabIntoAFieldRaisesGotFocus) {
 
     press(Qt::Key_Tab);
 
-    EXPECT_TRUE(widget("txtFirst")->hasFocus());
+    EXPECT_TRUE(widgetNamed("txtFirst")->hasFocus());
     EXPECT_EQ(times, 1);
 }
 
@@ -122,9 +113,9 @@ TEST_F(TextFieldTest, AClickIntoAFieldRaisesGotFocus) {
     int times = 0;
     form.txtSecond.GotFocus.connect([&] { ++times; });
 
-    click(widget("txtSecond"));
+    click(widgetNamed("txtSecond"));
 
-    EXPECT_TRUE(widget("txtSecond")->hasFocus());
+    EXPECT_TRUE(widgetNamed("txtSecond")->hasFocus());
     EXPECT_EQ(times, 1);
 }
 
@@ -141,10 +132,10 @@ TEST_F(TextFieldTest, OnlyTheFieldThatIsReachedRaisesGotFocus) {
 
 TEST_F(TextFieldTest, AnotherClickIntoTheSameFieldRaisesNothing) {
     int times = 0;
-    click(widget("txtFirst"));
+    click(widgetNamed("txtFirst"));
     form.txtFirst.GotFocus.connect([&] { ++times; });
 
-    click(widget("txtFirst"));
+    click(widgetNamed("txtFirst"));
 
     EXPECT_EQ(times, 0);
 }
@@ -153,15 +144,15 @@ TEST_F(TextFieldTest, AWindowThatGivesTheFocusBackRaisesNothing) {
     int times = 0;
     press(Qt::Key_Tab);
     form.txtFirst.GotFocus.connect([&] { ++times; });
-    const FocusReasons reasons(widget("txtFirst"));
+    const FocusReasons reasons(widgetNamed("txtFirst"));
     QWidget other;
     other.show();
     other.activateWindow();
     ASSERT_TRUE(spinUntil([&] { return other.isActiveWindow(); }));
 
-    widget("txtFirst")->window()->activateWindow();
+    widgetNamed("txtFirst")->window()->activateWindow();
 
-    EXPECT_TRUE(spinUntil([&] { return widget("txtFirst")->hasFocus(); }));
+    EXPECT_TRUE(spinUntil([&] { return widgetNamed("txtFirst")->hasFocus(); }));
     EXPECT_EQ(reasons.seen, std::vector{Qt::ActiveWindowFocusReason});
     EXPECT_EQ(times, 0);
 }
@@ -170,7 +161,7 @@ TEST_F(TextFieldTest, APopupThatGivesTheFocusBackRaisesNothing) {
     int times = 0;
     press(Qt::Key_Tab);
     form.txtFirst.GotFocus.connect([&] { ++times; });
-    const FocusReasons reasons(widget("txtFirst"));
+    const FocusReasons reasons(widgetNamed("txtFirst"));
     QMenu popup;
     popup.addAction(QStringLiteral("Entry"));
     popup.popup(QPoint(0, 0));
@@ -189,10 +180,10 @@ TEST_F(TextFieldTest, KeyDownIsRaisedBeforeTheTextChanges) {
     press(Qt::Key_Tab);
     form.txtFirst.KeyDown.connect([&] {
         texts.push_back(form.txtFirst.text());
-        texts.push_back(field("txtFirst")->text().toStdString());
+        texts.push_back(widgetNamed<QLineEdit>("txtFirst")->text().toStdString());
     });
 
-    field("txtFirst")->end(false);
+    widgetNamed<QLineEdit>("txtFirst")->end(false);
     key(QEvent::KeyPress, Qt::Key_2, QStringLiteral("2"));
 
     EXPECT_EQ(texts, (std::vector<std::string>{"1", "1"}));
@@ -246,7 +237,7 @@ TEST_F(TextFieldTest, WhatKeyUpPutsBackIsShown) {
 
     press(Qt::Key_X, QStringLiteral("x"));
 
-    EXPECT_EQ(field("txtFirst")->text(), QStringLiteral("10"));
+    EXPECT_EQ(widgetNamed<QLineEdit>("txtFirst")->text(), QStringLiteral("10"));
 }
 
 TEST_F(TextFieldTest, TheModelSelectsAPartOfTheText) {
@@ -254,7 +245,7 @@ TEST_F(TextFieldTest, TheModelSelectsAPartOfTheText) {
 
     form.txtFirst.select(4, 3);
 
-    EXPECT_EQ(field("txtFirst")->selectedText(), QStringLiteral("two"));
+    EXPECT_EQ(widgetNamed<QLineEdit>("txtFirst")->selectedText(), QStringLiteral("two"));
 }
 
 TEST_F(TextFieldTest, TheSelectionCountsBytesWhereCharactersHaveMore) {
@@ -262,18 +253,18 @@ TEST_F(TextFieldTest, TheSelectionCountsBytesWhereCharactersHaveMore) {
 
     form.txtFirst.select(8, 3);
 
-    EXPECT_EQ(field("txtFirst")->selectionStart(), 4);
-    EXPECT_EQ(field("txtFirst")->selectedText(), QStringLiteral("x\u00fc"));
+    EXPECT_EQ(widgetNamed<QLineEdit>("txtFirst")->selectionStart(), 4);
+    EXPECT_EQ(widgetNamed<QLineEdit>("txtFirst")->selectedText(), QStringLiteral("x\u00fc"));
 }
 
 TEST_F(TextFieldTest, ASelectionIsMadeAgainAfterTheUsersOwn) {
     form.txtFirst.setText("one two");
     form.txtFirst.select(0, 7);
-    field("txtFirst")->setSelection(0, 2);
+    widgetNamed<QLineEdit>("txtFirst")->setSelection(0, 2);
 
     form.txtFirst.select(0, 7);
 
-    EXPECT_EQ(field("txtFirst")->selectedText(), QStringLiteral("one two"));
+    EXPECT_EQ(widgetNamed<QLineEdit>("txtFirst")->selectedText(), QStringLiteral("one two"));
 }
 
 TEST_F(TextFieldTest, TypingReplacesTheSelection) {
@@ -290,33 +281,33 @@ TEST_F(TextFieldTest, TheSelectionOutlivesTheClickThatBroughtTheFocus) {
     form.txtFirst.setText("1234");
     form.txtFirst.GotFocus.connect([&] { form.txtFirst.select(0, 4); });
 
-    click(widget("txtFirst"));
+    click(widgetNamed("txtFirst"));
     ASSERT_TRUE(takeQueued());
 
-    EXPECT_EQ(field("txtFirst")->selectedText(), QStringLiteral("1234"));
+    EXPECT_EQ(widgetNamed<QLineEdit>("txtFirst")->selectedText(), QStringLiteral("1234"));
 }
 
 TEST_F(TextFieldTest, ASelectionMadeAfterTheClickIsMadeOnce) {
     form.txtFirst.setText("1234");
-    click(widget("txtFirst"));
+    click(widgetNamed("txtFirst"));
 
     form.txtFirst.select(0, 4);
-    field("txtFirst")->setSelection(0, 2);
+    widgetNamed<QLineEdit>("txtFirst")->setSelection(0, 2);
     ASSERT_TRUE(takeQueued());
 
-    EXPECT_EQ(field("txtFirst")->selectedText(), QStringLiteral("12"));
+    EXPECT_EQ(widgetNamed<QLineEdit>("txtFirst")->selectedText(), QStringLiteral("12"));
 }
 
 TEST_F(TextFieldTest, ALaterClickPutsTheSelectionAside) {
     form.txtFirst.setText("1234");
     form.txtFirst.GotFocus.connect([&] { form.txtFirst.select(0, 4); });
-    click(widget("txtFirst"));
+    click(widgetNamed("txtFirst"));
     ASSERT_TRUE(takeQueued());
 
-    click(widget("txtFirst"));
+    click(widgetNamed("txtFirst"));
     ASSERT_TRUE(takeQueued());
 
-    EXPECT_EQ(field("txtFirst")->selectedText(), QString());
+    EXPECT_EQ(widgetNamed<QLineEdit>("txtFirst")->selectedText(), QString());
 }
 
 TEST_F(TextFieldTest, WhileABoxIsOpenAFieldRaisesNothing) {
@@ -336,7 +327,7 @@ TEST_F(TextFieldTest, WhileABoxIsOpenAFieldRaisesNothing) {
             QKeyEvent down(QEvent::KeyPress, Qt::Key_2, Qt::NoModifier, QStringLiteral("2"));
             QKeyEvent up(QEvent::KeyRelease, Qt::Key_2, Qt::NoModifier, QStringLiteral("2"));
             for (QEvent* event : std::initializer_list<QEvent*>{&focus, &down, &up}) {
-                QCoreApplication::sendEvent(field("txtFirst"), event);
+                QCoreApplication::sendEvent(widgetNamed<QLineEdit>("txtFirst"), event);
             }
             box->close();
         }
@@ -348,12 +339,12 @@ TEST_F(TextFieldTest, WhileABoxIsOpenAFieldRaisesNothing) {
     EXPECT_TRUE(seen);
     EXPECT_EQ(events, std::vector<std::string>{});
     EXPECT_EQ(form.txtFirst.text(), "1");
-    EXPECT_EQ(field("txtFirst")->text(), QStringLiteral("1"));
+    EXPECT_EQ(widgetNamed<QLineEdit>("txtFirst")->text(), QStringLiteral("1"));
 }
 
 TEST_F(TextFieldTest, AFormMayBeUnloadedByKeyDown) {
     press(Qt::Key_Tab);
-    const QPointer<QLineEdit> edit = field("txtFirst");
+    const QPointer<QLineEdit> edit = widgetNamed<QLineEdit>("txtFirst");
     form.txtFirst.KeyDown.connect([&] { form.unload(); });
 
     QKeyEvent down(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, QStringLiteral("a"));
@@ -368,7 +359,7 @@ TEST_F(TextFieldTest, AFormMayBeUnloadedByKeyDown) {
 
 TEST_F(TextFieldTest, AFormMayBeUnloadedByKeyUp) {
     press(Qt::Key_Tab);
-    const QPointer<QLineEdit> edit = field("txtFirst");
+    const QPointer<QLineEdit> edit = widgetNamed<QLineEdit>("txtFirst");
     form.txtFirst.KeyUp.connect([&] { form.unload(); });
 
     press(Qt::Key_A, QStringLiteral("a"));
@@ -382,7 +373,7 @@ TEST_F(TextFieldTest, AFormMayBeUnloadedByKeyUp) {
 
 TEST_F(TextFieldTest, AFormMayBeUnloadedByGotFocusBeforeTheSelectionIsMadeAgain) {
     form.txtFirst.setText("1234");
-    const QPointer<QLineEdit> edit = field("txtFirst");
+    const QPointer<QLineEdit> edit = widgetNamed<QLineEdit>("txtFirst");
     form.txtFirst.GotFocus.connect([&] {
         form.txtFirst.select(0, 4);
         form.unload();
@@ -397,7 +388,7 @@ TEST_F(TextFieldTest, AFormMayBeUnloadedByGotFocusBeforeTheSelectionIsMadeAgain)
 }
 
 TEST_F(TextFieldTest, AWrappedLabelBreaksATextThatDoesNotFit) {
-    auto* label = qobject_cast<QLabel*>(widget("lblWrapped"));
+    auto* label = qobject_cast<QLabel*>(widgetNamed("lblWrapped"));
 
     form.lblWrapped.setCaption("many words that do not find room in a single line of this label");
     ASSERT_TRUE(takeQueued());
@@ -407,7 +398,7 @@ TEST_F(TextFieldTest, AWrappedLabelBreaksATextThatDoesNotFit) {
 }
 
 TEST_F(TextFieldTest, AnyOtherLabelStaysInOneLine) {
-    auto* label = qobject_cast<QLabel*>(widget("lblPlain"));
+    auto* label = qobject_cast<QLabel*>(widgetNamed("lblPlain"));
 
     form.lblPlain.setCaption("many words that do not find room in a single line of this label");
 
@@ -417,7 +408,7 @@ TEST_F(TextFieldTest, AnyOtherLabelStaysInOneLine) {
 }
 
 TEST_F(TextFieldTest, ALabelShowsCarriageReturnAndLineFeedAsOneLineBreak) {
-    auto* label = qobject_cast<QLabel*>(widget("lblWrapped"));
+    auto* label = qobject_cast<QLabel*>(widgetNamed("lblWrapped"));
     form.lblWrapped.setCaption("one");
     const int oneLine = label->heightForWidth(label->width());
 

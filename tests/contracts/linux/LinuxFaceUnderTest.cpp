@@ -1,6 +1,7 @@
 #include "contracts/FaceUnderTest.h"
 
 #include "support/QtMachine.h"
+#include "support/QtWidgets.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
@@ -26,12 +27,7 @@ namespace tarvik {
 namespace {
 
 QWidget* windowOf(const ControlList& list) {
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (window->objectName() == QString::fromStdString(list.name())) {
-            return window;
-        }
-    }
-    return nullptr;
+    return windowNamed(list.name());
 }
 
 template <class Widget>

@@ -1,6 +1,7 @@
 #include "contracts/painted/PaintedFace.h"
 
 #include "../../unit_linux/ImagePixels.h"
+#include "support/QtWidgets.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -10,25 +11,12 @@
 
 namespace tarvik {
 
-namespace {
-
-QWidget& widgetOf(const Control& control) {
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (auto* found = window->findChild<QWidget*>(QString::fromStdString(control.name()))) {
-            return *found;
-        }
-    }
-    throw std::runtime_error(control.name());
-}
-
-} // namespace
-
 Pixels pixelsOf(const Chart& chart) {
-    return pixelsOf(widgetOf(chart).grab().toImage());
+    return pixelsOf(theWidget(chart.name()).grab().toImage());
 }
 
 void movePointer(const Chart& chart, int x) {
-    QWidget& widget = widgetOf(chart);
+    QWidget& widget = theWidget(chart.name());
     const QPointF place(x, widget.height() / 2.0);
     QMouseEvent event(QEvent::MouseMove, place, widget.mapToGlobal(place), Qt::NoButton,
                       Qt::NoButton, Qt::NoModifier);
@@ -37,11 +25,11 @@ void movePointer(const Chart& chart, int x) {
 
 void takePointerAway(const Chart& chart) {
     QEvent event(QEvent::Leave);
-    QCoreApplication::sendEvent(&widgetOf(chart), &event);
+    QCoreApplication::sendEvent(&theWidget(chart.name()), &event);
 }
 
 void giveFocus(const Control& control) {
-    QWidget& widget = widgetOf(control);
+    QWidget& widget = theWidget(control.name());
     widget.window()->activateWindow();
     QCoreApplication::processEvents();
     widget.setFocus();
@@ -51,7 +39,7 @@ void giveFocus(const Control& control) {
 }
 
 void enlarge(const Form& form, int width, int height) {
-    QWidget& window = *widgetOf(*form.controls().front()).window();
+    QWidget& window = *theWidget(form.controls().front()->name()).window();
     window.resize(window.size() + QSize(width, height));
 }
 

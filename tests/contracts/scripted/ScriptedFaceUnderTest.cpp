@@ -1,4 +1,5 @@
 #include "contracts/FaceUnderTest.h"
+#include "support/ControlText.h"
 
 #include "common/ChartReading.h"
 #include "common/FaceCaption.h"
@@ -89,20 +90,7 @@ public:
                                        static_cast<const CommandButton&>(control).mnemonic());
         }
     }
-    std::string shown(const Control& control) const override {
-        switch (control.kind()) {
-        case ControlKind::Frame:
-            return static_cast<const Frame&>(control).caption();
-        case ControlKind::Label:
-            return static_cast<const Label&>(control).caption();
-        case ControlKind::TextBox:
-            return static_cast<const TextBox&>(control).text();
-        case ControlKind::ComboBox:
-            return static_cast<const ComboBox&>(control).text();
-        default:
-            return static_cast<const CommandButton&>(control).caption();
-        }
-    }
+    std::string shown(const Control& control) const override { return textOf(control); }
     bool isTicked(const Control& control) const override {
         return control.kind() == ControlKind::CheckBox
                    ? static_cast<const CheckBox&>(control).ticked()

@@ -113,6 +113,7 @@ TEST_F(ObtainIPTest, AFailedCleanupIsToldAndTheAddressStays) {
 }
 
 TEST_F(ObtainIPTest, CleaningUpTellsWhetherItWorked) {
+    EXPECT_TRUE(SocketsInitialize());
     EXPECT_TRUE(SocketsCleanup());
 }
 

@@ -346,19 +346,7 @@ public:
 TEST_F(BackupTest, ANameThatIsLostAfterTheSaveIsToldAndNothingIsMoved) {
     ForgettingFiles files;
     ScriptedProfile profile(files, "\r\n");
-    Platform forgetting{machine.connections,
-                        machine.systemErrors,
-                        machine.internet,
-                        machine.sockets,
-                        profile,
-                        files,
-                        machine.instances,
-                        machine.notificationArea,
-                        machine.dialogs,
-                        machine.desktop,
-                        machine.clock,
-                        machine.locale,
-                        machine.program};
+    Platform forgetting = machine.withFiles(profile, files);
     const PlatformScope scope(forgetting);
     expectWarning("Assertion failure detected in \"BackupINIFile\".");
 

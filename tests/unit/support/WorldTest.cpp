@@ -76,6 +76,7 @@ void WorldTest::startQuietly(const std::string& commandLine) {
 
 void WorldTest::newWorld() {
     world.reset();
+    machine.instances.endProgram();
     world.emplace(machine.platform);
 }
 

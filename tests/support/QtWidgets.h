@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QApplication>
+#include <QString>
+#include <QWidget>
+#include <stdexcept>
+#include <string>
+
+namespace tarvik {
+
+/// The window, menu or tip of that name; null when there is none.
+inline QWidget* windowNamed(const std::string& name) {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->objectName() == QString::fromStdString(name)) {
+            return window;
+        }
+    }
+    return nullptr;
+}
+
+/// The widget of that kind and name, in whatever window it stands; null when there is none.
+template <class Widget = QWidget>
+Widget* widgetNamed(const std::string& name) {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (auto* found = window->findChild<Widget*>(QString::fromStdString(name))) {
+            return found;
+        }
+    }
+    return nullptr;
+}
+
+/// The same where a test makes no sense without it.
+template <class Widget = QWidget>
+Widget& theWidget(const std::string& name) {
+    if (Widget* found = widgetNamed<Widget>(name)) {
+        return *found;
+    }
+    throw std::runtime_error(name);
+}
+
+} // namespace tarvik
