@@ -15,7 +15,10 @@ protected:
     }
 
     std::string call(std::uint32_t state = activated) {
-        return service.addLine(mobile, state, {sdbus::ObjectPath(modem)});
+        std::string path = service.addLine(mobile, state, {sdbus::ObjectPath(modem)});
+        // No look may come between the call and its news: what is carried then is not this call's.
+        service.settle();
+        return path;
     }
 
     /// The call ends and is not listed any more.

@@ -92,7 +92,7 @@ protected:
 
     /// Asks again until the signals have arrived that make it so; false when they do not.
     static bool soon(const std::function<bool()>& condition) {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(60);
         while (!condition() && std::chrono::steady_clock::now() < end) {
             std::this_thread::yield();
         }

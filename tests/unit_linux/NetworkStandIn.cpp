@@ -254,6 +254,14 @@ void NetworkStandIn::tellLines() {
     manager_->emitPropertiesChangedSignal(service, {"ActiveConnections"});
 }
 
+void NetworkStandIn::settle() {
+    std::string id;
+    sdbus::createProxy(*connection_, "org.freedesktop.DBus", "/org/freedesktop/DBus")
+        ->callMethod("GetId")
+        .onInterface("org.freedesktop.DBus")
+        .storeResultsTo(id);
+}
+
 NetworkStandIn::Line& NetworkStandIn::line(const std::string& path) {
     const Guard guard(mutex_);
     return lines_.at(path);

@@ -69,6 +69,8 @@ public:
     /// An active connection of a profile; its path.
     std::string addLine(const std::string& profile, std::uint32_t state, const Paths& devices,
                         const std::string& ip4 = "/", const std::string& ip6 = "/");
+    /// Returns when the bus has handed on all that was told: whoever looks now sees it.
+    void settle();
     /// Sets the state and tells it; a connection that is deactivated leaves the list.
     void setLineState(const std::string& path, std::uint32_t state, std::uint32_t reason);
     /// The object goes, but the list still names it.
