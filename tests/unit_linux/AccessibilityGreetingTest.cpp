@@ -112,5 +112,51 @@ TEST_F(AccessibilityTest, AMuteServiceIsHidden) {
     EXPECT_EQ(accessibilityBus.get(), "disabled:");
 }
 
+/// A service whose bus is the session's, with a registry of those who listen.
+class RegistryTest : public ToolkitServicesTest {
+protected:
+    RegistryTest() {
+        service.address = sessionBus.get();
+        service.isEnabled = true;
+        service.run();
+    }
+
+    AccessibilityStandIn service{sessionBus.get()};
+    NameOnBus registry{sessionBus.get(), "org.a11y.atspi.Registry"};
+};
+
+TEST_F(RegistryTest, OneThatAnswersIsLeftAsItIs) {
+    registry.run();
+
+    EXPECT_EQ(greet(), "");
+
+    EXPECT_EQ(accessibilityBus.get(), "");
+}
+
+TEST_F(RegistryTest, AMuteOneHidesItsBus) {
+    EXPECT_EQ(greet(),
+              "velmars-tarvik: the bus of accessibility does not answer and is left out\n");
+
+    EXPECT_EQ(accessibilityBus.get(), "disabled:");
+}
+
+TEST_F(RegistryTest, AMuteOneOnTheBusThatTheEnvironmentTellsHidesThat) {
+    accessibilityBus.set(sessionBus.get());
+
+    greet();
+
+    EXPECT_EQ(accessibilityBus.get(), "disabled:");
+}
+
+TEST_F(AccessibilityTest, ABusThatKnowsNoRegistryIsLeftAsItIs) {
+    service.address = sessionBus.get();
+    service.isEnabled = true;
+    service.run();
+
+    EXPECT_EQ(greet(), "");
+
+    EXPECT_EQ(accessibilityBus.get(), "");
+}
+
 } // namespace
 } // namespace tarvik

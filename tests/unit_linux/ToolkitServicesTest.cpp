@@ -63,13 +63,31 @@ TEST_F(ToolkitServicesTest, AMuteBusOfAccessibilityIsHidden) {
     EXPECT_EQ(sessionBus.get(), before);
 }
 
-TEST_F(ToolkitServicesTest, ASessionManagerThatGreetsIsLeftAsItIs) {
-    const FirstWord service(path, std::string_view("\0\1\0\0\0\0\0\0", 8));
+TEST_F(ToolkitServicesTest, ASessionManagerThatTakesTheConnectionIsLeftAsItIs) {
+    const FirstWord service(path, std::string_view("\0\1\0\0\0\0\0\0\0\6\0\0\2\0\0\0", 16));
     sessionManager.set(manager());
 
     EXPECT_EQ(greet(), "");
 
     EXPECT_EQ(sessionManager.get(), manager());
+}
+
+TEST_F(ToolkitServicesTest, ASessionManagerThatFallsSilentAfterItsFirstWordIsHidden) {
+    const FirstWord service(path, std::string_view("\0\1\0\0\0\0\0\0", 8));
+    sessionManager.set(manager());
+
+    EXPECT_EQ(greet(), "velmars-tarvik: the session manager does not answer and is left out\n");
+
+    EXPECT_EQ(qgetenv("SESSION_MANAGER").isNull(), true);
+}
+
+TEST_F(ToolkitServicesTest, ASessionManagerWhoseAnswerIsNoneIsHidden) {
+    const FirstWord service(path, std::string_view("\0\1\0\0\0\0\0\0\0\7\0\0\0\0\0\0", 16));
+    sessionManager.set(manager());
+
+    greet();
+
+    EXPECT_EQ(qgetenv("SESSION_MANAGER").isNull(), true);
 }
 
 TEST_F(ToolkitServicesTest, AMuteSessionManagerIsHidden) {
@@ -95,20 +113,43 @@ protected:
     InputMethodTest() {
         typing.set("ibus");
         addressFile.set(folder.path() + "/address");
+        tell(bus());
+    }
+
+    /// The address of the method's own bus.
+    void tell(const std::string& address) const {
         std::ofstream(folder.path() + "/address")
-            << "# of the display\nIBUS_ADDRESS=unix:path=" << path
-            << ",guid=1\nIBUS_DAEMON_PID=1\n";
+            << "# of the display\nIBUS_ADDRESS=" << address << "\nIBUS_DAEMON_PID=1\n";
     }
 
     Variable addressFile{"IBUS_ADDRESS_FILE"};
 };
 
-TEST_F(InputMethodTest, AnInputMethodThatSpeaksIsLeftAsItIs) {
-    const FirstWord service(path, "REJECTED EXTERNAL\r\n");
+TEST_F(InputMethodTest, AnInputMethodThatAnswersIsLeftAsItIs) {
+    NameOnBus method(sessionBus.get(), "org.freedesktop.IBus");
+    method.run();
+    tell(sessionBus.get());
 
     EXPECT_EQ(greet(), "");
 
     EXPECT_EQ(typing.get(), "ibus");
+}
+
+TEST_F(InputMethodTest, AnInputMethodThatGreetsAndFallsSilentIsHidden) {
+    const NameOnBus method(sessionBus.get(), "org.freedesktop.IBus");
+    tell(sessionBus.get());
+
+    EXPECT_EQ(greet(), "velmars-tarvik: the input method does not answer and is left out\n");
+
+    EXPECT_EQ(qgetenv("QT_IM_MODULE").isNull(), true);
+}
+
+TEST_F(InputMethodTest, AnInputMethodThatFallsSilentAfterItsFirstWordIsHidden) {
+    const FirstWord service(path, "OK 0123456789abcdef0123456789abcdef\r\n");
+
+    greet();
+
+    EXPECT_EQ(qgetenv("QT_IM_MODULE").isNull(), true);
 }
 
 TEST_F(InputMethodTest, AMuteInputMethodIsHidden) {

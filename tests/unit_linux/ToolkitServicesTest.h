@@ -6,7 +6,9 @@
 #include <QByteArray>
 
 #include <gtest/gtest.h>
+#include <sdbus-c++/sdbus-c++.h>
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <sys/socket.h>
@@ -60,6 +62,20 @@ private:
     int socket_ = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
     std::vector<int> taken_;
     std::thread thread_;
+};
+
+/// A name on a bus whose owner never answers, or does once `run` is called: that it knows nothing.
+class NameOnBus {
+public:
+    NameOnBus(const std::string& bus, const std::string& name)
+        : connection_(sdbus::createSessionBusConnectionWithAddress(bus)) {
+        connection_->requestName(name);
+    }
+
+    void run() { connection_->enterEventLoopAsync(); }
+
+private:
+    std::unique_ptr<sdbus::IConnection> connection_;
 };
 
 /// One variable of the environment, as it was again afterwards.

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 
 namespace tarvik {
 
@@ -14,15 +15,43 @@ namespace {
 
 const char* const service = "org.a11y.Bus";
 
-/// One that runs; the toolkit starts none, and is told of one that comes later.
-bool runs(sdbus::IConnection& bus) {
+const char* const registry = "org.a11y.atspi.Registry";
+
+std::unique_ptr<sdbus::IProxy> daemonOf(sdbus::IConnection& bus) {
+    return sdbus::createProxy(bus, "org.freedesktop.DBus", "/org/freedesktop/DBus");
+}
+
+bool runs(sdbus::IConnection& bus, const char* name) {
     bool is = false;
-    sdbus::createProxy(bus, "org.freedesktop.DBus", "/org/freedesktop/DBus")
+    daemonOf(bus)
         ->callMethod("NameHasOwner")
         .onInterface("org.freedesktop.DBus")
-        .withArguments(service)
+        .withArguments(name)
         .storeResultsTo(is);
     return is;
+}
+
+/// The toolkit's question would start it: it may take its time for that, as a bus may.
+void startRegistry(sdbus::IConnection& bus, Greeting::MayBeSilent& mayBeSilent) {
+    std::uint32_t started = 0;
+    mayBeSilent = true;
+    daemonOf(bus)
+        ->callMethod("StartServiceByName")
+        .onInterface("org.freedesktop.DBus")
+        .withArguments(registry, std::uint32_t{0})
+        .storeResultsTo(started);
+    mayBeSilent = false;
+}
+
+/// Who wants to hear of what. A program of its own tells that on the bus of accessibility, and the
+/// toolkit waits for it, at the start and whenever somebody begins or ceases to listen.
+void askRegistry(sdbus::IConnection& bus, Greeting::MayBeSilent& mayBeSilent) {
+    if (!runs(bus, registry)) {
+        startRegistry(bus, mayBeSilent);
+    }
+    const auto proxy = sdbus::createProxy(bus, registry, "/org/a11y/atspi/registry");
+    const auto question = proxy->createMethodCall(registry, "GetRegisteredEvents");
+    proxy->callMethod(question, 0);
 }
 
 /// What it says of that; one that cannot tell has none of it, as for the toolkit.
@@ -55,8 +84,9 @@ std::string toldAddress(const std::string& sessionBus, bool wanted,
     try {
         const auto bus = sdbus::createSessionBusConnectionWithAddress(sessionBus);
         const auto proxy = sdbus::createProxy(*bus, service, "/org/a11y/bus");
-        // Where it is off, the question would start a bus that nobody needs.
-        if (runs(*bus) && (isOn(*proxy) || wanted)) {
+        // One that comes later the toolkit is told of; it starts none. Where it is off, the
+        // question would start a bus that nobody needs.
+        if (runs(*bus, service) && (isOn(*proxy) || wanted)) {
             mayBeSilent = true;
             proxy->callMethod("GetAddress").onInterface(service).storeResultsTo(address);
         }
@@ -84,9 +114,16 @@ std::string textOnDisplay(xcb_connection_t* display, const char* name) {
 
 } // namespace
 
+bool accessibilityBusGreets(const std::string& address, Greeting::MayBeSilent& mayBeSilent) {
+    const bool greets = busGreets(
+        address, [&mayBeSilent](sdbus::IConnection& bus) { askRegistry(bus, mayBeSilent); });
+    mayBeSilent = false;
+    return greets;
+}
+
 bool accessibilityGreets(const std::string& sessionBus, bool wanted,
                          Greeting::MayBeSilent& mayBeSilent) {
-    return busGreets(toldAddress(sessionBus, wanted, mayBeSilent));
+    return accessibilityBusGreets(toldAddress(sessionBus, wanted, mayBeSilent), mayBeSilent);
 }
 
 bool accessibilityOfDisplayGreets(const std::string& display, Greeting::MayBeSilent& mayBeSilent) {
@@ -100,7 +137,7 @@ bool accessibilityOfDisplayGreets(const std::string& display, Greeting::MayBeSil
                                     ? ""
                                     : textOnDisplay(connection.get(), "AT_SPI_BUS");
     mayBeSilent = false;
-    return busGreets(address);
+    return accessibilityBusGreets(address, mayBeSilent);
 }
 
 } // namespace tarvik

@@ -1,19 +1,11 @@
 #include "linux/services/Greeting.h"
 
-#include <chrono>
 #include <fstream>
 #include <string>
 #include <thread>
 #include <unistd.h>
-#include <utility>
 
 namespace tarvik {
-
-namespace {
-
-constexpr std::chrono::milliseconds turn{10};
-
-} // namespace
 
 bool machineIsBusy() {
     std::ifstream file("/proc/stat");
@@ -52,7 +44,7 @@ Greeting::Greeting(std::function<bool(MayBeSilent&)> call) {
 }
 
 bool Greeting::wentWell(Patience& patience) {
-    while (answer_.wait_for(turn) != std::future_status::ready) {
+    while (answer_.wait_for(Patience::turn) != std::future_status::ready) {
         if (!patience.lasts(isWaiting())) {
             return state_->mayBeSilent;
         }

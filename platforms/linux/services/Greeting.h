@@ -1,11 +1,13 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <functional>
 #include <future>
 #include <istream>
 #include <memory>
 #include <sys/types.h>
+#include <utility>
 
 namespace tarvik {
 
@@ -16,12 +18,15 @@ bool machineIsBusy();
 /// /proc; also true where the record cannot be read, the thread being over.
 bool tellsOfWaiting(std::istream& stat);
 
-/// The time in which all greetings together are waited for, in turns of 10 ms: 15 of them. Turns in
-/// which a service may not have had its chance do not count, up to three seconds: none is to be
-/// left out because everything starts at once.
+/// The time in which all greetings together are waited for, in turns of 10 ms: 15 of them, or as
+/// many as are told. Turns in which a service may not have had its chance do not count, up to one
+/// second together with those that do: none is to be left out because everything starts at once.
 class Patience {
 public:
-    explicit Patience(std::function<bool()> isBusy = machineIsBusy) : isBusy_(std::move(isBusy)) {}
+    static constexpr std::chrono::milliseconds turn{10};
+
+    explicit Patience(std::function<bool()> isBusy = machineIsBusy, int turns = 15)
+        : isBusy_(std::move(isBusy)), turns_(turns) {}
 
     /// One more turn has passed, in which the greeting waited for its service, or did something
     /// itself; false when it was the last one.
@@ -29,8 +34,8 @@ public:
 
 private:
     std::function<bool()> isBusy_;
-    int turns_ = 15;
-    int busyTurns_ = 300;
+    int turns_;
+    int busyTurns_ = 85;
 };
 
 /// A greeting that may be waited for, or be left behind: it touches nothing of the program. It

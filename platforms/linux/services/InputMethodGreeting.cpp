@@ -1,15 +1,16 @@
 #include "linux/services/InputMethodGreeting.h"
 
+#include "linux/services/BusGreeting.h"
 #include "linux/services/Environment.h"
 #include "linux/services/LinuxProgram.h"
-#include "linux/services/LocalSocket.h"
+
+#include <sdbus-c++/sdbus-c++.h>
 
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <string>
 #include <string_view>
-#include <unistd.h>
 #include <vector>
 
 namespace tarvik {
@@ -42,30 +43,25 @@ std::vector<std::string> addressFiles(const InputMethodPlaces& places) {
     return files;
 }
 
-/// The socket that the file tells, "" for none: "unix:path=PATH,..." or "unix:abstract=NAME,...".
-std::string socketIn(const std::string& file) {
-    constexpr std::string_view begin = "IBUS_ADDRESS=unix:";
+/// The address of its own bus that the file tells, "" for none.
+std::string addressIn(const std::string& file) {
+    constexpr std::string_view begin = "IBUS_ADDRESS=";
     std::ifstream lines(file);
     for (std::string line; std::getline(lines, line);) {
-        if (!line.starts_with(begin)) {
-            continue;
-        }
-        line = line.substr(begin.size(), line.find(',') - begin.size());
-        const std::size_t equals = line.find('=');
-        const std::string kind = line.substr(0, equals);
-        if (equals != std::string::npos && (kind == "path" || kind == "abstract")) {
-            return (kind == "path" ? "" : std::string(1, '\0')) + line.substr(equals + 1);
+        if (line.starts_with(begin)) {
+            return line.substr(begin.size());
         }
     }
     return "";
 }
 
-/// Somebody listens there and says something, or nobody listens.
-bool speaks(const std::string& socket) {
-    const FileDescriptor file = connectTo(socket);
-    char word = 0;
-    return !file || (sendTo(file, std::string_view("\0AUTH\r\n", 7)) &&
-                     retried([&] { return read(file.number(), &word, 1); }) > 0);
+/// Anything that changes nothing: the toolkit will have it make something for this program, and
+/// wait for that.
+void askMethod(sdbus::IConnection& bus) {
+    const char* const service = "org.freedesktop.IBus";
+    sdbus::createProxy(bus, service, "/org/freedesktop/IBus")
+        ->getProperty("Address")
+        .onInterface(service);
 }
 
 } // namespace
@@ -91,8 +87,9 @@ InputMethodPlaces inputMethodPlaces() {
 bool inputMethodGreets(const InputMethodPlaces& places) {
     const std::vector<std::string> files =
         places.wanted ? addressFiles(places) : std::vector<std::string>();
-    return std::all_of(files.begin(), files.end(),
-                       [](const std::string& file) { return speaks(socketIn(file)); });
+    return std::all_of(files.begin(), files.end(), [](const std::string& file) {
+        return busGreets(addressIn(file), askMethod);
+    });
 }
 
 } // namespace tarvik

@@ -16,8 +16,9 @@ struct InputMethodPlaces {
 /// As the environment tells; to be asked while no other thread changes that.
 InputMethodPlaces inputMethodPlaces();
 
-/// False where the input method is wanted and one that runs there does not say a word when it is
-/// greeted: waits for that without end. True where another or none is wanted, or none runs.
+/// False where the input method is wanted and one that runs there does not greet as a bus should
+/// and answer a question on it: waits for that without end. True where another or none is wanted,
+/// or none runs.
 bool inputMethodGreets(const InputMethodPlaces& places);
 
 } // namespace tarvik

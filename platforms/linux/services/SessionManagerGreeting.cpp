@@ -2,6 +2,7 @@
 
 #include "linux/services/LocalSocket.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <optional>
@@ -28,21 +29,50 @@ std::optional<std::string> pathOf(const std::string& address) {
     return path;
 }
 
-/// Each side begins by saying in which order it sends the bytes of a number: a message of eight
-/// bytes, of which one tells the protocol, one the message and one the order.
-bool saysByteOrder(const FileDescriptor& file) {
-    std::array<unsigned char, 8> message{};
+/// The beginning of each message: the protocol, the message, two bytes of its own, and the length.
+using Message = std::array<unsigned char, 8>;
+
+constexpr unsigned char setUpProtocol = 0;
+
+/// Each side begins by saying in which order it sends the bytes of a number: here the lower ones
+/// first. Then this one offers its version of the protocol, and one way to prove itself.
+constexpr std::string_view setUp("\0\1\0\0\0\0\0\0"
+                                 "\0\2\1\1\6\0\0\0\0\0\0\0\0\0\0\0"
+                                 "\3\0MIT\0\0\0"
+                                 "\3\0001.0\0\0\0"
+                                 "\22\0MIT-MAGIC-COOKIE-1"
+                                 "\1\0\0\0",
+                                 64);
+
+std::optional<Message> nextMessage(const FileDescriptor& file) {
+    Message message{};
     std::size_t got = 0;
     while (got < message.size()) {
         const ssize_t more = retried(
             [&] { return read(file.number(), message.data() + got, message.size() - got); });
         if (more <= 0) {
-            return false;
+            return std::nullopt;
         }
         got += static_cast<std::size_t>(more);
     }
-    constexpr std::array<unsigned char, 2> byteOrder{0, 1};
-    return message[0] == byteOrder[0] && message[1] == byteOrder[1] && message[2] <= 1;
+    return message;
+}
+
+/// It says its order of bytes, and then whether it takes the connection, wants a proof, or refuses.
+/// What would come next makes this program one of its clients, and is left to the toolkit.
+bool greets(const FileDescriptor& file) {
+    constexpr unsigned char order = 1;
+    constexpr std::array<unsigned char, 3> answers{0, 3, 6};
+    if (!sendTo(file, setUp)) {
+        return false;
+    }
+    const std::optional<Message> first = nextMessage(file);
+    if (!first || (*first)[0] != setUpProtocol || (*first)[1] != order || (*first)[2] > 1) {
+        return false;
+    }
+    const std::optional<Message> answer = nextMessage(file);
+    return answer && (*answer)[0] == setUpProtocol &&
+           std::count(answers.begin(), answers.end(), (*answer)[1]) != 0;
 }
 
 } // namespace
@@ -55,7 +85,7 @@ bool sessionManagerGreets(const std::string& addresses) {
             continue;
         }
         if (const FileDescriptor file = connectTo(*path)) {
-            return saysByteOrder(file);
+            return greets(file);
         }
     }
     return true;

@@ -5,7 +5,8 @@
 namespace tarvik {
 
 /// False where a session manager takes the connection and then says nothing it should; true where
-/// it greets, or where none takes the connection. Waits for its first word without end.
+/// it greets and answers a first request, or where none takes the connection. Waits for its answers
+/// without end.
 /// `addresses` is what SESSION_MANAGER holds; only those of this machine are tried.
 bool sessionManagerGreets(const std::string& addresses);
 

@@ -65,7 +65,8 @@ ToolkitServices::ToolkitServices(Patience patience) {
     const InputMethodPlaces typing = inputMethodPlaces();
     Greeting ofBus([bus](auto&) { return busGreets(bus); });
     Greeting ofAccessibility([bus, given, wanted](auto& mayBeSilent) {
-        return given.empty() ? accessibilityGreets(bus, wanted, mayBeSilent) : busGreets(given);
+        return given.empty() ? accessibilityGreets(bus, wanted, mayBeSilent)
+                             : accessibilityBusGreets(given, mayBeSilent);
     });
     // The toolkit comes to the bus that the display tells of even where accessibility is off.
     Greeting ofDisplay([given, display](auto& mayBeSilent) {
