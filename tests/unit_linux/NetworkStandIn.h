@@ -48,6 +48,8 @@ public:
     NetworkStandIn(const NetworkStandIn&) = delete;
     NetworkStandIn& operator=(const NetworkStandIn&) = delete;
 
+    const SystemBusStandIn& bus() const { return bus_; }
+
     /// The service comes to the bus, or leaves it.
     void start();
     void stop();

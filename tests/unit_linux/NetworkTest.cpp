@@ -4,7 +4,6 @@
 #include "linux/network/LinuxInternetState.h"
 #include "linux/network/NetworkConnections.h"
 #include "linux/network/ReasonCodes.h"
-#include "linux/services/FileDescriptor.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -12,8 +11,6 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <sys/socket.h>
-#include <sys/un.h>
 
 namespace tarvik {
 namespace {
@@ -290,28 +287,6 @@ TEST_F(WithoutBusTest, RecordsOfOtherSizesAreRefused) {
     EXPECT_EQ(connections.RasEnumConnectionsA(&line, &bytes, &count), 632U);
     EXPECT_EQ(connections.RasGetConnectStatusA(1, &status), 632U);
     EXPECT_EQ(connections.RasGetConnectionStatistics(1, &statistics), 632U);
-}
-
-TEST(SilentBusTest, ABusThatDoesNotAnswerIsTakenForNoneAndLeftAlone) {
-    const TemporaryFolder folder;
-    const std::string path = folder.path() + "/bus";
-    const FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    path.copy(address.sun_path, sizeof address.sun_path - 1);
-    ASSERT_EQ(bind(socket.number(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-    ASSERT_EQ(listen(socket.number(), 5), 0);
-    setenv("DBUS_SYSTEM_BUS_ADDRESS", ("unix:path=" + path).c_str(), 1);
-    const auto begin = std::chrono::steady_clock::now();
-
-    NetworkBus bus;
-    EXPECT_FALSE(bus.refresh());
-    EXPECT_TRUE(bus.silent());
-    EXPECT_FALSE(bus.refresh());
-
-    // Without a limit it were more than a minute.
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
-    unsetenv("DBUS_SYSTEM_BUS_ADDRESS");
 }
 
 } // namespace

@@ -35,6 +35,14 @@ std::string SystemBusStandIn::address() const {
     return getenv(variable);
 }
 
+void SystemBusStandIn::halt() const {
+    kill(bus_, SIGSTOP);
+}
+
+void SystemBusStandIn::goOn() const {
+    kill(bus_, SIGCONT);
+}
+
 /// Who may do what is as on a usual system: everybody may send signals, and ask the bus itself.
 std::string SystemBusStandIn::busConfiguration(const std::string& socket) {
     return "<!DOCTYPE busconfig PUBLIC '-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN' "

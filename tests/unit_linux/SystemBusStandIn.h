@@ -18,6 +18,10 @@ public:
 
     std::string address() const;
 
+    /// From now on it takes connections and does nothing, or goes on.
+    void halt() const;
+    void goOn() const;
+
 private:
     static std::string busConfiguration(const std::string& socket);
     void start();

@@ -12,8 +12,9 @@ namespace tarvik {
 
 namespace {
 
-constexpr std::chrono::milliseconds longestGreeting{
-    1000}; // of the bus, with what it is asked to tell
+/// How many turns the bus may take to greet, and to take what it is asked to tell: two that do this
+/// one after the other are not to be seen.
+constexpr int greetingTurns = 9;
 constexpr std::chrono::seconds quietTime{5};
 
 /// Whatever has come is handled in less time: NetworkManager sends a few signals in a second, and
@@ -66,18 +67,20 @@ void watch(sdbus::IConnection& bus, const sdbus::message_handler& handle) {
 
 } // namespace
 
-NetworkBus::NetworkBus() = default;
+NetworkBus::NetworkBus(std::function<bool()> machineIsBusy)
+    : machineIsBusy_(std::move(machineIsBusy)) {}
 NetworkBus::~NetworkBus() = default;
 
 bool NetworkBus::connect(Clock::time_point end) {
     if (bus_ != nullptr) {
         return true;
     }
-    if (silent()) {
+    if (silent() && !greeted()) {
         return false;
     }
     try {
         bus_ = openBus();
+        quietUntil_ = {};
         ofStrangers_ = 0;
         // A change that comes before the answer has been taken in by then.
         news_.takeOwner(BusCalls(*bus_, end).ownerOf(nm::service));
@@ -89,10 +92,18 @@ bool NetworkBus::connect(Clock::time_point end) {
     }
 }
 
+/// A bus that was waited for in vain has greeted now.
+bool NetworkBus::greeted() const {
+    return connecting_.valid() &&
+           connecting_.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+}
+
 /// The library greets a bus for as long as it takes: a thread of its own does that, and may be left
-/// behind. It touches nothing else; signals are not handled before they are asked for.
+/// behind. It touches nothing else; signals are not handled before they are asked for. Only the
+/// first look waits for it, the later ones take what has come.
 std::unique_ptr<sdbus::IConnection> NetworkBus::openBus() {
-    if (!connecting_.valid()) {
+    const bool isFirst = !connecting_.valid();
+    if (isFirst) {
         const auto handle = [this](sdbus::Message& message) { onSignal(message); };
         std::packaged_task<std::unique_ptr<sdbus::IConnection>()> greet([handle] {
             auto bus = sdbus::createSystemBusConnection();
@@ -102,9 +113,15 @@ std::unique_ptr<sdbus::IConnection> NetworkBus::openBus() {
         connecting_ = greet.get_future();
         std::thread(std::move(greet)).detach();
     }
-    const auto longest = flooded_ ? longestInFlood : longestGreeting;
-    if (connecting_.wait_for(longest) != std::future_status::ready) {
-        throw sdbus::Error(dbus::timedOut, "");
+    if (flooded_) {
+        connecting_.wait_for(longestInFlood);
+    }
+    Patience patience(machineIsBusy_, greetingTurns);
+    while (!greeted()) {
+        if (!isFirst || flooded_ || !patience.lasts(true)) {
+            throw sdbus::Error(dbus::timedOut, "");
+        }
+        connecting_.wait_for(Patience::turn);
     }
     return connecting_.get();
 }

@@ -3,9 +3,11 @@
 #include "linux/network/NetworkNews.h"
 #include "linux/network/NetworkObjects.h"
 #include "linux/network/ProfileBook.h"
+#include "linux/services/Greeting.h"
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <future>
 #include <memory>
 #include <optional>
@@ -28,12 +30,13 @@ struct BusFailure {
 /// NetworkManager as a client sees it: its profiles and active connections, kept up to date by
 /// signals. Not for more than one thread at a time.
 ///
-/// An operation blocks for two seconds at most, whatever comes in meanwhile. Where NetworkManager
-/// runs but does not answer in that time, what it said before stays, and it is left alone for a few
-/// seconds.
+/// An operation blocks for two seconds at most, whatever comes in meanwhile. The bus itself gets a
+/// tenth of a second to greet, or a whole one on a busy machine, and is taken for none as long as
+/// it does not. Where NetworkManager runs but does not answer in that time, what it said before
+/// stays, and it is left alone for a few seconds.
 class NetworkBus {
 public:
-    NetworkBus();
+    explicit NetworkBus(std::function<bool()> machineIsBusy = tarvik::machineIsBusy);
     ~NetworkBus();
     NetworkBus(const NetworkBus&) = delete;
     NetworkBus& operator=(const NetworkBus&) = delete;
@@ -84,6 +87,7 @@ private:
 
     bool known() const { return news_.running() && knownSince_ == news_.starts(); }
     bool connect(Clock::time_point end);
+    bool greeted() const;
     std::unique_ptr<sdbus::IConnection> openBus();
     void onSignal(sdbus::Message& message);
     bool pump();
@@ -95,6 +99,7 @@ private:
     template <class Order>
     auto order(const Order& order);
 
+    std::function<bool()> machineIsBusy_;
     std::unique_ptr<sdbus::IConnection> bus_;
     std::future<std::unique_ptr<sdbus::IConnection>> connecting_;
     NetworkNews news_;
