@@ -1,5 +1,7 @@
 """A program that holds the clipboard of its X display. Run as a program it holds it until its end: with
-a text as its argument it gives that to who asks, and without one never answers, as one that is halted."""
+a text as its argument it gives that to who asks, and without one never answers, as one that is halted.
+A second word makes it fall silent on the way: "lists" when it has told what there is, "begins" when it
+has said that the text will come in pieces."""
 
 import ctypes
 import signal
@@ -59,8 +61,8 @@ def hold():
     return display
 
 
-def give(display, text):
-    """Answers who asks for a list of what there is, and for the text."""
+def give(display, text, until=None):
+    """Answers who asks for a list of what there is, and for the text, as far as told."""
     kind = X.XInternAtom(display, b"UTF8_STRING", 0)
     targets = X.XInternAtom(display, b"TARGETS", 0)
     while True:
@@ -71,6 +73,10 @@ def give(display, text):
         place = request.property
         if request.target == targets:
             change = (ATOM, 32, bytes(Id(kind)), 1)
+        elif until == "lists":
+            continue
+        elif request.target == kind and until == "begins":
+            change = (X.XInternAtom(display, b"INCR", 0), 32, bytes(Id(len(text))), 1)
         elif request.target == kind:
             change = (kind, 8, text, len(text))
         else:
@@ -90,7 +96,7 @@ def give(display, text):
 
 if __name__ == "__main__":
     if len(sys.argv) > 1:
-        give(hold(), sys.argv[1].encode())
+        give(hold(), sys.argv[1].encode(), *sys.argv[2:])
     else:
         hold()
         signal.pause()

@@ -2,73 +2,158 @@
 
 #include "linux/face/SelectionOwner.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QPlainTextEdit>
 
 #include <optional>
+#include <string>
 
 namespace tarvik::face {
 
 namespace {
 
-/// What the toolkit is about to read for that event; nothing for most.
-std::optional<QClipboard::Mode> readFor(QEvent* event) {
-    switch (event->type()) {
-    case QEvent::KeyPress:
-        if (static_cast<QKeyEvent*>(event)->matches(QKeySequence::Paste)) {
-            return QClipboard::Clipboard;
-        }
-        return std::nullopt;
-    case QEvent::ContextMenu:
-        return QClipboard::Clipboard;
-    case QEvent::MouseButtonRelease:
-        if (static_cast<QMouseEvent*>(event)->button() == Qt::MiddleButton) {
-            return QClipboard::Selection;
-        }
-        return std::nullopt;
-    default:
-        return std::nullopt;
+/// A box whose text can be changed: one of the two, or none.
+struct TextTaker {
+    QLineEdit* line = nullptr;
+    QPlainTextEdit* lines = nullptr;
+
+    explicit operator bool() const { return line != nullptr || lines != nullptr; }
+};
+
+/// One of several lines gets the mouse in an inner part.
+TextTaker takerOf(QObject* widget) {
+    TextTaker taker{qobject_cast<QLineEdit*>(widget), qobject_cast<QPlainTextEdit*>(widget)};
+    if (!taker && widget != nullptr) {
+        taker.lines = qobject_cast<QPlainTextEdit*>(widget->parent());
     }
+    const bool readOnly = taker.line != nullptr    ? taker.line->isReadOnly()
+                          : taker.lines != nullptr ? taker.lines->isReadOnly()
+                                                   : true;
+    return readOnly ? TextTaker() : taker;
 }
 
-/// A box whose text can be changed; one of several lines gets the mouse in an inner part.
-bool takesText(const QObject* widget) {
-    if (const auto* line = qobject_cast<const QLineEdit*>(widget)) {
-        return !line->isReadOnly();
-    }
-    const auto* lines = qobject_cast<const QPlainTextEdit*>(widget);
-    if (lines == nullptr && widget != nullptr) {
-        lines = qobject_cast<const QPlainTextEdit*>(widget->parent());
-    }
-    return lines != nullptr && !lines->isReadOnly();
-}
-
-bool answers(QClipboard::Mode mode) {
+/// The text to be pasted, "" for none; nothing, after a beep, where its holder keeps it back.
+std::optional<QString> textIn(QClipboard::Mode mode) {
     const QClipboard& clipboard = *QGuiApplication::clipboard();
-    const bool own =
-        mode == QClipboard::Clipboard ? clipboard.ownsClipboard() : clipboard.ownsSelection();
-    return own || selectionOwnerAnswers(mode == QClipboard::Clipboard ? "CLIPBOARD" : "PRIMARY");
+    const bool isMain = mode == QClipboard::Clipboard;
+    if (isMain ? clipboard.ownsClipboard() : clipboard.ownsSelection()) {
+        return clipboard.text(mode);
+    }
+    const std::optional<std::string> text = textOfSelection(isMain ? "CLIPBOARD" : "PRIMARY");
+    if (!text) {
+        QApplication::beep();
+        return std::nullopt;
+    }
+    return QString::fromStdString(*text);
+}
+
+/// As a key that types all of it: the form hears of it as of every other key.
+void pasteByKey(QObject& box, const QKeyEvent& key) {
+    const bool isPrimary = key.key() == Qt::Key_Insert &&
+                           key.modifiers().testFlag(Qt::ShiftModifier) &&
+                           key.modifiers().testFlag(Qt::ControlModifier);
+    const QString text =
+        textIn(isPrimary ? QClipboard::Selection : QClipboard::Clipboard).value_or(QString());
+    QKeyEvent typed(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, text);
+    QCoreApplication::sendEvent(&box, &typed);
+}
+
+void insert(const TextTaker& box, const QString& text) {
+    if (box.line != nullptr) {
+        box.line->insert(text);
+    } else {
+        box.lines->insertPlainText(text);
+    }
+}
+
+void pasteByMouse(const TextTaker& box, const QMouseEvent& mouse) {
+    const std::optional<QString> text = textIn(QClipboard::Selection);
+    if (!text || text->isEmpty()) {
+        return;
+    }
+    if (box.line != nullptr) {
+        box.line->deselect();
+    } else {
+        box.lines->setTextCursor(box.lines->cursorForPosition(mouse.position().toPoint()));
+    }
+    insert(box, *text);
+}
+
+/// The menu may stay open for long: its command asks anew.
+void guardMenu(const QMenu& menu) {
+    QWidget* parent = menu.parentWidget();
+    const TextTaker box = takerOf(parent);
+    for (QAction* action : menu.actions()) {
+        if (!box || !action->text().startsWith(QStringLiteral("&Paste"))) {
+            continue;
+        }
+        QObject::disconnect(action, &QAction::triggered, nullptr, nullptr);
+        QObject::connect(action, &QAction::triggered, parent, [box] {
+            const QString text = textIn(QClipboard::Clipboard).value_or(QString());
+            if (!text.isEmpty()) {
+                insert(box, text);
+            }
+        });
+    }
+}
+
+/// The toolkit would read the clipboard for it, if it comes to a box that takes text.
+bool readsClipboard(QEvent& event) {
+    switch (event.type()) {
+    case QEvent::KeyPress:
+        return static_cast<QKeyEvent&>(event).matches(QKeySequence::Paste);
+    case QEvent::MouseButtonRelease:
+        return static_cast<QMouseEvent&>(event).button() == Qt::MiddleButton;
+    default:
+        return event.type() == QEvent::ContextMenu;
+    }
+}
+
+/// Does what the toolkit would wait for; true when there is nothing left to do.
+bool paste(QObject& watched, QEvent& event) {
+    // Boxes that are only just made know nothing of themselves yet, and get other events.
+    const TextTaker box = readsClipboard(event) ? takerOf(&watched) : TextTaker();
+    if (!box) {
+        return false;
+    }
+    switch (event.type()) {
+    case QEvent::KeyPress:
+        pasteByKey(watched, static_cast<QKeyEvent&>(event));
+        return true;
+    case QEvent::MouseButtonRelease:
+        pasteByMouse(box, static_cast<QMouseEvent&>(event));
+        return true;
+    default: // its menu shows whether there is anything to paste
+        return !textIn(QClipboard::Clipboard);
+    }
 }
 
 } // namespace
 
-ClipboardGuard::ClipboardGuard() {
-    if (QGuiApplication::platformName() == QStringLiteral("xcb")) {
-        qApp->installEventFilter(this);
-    }
+ClipboardGuard::ClipboardGuard()
+    : isOfX_(QGuiApplication::platformName() == QStringLiteral("xcb")) {
+    qApp->installEventFilter(this);
 }
 
 bool ClipboardGuard::eventFilter(QObject* watched, QEvent* event) {
-    const std::optional<QClipboard::Mode> read = readFor(event);
-    if (read && takesText(watched) && !answers(*read)) {
-        QApplication::beep();
+    if (event->type() == QEvent::DragEnter) {
+        event->ignore();
         return true;
     }
-    return QObject::eventFilter(watched, event);
+    if (!isOfX_) {
+        return false;
+    }
+    const auto* menu = qobject_cast<QMenu*>(watched);
+    if (menu != nullptr && event->type() == QEvent::Show) {
+        guardMenu(*menu);
+    }
+    return paste(*watched, *event);
 }
 
 } // namespace tarvik::face

@@ -4,14 +4,21 @@
 
 namespace tarvik::face {
 
-/// Keeps the window from waiting for a program that holds the clipboard and is halted: the toolkit
-/// gives such a one five seconds, three times over, when something is pasted or the menu of a text
-/// box is opened. That is dropped with a beep instead. Works while it lives, on displays of X.
+/// Keeps the window from waiting for a program that holds the clipboard, or something that is
+/// dragged, and is halted: the toolkit gives such a one five seconds, three times over, when
+/// something is pasted or the menu of a text box is opened. Here the text is asked for on a
+/// connection of its own, in a fraction of a second, and pasted; where it does not come, there is a
+/// beep instead, and no menu. Nothing is taken by dragging, as on other systems.
+///
+/// Works while it lives, for the clipboard on displays of X only.
 class ClipboardGuard : public QObject {
 public:
     ClipboardGuard();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    bool isOfX_;
 };
 
 } // namespace tarvik::face
