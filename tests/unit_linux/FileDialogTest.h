@@ -28,15 +28,11 @@
 
 namespace tarvik {
 
-/// The toolkit's own dialogs, which remember nothing of the user's and leave nothing to him.
+/// Dialogs that remember nothing of the user's and leave nothing to him.
 class OwnDialogs {
 public:
-    OwnDialogs() {
-        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs, true);
-        settingsIn(QString::fromStdString(settings_.path()));
-    }
+    OwnDialogs() { settingsIn(QString::fromStdString(settings_.path())); }
     ~OwnDialogs() {
-        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs, before_);
         settingsIn(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
     }
     OwnDialogs(const OwnDialogs&) = delete;
@@ -48,7 +44,6 @@ private:
     }
 
     TemporaryFolder settings_;
-    bool before_ = QApplication::testAttribute(Qt::AA_DontUseNativeDialogs);
 };
 
 /// File dialogs over a form that is seen. The record holds an empty name, a folder of the test's

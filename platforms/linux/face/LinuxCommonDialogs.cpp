@@ -69,6 +69,9 @@ void setOptions(QFileDialog& dialog, const OPENFILENAMEA& data, bool open) {
                        : has(data, allowMultiselect) ? QFileDialog::ExistingFiles
                        : has(data, fileMustExist)    ? QFileDialog::ExistingFile
                                                      : QFileDialog::AnyFile);
+    // The desktop's dialog would show names in its own way, and what is done to the toolkit's own
+    // would go unseen.
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setOption(QFileDialog::DontConfirmOverwrite, !has(data, overwritePrompt));
     dialog.setOption(QFileDialog::DontResolveSymlinks, has(data, noDereferenceLinks));
     dialog.setOption(QFileDialog::HideNameFilterDetails);

@@ -8,7 +8,7 @@ namespace tarvik::face {
 
 class QtDesktop;
 
-/// The desktop's own file dialogs.
+/// The file dialogs of the toolkit itself, on every desktop: those show names as they are.
 ///
 /// Of the option word the following have an equivalent: more than one file, the file must exist
 /// (its path always must), asking before overwriting, links themselves instead of what they lead
