@@ -204,6 +204,10 @@ class Desktop:
     def open_menu(self):
         """Clicks the icon and waits for its menu, which accessibility does not show."""
         self.click_icon(3)
+        self.wait_for_menu()
+
+    def wait_for_menu(self):
+        """Until one is open; no other window of the program's is so narrow."""
         wait_for("the menu", lambda: any(80 <= area[2] <= 300 for area in self._areas()))
 
     def click_icon(self, button):

@@ -15,12 +15,14 @@ from processes import start, stop
 from selection_holder import Display, Id, X
 
 CLIENT_MESSAGE = 33
+MAP_NOTIFY = 19
 STRUCTURE = 1 << 17 | 1 << 19  # changes of a window and of those in it: answers come as one of these
 BETWEEN = 0.01  # seconds from an answer to the next question
 LONGEST = 30.0  # seconds, for one that answers no more
 
 X.XSelectInput.argtypes = [Display, Id, ctypes.c_long]
 X.XPending.argtypes = [Display]
+X.XCloseDisplay.argtypes = [Display]
 X.XConnectionNumber.argtypes = [Display]
 
 
@@ -62,6 +64,53 @@ def scheduled(process):
     path = "/proc/%d/task/%d/schedstat" % (process, process)
     words = pathlib.Path(path).read_text(encoding="ascii").split()
     return int(words[0]) / 1e9, int(words[1]) / 1e9
+
+
+def is_busy():
+    """More wants to run than there are processors, or waits for the disk: the program gives its
+    services more time then."""
+    numbers = dict(
+        line.split(maxsplit=1)
+        for line in pathlib.Path("/proc/stat").read_text(encoding="ascii").splitlines()
+    )
+    return (
+        int(numbers["procs_running"]) > (os.cpu_count() or 1) or int(numbers["procs_blocked"]) > 0
+    )
+
+
+class WindowWatch:
+    """Waits for the next window that comes on the display; to be made before its program."""
+
+    def __init__(self):
+        self.display = X.XOpenDisplay(None)
+        X.XSelectInput(self.display, X.XDefaultRootWindow(self.display), STRUCTURE)
+        X.XSync(self.display, 0)
+        self.begin = time.monotonic()
+
+    def wait_of(self, process):
+        """Seconds that the program of that process only waited, from its start until its window
+        came: what it worked, and the time of a busy machine, does not count."""
+        busy = 0.0
+        last = self.begin
+        while not self._window_came():
+            if time.monotonic() > self.begin + LONGEST:
+                break
+            time.sleep(BETWEEN)
+            now = time.monotonic()
+            busy += now - last if is_busy() else 0.0
+            last = now
+        return time.monotonic() - self.begin - max(busy, sum(scheduled(process)))
+
+    def _window_came(self):
+        while X.XPending(self.display):
+            message = Message()
+            X.XNextEvent(self.display, ctypes.byref(message))
+            if message.type == MAP_NOTIFY:
+                return True
+        return False
+
+    def close(self):
+        X.XCloseDisplay(self.display)
 
 
 class Pinger:

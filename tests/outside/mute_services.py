@@ -1,0 +1,183 @@
+"""What the tests with services that fall silent share."""
+
+import contextlib
+import os
+import signal
+import socket
+import subprocess
+import sys
+import threading
+import time
+
+from gi.repository import Gio, GLib
+
+import selection_holder
+from faulty_service import FaultyService
+from processes import start, stop
+from support import ProgramTest
+
+LONGEST_WAIT = 0.2  # seconds that the window may wait for anybody but its user
+LONGEST = 5.0  # seconds for what takes a fraction of one, and takes 25 where it waits
+
+
+def bus_at(address):
+    flags = (
+        Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
+        | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
+    )
+    return Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
+
+
+def has_owner(name, address):
+    bus = bus_at(address)
+    answer = bus.call_sync(
+        "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+        "NameHasOwner", GLib.Variant("(s)", (name,)), None, 0, 5000, None,
+    )
+    bus.close_sync(None)
+    return answer.unpack()[0]
+
+
+def owner_of(name, address):
+    """The number of the process that has the name on the bus of that address."""
+    bus = bus_at(address)
+    answer = bus.call_sync(
+        "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+        "GetConnectionUnixProcessID", GLib.Variant("(s)", (name,)), None, 0, 5000, None,
+    )
+    bus.close_sync(None)
+    return answer.unpack()[0]
+
+
+def ibus_at(address, folder):
+    """An environment in which an input method runs on a bus of that address."""
+    # The toolkit looks for it only where it is installed.
+    installed = folder / "ibus-daemon"
+    installed.write_text("#!/bin/sh\n", encoding="ascii")
+    installed.chmod(0o755)
+    told = folder / "address"
+    told.write_text(
+        "IBUS_ADDRESS=%s\nIBUS_DAEMON_PID=%d\n" % (address, os.getpid()), encoding="ascii"
+    )
+    return {
+        "QT_IM_MODULE": "ibus", "IBUS_ADDRESS_FILE": str(told),
+        "PATH": "%s:%s" % (folder, os.environ["PATH"]),
+    }
+
+
+class MuteSocket:
+    """Takes every connection, says one thing or nothing, and never a word more, until close()."""
+
+    def __init__(self, path, word=b""):
+        self.path = str(path)
+        self.word = word
+        self.taken = []
+        self.listening = socket.socket(socket.AF_UNIX)
+        self.listening.bind(self.path)
+        self.listening.listen()
+        self.thread = threading.Thread(target=self._take, daemon=True)
+        self.thread.start()
+
+    def _take(self):
+        with contextlib.suppress(OSError):
+            while True:
+                self.taken.append(self.listening.accept()[0])
+                self.taken[-1].send(self.word)
+
+    def close(self):
+        with contextlib.suppress(OSError):
+            self.listening.shutdown(socket.SHUT_RDWR)
+        self.listening.close()
+        self.thread.join()
+        for connection in self.taken:
+            connection.close()
+
+
+def hold_clipboard(test, environment, *text):
+    """Something holds it until the end of the test: the text, or mutely without one."""
+    holder = start(
+        [sys.executable, "-B", selection_holder.__file__,
+         *text],
+        environment, stdout=subprocess.PIPE,
+    )
+    test.addCleanup(stop, holder)
+    test.assertEqual(holder.stdout.readline(), b"ready\n")
+    return holder
+
+
+class MuteServiceTest(ProgramTest):
+    @property
+    def address(self):
+        return self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"]
+
+    @contextlib.contextmanager
+    def without_delay(self, what):
+        begin = time.monotonic()
+        yield
+        self.assertLess(time.monotonic() - begin, LONGEST, what)
+
+    def watcher(self, kind):
+        return self.faulty(kind, self.address)
+
+    def faulty(self, kind, address, *name):
+        service = FaultyService(address, kind, *name)
+        self.addCleanup(service.close)
+        return service
+
+    def accessibility_address(self):
+        """Of the bus of accessibility, which is started where it does not run."""
+        bus = bus_at(self.address)
+        answer = bus.call_sync(
+            "org.a11y.Bus", "/org/a11y/bus", "org.a11y.Bus", "GetAddress", None, None, 0, 5000, None
+        )
+        bus.close_sync(None)
+        return answer.unpack()[0]
+
+    def another_bus(self):
+        """The address of a session bus on which nothing runs, until the end of the test."""
+        daemon = start(
+            ["dbus-daemon", "--session", "--print-address", "--nofork"],
+            self.desktop.environment, stdout=subprocess.PIPE,
+        )
+        self.addCleanup(stop, daemon)
+        return daemon.stdout.readline().decode().strip()
+
+    @staticmethod
+    @contextlib.contextmanager
+    def halted(process):
+        """While the process of that number is halted."""
+        os.kill(process, signal.SIGSTOP)
+        try:
+            yield
+        finally:
+            os.kill(process, signal.SIGCONT)
+
+    def bus(self):
+        """The number of the session bus's process."""
+        return next(
+            each.pid for each in self.desktop.processes if each.args[0] == "dbus-daemon"
+        )
+
+    @staticmethod
+    def change_the_lamp(program):
+        program.press("cmdMonitor")
+        program.wait_text("lblMonitoring", "Monitoring: active")
+        program.press("cmdMonitor")
+        program.wait_text("lblMonitoring", "Monitoring: inactive")
+
+    @staticmethod
+    def wait_for_a_note(program):
+        """The first megabyte in both directions is told in one."""
+        program.wait_text(
+            "txtBytesRcvd", lambda text: int(text.replace(",", "") or 0) > 1_500_000
+        )
+
+    def start_without_delay(self, **environment):
+        with self.without_delay("the start"):
+            return self.start_quietly(**environment)
+
+    def assert_it_goes_on(self, program):
+        with self.without_delay("two changes of the lamp"):
+            self.change_the_lamp(program)
+        with self.without_delay("the end"):
+            self.assertEqual(program.end(), 0)
