@@ -58,10 +58,10 @@ std::string addressIn(const std::string& file) {
 /// Anything that changes nothing: the toolkit will have it make something for this program, and
 /// wait for that.
 void askMethod(sdbus::IConnection& bus) {
-    const char* const service = "org.freedesktop.IBus";
-    sdbus::createProxy(bus, service, "/org/freedesktop/IBus")
+    const char* const name = "org.freedesktop.IBus";
+    sdbus::createProxy(bus, name, "/org/freedesktop/IBus")
         ->getProperty("Address")
-        .onInterface(service);
+        .onInterface(name);
 }
 
 } // namespace
