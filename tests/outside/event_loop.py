@@ -89,17 +89,15 @@ class WindowWatch:
 
     def wait_of(self, process):
         """Seconds that the program of that process only waited, from its start until its window
-        came: what it worked, and the time of a busy machine, does not count."""
+        came, and those of them in which the machine was busy. What it worked does not count."""
         busy = 0.0
         last = self.begin
-        while not self._window_came():
-            if time.monotonic() > self.begin + LONGEST:
-                break
+        while not self._window_came() and last < self.begin + LONGEST:
             time.sleep(BETWEEN)
             now = time.monotonic()
             busy += now - last if is_busy() else 0.0
             last = now
-        return time.monotonic() - self.begin - max(busy, sum(scheduled(process)))
+        return time.monotonic() - self.begin - sum(scheduled(process)), busy
 
     def _window_came(self):
         while X.XPending(self.display):
@@ -153,6 +151,17 @@ class Pinger:
                 ]:
                     return
             select.select([X.XConnectionNumber(self.display)], [], [], 0.5)
+
+
+def first_waits(process, server, window):
+    """The longest time in which the program only waited in its first half second with a window."""
+    pinger = Pinger(process, server, window)
+    longest = 0.0
+    end = time.monotonic() + 0.5
+    while time.monotonic() < end:
+        longest = max(longest, pinger.wait())
+        time.sleep(BETWEEN)
+    return longest
 
 
 def watch(process, server, window):

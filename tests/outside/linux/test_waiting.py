@@ -8,12 +8,13 @@ import statistics
 import unittest
 
 from desktop import wait_for
-from event_loop import EventLoop, WindowWatch
+from event_loop import EventLoop, WindowWatch, first_waits
 from mute_services import (
     LONGEST_WAIT, MuteServiceTest, MuteSocket, has_owner, hold_clipboard, ibus_at, owner_of,
 )
 
 ALLOWANCE = 0.1  # seconds by which one start differs from another for other reasons
+BUSY = 0.85  # seconds that a busy machine may add, as the program gives its services more time then
 ACCEPTED = b"OK 0123456789abcdef0123456789abcdef\r\n"  # of a bus that then says nothing
 
 
@@ -127,8 +128,8 @@ class WaitingTest(MuteServiceTest):
 
 
 class StartTest(MuteServiceTest):
-    """No service keeps the window from coming for longer than an eye sees, compared with a start at
-    which all answer."""
+    """No service keeps the window from coming, or from living then, for longer than an eye sees,
+    compared with a start at which all answer."""
 
     undisturbed = None
 
@@ -136,17 +137,22 @@ class StartTest(MuteServiceTest):
         super().setUp()
         if self.desktop.wayland:
             raise unittest.SkipTest("only a display of X tells when a window comes")
-        self.write_ini()
         if StartTest.undisturbed is None:
-            StartTest.undisturbed = statistics.median(self.wait() for _ in range(3))
+            StartTest.undisturbed = statistics.median(self.wait()[0] for _ in range(3))
 
     def wait(self, **environment):
-        """Seconds that a start of the program waits until its window comes."""
+        """Seconds that a start of the program waits until its window lives, and how many of them
+        are excused by a busy machine."""
+        self.write_ini()  # the one before was killed, of which the next would tell
         watch = WindowWatch()
         try:
             program = self.start(**environment)
             self.said = program.written
-            return watch.wait_of(program.process.pid)
+            process = program.process.pid
+            waited, busy = watch.wait_of(process)
+            window = int(self.desktop.window_called("Velmars Tarvik"))
+            waited += first_waits(process, self.desktop.display.server.pid, window)
+            return waited, min(busy, BUSY)
         finally:
             program.stop()
             watch.close()
@@ -163,9 +169,9 @@ class StartTest(MuteServiceTest):
     def waits(self, **environment):
         """Of one start, and of two more where that waited too long."""
         for _ in range(3):
-            waited = self.wait(**environment)
-            yield waited
-            if waited - StartTest.undisturbed < LONGEST_WAIT + ALLOWANCE:
+            waited, excused = self.wait(**environment)
+            yield waited - excused
+            if waited - excused - StartTest.undisturbed < LONGEST_WAIT + ALLOWANCE:
                 return
 
     def test_with_a_mute_session_bus(self):
@@ -185,6 +191,8 @@ class StartTest(MuteServiceTest):
         self.check("the bus of accessibility", AT_SPI_BUS_ADDRESS=self.mute())
 
     def test_with_a_halted_registry_of_accessibility(self):
+        self.write_ini()
+        self.start_quietly().stop()  # the first that looks at a window starts the registry
         address = self.accessibility_address()
         registry = owner_of("org.a11y.atspi.Registry", address)
         for of_the_environment in ({}, {"AT_SPI_BUS_ADDRESS": address}):
