@@ -1,21 +1,21 @@
 #include "common/NameIndex.h"
 
-#include "common/NameHash.h"
 #include "types/Text.h"
 
+#include <algorithm>
 #include <bit>
 #include <utility>
 
 namespace tarvik {
 
-NameIndex::NameIndex(std::string_view text, std::vector<TextRange> names)
-    : names_(std::move(names)), slots_(std::bit_ceil(2 * names_.size() + 1)) {
+NameIndex::NameIndex(std::string_view text, std::vector<TextRange> names, const NameHash& hash)
+    : hash_(hash), names_(std::move(names)), slots_(std::bit_ceil(2 * names_.size() + 1)) {
     for (std::uint32_t number = 0; number < names_.size(); ++number) {
         const std::string_view name = slice(text, names_[number]);
-        const std::uint32_t hash = NameHash::ofThisRun()(name);
-        Slot& place = slots_[slotOf(text, name, hash)];
+        const std::uint32_t itsHash = hash_(name);
+        Slot& place = slots_[slotOf(text, name, itsHash)];
         if (place.number == none) {
-            place = {.hash = hash, .number = number};
+            place = {.hash = itsHash, .number = number};
         } else {
             allDiffer_ = false;
         }
@@ -61,12 +61,23 @@ std::uint32_t NameIndex::find(std::string_view text, std::string_view name) cons
     }
     std::uint32_t found = findNearby(text, name);
     if (found == none) {
-        found = slots_[slotOf(text, name, NameHash::ofThisRun()(name))].number;
+        found = slots_[slotOf(text, name, hash_(name))].number;
     }
     if (found != none && found != recent_.front()) {
         recent_ = {found, recent_.front()};
     }
     return found;
+}
+
+std::size_t NameIndex::longestWay() const {
+    const std::size_t mask = slots_.size() - 1;
+    std::size_t longest = 0;
+    for (std::size_t at = 0; at < slots_.size(); ++at) {
+        if (slots_[at].number != none) {
+            longest = std::max(longest, ((at - slots_[at].hash) & mask) + 1);
+        }
+    }
+    return longest;
 }
 
 } // namespace tarvik

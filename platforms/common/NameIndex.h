@@ -1,5 +1,7 @@
 #pragma once
 
+#include "types/NameHash.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -27,12 +29,16 @@ public:
 
     NameIndex() = default;
     /// Of equal names the first is found.
-    NameIndex(std::string_view text, std::vector<TextRange> names);
+    NameIndex(std::string_view text, std::vector<TextRange> names,
+              const NameHash& hash = NameHash::ofThisRun());
 
     /// Which of the names it is, counted from 0, or `none`.
     std::uint32_t find(std::string_view text, std::string_view name) const;
 
     TextRange operator[](std::uint32_t number) const { return names_[number]; }
+
+    /// How many slots are looked at for the name that is farthest from its own.
+    std::size_t longestWay() const;
 
 private:
     struct Slot {
@@ -43,6 +49,7 @@ private:
     std::size_t slotOf(std::string_view text, std::string_view name, std::uint32_t hash) const;
     std::uint32_t findNearby(std::string_view text, std::string_view name) const;
 
+    NameHash hash_ = NameHash::ofThisRun();
     std::vector<TextRange> names_;
     /// A name is at the first place from its hash on that was empty. The hash stands there too, so
     /// that few names need to be looked at.

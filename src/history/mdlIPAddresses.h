@@ -1,12 +1,10 @@
 #pragma once
 
-#include <cstdint>
+#include "history/AddressParts.h"
+
 #include <string>
 
 namespace tarvik {
-
-/// How one address stands to another.
-enum class AddressOrder : std::int16_t { After = 0, Before = 1, Equal = 2, NotComparable = 3 };
 
 /// Compares two dotted addresses of four parts: a shorter part comes first, parts of one length are
 /// compared as texts.

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "types/NameHash.h"
+
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <unordered_map>
@@ -29,8 +32,17 @@ public:
     std::size_t size() const { return order_.size(); }
     const std::string& operator[](std::size_t place) const { return *order_[place]; }
 
+    /// How many there are at most that only looking at each tells apart.
+    std::size_t crowd() const {
+        std::size_t most = 0;
+        for (std::size_t i = 0; i < places_.bucket_count(); ++i) {
+            most = std::max(most, places_.bucket_size(i));
+        }
+        return most;
+    }
+
 private:
-    std::unordered_map<std::string, std::uint32_t> places_;
+    std::unordered_map<std::string, std::uint32_t, TextHash> places_;
     std::vector<const std::string*> order_;
 };
 

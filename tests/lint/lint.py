@@ -64,6 +64,7 @@ def problems_of(names, missing):
     yield from rules.check_standard_headers(code)
     yield from rules.check_trap_names(code)
     yield from rules.check_accessors(code)
+    yield from rules.check_text_tables(code)
     yield from rules.check_words(texts_of([name for name in names if not name.endswith(NOT_TEXTS)]))
     yield from rules.check_length(sources)
     yield from rules.check_once(sources)

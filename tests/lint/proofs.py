@@ -55,6 +55,8 @@ OFFENDERS = [
     (rules.check_names, {"src/types/A.h": "unsigned long a;\n"}),
     (rules.check_names, {"src/types/A.h": "std::printf(text);\n"}),
     (rules.check_names, {"src/types/A.h": "char a = '\"';\nlong b;\nchar c = '\"';\n"}),
+    (rules.check_text_tables, {"src/types/A.h": "std::unordered_map<std::string, int> a;\n"}),
+    (rules.check_text_tables, {"src/types/A.h": "std::unordered_set<std::string_view> a;\n"}),
     (rules.check_standard_headers, {"src/types/A.h": "#include <QString>\n"}),
     (rules.check_standard_headers, {"src/types/A.h": "#include <unistd.h>\n"}),
     (rules.check_standard_headers, {"src/types/A.h": "#include <sys/stat.h>\n"}),
@@ -84,6 +86,8 @@ OFFENDERS = [
 ]
 
 INNOCENTS = [
+    (rules.check_text_tables, {"src/types/A.h": "std::unordered_set<std::string, TextHash> a;\n"}),
+    (rules.check_text_tables, {"src/types/A.h": "std::unordered_map<int, std::string> a;\n"}),
     (rules.check_order, including("src/ui/mdlGUI.cpp", "src/forms/Forms.h")),
     (rules.check_order, including("src/startup/mdlShutDown.cpp", "src/ui/mdlSysTray.h")),
     (rules.check_order, including("src/wiring/frmMainEvents.cpp", "src/startup/mdlShutDown.h")),

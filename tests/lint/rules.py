@@ -252,6 +252,14 @@ def check_accessors(files):
                 yield "%s: asks %s itself" % (name, found.group(0))
 
 
+def check_text_tables(files):
+    """Texts may come from a file: tables that find them by a number take it from a hash with a seed."""
+    for name, text in files.items():
+        for found in re.finditer(r"unordered_\w+<\s*std::string[^;{(]*", without_comments(text)):
+            if "TextHash" not in found.group(0):
+                yield "%s: %s has a hash without a seed" % (name, found.group(0))
+
+
 def check_lists(files):
     """Every compiler builds every file of src/: found by one glob, none listed, none left out."""
     for name, text in files.items():

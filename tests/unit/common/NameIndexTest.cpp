@@ -102,5 +102,28 @@ TEST(NameIndexTest, EachOfManyNamesIsFound) {
     EXPECT_EQ(index.find(text, "name5000"), NameIndex::none);
 }
 
+/// An index of names of one place: somebody chose them who knew the hash, among so many places.
+NameIndex indexOfChosen(const NameHash& known, const NameHash& hash, std::uint32_t count) {
+    std::string text;
+    std::vector<TextRange> ranges;
+    for (std::uint32_t i = 0; ranges.size() < count; ++i) {
+        const std::string name = "record " + std::to_string(i);
+        if (known(name) % (4 * count) == 0) {
+            const auto begin = static_cast<std::uint32_t>(text.size());
+            text += name;
+            ranges.push_back({begin, static_cast<std::uint32_t>(text.size())});
+        }
+    }
+    return {text, std::move(ranges), hash};
+}
+
+TEST(NameIndexTest, NamesThatWereChosenForOneSeedStayCheapInAnIndexOfAnother) {
+    for (std::uint32_t count = 256; count <= 1024; count *= 2) {
+        EXPECT_EQ(indexOfChosen(NameHash(1), NameHash(1), count).longestWay(), count);
+        EXPECT_LT(indexOfChosen(NameHash(1), NameHash(2), count).longestWay(), 60U);
+        EXPECT_LT(indexOfChosen(NameHash(1), NameHash::ofThisRun(), count).longestWay(), 60U);
+    }
+}
+
 } // namespace
 } // namespace tarvik

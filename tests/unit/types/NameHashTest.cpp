@@ -1,4 +1,4 @@
-#include "common/NameHash.h"
+#include "types/NameHash.h"
 
 #include "types/Text.h"
 
@@ -76,6 +76,28 @@ TEST(NameHashTest, TellsNamesOfAnyLengthFromEachOther) {
 TEST(NameHashTest, DependsOnTheSeed) {
     EXPECT_NE(NameHash(1)("Settings"), NameHash(2)("Settings"));
     EXPECT_EQ(NameHash::ofThisRun()("Settings"), NameHash::ofThisRun()("settings"));
+}
+
+TEST(NameHashTest, TheSeedIsDrawnAnewWithEachCall) {
+    EXPECT_NE(drawnSeed(), drawnSeed());
+}
+
+TEST(NameHashTest, TextsThatDifferInTheCaseOfLettersHaveNumbersOfTheirOwn) {
+    const TextHash hash(1);
+    std::set<std::size_t> numbers;
+    for (std::uint32_t i = 0; i < 1024; ++i) {
+        std::string text = "abcdefghij";
+        for (std::size_t letter = 0; letter < text.size(); ++letter) {
+            text[letter] = static_cast<char>(text[letter] ^ ((i >> letter & 1U) * 0x20U));
+        }
+        numbers.insert(hash(text));
+    }
+    EXPECT_EQ(numbers.size(), 1024U);
+}
+
+TEST(NameHashTest, TheNumberOfATextDependsOnTheSeed) {
+    EXPECT_NE(TextHash(1)("Settings"), TextHash(2)("Settings"));
+    EXPECT_EQ(TextHash()("Settings"), TextHash()("Settings"));
 }
 
 TEST(NameHashTest, NamesThatWereChosenForOneSeedAreScatteredByAnother) {

@@ -1,4 +1,4 @@
-#include "common/NameHash.h"
+#include "types/NameHash.h"
 
 #include <cstring>
 #include <random>
@@ -28,29 +28,49 @@ std::uint64_t mixed(std::uint64_t value) {
     return value ^ (value >> 31U);
 }
 
+std::uint64_t seedOfThisRun() {
+    static const std::uint64_t seed = drawnSeed();
+    return seed;
+}
+
+std::uint64_t asItStands(std::uint64_t bytes) {
+    return bytes;
+}
+
+template <class View>
+std::uint64_t hashOf(std::uint64_t seed, std::string_view text, View&& view) {
+    std::uint64_t hash = mixed(seed ^ text.size());
+    std::uint64_t word = 0;
+    while (text.size() >= sizeof word) {
+        std::memcpy(&word, text.data(), sizeof word);
+        hash = mixed(hash ^ view(word));
+        text.remove_prefix(sizeof word);
+    }
+    word = 0;
+    std::memcpy(&word, text.data(), text.size());
+    return mixed(hash ^ view(word));
+}
+
+} // namespace
+
 std::uint64_t drawnSeed() {
     std::random_device lot;
     return (std::uint64_t{lot()} << 32U) | lot();
 }
 
-} // namespace
-
 const NameHash& NameHash::ofThisRun() {
-    static const NameHash hash(drawnSeed());
+    static const NameHash hash(seedOfThisRun());
     return hash;
 }
 
 std::uint32_t NameHash::operator()(std::string_view name) const {
-    std::uint64_t hash = mixed(seed_ ^ name.size());
-    std::uint64_t word = 0;
-    while (name.size() >= sizeof word) {
-        std::memcpy(&word, name.data(), sizeof word);
-        hash = mixed(hash ^ withoutCase(word));
-        name.remove_prefix(sizeof word);
-    }
-    word = 0;
-    std::memcpy(&word, name.data(), name.size());
-    return static_cast<std::uint32_t>(mixed(hash ^ withoutCase(word)) >> 32U);
+    return static_cast<std::uint32_t>(hashOf(seed_, name, withoutCase) >> 32U);
+}
+
+TextHash::TextHash() : seed_(seedOfThisRun()) {}
+
+std::size_t TextHash::operator()(std::string_view text) const {
+    return static_cast<std::size_t>(hashOf(seed_, text, asItStands));
 }
 
 } // namespace tarvik
