@@ -58,6 +58,19 @@ std::vector<std::string> cutLines(std::string_view lines) {
     return result;
 }
 
+bool hasMoreLines(std::string_view text, std::uint64_t lines) {
+    if (text.size() <= lines) {
+        return false; // nearly all files
+    }
+    std::uint64_t count = 0;
+    char before = 0;
+    for (const char character : text) {
+        count += character == '\r' || (character == '\n' && before != '\r') ? 1 : 0;
+        before = character;
+    }
+    return count > lines;
+}
+
 int digitOf(char character) {
     if (character >= '0' && character <= '9') {
         return character - '0';
@@ -96,8 +109,9 @@ std::int32_t leadingInteger(std::string_view text) {
 
 } // namespace
 
-ProfileEngine::ProfileEngine(Files& files, std::string lineEnd, CodePage codePage)
-    : files_(files), lineEnd_(std::move(lineEnd)), codePage_(codePage) {}
+ProfileEngine::ProfileEngine(Files& files, std::string lineEnd, CodePage codePage,
+                             std::uint64_t lines)
+    : files_(files), lineEnd_(std::move(lineEnd)), codePage_(codePage), lines_(lines) {}
 
 void ProfileEngine::forget() {
     text_.reset();
@@ -116,16 +130,31 @@ bool ProfileEngine::loadUnlessReading(const std::string& file) {
     return (reading_ && text_ != nullptr && file_ == file) || load(file);
 }
 
+/// Counting again and again what was refused would hold up the window at each key.
+bool ProfileEngine::isRefused(const std::string& file, const Version& stamp) const {
+    const auto found = refused_.find(file);
+    return stamp &&
+           (stamp->size > longestFile || (found != refused_.end() && found->second == *stamp));
+}
+
 bool ProfileEngine::reload(const std::string& file) {
+    const Version stamp = file.empty() ? Version() : files_.stamp(file);
+    if (file.empty() || isRefused(file, stamp)) {
+        return false; // and the text of another file stays
+    }
     forget();
-    if (file.empty()) {
-        return false;
+    try {
+        return readAnew(file, stamp);
+    } catch (const std::bad_alloc&) {
+        if (stamp && stamp->size > longestRetried) {
+            refused_[file] = *stamp;
+        }
+        throw;
     }
-    const Version stamp = files_.stamp(file);
+}
+
+bool ProfileEngine::readAnew(const std::string& file, const Version& stamp) {
     std::string bytes;
-    if (stamp && stamp->size > longestFile) {
-        return false;
-    }
     if (stamp ? files_.read(file, bytes).has_value() : files_.Dir(file) != FileKind::None) {
         return false;
     }
@@ -135,6 +164,10 @@ bool ProfileEngine::reload(const std::string& file) {
     filled_ = stamp && !bytes.empty() ? stamp->identity : filled_;
     const ProfileForm form = formOf(bytes);
     bytes = textOf(std::move(bytes), form);
+    if (stamp && hasMoreLines(bytes, lines_)) {
+        refused_[file] = *stamp;
+        return false;
+    }
     text_ = std::make_unique<ProfileText>(std::move(bytes));
     form_ = form;
     file_ = file;

@@ -7,6 +7,7 @@
 #include "ports/Files.h"
 #include "ports/PrivateProfile.h"
 
+#include <map>
 #include <memory>
 #include <string>
 
@@ -20,15 +21,25 @@ namespace tarvik {
 /// A file that cannot be read has no keys for readers and is never written to; nor is one by an
 /// update during which a key could not be read, for its writes may rest on what was read. A file
 /// that had content and is empty counts as one that cannot be read: whoever emptied it is about to
-/// write it. One that is longer than any log of this program's is refused before it is read.
+/// write it. One that is longer than any log of this program's is refused before it is read, one of
+/// more lines than such a log has before it is indexed; that, and that a large one does not fit the
+/// memory, is remembered until the file changes.
 class ProfileEngine : public PrivateProfile {
 public:
     /// Longest file that is read, bytes: millions of records. What is longer would hold up the
     /// window and fill the memory.
     static constexpr std::uint64_t longestFile = std::uint64_t{1} << 28U;
+    /// Most line ends of a file: more than a log of that length has. An index may take far more
+    /// memory than the file itself where its lines are short.
+    static constexpr std::uint64_t mostLines = 20'000'000;
+    /// Longest file that is read again after a shortage of memory, bytes: for more, there is hardly
+    /// a chance, and each attempt holds up the window.
+    static constexpr std::uint64_t longestRetried = std::uint64_t{1} << 24U;
 
-    /// `lineEnd` is for files that have no line yet.
-    ProfileEngine(Files& files, std::string lineEnd, CodePage codePage = {});
+    /// `lineEnd` is for files that have no line yet; files of more than `lines` line ends are
+    /// refused.
+    ProfileEngine(Files& files, std::string lineEnd, CodePage codePage = {},
+                  std::uint64_t lines = mostLines);
 
     std::uint32_t GetPrivateProfileStringA(std::string_view section, std::string_view key,
                                            std::string_view fallback, char* buffer,
@@ -51,6 +62,8 @@ private:
     bool load(const std::string& file);
     bool loadUnlessReading(const std::string& file);
     bool reload(const std::string& file);
+    bool readAnew(const std::string& file, const Version& stamp);
+    bool isRefused(const std::string& file, const Version& stamp) const;
     void forget();
     std::optional<std::string_view> find(std::string_view section, std::string_view key,
                                          const std::string& file);
@@ -68,12 +81,14 @@ private:
     Files& files_;
     std::string lineEnd_;
     CodePage codePage_;
-    std::string file_;                      ///< whose text is in memory
-    Version stamp_;                         ///< of that text
-    std::unique_ptr<ProfileText> text_;     ///< null when nothing usable is in memory
-    ProfileForm form_ = ProfileForm::Bytes; ///< of its file; the text itself is never wide
-    std::string converted_;                 ///< the value found last in a wide file
-    bool reading_ = false;                  ///< that text stands for its file, whatever its stamp
+    std::uint64_t lines_;
+    std::map<std::string, FileStamp> refused_; ///< by path: versions that are not tried again
+    std::string file_;                         ///< whose text is in memory
+    Version stamp_;                            ///< of that text
+    std::unique_ptr<ProfileText> text_;        ///< null when nothing usable is in memory
+    ProfileForm form_ = ProfileForm::Bytes;    ///< of its file; the text itself is never wide
+    std::string converted_;                    ///< the value found last in a wide file
+    bool reading_ = false; ///< that text stands for its file, whatever its stamp
     bool updating_ = false;
     bool blind_ = false; ///< a key of the file to update could not be read since the update began
     std::optional<Version> basis_; ///< which the update has read from; nothing before it reads

@@ -3,6 +3,7 @@
 import os
 import random
 import stat
+import time
 
 from desktop import powerless
 from support import FIRST_RUN_WARNING, LOCK_WARNING, SETTINGS, ProgramTest, keys_of
@@ -70,6 +71,25 @@ class FileTest(ProgramTest):
     def test_a_link_that_leads_to_itself_is_left(self):
         self.ini.symlink_to(self.ini.name)
         self.assert_told_and_left()
+
+    def test_a_file_of_a_gigabyte_is_left_and_the_window_comes_soon(self):
+        with self.ini.open("wb") as file:
+            file.truncate(1 << 30)
+        before = self.ini.stat()
+        begin = time.monotonic()
+        program = self.start()
+        program.expect_box(LOCK_WARNING, "OK")
+        program.expect_box(FIRST_RUN_WARNING, "OK")
+        program.find("cmdQuit")
+        # Reading it once takes a second, and each key would have it read.
+        self.assertLess(time.monotonic() - begin, 10)
+        program.press("cmdQuit")
+        program.expect_box("Warning: State could not be saved.", "OK")
+        program.expect_box('Warning: Unable to unset "IsLocked"-flag in INI-file!', "OK")
+        self.assertEqual(program.wait_exit(), 0)
+        after = self.ini.stat()
+        self.assertEqual((after.st_ino, after.st_size, after.st_blocks, after.st_mtime_ns),
+                         (before.st_ino, before.st_size, before.st_blocks, before.st_mtime_ns))
 
     def test_a_file_behind_a_link_is_kept_up_to_date(self):
         real = self.folder / "real.ini"

@@ -62,6 +62,70 @@ TEST_F(ProfileHostileTest, TheLongestFileIsRead) {
     EXPECT_EQ(value("a", "x"), "1");
 }
 
+TEST_F(ProfileHostileTest, AFileOfMoreLinesThanAnyLogIsRefusedAndReadOnce) {
+    given("[a]\r\nx=1\r\n\r\n[b]\r\n");
+    ProfileEngine strict(files, "\n", {}, 3);
+
+    EXPECT_EQ(strict.GetPrivateProfileIntA("a", "x", 4, file), 4);
+    EXPECT_EQ(strict.GetPrivateProfileIntA("a", "y", 4, file), 4);
+    EXPECT_FALSE(strict.beginReading(file));
+    EXPECT_FALSE(strict.WritePrivateProfileStringA("a", "x", "2", file));
+
+    EXPECT_EQ(files.reads, 1);
+    EXPECT_EQ(files.replaces, 0);
+}
+
+TEST_F(ProfileHostileTest, AFileOfTheMostLinesIsReadWhateverEndsThem) {
+    for (const std::string& text : {"[a]\r\nx=1\r\n\r\n[b]\r\n"s, "[a]\rx=1\r\r[b]\r"s,
+                                    "[a]\nx=1\n\n[b]\n"s, "[a]\nx=1\n\r[b]\n"s}) {
+        given(text);
+        ProfileEngine exact(files, "\n", {}, 4);
+        ProfileEngine strict(files, "\n", {}, 3);
+
+        EXPECT_EQ(exact.GetPrivateProfileIntA("a", "x", 4, file), 1) << text;
+        EXPECT_EQ(strict.GetPrivateProfileIntA("a", "x", 4, file), 4) << text;
+    }
+}
+
+TEST_F(ProfileHostileTest, ARefusedFileIsReadOnceItIsAnother) {
+    given("[a]\nx=1\n\n\n");
+    ProfileEngine strict(files, "\n", {}, 3);
+    EXPECT_EQ(strict.GetPrivateProfileIntA("a", "x", 4, file), 4);
+
+    given("[a]\nx=1\n\n");
+
+    EXPECT_EQ(strict.GetPrivateProfileIntA("a", "x", 4, file), 1);
+}
+
+TEST_F(ProfileHostileTest, TheRefusalOfOneFileHoldsWhileAnotherIsRead) {
+    given("[a]\nx=1\n\n\n");
+    const std::string other = "/here/other.ini";
+    files.put(other, "[a]\nx=2\n");
+    ProfileEngine strict(files, "\n", {}, 3);
+
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(strict.GetPrivateProfileIntA("a", "x", 4, file), 4);
+        EXPECT_EQ(strict.GetPrivateProfileIntA("a", "x", 4, other), 2);
+    }
+
+    EXPECT_EQ(files.reads, 2);
+}
+
+TEST_F(ProfileHostileTest, ALargeFileThatDidNotFitTheMemoryIsNotTriedAgainUntilItIsAnother) {
+    given("[a]\nx=1\n");
+    files.sizeTold = ProfileEngine::longestRetried + 1;
+    files.memoryIsShort = true;
+    EXPECT_EQ(value("a", "x"), "none");
+    files.memoryIsShort = false;
+
+    EXPECT_EQ(value("a", "x"), "none");
+    EXPECT_FALSE(write("a", "x", "2"));
+    EXPECT_EQ(files.reads, 1);
+
+    given("[a]\nx=3\n");
+    EXPECT_EQ(value("a", "x"), "3");
+}
+
 TEST_F(ProfileHostileTest, AfterAShortageOfMemoryTheFileIsReadAgain) {
     given("[a]\nx=1\n");
     files.memoryIsShort = true;
