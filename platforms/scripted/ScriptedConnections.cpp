@@ -162,7 +162,9 @@ std::uint32_t ScriptedConnections::carrierOf(std::uint32_t handle) {
 std::uint32_t ScriptedConnections::RasGetEntryDialParamsA(const char*, RASDIALPARAMSA* parameters,
                                                           bool* passwordFound) {
     parametersAsked.push_back(*parameters);
+    recordOfDial = parameters;
     if (const std::uint32_t code = called("RasGetEntryDialParamsA")) {
+        putText(parameters->szPassword, "secret"); // as one does that fails late
         return code;
     }
     if (parameters->dwSize != RASDIALPARAMSA::size) {

@@ -58,6 +58,8 @@ public:
     std::vector<RASDIALPARAMSA> dialled;
     std::vector<RASDIALPARAMSA> parametersAsked;
     std::vector<RASDIALEXTENSIONS> extensionsSeen;
+    /// The caller's own record of the last dial. Valid until that ends.
+    const RASDIALPARAMSA* recordOfDial = nullptr;
     /// Sizes in bytes that enumerations of connections were offered.
     std::vector<std::uint32_t> sizesOffered;
 

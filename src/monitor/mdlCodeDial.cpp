@@ -22,6 +22,8 @@ std::uint32_t dial(DialRecord& record) {
     std::uint32_t code =
         connections.RasGetEntryDialParamsA(nullptr, &record.parameters(), &passwordFound);
     if (code != ras::success) {
+        // A service that fails may have filled in a part, and the box may stay open for long.
+        record.wipe();
         ShowRasErrorMessage("RasGetEntryDialParams", code);
         return 0;
     }

@@ -104,6 +104,27 @@ TEST_F(DialTest, ParametersThatCannotBeReadEndTheDial) {
     EXPECT_FALSE(state().DialInStarted);
 }
 
+TEST_F(DialTest, WhileABoxTellsOfAFailureNothingOfTheRecordIsLeft) {
+    for (const char* operation : {"RasGetEntryDialParamsA", "RasDialA", "RasEnumConnectionsA"}) {
+        machine.connections.failNext(operation, 691);
+        std::size_t boxes = 0;
+        std::size_t bytesLeft = 0;
+        machine.desktop.answerAny = [&](const MsgBoxRequest&) {
+            const auto* bytes = reinterpret_cast<const char*>(machine.connections.recordOfDial);
+            ++boxes;
+            bytesLeft +=
+                sizeof(RASDIALPARAMSA) -
+                static_cast<std::size_t>(std::count(bytes, bytes + sizeof(RASDIALPARAMSA), '\0'));
+            return MsgBoxAnswer::Ok;
+        };
+
+        DialIn("Ridge", "");
+
+        EXPECT_GE(boxes, 1U) << operation;
+        EXPECT_EQ(bytesLeft, 0U) << operation;
+    }
+}
+
 TEST_F(DialTest, AListThatCannotBeReadAfterTheDialIsTold) {
     machine.connections.failNext("RasEnumConnectionsA", 619);
     expectFailure("Error: RasEnumConnections failed with 619:\rThe port is disconnected.");
