@@ -7,8 +7,12 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <fcntl.h>
+#include <string>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -40,6 +44,62 @@ TEST(SingleInstanceTest, ANameDiesWithAHolderThatIsKilled) {
 
     instances.CreateMutexA("{A}", &error);
     EXPECT_EQ(error, 0U);
+}
+
+/// What somebody may have planted under the name of the lock file.
+class PlantedLockTest : public testing::Test {
+protected:
+    const TemporaryFolder folder;
+    const std::string lock = folder.path() + "/velmars-tarvik-_A_.lock";
+    LinuxSingleInstance instances{folder.path()};
+    std::uint32_t error = 99;
+};
+
+TEST_F(PlantedLockTest, ALinkIsNotFollowed) {
+    const std::string prey = folder.path() + "/prey";
+    ASSERT_EQ(symlink(prey.c_str(), lock.c_str()), 0);
+
+    EXPECT_EQ(instances.CreateMutexA("{A}", &error), 0);
+
+    EXPECT_EQ(error, static_cast<std::uint32_t>(ELOOP));
+    EXPECT_NE(access(prey.c_str(), F_OK), 0);
+}
+
+TEST_F(PlantedLockTest, APipeHoldsNothingUpAndHoldsTheName) {
+    ASSERT_EQ(mkfifo(lock.c_str(), S_IRUSR | S_IWUSR), 0);
+    LinuxSingleInstance second(folder.path());
+
+    EXPECT_GE(instances.CreateMutexA("{A}", &error), 1);
+    EXPECT_EQ(error, 0U);
+    second.CreateMutexA("{A}", &error);
+
+    EXPECT_EQ(error, 183U);
+}
+
+TEST_F(PlantedLockTest, AFolderIsAnErrorWithoutAHandle) {
+    ASSERT_EQ(mkdir(lock.c_str(), S_IRWXU), 0);
+
+    EXPECT_EQ(instances.CreateMutexA("{A}", &error), 0);
+
+    EXPECT_EQ(error, static_cast<std::uint32_t>(EISDIR));
+}
+
+TEST_F(PlantedLockTest, AnotherUsersFileIsAnErrorWithoutAHandle) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "only the administrator can make another user's file";
+    }
+    constexpr uid_t nobody = 65534;
+    ASSERT_EQ(chmod(folder.path().c_str(), 0777), 0);
+    const int file = open(lock.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    ASSERT_GE(file, 0);
+    close(file);
+
+    ASSERT_EQ(seteuid(nobody), 0);
+    const std::int32_t handle = instances.CreateMutexA("{A}", &error);
+    ASSERT_EQ(seteuid(0), 0);
+
+    EXPECT_EQ(handle, 0);
+    EXPECT_EQ(error, static_cast<std::uint32_t>(EACCES));
 }
 
 TEST(ProgramTest, ArgumentsAreOneText) {

@@ -8,6 +8,7 @@
 #include <QTextDocument>
 #include <QTextOption>
 
+#include <algorithm>
 #include <unistd.h>
 
 namespace tarvik::face {
@@ -95,7 +96,13 @@ MsgBoxAnswer answerOf(int pressed, MsgBoxButtons buttons) {
 }
 
 void writeUnshownBox(const MsgBoxRequest& request) {
-    const std::string text = entered(shownLines(request.caption + " " + request.text)) + "\n";
+    QString lines = shownLines(request.caption + " " + request.text);
+    // A name from outside could give orders to a terminal.
+    const auto isOrder = [](QChar character) {
+        return character.category() == QChar::Other_Control && character != QLatin1Char('\n');
+    };
+    std::replace_if(lines.begin(), lines.end(), isOrder, QChar(QChar::ReplacementCharacter));
+    const std::string text = entered(lines) + "\n";
     const ssize_t written = write(STDERR_FILENO, text.data(), text.size());
     static_cast<void>(written); // nobody is left to be told
 }
