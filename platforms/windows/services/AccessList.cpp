@@ -25,11 +25,16 @@ AccessList AccessList::of(const std::string& path) {
     return list;
 }
 
-void AccessList::giveTo(const std::string& path) const {
-    if (!descriptor_.empty()) {
-        std::vector<unsigned char> descriptor = descriptor_;
-        SetFileSecurityA(path.c_str(), DACL_SECURITY_INFORMATION, descriptor.data());
+bool AccessList::giveTo(const std::string& path) const {
+    if (descriptor_.empty()) {
+        return true;
     }
+    std::vector<unsigned char> descriptor = descriptor_;
+    if (SetFileSecurityA(path.c_str(), DACL_SECURITY_INFORMATION, descriptor.data()) != FALSE) {
+        return true;
+    }
+    const DWORD error = GetLastError();
+    return error == ERROR_NOT_SUPPORTED || error == ERROR_INVALID_FUNCTION;
 }
 
 } // namespace tarvik

@@ -15,9 +15,9 @@ public:
     /// The file's list; one that says nothing where there is no file or it cannot be asked.
     static AccessList of(const std::string& path);
 
-    /// Gives the file this list, as far as the file system has lists and the user may; a list that
-    /// says nothing changes nothing.
-    void giveTo(const std::string& path) const;
+    /// Gives the file this list, where its file system has lists; one that says nothing changes
+    /// nothing. False, with the system's last error set, if others might read what they must not.
+    bool giveTo(const std::string& path) const;
 
 private:
     std::vector<unsigned char> descriptor_; ///< as the system wants it: one block of memory

@@ -21,8 +21,9 @@ public:
     explicit operator bool() const { return static_cast<bool>(file_); }
 
     bool write(std::string_view piece) { return writeAll(file_, piece); }
-    /// Who may read and write the old file may do so with this one, as far as the system lets it.
-    void likeOld(const AccessList& old) { old.giveTo(path_); }
+    /// Who may read and write the old file may do so with this one; false, with the system's last
+    /// error set, if it cannot be so where the file system knows such rights.
+    bool likeOld(const AccessList& old) { return old.giveTo(path_); }
     /// Flushes the file and puts it in place if `stillRight` says so; false with the system's last
     /// error set.
     bool putInPlace(DWORD attributes, const LastLook& stillRight);

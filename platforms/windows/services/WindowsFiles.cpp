@@ -145,10 +145,9 @@ FileResult WindowsFiles::putWith(const std::string& path,
         return lastError();
     }
     // Before there is anything in it to be read.
-    if (rights != nullptr) {
-        file.likeOld(*rights);
-    } else {
-        file.likeOld(kind == FileKind::None && path == deleted_ ? deletedRights_ : old);
+    const AccessList& own = kind == FileKind::None && path == deleted_ ? deletedRights_ : old;
+    if (!file.likeOld(rights != nullptr ? *rights : own)) {
+        return lastError();
     }
     for (const std::string_view piece : pieces) {
         if (!file.write(piece)) {

@@ -39,6 +39,7 @@ bool everybodyMayRead(const std::string& file) {
 
 /// Its owner alone may read and write the file from now on.
 void giveToOwnerAlone(const std::string& file) {
+    ASSERT_TRUE(everybodyMayRead(file)) << "a file here is private anyway: nothing is shown";
     PSID owner = nullptr;
     PSECURITY_DESCRIPTOR ofFile = nullptr;
     ASSERT_EQ(GetNamedSecurityInfoA(file.c_str(), SE_FILE_OBJECT, OWNER_SECURITY_INFORMATION,

@@ -1,0 +1,73 @@
+#include "support/TemporaryFolder.h"
+#include "windows/services/WindowsFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tarvik {
+
+using SetFileSecurityFunction = BOOL WINAPI(LPCSTR, SECURITY_INFORMATION, PSECURITY_DESCRIPTOR);
+
+/// Where this program keeps the address of the system's function.
+extern "C" SetFileSecurityFunction* systemsSetFileSecurity __asm__("__imp__SetFileSecurityA@12");
+
+namespace {
+
+/// Lets no file get an access list, for that reason, for its own lifetime.
+class NoListsGiven {
+public:
+    explicit NoListsGiven(DWORD why) : system_(std::exchange(systemsSetFileSecurity, refuse)) {
+        reason = why;
+    }
+    ~NoListsGiven() { systemsSetFileSecurity = system_; }
+    NoListsGiven(const NoListsGiven&) = delete;
+    NoListsGiven& operator=(const NoListsGiven&) = delete;
+
+private:
+    static BOOL WINAPI refuse(LPCSTR, SECURITY_INFORMATION, PSECURITY_DESCRIPTOR) {
+        SetLastError(reason);
+        return FALSE;
+    }
+
+    static inline DWORD reason = 0;
+    SetFileSecurityFunction* system_;
+};
+
+/// A file on a system that does not give access lists.
+class AccessListTest : public testing::Test {
+protected:
+    AccessListTest() { files.replace(path, {"old"}); }
+
+    std::string content() {
+        std::string bytes;
+        EXPECT_FALSE(files.read(path, bytes));
+        return bytes;
+    }
+
+    TemporaryFolder folder;
+    std::string path = folder.path() + "\\Tarvik.ini";
+    WindowsFiles files;
+};
+
+TEST_F(AccessListTest, ASaveThatCannotKeepTheListFailsAndLeavesTheOldFile) {
+    const NoListsGiven denied(ERROR_ACCESS_DENIED);
+
+    EXPECT_EQ(files.replace(path, {"new"}), ErrorNumber::PermissionDenied);
+
+    EXPECT_EQ(content(), "old");
+    EXPECT_EQ(folder.names(), std::vector<std::string>{"Tarvik.ini"});
+}
+
+TEST_F(AccessListTest, WhereThereAreNoListsASaveWorks) {
+    const NoListsGiven unknown(ERROR_NOT_SUPPORTED);
+
+    EXPECT_FALSE(files.replace(path, {"new"}));
+
+    EXPECT_EQ(content(), "new");
+}
+
+} // namespace
+} // namespace tarvik
