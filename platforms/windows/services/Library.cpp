@@ -8,7 +8,7 @@ namespace {
 
 /// Those that an old system does not keep to its own folder by itself: of the windows' looks, the
 /// file dialogs, the networks, the remote access service and the boxes of the shell.
-constexpr std::array namesAskedFor{
+constexpr std::array askedFor{
     "apphelp.dll",
     "bcrypt.dll",
     "bcryptprimitives.dll",
@@ -105,8 +105,12 @@ SystemLibrariesOnly::SystemLibrariesOnly() {
     }
 }
 
+std::span<const char* const> namesAskedFor() {
+    return askedFor;
+}
+
 void loadWhatTheSystemAsksForByName() {
-    for (const char* const name : namesAskedFor) {
+    for (const char* const name : namesAskedFor()) {
         loadFromSystemFolder(name);
     }
 }

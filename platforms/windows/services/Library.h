@@ -2,6 +2,7 @@
 
 #include "windows/services/SystemHeader.h"
 
+#include <span>
 #include <string>
 
 namespace tarvik {
@@ -42,6 +43,9 @@ public:
 /// program's own folder: what the system loads by name for this program's windows, dialogs and
 /// calls is loaded here, from the system's folder. Whoever asks for it by name then gets that.
 void loadWhatTheSystemAsksForByName();
+
+/// The names of what that loads; a system need not have all of them.
+std::span<const char* const> namesAskedFor();
 
 /// The system's own folder, without a separator at its end.
 std::string systemFolder();
