@@ -9,6 +9,7 @@
 #include <shellapi.h>
 
 #include <cstring>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -46,8 +47,9 @@ protected:
         return area.Shell_NotifyIconA(request, &record);
     }
 
+    static constexpr UINT fairWhile = 20'000; ///< milliseconds
     HWND window;
-    face::WindowsNotificationArea area{hebrewPage()};
+    face::WindowsNotificationArea area{hebrewPage(), fairWhile};
 };
 
 TEST_F(NotificationAreaTest, AnIconIsAddedOnceChangedAndRemoved) {
@@ -216,6 +218,163 @@ TEST_F(NoteTest, ANoteDoesNotComeBackWithTheIcon) {
     EXPECT_EQ(again.record.uFlags, static_cast<UINT>(NIF_MESSAGE | NIF_ICON | NIF_TIP));
     EXPECT_STREQ(again.record.szInfo, "");
     EXPECT_EQ(PlayedTaskBar::told.back().request, static_cast<DWORD>(NIM_SETVERSION));
+}
+
+/// A task bar on a thread of its own, before the system's, that does not answer until it is told
+/// to.
+class SilentTaskBar {
+public:
+    SilentTaskBar() {
+        thread_ = CreateThread(nullptr, 0, run, this, 0, nullptr);
+        WaitForSingleObject(made_, INFINITE);
+    }
+    ~SilentTaskBar() {
+        answer();
+        SetEvent(end_);
+        WaitForSingleObject(thread_, INFINITE);
+        for (const HANDLE handle : {thread_, made_, speak_, end_}) {
+            CloseHandle(handle);
+        }
+    }
+    SilentTaskBar(const SilentTaskBar&) = delete;
+    SilentTaskBar& operator=(const SilentTaskBar&) = delete;
+
+    void answer() const { SetEvent(speak_); }
+
+private:
+    static DWORD WINAPI run(void* own) {
+        auto& bar = *static_cast<SilentTaskBar*>(own);
+        WNDCLASSA kind{};
+        kind.lpfnWndProc = DefWindowProcA;
+        kind.hInstance = GetModuleHandleA(nullptr);
+        kind.lpszClassName = "Shell_TrayWnd";
+        RegisterClassA(&kind);
+        const HWND window =
+            CreateWindowExA(WS_EX_TOPMOST | WS_EX_TOOLWINDOW, "Shell_TrayWnd", "", WS_POPUP, 0, 0,
+                            0, 0, nullptr, nullptr, kind.hInstance, nullptr);
+        SetWindowPos(window, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+        SetEvent(bar.made_);
+        WaitForSingleObject(bar.speak_, INFINITE);
+        while (MsgWaitForMultipleObjects(1, &bar.end_, FALSE, INFINITE, QS_ALLINPUT) !=
+               WAIT_OBJECT_0) {
+            MSG message{};
+            while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
+                DispatchMessageA(&message);
+            }
+        }
+        DestroyWindow(window);
+        return 0;
+    }
+
+    HANDLE made_ = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    HANDLE speak_ = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    HANDLE end_ = CreateEventA(nullptr, TRUE, FALSE, nullptr);
+    HANDLE thread_ = nullptr;
+};
+
+/// An icon whose task bar goes silent; what the system would tell that one is written down.
+class SilentTaskBarTest : public testing::Test {
+protected:
+    SilentTaskBarTest() { bar.emplace(); }
+
+    bool ask(std::uint32_t request, TrayIcon icon = TrayIcon::imgSysTray) {
+        auto record = iconOf(GetDesktopWindow(), icon);
+        return area.Shell_NotifyIconA(request, &record);
+    }
+
+    static std::vector<DWORD> requests() {
+        std::vector<DWORD> all;
+        for (const PlayedTaskBar::Told& one : PlayedTaskBar::told) {
+            all.push_back(one.request);
+        }
+        return all;
+    }
+
+    /// Handles messages until something was told; false when nothing is within a fair while.
+    static bool spinUntilTold() {
+        const ULONGLONG begin = GetTickCount64();
+        while (PlayedTaskBar::told.empty() && GetTickCount64() - begin < 10'000) {
+            MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+            MSG message{};
+            while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
+                DispatchMessageA(&message);
+            }
+        }
+        return !PlayedTaskBar::told.empty();
+    }
+
+    PlayedTaskBar system;
+    std::optional<SilentTaskBar> bar;
+    face::WindowsNotificationArea area{hebrewPage(), 200};
+};
+
+TEST_F(SilentTaskBarTest, ATaskBarThatDoesNotAnswerIsToldNothing) {
+    EXPECT_FALSE(ask(NotificationArea::add));
+    EXPECT_FALSE(ask(NotificationArea::modify, TrayIcon::imgSysTrayOnline));
+
+    EXPECT_TRUE(PlayedTaskBar::told.empty());
+}
+
+TEST_F(SilentTaskBarTest, OnceItAnswersItIsToldTheNewestStateAlone) {
+    ask(NotificationArea::add);
+    ask(NotificationArea::modify, TrayIcon::imgSysTrayOffline);
+    ask(NotificationArea::modify, TrayIcon::imgSysTrayOnline);
+    auto online = iconOf(GetDesktopWindow(), TrayIcon::imgSysTrayOnline);
+
+    bar->answer();
+    ASSERT_TRUE(spinUntilTold());
+
+    EXPECT_EQ(requests(), (std::vector<DWORD>{NIM_ADD, NIM_SETVERSION}));
+    bar.reset();
+    EXPECT_TRUE(area.Shell_NotifyIconA(NotificationArea::modify, &online));
+    ASSERT_EQ(PlayedTaskBar::told.size(), 3U);
+    EXPECT_EQ(PlayedTaskBar::told.front().record.hIcon, PlayedTaskBar::told.back().record.hIcon);
+}
+
+TEST_F(SilentTaskBarTest, AnotherTaskBarIsToldAtOnce) {
+    ask(NotificationArea::add);
+    ASSERT_TRUE(PlayedTaskBar::told.empty());
+
+    SilentTaskBar other;
+    other.answer();
+    SendMessageA(FindWindowA("TarvikTaskBarWatcher", nullptr),
+                 RegisterWindowMessageA("TaskbarCreated"), 0, 0);
+    ASSERT_TRUE(spinUntilTold());
+
+    EXPECT_EQ(requests(), (std::vector<DWORD>{NIM_ADD, NIM_SETVERSION}));
+}
+
+TEST_F(SilentTaskBarTest, AnIconThatWasThereBeforeIsChangedOnceItAnswers) {
+    bar.reset();
+    face::WindowsNotificationArea patient{hebrewPage(), 2000};
+    auto record = iconOf(GetDesktopWindow(), TrayIcon::imgSysTray);
+    ASSERT_TRUE(patient.Shell_NotifyIconA(NotificationArea::add, &record));
+    PlayedTaskBar::told.clear();
+    bar.emplace();
+    record = iconOf(GetDesktopWindow(), TrayIcon::imgSysTrayOnline);
+
+    EXPECT_TRUE(patient.Shell_NotifyIconA(NotificationArea::modify, &record));
+    EXPECT_TRUE(PlayedTaskBar::told.empty());
+    bar->answer();
+    ASSERT_TRUE(spinUntilTold());
+
+    EXPECT_EQ(requests(), std::vector<DWORD>{NIM_MODIFY});
+}
+
+TEST_F(SilentTaskBarTest, AnIconThatWasTakenAwayMeanwhileIsTakenAwayOnceItAnswers) {
+    bar.reset();
+    face::WindowsNotificationArea patient{hebrewPage(), 2000};
+    auto record = iconOf(GetDesktopWindow(), TrayIcon::imgSysTray);
+    ASSERT_TRUE(patient.Shell_NotifyIconA(NotificationArea::add, &record));
+    PlayedTaskBar::told.clear();
+    bar.emplace();
+
+    EXPECT_TRUE(patient.Shell_NotifyIconA(NotificationArea::remove, &record));
+    EXPECT_TRUE(PlayedTaskBar::told.empty());
+    bar->answer();
+    ASSERT_TRUE(spinUntilTold());
+
+    EXPECT_EQ(requests(), std::vector<DWORD>{NIM_DELETE});
 }
 
 TEST_F(NotificationAreaTest, TheVersionIsThatOfAFamilyWithBalloons) {

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 namespace tarvik::face {
 
@@ -36,6 +37,13 @@ void put(const std::string& text, char* field, std::size_t room) {
     }
     field[text.copy(field, length)] = '\0';
 }
+
+/// The window that the system sends each request to, and waits for; null when there is no task bar.
+HWND taskBar() {
+    return FindWindowA("Shell_TrayWnd", nullptr);
+}
+
+constexpr UINT taskBarAnswered = WM_APP;
 
 UINT taskBarCreated() {
     static const UINT message = RegisterWindowMessageA("TaskbarCreated");
@@ -83,7 +91,7 @@ bool WindowsNotificationArea::Shell_NotifyIconA(std::uint32_t request, Record* d
     record.hIcon =
         static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(iconOf(data->hIcon)));
     tellTurns(record);
-    const bool done = tell(request, record);
+    const bool done = tellOrKeep(request, record);
     if (request == remove) {
         shown_.reset();
     } else if (request == add || (request == modify && shown_ && (data->uFlags & tip) != 0)) {
@@ -92,6 +100,63 @@ bool WindowsNotificationArea::Shell_NotifyIconA(std::uint32_t request, Record* d
         watchTaskBar();
     }
     return done;
+}
+
+/// True for what the task bar did, or will have done as soon as it answers.
+bool WindowsNotificationArea::tellOrKeep(std::uint32_t request, Record& record) {
+    if (answers()) {
+        const bool done = tell(request, record);
+        there_ = request == add ? done || there_ : request != remove && there_;
+        return done;
+    }
+    if (request == remove) {
+        gone_ = there_ ? std::optional(record) : std::nullopt;
+        return std::exchange(there_, false);
+    }
+    return there_ && request == modify && (record.uFlags & tip) != 0;
+}
+
+/// Whether the task bar takes part. One that hangs would hold up the window with each request: it
+/// is waited for once, and then only told when it has answered.
+bool WindowsNotificationArea::answers() {
+    const HWND bar = taskBar();
+    if (bar == nullptr || bar == silent_) {
+        return bar == nullptr;
+    }
+    DWORD_PTR nothing = 0;
+    if (SendMessageTimeoutA(bar, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, patience_, &nothing) != 0 ||
+        IsWindow(bar) == FALSE) {
+        return true;
+    }
+    watchTaskBar();
+    const BOOL asked =
+        SendMessageCallbackA(bar, WM_NULL, 0, 0, onAnswer, reinterpret_cast<ULONG_PTR>(watcher_));
+    silent_ = asked != FALSE ? bar : nullptr;
+    return false;
+}
+
+/// The watcher may be gone by then.
+void CALLBACK WindowsNotificationArea::onAnswer(HWND, UINT, ULONG_PTR watcher, LRESULT) {
+    PostMessageA(reinterpret_cast<HWND>(watcher), taskBarAnswered, 0, 0);
+}
+
+void WindowsNotificationArea::catchUp() {
+    silent_ = nullptr;
+    if (!answers()) {
+        return;
+    }
+    if (gone_ && !shown_) {
+        tell(remove, *gone_);
+    }
+    there_ = there_ || (gone_ && shown_);
+    gone_.reset();
+    if (there_ && shown_) {
+        Record record = *shown_;
+        there_ = tell(modify, record);
+    }
+    if (!there_) {
+        addAgain();
+    }
 }
 
 void WindowsNotificationArea::watchTaskBar() {
@@ -114,7 +179,14 @@ LRESULT CALLBACK WindowsNotificationArea::onMessage(HWND window, UINT message, W
     auto* area =
         reinterpret_cast<WindowsNotificationArea*>(GetWindowLongPtrA(window, GWLP_USERDATA));
     if (area != nullptr && message == taskBarCreated()) {
-        area->addAgain();
+        // A new one knows nothing of the icon.
+        area->there_ = false;
+        area->gone_.reset();
+        area->catchUp();
+        return 0;
+    }
+    if (area != nullptr && message == taskBarAnswered) {
+        area->catchUp();
         return 0;
     }
     return DefWindowProcA(window, message, first, second);
@@ -123,7 +195,8 @@ LRESULT CALLBACK WindowsNotificationArea::onMessage(HWND window, UINT message, W
 void WindowsNotificationArea::addAgain() {
     if (shown_) {
         Record record = *shown_;
-        if (tell(add, record) && record.cbSize == Record::size) {
+        there_ = tell(add, record);
+        if (there_ && record.cbSize == Record::size) {
             tell(setVersion, record);
         }
     }

@@ -10,12 +10,15 @@
 namespace tarvik::face {
 
 /// The notification area of the task bar. An icon comes back by itself when the task bar was
-/// started anew.
+/// started anew. A task bar that does not answer is left alone until it does, and then told how the
+/// icon is by then; notes are dropped meanwhile.
 class WindowsNotificationArea : public NotificationArea {
 public:
-    /// Texts are bytes of that code page.
-    explicit WindowsNotificationArea(const CodePage& codePage = windowsCodePage())
-        : codePage_(codePage) {}
+    /// Texts are bytes of that code page. The task bar is given `patience`, milliseconds, once, to
+    /// show that it answers.
+    explicit WindowsNotificationArea(const CodePage& codePage = windowsCodePage(),
+                                     UINT patience = 100)
+        : codePage_(codePage), patience_(patience) {}
     ~WindowsNotificationArea() override;
     WindowsNotificationArea(const WindowsNotificationArea&) = delete;
     WindowsNotificationArea& operator=(const WindowsNotificationArea&) = delete;
@@ -26,15 +29,23 @@ public:
 
 private:
     static LRESULT CALLBACK onMessage(HWND window, UINT message, WPARAM first, LPARAM second);
+    static void CALLBACK onAnswer(HWND, UINT, ULONG_PTR watcher, LRESULT);
     void watchTaskBar();
     void addAgain();
+    bool answers();
+    void catchUp();
+    bool tellOrKeep(std::uint32_t request, tarvik::NOTIFYICONDATAA& record);
     void tellTurns(tarvik::NOTIFYICONDATAA& record) const;
     HICON iconOf(std::uint32_t which);
 
     CodePage codePage_;
     HWND watcher_ = nullptr;
     std::array<HICON, 3> icons_{};
-    std::optional<tarvik::NOTIFYICONDATAA> shown_; ///< as last told to the task bar
+    UINT patience_;
+    std::optional<tarvik::NOTIFYICONDATAA> shown_; ///< as it is to be shown
+    bool there_ = false;                           ///< the task bar has it, as far as is known
+    std::optional<tarvik::NOTIFYICONDATAA> gone_;  ///< to be taken away when the task bar answers
+    HWND silent_ = nullptr;                        ///< the task bar that has not answered yet
 };
 
 } // namespace tarvik::face
