@@ -1,9 +1,15 @@
 #include "windows/face/WindowsCommonDialogs.h"
 
+#include "HebrewPage.h"
 #include "Later.h"
 #include "Win32FaceTest.h"
 
+#include "support/TemporaryFolder.h"
+#include "windows/services/WindowsFiles.h"
+
 #include <array>
+#include <string>
+#include <vector>
 
 namespace tarvik {
 namespace {
@@ -135,6 +141,132 @@ TEST_F(CommonDialogsTest, TheDialogIsPutWhereTheProgramSays) {
     EXPECT_EQ(place.left, 37);
     EXPECT_EQ(place.top, 41);
     DestroyWindow(owner);
+}
+
+/// The overwrite question, asked about a file of that name that is there, on a system whose code
+/// page is the Hebrew one.
+class OverwriteTest : public testing::Test {
+protected:
+    static constexpr std::uint32_t overwritePrompt = 0x2;
+
+    void givenFile(const std::string& name) {
+        path = folder.path() + "\\" + name;
+        WindowsFiles().replace(path, {"of great value"});
+    }
+
+    /// Works the dialog and each question that comes: the question is answered by the next of the
+    /// buttons, a dialog by OK with the name that it shows or, without one, with the path; once the
+    /// answers are used up it is cancelled.
+    bool save(std::vector<int> answers, std::uint32_t flags) {
+        tarvik::OPENFILENAMEA data{};
+        data.lStructSize = 76;
+        data.lpstrFile = file.data();
+        data.nMaxFile = static_cast<std::uint32_t>(file.size());
+        data.Flags = flags;
+        std::size_t answered = 0;
+        const Deadline deadline;
+        const Later work([&] {
+            for (const HWND window : topLevelWindows("#32770", GetCurrentProcessId())) {
+                if (IsWindowVisible(window) == FALSE || window == last) {
+                    continue;
+                }
+                last = window;
+                if (textOf(window) == "Confirm Save As") {
+                    questions.push_back(textOf(GetDlgItem(window, 0xFFFF)));
+                    defaults.push_back(GetDlgCtrlID(GetFocus()));
+                    const int button = answered < answers.size() ? answers[answered] : IDYES;
+                    ++answered;
+                    PostMessageA(window, WM_COMMAND, static_cast<WPARAM>(button), 0);
+                    return false;
+                }
+                const bool again = !names.empty();
+                HWND box = GetDlgItem(window, saveNameBox);
+                box = box == nullptr ? GetDlgItem(window, openNameBox) : box;
+                if (!again) {
+                    SendMessageA(box, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(path.c_str()));
+                }
+                names.push_back(textOf(box));
+                const bool go = !again || answered < answers.size();
+                PostMessageA(window, WM_COMMAND, static_cast<WPARAM>(go ? IDOK : IDCANCEL), 0);
+            }
+            return deadline.over();
+        });
+        const bool saved = dialogs.GetSaveFileNameA(
+            &data, [](const ScreenRect& dialog, const ScreenRect&) { return dialog; });
+        flagsAfter = data.Flags;
+        return saved;
+    }
+
+    face::WindowsDesktop desktop{hebrewPage()};
+    face::WindowsCommonDialogs dialogs{desktop};
+    TemporaryFolder folder;
+    std::string path;
+    std::array<char, 260> file{};
+    HWND last = nullptr;
+    std::vector<std::string> questions;
+    std::vector<int> defaults; ///< the buttons of Enter
+    std::vector<std::string> names;
+    std::uint32_t flagsAfter = 0;
+};
+
+TEST_F(OverwriteTest, AFileThatIsThereIsOverwrittenAfterOneQuestionInTheSystemsWords) {
+    givenFile("backup.ini");
+
+    EXPECT_TRUE(save({IDYES}, overwritePrompt));
+
+    EXPECT_EQ(questions, std::vector<std::string>{"backup.ini already exists.\r\n"
+                                                  "Do you want to replace it?"});
+    EXPECT_EQ(defaults, std::vector<int>{IDNO});
+    EXPECT_EQ(std::string(file.data()), path);
+    EXPECT_EQ(flagsAfter & overwritePrompt, overwritePrompt);
+}
+
+TEST_F(OverwriteTest, ATurnOfDirectionInTheNameIsToldAndTheNameItselfIsSaved) {
+    givenFile("a\xFE"
+              "vsc.exe");
+
+    EXPECT_TRUE(save({IDYES}, overwritePrompt));
+
+    ASSERT_EQ(questions.size(), 1U);
+    EXPECT_TRUE(questions[0].starts_with("a[U+200F]vsc.exe already exists.")) << questions[0];
+    EXPECT_EQ(std::string(file.data()), path);
+}
+
+TEST_F(OverwriteTest, AfterNoTheDialogComesAgainWithTheSameName) {
+    givenFile("backup.ini");
+
+    EXPECT_FALSE(save({IDNO}, overwritePrompt));
+
+    ASSERT_EQ(names.size(), 2U);
+    EXPECT_NE(names[1].find("backup"), std::string::npos) << names[1];
+    EXPECT_EQ(questions.size(), 1U);
+    EXPECT_EQ(dialogs.CommDlgExtendedError(), 0U);
+}
+
+TEST_F(OverwriteTest, AfterNoTheSameNameMayStillBeChosen) {
+    givenFile("backup.ini");
+
+    EXPECT_TRUE(save({IDNO, IDYES}, overwritePrompt));
+
+    EXPECT_EQ(questions.size(), 2U);
+    EXPECT_EQ(std::string(file.data()), path);
+}
+
+TEST_F(OverwriteTest, WithoutTheOptionNobodyAsks) {
+    givenFile("backup.ini");
+
+    EXPECT_TRUE(save({}, 0));
+
+    EXPECT_TRUE(questions.empty());
+    EXPECT_EQ(flagsAfter & overwritePrompt, 0U);
+}
+
+TEST_F(OverwriteTest, ANewFileIsNotAskedAbout) {
+    path = folder.path() + "\\new.ini";
+
+    EXPECT_TRUE(save({}, overwritePrompt));
+
+    EXPECT_TRUE(questions.empty());
 }
 
 /// Lets a window of another kind become active while a dialog is being made, for its own lifetime.

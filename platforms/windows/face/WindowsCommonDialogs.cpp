@@ -2,11 +2,15 @@
 
 #include "windows/face/WindowsDesktop.h"
 
+#include <string>
 #include <string_view>
 
 namespace tarvik::face {
 
 namespace {
+
+/// The bit of the option word that has the system ask before a file is overwritten.
+constexpr std::uint32_t overwritePrompt = 0x2;
 
 ScreenRect rectOf(HWND window) {
     RECT rect{};
@@ -96,7 +100,30 @@ bool WindowsCommonDialogs::GetOpenFileNameA(OPENFILENAMEA* data, const DialogPla
 }
 
 bool WindowsCommonDialogs::GetSaveFileNameA(OPENFILENAMEA* data, const DialogPlacement& place) {
-    return show("GetSaveFileNameA", data, place);
+    const std::uint32_t asks = data->Flags & overwritePrompt;
+    bool chosen = false;
+    bool settled = false;
+    while (!settled) {
+        data->Flags &= ~overwritePrompt;
+        chosen = show("GetSaveFileNameA", data, place);
+        settled = !chosen || asks == 0 || mayOverwrite(*data);
+    }
+    data->Flags |= asks;
+    return chosen;
+}
+
+/// Whether there is no file of the name that was chosen, or the user wants another one in its
+/// place.
+bool WindowsCommonDialogs::mayOverwrite(const OPENFILENAMEA& data) {
+    if (GetFileAttributesA(data.lpstrFile) == INVALID_FILE_ATTRIBUTES) {
+        return true;
+    }
+    const std::string title = data.lpstrFile + data.nFileOffset;
+    return desktop_.askInDialog(static_cast<HWND>(data.hwndOwner),
+                                {.text = title + " already exists.\rDo you want to replace it?",
+                                 .buttons = MsgBoxButtons::YesNo,
+                                 .icon = MsgBoxIcon::Exclamation,
+                                 .caption = "Confirm Save As"}) == MsgBoxAnswer::Yes;
 }
 
 std::uint32_t WindowsCommonDialogs::CommDlgExtendedError() {

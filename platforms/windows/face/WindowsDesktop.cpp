@@ -125,14 +125,23 @@ HWND WindowsDesktop::boxOwner() const {
 }
 
 MsgBoxAnswer WindowsDesktop::messageBox(const MsgBoxRequest& request) {
-    const std::string text = boxText(context_.shown(request.text));
     if (context_.ending) {
-        OutputDebugStringA(text.c_str());
+        OutputDebugStringA(boxText(context_.shown(request.text)).c_str());
         return closingAnswer(request.buttons);
     }
     const BusyScope busy(context_);
     applyVisibility();
-    const HWND owner = boxOwner();
+    return showBox(boxOwner(), request);
+}
+
+MsgBoxAnswer WindowsDesktop::askInDialog(HWND owner, const MsgBoxRequest& request) {
+    MsgBoxAnswer answer = closingAnswer(request.buttons);
+    runDialog([&] { answer = showBox(owner, request); });
+    return answer;
+}
+
+MsgBoxAnswer WindowsDesktop::showBox(HWND owner, const MsgBoxRequest& request) {
+    const std::string text = boxText(context_.shown(request.text));
     // Without a window to stand before, a box would be lost behind those of other programs.
     const UINT place = owner == nullptr ? MB_TASKMODAL | MB_SETFOREGROUND : MB_APPLMODAL;
     const int pressed = MessageBoxA(owner, text.c_str(), context_.shown(request.caption).c_str(),

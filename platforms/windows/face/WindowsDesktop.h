@@ -31,12 +31,16 @@ public:
     /// Runs the call, which shows a dialog of the system. Meanwhile timers go on; what the user
     /// does elsewhere in the program is refused. Does nothing when the program must end.
     void runDialog(const std::function<void()>& call);
+    /// A box that is part of such a dialog: meanwhile timers go on. Answered as if closed when the
+    /// program must end.
+    MsgBoxAnswer askInDialog(HWND owner, const MsgBoxRequest& request);
     void quit() override;
 
     /// What happens when the program must end, whatever it is doing; may be called again.
     void end(UnloadMode why);
 
 private:
+    MsgBoxAnswer showBox(HWND owner, const MsgBoxRequest& request);
     /// Handles one message, as in any dialog.
     void handle(MSG& message);
     /// Ends the windows that were withdrawn, unless a handler may be running in one.

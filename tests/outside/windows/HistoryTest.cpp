@@ -265,6 +265,21 @@ TEST_F(HistoryTest, BeforeAFileIsReplacedItsNameIsAskedAbout) {
     EXPECT_EQ(text, csvOf(records));
 }
 
+TEST_F(HistoryTest, AFileWhoseWholeNameWasTypedIsAskedAboutOnce) {
+    const std::string exported = installation.folder() + "\\history.csv";
+    const std::vector<std::string_view> old{"of great value"};
+    ASSERT_FALSE(WindowsFiles().replace(exported, old).has_value());
+
+    ASSERT_NO_FATAL_FAILURE(exportAs("history.csv"));
+    ASSERT_TRUE(program->answer("history.csv already exists.\rDo you want to replace it?",
+                                MsgBoxAnswer::Yes));
+    ASSERT_TRUE(program->answer("All records have been successfully exported.", MsgBoxAnswer::Ok));
+
+    std::string text;
+    EXPECT_FALSE(WindowsFiles().read(exported, text).has_value());
+    EXPECT_EQ(text, csvOf(records));
+}
+
 TEST_F(HistoryTest, TheExportHoldsAllRecordsAndIsLeftForASpreadsheet) {
     const std::string exported = installation.folder() + "\\years.csv";
     ASSERT_NO_FATAL_FAILURE(exportAs("years"));
