@@ -268,10 +268,10 @@ private:
         }
     }
 
-    void drawIntoImage(ChartPainter& painter, const ChartPalette& palette) {
+    void drawIntoImage(ChartPainter& drawn, const ChartPalette& palette) {
         QPainter painter(&image_);
         face::QtCanvas canvas(painter, image_.size(), QGuiApplication::font());
-        painter.draw(canvas, palette);
+        drawn.draw(canvas, palette);
     }
 
     Table& table_;
