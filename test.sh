@@ -63,12 +63,22 @@ run_lane() {
     done
 }
 
-# run_lanes: the lanes side by side. What waits for windows, Wine or the network mostly waits: it
-# comes first, and builds and checks take what is left of the processors.
+# run_in_view STAGE...: one after the other, seen as they go.
+run_in_view() {
+    local command
+    for command in "$@"; do
+        printf '\n== %s\n' "${name_of[$command]}"
+        run_stage "$command"
+    done
+}
+
+# run_lanes: the lanes side by side. The first one, in plain view, comes before: whatever is installed,
+# which takes minutes and may ask for a password, is in it. What waits for windows, Wine or the network
+# mostly waits; builds and checks take what is left of the processors.
 run_lanes() {
     local lane running=()
     # shellcheck disable=SC2086
-    run_lane ${stages_of[first]:-}
+    run_in_view ${stages_of[first]:-}
     set -m # each lane is a group of processes, which can be ended as one
     trap 'kill -TERM -- "${running[@]/#/-}" 2>/dev/null; exit 130' INT TERM
     for lane in "${lanes[@]}"; do
@@ -85,13 +95,11 @@ run_lanes() {
     set +m
 }
 
-# run_named: one after the other, in plain view.
+# run_named: those that are named, in the order in which they stand.
 run_named() {
     local command
     for command in "${stages[@]}"; do
-        [[ $named == *" $command "* ]] || continue
-        printf '\n== %s\n' "${name_of[$command]}"
-        run_stage "$command"
+        [[ $named != *" $command "* ]] || run_in_view "$command"
     done
 }
 
@@ -287,6 +295,7 @@ build_windows() {
 wine() {
     local as_root=()
     needs "${packages_wine[@]}" || return $cannot_run
+    scripts/wine32.sh ready && return 0
     [ "$(id -u)" -eq 0 ] || as_root=(sudo)
     "${as_root[@]}" scripts/wine32.sh setup && return 0
     echo "32-BIT WINE CANNOT BE SET UP HERE: NO TEST OF THE WINDOWS PROGRAMS RUNS." >&2
@@ -372,6 +381,7 @@ bare() {
 }
 
 stage "packages" packages first
+stage "32-bit Wine" wine first
 stage "lint" lint checks
 stage "the scripts where something is closed, missing or silent" scripts_tests checks
 stage "build, warnings are errors" build_debug builds
@@ -391,7 +401,6 @@ stage "clang-tidy on the code for Windows" tidy_windows builds
 stage "unit, face and soak tests under AddressSanitizer and UBSan" tests_sanitized checks build_sanitized
 stage "a random user on the scripted and the Linux face, sanitized" monkey checks
 stage "fuzz targets, a fixed number of runs" fuzz checks build_fuzz
-stage "32-bit Wine" wine wine
 stage "unit tests on Windows" unit_windows wine build_windows
 stage "face and services on Windows" windows_tests wine
 stage "user stories on Windows" stories_windows wine

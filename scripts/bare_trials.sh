@@ -106,6 +106,13 @@ trial_test_user() {
     allow_sudo NOPASSWD:ALL
     expect 0 "^[0-9]+ passed, 0 failed, 0 skipped" "test.sh with sudo" bob CI=true ~bob/tarvik/test.sh \
         packages lint scripts_tests
+    allow_sudo ALL
+    apt-get purge -y -q trayer >>"$BARE_LOG" 2>&1
+    expect 0 "^Installing, which can take minutes: trayer" "test.sh with sudo that wants a password, at a terminal" \
+        at_terminal einlass ~bob/tarvik/test.sh packages wine
+    rm -rf /var/lib/sudo/ts /run/sudo/ts
+    expect 0 "^2 passed, 0 failed, 0 skipped" "test.sh again, which asks for no password" \
+        bob CI=true ~bob/tarvik/test.sh packages wine
     sed -n '/^== Summary/,$p' "$BARE_LOG"
 }
 

@@ -350,6 +350,19 @@ class StagesTest(ScriptTest):
             'stage "early" early first', 'stage "the first" one a', 'stage "the second" two a')
         self.assertIn("\n3 passed, 0 failed, 0 skipped\n", self.run_script(0, "test.sh"))
 
+    def test_what_the_first_lane_says_is_seen_as_it_goes(self):
+        # The stage ends only when what it says has been read.
+        self.with_stages("one() { echo Installing; until [ -e read ]; do sleep 0.1; done; }",
+                         'stage "the first" one first')
+        running = subprocess.Popen([self.sources / "test.sh"], env={**os.environ, **self.environment},
+                                   stdout=subprocess.PIPE, text=True, start_new_session=True)
+        try:
+            self.assertIn("Installing\n", iter(running.stdout.readline, ""))
+            (self.sources / "read").touch()
+            self.assertIn("\n1 passed, 0 failed, 0 skipped\n", running.communicate(timeout=20)[0])
+        finally:
+            running.kill()
+
     def test_what_a_stage_says_stands_together_and_a_failure_stops_nothing(self):
         self.with_stages(
             "one() { echo one begins; sleep 1; echo one ends >&2; return 1; }", "two() { echo two; return 77; }",
