@@ -59,7 +59,9 @@ void spread(std::vector<Track>& tracks, int spare) {
             last = &track;
         }
     }
-    last->size += left;
+    if (last != nullptr) {
+        last->size += left;
+    }
 }
 
 /// The number of columns that the children stand in: a row has one for each, a column only one.
