@@ -332,6 +332,11 @@ class Program:
             return Atspi.Text.get_text(node, 0, Atspi.Text.get_character_count(node))
         return node.get_name()
 
+    def texts_within(self, name):
+        """The texts of all boxes of a window."""
+        return [Atspi.Text.get_text(node, 0, Atspi.Text.get_character_count(node))
+                for node in self._walk(self.find(name)) if node.get_role_name() == "text"]
+
     def name(self, name):
         return self.find(name).get_name()
 

@@ -19,8 +19,10 @@ class FileDialogTest(ProgramTest):
         program.press("cmdImport")
         program.answer("No")  # not this program's own records
 
-        # One of the desktop's would show itself, and nothing of this one.
         wait_for("the dialog", lambda: program.is_showing("fileDialog"))
+        # While the desktop shows one of its own, this one counts as shown too, but no key reaches it.
+        program.key("x", "y", "z")
+        wait_for("what is typed", lambda: "xyz" in program.texts_within("fileDialog"))
 
 
 if __name__ == "__main__":
