@@ -44,6 +44,8 @@ public:
     FileResult FileCopy(const std::string&, const std::string&) override { return std::nullopt; }
     FileResult Name(const std::string&, const std::string&) override { return std::nullopt; }
     FileResult Kill(const std::string&) override { return std::nullopt; }
+    Holding hold(const std::string&) override { return {}; }
+    Holding holdOrMake(const std::string&, std::size_t, const std::string&) override { return {}; }
 
 private:
     const std::string& bytes_;
@@ -82,6 +84,8 @@ public:
     FileResult FileCopy(const std::string&, const std::string&) override { return std::nullopt; }
     FileResult Name(const std::string&, const std::string&) override { return std::nullopt; }
     FileResult Kill(const std::string&) override { return std::nullopt; }
+    Holding hold(const std::string&) override { return {}; }
+    Holding holdOrMake(const std::string&, std::size_t, const std::string&) override { return {}; }
 };
 
 std::string valueOf(ProfileEngine& engine, const std::string& section, const std::string& key,

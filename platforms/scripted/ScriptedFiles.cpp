@@ -1,5 +1,7 @@
 #include "scripted/ScriptedFiles.h"
 
+#include <algorithm>
+#include <memory>
 #include <utility>
 
 namespace tarvik {
@@ -220,6 +222,7 @@ FileResult ScriptedFiles::Name(const std::string& path, const std::string& newPa
 }
 
 FileResult ScriptedFiles::Kill(const std::string& path) {
+    tell("Kill", path);
     if (killFailure) {
         return killFailure;
     }
@@ -230,6 +233,123 @@ FileResult ScriptedFiles::Kill(const std::string& path) {
     deletedWasPrivate_ = isPrivate(path);
     nodes_.erase(path);
     return std::nullopt;
+}
+
+int ScriptedFiles::held() const {
+    return static_cast<int>(std::count_if(nodes_.begin(), nodes_.end(),
+                                          [](const auto& each) { return each.second.held; }));
+}
+
+/// A file of the map, for as long as nobody takes it away from under its holder.
+class ScriptedFiles::Held : public HeldFile {
+public:
+    Held(ScriptedFiles& files, std::string path) : files_(files), path_(std::move(path)) {
+        files_.nodes_.at(path_).held = true;
+    }
+    ~Held() override {
+        if (Node* const mine = node()) {
+            mine->held = false;
+        }
+    }
+    Held(const Held&) = delete;
+    Held& operator=(const Held&) = delete;
+
+    FileResult read(std::string& bytes) override {
+        Node* const mine = node();
+        if (mine == nullptr || mine->unreadable) {
+            return ErrorNumber::PathFileAccess;
+        }
+        bytes = mine->bytes;
+        return std::nullopt;
+    }
+    FileResult write(std::size_t offset, std::string_view bytes) override {
+        files_.tell("write", path_);
+        Node* const mine = node();
+        if (mine == nullptr || files_.holdFailure) {
+            return files_.holdFailure.value_or(ErrorNumber::FileNotFound);
+        }
+        ++files_.writesInPlace;
+        mine->bytes.resize(std::max(mine->bytes.size(), offset + bytes.size()));
+        mine->bytes.replace(offset, bytes.size(), bytes);
+        mine->unflushed = true;
+        mine->version = ++files_.version_;
+        files_.tell("written", path_);
+        return std::nullopt;
+    }
+    FileResult flush() override {
+        files_.tell("flush", path_);
+        Node* const mine = node();
+        if (mine == nullptr || files_.holdFailure) {
+            return files_.holdFailure.value_or(ErrorNumber::PathFileAccess);
+        }
+        ++files_.flushes;
+        mine->flushed = mine->bytes;
+        mine->unflushed = false;
+        files_.tell("flushed", path_);
+        return std::nullopt;
+    }
+    FileResult remove() override {
+        files_.tell("remove", path_);
+        if (node() == nullptr || files_.killFailure) {
+            return files_.killFailure.value_or(ErrorNumber::FileNotFound);
+        }
+        files_.nodes_.erase(path_);
+        files_.tell("removed", path_);
+        return std::nullopt;
+    }
+
+private:
+    Node* node() {
+        const auto found = files_.nodes_.find(path_);
+        return found == files_.nodes_.end() ? nullptr : &found->second;
+    }
+
+    ScriptedFiles& files_;
+    std::string path_;
+};
+
+Holding ScriptedFiles::hold(const std::string& path) {
+    using Outcome = Holding::Outcome;
+    tell("hold", path);
+    if (!exists(path)) {
+        return {};
+    }
+    Node& node = nodes_.at(path);
+    if (node.kind != FileKind::File) {
+        return {.outcome = Outcome::Refused, .file = nullptr};
+    }
+    if (node.held || heldElsewhere) {
+        return {.outcome = Outcome::Busy, .file = nullptr};
+    }
+    if (node.readOnly || holdFailure) {
+        return {.outcome = Outcome::Failed, .file = nullptr};
+    }
+    node.flushed = node.unflushed ? node.flushed : node.bytes;
+    return {.outcome = Outcome::Held, .file = std::make_unique<Held>(*this, path)};
+}
+
+Holding ScriptedFiles::holdOrMake(const std::string& path, std::size_t size,
+                                  const std::string& like) {
+    Holding found = hold(path);
+    if (found.outcome != Holding::Outcome::Absent) {
+        return found;
+    }
+    if (holdFailure) {
+        return {.outcome = Holding::Outcome::Failed, .file = nullptr};
+    }
+    setFile(path, std::string(size, '\0'));
+    nodes_.at(path).isPrivate = isPrivate(like);
+    return hold(path);
+}
+
+void ScriptedFiles::cutPower(std::size_t kept) {
+    for (auto& [path, node] : nodes_) {
+        if (node.unflushed) {
+            node.flushed.resize(node.bytes.size());
+            node.bytes = node.bytes.substr(0, kept) + node.flushed.substr(kept);
+            node.unflushed = false;
+        }
+    }
 }
 
 } // namespace tarvik

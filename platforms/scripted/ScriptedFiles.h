@@ -2,6 +2,7 @@
 
 #include "ports/Files.h"
 
+#include <cstddef>
 #include <functional>
 #include <map>
 #include <set>
@@ -38,6 +39,8 @@ public:
     std::set<std::string> missingFolders;
     /// The folder that is made when something is first written there.
     std::string home;
+    /// How many files somebody holds.
+    int held() const;
 
     /// What other programs do: asked with a port operation's name and its path before the
     /// operation, and with "LastLook" before what a replacement asks last, if it asks anything.
@@ -51,6 +54,18 @@ public:
     FileResult readFailure;
     /// Every deletion fails with this, until it is nothing again.
     FileResult killFailure;
+    /// Every wish to hold a file, every write in place and every flush ends so, until it is nothing
+    /// again.
+    FileResult holdFailure;
+    /// Another process holds every file.
+    bool heldElsewhere = false;
+
+    /// Takes away what was written in place and never flushed. Of each file `kept` tells how many
+    /// bytes of it, from its beginning, reached the disk all the same.
+    void cutPower(std::size_t kept = 0);
+
+    int writesInPlace = 0;
+    int flushes = 0;
 
     int reads = 0;
     int replacements = 0;
@@ -63,8 +78,11 @@ public:
     FileResult FileCopy(const std::string& source, const std::string& target) override;
     FileResult Name(const std::string& path, const std::string& newPath) override;
     FileResult Kill(const std::string& path) override;
+    Holding hold(const std::string& path) override;
+    Holding holdOrMake(const std::string& path, std::size_t size, const std::string& like) override;
 
 private:
+    class Held;
     FileKind kindOf(const std::string& path) const;
     bool isMissing(const std::string& folder) const { return missingFolders.contains(folder); }
     ErrorNumber absence(const std::string& path) const;
@@ -82,6 +100,9 @@ private:
         bool isPrivate = false;
         bool isNew = false;     ///< not in its place yet
         bool isWritten = false; ///< a program is at it
+        bool held = false;
+        std::string flushed; ///< of a file that was held: what a power cut leaves
+        bool unflushed = false;
     };
 
     std::map<std::string, Node> nodes_;

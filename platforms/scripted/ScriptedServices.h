@@ -25,11 +25,18 @@ public:
     /// Seconds that pass at each reading, after it.
     int secondsPerReading = 0;
 
+    /// What nobody sets: goes on with `advanceSeconds` alone.
+    std::uint64_t steady = 1'000'000;
+
     void set(const CivilTime& civil) { now = Date::fromCivil(civil); }
-    void advanceSeconds(double seconds) { now = Date(now.serial() + seconds / 86400.0); }
+    void advanceSeconds(double seconds) {
+        now = Date(now.serial() + seconds / 86400.0);
+        steady += seconds > 0 ? static_cast<std::uint64_t>(seconds * 1000) : 0;
+    }
 
     Date currentDate() override { return read().dateOnly(); }
     Date currentTime() override { return read().timeOnly(); }
+    std::uint64_t steadyMilliseconds() override { return steady; }
 
 private:
     Date read() {

@@ -2,9 +2,11 @@
 
 #include "types/Date.h"
 
+#include <cstdint>
+
 namespace tarvik {
 
-/// The user's wall clock. Each call reads it anew.
+/// The user's wall clock, and one that nobody sets. Each call reads it anew.
 class Clock {
 public:
     virtual ~Clock() = default;
@@ -14,6 +16,10 @@ public:
 
     /// The local time of day alone.
     virtual Date currentTime() = 0;
+
+    /// Milliseconds since some moment before the program's start. Never falls; may stand still
+    /// while the machine sleeps.
+    virtual std::uint64_t steadyMilliseconds() = 0;
 };
 
 } // namespace tarvik

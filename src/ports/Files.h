@@ -1,7 +1,9 @@
 #pragma once
 
+#include "ports/HeldFile.h"
 #include "types/RunTimeError.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -70,6 +72,15 @@ public:
 
     /// Deletes a file.
     virtual FileResult Kill(const std::string& path) = 0;
+
+    /// Takes an ordinary file of the user's own that is there, for this process alone.
+    virtual Holding hold(const std::string& path) = 0;
+
+    /// The same, and makes one of `size` zeros, flushed to the disk, if there is none. Whoever may
+    /// read and write the file `like` may do so with the new one; where there is no such file, it
+    /// is as any new one.
+    virtual Holding holdOrMake(const std::string& path, std::size_t size,
+                               const std::string& like) = 0;
 };
 
 } // namespace tarvik

@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <memory>
+#include <utility>
 
 namespace tarvik::faults {
 
@@ -35,6 +37,38 @@ void makeFolder(const std::string& path, const Folder& files) {
 
 bool isTemporary(const std::string& name) {
     return (name.starts_with(".tarvik-") || name.starts_with("~tarvik")) && name.ends_with(".tmp");
+}
+
+/// A file that is held, and tells of what is done with it.
+class TellingFiles::Held : public HeldFile {
+public:
+    Held(TellingFiles& files, std::unique_ptr<HeldFile> real)
+        : files_(files), real_(std::move(real)) {}
+
+    FileResult read(std::string& bytes) override { return real_->read(bytes); }
+    FileResult write(std::size_t offset, std::string_view bytes) override {
+        files_.heldChanges("write", bytes);
+        const FileResult result = real_->write(offset, bytes);
+        files_.heldChanges(result ? "write failed" : "written", bytes);
+        return result;
+    }
+    FileResult flush() override {
+        const FileResult result = real_->flush();
+        files_.heldChanges(result ? "flush failed" : "flushed", {});
+        return result;
+    }
+    FileResult remove() override { return real_->remove(); }
+
+private:
+    TellingFiles& files_;
+    std::unique_ptr<HeldFile> real_;
+};
+
+Holding TellingFiles::telling(Holding held) {
+    if (held.file) {
+        held.file = std::make_unique<Held>(*this, std::move(held.file));
+    }
+    return held;
 }
 
 Session::Session(Files& real, const std::string& folder, char separator)

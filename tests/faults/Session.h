@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tarvik::faults {
@@ -26,6 +27,9 @@ class TellingFiles : public Files {
 public:
     explicit TellingFiles(Files& real) : real_(real) {}
     std::function<void()> changed = [] {};
+    /// What becomes of a file that is held: `write` and `flush`, before and afterwards.
+    std::function<void(const std::string& step, std::string_view bytes)> heldChanges =
+        [](const std::string&, std::string_view) {};
 
     FileKind Dir(const std::string& path) override { return real_.Dir(path); }
     std::optional<FileStamp> stamp(const std::string& path) override { return real_.stamp(path); }
@@ -43,8 +47,15 @@ public:
         return told(real_.Name(path, newPath));
     }
     FileResult Kill(const std::string& path) override { return told(real_.Kill(path)); }
+    Holding hold(const std::string& path) override { return telling(real_.hold(path)); }
+    Holding holdOrMake(const std::string& path, std::size_t size,
+                       const std::string& like) override {
+        return telling(real_.holdOrMake(path, size, like));
+    }
 
 private:
+    class Held;
+    Holding telling(Holding held);
     FileResult told(FileResult result) {
         changed();
         return result;

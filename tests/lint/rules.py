@@ -11,6 +11,7 @@ FLOORS = [
     ["startup"],
     ["history", "monitor"],
     ["settings"],
+    ["journal"],
     ["ui"],
     ["forms", "dialogs", "connection"],
     ["controls", "state"],

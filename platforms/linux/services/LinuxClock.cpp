@@ -1,6 +1,7 @@
 #include "linux/services/LinuxClock.h"
 
 #include <algorithm>
+#include <chrono>
 #include <ctime>
 
 namespace tarvik {
@@ -28,6 +29,12 @@ Date LinuxClock::currentDate() {
 
 Date LinuxClock::currentTime() {
     return now().timeOnly();
+}
+
+std::uint64_t LinuxClock::steadyMilliseconds() {
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return static_cast<std::uint64_t>(
+        std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
 }
 
 } // namespace tarvik

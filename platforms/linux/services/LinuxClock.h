@@ -9,6 +9,7 @@ class LinuxClock : public Clock {
 public:
     Date currentDate() override;
     Date currentTime() override;
+    std::uint64_t steadyMilliseconds() override;
 };
 
 } // namespace tarvik

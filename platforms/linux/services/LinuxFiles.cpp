@@ -2,6 +2,7 @@
 
 #include "linux/services/FileDescriptor.h"
 #include "linux/services/FileReplacement.h"
+#include "linux/services/LinuxHeldFile.h"
 #include "linux/services/OwnLinks.h"
 
 #include <cerrno>
@@ -209,6 +210,21 @@ FileResult LinuxFiles::Kill(const std::string& path) {
     deletedInfo_ = info;
     flushFolder(folderOf(path));
     return std::nullopt;
+}
+
+Holding LinuxFiles::hold(const std::string& path) {
+    return holdFile(path);
+}
+
+Holding LinuxFiles::holdOrMake(const std::string& path, std::size_t size, const std::string& like) {
+    Holding found = holdFile(path);
+    if (found.outcome != Holding::Outcome::Absent) {
+        return found;
+    }
+    if (!home_.empty() && folderOf(path) == home_) {
+        makeFolders(home_);
+    }
+    return makeHeldFile(path, size, like);
 }
 
 } // namespace tarvik

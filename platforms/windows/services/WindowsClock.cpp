@@ -27,4 +27,8 @@ Date WindowsClock::currentTime() {
     return now().timeOnly();
 }
 
+std::uint64_t WindowsClock::steadyMilliseconds() {
+    return GetTickCount64();
+}
+
 } // namespace tarvik

@@ -2,6 +2,7 @@
 
 #include "windows/services/FileHandle.h"
 #include "windows/services/FileReplacement.h"
+#include "windows/services/WindowsHeldFile.h"
 
 namespace tarvik {
 
@@ -182,6 +183,22 @@ FileResult WindowsFiles::Kill(const std::string& path) {
     deleted_ = path;
     deletedRights_ = rights;
     return std::nullopt;
+}
+
+Holding WindowsFiles::hold(const std::string& path) {
+    return holdFile(path);
+}
+
+Holding WindowsFiles::holdOrMake(const std::string& path, std::size_t size,
+                                 const std::string& like) {
+    Holding found = holdFile(path);
+    if (found.outcome != Holding::Outcome::Absent) {
+        return found;
+    }
+    if (!home_.empty() && folderPart(path) == home_ + "\\") {
+        CreateDirectoryA(home_.c_str(), nullptr);
+    }
+    return makeHeldFile(path, size, like);
 }
 
 } // namespace tarvik

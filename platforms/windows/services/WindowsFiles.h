@@ -25,6 +25,8 @@ public:
     FileResult FileCopy(const std::string& source, const std::string& target) override;
     FileResult Name(const std::string& path, const std::string& newPath) override;
     FileResult Kill(const std::string& path) override;
+    Holding hold(const std::string& path) override;
+    Holding holdOrMake(const std::string& path, std::size_t size, const std::string& like) override;
 
 private:
     FileResult putWith(const std::string& path, const std::vector<std::string_view>& pieces,

@@ -112,6 +112,11 @@ public:
         return files_.erase(path) == 1 ? std::nullopt : FileResult(ErrorNumber::FileNotFound);
     }
 
+    Holding hold(const std::string&) override { return {}; }
+    Holding holdOrMake(const std::string&, std::size_t, const std::string&) override {
+        return {.outcome = Holding::Outcome::Failed, .file = nullptr};
+    }
+
 private:
     struct Entry {
         FileKind kind = FileKind::File;

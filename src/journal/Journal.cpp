@@ -1,0 +1,175 @@
+#include "journal/Journal.h"
+
+#include "ports/Clock.h"
+#include "ports/Files.h"
+#include "ports/Platform.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace tarvik {
+
+namespace {
+
+using Outcome = Holding::Outcome;
+
+constexpr std::size_t fileSize = journalPlaces * journalPlace;
+
+bool hasPassed(std::uint64_t since, std::uint64_t now, std::uint64_t interval) {
+    return since == 0 || now - since >= interval;
+}
+
+} // namespace
+
+Journal& journal() {
+    return JournalScope::get("no journal is in place");
+}
+
+JournalFinding Journal::take(const std::string& path, const std::string& iniFile) {
+    JournalFinding finding;
+    *this = Journal();
+    path_ = path;
+    iniFile_ = iniFile;
+    Holding held = platform().files.hold(path);
+    file_ = std::move(held.file);
+    std::string bytes;
+    if (held.outcome == Outcome::Busy) {
+        finding.kind = JournalFinding::Kind::Busy;
+    } else if (held.outcome == Outcome::Refused) {
+        finding.kind = JournalFinding::Kind::Refused;
+    } else if (file_ && file_->read(bytes)) {
+        finding.kind = JournalFinding::Kind::Unread;
+    } else if (file_) {
+        look(bytes, finding);
+    }
+    inUse_ = finding.kind == JournalFinding::Kind::Nothing ||
+             finding.kind == JournalFinding::Kind::Entry;
+    if (!inUse_) {
+        file_.reset();
+    }
+    return finding;
+}
+
+/// The newest whole entry counts. What is neither that nor the beginning of a journal is left
+/// alone.
+void Journal::look(const std::string& bytes, JournalFinding& finding) {
+    using Place = JournalPlace::Kind;
+    bool foreign = bytes.size() > fileSize;
+    std::uint64_t before = 0;
+    for (std::size_t i = 0; i < journalPlaces; ++i) {
+        const std::size_t begin = std::min(i * journalPlace, bytes.size());
+        JournalPlace found = readPlace(std::string_view(bytes).substr(begin, journalPlace));
+        foreign = foreign || found.kind == Place::Foreign;
+        if (found.kind == Place::OtherVersion) {
+            finding.kind = JournalFinding::Kind::OtherVersion;
+            return;
+        }
+        if (found.kind == Place::Whole && (lastPlace_ == nowhere || found.number > number_)) {
+            before = std::exchange(number_, found.number);
+            flushedPlace_ = std::exchange(lastPlace_, i);
+            finding.entry = std::move(found.entry);
+        } else if (found.kind == Place::Whole && found.number > before) {
+            before = found.number;
+            flushedPlace_ = i;
+        }
+    }
+    if (lastPlace_ == nowhere) {
+        finding.kind = foreign ? JournalFinding::Kind::Refused : JournalFinding::Kind::Nothing;
+        return;
+    }
+    finding.kind = JournalFinding::Kind::Entry;
+    written_ = bodyOf(finding.entry);
+    // It may be that nobody has flushed it; else the one before it is taken care of.
+    if (!file_->flush()) {
+        flushedPlace_ = lastPlace_;
+    }
+}
+
+bool Journal::isDue() const {
+    return hasPassed(lookedAt_, platform().clock.steadyMilliseconds(), betweenWrites);
+}
+
+/// False when the file cannot be made. Where another copy of the program has made one meanwhile,
+/// that is left alone, and this copy works without.
+bool Journal::make() {
+    if (file_) {
+        return true;
+    }
+    Holding held = platform().files.holdOrMake(path_, fileSize, iniFile_);
+    std::string bytes;
+    if (held.outcome == Outcome::Busy || (held.file && !held.file->read(bytes) &&
+                                          bytes.find_first_not_of('\0') != std::string::npos)) {
+        leave();
+        return true;
+    }
+    file_ = std::move(held.file);
+    number_ = 0;
+    lastPlace_ = flushedPlace_ = nowhere;
+    return file_ != nullptr;
+}
+
+bool Journal::keep(const JournalEntry& entry, bool atOnce) {
+    const std::uint64_t now = platform().clock.steadyMilliseconds();
+    const std::string body = bodyOf(entry);
+    lookedAt_ = now;
+    if (body != written_) {
+        if (!make()) {
+            return false;
+        }
+        if (!inUse_) {
+            return true;
+        }
+        if (!put(body, entry.moment)) {
+            return false;
+        }
+    }
+    const bool due = atOnce || hasPassed(flushedAt_, now, betweenFlushes);
+    return lastPlace_ == flushedPlace_ || !due || flush(now);
+}
+
+std::size_t Journal::nextPlace() const {
+    std::size_t next = 0;
+    while (next == lastPlace_ || next == flushedPlace_) {
+        ++next;
+    }
+    return next;
+}
+
+bool Journal::put(const std::string& body, Date moment) {
+    const std::size_t place = nextPlace();
+    const FileResult failure =
+        file_->write(place * journalPlace, placeOf(body, moment, number_ + 1));
+    if (failure == ErrorNumber::FileNotFound) {
+        file_.reset(); // somebody has deleted it: it is made anew
+    }
+    if (failure) {
+        return false;
+    }
+    ++number_;
+    lastPlace_ = place;
+    written_ = body;
+    return true;
+}
+
+bool Journal::flush(std::uint64_t now) {
+    flushedAt_ = now;
+    if (file_->flush()) {
+        return false;
+    }
+    flushedPlace_ = lastPlace_;
+    return true;
+}
+
+bool Journal::end() {
+    const bool gone = !file_ || !file_->remove();
+    leave();
+    return gone;
+}
+
+void Journal::leave() {
+    file_.reset();
+    inUse_ = false;
+}
+
+} // namespace tarvik

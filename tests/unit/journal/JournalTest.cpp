@@ -1,0 +1,315 @@
+#include "journal/Journal.h"
+#include "scripted/ScriptedPlatform.h"
+
+#include <gtest/gtest.h>
+
+namespace tarvik {
+namespace {
+
+using FoundKind = JournalFinding::Kind;
+
+class JournalTest : public testing::Test {
+protected:
+    static constexpr const char* path = "C:\\Prog\\Tarvik.journal";
+    static constexpr const char* ini = "C:\\Prog\\Tarvik.ini";
+
+    ScriptedPlatform machine;
+    PlatformScope scope{machine.platform};
+
+    static JournalEntry entryOf(std::int32_t received) {
+        JournalEntry entry;
+        entry.moment = Date::fromCivil({2026, 11, 16});
+        entry.totals.rcvd = received;
+        return entry;
+    }
+
+    /// What the next start finds, as bytes received; -1 for no entry.
+    std::int64_t found() {
+        Journal next;
+        const JournalFinding finding = next.take(path, ini);
+        return finding.kind == FoundKind::Entry ? finding.entry.totals.rcvd.integralPart() : -1;
+    }
+};
+
+TEST_F(JournalTest, withoutAFileNothingIsFoundAndNoneIsMade) {
+    Journal journal;
+
+    EXPECT_EQ(journal.take(path, ini).kind, FoundKind::Nothing);
+
+    EXPECT_TRUE(journal.inUse());
+    EXPECT_FALSE(machine.files.exists(path));
+}
+
+TEST_F(JournalTest, theFirstEntryMakesTheFile) {
+    Journal journal;
+    journal.take(path, ini);
+
+    EXPECT_TRUE(journal.keep(entryOf(5), false));
+
+    EXPECT_EQ(machine.files.file(path).size(), journalPlaces * journalPlace);
+    journal.leave();
+    EXPECT_EQ(found(), 5);
+}
+
+TEST_F(JournalTest, whatAStartShowsAnywayMakesNoFile) {
+    Journal journal;
+    journal.take(path, ini);
+    journal.needNot(entryOf(5));
+
+    journal.keep(entryOf(5), true);
+
+    EXPECT_FALSE(machine.files.exists(path));
+}
+
+TEST_F(JournalTest, theSameIsNotWrittenTwice) {
+    Journal journal;
+    journal.take(path, ini);
+    journal.keep(entryOf(5), true);
+    const int writes = machine.files.writesInPlace;
+    const int flushes = machine.files.flushes;
+
+    for (int i = 0; i < 100; ++i) {
+        machine.clock.advanceSeconds(10);
+        journal.keep(entryOf(5), false);
+    }
+
+    EXPECT_EQ(machine.files.writesInPlace, writes);
+    EXPECT_EQ(machine.files.flushes, flushes);
+}
+
+TEST_F(JournalTest, itIsFlushedEveryHalfMinuteAtMost) {
+    Journal journal;
+    journal.take(path, ini);
+    for (int second = 0; second < 300; second += 5) {
+        journal.keep(entryOf(second), false);
+        machine.clock.advanceSeconds(5);
+    }
+
+    EXPECT_EQ(machine.files.writesInPlace, 60);
+    EXPECT_EQ(machine.files.flushes, 10);
+}
+
+TEST_F(JournalTest, whatWasWrittenLastIsFlushedWhenItsTimeHasCome) {
+    Journal journal;
+    journal.take(path, ini);
+    journal.keep(entryOf(1), true);
+    machine.clock.advanceSeconds(5);
+    journal.keep(entryOf(2), false);
+    EXPECT_EQ(machine.files.flushes, 1);
+
+    machine.clock.advanceSeconds(25);
+    journal.keep(entryOf(2), false);
+
+    EXPECT_EQ(machine.files.flushes, 2);
+}
+
+TEST_F(JournalTest, itIsDueAfterFiveSeconds) {
+    Journal journal;
+    journal.take(path, ini);
+    EXPECT_TRUE(journal.isDue());
+    journal.keep(entryOf(1), false);
+
+    machine.clock.advanceSeconds(4.9);
+    EXPECT_FALSE(journal.isDue());
+    machine.clock.advanceSeconds(0.2);
+    EXPECT_TRUE(journal.isDue());
+}
+
+/// However many writes came since the last flush, what was flushed is still there.
+TEST_F(JournalTest, aPowerCutLeavesWhatWasFlushedLast) {
+    for (int unflushed = 0; unflushed < 5; ++unflushed) {
+        for (const std::size_t kept : {std::size_t{0}, std::size_t{10}, std::size_t{200},
+                                       journalPlace, journalPlace + 10, journalPlace + 100}) {
+            Journal journal;
+            journal.take(path, ini);
+            journal.keep(entryOf(1), true);
+            journal.keep(entryOf(2), true);
+            for (int i = 0; i < unflushed; ++i) {
+                journal.keep(entryOf(3 + i), false);
+            }
+            journal.leave();
+
+            machine.files.cutPower(kept);
+
+            const std::int64_t shown = found();
+            EXPECT_GE(shown, 2) << unflushed << " " << kept;
+            machine.files.remove(path);
+        }
+    }
+}
+
+TEST_F(JournalTest, aKillLeavesWhatWasWrittenLast) {
+    for (int writes = 1; writes < 9; ++writes) {
+        Journal journal;
+        journal.take(path, ini);
+        for (int i = 1; i <= writes; ++i) {
+            journal.keep(entryOf(i), i % 3 == 0);
+        }
+        journal.leave();
+
+        EXPECT_EQ(found(), writes);
+        machine.files.remove(path);
+    }
+}
+
+/// Nothing of what a write has begun is of use to anybody, wherever it goes.
+TEST_F(JournalTest, aWriteThatIsCutOffLeavesTheOneBefore) {
+    for (int writes = 1; writes < 12; ++writes) {
+        Journal journal;
+        journal.take(path, ini);
+        for (int i = 1; i <= writes; ++i) {
+            journal.keep(entryOf(i), i % 4 == 1);
+        }
+        const std::string before = machine.files.file(path);
+        journal.keep(entryOf(writes + 1), false);
+        std::string torn = machine.files.file(path);
+        journal.leave();
+        for (std::size_t i = 0, changed = 0; i < torn.size(); ++i) {
+            // The second half of what has changed is as it was.
+            changed += torn[i] != before[i] ? 1U : 0U;
+            torn[i] = changed > 10 ? before[i] : torn[i];
+        }
+        machine.files.setFile(path, torn);
+
+        EXPECT_EQ(found(), writes);
+        machine.files.remove(path);
+    }
+}
+
+TEST_F(JournalTest, theNextRunGoesOnWhereTheLastStopped) {
+    std::int32_t last = 0;
+    for (int run = 0; run < 6; ++run) {
+        Journal journal;
+        EXPECT_EQ(journal.take(path, ini).entry.totals.rcvd, Currency(last));
+        for (int i = 0; i < run; ++i) {
+            journal.keep(entryOf(++last), i % 2 == 0);
+        }
+    }
+    EXPECT_EQ(found(), last);
+}
+
+TEST_F(JournalTest, whatTheLastRunDidNotFlushIsFlushedBeforeItIsReliedOn) {
+    Journal last;
+    last.take(path, ini);
+    last.keep(entryOf(1), true);
+    last.keep(entryOf(2), false);
+    last.leave();
+    Journal next;
+    next.take(path, ini);
+    next.leave();
+
+    machine.files.cutPower();
+
+    EXPECT_EQ(found(), 2);
+}
+
+TEST_F(JournalTest, anotherCopyThatHasItIsNotDisturbed) {
+    Journal first;
+    first.take(path, ini);
+    first.keep(entryOf(1), true);
+    const std::string before = machine.files.file(path);
+
+    Journal second;
+    EXPECT_EQ(second.take(path, ini).kind, FoundKind::Busy);
+
+    EXPECT_FALSE(second.inUse());
+    EXPECT_EQ(machine.files.file(path), before);
+}
+
+TEST_F(JournalTest, aFileThatAnotherCopyHasMadeMeanwhileIsLeftToIt) {
+    Journal second;
+    second.take(path, ini);
+    Journal first;
+    first.take(path, ini);
+    first.keep(entryOf(1), true);
+    const std::string before = machine.files.file(path);
+
+    EXPECT_TRUE(second.keep(entryOf(2), true));
+
+    EXPECT_FALSE(second.inUse());
+    EXPECT_EQ(machine.files.file(path), before);
+    first.leave();
+    Journal third;
+    third.take(path, ini);
+    third.leave();
+    EXPECT_EQ(machine.files.file(path), before);
+}
+
+TEST_F(JournalTest, whatIsNoJournalIsLeftAlone) {
+    machine.files.setFile(path, "no journal at all");
+    Journal journal;
+
+    EXPECT_EQ(journal.take(path, ini).kind, FoundKind::Refused);
+
+    EXPECT_FALSE(journal.inUse());
+    EXPECT_EQ(machine.files.file(path), "no journal at all");
+}
+
+TEST_F(JournalTest, aDirectoryOfItsNameIsLeftAlone) {
+    machine.files.setKind(path, FileKind::Directory);
+    Journal journal;
+
+    EXPECT_EQ(journal.take(path, ini).kind, FoundKind::Refused);
+
+    EXPECT_FALSE(journal.inUse());
+}
+
+TEST_F(JournalTest, whatCannotBeWrittenIsTold) {
+    Journal journal;
+    journal.take(path, ini);
+    machine.files.holdFailure = ErrorNumber::DiskFull;
+    EXPECT_FALSE(journal.keep(entryOf(1), false));
+
+    machine.files.holdFailure.reset();
+    EXPECT_TRUE(journal.keep(entryOf(1), false));
+
+    journal.leave();
+    EXPECT_EQ(found(), 1);
+}
+
+TEST_F(JournalTest, aFileThatWasDeletedIsMadeAnew) {
+    Journal journal;
+    journal.take(path, ini);
+    journal.keep(entryOf(1), true);
+    machine.files.remove(path);
+
+    journal.keep(entryOf(2), false);
+    journal.keep(entryOf(2), false);
+
+    journal.leave();
+    EXPECT_EQ(found(), 2);
+}
+
+TEST_F(JournalTest, theEndDeletesIt) {
+    Journal journal;
+    journal.take(path, ini);
+    journal.keep(entryOf(1), true);
+
+    EXPECT_TRUE(journal.end());
+
+    EXPECT_FALSE(journal.inUse());
+    EXPECT_FALSE(machine.files.exists(path));
+}
+
+TEST_F(JournalTest, whatAPowerCutLeftOfTheFirstEntryIsTakenOver) {
+    for (const std::size_t kept : {std::size_t{0}, std::size_t{3}, std::size_t{100}}) {
+        machine.files.setFile(path, std::string(journalPlaces * journalPlace, '\0'));
+        Journal journal;
+        journal.take(path, ini);
+        journal.keep(entryOf(1), false);
+        journal.leave();
+        std::string bytes = machine.files.file(path);
+        bytes.replace(kept, 400, std::string(400, '\0'));
+        machine.files.setFile(path, bytes);
+
+        Journal next;
+        EXPECT_EQ(next.take(path, ini).kind, FoundKind::Nothing) << kept;
+
+        EXPECT_TRUE(next.keep(entryOf(2), true));
+        next.leave();
+        EXPECT_EQ(found(), 2);
+    }
+}
+
+} // namespace
+} // namespace tarvik
