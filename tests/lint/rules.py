@@ -246,7 +246,7 @@ def check_trap_names(files):
 def check_accessors(files):
     """What is in use of platform, state and windows is asked for by procedures alone: what those
     are made of works for any."""
-    asks = re.compile(r"(?<!& )\b(state|forms|platform)\(\)")
+    asks = re.compile(r"(?<!\w& )\b(state|forms|platform)\(\)")
     for name, text in files.items():
         if name.startswith(("src/types/", "src/ports/", "src/controls/", "src/forms/")):
             for found in asks.finditer(without_comments(text)):
