@@ -4,7 +4,7 @@
 #
 #   test.sh             all stages but those that run only when they are named, in lanes side by side
 #   test.sh quick       what tells soon whether a change holds: lint, unit tests, scripted stories
-#   test.sh STAGE...    these, one after the other, in the order in which they stand at the end
+#   test.sh STAGE...    these, and the builds they need, one after the other, in the order of the list
 #   test.sh help        what they are called, as --list does
 set -uo pipefail
 exec </dev/null
@@ -95,9 +95,13 @@ run_lanes() {
     set +m
 }
 
-# run_named: those that are named, in the order in which they stand.
+# run_named: those that are named, in the order in which they stand, and before each what it waits for:
+# nothing is told of what was built before a change.
 run_named() {
     local command
+    for command in "${stages[@]}"; do
+        [[ $named != *" $command "* ]] || named+="${after_of[$command]:-} "
+    done
     for command in "${stages[@]}"; do
         [[ $named != *" $command "* ]] || run_in_view "$command"
     done
@@ -195,6 +199,10 @@ build_packaged() {
 build_fuzz() {
     needs "${packages_build[@]}" "${packages_fuzz[@]}" || return $cannot_run
     build fuzz fuzz_targets
+}
+
+packages_quick() {
+    install_missing "${packages_build[@]}" "${packages_library[@]}" "${packages_lint[@]}"
 }
 
 # What a change is checked with while it is made.
@@ -380,6 +388,7 @@ bare() {
     scripts/bare.sh ${TARVIK_BARE:-all}
 }
 
+only_named "packages for the quick tests" packages_quick
 stage "packages" packages first
 stage "32-bit Wine" wine first
 stage "lint" lint checks
@@ -387,10 +396,10 @@ stage "the scripts where something is closed, missing or silent" scripts_tests c
 stage "build, warnings are errors" build_debug builds
 stage "kill at every step" kill_at_every_step checks build_debug
 stage "user stories on the scripted and the real face" stories desktop build_debug
-stage "the built program from outside" system_tests desktop
-stage "the built program from outside, on Wayland" system_tests_wayland desktop
-stage "the program on a real NetworkManager" network_tests desktop
-stage "a session without a display" headless_session desktop
+stage "the built program from outside" system_tests desktop build_debug
+stage "the built program from outside, on Wayland" system_tests_wayland desktop build_debug
+stage "the program on a real NetworkManager" network_tests desktop build_debug
+stage "a session without a display" headless_session desktop build_debug
 stage "build for Windows, warnings are errors" build_windows builds
 stage "build with AddressSanitizer and UBSan" build_sanitized builds
 stage "build of the packages' programs" build_packaged builds
@@ -399,21 +408,21 @@ stage "build of the fuzz targets" build_fuzz builds
 stage "clang-tidy" tidy builds
 stage "clang-tidy on the code for Windows" tidy_windows builds
 stage "unit, face and soak tests under AddressSanitizer and UBSan" tests_sanitized checks build_sanitized
-stage "a random user on the scripted and the Linux face, sanitized" monkey checks
+stage "a random user on the scripted and the Linux face, sanitized" monkey checks build_sanitized
 stage "fuzz targets, a fixed number of runs" fuzz checks build_fuzz
 stage "unit tests on Windows" unit_windows wine build_windows
-stage "face and services on Windows" windows_tests wine
-stage "user stories on Windows" stories_windows wine
-stage "the built Windows programs from outside" programs_windows wine
-stage "the screenshots of the documents" document_screenshots wine build_debug
-stage "kill at every step on Windows" kill_on_windows wine
+stage "face and services on Windows" windows_tests wine build_windows
+stage "user stories on Windows" stories_windows wine build_windows
+stage "the built Windows programs from outside" programs_windows wine build_windows
+stage "the screenshots of the documents" document_screenshots wine build_debug build_windows
+stage "kill at every step on Windows" kill_on_windows wine build_windows
 stage "a random user on the Windows face, checked" monkey_windows wine build_windows_checked
 stage "the package for Debian and the archive for Windows" made_packages wine build_packaged
 only_named "unit tests and user stories on the scripted face" unit
 only_named "run.sh, test.sh and the package on a bare Debian 12" bare
 
 named=${*:+" $* "}
-named=${named/ quick / lint unit }
+named=${named/ quick / packages_quick lint unit }
 for word in $named; do
     case $word in
     help | --help | -h | --list) echo "The stages of test.sh:" && tell_stages && exit ;;

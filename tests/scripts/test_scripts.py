@@ -391,7 +391,17 @@ class StagesTest(ScriptTest):
         said = self.run_script(1, "test.sh", "quick")
         self.assertIn("\n== lint\n", said)
         self.assertIn("\n== unit tests and user stories on the scripted face\n", said)
-        self.assertIn("\n1 passed, 1 failed, 0 skipped\n", said)  # nothing is built by the stand-ins
+        self.assertIn("\n2 passed, 1 failed, 0 skipped\n", said)  # nothing is built by the stand-ins
+
+    def test_quick_installs_what_it_needs(self):
+        said = self.run_script(1, "test.sh", "quick", USER_NUMBER="0", NOT_INSTALLED="clang-format")
+        self.assertIn("Installing, which can take minutes: clang-format\n", said)
+
+    def test_a_stage_that_is_named_brings_its_build(self):
+        self.with_stages("one() { touch built; }", "two() { [ -e built ]; }",
+                         'stage "the build" one a', 'stage "the test" two b one', 'stage "another" three b')
+        said = self.run_script(0, "test.sh", "two")
+        self.assertIn("\n2 passed, 0 failed, 0 skipped\n", said)
 
     def test_each_stage_waits_for_stages_that_there_are(self):
         own = (ROOT / "test.sh").read_text()
