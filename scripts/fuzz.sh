@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
-# Builds the fuzz targets and runs them: fuzz.sh [seconds for each, 180 unless told [target ...]]. What
-# is found stays in build/fuzz/corpus for the next time; for an input that breaks something the
-# command that shows it again is printed. With FUZZ_RUNS set, instead, so many runs of each target
-# from the seeds alone, the same ones every time.
+# Builds the fuzz targets and runs them: fuzz.sh [seconds for each, 180 unless told [target ...]]. They
+# begin with what earlier searches found, tests/fuzz/corpus; what is found stays in build/fuzz/corpus for
+# the next time, and for an input that breaks something the command that shows it again is printed.
+# With FUZZ_RUNS set, instead, so many runs of each target from what is checked in, the same ones every
+# time. "fuzz.sh keep [target ...]" searches nothing: the fewest inputs that reach all that was reached
+# go into tests/fuzz/corpus.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 # shellcheck source=scripts/packages.sh
@@ -10,6 +12,7 @@ cd "$(dirname "$(readlink -f "$0")")/.."
 
 seconds=${1:-180}
 shift || true
+corpus=tests/fuzz/corpus
 install_missing "${packages_build[@]}" "${packages_fuzz[@]}"
 cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz --target fuzz_targets
@@ -38,14 +41,35 @@ fuzz() {
     fi
 }
 
+# found TARGET: what is checked in of it, as files in build/fuzz/found.
+found() {
+    rm -rf "build/fuzz/found/$1" && mkdir -p "build/fuzz/found/$1"
+    [ ! -e "$corpus/$1.tar.gz" ] || tar -xzf "$corpus/$1.tar.gz" -C "build/fuzz/found/$1"
+}
+
+# keep TARGET: puts what was found into the archive that is checked in, the same bytes for the same files.
+keep() {
+    local least=build/fuzz/least/$1
+    rm -rf "$least" && mkdir -p "$least" "build/fuzz/corpus/$1" "$corpus"
+    "build/fuzz/bin/fuzz_$1" "${limits[@]}" -set_cover_merge=1 "$least" "build/fuzz/corpus/$1" \
+        "build/fuzz/found/$1" "tests/fuzz/seeds/$1" >"build/fuzz/$1.log" 2>&1 || return
+    tar --sort=name --mtime=@0 --owner=0 --group=0 --numeric-owner -C "$least" -cf - . | gzip -n9 >"$corpus/$1.tar.gz"
+    summary+=("$(printf '%-10s %4d inputs, %d bytes' "$1" "$(find "$least" -type f | wc -l)" "$(wc -c <"$corpus/$1.tar.gz")")")
+}
+
 for target in "${chosen[@]}"; do
-    if [ -n "${FUZZ_RUNS:-}" ]; then
+    found "$target"
+    if [ "$seconds" = keep ]; then
+        keep "$target" || { status=1 && summary+=("$(printf '%-10s NOT KEPT: build/fuzz/%s.log' "$target" "$target")"); }
+    elif [ -n "${FUZZ_RUNS:-}" ]; then
         # What it finds new goes into the first folder.
         rm -rf "build/fuzz/fixed/$target" && mkdir -p "build/fuzz/fixed/$target"
-        fuzz "$target" -seed=1 "-runs=$FUZZ_RUNS" -reload=0 "build/fuzz/fixed/$target" "tests/fuzz/seeds/$target"
+        fuzz "$target" -seed=1 "-runs=$FUZZ_RUNS" -reload=0 "build/fuzz/fixed/$target" \
+            "tests/fuzz/seeds/$target" "build/fuzz/found/$target"
     else
         mkdir -p "build/fuzz/corpus/$target"
-        fuzz "$target" "-max_total_time=$seconds" "build/fuzz/corpus/$target" "tests/fuzz/seeds/$target"
+        fuzz "$target" "-max_total_time=$seconds" "build/fuzz/corpus/$target" "tests/fuzz/seeds/$target" \
+            "build/fuzz/found/$target"
     fi
 done
 printf '%s\n' "${summary[@]}"
