@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds the program and opens it on a simulated dial-up link. Without a
-# display it plays one whole session on a virtual one and leaves a picture and the INI file in out/.
+# display it plays one whole session on a virtual one and leaves a screenshot and the INI file in out/.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")"
 # shellcheck source=scripts/packages.sh

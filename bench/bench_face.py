@@ -82,7 +82,7 @@ def started(desktop, command, title, prepare):
     for _ in range(STARTS):
         prepare()
         process, milliseconds = start(desktop, command, title)
-        time.sleep(0.5)  # what is loaded after the first picture counts too
+        time.sleep(0.5)  # what is loaded after the first paint counts too
         resident, proportional = memory(process)
         times.append(milliseconds)
         residents.append(resident)

@@ -92,7 +92,7 @@ void measureStarts(const Installation& installation, const std::string& mainClas
             Sleep(1);
         }
         times.push_back(static_cast<double>(GetTickCount64() - begin));
-        Sleep(500); // what is loaded after the first picture counts too
+        Sleep(500); // what is loaded after the first paint counts too
         const auto folder = hostFolder(installation);
         sets.push_back(hostKilobytes(folder, "Rss:"));
         own.push_back(hostKilobytes(folder, "Pss:"));

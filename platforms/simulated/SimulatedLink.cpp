@@ -2,6 +2,7 @@
 
 #include "common/RasErrorText.h"
 #include "common/RasRecords.h"
+#include "common/SteadyClock.h"
 
 #include <algorithm>
 #include <chrono>
@@ -13,12 +14,6 @@ namespace tarvik {
 namespace {
 
 constexpr std::uint32_t frameBytes = 1460;
-
-std::uint64_t steadyMilliseconds() {
-    const auto now = std::chrono::steady_clock::now().time_since_epoch();
-    return static_cast<std::uint64_t>(
-        std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
-}
 
 void sleepMilliseconds(std::uint64_t milliseconds) {
     std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));

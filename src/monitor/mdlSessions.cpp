@@ -74,14 +74,11 @@ void recount(LineSession& session) {
 
 /// Moves what counted of a session that is over into the totals.
 void keep(LineSession& session) {
-    State& s = state();
     if (isCurrent(session)) {
         ResetTransfers(false);
         return;
     }
-    s.BytesRcvdTotal = s.BytesRcvdTotal + session.counted.rcvd;
-    s.BytesSentTotal = s.BytesSentTotal + session.counted.sent;
-    s.DurationTotal = s.DurationTotal + session.counted.duration;
+    AddToTotals(session.counted);
     session.offset = session.counted = {};
 }
 

@@ -20,6 +20,14 @@ Tally Duration() {
     return {s.DurationTotal, s.DurationCurrent, s.DurationOffset};
 }
 
+void AddToTotals(const Amount& More) {
+    State& s = state();
+    const Amount sum = Amount{s.BytesRcvdTotal, s.BytesSentTotal, s.DurationTotal} + More;
+    s.BytesRcvdTotal = sum.rcvd;
+    s.BytesSentTotal = sum.sent;
+    s.DurationTotal = sum.duration;
+}
+
 Amount SessionOffset() {
     const State& s = state();
     return {s.BytesRcvdOffset.whole(), s.BytesSentOffset.whole(), s.DurationOffset.whole()};

@@ -30,6 +30,9 @@ Tally Rcvd();
 Tally Sent();
 Tally Duration();
 
+/// Adds to the totals of the sessions that are over.
+void AddToTotals(const Amount& More);
+
 /// What of the session under way is not to be counted.
 Amount SessionOffset();
 void SetSessionOffset(const Amount& Offset);

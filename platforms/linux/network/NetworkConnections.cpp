@@ -2,6 +2,7 @@
 
 #include "common/RasErrorText.h"
 #include "common/RasRecords.h"
+#include "common/SteadyClock.h"
 #include "linux/network/LinkAge.h"
 #include "linux/network/ReasonCodes.h"
 
@@ -13,12 +14,6 @@
 namespace tarvik {
 
 namespace {
-
-std::uint64_t steadyMilliseconds() {
-    const auto now = std::chrono::steady_clock::now().time_since_epoch();
-    return static_cast<std::uint64_t>(
-        std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
-}
 
 /// The kind of device as the remote-access service names it.
 const char* deviceTypeOf(const std::string& type) {

@@ -1,7 +1,8 @@
 #include "linux/services/LinuxClock.h"
 
+#include "common/SteadyClock.h"
+
 #include <algorithm>
-#include <chrono>
 #include <ctime>
 
 namespace tarvik {
@@ -32,9 +33,7 @@ Date LinuxClock::currentTime() {
 }
 
 std::uint64_t LinuxClock::steadyMilliseconds() {
-    const auto now = std::chrono::steady_clock::now().time_since_epoch();
-    return static_cast<std::uint64_t>(
-        std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
+    return tarvik::steadyMilliseconds();
 }
 
 } // namespace tarvik

@@ -15,7 +15,7 @@ namespace {
 /// apart from the program and with each line's own identity: every line that ended counts what a
 /// tick last saw of it, the last of those that are up what it has carried so far; what a line
 /// carried within another does not count again.
-struct Books {
+struct ReferenceTally {
     struct Line {
         std::int64_t seen = 0; ///< by the last tick that read it
         std::int64_t left = 0; ///< of it, what does not count
@@ -59,7 +59,7 @@ protected:
         if (!yes) {
             // Nothing counts that was up by then, whichever of them the question named.
             for (const Connection& one : up()) {
-                books_.lines[one.handle].left = books_.lines[one.handle].seen;
+                reference_.lines[one.handle].left = reference_.lines[one.handle].seen;
             }
         }
         return yes ? MsgBoxAnswer::Yes : MsgBoxAnswer::No;
@@ -113,19 +113,19 @@ protected:
     }
 
     void seeTick() {
-        for (auto one = books_.lines.begin(); one != books_.lines.end();) {
+        for (auto one = reference_.lines.begin(); one != reference_.lines.end();) {
             const bool ended = machine.connections.connection(one->first) == nullptr;
-            books_.finished += ended ? one->second.seen - one->second.left : 0;
-            one = ended ? books_.lines.erase(one) : std::next(one);
+            reference_.finished += ended ? one->second.seen - one->second.left : 0;
+            one = ended ? reference_.lines.erase(one) : std::next(one);
         }
         for (const Connection& one : up()) {
-            Books::Line& line = books_.lines[one.handle];
+            ReferenceTally::Line& line = reference_.lines[one.handle];
             const std::int64_t before = std::exchange(line.seen, one.statistics.dwBytesRcved);
             if (machine.connections.connection(one.carrier) != nullptr) {
                 line.left += line.seen - before;
             }
         }
-        books_.last = up().empty() ? 0 : up().back().handle;
+        reference_.last = up().empty() ? 0 : up().back().handle;
         gone_.clear();
         tick();
     }
@@ -140,8 +140,8 @@ protected:
             if (below(20) == 0) {
                 ResetTransfers(true);
                 // Whole again from the next tick that reads it; until then nothing.
-                books_.finished = 0;
-                for (auto& [handle, line] : books_.lines) {
+                reference_.finished = 0;
+                for (auto& [handle, line] : reference_.lines) {
                     line = {};
                 }
             }
@@ -156,13 +156,13 @@ protected:
 
     void expectConserved() {
         const State& s = state();
-        ASSERT_EQ(Rcvd().overall().integralPart(), books_.counted());
+        ASSERT_EQ(Rcvd().overall().integralPart(), reference_.counted());
         ASSERT_GE(Rcvd().counted(), Currency(0));
         ASSERT_GE(s.BytesRcvdTotal, Currency(0));
         ASSERT_NE(frmMain().txtBytesRcvdTotal.text().substr(0, 1), "-");
     }
 
-    Books books_;
+    ReferenceTally reference_;
     std::vector<std::string> gone_; ///< since the last tick: what follows it at once it might be
     std::mt19937_64 random_{GetParam()};
 };
