@@ -6,6 +6,7 @@ import pathlib
 import re
 import subprocess
 import sys
+import time
 import unittest
 
 from desktop import wait_for
@@ -88,16 +89,21 @@ class HistoryTest(ProgramTest):
             env=self.desktop.environment, check=True,
         )
 
-    def reading(self, program, chart):
-        """What the chart reads off under the pointer: the title, the record, the values."""
+    def reads(self, program, chart):
+        """What the chart says once the pointer has moved over it; nothing when it says nothing."""
         self.moves = getattr(self, "moves", 0) + 1
         self.pointer_to(program, chart, 20 * (self.moves % 2))
-
-        def said():
+        end = time.monotonic() + 1  # a move may have gone to a list that was just closing
+        while time.monotonic() < end:
             chart.clear_cache()
-            return READING.fullmatch(chart.get_name())
+            if said := READING.fullmatch(chart.get_name()):
+                return said
+            time.sleep(0.02)
+        return None
 
-        title, number, moment, values = wait_for("a reading", said).groups()
+    def reading(self, program, chart):
+        """What the chart reads off under the pointer: the title, the record, the values."""
+        title, number, moment, values = wait_for("a reading", lambda: self.reads(program, chart)).groups()
         number = int(number.replace(",", ""))
         record = self.records[number - 1]
         self.assertEqual(moment, record["date"] + " " + record["time"])
