@@ -49,6 +49,7 @@ Monkey::~Monkey() {
 void Monkey::start() {
     ++starts_;
     world_.reset();
+    machine().instances.endProgram();
     machine().program.arguments =
         std::array{"", "/r", "/m", "/r /m", "/?", "/what"}.at(static_cast<std::size_t>(upTo(5)));
     world_.emplace(driver_->platform());

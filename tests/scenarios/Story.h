@@ -41,6 +41,7 @@ protected:
 
     void restart() {
         world.reset();
+        driver->machine().instances.endProgram();
         startWorld();
         start();
     }

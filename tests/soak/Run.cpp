@@ -49,6 +49,7 @@ void Run::startProgram() {
         questionsInRun_ = 0;
         mayFall_ = true;
         lastBalloon_.clear();
+        machine_.instances.endProgram();
         world_.emplace(machine_.platform);
         act("start", [] { Main(); });
     }
