@@ -26,6 +26,7 @@ class StandingClock : public tarvik::Clock {
 public:
     tarvik::Date currentDate() override { return moment_.dateOnly(); }
     tarvik::Date currentTime() override { return moment_.timeOnly(); }
+    std::uint64_t steadyMilliseconds() override { return 0; }
 
 private:
     tarvik::Date moment_ = tarvik::Date::fromCivil(
