@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds everything and runs every test. Each stage runs whatever became of
-# the others; a stage that cannot run is named as skipped, which CI=true counts as a failure.
+# those that it does not wait for; a stage that cannot run is named as skipped, which CI=true counts as
+# a failure.
 #
 #   test.sh             all stages but those that run only when they are named, in lanes side by side
 #   test.sh quick       what tells soon whether a change holds: lint, unit tests, scripted stories
@@ -36,10 +37,23 @@ only_named() {
     stages+=("$2") name_of[$2]=$1 only_when_named[$2]=1
 }
 
+# unless_in_vain COMMAND: runs it, if what it waited for has passed: a test of programs that could not
+# be built tells nothing, at length.
+unless_in_vain() {
+    local earlier
+    for earlier in ${after_of[$1]:-}; do
+        if ! grep -q ^passed "$results/$earlier"; then
+            echo "Waited in vain for: ${name_of[$earlier]}" >&2
+            return "$cannot_run"
+        fi
+    done
+    "$1"
+}
+
 # run_stage COMMAND: runs it and keeps what became of it, and how long it and its processes took.
 run_stage() {
     local status word TIMEFORMAT='%0R s, %0U s of a processor'
-    { time "$1" 2>&3; } 3>&2 2>"$results/$1.time"
+    { time unless_in_vain "$1" 2>&3; } 3>&2 2>"$results/$1.time"
     status=$?
     case $status in
     0) word='passed  ' ;;
@@ -427,7 +441,7 @@ for word in $named; do
     case $word in
     help | --help | -h | --list) echo "The stages of test.sh:" && tell_stages && exit ;;
     esac
-    tell_stages | grep -q "^  $word:" ||
+    [ -n "${name_of[$word]:-}" ] ||
         { echo "No stage is called $word. The stages of test.sh:" && tell_stages && exit 2; } >&2
 done
 can_write build || exit 1

@@ -366,11 +366,22 @@ class StagesTest(ScriptTest):
     def test_what_a_stage_says_stands_together_and_a_failure_stops_nothing(self):
         self.with_stages(
             "one() { echo one begins; sleep 1; echo one ends >&2; return 1; }", "two() { echo two; return 77; }",
-            'stage "the first" one a', 'stage "the second" two b one')
+            'stage "the first" one a', 'stage "the second" two b')
         said = self.run_script(1, "test.sh")
         self.assertIn("\n== the first\none begins\none ends\n", said)
         self.assertIn("\n== the second\ntwo\n", said)
         self.assertRegex(said, r"\nFAILED +the first .*\nSKIPPED +the second .*\n\n0 passed, 1 failed, 1 skipped\n$")
+
+    def test_a_stage_whose_build_has_failed_is_skipped_and_says_why(self):
+        self.with_stages(
+            "one() { return 1; }", "two() { touch ran; }", "three() { touch ran; }",
+            'stage "the build" one a', 'stage "the test" two b one', 'stage "what follows" three b two')
+        for wanted in ((), ("three", "two")):
+            said = self.run_script(1, "test.sh", *wanted)
+            self.assertIn("\n== the test\nWaited in vain for: the build\n", said)
+            self.assertIn("\n== what follows\nWaited in vain for: the test\n", said)
+            self.assertIn("\n0 passed, 1 failed, 2 skipped\n", said)
+            self.assertFalse((self.sources / "ran").exists())
 
     def test_a_skipped_stage_fails_where_everything_must_run(self):
         self.with_stages("one() { return 77; }", 'stage "the first" one a')
