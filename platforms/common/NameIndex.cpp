@@ -13,20 +13,20 @@ NameIndex::NameIndex(std::string_view text, std::vector<TextRange> names, const 
     for (std::uint32_t number = 0; number < names_.size(); ++number) {
         const std::string_view name = slice(text, names_[number]);
         const std::uint32_t itsHash = hash_(name);
-        Slot& place = slots_[slotOf(text, name, itsHash)];
-        if (place.number == none) {
-            place = {.hash = itsHash, .number = number};
+        Slot& slot = slots_[slotOf(text, name, itsHash)];
+        if (slot.number == none) {
+            slot = {.hash = itsHash, .number = number};
         } else {
             allDiffer_ = false;
         }
     }
 }
 
-/// The place of the name, or the empty one where it would go. At most half of the places are taken.
+/// The slot of the name, or the empty one where it would go. At most half of the slots are taken.
 std::size_t NameIndex::slotOf(std::string_view text, std::string_view name,
                               std::uint32_t hash) const {
-    const auto isTheOne = [&](const Slot& place) {
-        return place.hash == hash && equalWithoutCase(name, slice(text, names_[place.number]));
+    const auto isTheOne = [&](const Slot& slot) {
+        return slot.hash == hash && equalWithoutCase(name, slice(text, names_[slot.number]));
     };
     const std::size_t mask = slots_.size() - 1;
     std::size_t at = hash & mask;

@@ -51,7 +51,7 @@ private:
 
     NameHash hash_ = NameHash::ofThisRun();
     std::vector<TextRange> names_;
-    /// A name is at the first place from its hash on that was empty. The hash stands there too, so
+    /// A name is in the first slot from its hash on that was empty. The hash stands there too, so
     /// that few names need to be looked at.
     std::vector<Slot> slots_;
     bool allDiffer_ = true;
