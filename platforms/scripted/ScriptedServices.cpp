@@ -36,9 +36,8 @@ bool leaveDialog(ScriptedDialogs& dialogs, OPENFILENAMEA* data, const DialogPlac
         return false;
     }
     // Where several files may be chosen, two NULs end the selection; what stood behind it stays.
-    constexpr std::uint32_t allowMultiselect = 0x200;
     std::string selection = dialogs.chosen.substr(0, data->nMaxFile - 1) + '\0';
-    if ((data->Flags & allowMultiselect) != 0 && selection.size() < data->nMaxFile) {
+    if (has(*data, DialogFlag::Flag_AllowMultiselect) && selection.size() < data->nMaxFile) {
         selection += '\0';
     }
     selection.copy(data->lpstrFile, selection.size());

@@ -11,28 +11,6 @@ namespace tarvik {
 
 class Form;
 
-/// Options of a file dialog, each one bit of the word that the desktop gets.
-enum class DialogFlag : std::uint32_t {
-    Flag_ReadOnly = 0x1,
-    Flag_OverwritePrompt = 0x2,
-    Flag_HideReadOnly = 0x4,
-    Flag_NoChangeDir = 0x8,
-    Flag_HelpButton = 0x10,
-    Flag_NoValidate = 0x100,
-    Flag_AllowMultiselect = 0x200,
-    Flag_ExtensionDifferent = 0x400,
-    Flag_PathMustExist = 0x800,
-    Flag_FileMustExist = 0x1000,
-    Flag_CreatePrompt = 0x2000,
-    Flag_ShareAware = 0x4000,
-    Flag_NoReadOnlyReturn = 0x8000,
-    Flag_NoNetworkButton = 0x20000,
-    Flag_NoLongNames = 0x40000,
-    Flag_Explorer = 0x80000,
-    Flag_NoDereferenceLinks = 0x100000,
-    Flag_LongNames = 0x200000,
-};
-
 /// The desktop's dialog for opening or saving a file. Set the properties, show it, then ask
 /// `DialogError` whether a file was chosen.
 class clsFileDialog {

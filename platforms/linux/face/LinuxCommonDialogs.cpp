@@ -18,19 +18,6 @@ namespace tarvik::face {
 
 namespace {
 
-/// The bits of the option word that mean something here.
-enum Option : std::uint32_t {
-    overwritePrompt = 0x2,
-    allowMultiselect = 0x200,
-    extensionDifferent = 0x400,
-    fileMustExist = 0x1000,
-    noDereferenceLinks = 0x100000,
-};
-
-bool has(const OPENFILENAMEA& data, Option option) {
-    return (data.Flags & option) != 0;
-}
-
 /// The texts of a list that ends with an empty one.
 std::vector<std::string> textsOf(const char* list) {
     std::vector<std::string> texts;
@@ -65,15 +52,17 @@ QString pathOf(const char* bytes) {
 void setOptions(QFileDialog& dialog, const OPENFILENAMEA& data, bool open) {
     identify(dialog, "fileDialog");
     dialog.setAcceptMode(open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
-    dialog.setFileMode(!open                         ? QFileDialog::AnyFile
-                       : has(data, allowMultiselect) ? QFileDialog::ExistingFiles
-                       : has(data, fileMustExist)    ? QFileDialog::ExistingFile
-                                                     : QFileDialog::AnyFile);
+    dialog.setFileMode(!open                                          ? QFileDialog::AnyFile
+                       : has(data, DialogFlag::Flag_AllowMultiselect) ? QFileDialog::ExistingFiles
+                       : has(data, DialogFlag::Flag_FileMustExist)    ? QFileDialog::ExistingFile
+                                                                      : QFileDialog::AnyFile);
     // The desktop's dialog would show names in its own way, and what is done to the toolkit's own
     // would go unseen.
     dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setOption(QFileDialog::DontConfirmOverwrite, !has(data, overwritePrompt));
-    dialog.setOption(QFileDialog::DontResolveSymlinks, has(data, noDereferenceLinks));
+    dialog.setOption(QFileDialog::DontConfirmOverwrite,
+                     !has(data, DialogFlag::Flag_OverwritePrompt));
+    dialog.setOption(QFileDialog::DontResolveSymlinks,
+                     has(data, DialogFlag::Flag_NoDereferenceLinks));
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setDefaultSuffix(pathOf(data.lpstrDefExt));
     if (data.lpstrTitle != nullptr) {
@@ -147,7 +136,7 @@ void writePlaces(const std::string& path, OPENFILENAMEA& data) {
         static_cast<std::uint16_t>(dot == std::string::npos || dot < name ? 0 : dot + 1);
     const std::string extension = data.nFileExtension == 0 ? "" : path.substr(dot + 1);
     if (data.lpstrDefExt != nullptr && extension != data.lpstrDefExt) {
-        data.Flags |= extensionDifferent;
+        data.Flags |= static_cast<std::uint32_t>(DialogFlag::Flag_ExtensionDifferent);
     }
 }
 
@@ -184,7 +173,7 @@ bool LinuxCommonDialogs::show(OPENFILENAMEA& data, const DialogPlacement& place,
 }
 
 bool LinuxCommonDialogs::takeFiles(const QStringList& files, OPENFILENAMEA& data) {
-    const bool several = has(data, allowMultiselect) && files.size() > 1;
+    const bool several = has(data, DialogFlag::Flag_AllowMultiselect) && files.size() > 1;
     const std::string buffer = bufferFor(files, several);
     if (buffer.size() > data.nMaxFile) {
         // The needed size stands in the first two bytes, the lower one first.

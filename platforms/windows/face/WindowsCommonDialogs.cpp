@@ -9,9 +9,6 @@ namespace tarvik::face {
 
 namespace {
 
-/// The bit of the option word that has the system ask before a file is overwritten.
-constexpr std::uint32_t overwritePrompt = 0x2;
-
 ScreenRect rectOf(HWND window) {
     RECT rect{};
     GetWindowRect(window, &rect);
@@ -100,15 +97,16 @@ bool WindowsCommonDialogs::GetOpenFileNameA(OPENFILENAMEA* data, const DialogPla
 }
 
 bool WindowsCommonDialogs::GetSaveFileNameA(OPENFILENAMEA* data, const DialogPlacement& place) {
-    const std::uint32_t asks = data->Flags & overwritePrompt;
-    bool chosen = false;
-    bool settled = false;
-    while (!settled) {
-        data->Flags &= ~overwritePrompt;
-        chosen = show("GetSaveFileNameA", data, place);
-        settled = !chosen || asks == 0 || mayOverwrite(*data);
+    constexpr auto prompt = static_cast<std::uint32_t>(DialogFlag::Flag_OverwritePrompt);
+    if (!has(*data, DialogFlag::Flag_OverwritePrompt)) {
+        return show("GetSaveFileNameA", data, place);
     }
-    data->Flags |= asks;
+    bool chosen = false;
+    do {
+        data->Flags &= ~prompt;
+        chosen = show("GetSaveFileNameA", data, place);
+    } while (chosen && !mayOverwrite(*data));
+    data->Flags |= prompt;
     return chosen;
 }
 
