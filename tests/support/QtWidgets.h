@@ -1,5 +1,8 @@
 #pragma once
 
+#include "controls/Control.h"
+#include "controls/ControlList.h"
+
 #include <QApplication>
 #include <QString>
 #include <QWidget>
@@ -36,6 +39,24 @@ Widget& theWidget(const std::string& name) {
         return *found;
     }
     throw std::runtime_error(name);
+}
+
+/// The window of a form.
+inline QWidget& theWindowOf(const ControlList& list) {
+    if (QWidget* found = windowNamed(list.name())) {
+        return *found;
+    }
+    throw std::runtime_error(list.name());
+}
+
+/// The widget that shows the control.
+template <class Widget = QWidget>
+Widget& theWidgetOf(const Control& control) {
+    if (auto* found = theWindowOf(control.list())
+                          .findChild<Widget*>(QString::fromStdString(control.name()))) {
+        return *found;
+    }
+    throw std::runtime_error(control.name());
 }
 
 } // namespace tarvik

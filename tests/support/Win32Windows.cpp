@@ -51,6 +51,17 @@ std::string classOf(HWND window) {
     return name;
 }
 
+bool spinUntil(const std::function<void()>& handleMessages,
+               const std::function<bool()>& condition) {
+    constexpr ULONGLONG fairWhile = 10'000;
+    const ULONGLONG begin = GetTickCount64();
+    while (!condition() && GetTickCount64() - begin < fairWhile) {
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+        handleMessages();
+    }
+    return condition();
+}
+
 std::vector<HWND> topLevelWindows(const std::string& className, DWORD process) {
     Search search{.className = className, .process = process, .found = {}};
     EnumWindows(collect, reinterpret_cast<LPARAM>(&search));

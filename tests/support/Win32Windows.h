@@ -3,12 +3,16 @@
 #include "ports/Desktop.h"
 #include "windows/services/SystemHeader.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace tarvik {
 
 // How a test finds, reads and works real windows, its own or those of another process.
+
+/// Has messages handled until the condition holds; false when it does not within a fair while.
+bool spinUntil(const std::function<void()>& handleMessages, const std::function<bool()>& condition);
 
 /// The top-level windows of a process, or of all for 0, that have this class; hidden ones too.
 std::vector<HWND> topLevelWindows(const std::string& className, DWORD process);

@@ -39,23 +39,12 @@ protected:
                 &world.forms.frmWarning};
     }
 
-    static QWidget& window(const ControlList& list) {
-        QWidget* found = windowNamed(list.name());
-        if (found == nullptr) {
-            throw std::runtime_error(list.name());
-        }
-        return *found;
-    }
+    static QWidget& window(const ControlList& list) { return theWindowOf(list); }
 
     /// The widget that shows the control.
     template <class Widget = QWidget>
     static Widget& widget(const Control& control) {
-        auto* found =
-            window(control.list()).findChild<Widget*>(QString::fromStdString(control.name()));
-        if (found == nullptr) {
-            throw std::runtime_error(control.name());
-        }
-        return *found;
+        return theWidgetOf<Widget>(control);
     }
 
     /// Opens the window in front of the others.

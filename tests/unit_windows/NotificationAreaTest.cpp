@@ -1,6 +1,7 @@
 #include "windows/face/WindowsNotificationArea.h"
 
 #include "HebrewPage.h"
+#include "support/Win32Windows.h"
 
 #include "windows/face/DrawingRaster.h"
 
@@ -282,6 +283,15 @@ protected:
         return area.Shell_NotifyIconA(request, &record);
     }
 
+    /// The icon was shown before the task bar fell silent.
+    void givenAnIconBeforeTheSilence(face::WindowsNotificationArea& shower) {
+        bar.reset();
+        auto record = iconOf(GetDesktopWindow(), TrayIcon::imgSysTray);
+        ASSERT_TRUE(shower.Shell_NotifyIconA(NotificationArea::add, &record));
+        PlayedTaskBar::told.clear();
+        bar.emplace();
+    }
+
     static std::vector<DWORD> requests() {
         std::vector<DWORD> all;
         for (const PlayedTaskBar::Told& one : PlayedTaskBar::told) {
@@ -292,15 +302,13 @@ protected:
 
     /// Handles messages until something was told; false when nothing is within a fair while.
     static bool spinUntilTold() {
-        const ULONGLONG begin = GetTickCount64();
-        while (PlayedTaskBar::told.empty() && GetTickCount64() - begin < 10'000) {
-            MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+        const auto handleMessages = [] {
             MSG message{};
             while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
                 DispatchMessageA(&message);
             }
-        }
-        return !PlayedTaskBar::told.empty();
+        };
+        return spinUntil(handleMessages, [] { return !PlayedTaskBar::told.empty(); });
     }
 
     PlayedTaskBar system;
@@ -345,13 +353,9 @@ TEST_F(SilentTaskBarTest, AnotherTaskBarIsToldAtOnce) {
 }
 
 TEST_F(SilentTaskBarTest, AnIconThatWasThereBeforeIsChangedOnceItAnswers) {
-    bar.reset();
     face::WindowsNotificationArea patient{hebrewPage(), 2000};
-    auto record = iconOf(GetDesktopWindow(), TrayIcon::imgSysTray);
-    ASSERT_TRUE(patient.Shell_NotifyIconA(NotificationArea::add, &record));
-    PlayedTaskBar::told.clear();
-    bar.emplace();
-    record = iconOf(GetDesktopWindow(), TrayIcon::imgSysTrayOnline);
+    ASSERT_NO_FATAL_FAILURE(givenAnIconBeforeTheSilence(patient));
+    auto record = iconOf(GetDesktopWindow(), TrayIcon::imgSysTrayOnline);
 
     EXPECT_TRUE(patient.Shell_NotifyIconA(NotificationArea::modify, &record));
     EXPECT_TRUE(PlayedTaskBar::told.empty());
@@ -362,12 +366,9 @@ TEST_F(SilentTaskBarTest, AnIconThatWasThereBeforeIsChangedOnceItAnswers) {
 }
 
 TEST_F(SilentTaskBarTest, AnIconThatWasTakenAwayMeanwhileIsTakenAwayOnceItAnswers) {
-    bar.reset();
     face::WindowsNotificationArea patient{hebrewPage(), 2000};
+    ASSERT_NO_FATAL_FAILURE(givenAnIconBeforeTheSilence(patient));
     auto record = iconOf(GetDesktopWindow(), TrayIcon::imgSysTray);
-    ASSERT_TRUE(patient.Shell_NotifyIconA(NotificationArea::add, &record));
-    PlayedTaskBar::told.clear();
-    bar.emplace();
 
     EXPECT_TRUE(patient.Shell_NotifyIconA(NotificationArea::remove, &record));
     EXPECT_TRUE(PlayedTaskBar::told.empty());

@@ -40,13 +40,7 @@ protected:
 
     /// Handles messages until the condition holds; false when it does not within a fair while.
     bool spinUntil(const std::function<bool()>& condition) {
-        constexpr ULONGLONG fairWhile = 10'000;
-        const ULONGLONG begin = GetTickCount64();
-        while (!condition() && GetTickCount64() - begin < fairWhile) {
-            MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
-            settle();
-        }
-        return condition();
+        return tarvik::spinUntil([this] { settle(); }, condition);
     }
 
     /// A key goes down in the window that has the focus, as from the keyboard.

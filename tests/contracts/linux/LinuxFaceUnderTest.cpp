@@ -30,18 +30,6 @@ QWidget* windowOf(const ControlList& list) {
     return windowNamed(list.name());
 }
 
-template <class Widget>
-Widget& widget(const Control& control) {
-    QWidget* const window = windowOf(control.list());
-    auto* found = window == nullptr
-                      ? nullptr
-                      : window->findChild<Widget*>(QString::fromStdString(control.name()));
-    if (found == nullptr) {
-        throw std::runtime_error(control.name());
-    }
-    return *found;
-}
-
 Qt::Key keyOf(FaceKey key) {
     switch (key) {
     case FaceKey::Enter:
@@ -130,7 +118,7 @@ public:
         const Control& first = **std::find_if(
             form.controls().begin(), form.controls().end(),
             [](const Control* control) { return control->kind() == ControlKind::TextBox; });
-        for (QWidget* next = &widget<QWidget>(first); static_cast<int>(names.size()) < count;
+        for (QWidget* next = &theWidgetOf<QWidget>(first); static_cast<int>(names.size()) < count;
              next = next->nextInFocusChain()) {
             if (next->focusPolicy() != Qt::NoFocus &&
                 !next->objectName().startsWith(QStringLiteral("qt_"))) {
@@ -141,7 +129,7 @@ public:
     }
 
     std::string marked(const Control& control) const override {
-        QWidget& found = widget<QWidget>(control);
+        QWidget& found = theWidgetOf<QWidget>(control);
         if (const auto* group = qobject_cast<const QGroupBox*>(&found)) {
             return group->title().toStdString();
         }
@@ -151,7 +139,7 @@ public:
         return dynamic_cast<QAbstractButton&>(found).text().toStdString();
     }
     std::string shown(const Control& control) const override {
-        QWidget& found = widget<QWidget>(control);
+        QWidget& found = theWidgetOf<QWidget>(control);
         if (const auto* edit = qobject_cast<const QLineEdit*>(&found)) {
             return edit->text().toStdString();
         }
@@ -161,35 +149,35 @@ public:
         return marked(control); // nothing that is read here has a mnemonic
     }
     bool isTicked(const Control& control) const override {
-        return widget<QAbstractButton>(control).isChecked();
+        return theWidgetOf<QAbstractButton>(control).isChecked();
     }
     bool isEnabled(const Control& control) const override {
-        return widget<QWidget>(control).isEnabled();
+        return theWidgetOf<QWidget>(control).isEnabled();
     }
     bool isVisible(const Control& control) const override {
-        const QWidget& found = widget<QWidget>(control);
+        const QWidget& found = theWidgetOf<QWidget>(control);
         return found.isVisibleTo(found.window());
     }
     std::string tip(const Control& control) const override {
-        return widget<QWidget>(control).toolTip().toStdString();
+        return theWidgetOf<QWidget>(control).toolTip().toStdString();
     }
     std::string spoken(const Control& control) const override {
         QAccessibleInterface* accessible =
-            QAccessible::queryAccessibleInterface(&widget<QWidget>(control));
+            QAccessible::queryAccessibleInterface(&theWidgetOf<QWidget>(control));
         EXPECT_EQ(accessible->role(), QAccessible::Chart);
         return accessible->text(QAccessible::Name).toStdString();
     }
-    void click(Control& control) override { widget<QAbstractButton>(control).click(); }
+    void click(Control& control) override { theWidgetOf<QAbstractButton>(control).click(); }
     void press(Control& control, FaceKey key) override {
-        QWidget& target = widget<QWidget>(control);
+        QWidget& target = theWidgetOf<QWidget>(control);
         target.setFocus();
         QTest::keyClick(target.window()->windowHandle(), keyOf(key));
     }
     void enter(TextBox& field, char text) override {
-        emit widget<QLineEdit>(field).textEdited(QString(QLatin1Char(text)));
+        emit theWidgetOf<QLineEdit>(field).textEdited(QString(QLatin1Char(text)));
     }
     void choose(ComboBox& list, int entry) override {
-        widget<QComboBox>(list).setCurrentIndex(entry);
+        theWidgetOf<QComboBox>(list).setCurrentIndex(entry);
     }
     void tickLate(Timer& timer) override {
         // Long enough for several, if they came.
@@ -197,13 +185,13 @@ public:
         QTest::qWait(30);
     }
     int lineCount(const TextBox& area) const override {
-        return widget<QPlainTextEdit>(area).blockCount();
+        return theWidgetOf<QPlainTextEdit>(area).blockCount();
     }
     bool isReadOnly(const TextBox& area) const override {
-        return widget<QPlainTextEdit>(area).isReadOnly();
+        return theWidgetOf<QPlainTextEdit>(area).isReadOnly();
     }
     int percent(const ProgressBar& bar) const override {
-        const auto& shownBar = widget<QProgressBar>(bar);
+        const auto& shownBar = theWidgetOf<QProgressBar>(bar);
         EXPECT_EQ(shownBar.maximum(), 100);
         EXPECT_EQ(shownBar.accessibleName(), QStringLiteral("Done"));
         EXPECT_EQ(shownBar.text(), QStringLiteral("%1 %").arg(shownBar.value()));
@@ -246,7 +234,7 @@ public:
     }
 
 private:
-    static QTableView& table(const ListView& list) { return widget<QTableView>(list); }
+    static QTableView& table(const ListView& list) { return theWidgetOf<QTableView>(list); }
     static QPoint placeOf(const ListView& list, int row) {
         const QTableView& shownTable = table(list);
         const QPoint inList = shownTable.visualRect(shownTable.model()->index(row, 1)).center();

@@ -71,13 +71,7 @@ public:
     Desktop& desktop() override { return machine_.desktop; }
     void settle() override { machine_.desktop.processEvents(); }
     bool waitUntil(const std::function<bool()>& condition) override {
-        constexpr ULONGLONG fairWhile = 10'000;
-        const ULONGLONG begin = GetTickCount64();
-        while (!condition() && GetTickCount64() - begin < fairWhile) {
-            MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
-            settle();
-        }
-        return condition();
+        return spinUntil([this] { settle(); }, condition);
     }
     void runWith(const std::function<void()>& meanwhile) override {
         const Later later([&] {
