@@ -7,13 +7,6 @@
 namespace tarvik {
 namespace {
 
-struct LocaleCase {
-    const char* name;
-    const char* date;
-    const char* time;
-    const char* number; ///< with "_" for the blank that keeps a number on its line
-};
-
 class LocaleContract : public testing::TestWithParam<LocaleCase> {
 protected:
     std::string withBlanks(const std::string& number) const {
@@ -37,13 +30,18 @@ TEST_P(LocaleContract, GivesTheFormsOfTheLanguageWithFullYears) {
     EXPECT_EQ(textToDate(toText(date, data), data).serial(), date.serial());
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, LocaleContract,
-    testing::Values(LocaleCase{"de_DE", "16.11.2026", "18:40:05", "1.234.567,5"},
-                    LocaleCase{"en_US", "11/16/2026", "6:40:05 PM", "1,234,567.5"},
-                    LocaleCase{"en_GB", "16/11/2026", "18:40:05", "1,234,567.5"},
-                    LocaleCase{"sv_SE", "2026-11-16", "18:40:05", "1_234_567,5"}),
-    [](const auto& given) { return given.param.name; });
+std::vector<LocaleCase> localeCases() {
+    std::vector<LocaleCase> all{{"de_DE", "16.11.2026", "18:40:05", "1.234.567,5"},
+                                {"en_US", "11/16/2026", "6:40:05 PM", "1,234,567.5"},
+                                {"en_GB", "16/11/2026", "18:40:05", "1,234,567.5"},
+                                {"sv_SE", "2026-11-16", "18:40:05", "1_234_567,5"}};
+    const std::vector<LocaleCase> own = localesUnderTest().ownCases;
+    all.insert(all.end(), own.begin(), own.end());
+    return all;
+}
+
+INSTANTIATE_TEST_SUITE_P(All, LocaleContract, testing::ValuesIn(localeCases()),
+                         [](const auto& given) { return given.param.name; });
 
 /// What comes back from a text under its own locale; -1 where nothing does.
 double readBack(const std::string& text, const LocaleData& data) {

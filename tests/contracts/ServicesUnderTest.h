@@ -61,6 +61,14 @@ struct ProgramUnderTest {
 };
 ProgramUnderTest programUnderTest();
 
+/// How 18:40:05 on 16 November 2026 and 1234567.5 are written in a language.
+struct LocaleCase {
+    std::string name; ///< "de_DE"
+    std::string date;
+    std::string time;
+    std::string number; ///< with "_" for the blank that keeps a number on its line
+};
+
 struct LocalesUnderTest {
     /// The forms of a language, "de_DE".
     std::function<LocaleData(const std::string& name)> named;
@@ -68,6 +76,8 @@ struct LocalesUnderTest {
     std::function<std::vector<std::pair<std::string, LocaleData>>()> all;
     /// The blank between thousands that keeps a number on its line, in this system's code page.
     std::string noBreakSpace;
+    /// Languages that only this system has, or in bytes of its own.
+    std::vector<LocaleCase> ownCases = {};
 };
 LocalesUnderTest localesUnderTest();
 

@@ -9,8 +9,7 @@
 namespace tarvik {
 namespace {
 
-/// Boxes that come up by themselves, or while the program shows windows and puts them aside, stand
-/// before a window that is seen.
+/// What the window manager brings to the front while a list is open is noticed too.
 class BoxOwnerTest : public ProgramTest {
 protected:
     BoxOwnerTest() {
@@ -25,22 +24,6 @@ protected:
 
     std::vector<QWidget*> owners;
 };
-
-TEST_F(BoxOwnerTest, EachBoxOfATickStandsBeforeTheWindowThatWasActive) {
-    open(frmMain());
-    QWidget* const history = &open(frmHistory());
-
-    frmMain().timUpdateStats.Tick.connect([this] {
-        ask();
-        ask();
-    });
-    frmMain().timUpdateStats.setEnabled(true);
-    ASSERT_TRUE(spinUntil([&] { return owners.size() >= 2; }));
-    frmMain().timUpdateStats.setEnabled(false);
-
-    EXPECT_EQ(owners[0], history);
-    EXPECT_EQ(owners[1], history);
-}
 
 TEST_F(BoxOwnerTest, ABoxStandsBeforeTheWindowThatCameToTheFrontWhileAListWasOpen) {
     QWidget* const history = &open(frmHistory());

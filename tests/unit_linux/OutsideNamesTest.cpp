@@ -1,16 +1,12 @@
-#include "Waiting.h"
 #include "controls/Form.h"
 #include "support/FormOn.h"
 #include "support/QtMachine.h"
 #include "support/QtWidgets.h"
 
 #include <QApplication>
-#include <QComboBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
-#include <QTimer>
 #include <QToolTip>
 
 #include <gtest/gtest.h>
@@ -24,18 +20,13 @@ namespace {
 const std::string turned = "Bank\u202egnp.exe";
 const QString told = QStringLiteral("Bank[U+202E]gnp.exe");
 
-/// Controls that show a name from outside, and one in which the user writes.
+/// A control that shows names from outside.
 class NamesForm : public Form {
 public:
-    NamesForm() : Form("frmNames", "Names") {
-        setLayout(column({item(cboNames), item(txtName), item(txtNames), item(txtOwn)}));
-    }
+    NamesForm() : Form("frmNames", "Names") { setLayout(column({item(txtNames)})); }
 
-    ComboBox cboNames{*this, "cboNames", {.accessibleName = "Names"}};
-    TextBox txtName{*this, "txtName", {.accessibleName = "Name", .readOnly = true}};
     TextBox txtNames{
         *this, "txtNames", {.accessibleName = "All", .readOnly = true, .multiLine = true}};
-    TextBox txtOwn{*this, "txtOwn", {.accessibleName = "Own"}};
 };
 
 class OutsideNamesTest : public testing::Test {
@@ -47,51 +38,12 @@ protected:
     FormOn<NamesForm> form{machine.platform.desktop};
 };
 
-TEST_F(OutsideNamesTest, AListTellsOfATurnAndKeepsTheTrueName) {
-    form.cboNames.addItem(turned);
-    auto& list = theWidget<QComboBox>("cboNames");
-
-    list.setCurrentIndex(0);
-
-    EXPECT_EQ(list.currentText(), told);
-    EXPECT_EQ(form.cboNames.text(), turned);
-}
-
-TEST_F(OutsideNamesTest, ATextThatIsOnlyReadTellsOfATurn) {
-    form.txtName.setText(turned);
-
-    EXPECT_EQ(theWidget<QLineEdit>("txtName").text(), told);
-    EXPECT_EQ(form.txtName.text(), turned);
-}
-
 TEST_F(OutsideNamesTest, SeveralLinesTellOfATurn) {
     form.txtNames.setText(turned + "\r\nsecond");
 
     EXPECT_EQ(theWidget<QPlainTextEdit>("txtNames").toPlainText(),
               told + QStringLiteral("\nsecond"));
     EXPECT_EQ(form.txtNames.text(), turned + "\r\nsecond");
-}
-
-TEST_F(OutsideNamesTest, ATextOfTheUsersOwnIsLeftAsItIs) {
-    form.txtOwn.setText(turned);
-
-    EXPECT_EQ(theWidget<QLineEdit>("txtOwn").text().toStdString(), turned);
-}
-
-TEST_F(OutsideNamesTest, ABoxTellsOfATurn) {
-    QString text;
-    QTimer look;
-    QObject::connect(&look, &QTimer::timeout, &look, [&] {
-        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-            text = box->text();
-            box->close();
-        }
-    });
-    look.start(5);
-
-    machine.desktop.messageBox({.text = turned, .caption = "T"});
-
-    EXPECT_EQ(text, told);
 }
 
 TEST_F(OutsideNamesTest, ABoxOfTheToolkitIsPlain) {

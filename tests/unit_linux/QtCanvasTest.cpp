@@ -81,13 +81,9 @@ TEST(QtCanvasTest, DashesGoOnFromPartToPart) {
         for (int i = 0; i <= parts; ++i) {
             points.push_back({i * 120.0 / parts, i * 60.0 / parts});
         }
-        QImage image = sheet(120, 60);
-        {
-            QPainter painter(&image);
-            face::QtCanvas canvas(painter, {120, 60}, QFont());
-            drawLine(canvas, points, 2, LineStyle::Dashed);
-        }
-        return pixelsOf(image);
+        return paintedOnCanvas(
+            {120, 60},
+            [&points](Canvas& canvas) { drawLine(canvas, points, 2, LineStyle::Dashed); }, 1);
     };
 
     EXPECT_LT(differingPart(drawn(30), drawn(1)), 0.002);
@@ -98,47 +94,15 @@ TEST(QtCanvasTest, AnAreaWithManyCornersIsFilled) {
     for (int i = 0; i <= 600; ++i) {
         corners.push_back({i * 0.2, 30 + i % 2 * 5.0});
     }
-    QImage image = sheet(120, 60);
-    {
-        QPainter painter(&image);
-        face::QtCanvas canvas(painter, {120, 60}, QFont());
-        drawPolygon(canvas, corners);
-    }
 
-    const Pixels pixels = pixelsOf(image);
+    const Pixels pixels = paintedOnCanvas(
+        {120, 60}, [&corners](Canvas& canvas) { drawPolygon(canvas, corners); }, 1);
+
     for (int x = 0; x < 120; ++x) {
         EXPECT_EQ(pixels.at(x, 29), 0xFFFFFFU) << x;
         EXPECT_EQ(pixels.at(x, 36), 0U) << x;
         EXPECT_EQ(pixels.at(x, 59), 0U) << x;
     }
-}
-
-TEST(QtCanvasTest, ASlantedAreaIsFilled) {
-    const auto triangle = [](Canvas& canvas) { drawPolygon(canvas, {{0, 0}, {12, 0}, {0, 6}}); };
-
-    const std::string image = seenOnCanvas(triangle, 1);
-
-    EXPECT_EQ(image.substr(0, 9), "#########");
-    EXPECT_EQ(image.substr(13 * 6), "............\n");
-}
-
-TEST(QtCanvasTest, TextStandsInItsBox) {
-    QImage image = sheet(120, 60);
-    CanvasSize size;
-    {
-        QPainter painter(&image);
-        face::QtCanvas canvas(painter, {120, 60}, QFont());
-        size = canvas.textSize("Xg");
-        canvas.text({20, 10}, "Xg", {});
-    }
-
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            const bool inside = x >= 19 && x <= 21 + size.width && y >= 10 && y < 10 + size.height;
-            EXPECT_TRUE(inside || image.pixel(x, y) == 0xFFFFFFFFU) << x << ' ' << y;
-        }
-    }
-    EXPECT_NE(pixelsOf(image), pixelsOf(sheet(120, 60)));
 }
 
 TEST(QtCanvasTest, TextIsTwiceAsLargeOnAFineScreen) {
@@ -149,19 +113,6 @@ TEST(QtCanvasTest, TextIsTwiceAsLargeOnAFineScreen) {
     };
 
     EXPECT_NEAR(widthOn(2), 2 * widthOn(1), widthOn(1) / 8);
-}
-
-TEST(QtCanvasTest, AMillionPointsAreDrawn) {
-    std::vector<CanvasPoint> points;
-    for (int i = 0; i < 1'000'000; ++i) {
-        points.push_back({i * 480.0 / 1'000'000, static_cast<double>(i * 7 % 300)});
-    }
-    QImage image = sheet(480, 300);
-    QPainter painter(&image);
-
-    face::QtCanvas(painter, {480, 300}, QFont()).line(points, {.colour = {}, .width = 1});
-
-    EXPECT_LT(qGray(image.pixel(240, 150)), 64);
 }
 
 } // namespace

@@ -1,8 +1,6 @@
-#include "linux/services/LinuxLocale.h"
 #include "linux/services/LinuxProgram.h"
 #include "linux/services/LinuxSingleInstance.h"
 #include "support/TemporaryFolder.h"
-#include "types/Convert.h"
 
 #include <gtest/gtest.h>
 
@@ -147,34 +145,6 @@ TEST(ProgramTest, TheDataFolderIsTheUsersUnlessTheEnvironmentNamesAnother) {
     EXPECT_EQ(userDataFolder(), "/data/velmars-tarvik");
     unsetenv("XDG_DATA_HOME");
 }
-
-struct LocaleCase {
-    const char* name;
-    const char* date;
-    const char* time;
-    const char* number;
-};
-
-/// What only this system has, or in bytes of its own.
-class LocaleTest : public testing::TestWithParam<LocaleCase> {};
-
-TEST_P(LocaleTest, GivesTheFormsOfTheLanguageWithFullYears) {
-    const LocaleData data = localeDataOf(QLocale(QString::fromLatin1(GetParam().name)));
-    const Date date = Date::fromCivil({2026, 11, 16, 18, 40, 5});
-
-    EXPECT_EQ(shortDateText(date, data), GetParam().date);
-    EXPECT_EQ(longTimeText(date, data), GetParam().time);
-    EXPECT_EQ(formatGrouped(1'234'567.5, 1, data), GetParam().number);
-    EXPECT_EQ(textToDate(toText(date, data), data).serial(), date.serial());
-}
-
-INSTANTIATE_TEST_SUITE_P(All, LocaleTest,
-                         testing::Values(LocaleCase{"fr_FR", "16/11/2026", "18:40:05",
-                                                    "1\xE2\x80\xAF"
-                                                    "234\xE2\x80\xAF"
-                                                    "567,5"},
-                                         LocaleCase{"C", "16 Nov 2026", "18:40:05", "1,234,567.5"}),
-                         [](const auto& given) { return given.param.name; });
 
 } // namespace
 } // namespace tarvik

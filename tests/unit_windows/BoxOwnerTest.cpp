@@ -11,8 +11,7 @@ public:
     CommandButton cmdAsk{*this, "cmdAsk", {.caption = "Ask"}};
 };
 
-/// Boxes that come up by themselves, or while the program shows windows and puts them aside, stand
-/// before a window that is seen.
+/// What the user did last tells before which window a box stands, wherever the focus is.
 class BoxOwnerTest : public Win32FaceTest {
 protected:
     ~BoxOwnerTest() override {
@@ -71,20 +70,6 @@ TEST_F(BoxOwnerTest, TheCloseBoxAsksBeforeItsOwnWindow) {
     SendMessageA(window(), WM_SYSCOMMAND, SC_CLOSE, 0); // as from the task bar
 
     EXPECT_EQ(owner, window());
-}
-
-TEST_F(BoxOwnerTest, ABoxOfATickStandsBeforeTheWindowThatWasActive) {
-    show();
-    showOther();
-    HWND owner = nullptr;
-    form.timTick.Tick.connect([&] { owner = ownerOfBox(); });
-    form.timTick.setInterval(10'000);
-    form.timTick.setEnabled(true);
-
-    SendMessageA(window(), WM_TIMER, static_cast<WPARAM>(face::controlId(form.timTick)), 0);
-    form.timTick.setEnabled(false);
-
-    EXPECT_EQ(owner, otherWindow());
 }
 
 } // namespace

@@ -2,8 +2,6 @@
 #include "Win32FaceTest.h"
 #include "support/FormOn.h"
 
-#include <thread>
-
 namespace tarvik {
 namespace {
 
@@ -38,32 +36,6 @@ TEST_F(DesktopTest, WhileABoxIsOpenNeitherTimersNorOtherWindowsReachTheProgram) 
     EXPECT_EQ(ticks, 0);
     EXPECT_EQ(clicks, 0);
     EXPECT_TRUE(form.loaded());
-}
-
-TEST_F(DesktopTest, WhileACallBlocksTheWindowIsPaintedButTakesNoInput) {
-    show();
-    int clicks = 0;
-    form.cmdOk.Click.connect([&] { ++clicks; });
-    std::thread::id worker;
-    bool waitCursor = false;
-    const HWND button = find(form.cmdOk);
-    const DWORD user = GetCurrentThreadId();
-
-    desktop.runBlocking([&] {
-        worker = std::this_thread::get_id();
-        PostMessageA(button, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
-        PostMessageA(button, WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
-        PostMessageA(button, WM_KEYDOWN, VK_SPACE, 1);
-        PostMessageA(button, WM_KEYUP, VK_SPACE, 1);
-        AttachThreadInput(GetCurrentThreadId(), user, TRUE);
-        waitCursor = SendMessageA(window(), WM_SETCURSOR, 0, MAKELPARAM(HTCLIENT, 0)) == TRUE;
-        AttachThreadInput(GetCurrentThreadId(), user, FALSE);
-    });
-    settle();
-
-    EXPECT_EQ(clicks, 0);
-    EXPECT_TRUE(waitCursor);
-    EXPECT_NE(worker, std::this_thread::get_id());
 }
 
 /// A form that is never seen, with a menu and a timer.

@@ -65,15 +65,6 @@ TEST(GdiCanvasTest, ASlantedLineMayBeDashed) {
               std::count(whole.begin(), whole.end(), '#') * 2 / 3);
 }
 
-TEST(GdiCanvasTest, ASlantedAreaIsFilled) {
-    const auto draw = [](Canvas& canvas) { drawPolygon(canvas, {{0, 0}, {12, 0}, {0, 6}}); };
-
-    const std::string image = seenOnCanvas(draw, 1);
-
-    EXPECT_EQ(image.substr(0, 9), "#########");
-    EXPECT_EQ(image.substr(13 * 6), "............\n");
-}
-
 TEST(GdiCanvasTest, TheContextIsAsBeforeAfterwards) {
     const MemorySheet sheet(12, 7);
     const HGDIOBJ font = GetCurrentObject(sheet.context(), OBJ_FONT);
@@ -88,41 +79,6 @@ TEST(GdiCanvasTest, TheContextIsAsBeforeAfterwards) {
     EXPECT_EQ(GetCurrentObject(sheet.context(), OBJ_PEN), pen);
     EXPECT_EQ(GetBkMode(sheet.context()), OPAQUE);
     EXPECT_EQ(GetTextColor(sheet.context()), RGB(0, 0, 0));
-}
-
-TEST(GdiCanvasTest, TextStandsInItsBox) {
-    const MemorySheet sheet(120, 60);
-    CanvasSize size;
-    {
-        face::GdiCanvas canvas(sheet.context(), {120, 60}, 1, systemFont());
-        size = canvas.textSize("Xg");
-        canvas.text({20, 10}, "Xg", {});
-    }
-
-    const Pixels pixels = sheet.pixels();
-    bool any = false;
-    for (int y = 0; y < pixels.height; ++y) {
-        for (int x = 0; x < pixels.width; ++x) {
-            const bool inside = x >= 19 && x <= 21 + size.width && y >= 10 && y < 10 + size.height;
-            const bool white = pixels.at(x, y) == 0xFFFFFFU;
-            EXPECT_TRUE(inside || white) << x << ' ' << y;
-            any = any || !white;
-        }
-    }
-    EXPECT_TRUE(any);
-}
-
-TEST(GdiCanvasTest, AMillionPointsAreDrawn) {
-    std::vector<CanvasPoint> points;
-    for (int i = 0; i < 1'000'000; ++i) {
-        points.push_back({i * 480.0 / 1'000'000, static_cast<double>(i * 7 % 300)});
-    }
-    const MemorySheet sheet(480, 300);
-
-    face::GdiCanvas(sheet.context(), {480, 300}, 1, systemFont())
-        .line(points, {.colour = {}, .width = 1});
-
-    EXPECT_EQ(sheet.pixels().at(240, 150), 0U);
 }
 
 } // namespace

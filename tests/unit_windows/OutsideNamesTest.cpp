@@ -1,5 +1,4 @@
 #include "HebrewPage.h"
-#include "Later.h"
 #include "controls/ListView.h"
 #include "support/FormOn.h"
 #include "support/Win32Windows.h"
@@ -18,18 +17,14 @@ namespace {
 const std::string turned = "\xF9\xF8 Bank \xFEgnp.exe";
 const std::string told = "\xF9\xF8 Bank [U+200F]gnp.exe";
 
-/// Controls that show a name from outside, and one in which the user writes.
+/// Controls that show a name from outside.
 class NamesForm : public Form {
 public:
     NamesForm() : Form("frmNames", "Names") {
-        setLayout(column({item(lblName), item(cboNames), item(txtName), item(txtOwn),
-                          item(lvwNames), item(cmdName)}));
+        setLayout(column({item(lblName), item(lvwNames), item(cmdName)}));
     }
 
     Label lblName{*this, "lblName", {.caption = "Name"}};
-    ComboBox cboNames{*this, "cboNames", {.accessibleName = "Names"}};
-    TextBox txtName{*this, "txtName", {.accessibleName = "Name", .readOnly = true}};
-    TextBox txtOwn{*this, "txtOwn", {.accessibleName = "Own"}};
     ListView lvwNames{*this, "lvwNames", {.columns = {{"Name"}}, .accessibleName = "All"}};
     CommandButton cmdName{*this, "cmdName", {.caption = "Name"}};
 };
@@ -50,14 +45,6 @@ protected:
     FormOn<NamesForm> form{desktop};
 };
 
-TEST_F(OutsideNamesTest, AListTellsOfATurnAndKeepsTheTrueName) {
-    form.cboNames.addItem(turned);
-    form.cboNames.setListIndex(0);
-
-    EXPECT_EQ(textOf(find(form.cboNames)), told);
-    EXPECT_EQ(form.cboNames.text(), turned);
-}
-
 TEST_F(OutsideNamesTest, ALabelTellsOfATurn) {
     form.lblName.setCaption(turned);
 
@@ -70,19 +57,6 @@ TEST_F(OutsideNamesTest, AButtonTellsOfATurn) {
     EXPECT_EQ(textOf(find(form.cmdName)), told);
 }
 
-TEST_F(OutsideNamesTest, ATextThatIsOnlyReadTellsOfATurn) {
-    form.txtName.setText(turned);
-
-    EXPECT_EQ(textOf(find(form.txtName)), told);
-    EXPECT_EQ(form.txtName.text(), turned);
-}
-
-TEST_F(OutsideNamesTest, ATextOfTheUsersOwnIsLeftAsItIs) {
-    form.txtOwn.setText(turned);
-
-    EXPECT_EQ(textOf(find(form.txtOwn)), turned);
-}
-
 TEST_F(OutsideNamesTest, ARowTellsOfATurn) {
     form.lvwNames.setRows(1, [](int, int) { return turned; }, {});
     char text[64] = {};
@@ -91,19 +65,6 @@ TEST_F(OutsideNamesTest, ARowTellsOfATurn) {
     cell.cchTextMax = sizeof text;
 
     SendMessageA(find(form.lvwNames), LVM_GETITEMTEXTA, 0, reinterpret_cast<LPARAM>(&cell));
-
-    EXPECT_EQ(text, told);
-}
-
-TEST_F(OutsideNamesTest, ABoxTellsOfATurn) {
-    std::string text;
-    const Later press([&] {
-        const OpenBox open = openBox(GetCurrentProcessId());
-        text = open.text;
-        return open.window != nullptr && open.press(MsgBoxAnswer::Ok);
-    });
-
-    desktop.messageBox({.text = turned, .caption = "T"});
 
     EXPECT_EQ(text, told);
 }

@@ -1,4 +1,5 @@
 #include "contracts/FaceUnderTest.h"
+#include "contracts/painted/OutsideNames.h"
 
 #include "support/QtMachine.h"
 #include "support/QtWidgets.h"
@@ -97,6 +98,7 @@ public:
         machine_.desktop.run();
     }
     void atNextBox(std::function<void(ShownBox&)> act) override {
+        watch_.disconnect(); // from what the box before was for
         QObject::connect(&watch_, &QTimer::timeout, &watch_, [this, act = std::move(act)] {
             if (auto* open = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
                 watch_.stop();
@@ -249,6 +251,10 @@ private:
 
 std::unique_ptr<FaceUnderTest> faceUnderTest() {
     return std::make_unique<LinuxFaceUnderTest>();
+}
+
+OutsideNamesUnderTest outsideNamesUnderTest() {
+    return {.face = faceUnderTest(), .turned = "Bank\u202egnp.exe", .told = "Bank[U+202E]gnp.exe"};
 }
 
 } // namespace tarvik

@@ -6,8 +6,8 @@
 
 namespace tarvik {
 
-std::string seenOnCanvas(void (*draw)(Canvas&), double scale) {
-    QImage image(CanvasCase::width, CanvasCase::height, QImage::Format_RGB32);
+Pixels paintedOnCanvas(CanvasSize size, const std::function<void(Canvas&)>& draw, double scale) {
+    QImage image(static_cast<int>(size.width), static_cast<int>(size.height), QImage::Format_RGB32);
     image.setDevicePixelRatio(scale);
     image.fill(Qt::white);
     {
@@ -15,7 +15,7 @@ std::string seenOnCanvas(void (*draw)(Canvas&), double scale) {
         face::QtCanvas canvas(painter, image.deviceIndependentSize(), QFont());
         draw(canvas);
     }
-    return inCharacters(pixelsOf(image));
+    return pixelsOf(image);
 }
 
 } // namespace tarvik

@@ -3,10 +3,15 @@
 #include "../../unit_linux/ImagePixels.h"
 #include "support/QtWidgets.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
 #include <QMouseEvent>
+#include <QSemaphore>
 
+#include <gtest/gtest.h>
+
+#include <memory>
 #include <stdexcept>
 
 namespace tarvik {
@@ -41,6 +46,30 @@ void giveFocus(const Control& control) {
 void enlarge(const Form& form, int width, int height) {
     QWidget& window = *theWidget(form.controls().front()->name()).window();
     window.resize(window.size() + QSize(width, height));
+}
+
+bool isActive(const Form& form) {
+    return QApplication::activeWindow() == windowNamed(form.name());
+}
+
+bool clickDuringCall(const Control& button) {
+    struct Seen {
+        QSemaphore over;
+        bool waits = false;
+    };
+    const auto seen = std::make_shared<Seen>();
+    const auto click = [seen, &widget = theWidget<QAbstractButton>(button.name())] {
+        widget.click();
+        const QPointF middle = widget.rect().center();
+        QMouseEvent press(QEvent::MouseButtonPress, middle, widget.mapToGlobal(middle),
+                          Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&widget, &press);
+        EXPECT_FALSE(widget.isDown());
+        seen->waits = QApplication::overrideCursor() != nullptr;
+        seen->over.release();
+    };
+    QMetaObject::invokeMethod(qApp, click, Qt::QueuedConnection);
+    return seen->over.tryAcquire(1, 10'000) && seen->waits;
 }
 
 std::string ownerOfOpenBox() {

@@ -67,7 +67,12 @@ LocalesUnderTest localesUnderTest() {
                     return localeDataOf(QLocale(QString::fromStdString(name)));
                 },
             .all = allLocales,
-            .noBreakSpace = "\xC2\xA0"};
+            .noBreakSpace = "\xC2\xA0",
+            .ownCases = {{"fr_FR", "16/11/2026", "18:40:05",
+                          "1\xE2\x80\xAF"
+                          "234\xE2\x80\xAF"
+                          "567,5"},
+                         {"C", "16 Nov 2026", "18:40:05", "1,234,567.5"}}};
 }
 
 } // namespace tarvik

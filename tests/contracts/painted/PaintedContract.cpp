@@ -108,37 +108,5 @@ TEST_F(PaintedChartContract, TheFocusIsSeen) {
     EXPECT_LT(differing, 0.02);
 }
 
-/// Boxes that come up while the program shows windows and puts them aside stand before a window
-/// that is seen.
-class BoxOwnerContract : public PaintedChartContract {
-protected:
-    std::string ownerOfBox() {
-        std::string owner = "no box came";
-        face->atNextBox([&](ShownBox& box) {
-            owner = ownerOfOpenBox();
-            box.press(MsgBoxAnswer::Ok);
-        });
-        face->desktop().messageBox({.text = "?", .caption = "T"});
-        return owner;
-    }
-};
-
-TEST_F(BoxOwnerContract, ABoxDoesNotGoAsideWithTheWindowThatIsPutAsideForIt) {
-    form.setMinimised(true);
-
-    EXPECT_EQ(ownerOfBox(), "");
-
-    EXPECT_TRUE(face->isMinimised(form));
-}
-
-TEST_F(BoxOwnerContract, ABoxStandsBeforeTheWindowThatIsShownForIt) {
-    form.setVisible(false);
-    face->settle();
-
-    form.setVisible(true);
-
-    EXPECT_EQ(ownerOfBox(), "frmChart");
-}
-
 } // namespace
 } // namespace tarvik

@@ -17,6 +17,10 @@ void takePointerAway(const Chart& chart);
 void giveFocus(const Control& control);
 /// Makes the window larger by so many pixels.
 void enlarge(const Form& form, int width, int height);
+bool isActive(const Form& form);
+/// Clicks on a button and presses it by the keyboard, from the thread of a blocking call; whether
+/// the pointer shows meanwhile that the program waits.
+bool clickDuringCall(const Control& button);
 /// Before which form's window the open box stands; empty for none.
 std::string ownerOfOpenBox();
 

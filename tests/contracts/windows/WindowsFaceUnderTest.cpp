@@ -1,5 +1,7 @@
 #include "contracts/FaceUnderTest.h"
+#include "contracts/painted/OutsideNames.h"
 
+#include "../../unit_windows/HebrewPage.h"
 #include "../../unit_windows/Later.h"
 #include "support/Win32Machine.h"
 #include "support/Win32Windows.h"
@@ -68,6 +70,9 @@ private:
 
 class WindowsFaceUnderTest : public FaceUnderTest {
 public:
+    explicit WindowsFaceUnderTest(const CodePage& codePage)
+        : machine_{.scripted = {}, .desktop = face::WindowsDesktop(codePage)} {}
+
     Desktop& desktop() override { return machine_.desktop; }
     void settle() override { machine_.desktop.processEvents(); }
     bool waitUntil(const std::function<bool()>& condition) override {
@@ -279,7 +284,13 @@ private:
 } // namespace
 
 std::unique_ptr<FaceUnderTest> faceUnderTest() {
-    return std::make_unique<WindowsFaceUnderTest>();
+    return std::make_unique<WindowsFaceUnderTest>(windowsCodePage());
+}
+
+OutsideNamesUnderTest outsideNamesUnderTest() {
+    return {.face = std::make_unique<WindowsFaceUnderTest>(hebrewPage()),
+            .turned = "\xF9\xF8 Bank \xFEgnp.exe",
+            .told = "\xF9\xF8 Bank [U+200F]gnp.exe"};
 }
 
 } // namespace tarvik

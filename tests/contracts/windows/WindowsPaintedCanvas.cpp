@@ -5,15 +5,15 @@
 
 namespace tarvik {
 
-std::string seenOnCanvas(void (*draw)(Canvas&), double scale) {
-    const MemorySheet sheet(CanvasCase::width, CanvasCase::height);
+Pixels paintedOnCanvas(CanvasSize size, const std::function<void(Canvas&)>& draw, double scale) {
+    const SIZE pixels{static_cast<LONG>(size.width), static_cast<LONG>(size.height)};
+    const MemorySheet sheet(pixels.cx, pixels.cy);
     {
         const auto font = static_cast<HFONT>(GetStockObject(DEFAULT_GUI_FONT));
-        face::GdiCanvas canvas(sheet.context(), {CanvasCase::width, CanvasCase::height}, scale,
-                               font);
+        face::GdiCanvas canvas(sheet.context(), pixels, scale, font);
         draw(canvas);
     }
-    return inCharacters(sheet.pixels());
+    return sheet.pixels();
 }
 
 } // namespace tarvik

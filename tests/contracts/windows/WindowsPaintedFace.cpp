@@ -50,9 +50,27 @@ void enlarge(const Form& form, int width, int height) {
                  outer.bottom - outer.top + height, SWP_NOMOVE | SWP_NOZORDER);
 }
 
+bool isActive(const Form& form) {
+    return GetActiveWindow() == ownWindow(form.name());
+}
+
+bool clickDuringCall(const Control& button) {
+    const HWND window = windowOf(button);
+    const DWORD user = GetWindowThreadProcessId(window, nullptr);
+    PostMessageA(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
+    PostMessageA(window, WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
+    PostMessageA(window, WM_KEYDOWN, VK_SPACE, 1);
+    PostMessageA(window, WM_KEYUP, VK_SPACE, 1);
+    AttachThreadInput(GetCurrentThreadId(), user, TRUE);
+    const LRESULT waits =
+        SendMessageA(ownWindow(button.list().name()), WM_SETCURSOR, 0, MAKELPARAM(HTCLIENT, 0));
+    AttachThreadInput(GetCurrentThreadId(), user, FALSE);
+    return waits == TRUE;
+}
+
 std::string ownerOfOpenBox() {
     const HWND owner = GetWindow(openBox(GetCurrentProcessId()).window, GW_OWNER);
-    return owner == nullptr ? "" : owner == ownWindow("frmChart") ? "frmChart" : "another window";
+    return owner == nullptr ? "" : classOf(owner);
 }
 
 } // namespace tarvik
