@@ -8,13 +8,13 @@
 #include "faults/Interposer.h"
 #include "faults/Operations.h"
 #include "linux/services/LinuxFiles.h"
+#include "support/FileBytes.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <sstream>
 #include <stdlib.h> // mkdtemp
 #include <sys/wait.h>
@@ -79,11 +79,6 @@ struct Outcome {
     Report report;
     int status = 0;
 };
-
-std::string contentOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 class Harness {
 public:

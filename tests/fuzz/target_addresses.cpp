@@ -4,6 +4,7 @@
 // Input: the addresses.
 
 #include "FuzzWorld.h"
+#include "history/AddressBox.h"
 #include "history/mdlIPAddresses.h"
 
 #include <algorithm>
@@ -62,14 +63,6 @@ Texts sortedByInsertion(const Texts& addresses) {
         }
     }
     return sorted;
-}
-
-std::string boxOf(const Texts& addresses) {
-    std::string text;
-    for (const std::string& address : addresses) {
-        text += address + "\r\n";
-    }
-    return text.empty() ? "[no IP addresses recorded]" : text;
 }
 
 void play(Input input) {

@@ -1,4 +1,5 @@
 #include "Driver.h"
+#include "ExpectedBoxes.h"
 
 #include "QtEyes.h"
 
@@ -198,7 +199,7 @@ public:
     }
 
     void answerNext(const std::string& text, MsgBoxButtons buttons, MsgBoxAnswer answer) override {
-        expected_.push_back({face::shownLines(text), buttons, answer});
+        boxes_.announce(face::shownLines(text).toStdString(), buttons, answer);
     }
 
     void answerEvery(Chooser choose) override {
@@ -260,13 +261,7 @@ public:
         eyes_.look();
     }
 
-    std::string boxTrouble() override {
-        for (const Expected& box : expected_) {
-            trouble_ += "This box did not come: " + face::entered(box.text) + "\n";
-        }
-        expected_.clear();
-        return std::exchange(trouble_, {});
-    }
+    std::string boxTrouble() override { return boxes_.trouble(); }
 
     std::string complaints() override { return eyes_.complaints(); }
 
@@ -288,12 +283,6 @@ public:
     }
 
 private:
-    struct Expected {
-        QString text;
-        MsgBoxButtons buttons;
-        MsgBoxAnswer answer;
-    };
-
     /// The user acts in a window for its own lifetime; then what waits is handled and looked at.
     class Acting {
     public:
@@ -375,28 +364,24 @@ private:
             buttons.at(chosen)->click();
             return;
         }
-        if (expected_.empty() || expected_.front().text != box->text()) {
-            trouble_ += "Unexpected box: " + face::entered(box->text()) + "\n";
-            box->reject();
+        const std::string text = box->text().toStdString();
+        const std::optional<MsgBoxAnswer> answer = boxes_.answerTo(text);
+        QAbstractButton* const button = answer ? box->button(buttonOf(*answer)) : nullptr;
+        if (button != nullptr) {
+            button->click();
             return;
         }
-        const Expected next = expected_.front();
-        expected_.erase(expected_.begin());
-        QAbstractButton* button = box->button(buttonOf(next.answer));
-        if (button == nullptr) {
-            trouble_ += "The box has no such button: " + face::entered(box->text()) + "\n";
-            box->reject();
-            return;
+        if (answer) {
+            boxes_.noteMissingButton(text);
         }
-        button->click();
+        box->reject();
     }
 
     QtMachine machine_;
     QtEyes eyes_;
     QTimer watch_;
-    std::vector<Expected> expected_;
+    ExpectedBoxes boxes_;
     Chooser choose_;
-    std::string trouble_;
 };
 
 } // namespace

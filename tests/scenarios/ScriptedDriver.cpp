@@ -1,4 +1,5 @@
 #include "Driver.h"
+#include "ExpectedBoxes.h"
 
 #include "controls/ListView.h"
 
@@ -20,7 +21,7 @@ std::vector<MsgBoxAnswer> answersOf(MsgBoxButtons buttons) {
 class ScriptedDriver : public Driver {
 public:
     ScriptedDriver() {
-        machine_.desktop.fail = [this](const std::string& what) { trouble_ += what + "\n"; };
+        machine_.desktop.fail = [this](const std::string& what) { boxes_.note(what); };
     }
 
     ScriptedPlatform& machine() override { return machine_; }
@@ -103,9 +104,9 @@ public:
 
     void answerNext(const std::string& text, MsgBoxButtons buttons, MsgBoxAnswer answer) override {
         // The icon is asserted by the unit tests; here only what every face can tell.
-        expected_.push_back({text, buttons, answer});
+        boxes_.announce(text, buttons, answer);
         machine_.desktop.answerAny = [this](const MsgBoxRequest& request) {
-            return answered(request);
+            return boxes_.answerTo(request.text, request.buttons).value_or(MsgBoxAnswer::Cancel);
         };
     }
 
@@ -150,13 +151,7 @@ public:
 
     void settle() override { machine_.desktop.advance(0); }
 
-    std::string boxTrouble() override {
-        for (const Expected& box : expected_) {
-            trouble_ += "This box did not come: " + box.text + "\n";
-        }
-        expected_.clear();
-        return std::exchange(trouble_, {});
-    }
+    std::string boxTrouble() override { return boxes_.trouble(); }
 
     bool waitUntil(const std::function<bool()>& condition) override {
         constexpr int steps = 600;
@@ -171,31 +166,13 @@ public:
     }
 
 private:
-    struct Expected {
-        std::string text;
-        MsgBoxButtons buttons;
-        MsgBoxAnswer answer;
-    };
-
     Control& control(const std::string& name) {
         const std::size_t dot = name.find('.');
         return *machine_.desktop.form(name.substr(0, dot))->control(name.substr(dot + 1));
     }
 
-    MsgBoxAnswer answered(const MsgBoxRequest& request) {
-        if (expected_.empty() || expected_.front().text != request.text ||
-            expected_.front().buttons != request.buttons) {
-            trouble_ += "Unexpected box: " + request.text + "\n";
-            return MsgBoxAnswer::Cancel;
-        }
-        const MsgBoxAnswer answer = expected_.front().answer;
-        expected_.erase(expected_.begin());
-        return answer;
-    }
-
     ScriptedPlatform machine_;
-    std::vector<Expected> expected_;
-    std::string trouble_;
+    ExpectedBoxes boxes_;
 };
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "Driver.h"
+#include "ExpectedBoxes.h"
 
 #include "Win32Eyes.h"
 
@@ -164,8 +165,8 @@ public:
         iconTells(rightButtonReleased);
     }
 
-    void answerNext(const std::string& text, MsgBoxButtons, MsgBoxAnswer answer) override {
-        expected_.push_back({text, answer});
+    void answerNext(const std::string& text, MsgBoxButtons buttons, MsgBoxAnswer answer) override {
+        boxes_.announce(text, buttons, answer);
     }
 
     void answerEvery(Chooser choose) override { choose_ = std::move(choose); }
@@ -222,13 +223,7 @@ public:
 
     std::string complaints() override { return eyes_.complaints(); }
 
-    std::string boxTrouble() override {
-        for (const Expected& box : expected_) {
-            trouble_ += "This box did not come: " + box.text + "\n";
-        }
-        expected_.clear();
-        return std::exchange(trouble_, {});
-    }
+    std::string boxTrouble() override { return boxes_.trouble(); }
 
     bool waitUntil(const std::function<bool()>& condition) override {
         constexpr ULONGLONG deadline = 20'000;
@@ -302,11 +297,6 @@ private:
         return known.kind() == ControlKind::Chart ? text.substr(0, text.find(". ")) : text;
     }
 
-    struct Expected {
-        std::string text;
-        MsgBoxAnswer answer;
-    };
-
     static void CALLBACK onWatch(HWND, UINT, UINT_PTR, DWORD) {
         if (current != nullptr) {
             current->answerOpenBox();
@@ -325,7 +315,7 @@ private:
         const std::size_t dot = name.find('.');
         const std::string form = name.substr(0, dot);
         const Control* known = table(form).control(name.substr(dot + 1));
-        return GetDlgItem(ownWindow(form), face::controlId(*known));
+        return windowOf(*known);
     }
 
     /// As the task bar tells the window that the icon's record names.
@@ -365,17 +355,14 @@ private:
             box.press(answers.at(static_cast<std::size_t>(chosen)));
             return;
         }
-        if (expected_.empty() || expected_.front().text != box.text) {
-            trouble_ += "Unexpected box: " + box.text + "\n";
-            EndDialog(box.window, 0);
+        const std::optional<MsgBoxAnswer> answer = boxes_.answerTo(box.text);
+        if (answer && box.press(*answer)) {
             return;
         }
-        const Expected next = expected_.front();
-        expected_.erase(expected_.begin());
-        if (!box.press(next.answer)) {
-            trouble_ += "The box has no such button: " + box.text + "\n";
-            EndDialog(box.window, 0);
+        if (answer) {
+            boxes_.noteMissingButton(box.text);
         }
+        EndDialog(box.window, 0);
     }
 
     static Win32Driver* current;
@@ -385,9 +372,8 @@ private:
     UINT_PTR watch_ = 0;
     HWND answered_ = nullptr;
     int chosenEntry_ = -1; ///< of the menu that opens next
-    std::vector<Expected> expected_;
+    ExpectedBoxes boxes_;
     Chooser choose_;
-    std::string trouble_;
 };
 
 Win32Driver* Win32Driver::current = nullptr;

@@ -1,5 +1,8 @@
 #include "support/Win32Windows.h"
 
+#include "controls/ControlList.h"
+#include "windows/face/ControlIds.h"
+
 #include <algorithm>
 
 namespace tarvik {
@@ -71,6 +74,14 @@ std::vector<HWND> topLevelWindows(const std::string& className, DWORD process) {
 HWND ownWindow(const std::string& className) {
     const std::vector<HWND> found = topLevelWindows(className, GetCurrentProcessId());
     return found.empty() ? nullptr : found.front();
+}
+
+HWND windowOf(const ControlList& form) {
+    return ownWindow(form.name());
+}
+
+HWND windowOf(const Control& control) {
+    return GetDlgItem(windowOf(control.list()), face::controlId(control));
 }
 
 std::string textOf(HWND window) {

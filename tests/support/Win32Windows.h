@@ -1,5 +1,6 @@
 #pragma once
 
+#include "controls/Control.h"
 #include "ports/Desktop.h"
 #include "windows/services/SystemHeader.h"
 
@@ -19,6 +20,10 @@ std::vector<HWND> topLevelWindows(const std::string& className, DWORD process);
 
 /// The window of that class in this process; null when there is none.
 HWND ownWindow(const std::string& className);
+
+/// The window of a form in this process, or of one of its controls; null when there is none.
+HWND windowOf(const ControlList& form);
+HWND windowOf(const Control& control);
 
 /// The text of a window, whatever its process.
 std::string textOf(HWND window);

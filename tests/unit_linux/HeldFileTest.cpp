@@ -1,4 +1,5 @@
 #include "linux/services/LinuxFiles.h"
+#include "support/FileBytes.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -6,8 +7,6 @@
 #include <array>
 #include <csignal>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -25,10 +24,6 @@ public:
 
     std::string in(const std::string& name) const { return folder.path() + "/" + name; }
     void makeFolder(const std::string& path) const { std::filesystem::create_directory(path); }
-    std::string contentOf(const std::string& path) const {
-        std::ifstream file(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    }
 };
 
 class HeldFileTest : public testing::Test {
@@ -86,7 +81,7 @@ TEST_F(HeldFileTest, ALinkIsRefusedAndItsTargetUntouched) {
 
     EXPECT_EQ(files.holdOrMake(path, 16, ini).outcome, Outcome::Refused);
 
-    EXPECT_EQ(machine.contentOf(machine.in("target")), "somebody's");
+    EXPECT_EQ(contentOf(machine.in("target")), "somebody's");
 }
 
 TEST_F(HeldFileTest, ALinkToNothingIsRefusedAndItsTargetNotMade) {
@@ -154,7 +149,7 @@ TEST_F(HeldFileTest, WhatSomebodyHasPutInItsPlaceIsNotRemoved) {
 
     EXPECT_FALSE(held.file->remove());
 
-    EXPECT_EQ(machine.contentOf(path), "another's");
+    EXPECT_EQ(contentOf(path), "another's");
 }
 
 TEST_F(HeldFileTest, AKilledProgramHoldsItNoMore) {

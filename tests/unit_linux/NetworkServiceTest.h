@@ -3,6 +3,7 @@
 #include "NetworkStandIn.h"
 
 #include "linux/network/NetworkConnections.h"
+#include "support/RasCalls.h"
 
 #include <gtest/gtest.h>
 
@@ -54,13 +55,8 @@ protected:
     std::uint32_t dial(const std::string& name) { return dial(name, connections); }
 
     std::uint32_t dial(const std::string& name, NetworkConnections& by) {
-        RASDIALEXTENSIONS extensions{};
-        extensions.dwSize = 16;
-        RASDIALPARAMSA parameters{};
-        parameters.dwSize = 1052;
-        name.copy(parameters.szEntryName, sizeof parameters.szEntryName - 1);
         handle = 0;
-        return by.RasDialA(&extensions, nullptr, &parameters, 0, nullptr, &handle);
+        return dialEntry(by, name, handle);
     }
 
     std::uint32_t stateOf(std::uint32_t line) {

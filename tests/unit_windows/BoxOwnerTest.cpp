@@ -1,6 +1,7 @@
 #include "Later.h"
 #include "Win32FaceTest.h"
 #include "support/FormOn.h"
+#include "windows/face/ControlIds.h"
 
 namespace tarvik {
 namespace {
@@ -53,7 +54,7 @@ TEST_F(BoxOwnerTest, ABoxStandsBeforeTheWindowWhoseUserIsAnswered) {
     // As a screen reader presses it, without going there.
     SendMessageA(window(), WM_COMMAND,
                  static_cast<WPARAM>(face::controlId(form.cmdOk)) | (BN_CLICKED << 16U),
-                 reinterpret_cast<LPARAM>(find(form.cmdOk)));
+                 reinterpret_cast<LPARAM>(windowOf(form.cmdOk)));
 
     EXPECT_EQ(owner, window());
 }

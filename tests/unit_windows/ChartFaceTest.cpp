@@ -4,7 +4,6 @@
 #include "support/ChartForm.h"
 #include "support/Win32Machine.h"
 #include "support/Win32Windows.h"
-#include "windows/face/ControlIds.h"
 
 #include <gtest/gtest.h>
 
@@ -26,10 +25,7 @@ protected:
 
     void settle() { machine.desktop.processEvents(); }
     HWND window() const { return ownWindow("frmChart"); }
-    HWND find(const Control& control) const {
-        return GetDlgItem(window(), face::controlId(control));
-    }
-    HWND chart() const { return find(form.chtValues); }
+    HWND chart() const { return windowOf(form.chtValues); }
 
     SIZE chartSize() const {
         RECT area{};
@@ -117,7 +113,7 @@ TEST_F(ChartFaceTest, APointerThatRestsLeavesTheReadingToTheKeys) {
 }
 
 TEST_F(ChartFaceTest, AClickTakesTheFocusThere) {
-    SetFocus(find(form.cmdOk));
+    SetFocus(windowOf(form.cmdOk));
 
     SendMessageA(chart(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
 
@@ -128,7 +124,7 @@ TEST_F(ChartFaceTest, TheTabKeyComesAndGoes) {
     SetFocus(chart());
 
     press(VK_TAB);
-    EXPECT_EQ(GetFocus(), find(form.cmdOk));
+    EXPECT_EQ(GetFocus(), windowOf(form.cmdOk));
     EXPECT_NE(GetWindowLongA(chart(), GWL_STYLE) & WS_TABSTOP, 0);
 }
 

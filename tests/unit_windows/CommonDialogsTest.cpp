@@ -346,7 +346,7 @@ TEST_F(CommonDialogsTest, WhileADialogIsOpenAButtonOfAFormDoesNothing) {
         if (openDialog() == nullptr) {
             return false;
         }
-        SendMessageA(find(form.cmdOk), BM_CLICK, 0, 0);
+        SendMessageA(windowOf(form.cmdOk), BM_CLICK, 0, 0);
         return leave(IDCANCEL);
     });
 
@@ -363,7 +363,7 @@ TEST_F(CommonDialogsTest, AfterADialogAButtonOfAFormWorksAgain) {
     const Later cancel([] { return leave(IDCANCEL); });
     dialogs.GetOpenFileNameA(&data, stay);
 
-    SendMessageA(find(form.cmdOk), BM_CLICK, 0, 0);
+    SendMessageA(windowOf(form.cmdOk), BM_CLICK, 0, 0);
 
     EXPECT_EQ(clicks, 1);
 }

@@ -1,6 +1,7 @@
 #include "Later.h"
 #include "Win32FaceTest.h"
 #include "support/FormOn.h"
+#include "windows/face/ControlIds.h"
 
 namespace tarvik {
 namespace {
@@ -22,7 +23,7 @@ TEST_F(DesktopTest, WhileABoxIsOpenNeitherTimersNorOtherWindowsReachTheProgram) 
             return false;
         }
         SendMessageA(window(), WM_TIMER, static_cast<WPARAM>(face::controlId(form.timTick)), 0);
-        SendMessageA(find(form.cmdOk), BM_CLICK, 0, 0);
+        SendMessageA(windowOf(form.cmdOk), BM_CLICK, 0, 0);
         SendMessageA(window(), WM_SYSCOMMAND, SC_CLOSE, 0);
         ++rounds;
         return open.press(MsgBoxAnswer::Ok);

@@ -1,6 +1,7 @@
 #include "Win32FaceTest.h"
 
 #include "common/ReadableColour.h"
+#include "windows/face/ControlIds.h"
 #include "windows/face/TextColour.h"
 
 #include <algorithm>
@@ -19,7 +20,7 @@ using FaceTest = Win32FaceTest;
 TEST_F(FaceTest, EveryControlIsFoundByItsNumber) {
     for (const Control* control : form.controls()) {
         if (control->kind() != ControlKind::Timer) {
-            EXPECT_NE(find(*control), nullptr) << control->name();
+            EXPECT_NE(windowOf(*control), nullptr) << control->name();
             EXPECT_EQ(face::controlWithId(form, face::controlId(*control)), control);
         }
     }
@@ -30,18 +31,18 @@ TEST_F(FaceTest, EveryControlIsFoundByItsNumber) {
 }
 
 TEST_F(FaceTest, ControlsAreTheSystemsOwn) {
-    EXPECT_EQ(classOf(find(form.frameAll)), "Button");
-    EXPECT_EQ(classOf(find(form.lblName)), "Static");
-    EXPECT_EQ(classOf(find(form.txtName)), "Edit");
-    EXPECT_EQ(classOf(find(form.chkTick)), "Button");
-    EXPECT_EQ(classOf(find(form.cboList)), "ComboBox");
-    EXPECT_EQ(classOf(find(form.cmdOk)), "Button");
+    EXPECT_EQ(classOf(windowOf(form.frameAll)), "Button");
+    EXPECT_EQ(classOf(windowOf(form.lblName)), "Static");
+    EXPECT_EQ(classOf(windowOf(form.txtName)), "Edit");
+    EXPECT_EQ(classOf(windowOf(form.chkTick)), "Button");
+    EXPECT_EQ(classOf(windowOf(form.cboList)), "ComboBox");
+    EXPECT_EQ(classOf(windowOf(form.cmdOk)), "Button");
 }
 
 TEST_F(FaceTest, BytesOfTheCodePageAreShownAsTheyAre) {
     form.txtName.setText("\xE9\xDF");
 
-    EXPECT_EQ(textOf(find(form.txtName)), "\xE9\xDF");
+    EXPECT_EQ(textOf(windowOf(form.txtName)), "\xE9\xDF");
 }
 
 TEST_F(FaceTest, WhatTheUserDoesToTheWindowReachesTheModel) {
@@ -59,7 +60,7 @@ TEST_F(FaceTest, WhatTheUserDoesToTheWindowReachesTheModel) {
 TEST_F(FaceTest, TheFocusBeginsWhereTheFormSays) {
     show();
 
-    EXPECT_TRUE(spinUntil([&] { return GetFocus() == find(form.cboList); }));
+    EXPECT_TRUE(spinUntil([&] { return GetFocus() == windowOf(form.cboList); }));
 }
 
 TEST_F(FaceTest, EnterPressesTheDefaultButtonAndEscapeTheOther) {
@@ -68,7 +69,7 @@ TEST_F(FaceTest, EnterPressesTheDefaultButtonAndEscapeTheOther) {
     form.cmdOk.Click.connect([&] { ++accepted; });
     form.cmdCancel.Click.connect([&] { ++cancelled; });
     show();
-    ASSERT_TRUE(spinUntil([&] { return GetFocus() == find(form.cboList); }));
+    ASSERT_TRUE(spinUntil([&] { return GetFocus() == windowOf(form.cboList); }));
 
     press(VK_RETURN);
     EXPECT_EQ(accepted, 1);
@@ -78,33 +79,33 @@ TEST_F(FaceTest, EnterPressesTheDefaultButtonAndEscapeTheOther) {
 
 TEST_F(FaceTest, TheTabKeyMovesTheFocus) {
     show();
-    ASSERT_TRUE(spinUntil([&] { return GetFocus() == find(form.cboList); }));
+    ASSERT_TRUE(spinUntil([&] { return GetFocus() == windowOf(form.cboList); }));
 
     press(VK_TAB);
 
-    EXPECT_EQ(GetFocus(), find(form.cmdOk));
+    EXPECT_EQ(GetFocus(), windowOf(form.cmdOk));
 }
 
 TEST_F(FaceTest, TheMnemonicOfALabelMovesToItsInput) {
     show();
-    ASSERT_TRUE(spinUntil([&] { return GetFocus() == find(form.cboList); }));
+    ASSERT_TRUE(spinUntil([&] { return GetFocus() == windowOf(form.cboList); }));
     constexpr LPARAM withAlt = 1 << 29;
 
     PostMessageA(GetFocus(), WM_SYSCHAR, 'n', withAlt);
     settle();
 
-    EXPECT_EQ(GetFocus(), find(form.txtName));
+    EXPECT_EQ(GetFocus(), windowOf(form.txtName));
 }
 
 TEST_F(FaceTest, NoControlIsCutOffOrLiesOverAnother) {
     show();
-    const RECT frame = placeOf(find(form.frameAll));
+    const RECT frame = placeOf(windowOf(form.frameAll));
     std::vector<RECT> seen;
     for (const Control* control : form.controls()) {
         if (control->kind() == ControlKind::Timer || control == &form.frameAll) {
             continue;
         }
-        const RECT rect = placeOf(find(*control));
+        const RECT rect = placeOf(windowOf(*control));
         EXPECT_TRUE(rect.left >= frame.left && rect.right <= frame.right && rect.top >= frame.top &&
                     rect.bottom <= frame.bottom)
             << control->name();
@@ -140,7 +141,7 @@ TEST_F(FaceTest, TheWindowCannotBeMadeSmallerThanItsControls) {
 
 TEST_F(FaceTest, AWindowOnAFinerScreenGrowsWithItsFont) {
     show();
-    const RECT before = placeOf(find(form.cmdOk));
+    const RECT before = placeOf(windowOf(form.cmdOk));
     const RECT window = placeOf(this->window());
     constexpr UINT resolutionChanged = 0x02E0;
     constexpr int twice = 192;
@@ -148,23 +149,23 @@ TEST_F(FaceTest, AWindowOnAFinerScreenGrowsWithItsFont) {
     SendMessageA(this->window(), resolutionChanged, MAKEWPARAM(twice, twice),
                  reinterpret_cast<LPARAM>(&window));
 
-    const RECT after = placeOf(find(form.cmdOk));
+    const RECT after = placeOf(windowOf(form.cmdOk));
     EXPECT_GT(after.bottom - after.top, (before.bottom - before.top) * 3 / 2);
 }
 
 TEST_F(FaceTest, ALabelTakesTheColourOfItsText) {
     show();
     form.lblPlain.setForeColour({192, 0, 0});
-    const HDC context = GetDC(find(form.lblPlain));
+    const HDC context = GetDC(windowOf(form.lblPlain));
 
     SendMessageA(window(), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(context),
-                 reinterpret_cast<LPARAM>(find(form.lblPlain)));
+                 reinterpret_cast<LPARAM>(windowOf(form.lblPlain)));
     EXPECT_EQ(GetTextColor(context), RGB(192, 0, 0));
     SendMessageA(window(), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(context),
-                 reinterpret_cast<LPARAM>(find(form.lblName)));
+                 reinterpret_cast<LPARAM>(windowOf(form.lblName)));
     EXPECT_EQ(GetTextColor(context), GetSysColor(COLOR_WINDOWTEXT));
 
-    ReleaseDC(find(form.lblPlain), context);
+    ReleaseDC(windowOf(form.lblPlain), context);
 }
 
 TEST(TextColourTest, BlackIsTheUsersOwnColour) {
@@ -198,7 +199,7 @@ TEST_F(FaceTest, ARedTextCanBeReadOnADarkWindow) {
     const GroundColour dark(RGB(32, 32, 32));
     form.lblPlain.setForeColour({192, 0, 0});
     show();
-    const HWND label = find(form.lblPlain);
+    const HWND label = windowOf(form.lblPlain);
     RedrawWindow(label, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
 
     double best = 0;
@@ -223,7 +224,7 @@ TEST(TextColourTest, WithStrongContrastEveryTextHasTheUsersColour) {
 
 TEST_F(FaceTest, APictureIsPainted) {
     show();
-    const HWND lamp = find(form.picLamp);
+    const HWND lamp = windowOf(form.picLamp);
     RECT area{};
     GetClientRect(lamp, &area);
     RedrawWindow(lamp, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
@@ -238,7 +239,7 @@ TEST_F(FaceTest, APointerOverThePictureIsToldToIt) {
     int place = 0;
     form.picLamp.MouseMove.connect([&](int x) { place = x; });
 
-    SendMessageA(find(form.picLamp), WM_MOUSEMOVE, 0, 517);
+    SendMessageA(windowOf(form.picLamp), WM_MOUSEMOVE, 0, 517);
 
     EXPECT_EQ(place, 517);
 }
@@ -249,7 +250,7 @@ TEST_F(FaceTest, TheModelKnowsItsWindows) {
     };
 
     EXPECT_EQ(form.hWnd(), number(window()));
-    EXPECT_EQ(form.picLamp.hWnd(), number(find(form.picLamp)));
+    EXPECT_EQ(form.picLamp.hWnd(), number(windowOf(form.picLamp)));
     EXPECT_EQ(form.timTick.hWnd(), 0U);
 }
 

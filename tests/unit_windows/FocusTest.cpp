@@ -34,7 +34,7 @@ protected:
     FocusTest() {
         work.setVisible(true);
         work.bringToFront();
-        EXPECT_TRUE(spinUntil([this] { return GetFocus() == button(work.cmdWork); }));
+        EXPECT_TRUE(spinUntil([this] { return GetFocus() == windowOf(work.cmdWork); }));
     }
     ~FocusTest() override {
         work.unload();
@@ -42,9 +42,6 @@ protected:
     }
 
     HWND workWindow() const { return ownWindow("frmWork"); }
-    HWND button(const Control& control) const {
-        return GetDlgItem(workWindow(), face::controlId(control));
-    }
 
     void workFor(bool working) {
         work.setWorking(working);
@@ -58,7 +55,7 @@ TEST_F(FocusTest, AButtonThatCouldNotBeUsedHasTheFocusAgain) {
     workFor(true);
     workFor(false);
 
-    EXPECT_EQ(GetFocus(), button(work.cmdWork));
+    EXPECT_EQ(GetFocus(), windowOf(work.cmdWork));
 }
 
 TEST_F(FocusTest, MeanwhileTheFormHasTheKeyboard) {
@@ -79,9 +76,9 @@ TEST_F(FocusTest, MeanwhileTabGoesOnFromWhereTheFocusWas) {
     workFor(true);
 
     press(VK_TAB);
-    EXPECT_EQ(GetFocus(), button(work.cmdStop));
+    EXPECT_EQ(GetFocus(), windowOf(work.cmdStop));
     press(VK_TAB);
-    EXPECT_EQ(GetFocus(), button(work.cmdCancel));
+    EXPECT_EQ(GetFocus(), windowOf(work.cmdCancel));
 }
 
 TEST_F(FocusTest, AFocusThatTheUserMovedStaysThere) {
@@ -91,17 +88,17 @@ TEST_F(FocusTest, AFocusThatTheUserMovedStaysThere) {
 
     workFor(false);
 
-    EXPECT_EQ(GetFocus(), button(work.cmdCancel));
+    EXPECT_EQ(GetFocus(), windowOf(work.cmdCancel));
 }
 
 TEST_F(FocusTest, TheFocusOfAHiddenButtonGoesBackToTheOneBefore) {
     workFor(true);
     press(VK_TAB);
-    ASSERT_EQ(GetFocus(), button(work.cmdStop));
+    ASSERT_EQ(GetFocus(), windowOf(work.cmdStop));
 
     workFor(false);
 
-    EXPECT_EQ(GetFocus(), button(work.cmdWork));
+    EXPECT_EQ(GetFocus(), windowOf(work.cmdWork));
 }
 
 TEST_F(FocusTest, EnterPressesTheButtonThatHasTheFocusAgain) {
@@ -126,22 +123,22 @@ TEST_F(FocusTest, AWindowThatComesBackDuringWorkIsGivenItsFocusAfterIt) {
     SetActiveWindow(workWindow());
     settle();
 
-    EXPECT_EQ(GetFocus(), button(work.cmdWork));
+    EXPECT_EQ(GetFocus(), windowOf(work.cmdWork));
 }
 
 TEST_F(FocusTest, AWindowThatWasHiddenHasItsFocusWhereItWas) {
-    SetFocus(button(work.cmdNext));
+    SetFocus(windowOf(work.cmdNext));
 
     work.setVisible(false);
     settle();
     work.setVisible(true);
     work.bringToFront();
 
-    EXPECT_TRUE(spinUntil([this] { return GetFocus() == button(work.cmdNext); }));
+    EXPECT_TRUE(spinUntil([this] { return GetFocus() == windowOf(work.cmdNext); }));
 }
 
 TEST_F(FocusTest, AWindowThatIsOpenedAgainBeginsAnewWhereItsFocusCannotBe) {
-    SetFocus(button(work.cmdNext));
+    SetFocus(windowOf(work.cmdNext));
 
     work.setVisible(false);
     settle();
@@ -149,7 +146,7 @@ TEST_F(FocusTest, AWindowThatIsOpenedAgainBeginsAnewWhereItsFocusCannotBe) {
     work.setVisible(true);
     work.bringToFront();
 
-    EXPECT_TRUE(spinUntil([this] { return GetFocus() == button(work.cmdWork); }));
+    EXPECT_TRUE(spinUntil([this] { return GetFocus() == windowOf(work.cmdWork); }));
 }
 
 TEST_F(FocusTest, AWindowThatIsOpenedAgainBeginsWithTheFirstThatCanBeUsed) {
@@ -159,17 +156,17 @@ TEST_F(FocusTest, AWindowThatIsOpenedAgainBeginsWithTheFirstThatCanBeUsed) {
     work.setVisible(true);
     work.bringToFront();
 
-    EXPECT_TRUE(spinUntil([this] { return GetFocus() == button(work.chkFirst); }));
+    EXPECT_TRUE(spinUntil([this] { return GetFocus() == windowOf(work.chkFirst); }));
 }
 
 TEST_F(FocusTest, AWindowThatWasMinimisedHasItsFocusWhereItWas) {
-    SetFocus(button(work.cmdNext));
+    SetFocus(windowOf(work.cmdNext));
 
     ShowWindow(workWindow(), SW_MINIMIZE);
     settle();
     ShowWindow(workWindow(), SW_RESTORE);
 
-    EXPECT_TRUE(spinUntil([this] { return GetFocus() == button(work.cmdNext); }));
+    EXPECT_TRUE(spinUntil([this] { return GetFocus() == windowOf(work.cmdNext); }));
 }
 
 /// Arrows: a window with a frame, with boxes that only show something, and with options.
@@ -195,15 +192,11 @@ protected:
     ArrowsTest() {
         arrows.setVisible(true);
         arrows.bringToFront();
-        EXPECT_TRUE(spinUntil([this] { return GetFocus() == child(arrows.cmdOk); }));
+        EXPECT_TRUE(spinUntil([this] { return GetFocus() == windowOf(arrows.cmdOk); }));
     }
     ~ArrowsTest() override {
         arrows.unload();
         settle();
-    }
-
-    static HWND child(const Control& control) {
-        return GetDlgItem(ownWindow("frmArrows"), face::controlId(control));
     }
 
     /// Whom the focus comes to, one press after the other.
@@ -220,17 +213,18 @@ protected:
 };
 
 TEST_F(ArrowsTest, ArrowsLeadFromButtonToButton) {
-    const std::vector<HWND> buttons{child(arrows.cmdCancel), child(arrows.cmdOk),
-                                    child(arrows.cmdCancel)};
+    const std::vector<HWND> buttons{windowOf(arrows.cmdCancel), windowOf(arrows.cmdOk),
+                                    windowOf(arrows.cmdCancel)};
 
     EXPECT_EQ(walk(VK_RIGHT, 3), buttons);
     EXPECT_EQ(walk(VK_UP, 2), (std::vector<HWND>{buttons[1], buttons[2]}));
 }
 
 TEST_F(ArrowsTest, ArrowsLeadFromOptionToOption) {
-    SetFocus(child(arrows.optOne));
+    SetFocus(windowOf(arrows.optOne));
 
-    EXPECT_EQ(walk(VK_LEFT, 2), (std::vector<HWND>{child(arrows.optOther), child(arrows.optOne)}));
+    EXPECT_EQ(walk(VK_LEFT, 2),
+              (std::vector<HWND>{windowOf(arrows.optOther), windowOf(arrows.optOne)}));
 }
 
 /// A box of many lines in which nothing can be written, and a button.
@@ -252,16 +246,12 @@ protected:
         form.QueryUnload.connect([this](bool&, UnloadMode mode) { modes.push_back(mode); });
         lines.setVisible(true);
         lines.bringToFront();
-        EXPECT_TRUE(spinUntil([this] { return GetFocus() == child(lines.txtLines); }));
+        EXPECT_TRUE(spinUntil([this] { return GetFocus() == windowOf(lines.txtLines); }));
     }
     ~LinesTest() override {
         modes.clear();
         lines.unload();
         settle();
-    }
-
-    static HWND child(const Control& control) {
-        return GetDlgItem(ownWindow("frmLines"), face::controlId(control));
     }
 
     std::vector<UnloadMode> modes;
@@ -281,7 +271,7 @@ TEST_F(LinesTest, EscapeIsTheCancelButtonAndEndsNothing) {
 TEST_F(LinesTest, TheTabKeyLeavesTheBox) {
     press(VK_TAB);
 
-    EXPECT_EQ(GetFocus(), child(lines.cmdCancel));
+    EXPECT_EQ(GetFocus(), windowOf(lines.cmdCancel));
 }
 
 } // namespace

@@ -37,10 +37,6 @@ protected:
         settle();
     }
 
-    static HWND childOf(const Control& control) {
-        return GetDlgItem(ownWindow(control.list().name()), face::controlId(control));
-    }
-
     static RECT placeOf(HWND window) {
         RECT rect{};
         GetWindowRect(window, &rect);
@@ -56,7 +52,7 @@ protected:
     static std::map<std::string, std::array<int, 4>> placesOf(const Form& shown) {
         std::map<std::string, std::array<int, 4>> places;
         for (const Control* control : controlsInOrder(*shown.layout())) {
-            const RECT rect = placeOf(childOf(*control));
+            const RECT rect = placeOf(windowOf(*control));
             places[control->name()] = {static_cast<int>(rect.left), static_cast<int>(rect.top),
                                        static_cast<int>(rect.right), static_cast<int>(rect.bottom)};
         }
@@ -180,10 +176,10 @@ TEST_F(FormLooksTest, TheColumnsOfTheOptionsEndOnOneLine) {
         FormOn<FrmOptions> options{machine.platform.desktop};
         ASSERT_NO_FATAL_FAILURE(open(options, resolution));
 
-        EXPECT_EQ(placeOf(childOf(options.frameMisc)).bottom,
-                  placeOf(childOf(options.frameTransferReset)).bottom);
-        EXPECT_EQ(placeOf(childOf(options.frameStartUp)).top,
-                  placeOf(childOf(options.frameWarnings)).top);
+        EXPECT_EQ(placeOf(windowOf(options.frameMisc)).bottom,
+                  placeOf(windowOf(options.frameTransferReset)).bottom);
+        EXPECT_EQ(placeOf(windowOf(options.frameStartUp)).top,
+                  placeOf(windowOf(options.frameWarnings)).top);
         close(options);
     }
 }
@@ -211,7 +207,7 @@ TEST_F(FormLooksTest, ARecordOfManyDigitsIsNotCut) {
         history.txtCurrentStop.setText(record);
         settle();
 
-        const HWND box = childOf(history.txtCurrentStop);
+        const HWND box = windowOf(history.txtCurrentStop);
         const LRESULT last = SendMessageA(box, EM_POSFROMCHAR, record.size() - 1, 0);
         RECT area{};
         GetClientRect(box, &area);
@@ -228,8 +224,8 @@ TEST_F(FormLooksTest, TheTextOfABoxStandsAsHighAsThatOfItsLabel) {
         main.txtDurationTotal.setText("HHHH");
         settle();
 
-        EXPECT_EQ(topOfText(childOf(main.txtDurationTotal), 3),
-                  topOfText(childOf(main.lblDurationTotal), 0));
+        EXPECT_EQ(topOfText(windowOf(main.txtDurationTotal), 3),
+                  topOfText(windowOf(main.lblDurationTotal), 0));
         close(main);
     }
 }
@@ -253,8 +249,8 @@ std::vector<COLORREF> pixelsOf(HWND window) {
 TEST_F(FormLooksTest, ABoxThatOnlyShowsSomethingKnowsNothingOfTheMouse) {
     FormOn<FrmStatistics> statistics{machine.platform.desktop};
     ASSERT_NO_FATAL_FAILURE(open(statistics));
-    const HWND box = childOf(statistics.chkConnected);
-    ASSERT_TRUE(spinUntil([&] { return GetFocus() == childOf(statistics.chkActiveConnection); }));
+    const HWND box = windowOf(statistics.chkConnected);
+    ASSERT_TRUE(spinUntil([&] { return GetFocus() == windowOf(statistics.chkActiveConnection); }));
     const auto before = pixelsOf(box);
 
     SendMessageA(box, WM_MOUSEMOVE, 0, MAKELPARAM(4, 4));
@@ -263,7 +259,7 @@ TEST_F(FormLooksTest, ABoxThatOnlyShowsSomethingKnowsNothingOfTheMouse) {
     EXPECT_EQ(pixelsOf(box), before);
     SendMessageA(box, WM_LBUTTONUP, 0, MAKELPARAM(4, 4));
 
-    EXPECT_EQ(GetFocus(), childOf(statistics.chkActiveConnection));
+    EXPECT_EQ(GetFocus(), windowOf(statistics.chkActiveConnection));
     EXPECT_EQ(pixelsOf(box), before);
     close(statistics);
 }

@@ -1,11 +1,9 @@
+#include "support/FileBytes.h"
 #include "support/TemporaryFolder.h"
 #include "windows/services/FileHandle.h"
 #include "windows/services/WindowsFiles.h"
 
 #include <gtest/gtest.h>
-
-#include <fstream>
-#include <iterator>
 
 namespace tarvik {
 namespace {
@@ -20,10 +18,6 @@ public:
 
     std::string in(const std::string& name) const { return folder.path() + "\\" + name; }
     void makeFolder(const std::string& path) const { CreateDirectoryA(path.c_str(), nullptr); }
-    std::string contentOf(const std::string& path) const {
-        std::ifstream file(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    }
 };
 
 class HeldFileTest : public testing::Test {
@@ -71,7 +65,7 @@ TEST_F(HeldFileTest, WhatMayNotBeWrittenIsNotHeld) {
 
     EXPECT_EQ(files.holdOrMake(path, 16, ini).outcome, Outcome::Failed);
 
-    EXPECT_EQ(machine.contentOf(path), "kept");
+    EXPECT_EQ(contentOf(path), "kept");
     SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 

@@ -24,10 +24,7 @@ protected:
 
     void settle() { machine.desktop.processEvents(); }
     HWND window() const { return ownWindow("frmList"); }
-    HWND find(const Control& control) const {
-        return GetDlgItem(window(), face::controlId(control));
-    }
-    HWND list() const { return find(form.lvwRows); }
+    HWND list() const { return windowOf(form.lvwRows); }
     void select(int row) const {
         LVITEMA item{};
         item.state = item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
@@ -88,7 +85,7 @@ TEST_F(ListFaceTest, SpaceOpensNothing) {
 }
 
 TEST_F(ListFaceTest, ALongTextHasNoScrollBarAcross) {
-    EXPECT_EQ(GetWindowLongA(find(form.txtLines), GWL_STYLE) & WS_HSCROLL, 0);
+    EXPECT_EQ(GetWindowLongA(windowOf(form.txtLines), GWL_STYLE) & WS_HSCROLL, 0);
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 #include "controls/ListView.h"
 #include "support/FormOn.h"
 #include "support/Win32Windows.h"
-#include "windows/face/ControlIds.h"
 #include "windows/face/WindowsDesktop.h"
 
 #include <commctrl.h>
@@ -37,10 +36,6 @@ protected:
         desktop.processEvents();
     }
 
-    static HWND find(const Control& control) {
-        return GetDlgItem(ownWindow("frmNames"), face::controlId(control));
-    }
-
     face::WindowsDesktop desktop{hebrewPage()};
     FormOn<NamesForm> form{desktop};
 };
@@ -48,13 +43,13 @@ protected:
 TEST_F(OutsideNamesTest, ALabelTellsOfATurn) {
     form.lblName.setCaption(turned);
 
-    EXPECT_EQ(textOf(find(form.lblName)), told);
+    EXPECT_EQ(textOf(windowOf(form.lblName)), told);
 }
 
 TEST_F(OutsideNamesTest, AButtonTellsOfATurn) {
     form.cmdName.setCaption(turned);
 
-    EXPECT_EQ(textOf(find(form.cmdName)), told);
+    EXPECT_EQ(textOf(windowOf(form.cmdName)), told);
 }
 
 TEST_F(OutsideNamesTest, ARowTellsOfATurn) {
@@ -64,7 +59,7 @@ TEST_F(OutsideNamesTest, ARowTellsOfATurn) {
     cell.pszText = text;
     cell.cchTextMax = sizeof text;
 
-    SendMessageA(find(form.lvwNames), LVM_GETITEMTEXTA, 0, reinterpret_cast<LPARAM>(&cell));
+    SendMessageA(windowOf(form.lvwNames), LVM_GETITEMTEXTA, 0, reinterpret_cast<LPARAM>(&cell));
 
     EXPECT_EQ(text, told);
 }
@@ -72,7 +67,7 @@ TEST_F(OutsideNamesTest, ARowTellsOfATurn) {
 TEST_F(OutsideNamesTest, ATextWithoutTurnsIsLeftAsItIs) {
     form.lblName.setCaption("\xF9\xF8 Bank");
 
-    EXPECT_EQ(textOf(find(form.lblName)), "\xF9\xF8 Bank");
+    EXPECT_EQ(textOf(windowOf(form.lblName)), "\xF9\xF8 Bank");
 }
 
 } // namespace

@@ -78,22 +78,17 @@ protected:
         settle();
     }
 
-    HWND edit(const TextBox& textBox) const { return childOf(textBox); }
-    HWND childOf(const Control& control) const {
-        return GetDlgItem(ownWindow("frmFields"), face::controlId(control));
-    }
-
     /// Shows the form; the focus is where nothing is typed.
     void showFields() {
         fields.setVisible(true);
-        ASSERT_TRUE(spinUntil([this] { return GetFocus() == childOf(fields.cmdOther); }));
+        ASSERT_TRUE(spinUntil([this] { return GetFocus() == windowOf(fields.cmdOther); }));
     }
 
     /// Shows the form; the focus is in that field.
     void showWithFocusIn(const TextBox& textBox) {
         ASSERT_NO_FATAL_FAILURE(showFields());
-        SetFocus(edit(textBox));
-        ASSERT_EQ(GetFocus(), edit(textBox));
+        SetFocus(windowOf(textBox));
+        ASSERT_EQ(GetFocus(), windowOf(textBox));
     }
 
     /// Another window is the active one for a while.
@@ -140,7 +135,7 @@ TEST_F(TextFieldTest, ComingToAFieldIsTold) {
     ASSERT_NO_FATAL_FAILURE(showFields());
     writeDownEvents();
 
-    SetFocus(edit(fields.txtField));
+    SetFocus(windowOf(fields.txtField));
 
     EXPECT_EQ(seen, std::vector<std::string>{"GotFocus first"});
 }
@@ -149,7 +144,7 @@ TEST_F(TextFieldTest, LeavingAFieldIsNotToldAsComing) {
     ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtField));
     writeDownEvents();
 
-    SetFocus(edit(fields.txtFixed));
+    SetFocus(windowOf(fields.txtFixed));
 
     EXPECT_TRUE(seen.empty());
 }
@@ -165,7 +160,7 @@ TEST_F(TextFieldTest, ComingBackToTheWindowIsNotComingToTheField) {
     leaveAndComeBack();
     press('0');
 
-    EXPECT_EQ(GetFocus(), edit(fields.txtField));
+    EXPECT_EQ(GetFocus(), windowOf(fields.txtField));
     EXPECT_EQ(fields.txtField.text(), "250");
 }
 
@@ -176,14 +171,14 @@ TEST_F(TextFieldTest, ComingToAWindowThatWasHiddenIsComingToItsField) {
     fields.setVisible(false);
     settle();
     fields.setVisible(true);
-    ASSERT_TRUE(spinUntil([this] { return GetFocus() == edit(fields.txtField); }));
+    ASSERT_TRUE(spinUntil([this] { return GetFocus() == windowOf(fields.txtField); }));
 
     EXPECT_EQ(seen, std::vector<std::string>{"GotFocus first"});
 }
 
 TEST_F(TextFieldTest, AKeyReachesTheFieldAfterTheBoxThatItBroughtUp) {
     ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtField));
-    selectIn(edit(fields.txtField), {5, 5});
+    selectIn(windowOf(fields.txtField), {5, 5});
     fields.txtField.KeyDown.connect([this] { desktop.messageBox({.text = "!", .caption = "T"}); });
     int boxes = 0;
     const Later answer([&] {
@@ -195,7 +190,7 @@ TEST_F(TextFieldTest, AKeyReachesTheFieldAfterTheBoxThatItBroughtUp) {
     press('3');
     press('0');
 
-    EXPECT_EQ(textOf(edit(fields.txtField)), "first30");
+    EXPECT_EQ(textOf(windowOf(fields.txtField)), "first30");
     EXPECT_EQ(fields.txtField.text(), "first30");
     EXPECT_GE(boxes, 2);
 }
@@ -203,7 +198,7 @@ TEST_F(TextFieldTest, AKeyReachesTheFieldAfterTheBoxThatItBroughtUp) {
 TEST_F(TextFieldTest, AKeyIsToldBeforeItChangesTheTextAndAfterwards) {
     writeDownEvents();
 
-    type(edit(fields.txtField), 'x');
+    type(windowOf(fields.txtField), 'x');
 
     EXPECT_EQ(seen, (std::vector<std::string>{"KeyDown first", "Change xfirst", "KeyUp xfirst"}));
 }
@@ -211,7 +206,7 @@ TEST_F(TextFieldTest, AKeyIsToldBeforeItChangesTheTextAndAfterwards) {
 TEST_F(TextFieldTest, AKeyThatRemovesALetterIsToldWhileTheLetterIsThere) {
     writeDownEvents();
 
-    SendMessageA(edit(fields.txtField), WM_KEYDOWN, VK_DELETE, 1);
+    SendMessageA(windowOf(fields.txtField), WM_KEYDOWN, VK_DELETE, 1);
 
     EXPECT_EQ(seen, (std::vector<std::string>{"KeyDown first", "Change irst"}));
 }
@@ -220,24 +215,24 @@ TEST_F(TextFieldTest, APartIsSelectedWhenTheModelSaysSo) {
     fields.txtField.select(1, 3);
     settle();
 
-    EXPECT_EQ(selectedIn(edit(fields.txtField)), (Selected{1, 4}));
+    EXPECT_EQ(selectedIn(windowOf(fields.txtField)), (Selected{1, 4}));
 }
 
 TEST_F(TextFieldTest, APartIsSelectedAgainAfterTheUserSelectedAnother) {
     fields.txtField.select(1, 3);
     settle();
-    selectIn(edit(fields.txtField), {0, 2});
+    selectIn(windowOf(fields.txtField), {0, 2});
 
     fields.txtField.select(1, 3);
     settle();
 
-    EXPECT_EQ(selectedIn(edit(fields.txtField)), (Selected{1, 4}));
+    EXPECT_EQ(selectedIn(windowOf(fields.txtField)), (Selected{1, 4}));
 }
 
 TEST_F(TextFieldTest, WhatIsSelectedOnComingByMouseStaysSelected) {
     fields.txtField.GotFocus.connect([this] { fields.txtField.select(0, 5); });
     ASSERT_NO_FATAL_FAILURE(showFields());
-    const HWND field = edit(fields.txtField);
+    const HWND field = windowOf(fields.txtField);
 
     // The press brings the focus first and moves the insertion point then.
     SetFocus(field);
@@ -253,27 +248,27 @@ TEST_F(TextFieldTest, TypingGoesOnBehindATextThatTheProgramPutIn) {
 
     fields.txtField.setText("second");
 
-    EXPECT_EQ(selectedIn(edit(fields.txtField)), (Selected{6, 6}));
+    EXPECT_EQ(selectedIn(windowOf(fields.txtField)), (Selected{6, 6}));
 }
 
 TEST_F(TextFieldTest, AHandlerThatPutsAnotherTextInLetsTypingGoOnBehindIt) {
     fields.txtField.KeyUp.connect([this] { fields.txtField.setText("back"); });
     ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtField));
 
-    type(edit(fields.txtField), 'x');
+    type(windowOf(fields.txtField), 'x');
 
-    EXPECT_EQ(textOf(edit(fields.txtField)), "back");
-    EXPECT_EQ(selectedIn(edit(fields.txtField)), (Selected{4, 4}));
+    EXPECT_EQ(textOf(windowOf(fields.txtField)), "back");
+    EXPECT_EQ(selectedIn(windowOf(fields.txtField)), (Selected{4, 4}));
 }
 
 TEST_F(TextFieldTest, TypingWithinTheTextGoesOnThere) {
     ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtField));
-    selectIn(edit(fields.txtField), {2, 2});
+    selectIn(windowOf(fields.txtField), {2, 2});
 
-    type(edit(fields.txtField), 'x');
+    type(windowOf(fields.txtField), 'x');
 
-    EXPECT_EQ(textOf(edit(fields.txtField)), "fixrst");
-    EXPECT_EQ(selectedIn(edit(fields.txtField)), (Selected{3, 3}));
+    EXPECT_EQ(textOf(windowOf(fields.txtField)), "fixrst");
+    EXPECT_EQ(selectedIn(windowOf(fields.txtField)), (Selected{3, 3}));
 }
 
 TEST_F(TextFieldTest, ATextPutIntoAFieldWithoutTheFocusIsSeenFromItsBeginning) {
@@ -281,7 +276,7 @@ TEST_F(TextFieldTest, ATextPutIntoAFieldWithoutTheFocusIsSeenFromItsBeginning) {
 
     fields.txtField.setText("second");
 
-    EXPECT_EQ(selectedIn(edit(fields.txtField)), (Selected{0, 0}));
+    EXPECT_EQ(selectedIn(windowOf(fields.txtField)), (Selected{0, 0}));
 }
 
 TEST_F(TextFieldTest, ATextPutIntoAFieldThatTakesNoTypingIsSeenFromItsBeginning) {
@@ -289,12 +284,12 @@ TEST_F(TextFieldTest, ATextPutIntoAFieldThatTakesNoTypingIsSeenFromItsBeginning)
 
     fields.txtFixed.setText("second");
 
-    EXPECT_EQ(selectedIn(edit(fields.txtFixed)), (Selected{0, 0}));
+    EXPECT_EQ(selectedIn(windowOf(fields.txtFixed)), (Selected{0, 0}));
 }
 
 TEST_F(TextFieldTest, WhileABoxIsOpenAFieldTellsNothing) {
     writeDownEvents();
-    const HWND field = edit(fields.txtField);
+    const HWND field = windowOf(fields.txtField);
     int rounds = 0;
     const Later look([&] {
         const OpenBox open = openBox(GetCurrentProcessId());
@@ -316,7 +311,7 @@ TEST_F(TextFieldTest, WhileABoxIsOpenAFieldTellsNothing) {
 
 TEST_F(TextFieldTest, WhileACallBlocksAFieldTellsNothing) {
     writeDownEvents();
-    const HWND field = edit(fields.txtField);
+    const HWND field = windowOf(fields.txtField);
 
     desktop.runBlocking([field] {
         SendMessageA(field, WM_SETFOCUS, 0, 0);
@@ -362,7 +357,7 @@ TEST_F(TextFieldTest, AFormMayBeWithdrawnWhenAKeyComesUp) {
 
 TEST_F(TextFieldTest, OnlyALabelOfOneLineStandsInTheMiddleOfItsHeight) {
     const auto inTheMiddle = [this](const Label& label) {
-        return (GetWindowLongPtrA(childOf(label), GWL_STYLE) & SS_CENTERIMAGE) != 0;
+        return (GetWindowLongPtrA(windowOf(label), GWL_STYLE) & SS_CENTERIMAGE) != 0;
     };
 
     EXPECT_TRUE(inTheMiddle(fields.lblPlain));
@@ -375,8 +370,8 @@ TEST_F(TextFieldTest, AWrappedLabelShowsTheLinesOfItsText) {
     fields.lblWrapped.setCaption("HH\r\nHH\r\nHH");
     settle();
 
-    EXPECT_EQ(paintedLines(childOf(fields.lblPlain)), 1);
-    EXPECT_EQ(paintedLines(childOf(fields.lblWrapped)), 3);
+    EXPECT_EQ(paintedLines(windowOf(fields.lblPlain)), 1);
+    EXPECT_EQ(paintedLines(windowOf(fields.lblWrapped)), 3);
 }
 
 TEST_F(TextFieldTest, AWrappedLabelBreaksALineThatIsTooLong) {
@@ -389,7 +384,7 @@ TEST_F(TextFieldTest, AWrappedLabelBreaksALineThatIsTooLong) {
     fields.lblWrapped.setCaption(words);
     settle();
 
-    EXPECT_GE(paintedLines(childOf(fields.lblWrapped)), 2);
+    EXPECT_GE(paintedLines(windowOf(fields.lblWrapped)), 2);
 }
 
 } // namespace

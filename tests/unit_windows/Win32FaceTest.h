@@ -4,7 +4,6 @@
 #include "support/ThrowAwayForm.h"
 #include "support/Win32Machine.h"
 #include "support/Win32Windows.h"
-#include "windows/face/ControlIds.h"
 
 #include <gtest/gtest.h>
 
@@ -26,9 +25,6 @@ protected:
     }
 
     HWND window() const { return ownWindow("frmThrowAway"); }
-    HWND find(const Control& control) const {
-        return GetDlgItem(window(), face::controlId(control));
-    }
 
     /// What was put off until messages are handled again is done.
     void settle() { desktop.processEvents(); }

@@ -16,14 +16,6 @@
 namespace tarvik {
 namespace {
 
-HWND windowOf(const ControlList& list) {
-    return ownWindow(list.name());
-}
-
-HWND find(const Control& control) {
-    return GetDlgItem(windowOf(control.list()), face::controlId(control));
-}
-
 WPARAM codeOf(FaceKey key) {
     switch (key) {
     case FaceKey::Enter:
@@ -128,9 +120,9 @@ public:
         return names;
     }
 
-    std::string marked(const Control& control) const override { return textOf(find(control)); }
+    std::string marked(const Control& control) const override { return textOf(windowOf(control)); }
     std::string shown(const Control& control) const override {
-        const HWND window = find(control);
+        const HWND window = windowOf(control);
         if (classOf(window) != "ComboBox") {
             return textOf(window);
         }
@@ -141,13 +133,13 @@ public:
         return text;
     }
     bool isTicked(const Control& control) const override {
-        return SendMessageA(find(control), BM_GETCHECK, 0, 0) == BST_CHECKED;
+        return SendMessageA(windowOf(control), BM_GETCHECK, 0, 0) == BST_CHECKED;
     }
     bool isEnabled(const Control& control) const override {
-        return IsWindowEnabled(find(control)) != FALSE;
+        return IsWindowEnabled(windowOf(control)) != FALSE;
     }
     bool isVisible(const Control& control) const override {
-        const HWND window = find(control);
+        const HWND window = windowOf(control);
         return IsWindowVisible(windowOf(control.list())) != FALSE
                    ? IsWindowVisible(window) != FALSE
                    : (GetWindowLongPtrA(window, GWL_STYLE) & WS_VISIBLE) != 0;
@@ -160,50 +152,50 @@ public:
             tool.cbSize = TTTOOLINFOA_V2_SIZE;
             tool.uFlags = TTF_IDISHWND;
             tool.hwnd = windowOf(control.list());
-            tool.uId = reinterpret_cast<UINT_PTR>(find(control));
+            tool.uId = reinterpret_cast<UINT_PTR>(windowOf(control));
             tool.lpszText = text;
             SendMessageA(tips, TTM_GETTEXTA, 0, reinterpret_cast<LPARAM>(&tool));
         }
         return text;
     }
-    std::string spoken(const Control& control) const override { return textOf(find(control)); }
-    void click(Control& control) override { SendMessageA(find(control), BM_CLICK, 0, 0); }
+    std::string spoken(const Control& control) const override { return textOf(windowOf(control)); }
+    void click(Control& control) override { SendMessageA(windowOf(control), BM_CLICK, 0, 0); }
     void press(Control& control, FaceKey key) override {
         constexpr LPARAM comesUp = 0xC0000001;
-        const HWND target = find(control);
+        const HWND target = windowOf(control);
         SetFocus(target);
         PostMessageA(target, WM_KEYDOWN, codeOf(key), 1);
         PostMessageA(target, WM_KEYUP, codeOf(key), comesUp);
         settle();
     }
     void enter(TextBox& field, char text) override {
-        SendMessageA(find(field), EM_SETSEL, 0, -1);
-        SendMessageA(find(field), WM_CHAR, static_cast<WPARAM>(text), 1);
+        SendMessageA(windowOf(field), EM_SETSEL, 0, -1);
+        SendMessageA(windowOf(field), WM_CHAR, static_cast<WPARAM>(text), 1);
     }
     void choose(ComboBox& list, int entry) override {
-        SendMessageA(find(list), CB_SETCURSEL, static_cast<WPARAM>(entry), 0);
+        SendMessageA(windowOf(list), CB_SETCURSEL, static_cast<WPARAM>(entry), 0);
         SendMessageA(windowOf(list.list()), WM_COMMAND,
                      MAKEWPARAM(face::controlId(list), CBN_SELCHANGE),
-                     reinterpret_cast<LPARAM>(find(list)));
+                     reinterpret_cast<LPARAM>(windowOf(list)));
     }
     void tickLate(Timer& timer) override {
         SendMessageA(windowOf(timer.list()), WM_TIMER, static_cast<WPARAM>(face::controlId(timer)),
                      0);
     }
     int lineCount(const TextBox& area) const override {
-        return static_cast<int>(SendMessageA(find(area), EM_GETLINECOUNT, 0, 0));
+        return static_cast<int>(SendMessageA(windowOf(area), EM_GETLINECOUNT, 0, 0));
     }
     bool isReadOnly(const TextBox& area) const override {
-        return (GetWindowLongA(find(area), GWL_STYLE) & ES_READONLY) != 0;
+        return (GetWindowLongA(windowOf(area), GWL_STYLE) & ES_READONLY) != 0;
     }
     int percent(const ProgressBar& bar) const override {
-        EXPECT_EQ(classOf(find(bar)), PROGRESS_CLASSA);
-        EXPECT_EQ(SendMessageA(find(bar), PBM_GETRANGE, FALSE, 0), 100);
-        return static_cast<int>(SendMessageA(find(bar), PBM_GETPOS, 0, 0));
+        EXPECT_EQ(classOf(windowOf(bar)), PROGRESS_CLASSA);
+        EXPECT_EQ(SendMessageA(windowOf(bar), PBM_GETRANGE, FALSE, 0), 100);
+        return static_cast<int>(SendMessageA(windowOf(bar), PBM_GETPOS, 0, 0));
     }
 
     int rowCount(const ListView& list) const override {
-        return static_cast<int>(SendMessageA(find(list), LVM_GETITEMCOUNT, 0, 0));
+        return static_cast<int>(SendMessageA(windowOf(list), LVM_GETITEMCOUNT, 0, 0));
     }
     std::string cell(const ListView& list, int row, int column) const override {
         char text[64] = {};
@@ -211,18 +203,18 @@ public:
         item.iSubItem = column;
         item.pszText = text;
         item.cchTextMax = sizeof text;
-        SendMessageA(find(list), LVM_GETITEMTEXTA, static_cast<WPARAM>(row),
+        SendMessageA(windowOf(list), LVM_GETITEMTEXTA, static_cast<WPARAM>(row),
                      reinterpret_cast<LPARAM>(&item));
         return text;
     }
     int selectedRow(const ListView& list) const override {
         return static_cast<int>(
-            SendMessageA(find(list), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+            SendMessageA(windowOf(list), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
     }
     void selectRow(ListView& list, int row) override {
         LVITEMA item{};
         item.state = item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-        SendMessageA(find(list), LVM_SETITEMSTATE, static_cast<WPARAM>(row),
+        SendMessageA(windowOf(list), LVM_SETITEMSTATE, static_cast<WPARAM>(row),
                      reinterpret_cast<LPARAM>(&item));
     }
     void clickRow(ListView& list, int row) override { clickOn(list, row, WM_LBUTTONDOWN); }
@@ -232,25 +224,26 @@ public:
     }
     void typeLetter(ListView& list, char letter) override {
         constexpr LPARAM comesUp = 0xC0000001;
-        SetFocus(find(list));
-        PostMessageA(find(list), WM_KEYDOWN, static_cast<WPARAM>(letter), 1);
-        PostMessageA(find(list), WM_KEYUP, static_cast<WPARAM>(letter), comesUp);
+        SetFocus(windowOf(list));
+        PostMessageA(windowOf(list), WM_KEYDOWN, static_cast<WPARAM>(letter), 1);
+        PostMessageA(windowOf(list), WM_KEYUP, static_cast<WPARAM>(letter), comesUp);
         settle();
     }
     bool hasFlatHeaders(const ListView& list) const override {
-        const auto header = reinterpret_cast<HWND>(SendMessageA(find(list), LVM_GETHEADER, 0, 0));
+        const auto header =
+            reinterpret_cast<HWND>(SendMessageA(windowOf(list), LVM_GETHEADER, 0, 0));
         return (GetWindowLongA(header, GWL_STYLE) & HDS_BUTTONS) == 0;
     }
     int columnWidth(const ListView& list, int column) const override {
         return static_cast<int>(
-            SendMessageA(find(list), LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0));
+            SendMessageA(windowOf(list), LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0));
     }
     int textWidth(const ListView& list, const std::string& text) const override {
-        return static_cast<int>(SendMessageA(find(list), LVM_GETSTRINGWIDTHA, 0,
+        return static_cast<int>(SendMessageA(windowOf(list), LVM_GETSTRINGWIDTHA, 0,
                                              reinterpret_cast<LPARAM>(text.c_str())));
     }
     void repaint(ListView& list) override {
-        UpdateWindow(find(list));
+        UpdateWindow(windowOf(list));
         settle();
     }
 
@@ -269,11 +262,11 @@ private:
     /// The left button goes down on a row, or down for the second time, and up again.
     void clickOn(const ListView& list, int row, UINT down) {
         RECT place{.left = LVIR_BOUNDS, .top = 0, .right = 0, .bottom = 0};
-        SendMessageA(find(list), LVM_GETITEMRECT, static_cast<WPARAM>(row),
+        SendMessageA(windowOf(list), LVM_GETITEMRECT, static_cast<WPARAM>(row),
                      reinterpret_cast<LPARAM>(&place));
         const LPARAM at = MAKELPARAM(place.left + 10, (place.top + place.bottom) / 2);
-        PostMessageA(find(list), down, MK_LBUTTON, at);
-        PostMessageA(find(list), WM_LBUTTONUP, 0, at);
+        PostMessageA(windowOf(list), down, MK_LBUTTON, at);
+        PostMessageA(windowOf(list), WM_LBUTTONUP, 0, at);
         settle();
     }
 

@@ -2,15 +2,10 @@
 
 #include "support/MemorySheet.h"
 #include "support/Win32Windows.h"
-#include "windows/face/ControlIds.h"
 
 namespace tarvik {
 
 namespace {
-
-HWND windowOf(const Control& control) {
-    return GetDlgItem(ownWindow(control.list().name()), face::controlId(control));
-}
 
 SIZE sizeOf(const Control& control) {
     RECT area{};
@@ -37,13 +32,13 @@ void takePointerAway(const Chart& chart) {
 }
 
 void giveFocus(const Control& control) {
-    SendMessageA(ownWindow(control.list().name()), WM_CHANGEUISTATE,
-                 MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS), 0);
+    SendMessageA(windowOf(control.list()), WM_CHANGEUISTATE, MAKEWPARAM(UIS_CLEAR, UISF_HIDEFOCUS),
+                 0);
     SetFocus(windowOf(control));
 }
 
 void enlarge(const Form& form, int width, int height) {
-    const HWND window = ownWindow(form.name());
+    const HWND window = windowOf(form);
     RECT outer{};
     GetWindowRect(window, &outer);
     SetWindowPos(window, nullptr, 0, 0, outer.right - outer.left + width,
@@ -51,7 +46,7 @@ void enlarge(const Form& form, int width, int height) {
 }
 
 bool isActive(const Form& form) {
-    return GetActiveWindow() == ownWindow(form.name());
+    return GetActiveWindow() == windowOf(form);
 }
 
 bool clickDuringCall(const Control& button) {
@@ -63,7 +58,7 @@ bool clickDuringCall(const Control& button) {
     PostMessageA(window, WM_KEYUP, VK_SPACE, 1);
     AttachThreadInput(GetCurrentThreadId(), user, TRUE);
     const LRESULT waits =
-        SendMessageA(ownWindow(button.list().name()), WM_SETCURSOR, 0, MAKELPARAM(HTCLIENT, 0));
+        SendMessageA(windowOf(button.list()), WM_SETCURSOR, 0, MAKELPARAM(HTCLIENT, 0));
     AttachThreadInput(GetCurrentThreadId(), user, FALSE);
     return waits == TRUE;
 }

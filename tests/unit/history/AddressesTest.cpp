@@ -1,5 +1,6 @@
 #include "history/mdlIPAddresses.h"
 
+#include "history/AddressBox.h"
 #include "history/HistoryTest.h"
 
 #include <algorithm>
@@ -104,15 +105,6 @@ Texts sortedByInsertion(const Texts& members) {
         }
     }
     return sorted;
-}
-
-/// What the box of the addresses shows for these.
-std::string boxOf(const Texts& addresses) {
-    std::string text;
-    for (const std::string& address : addresses) {
-        text += address + "\r\n";
-    }
-    return text.empty() ? "[no IP addresses recorded]" : text;
 }
 
 class AddressesTest : public HistoryTest {

@@ -35,8 +35,7 @@ protected:
 
     /// A connection that the program dialled itself comes up.
     void goOnline() {
-        state().DialInStarted = true;
-        machine.connections.connect("Harbour");
+        dialledConnection();
         tick();
     }
 

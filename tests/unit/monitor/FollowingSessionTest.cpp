@@ -12,16 +12,10 @@ protected:
 
     FollowingSessionTest() { startQuietly("/r"); }
 
-    ScriptedConnections& line() { return machine.connections; }
     FrmMain& window() { return frmMain(); }
 
-    std::uint32_t dialledConnection(const char* entry) {
-        state().DialInStarted = true;
-        return line().connect(entry);
-    }
-
-    void setTotals(std::uint32_t handle, std::uint64_t rcvd, std::uint64_t sent,
-                   std::uint64_t duration) {
+    void setLineTotals(std::uint32_t handle, std::uint64_t rcvd, std::uint64_t sent,
+                       std::uint64_t duration) {
         line().connection(handle)->totals =
             LineTotals{.bytesSent = sent, .bytesRcvd = rcvd, .duration = duration};
         line().connection(handle)->statistics = {};
@@ -36,7 +30,7 @@ protected:
 
     /// Two are up and read once; the second is the counted one.
     std::uint32_t secondOfTwo() {
-        const std::uint32_t first = dialledConnection("Harbour");
+        const std::uint32_t first = dialledConnection();
         const std::uint32_t second = line().connect("Ridge");
         line().transfer(first, 100, 10, 50'000);
         line().transfer(second, 5000, 300, 60'000);
@@ -114,7 +108,7 @@ TEST_F(FollowingSessionTest, AfterAResetInTheSameTickBringsNothingBack) {
 }
 
 TEST_F(FollowingSessionTest, CloseToTheEndOfTheTimeIsToldByItsFrames) {
-    const std::uint32_t handle = dialledConnection("Harbour");
+    const std::uint32_t handle = dialledConnection();
     line().transfer(handle, 5000, 300, lastCounter - 1000);
     setFrames(handle, 50, 3);
     tick();
@@ -130,10 +124,10 @@ TEST_F(FollowingSessionTest, CloseToTheEndOfTheTimeIsToldByItsFrames) {
 }
 
 TEST_F(FollowingSessionTest, OnALineThatCountsFurtherIsToldByAnyFallOfTheTime) {
-    const std::uint32_t handle = dialledConnection("Harbour");
-    setTotals(handle, 5'000'000'000, 300, 4'294'960'000);
+    const std::uint32_t handle = dialledConnection();
+    setLineTotals(handle, 5'000'000'000, 300, 4'294'960'000);
     tick();
-    setTotals(handle, 70, 20, 900);
+    setLineTotals(handle, 70, 20, 900);
 
     tick();
 
@@ -142,11 +136,11 @@ TEST_F(FollowingSessionTest, OnALineThatCountsFurtherIsToldByAnyFallOfTheTime) {
 }
 
 TEST_F(FollowingSessionTest, OnALineThatCountsFurtherIsNotSeenInAPassOfTheEnd) {
-    const std::uint32_t first = dialledConnection("Harbour");
-    setTotals(first, 4'294'967'000, 300, 60'000);
+    const std::uint32_t first = dialledConnection();
+    setLineTotals(first, 4'294'967'000, 300, 60'000);
     tick();
     line().disconnect(first);
-    setTotals(line().connect("Harbour"), 4'294'967'400, 310, 61'000);
+    setLineTotals(line().connect("Harbour"), 4'294'967'400, 310, 61'000);
 
     tick();
 
@@ -155,7 +149,7 @@ TEST_F(FollowingSessionTest, OnALineThatCountsFurtherIsNotSeenInAPassOfTheEnd) {
 }
 
 TEST_F(FollowingSessionTest, OfFewerBytesInMoreFramesIsNoPassOfTheEnd) {
-    const std::uint32_t handle = dialledConnection("Harbour");
+    const std::uint32_t handle = dialledConnection();
     line().transfer(handle, 5000, 300, 60'000);
     setFrames(handle, 20, 10);
     tick();
@@ -172,7 +166,7 @@ TEST_F(FollowingSessionTest, OfFewerBytesInMoreFramesIsNoPassOfTheEnd) {
 }
 
 TEST_F(FollowingSessionTest, OfFewerSentBytesInMoreFramesIsNoPassOfTheEnd) {
-    const std::uint32_t handle = dialledConnection("Harbour");
+    const std::uint32_t handle = dialledConnection();
     line().transfer(handle, 300, 5000, 60'000);
     setFrames(handle, 10, 20);
     tick();
@@ -186,7 +180,7 @@ TEST_F(FollowingSessionTest, OfFewerSentBytesInMoreFramesIsNoPassOfTheEnd) {
 }
 
 TEST_F(FollowingSessionTest, AsManyBytesAsFramesCanCarryAreAPassOfTheEnd) {
-    const std::uint32_t handle = dialledConnection("Harbour");
+    const std::uint32_t handle = dialledConnection();
     line().transfer(handle, lastCounter, 0, 60'000);
     setFrames(handle, 4'000'000, 0);
     tick();
@@ -201,7 +195,7 @@ TEST_F(FollowingSessionTest, AsManyBytesAsFramesCanCarryAreAPassOfTheEnd) {
 }
 
 TEST_F(FollowingSessionTest, OneByteMoreThanFramesCanCarryIsNone) {
-    const std::uint32_t handle = dialledConnection("Harbour");
+    const std::uint32_t handle = dialledConnection();
     line().transfer(handle, lastCounter, 0, 60'000);
     setFrames(handle, 4'000'000, 0);
     tick();
@@ -214,7 +208,7 @@ TEST_F(FollowingSessionTest, OneByteMoreThanFramesCanCarryIsNone) {
 }
 
 TEST_F(FollowingSessionTest, WithoutFramesAFallOfMoreThanHalfTheRangeIsAPassOfTheEnd) {
-    const std::uint32_t handle = dialledConnection("Harbour");
+    const std::uint32_t handle = dialledConnection();
     line().transfer(handle, 3'000'000'000, 0, 60'000);
     tick();
     line().connection(handle)->statistics.dwBytesRcved = 852'516'351; // 2^31 - 1 further
@@ -226,7 +220,7 @@ TEST_F(FollowingSessionTest, WithoutFramesAFallOfMoreThanHalfTheRangeIsAPassOfTh
 }
 
 TEST_F(FollowingSessionTest, WithoutFramesAFallOfHalfTheRangeIsAnotherSessions) {
-    const std::uint32_t handle = dialledConnection("Harbour");
+    const std::uint32_t handle = dialledConnection();
     line().transfer(handle, 3'000'000'000, 0, 60'000);
     tick();
     line().connection(handle)->statistics.dwBytesRcved = 852'516'352;
@@ -239,7 +233,7 @@ TEST_F(FollowingSessionTest, WithoutFramesAFallOfHalfTheRangeIsAnotherSessions) 
 }
 
 TEST_F(FollowingSessionTest, WithoutFramesAndWithoutTimeFewerBytesAreAnotherSessions) {
-    const std::uint32_t handle = dialledConnection("Harbour");
+    const std::uint32_t handle = dialledConnection();
     line().transfer(handle, 5000, 300, 60'000);
     tick();
     line().connection(handle)->statistics.dwBytesRcved = 3000;
@@ -251,7 +245,7 @@ TEST_F(FollowingSessionTest, WithoutFramesAndWithoutTimeFewerBytesAreAnotherSess
 }
 
 TEST_F(FollowingSessionTest, AfterAHangUpByTheProgramIsAnotherWhateverItsFigures) {
-    const std::uint32_t handle = dialledConnection("Harbour");
+    const std::uint32_t handle = dialledConnection();
     line().transfer(handle, 5000, 300, 60'000);
     tick();
     window().cmdDisconnect.press();
@@ -264,7 +258,7 @@ TEST_F(FollowingSessionTest, AfterAHangUpByTheProgramIsAnotherWhateverItsFigures
 }
 
 TEST_F(FollowingSessionTest, DialledByTheProgramIsAnotherWhateverItsFigures) {
-    const std::uint32_t handle = dialledConnection("Harbour");
+    const std::uint32_t handle = dialledConnection();
     line().transfer(handle, 5000, 300, 60'000);
     tick();
     line().disconnect(handle);
@@ -277,7 +271,7 @@ TEST_F(FollowingSessionTest, DialledByTheProgramIsAnotherWhateverItsFigures) {
 }
 
 TEST_F(FollowingSessionTest, DialledByTheProgramUnderTheSameHandleIsAnotherWhateverItsFigures) {
-    const std::uint32_t handle = dialledConnection("Harbour");
+    const std::uint32_t handle = dialledConnection();
     line().transfer(handle, 5000, 300, 60'000);
     tick();
     line().disconnect(handle);
@@ -297,7 +291,7 @@ TEST_F(FollowingSessionTest, DialledByTheProgramUnderTheSameHandleIsAnotherWhate
 
 TEST_F(FollowingSessionTest, ADialOfWhatIsUpAlreadyIsNoOtherSession) {
     line().joinsRunning = true;
-    const std::uint32_t handle = dialledConnection("Harbour");
+    const std::uint32_t handle = dialledConnection();
     line().transfer(handle, 5000, 300, 60'000);
     tick();
 
@@ -312,7 +306,7 @@ TEST_F(FollowingSessionTest, ADialOfWhatIsUpAlreadyIsNoOtherSession) {
 }
 
 TEST_F(FollowingSessionTest, ALineThatLingersAfterItsHangUpIsCountedOnce) {
-    const std::uint32_t handle = dialledConnection("Harbour");
+    const std::uint32_t handle = dialledConnection();
     line().transfer(handle, 5000, 300, 60'000);
     tick();
     const auto lingering = line().connections;
@@ -330,11 +324,11 @@ TEST_F(FollowingSessionTest, ALineThatLingersAfterItsHangUpIsCountedOnce) {
 
 TEST_F(FollowingSessionTest, OnAServiceThatKeepsHandlesANewOneIsAnotherWhateverItsFigures) {
     line().renumbersConnections = false;
-    const std::uint32_t handle = dialledConnection("Harbour");
-    setTotals(handle, 100'000'000, 300, 60'000);
+    const std::uint32_t handle = dialledConnection();
+    setLineTotals(handle, 100'000'000, 300, 60'000);
     tick();
     line().disconnect(handle);
-    setTotals(line().connect("Harbour"), 100'000'500, 300, 61'000);
+    setLineTotals(line().connect("Harbour"), 100'000'500, 300, 61'000);
 
     tick();
 
@@ -342,7 +336,7 @@ TEST_F(FollowingSessionTest, OnAServiceThatKeepsHandlesANewOneIsAnotherWhateverI
 }
 
 TEST_F(FollowingSessionTest, CountersThatWereClearedAndOvertakenInOneDirectionCountWhole) {
-    const std::uint32_t handle = dialledConnection("Harbour");
+    const std::uint32_t handle = dialledConnection();
     line().transfer(handle, 5000, 300, 60'000);
     setFrames(handle, 50, 3);
     tick();

@@ -19,13 +19,7 @@ protected:
 
     LargeSessionTest() { startQuietly("/r"); }
 
-    ScriptedConnections& line() { return machine.connections; }
     FrmMain& window() { return frmMain(); }
-
-    std::uint32_t dialledConnection() {
-        state().DialInStarted = true;
-        return line().connect("Harbour");
-    }
 
     /// A tick after each amount that was received meanwhile, in frames of 1,000 bytes.
     void receive(std::uint32_t handle, std::initializer_list<std::uint32_t> amounts) {

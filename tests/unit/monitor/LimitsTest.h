@@ -10,13 +10,11 @@ class LimitsTest : public WorldTest {
 protected:
     LimitsTest() { startQuietly("/r"); }
 
-    ScriptedConnections& line() { return machine.connections; }
     FrmWarning& frmWarning() { return world->forms.frmWarning; }
 
     /// A connection that the program counts from its beginning, with so much transfer and time.
     std::uint32_t connection(std::uint32_t rcvd, std::uint32_t sent, std::uint32_t milliseconds) {
-        state().DialInStarted = true;
-        const std::uint32_t handle = line().connect("Harbour");
+        const std::uint32_t handle = dialledConnection();
         line().transfer(handle, rcvd, sent, milliseconds);
         return handle;
     }

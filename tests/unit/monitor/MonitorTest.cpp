@@ -12,14 +12,6 @@ class MonitorTest : public WorldTest {
 protected:
     MonitorTest() { startQuietly("/r"); }
 
-    ScriptedConnections& line() { return machine.connections; }
-
-    /// A connection that the program counts from its beginning.
-    std::uint32_t dialledConnection() {
-        state().DialInStarted = true;
-        return line().connect("Harbour");
-    }
-
     static RAS_STATS statistics(std::uint32_t rcvd, std::uint32_t sent, std::uint32_t duration) {
         RAS_STATS result{};
         result.dwSize = RAS_STATS::size;
@@ -284,8 +276,7 @@ TEST_F(MonitorTest, TheActiveConnectionIsShownAndSelected) {
 
 TEST_F(MonitorTest, AConnectionThatIsNoEntryLeavesTheSelection) {
     frmMain().cboConnections.setListIndex(0);
-    state().DialInStarted = true;
-    line().connect("Elsewhere");
+    dialledConnection("Elsewhere");
 
     tick();
 

@@ -12,17 +12,7 @@ class ResetRequestTest : public WorldTest {
 protected:
     ResetRequestTest() {
         startQuietly("/r");
-        state().BytesRcvdTotal = 100;
-        state().BytesSentTotal = 20;
-        state().DurationTotal = 3000;
-    }
-
-    ScriptedConnections& line() { return machine.connections; }
-
-    /// A connection that the program counts from its beginning.
-    std::uint32_t dialledConnection() {
-        state().DialInStarted = true;
-        return line().connect("Harbour");
+        setTotals(20, 100, 3000);
     }
 
     void expectResetQuestion(MsgBoxAnswer answer) {

@@ -22,21 +22,7 @@ protected:
         state().TransferReset = enDateCalc::MiddleOfMonth;
         state().TransferResetLast = on(2026, 11, 10);
         machine.clock.now = on(2026, 11, 17, 9, 30, 0);
-        setTotals(100, 20, 3000);
-    }
-
-    ScriptedConnections& line() { return machine.connections; }
-
-    void setTotals(int rcvd, int sent, int duration) {
-        state().BytesRcvdTotal = rcvd;
-        state().BytesSentTotal = sent;
-        state().DurationTotal = duration;
-    }
-
-    /// A connection that the program counts from its beginning.
-    std::uint32_t dialledConnection() {
-        state().DialInStarted = true;
-        return line().connect("Harbour");
+        setTotals(20, 100, 3000);
     }
 
     void expectBackupQuestion(MsgBoxAnswer answer) {
@@ -207,7 +193,7 @@ TEST_F(ResetTest, AnUnknownCriterionIsToldAndCountsAsPassed) {
 TEST_F(ResetTest, APeriodIsResetOnce) {
     dialledConnection();
     tick();
-    setTotals(7, 8, 9);
+    setTotals(8, 7, 9);
 
     tick();
 

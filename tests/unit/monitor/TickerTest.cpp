@@ -16,14 +16,6 @@ protected:
         state().TransferTicker = 1;
     }
 
-    ScriptedConnections& line() { return machine.connections; }
-
-    /// A connection that the program counts from its beginning.
-    std::uint32_t dialledConnection() {
-        state().DialInStarted = true;
-        return line().connect("Harbour");
-    }
-
     /// A connection that has transferred so much, and one tick.
     std::uint32_t session(std::uint32_t rcvd, std::uint32_t sent) {
         const std::uint32_t handle = dialledConnection();

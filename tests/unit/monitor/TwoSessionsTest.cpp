@@ -14,7 +14,6 @@ class TwoSessionsTest : public WorldTest {
 protected:
     TwoSessionsTest() { startQuietly("/r"); }
 
-    ScriptedConnections& line() { return machine.connections; }
     FrmMain& window() { return frmMain(); }
 
     void dialled() { state().DialInStarted = true; }

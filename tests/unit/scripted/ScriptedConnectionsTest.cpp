@@ -1,5 +1,7 @@
 #include "scripted/ScriptedConnections.h"
 
+#include "support/RasCalls.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -27,26 +29,9 @@ protected:
         return line.RasEnumConnectionsA(records.data(), &bytes, &count);
     }
 
-    std::uint32_t dial(const std::string& entry) {
-        RASDIALEXTENSIONS extensions{};
-        extensions.dwSize = RASDIALEXTENSIONS::size;
-        RASDIALPARAMSA parameters = parametersFor(entry);
-        return line.RasDialA(&extensions, nullptr, &parameters, 0, nullptr, &handle);
-    }
+    std::uint32_t dial(const std::string& entry) { return dialEntry(line, entry, handle); }
 
-    static RASDIALPARAMSA parametersFor(const std::string& entry) {
-        RASDIALPARAMSA parameters{};
-        parameters.dwSize = RASDIALPARAMSA::size;
-        entry.copy(parameters.szEntryName, sizeof parameters.szEntryName - 1);
-        return parameters;
-    }
-
-    RAS_STATS statisticsOf(std::uint32_t asked) {
-        RAS_STATS statistics{};
-        statistics.dwSize = RAS_STATS::size;
-        EXPECT_EQ(line.RasGetConnectionStatistics(asked, &statistics), 0U);
-        return statistics;
-    }
+    RAS_STATS statisticsOf(std::uint32_t asked) { return tarvik::statisticsOf(line, asked); }
 
     ScriptedConnections line;
     std::vector<char> buffer;

@@ -21,12 +21,6 @@ protected:
         machine.files.replacements = 0;
     }
 
-    void setTotals(int sent, int rcvd, int duration) {
-        state().BytesSentTotal = sent;
-        state().BytesRcvdTotal = rcvd;
-        state().DurationTotal = duration;
-    }
-
     /// What a save puts into the file.
     std::string saved() {
         EXPECT_TRUE(SaveState());

@@ -17,12 +17,6 @@ protected:
         machine.files.replacements = 0;
     }
 
-    void setTotals(int sent, int rcvd, int duration) {
-        state().BytesSentTotal = sent;
-        state().BytesRcvdTotal = rcvd;
-        state().DurationTotal = duration;
-    }
-
     bool contains(const std::string& text) const { return ini().find(text) != std::string::npos; }
 };
 

@@ -24,12 +24,6 @@ protected:
         machine.files.replacements = 0;
     }
 
-    void setTotals(Currency sent, Currency rcvd, Currency duration) {
-        state().BytesSentTotal = sent;
-        state().BytesRcvdTotal = rcvd;
-        state().DurationTotal = duration;
-    }
-
     static std::string joined(std::size_t count) {
         std::string text;
         for (std::size_t i = 0; i < count; ++i) {

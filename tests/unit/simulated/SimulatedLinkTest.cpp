@@ -1,5 +1,7 @@
 #include "simulated/SimulatedLink.h"
 
+#include "support/RasCalls.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -22,31 +24,10 @@ protected:
                 [this](std::uint64_t milliseconds) { now += milliseconds; }};
     }
 
-    static RASDIALPARAMSA parametersFor(const std::string& entry) {
-        RASDIALPARAMSA parameters{};
-        parameters.dwSize = RASDIALPARAMSA::size;
-        entry.copy(parameters.szEntryName, sizeof parameters.szEntryName - 1);
-        return parameters;
-    }
-
-    static std::uint32_t dial(SimulatedLink& line, const std::string& entry,
-                              std::uint32_t& handle) {
-        RASDIALPARAMSA parameters = parametersFor(entry);
-        RASDIALEXTENSIONS extensions{RASDIALEXTENSIONS::size, 0, 0, 0};
-        return line.RasDialA(&extensions, nullptr, &parameters, 0, nullptr, &handle);
-    }
-
     std::uint32_t connect(const std::string& entry) {
         std::uint32_t handle = 0;
-        EXPECT_EQ(dial(link, entry, handle), ras::success);
+        EXPECT_EQ(dialEntry(link, entry, handle), ras::success);
         return handle;
-    }
-
-    static RAS_STATS statisticsOf(SimulatedLink& line, std::uint32_t handle) {
-        RAS_STATS statistics{};
-        statistics.dwSize = RAS_STATS::size;
-        EXPECT_EQ(line.RasGetConnectionStatistics(handle, &statistics), ras::success);
-        return statistics;
     }
 
     std::uint32_t connectionCount() {
@@ -198,14 +179,14 @@ TEST_F(SimulatedLinkTest, AnUnknownEntryCannotBeDialled) {
     std::uint32_t handle = 0;
 
     EXPECT_EQ(link.RasGetEntryDialParamsA(nullptr, &parameters, &found), 623U);
-    EXPECT_EQ(dial(link, "Nowhere", handle), 623U);
+    EXPECT_EQ(dialEntry(link, "Nowhere", handle), 623U);
     EXPECT_EQ(handle, 0U);
 }
 
 TEST_F(SimulatedLinkTest, TheEntryWithAWrongPasswordFailsWith691) {
     std::uint32_t handle = 0;
 
-    EXPECT_EQ(dial(link, "Old Mill (wrong password)", handle), 691U);
+    EXPECT_EQ(dialEntry(link, "Old Mill (wrong password)", handle), 691U);
 
     EXPECT_EQ(handle, 0U);
     EXPECT_EQ(connectionCount(), 0U);
@@ -214,7 +195,7 @@ TEST_F(SimulatedLinkTest, TheEntryWithAWrongPasswordFailsWith691) {
 TEST_F(SimulatedLinkTest, TheBusyEntryFailsWith676) {
     std::uint32_t handle = 0;
 
-    EXPECT_EQ(dial(link, "Village Line (busy)", handle), 676U);
+    EXPECT_EQ(dialEntry(link, "Village Line (busy)", handle), 676U);
 
     EXPECT_EQ(connectionCount(), 0U);
 }
@@ -293,7 +274,7 @@ TEST_F(SimulatedLinkTest, TheSameSeedGivesTheSameTrafficHoweverOftenItIsRead) {
     const RAS_STATS often = statisticsOf(link, handle);
 
     now = begin;
-    dial(other, dsl, otherHandle);
+    dialEntry(other, dsl, otherHandle);
     now += 30'000;
     const RAS_STATS once = statisticsOf(other, otherHandle);
 
@@ -310,7 +291,7 @@ TEST_F(SimulatedLinkTest, AnotherSeedGivesOtherTraffic) {
     const RAS_STATS first = statisticsOf(link, handle);
 
     now = begin;
-    dial(other, dsl, otherHandle);
+    dialEntry(other, dsl, otherHandle);
     now += 30'000;
 
     EXPECT_NE(first.dwBytesRcved, statisticsOf(other, otherHandle).dwBytesRcved);

@@ -53,8 +53,7 @@ protected:
 
     DamagedTotalTest() {
         startQuietly("/r");
-        state().DialInStarted = true;
-        handle_ = machine.connections.connect("Harbour");
+        handle_ = dialledConnection();
         tick();
         state().BytesRcvdTotal = largest;
     }

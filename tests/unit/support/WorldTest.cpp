@@ -74,6 +74,17 @@ void WorldTest::startQuietly(const std::string& commandLine) {
     start(commandLine);
 }
 
+std::uint32_t WorldTest::dialledConnection(const std::string& entry) {
+    state().DialInStarted = true;
+    return line().connect(entry);
+}
+
+void WorldTest::setTotals(Currency sent, Currency rcvd, Currency duration) {
+    state().BytesSentTotal = sent;
+    state().BytesRcvdTotal = rcvd;
+    state().DurationTotal = duration;
+}
+
 void WorldTest::newWorld() {
     world.reset();
     machine.instances.endProgram();

@@ -56,6 +56,11 @@ protected:
     void startQuietly(const std::string& commandLine = {});
     /// Throws the world away, as a crash would, and makes a new one on the same machine.
     void newWorld();
+    /// The script of the line.
+    ScriptedConnections& line() { return machine.connections; }
+    /// A connection that the program counts from its beginning.
+    std::uint32_t dialledConnection(const std::string& entry = "Harbour");
+    void setTotals(Currency sent, Currency rcvd, Currency duration);
     /// One tick of monitoring.
     void tick() { frmMain().timUpdateStats.fire(); }
 };

@@ -40,8 +40,7 @@ protected:
 
 private:
     void exceed() {
-        state().DialInStarted = true;
-        machine.connections.transfer(machine.connections.connect("Harbour"), 5000, 700, 1500);
+        line().transfer(dialledConnection(), 5000, 700, 1500);
         tick();
         ASSERT_TRUE(frmWarning().visible());
     }
