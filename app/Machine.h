@@ -1,6 +1,7 @@
 #pragma once
 
-// The machine that the program is built for: the one place that chooses.
+// The machine that the program is built for: the one place that chooses. What `with` hands out is
+// in Machine.cpp, the same for all.
 
 #ifdef _WIN32
 #include "windows/WindowsPlatform.h"

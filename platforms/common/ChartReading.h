@@ -3,6 +3,7 @@
 #include "controls/Chart.h"
 
 #include <string>
+#include <utility>
 
 namespace tarvik::face {
 
@@ -16,5 +17,19 @@ void goOn(Chart& chart, ReadingStep step);
 /// What a screen reader says of a chart: its title, and what is read off; while nothing is, what
 /// the chart draws.
 std::string spokenName(const Chart& chart);
+
+/// Which row that is read off a face's chart shows.
+class ShownReading {
+public:
+    /// Whether the chart looks or sounds different after that change: not when the pointer has
+    /// moved within a row.
+    bool differs(const Chart& chart, Property changed) {
+        const int before = std::exchange(row_, chart.readRow());
+        return changed != Property::Reading || before != row_;
+    }
+
+private:
+    int row_ = Chart::none;
+};
 
 } // namespace tarvik::face

@@ -61,7 +61,7 @@ SettingsInOrder orderOfShowing() {
 SettingsInOrder orderOfWriting() {
     SettingsInOrder result = orderOfShowing();
     const auto timing = std::find_if(result.begin(), result.end(), [](const Setting* setting) {
-        return setting->is("RefreshInterval");
+        return setting->isKeptIn(&State::RefreshInterval);
     });
     std::rotate(result.begin() + startUp, result.begin() + startUp + 2, timing);
     return result;

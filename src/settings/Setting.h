@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <string>
 #include <tuple>
+#include <type_traits>
 #include <variant>
 
 namespace tarvik {
@@ -68,7 +69,18 @@ struct Setting {
                  DaySetting>
         kind;
 
-    bool is(const char* name) const { return std::string(key) == name; }
+    /// Whether its value stands in that member of the state.
+    template <class Value>
+    bool isKeptIn(Value State::*member) const {
+        const auto isTheOne = [member](const auto& known) {
+            if constexpr (std::is_same_v<decltype(known.value), Value State::*>) {
+                return known.value == member;
+            } else {
+                return false;
+            }
+        };
+        return std::visit(isTheOne, kind);
+    }
 };
 
 /// Sets what the state keeps as a number of one byte: a flag, a unit or a criterion.

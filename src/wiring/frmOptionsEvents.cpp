@@ -66,9 +66,9 @@ void apply(const Setting& setting) {
 /// What follows at once from a setting that was applied.
 void follow(const Setting& setting) {
     State& s = state();
-    if (setting.is("TransferLimitWarning") && s.TransferLimitWarning != 0) {
+    if (setting.isKeptIn(&State::TransferLimitWarning) && s.TransferLimitWarning != 0) {
         s.LimitWarningArmed = true;
-    } else if (setting.is("RefreshInterval")) {
+    } else if (setting.isKeptIn(&State::RefreshInterval)) {
         forms().frmMain.timUpdateStats.setInterval(s.RefreshInterval.value());
     }
 }

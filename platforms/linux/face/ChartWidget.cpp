@@ -13,7 +13,6 @@
 #include <functional>
 #include <map>
 #include <optional>
-#include <utility>
 #include <vector>
 
 namespace tarvik::face {
@@ -124,9 +123,8 @@ public:
 
 protected:
     void refreshOwn(Property changed) override {
-        const int shownRow = std::exchange(shownRow_, chart_.readRow());
-        if (changed == Property::Reading && shownRow == shownRow_) {
-            return; // the pointer has moved within a row
+        if (!reading_.differs(chart_, changed)) {
+            return;
         }
         widget()->setWindowTitle(shown(chart_.title()));
         widget()->setAccessibleName(shown(spokenName(chart_)));
@@ -135,7 +133,7 @@ protected:
 
 private:
     Chart& chart_;
-    int shownRow_ = Chart::none;
+    ShownReading reading_;
 };
 
 } // namespace

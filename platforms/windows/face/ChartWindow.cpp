@@ -78,9 +78,8 @@ public:
 
 protected:
     void refreshOwn(Property changed) override {
-        const int shownRow = std::exchange(shownRow_, chart_.readRow());
-        if (changed == Property::Reading && shownRow == shownRow_) {
-            return; // the pointer has moved within a row
+        if (!reading_.differs(chart_, changed)) {
+            return;
         }
         // The text of a window of its own kind is what screen readers say.
         setWindowText(shown(spokenName(chart_)));
@@ -89,17 +88,9 @@ protected:
 
 private:
     static const char* registeredClass() {
-        static const bool registered = [] {
-            WNDCLASSA window{};
-            window.style = CS_HREDRAW | CS_VREDRAW;
-            window.lpfnWndProc = onMessage;
-            window.hInstance = GetModuleHandleA(nullptr);
-            window.hCursor = LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_ARROW));
-            window.lpszClassName = chartClass;
-            return RegisterClassA(&window) != 0;
-        }();
-        static_cast<void>(registered);
-        return chartClass;
+        static const char* const name =
+            registerClass(chartClass, onMessage, CS_HREDRAW | CS_VREDRAW);
+        return name;
     }
 
     static LRESULT CALLBACK onMessage(HWND window, UINT message, WPARAM first, LPARAM second) {
@@ -217,7 +208,7 @@ private:
     Chart& chart_;
     ChartPainter painter_;
     HFONT font_ = nullptr;
-    int shownRow_ = Chart::none;
+    ShownReading reading_;
     std::optional<LPARAM> pointer_; ///< where it is over the window
 };
 

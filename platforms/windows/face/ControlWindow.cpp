@@ -103,6 +103,17 @@ HWND makeChild(const Control& control, const ControlSite& site, const char* clas
                            GetModuleHandleA(nullptr), nullptr);
 }
 
+const char* registerClass(const char* name, WNDPROC onMessage, UINT style) {
+    WNDCLASSA window{};
+    window.style = style;
+    window.lpfnWndProc = onMessage;
+    window.hInstance = GetModuleHandleA(nullptr);
+    window.hCursor = LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_ARROW));
+    window.lpszClassName = name;
+    RegisterClassA(&window);
+    return name;
+}
+
 std::unique_ptr<ControlWindow> makeControlWindow(Control& control, ControlSite& site) {
     using Maker = std::unique_ptr<ControlWindow> (*)(Control&, ControlSite&);
     static const std::map<ControlKind, Maker> makers{

@@ -84,6 +84,9 @@ int widestText(const FaceFont& font, const std::string& text,
 HWND makeChild(const Control& control, const ControlSite& site, const char* className,
                const std::string& text, DWORD style, DWORD extendedStyle = 0);
 
+/// Registers a class of the program's own for the windows of a kind of control; its name.
+const char* registerClass(const char* name, WNDPROC onMessage, UINT style);
+
 /// The peer for a control of any kind; null for a kind that is only shown when it is opened.
 std::unique_ptr<ControlWindow> makeControlWindow(Control& control, ControlSite& site);
 

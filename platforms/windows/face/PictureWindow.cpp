@@ -58,16 +58,8 @@ protected:
 
 private:
     static const char* registeredClass() {
-        static const bool registered = [] {
-            WNDCLASSA window{};
-            window.lpfnWndProc = onMessage;
-            window.hInstance = GetModuleHandleA(nullptr);
-            window.hCursor = LoadCursorA(nullptr, reinterpret_cast<LPCSTR>(IDC_ARROW));
-            window.lpszClassName = pictureClass;
-            return RegisterClassA(&window) != 0;
-        }();
-        static_cast<void>(registered);
-        return pictureClass;
+        static const char* const name = registerClass(pictureClass, onMessage, 0);
+        return name;
     }
 
     static LRESULT CALLBACK onMessage(HWND window, UINT message, WPARAM first, LPARAM second) {
