@@ -156,8 +156,7 @@ trial_deb_install() {
 
 # silent SOCKET: takes connections there and never answers.
 silent() {
-    /usr/bin/python3 -c 'import socket, sys, time
-listening = socket.socket(socket.AF_UNIX); listening.bind(sys.argv[1]); listening.listen(16); time.sleep(600)' "$1" &
+    /usr/bin/python3 /mnt/sources/scripts/silent_socket.py "$1" &
     until [ -S "$1" ]; do sleep 0.1; done
     chmod 777 "$1"
 }

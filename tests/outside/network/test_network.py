@@ -10,9 +10,9 @@ import sys
 import time
 
 from desktop import wait_for
-from support import EXECUTABLE, STOP_QUESTION, ProgramTest, keys_of
+from support import EXECUTABLE, ROOT, STOP_QUESTION, ProgramTest, keys_of
 
-PUMP = pathlib.Path(os.environ["RIG_STATE"]) / "pump.py"
+TRAFFIC = ROOT / "scripts/tunnel_traffic.py"
 SERVER, SINK, SOURCE = "10.8.1.1", "5001", "5002"
 MEGABYTES = 1_000_000
 DAY_OF_TICKS = pathlib.Path(EXECUTABLE).with_name("day_of_ticks")
@@ -36,7 +36,7 @@ def nmcli(*arguments):
 
 def pump(way, amount, server=SERVER, check=True):
     port = SINK if way == "up" else SOURCE
-    return subprocess.run([sys.executable, str(PUMP), way, server, port, str(amount), "0"],
+    return subprocess.run([sys.executable, str(TRAFFIC), way, server, port, str(amount), "0"],
                           check=check, capture_output=True).returncode
 
 
