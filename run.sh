@@ -5,8 +5,8 @@ set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")"
 # shellcheck source=scripts/packages.sh
 . scripts/packages.sh
-# shellcheck source=scripts/place.sh
-. scripts/place.sh
+# shellcheck source=scripts/folders_and_displays.sh
+. scripts/folders_and_displays.sh
 
 can_write build out
 forget_moved_builds

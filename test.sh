@@ -12,8 +12,8 @@ exec </dev/null
 cd "$(dirname "$(readlink -f "$0")")" || exit 1
 # shellcheck source=scripts/packages.sh
 . scripts/packages.sh
-# shellcheck source=scripts/place.sh
-. scripts/place.sh
+# shellcheck source=scripts/folders_and_displays.sh
+. scripts/folders_and_displays.sh
 
 # Every test brings a display of its own; the user's stays empty, and need not even answer.
 unset DISPLAY WAYLAND_DISPLAY
@@ -269,15 +269,15 @@ fuzz() {
     FUZZ_RUNS=2000 scripts/fuzz.sh
 }
 
-system_tests() {
+outside_tests() {
     needs "${packages_build[@]}" "${packages_display[@]}" "${packages_office[@]}" || return $cannot_run
     TARVIK_DEMO="$PWD/build/debug/bin/tarvik-demo" \
         /usr/bin/python3 -B -m unittest discover -s tests/outside/linux -t tests/outside
 }
 
 # The same on a Wayland compositor, apart from what only a display of X shows.
-system_tests_wayland() {
-    TARVIK_DESKTOP=wayland system_tests
+outside_tests_wayland() {
+    TARVIK_DESKTOP=wayland outside_tests
 }
 
 # A world of its own with a real NetworkManager and a real VPN; needs root.
@@ -410,8 +410,8 @@ stage "the scripts where something is closed, missing or silent" scripts_tests c
 stage "build, warnings are errors" build_debug builds
 stage "kill at every step" kill_at_every_step checks build_debug
 stage "user stories on the scripted and the real face" stories desktop build_debug
-stage "the built program from outside" system_tests desktop build_debug
-stage "the built program from outside, on Wayland" system_tests_wayland desktop build_debug
+stage "the built program from outside" outside_tests desktop build_debug
+stage "the built program from outside, on Wayland" outside_tests_wayland desktop build_debug
 stage "the program on a real NetworkManager" network_tests desktop build_debug
 stage "a session without a display" headless_session desktop build_debug
 stage "build for Windows, warnings are errors" build_windows builds

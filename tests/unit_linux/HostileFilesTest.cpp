@@ -27,8 +27,8 @@ void put(const std::string& path, const std::string& bytes) {
     std::ofstream(path, std::ios::binary) << bytes;
 }
 
-/// Things that are no ordinary file, under the name of one.
-struct Thing {
+/// What is no ordinary file, under the name of one.
+struct OddFile {
     const char* name;
     void (*make)(const std::string& path);
 };
@@ -54,7 +54,7 @@ constexpr const char* nowhere = "/nowhere/at/all";
 constexpr const char* itself = "Tarvik.ini";
 constexpr const char* root = "/";
 
-class ThingTest : public testing::TestWithParam<Thing> {
+class OddFileTest : public testing::TestWithParam<OddFile> {
 protected:
     void SetUp() override {
         GetParam().make(path);
@@ -83,7 +83,7 @@ protected:
     struct stat before {};
 };
 
-TEST_P(ThingTest, ItIsNotRead) {
+TEST_P(OddFileTest, ItIsNotRead) {
     std::string bytes = "before";
 
     EXPECT_TRUE(files.read(path, bytes));
@@ -94,13 +94,13 @@ TEST_P(ThingTest, ItIsNotRead) {
     EXPECT_NE(files.Dir(path), FileKind::None);
 }
 
-TEST_P(ThingTest, ItIsNotReplaced) {
+TEST_P(OddFileTest, ItIsNotReplaced) {
     EXPECT_EQ(files.replace(path, {"x"}), ErrorNumber::PathFileAccess);
 
     expectUntouched();
 }
 
-TEST_P(ThingTest, ItIsNeitherSourceNorTargetOfACopy) {
+TEST_P(OddFileTest, ItIsNeitherSourceNorTargetOfACopy) {
     const std::string good = folder.path() + "/good";
     put(good, "good");
 
@@ -112,7 +112,7 @@ TEST_P(ThingTest, ItIsNeitherSourceNorTargetOfACopy) {
     expectUntouched();
 }
 
-TEST_P(ThingTest, AsSettingsItHasNoKeysAndIsNotWrittenTo) {
+TEST_P(OddFileTest, AsSettingsItHasNoKeysAndIsNotWrittenTo) {
     ProfileEngine engine(files, "\n");
     std::array<char, 16> buffer{};
 
@@ -124,15 +124,14 @@ TEST_P(ThingTest, AsSettingsItHasNoKeysAndIsNotWrittenTo) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    All, ThingTest,
-    testing::Values(Thing{"Directory", [](const std::string& path) { mkdir(path.c_str(), 0755); }},
-                    Thing{"Pipe", [](const std::string& path) { mkfifo(path.c_str(), 0644); }},
-                    Thing{"Socket", makeSocket}, Thing{"LinkToZeros", makeLink<&zero>},
-                    Thing{"LinkToFullDevice", makeLink<&full>},
-                    Thing{"LinkToNullDevice", makeLink<&null>},
-                    Thing{"LinkToNothing", makeLink<&nowhere>},
-                    Thing{"LinkToItself", makeLink<&itself>},
-                    Thing{"LinkToFolder", makeLink<&root>}),
+    All, OddFileTest,
+    testing::Values(
+        OddFile{"Directory", [](const std::string& path) { mkdir(path.c_str(), 0755); }},
+        OddFile{"Pipe", [](const std::string& path) { mkfifo(path.c_str(), 0644); }},
+        OddFile{"Socket", makeSocket}, OddFile{"LinkToZeros", makeLink<&zero>},
+        OddFile{"LinkToFullDevice", makeLink<&full>}, OddFile{"LinkToNullDevice", makeLink<&null>},
+        OddFile{"LinkToNothing", makeLink<&nowhere>}, OddFile{"LinkToItself", makeLink<&itself>},
+        OddFile{"LinkToFolder", makeLink<&root>}),
     [](const auto& test) { return std::string(test.param.name); });
 
 class HostileFilesTest : public testing::Test {

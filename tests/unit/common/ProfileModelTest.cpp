@@ -18,9 +18,9 @@ const Texts oddLines{"",  " \t", ";x=1", " ; note", "junk",    "=",      "=5",  
                      "]", "[]",  "x",    "[a]tail", "[ a ] ]", "\0x=1"s, "x\0=1"s};
 
 /// Random texts and names from one fixed seed.
-class Chance {
+class RandomProfile {
 public:
-    explicit Chance(std::uint64_t seed) : source_(seed) {}
+    explicit RandomProfile(std::uint64_t seed) : source_(seed) {}
 
     std::size_t below(std::size_t limit) { return static_cast<std::size_t>(source_() % limit); }
     bool oneIn(std::size_t times) { return below(times) == 0; }
@@ -62,13 +62,13 @@ private:
 
 class ProfileModelTest : public ProfileTest {
 protected:
-    Chance chance{20261116};
+    RandomProfile random{20261116};
 
     /// Writes the same, a key or a whole section, through the engine and in the reference.
     void writeBoth(ReferenceProfile& reference) {
-        const std::string section = chance.of(sectionNames);
-        if (chance.oneIn(3)) {
-            const Texts lines = chance.keyLines();
+        const std::string section = random.of(sectionNames);
+        if (random.oneIn(3)) {
+            const Texts lines = random.keyLines();
             std::string text;
             for (const std::string& line : lines) {
                 text += line + '\0';
@@ -76,8 +76,8 @@ protected:
             ASSERT_TRUE(writeSection(section, text + '\0'));
             reference.writeSection(section, lines);
         } else {
-            const std::string key = chance.of(keyNames);
-            const std::string text = chance.of(values);
+            const std::string key = random.of(keyNames);
+            const std::string text = random.of(values);
             ASSERT_TRUE(write(section, key, text));
             reference.writeKey(section, key, text);
         }
@@ -85,7 +85,7 @@ protected:
 
     void compareReads(const ReferenceProfile& reference) {
         for (const std::string& section : sectionNames) {
-            const std::string& key = chance.of(keyNames);
+            const std::string& key = random.of(keyNames);
             ASSERT_EQ(value(section, key), reference.read(section, key).value_or("none"))
                 << '[' << section << ']' << key << '\n'
                 << reference.bytes();
@@ -93,12 +93,12 @@ protected:
     }
 
     void runUpdates(const Texts& lineEnds) {
-        given(chance.file(lineEnds));
+        given(random.file(lineEnds));
         for (int update = 0; update < 4; ++update) {
             const std::string before = bytes();
             ReferenceProfile reference(before, "\n");
             engine.beginUpdate(file);
-            for (std::size_t i = chance.below(6); i > 0; --i) {
+            for (std::size_t i = random.below(6); i > 0; --i) {
                 ASSERT_NO_FATAL_FAILURE(writeBoth(reference));
                 ASSERT_NO_FATAL_FAILURE(compareReads(reference));
             }
@@ -121,7 +121,7 @@ protected:
 TEST_F(ProfileModelTest, EveryWriteChangesTheFileAsTheReferenceDoes) {
     const Texts lineEnds{"\n", "\r\n", "\r"};
     for (int round = 0; round < 600; ++round) {
-        given(chance.file(lineEnds));
+        given(random.file(lineEnds));
         for (int i = 0; i < 10; ++i) {
             const std::string before = bytes();
             ReferenceProfile reference(before, "\n");
@@ -134,7 +134,7 @@ TEST_F(ProfileModelTest, EveryWriteChangesTheFileAsTheReferenceDoes) {
 TEST_F(ProfileModelTest, EveryReadAnswersAsTheReferenceDoes) {
     const Texts lineEnds{"\n", "\r\n", "\r"};
     for (int round = 0; round < 1000; ++round) {
-        given(chance.file(lineEnds));
+        given(random.file(lineEnds));
         ASSERT_NO_FATAL_FAILURE(compareReads(ReferenceProfile(bytes(), "\n")));
     }
 }
@@ -156,11 +156,11 @@ TEST_F(ProfileModelTest, AnUpdateOfMixedLinesEqualsItsWritesOneByOne) {
 TEST_F(ProfileModelTest, AFailedWriteChangesNothing) {
     const Texts lineEnds{"\n", "\r\n", "\r"};
     for (int round = 0; round < 300; ++round) {
-        const std::string before = chance.file(lineEnds);
+        const std::string before = random.file(lineEnds);
         given(before);
         files.replacesFail = true;
-        const std::string& section = chance.of(sectionNames);
-        ASSERT_FALSE(write(section, chance.of(keyNames), chance.of(values)));
+        const std::string& section = random.of(sectionNames);
+        ASSERT_FALSE(write(section, random.of(keyNames), random.of(values)));
         ASSERT_EQ(bytes(), before);
         files.replacesFail = false;
         ASSERT_NO_FATAL_FAILURE(compareReads(ReferenceProfile(before, "\n")));

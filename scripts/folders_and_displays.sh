@@ -1,6 +1,5 @@
 # shellcheck shell=bash disable=SC2154
-# What a run needs of the place it stands in: folders that may be written to, and a display that
-# answers. Sourced, not run, with the folder of the sources as the current one.
+# What a run needs around it: folders that may be written to, and a display that answers. Sourced, not run, with the folder of the sources as the current one.
 
 # can_write FOLDER...: false, with the command that mends it, where one of these folders below the
 # sources, or anything in it, is closed to the user, or cannot be made.
