@@ -14,7 +14,19 @@ from processes import Failure, start, stop, wait_for
 _numbers = itertools.count()
 
 
-class XDisplay:
+class _Display:
+    """What is shown on by a process of its own, the `server`."""
+
+    def end(self, number=signal.SIGTERM):
+        """Ends the display under the programs that are on it."""
+        self.server.send_signal(number)
+        self.server.wait()
+
+    def close(self):
+        stop(self.server)
+
+
+class XDisplay(_Display):
     """An X server without a window manager; end it with close()."""
 
     def __init__(self, environment, screen="1000x700x24"):
@@ -30,14 +42,6 @@ class XDisplay:
             raise Failure("the virtual display did not start")
         # What a program needs in its environment to come here.
         self.environment = {"DISPLAY": ":" + number, "QT_QPA_PLATFORM": "xcb"}
-
-    def end(self, number=signal.SIGTERM):
-        """Ends the display under the programs that are on it."""
-        self.server.send_signal(number)
-        self.server.wait()
-
-    def close(self):
-        stop(self.server)
 
 
 class FarDisplay:
@@ -95,7 +99,7 @@ class FarDisplay:
             each.close()
 
 
-class WaylandDisplay:
+class WaylandDisplay(_Display):
     """A compositor that gives each main window the whole screen, so that places on the screen are
     places in the window; end it with close()."""
 
@@ -119,11 +123,6 @@ class WaylandDisplay:
             self.close()
             raise
 
-    def end(self, number=signal.SIGTERM):
-        """Ends the display under the programs that are on it."""
-        self.server.send_signal(number)
-        self.server.wait()
-
     def close(self):
-        stop(self.server)
+        super().close()
         self.below.close()

@@ -29,6 +29,11 @@ STOP_QUESTION = (
 QUIT_REFUSED = (
     "Warning: Monitoring is still active.\nPlease de-activate monitoring before quit."
 )
+IMPORT_QUESTION = (
+    "Ok to import recorded transfers from the\n"
+    "INI-file located in the application folder?\n\n"
+    '(Press "No" to select another file.)'
+)
 SETTINGS = [
     "UnitTransferCurrent", "UnitTransferTotal", "TransferLimit", "TransferLimitValue",
     "DurationLimit", "DurationLimitHr", "DurationLimitMin", "TransferLimitWarning",
@@ -36,6 +41,11 @@ SETTINGS = [
     "TransferResetLast", "StartUpMinimise", "StartUpRunMonitoring", "RefreshInterval",
     "LogIPAddress", "TransferTicker", "TransferTickerValue",
 ]
+
+
+def number(text):
+    """The number in a text, whatever stands in it beside the digits; 0 without any."""
+    return int("".join(character for character in text if character.isdigit()) or "0")
 
 
 _desktops = []

@@ -10,18 +10,13 @@ import time
 import unittest
 
 from desktop import wait_for
-from support import EXECUTABLE, ROOT, ProgramTest
+from support import EXECUTABLE, IMPORT_QUESTION, ROOT, ProgramTest
 
 sys.path.insert(0, str(ROOT / "tests/support"))
 from check_csv import expected_rows, records_of  # noqa: E402
 
 YEARS_OF_DAYS = pathlib.Path(EXECUTABLE).with_name("years_of_days")
 CHECK_CSV = ROOT / "tests/support/check_csv.py"
-IMPORT_QUESTION = (
-    "Ok to import recorded transfers from the\n"
-    "INI-file located in the application folder?\n\n"
-    '(Press "No" to select another file.)'
-)
 READING = re.compile(r"(.*)\. ([0-9,]+) \((.*?)\): (.*)")
 REPLACE = "history.csv already exists.\nDo you want to replace it?"
 EXPORTED = "All records have been successfully exported."

@@ -12,11 +12,8 @@ from support import (
     STOP_QUESTION,
     ProgramTest,
     keys_of,
+    number,
 )
-
-
-def number(text):
-    return int("".join(character for character in text if character.isdigit()) or "0")
 
 
 class StoryTest(ProgramTest):

@@ -4,17 +4,12 @@ import subprocess
 import unittest
 
 from desktop import wait_for
-from support import ProgramTest
+from support import IMPORT_QUESTION, ProgramTest
 
 HISTORY = "Velmars Tarvik - History"
 MAIN = "Velmars Tarvik"
 BOX = "Velmars Tarvik."
 NO_RECORDS = "Error: The INI-File does not contain any recorded transfers."
-IMPORT_QUESTION = (
-    "Ok to import recorded transfers from the\n"
-    "INI-file located in the application folder?\n\n"
-    '(Press "No" to select another file.)'
-)
 # A desktop on which one click opens files.
 ONE_CLICK = {
     "XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5",

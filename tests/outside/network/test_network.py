@@ -10,7 +10,7 @@ import sys
 import time
 
 from desktop import wait_for
-from support import EXECUTABLE, ROOT, STOP_QUESTION, ProgramTest, keys_of
+from support import EXECUTABLE, ROOT, STOP_QUESTION, ProgramTest, keys_of, number
 
 TRAFFIC = ROOT / "scripts/tunnel_traffic.py"
 SERVER, SINK, SOURCE = "10.8.1.1", "5001", "5002"
@@ -24,10 +24,6 @@ DENIED = (
 NOT_RUNNING = (
     "Error: RasEnumConnections failed with 711:\nThe remote access service cannot start."
 )
-
-
-def number(text):
-    return int("".join(character for character in text if character.isdigit()) or "0")
 
 
 def nmcli(*arguments):
@@ -72,10 +68,17 @@ class NetworkTest(ProgramTest):
         program.choose("cboConnections", entry)
         program.press("cmdConnect")
 
+    def connect_vpn(self, program):
+        self.dial(program, "testvpn")
+        program.wait_text("txtActiveConnection", lambda text: text.startswith("vpn: testvpn"))
+
     def wait_figures(self, program, received, sent):
         """The program's figures are those that the kernel has."""
         program.wait_text("txtBytesRcvd", lambda text: number(text) == received())
         program.wait_text("txtBytesSent", lambda text: number(text) == sent())
+
+    def wait_kernel_figures(self, program):
+        self.wait_figures(program, lambda: kernel("rx_bytes"), lambda: kernel("tx_bytes"))
 
     def wait_ticks(self, program, count=2):
         """The program has looked at its lines again: what was received is read."""
@@ -89,12 +92,11 @@ class NetworkTest(ProgramTest):
     def test_a_session_is_counted_to_the_byte_that_the_kernel_counted(self):
         program = self.start_quietly()
         program.press("cmdMonitor")
-        self.dial(program, "testvpn")
-        program.wait_text("txtActiveConnection", lambda text: text.startswith("vpn: testvpn"))
+        self.connect_vpn(program)
         pump("up", 50 * MEGABYTES)
         pump("down", 50 * MEGABYTES)
 
-        self.wait_figures(program, lambda: kernel("rx_bytes"), lambda: kernel("tx_bytes"))
+        self.wait_kernel_figures(program)
         received, sent = self.totals(program)
         self.assertGreater(received, 50 * MEGABYTES)
         self.assertGreater(sent, 50 * MEGABYTES)
@@ -126,7 +128,7 @@ class NetworkTest(ProgramTest):
 
     def test_a_session_before_the_start_is_counted_when_the_user_agrees(self):
         program, _ = self.session_before_the_start("Yes")
-        self.wait_figures(program, lambda: kernel("rx_bytes"), lambda: kernel("tx_bytes"))
+        self.wait_kernel_figures(program)
         self.assertGreater(number(program.text("txtBytesRcvdTotal")), 2 * MEGABYTES)
         hours, minutes, seconds, thousandths = map(
             int, program.text("txtDurationCurrent").split(":"))
@@ -148,17 +150,16 @@ class NetworkTest(ProgramTest):
     def test_a_line_that_is_being_made_beside_another_adds_nothing(self):
         program = self.start_quietly()
         program.press("cmdMonitor")
-        self.dial(program, "testvpn")
-        program.wait_text("txtActiveConnection", lambda text: text.startswith("vpn: testvpn"))
+        self.connect_vpn(program)
         pump("down", 2 * MEGABYTES)
-        self.wait_figures(program, lambda: kernel("rx_bytes"), lambda: kernel("tx_bytes"))
+        self.wait_kernel_figures(program)
         # Waits for a server that is not there, while the program goes on ticking.
         waiting = subprocess.Popen(["nmcli", "connection", "up", "unreachable"],
                                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         wait_for("the second line's beginning", lambda: "unreachable:activating" in nmcli(
             "-t", "-f", "NAME,STATE", "connection", "show", "--active"))
         pump("down", MEGABYTES)
-        self.wait_figures(program, lambda: kernel("rx_bytes"), lambda: kernel("tx_bytes"))
+        self.wait_kernel_figures(program)
         self.assertIsNone(waiting.poll())
         total = lambda text: number(text) == kernel("rx_bytes")  # noqa: E731
         program.wait_text("txtBytesRcvdTotal", total)
@@ -168,10 +169,9 @@ class NetworkTest(ProgramTest):
     def test_two_lines_side_by_side_are_both_kept(self):
         program = self.start_quietly()
         program.press("cmdMonitor")
-        self.dial(program, "testvpn")
-        program.wait_text("txtActiveConnection", lambda text: text.startswith("vpn: testvpn"))
+        self.connect_vpn(program)
         pump("down", 2 * MEGABYTES)
-        self.wait_figures(program, lambda: kernel("rx_bytes"), lambda: kernel("tx_bytes"))
+        self.wait_kernel_figures(program)
         first = kernel("rx_bytes")
         nmcli("connection", "up", "testvpn2")
         pump("down", MEGABYTES, "10.8.2.1")
@@ -195,8 +195,7 @@ class NetworkTest(ProgramTest):
     def test_a_session_that_the_other_side_ends_is_kept(self):
         program = self.start_quietly()
         program.press("cmdMonitor")
-        self.dial(program, "testvpn")
-        program.wait_text("txtActiveConnection", lambda text: text.startswith("vpn: testvpn"))
+        self.connect_vpn(program)
         pump("down", MEGABYTES)
         program.wait_text("txtBytesRcvd", lambda text: number(text) > MEGABYTES)
         received = number(program.text("txtBytesRcvd"))
@@ -230,10 +229,9 @@ class NetworkTest(ProgramTest):
     def test_a_tunnel_made_anew_within_a_session_is_counted_on(self):
         program = self.start_quietly()
         program.press("cmdMonitor")
-        self.dial(program, "testvpn")
-        program.wait_text("txtActiveConnection", lambda text: text.startswith("vpn: testvpn"))
+        self.connect_vpn(program)
         pump("down", 2 * MEGABYTES)
-        self.wait_figures(program, lambda: kernel("rx_bytes"), lambda: kernel("tx_bytes"))
+        self.wait_kernel_figures(program)
         first = self.index()
         received, sent = kernel("rx_bytes"), kernel("tx_bytes")
         try:
@@ -257,13 +255,12 @@ class NetworkTest(ProgramTest):
     def test_a_service_that_does_not_answer_holds_the_window_up_for_two_seconds_at_most(self):
         program = self.start_quietly()
         program.press("cmdMonitor")
-        self.dial(program, "testvpn")
-        program.wait_text("txtActiveConnection", lambda text: text.startswith("vpn: testvpn"))
+        self.connect_vpn(program)
         subprocess.run(["pkill", "-STOP", "-x", "NetworkManager"], check=True)
         try:
             pump("down", MEGABYTES)
             # What the kernel counts is counted all the same.
-            self.wait_figures(program, lambda: kernel("rx_bytes"), lambda: kernel("tx_bytes"))
+            self.wait_kernel_figures(program)
             begin = time.monotonic()
             program.press("cmdDisconnect")
             program.expect_box(
@@ -308,10 +305,9 @@ class NetworkTest(ProgramTest):
     def test_a_service_that_stops_within_a_session_is_told_and_comes_back(self):
         program = self.start_quietly()
         program.press("cmdMonitor")
-        self.dial(program, "testvpn")
-        program.wait_text("txtActiveConnection", lambda text: text.startswith("vpn: testvpn"))
+        self.connect_vpn(program)
         pump("down", MEGABYTES)
-        self.wait_figures(program, lambda: kernel("rx_bytes"), lambda: kernel("tx_bytes"))
+        self.wait_kernel_figures(program)
         received = number(program.text("txtBytesRcvd"))
         self.stop_network_manager()
         try:
@@ -325,8 +321,7 @@ class NetworkTest(ProgramTest):
             self.start_network_manager()
         self.assertEqual(number(program.text("txtBytesRcvd")), received)
         program.press("cmdMonitor")
-        self.dial(program, "testvpn")
-        program.wait_text("txtActiveConnection", lambda text: text.startswith("vpn: testvpn"))
+        self.connect_vpn(program)
 
     def test_without_the_service_the_program_runs_on_and_finds_it_later(self):
         self.stop_network_manager()
@@ -340,14 +335,12 @@ class NetworkTest(ProgramTest):
             self.start_network_manager()
         program.press("cmdMonitor")
         program.wait_text("lblMonitoring", "Monitoring: active")
-        self.dial(program, "testvpn")
-        program.wait_text("txtActiveConnection", lambda text: text.startswith("vpn: testvpn"))
+        self.connect_vpn(program)
 
     def test_stopping_within_a_session_asks(self):
         program = self.start_quietly()
         program.press("cmdMonitor")
-        self.dial(program, "testvpn")
-        program.wait_text("txtActiveConnection", lambda text: text.startswith("vpn: testvpn"))
+        self.connect_vpn(program)
         program.press("cmdMonitor")
         program.expect_box(STOP_QUESTION, "OK")
         time.sleep(0.2)
