@@ -49,6 +49,9 @@ public:
     bool renumbersConnections = true;
     /// Fills whole name fields, without a NUL at the end.
     bool namesWithoutNul = false;
+    /// What the service tells of a connection for another process to know it by; a connection is
+    /// the one of that mark as long as its own is the same.
+    std::map<std::uint32_t, std::string> marks;
     /// Runs while a dial is under way.
     std::function<void()> whileDialling;
 
@@ -77,6 +80,12 @@ public:
     /// How often an operation was called.
     int countOf(const std::string& operation) const;
 
+    std::string sessionMark(std::uint32_t handle) override {
+        return marks.contains(handle) ? marks.at(handle) : std::string();
+    }
+    bool resume(std::uint32_t handle, const std::string& mark) override {
+        return sessionMark(handle) == mark;
+    }
     std::uint32_t RasEnumEntriesA(const char* reserved, const char* phoneBook, void* buffer,
                                   std::uint32_t* bytes, std::uint32_t* count) override;
     std::uint32_t RasEnumConnectionsA(RASCONNA* buffer, std::uint32_t* bytes,

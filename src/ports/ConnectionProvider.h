@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 
 namespace tarvik {
 
@@ -167,6 +168,23 @@ public:
     /// Whether a connection that stays up may get another handle. Where it never does, a new handle
     /// is a new connection.
     virtual bool renumbers() const { return true; }
+
+    /// What the service needs to know a connection again, and to go on with its figures, when this
+    /// process has ended and another one asks: bytes that mean something to the service alone, 512
+    /// at most. Empty where it has nothing to tell.
+    virtual std::string sessionMark(std::uint32_t handle) {
+        static_cast<void>(handle);
+        return {};
+    }
+
+    /// Whether a connection is the one that an earlier process got that mark for; if so, its
+    /// figures go on from there, with what has passed meanwhile. Asked before the connection is
+    /// first read.
+    virtual bool resume(std::uint32_t handle, const std::string& mark) {
+        static_cast<void>(handle);
+        static_cast<void>(mark);
+        return false;
+    }
 
     /// Fills in the user name, password and domain stored for the entry that the record names;
     /// `passwordFound` tells whether a password is stored. 623 when there is no such entry.

@@ -20,6 +20,8 @@ struct LinkReading {
     std::uint64_t overrunErrors = 0; ///< the device could not hand them on in time
     std::uint64_t missed = 0;        ///< arrived where there was no room
     std::uint64_t aborted = 0;       ///< could not be sent in time
+
+    friend bool operator==(const LinkReading&, const LinkReading&) = default;
 };
 
 /// Reads an interface's counters from the kernel's folder of network interfaces; nothing when there

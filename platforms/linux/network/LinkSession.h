@@ -11,6 +11,12 @@ public:
     /// What an interface had counted before the connection began, where it was there before.
     void beginAt(const LinkReading& reading) { begin_ = reading; }
 
+    /// The connection has counted `total` by the time the interface stood at `last`.
+    void goOnFrom(const LinkReading& last, const LinkReading& total) {
+        begin_ = last_ = last;
+        before_ = total_ = total;
+    }
+
     /// Takes over a reading of the connection's interface.
     void sample(const LinkReading& reading);
 

@@ -50,6 +50,9 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds readingList{900};
 constexpr std::chrono::milliseconds readingForName{1500};
 
+/// Milliseconds that an address seems older than it is.
+constexpr std::uint64_t inexact = 1000;
+
 /// How long a connection may be up before its interface is known. Some never have one.
 constexpr std::uint64_t interfaceDelay = 2000; // milliseconds
 
@@ -108,7 +111,6 @@ NetworkConnections::Session NetworkConnections::sessionFor(const NetworkLine& li
 /// Whether a connection that NetworkManager found up when it was started is the one of before: over
 /// the same interface, whose counters have not fallen and whose address is not a later one.
 bool NetworkConnections::goesOn(const Session& own, const NetworkLine& line) const {
-    constexpr std::uint64_t inexact = 1000; // milliseconds that an address seems older than it is
     if (own.link == 0 || own.line.uuid != line.uuid || line.state != line_state::activated) {
         return false;
     }
@@ -340,6 +342,51 @@ std::uint32_t NetworkConnections::carrierOf(std::uint32_t handle) {
     const Session* const own = session(handle);
     const Session* const below = own == nullptr ? nullptr : carrier(*own);
     return below == nullptr ? 0 : below->handle;
+}
+
+std::string NetworkConnections::sessionMark(std::uint32_t handle) {
+    const Session* own = session(handle);
+    if (own == nullptr || own->link == 0 || own->counters.last().index != own->link ||
+        boot_.empty()) {
+        return {};
+    }
+    return textOf({.boot = boot_,
+                   .uuid = own->line.uuid,
+                   .path = own->line.path,
+                   .activeSince = own->activeSince != 0 ? own->activeSince : own->seenActive,
+                   .readAt = own->readAt,
+                   .last = own->counters.last(),
+                   .total = own->counters.total()});
+}
+
+/// The same profile over the same interface, which has counted on. Its address is no later one;
+/// where it has none, NetworkManager's object must be the same.
+bool NetworkConnections::isSame(const LinkMark& mark, const Session& own) const {
+    if (mark.boot != boot_ || own.link != 0 || own.line.uuid != mark.uuid || !isUp(own)) {
+        return false;
+    }
+    const auto now = readLink(interfacesFolder_, own.line.interface);
+    if (!now || now->index != mark.last.index || now->received < mark.last.received ||
+        now->sent < mark.last.sent || mark.readAt > steadyMilliseconds()) {
+        return false;
+    }
+    const auto age = addressAge(mark.last.index);
+    return age ? *age + inexact >= steadyMilliseconds() - mark.readAt : own.line.path == mark.path;
+}
+
+bool NetworkConnections::resume(std::uint32_t handle, const std::string& mark) {
+    Session* own = session(handle);
+    const auto before = markOf(mark);
+    if (own == nullptr || !before || !isSame(*before, *own)) {
+        return false;
+    }
+    own->before.clear();
+    own->counters.goOnFrom(before->last, before->total);
+    own->link = before->last.index;
+    own->bitRate = bitRateOf(interfacesFolder_, own->line.interface);
+    own->activeSince = before->activeSince;
+    own->readAt = before->readAt;
+    return true;
 }
 
 std::uint32_t NetworkConnections::RasGetEntryDialParamsA(const char*, RASDIALPARAMSA* parameters,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "linux/network/LinkMark.h"
 #include "linux/network/LinkSession.h"
 #include "linux/network/NetworkBus.h"
 #include "ports/ConnectionProvider.h"
@@ -50,6 +51,8 @@ public:
     std::uint32_t RasGetConnectionStatistics(std::uint32_t handle, RAS_STATS* statistics) override;
     std::optional<LineTotals> lineTotals(std::uint32_t handle) override;
     std::uint32_t carrierOf(std::uint32_t handle) override;
+    std::string sessionMark(std::uint32_t handle) override;
+    bool resume(std::uint32_t handle, const std::string& mark) override;
     /// Never: a connection that outlives a start of NetworkManager keeps its handle.
     bool renumbers() const override { return false; }
     std::uint32_t RasGetEntryDialParamsA(const char* phoneBook, RASDIALPARAMSA* parameters,
@@ -80,6 +83,7 @@ private:
     void takeLines();
     Session sessionFor(const NetworkLine& line, std::vector<Session>& known, bool restarted);
     bool goesOn(const Session& own, const NetworkLine& line) const;
+    bool isSame(const LinkMark& mark, const Session& own) const;
     Session newSession(const NetworkLine& line);
     void listCarriersLast();
     Session* session(std::uint32_t handle);
@@ -102,6 +106,7 @@ private:
     LinkReadings links_;            ///< all interfaces at the last enumeration
     std::uint64_t starts_ = 0;      ///< of the bus, when the sessions were taken
     std::uint32_t lastHandle_ = 0;
+    std::string boot_ = bootOfMachine();
 };
 
 } // namespace tarvik
