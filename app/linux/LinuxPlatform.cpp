@@ -30,7 +30,8 @@ std::vector<std::string> typedArguments(int argc, char** argv) {
 LinuxPlatform::LinuxPlatform(int argc, char** argv)
     : onlyName_(std::min(argc, 1)), application_(onlyName_, argv),
       program_(typedArguments(argc, argv)), files_(program_.folder()),
-      endSignals_([this] { desktop_.endSession(); }) {
+      endSignals_([this] { desktop_.endSession(); }),
+      loginWatch_([this](const LoginWatch::Release& release) { pause(release); }) {
     displayLoss_.finishWith([this] { desktop_.loseDisplay(); });
     QApplication::setApplicationName(QStringLiteral("velmars-tarvik"));
     QGuiApplication::setDesktopFileName(QStringLiteral("tarvik"));
@@ -46,6 +47,17 @@ LinuxPlatform::LinuxPlatform(int argc, char** argv)
 
 LinuxPlatform::~LinuxPlatform() {
     displayLoss_.workIsDone();
+}
+
+/// On the watch's thread.
+void LinuxPlatform::pause(const LoginWatch::Release& release) {
+    QMetaObject::invokeMethod(
+        &application_,
+        [this, release] {
+            desktop_.pause();
+            release();
+        },
+        Qt::QueuedConnection);
 }
 
 } // namespace tarvik

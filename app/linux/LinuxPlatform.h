@@ -14,6 +14,7 @@
 #include "linux/services/LinuxSingleInstance.h"
 #include "linux/services/LinuxSockets.h"
 #include "linux/services/LinuxSystemErrorText.h"
+#include "linux/services/LoginWatch.h"
 #include "linux/services/ToolkitServices.h"
 #include "ports/Platform.h"
 
@@ -34,6 +35,8 @@ public:
     Platform with(ConnectionProvider& connections);
 
 private:
+    void pause(const LoginWatch::Release& release);
+
     face::DisplayLoss displayLoss_; ///< outlives the application, which may lose the display last
     ToolkitServices services_;      ///< before the application, which would wait for them
     int onlyName_; ///< the toolkit gets no switch: each is the program's, known or not
@@ -51,6 +54,7 @@ private:
     face::LinuxNotificationArea notificationArea_{desktop_};
     face::LinuxCommonDialogs dialogs_{desktop_};
     face::EndSignals endSignals_;
+    LoginWatch loginWatch_;
 };
 
 } // namespace tarvik

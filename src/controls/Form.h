@@ -42,6 +42,9 @@ public:
     Event<bool&, UnloadMode> QueryUnload;
     /// Raised when the form is being unloaded.
     Event<> Unload;
+    /// Raised when the machine is about to sleep or to be shut down: it may not come back to this
+    /// process.
+    Event<> Pause;
 
     const std::string& caption() const { return caption_; }
     /// Null for a form that never shows a window of its own.

@@ -11,17 +11,17 @@
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 
 namespace tarvik {
 
 namespace {
 
-const std::string service = "org.freedesktop.NetworkManager";
 constexpr const char* variable = "DBUS_SYSTEM_BUS_ADDRESS";
 
 } // namespace
 
-SystemBusStandIn::SystemBusStandIn() {
+SystemBusStandIn::SystemBusStandIn(std::string service) : service_(std::move(service)) {
     start();
 }
 
@@ -44,7 +44,7 @@ void SystemBusStandIn::goOn() const {
 }
 
 /// Who may do what is as on a usual system: everybody may send signals, and ask the bus itself.
-std::string SystemBusStandIn::busConfiguration(const std::string& socket) {
+std::string SystemBusStandIn::busConfiguration(const std::string& socket) const {
     return "<!DOCTYPE busconfig PUBLIC '-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN' "
            "'http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd'>\n<busconfig><listen>"
            "unix:path=" +
@@ -56,8 +56,8 @@ std::string SystemBusStandIn::busConfiguration(const std::string& socket) {
            "<allow receive_type='method_call'/><allow receive_type='method_return'/>"
            "<allow receive_type='error'/><allow receive_type='signal'/>"
            "<allow send_destination='org.freedesktop.DBus'/></policy><policy user='" +
-           std::to_string(getuid()) + "'><allow own='" + service + "'/><allow send_destination='" +
-           service + "'/></policy></busconfig>\n";
+           std::to_string(getuid()) + "'><allow own='" + service_ + "'/><allow send_destination='" +
+           service_ + "'/></policy></busconfig>\n";
 }
 
 void SystemBusStandIn::start() {

@@ -7,11 +7,11 @@
 
 namespace tarvik {
 
-/// A system bus of its own, which the program finds while this lives. NetworkManager's name may be
-/// had by the user of the tests.
+/// A system bus of its own, which the program finds while this lives. The service's name may be had
+/// by the user of the tests.
 class SystemBusStandIn {
 public:
-    SystemBusStandIn();
+    explicit SystemBusStandIn(std::string service = "org.freedesktop.NetworkManager");
     ~SystemBusStandIn();
     SystemBusStandIn(const SystemBusStandIn&) = delete;
     SystemBusStandIn& operator=(const SystemBusStandIn&) = delete;
@@ -23,9 +23,10 @@ public:
     void goOn() const;
 
 private:
-    static std::string busConfiguration(const std::string& socket);
+    std::string busConfiguration(const std::string& socket) const;
     void start();
 
+    std::string service_;
     TemporaryFolder folder_;
     pid_t bus_ = 0;
 };

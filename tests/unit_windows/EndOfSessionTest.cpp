@@ -93,5 +93,30 @@ TEST_F(EndOfSessionTest, TheListOfTasksEndsAProgramThatAsksSomething) {
     EXPECT_FALSE(form.loaded());
 }
 
+TEST_F(EndOfSessionTest, BeforeSleepAndBeforeTheEndOfASessionTheFormIsTold) {
+    int pauses = 0;
+    form.Pause.connect([&] { ++pauses; });
+
+    EXPECT_TRUE(SendMessageA(window(), WM_POWERBROADCAST, PBT_APMSUSPEND, 0));
+    EXPECT_EQ(pauses, 1);
+    EXPECT_TRUE(SendMessageA(window(), WM_QUERYENDSESSION, 0, 0));
+    EXPECT_EQ(pauses, 2);
+
+    EXPECT_TRUE(form.loaded());
+    EXPECT_TRUE(modes.empty());
+}
+
+TEST_F(EndOfSessionTest, OtherNewsOfThePowerSupplyIsNoMatter) {
+    int pauses = 0;
+    form.Pause.connect([&] { ++pauses; });
+
+    for (const WPARAM news :
+         {PBT_APMRESUMEAUTOMATIC, PBT_APMRESUMESUSPEND, PBT_APMPOWERSTATUSCHANGE}) {
+        EXPECT_TRUE(SendMessageA(window(), WM_POWERBROADCAST, news, 0));
+    }
+
+    EXPECT_EQ(pauses, 0);
+}
+
 } // namespace
 } // namespace tarvik

@@ -256,6 +256,13 @@ void QtDesktop::loseDisplay() {
     unloadForms();
 }
 
+void QtDesktop::pause() {
+    const std::vector<FormWindow*> realised = windows_;
+    for (FormWindow* window : realised) {
+        window->form().Pause.raise();
+    }
+}
+
 void QtDesktop::endSession() {
     if (context_.ending) {
         return;

@@ -53,6 +53,8 @@ public:
 
     /// What happens when the user's session ends; may be called again.
     void endSession();
+    /// Tells every form that the machine is about to sleep or to be shut down.
+    void pause();
 
     /// What happens when there is no display any more: the same, without windows and boxes, which
     /// are left as they are. The process must end afterwards.

@@ -226,6 +226,12 @@ LRESULT FormWindow::handle(UINT message, WPARAM first, LPARAM second) {
         onClose();
         return 0;
     case WM_QUERYENDSESSION:
+        form_.Pause.raise();
+        return TRUE;
+    case WM_POWERBROADCAST:
+        if (first == PBT_APMSUSPEND) {
+            form_.Pause.raise();
+        }
         return TRUE;
     case WM_ENDSESSION:
         // The process may be gone when this returns: everything is saved within it.

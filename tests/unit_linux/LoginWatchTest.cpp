@@ -1,0 +1,230 @@
+#include "BusStranger.h"
+#include "SystemBusStandIn.h"
+
+#include "linux/services/LoginWatch.h"
+
+#include <gtest/gtest.h>
+#include <sdbus-c++/sdbus-c++.h>
+
+#include <array>
+#include <chrono>
+#include <condition_variable>
+#include <fcntl.h>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+namespace tarvik {
+namespace {
+
+constexpr const char* service = "org.freedesktop.login1";
+constexpr const char* object = "/org/freedesktop/login1";
+constexpr const char* manager = "org.freedesktop.login1.Manager";
+
+/// What happens on other threads, and waiting for it.
+class Happening {
+public:
+    void note(const std::function<void()>& work) {
+        const std::lock_guard guard(mutex_);
+        work();
+        happened_.notify_all();
+    }
+    bool soon(const std::function<bool()>& condition) {
+        std::unique_lock lock(mutex_);
+        return happened_.wait_for(lock, std::chrono::seconds(10), condition);
+    }
+
+private:
+    std::mutex mutex_;
+    std::condition_variable happened_;
+};
+
+/// A login manager on a system bus of its own: who asks for a delay gets one end of a pipe, which
+/// tells when the other end was closed.
+class LoginStandIn {
+public:
+    struct Delay {
+        std::string what;
+        std::string mode;
+        int held = -1; ///< the reading end
+    };
+
+    explicit LoginStandIn(Happening& happening) : happening_(happening) { start(); }
+    ~LoginStandIn() {
+        stop();
+        for (const Delay& one : delays) {
+            close(one.held);
+        }
+    }
+    LoginStandIn(const LoginStandIn&) = delete;
+    LoginStandIn& operator=(const LoginStandIn&) = delete;
+
+    void start() {
+        connection_ = sdbus::createSystemBusConnection();
+        object_ = sdbus::createObject(*connection_, object);
+        object_->registerMethod("Inhibit").onInterface(manager).implementedAs(
+            [this](const std::string& what, const std::string&, const std::string&,
+                   const std::string& mode) { return give(what, mode); });
+        for (const char* signal : {"PrepareForSleep", "PrepareForShutdown"}) {
+            object_->registerSignal(signal).onInterface(manager).withParameters<bool>();
+        }
+        object_->finishRegistration();
+        connection_->requestName(service);
+        connection_->enterEventLoopAsync();
+    }
+    void stop() {
+        connection_->leaveEventLoop();
+        object_.reset();
+        connection_.reset();
+    }
+    void tell(const std::string& signal, bool begins) {
+        object_->emitSignal(signal).onInterface(manager).withArguments(begins);
+    }
+
+    std::vector<Delay> delays;
+
+private:
+    sdbus::UnixFd give(const std::string& what, const std::string& mode) {
+        std::array<int, 2> ends{};
+        EXPECT_EQ(pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK), 0);
+        sdbus::UnixFd given(ends[1]); // a copy
+        close(ends[1]);
+        happening_.note([&] { delays.push_back({.what = what, .mode = mode, .held = ends[0]}); });
+        return given;
+    }
+
+    Happening& happening_;
+    SystemBusStandIn bus_{service};
+    std::unique_ptr<sdbus::IConnection> connection_;
+    std::unique_ptr<sdbus::IObject> object_;
+};
+
+class LoginWatchTest : public testing::Test {
+protected:
+    /// A watch whose pauses are kept, as by a program that has not come to them yet.
+    std::unique_ptr<LoginWatch> watch() {
+        return std::make_unique<LoginWatch>([this](const LoginWatch::Release& release) {
+            happening.note([&] { pauses.push_back(release); });
+        });
+    }
+    bool delaysSoon(std::size_t count) {
+        return happening.soon([&] { return login.delays.size() == count; });
+    }
+    bool pausesSoon(std::size_t count) {
+        return happening.soon([&] { return pauses.size() == count; });
+    }
+    /// The machine may go on: nobody has the other end any more.
+    static bool isReleased(const LoginStandIn::Delay& delay) {
+        char byte = 0;
+        return read(delay.held, &byte, 1) == 0;
+    }
+    static bool releasedSoon(const LoginStandIn::Delay& delay) {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+        while (!isReleased(delay) && std::chrono::steady_clock::now() < end) {
+            usleep(1000);
+        }
+        return isReleased(delay);
+    }
+
+    Happening happening;
+    LoginStandIn login{happening};
+    std::vector<LoginWatch::Release> pauses;
+};
+
+TEST_F(LoginWatchTest, TheMachineIsAskedToWaitBeforeSleepAndShutdown) {
+    const auto watching = watch();
+
+    ASSERT_TRUE(delaysSoon(1));
+
+    EXPECT_EQ(login.delays[0].what, "sleep:shutdown");
+    EXPECT_EQ(login.delays[0].mode, "delay");
+    EXPECT_FALSE(isReleased(login.delays[0]));
+}
+
+TEST_F(LoginWatchTest, SleepWaitsUntilItIsReleased) {
+    const auto watching = watch();
+    ASSERT_TRUE(delaysSoon(1));
+
+    login.tell("PrepareForSleep", true);
+
+    ASSERT_TRUE(pausesSoon(1));
+    EXPECT_FALSE(isReleased(login.delays[0]));
+    pauses[0]();
+    EXPECT_TRUE(releasedSoon(login.delays[0]));
+}
+
+TEST_F(LoginWatchTest, ShutdownWaitsToo) {
+    const auto watching = watch();
+    ASSERT_TRUE(delaysSoon(1));
+
+    login.tell("PrepareForShutdown", true);
+
+    ASSERT_TRUE(pausesSoon(1));
+    pauses[0]();
+    EXPECT_TRUE(releasedSoon(login.delays[0]));
+}
+
+TEST_F(LoginWatchTest, AfterSleepTheNextOneIsWaitedForAgain) {
+    const auto watching = watch();
+    ASSERT_TRUE(delaysSoon(1));
+    login.tell("PrepareForSleep", true);
+    ASSERT_TRUE(pausesSoon(1));
+    pauses[0]();
+
+    login.tell("PrepareForSleep", false);
+    ASSERT_TRUE(delaysSoon(2));
+    login.tell("PrepareForSleep", true);
+
+    ASSERT_TRUE(pausesSoon(2));
+    EXPECT_FALSE(isReleased(login.delays[1]));
+}
+
+TEST_F(LoginWatchTest, ALoginManagerThatIsStartedAgainIsAskedAgain) {
+    const auto watching = watch();
+    ASSERT_TRUE(delaysSoon(1));
+
+    login.stop();
+    login.start();
+
+    ASSERT_TRUE(delaysSoon(2));
+    login.tell("PrepareForSleep", true);
+    EXPECT_TRUE(pausesSoon(1));
+}
+
+TEST_F(LoginWatchTest, NobodyElseIsBelieved) {
+    const auto watching = watch();
+    ASSERT_TRUE(delaysSoon(1));
+    BusStranger stranger;
+
+    stranger.send(object, manager, "PrepareForSleep", true);
+    stranger.send("/org/freedesktop/DBus", "org.freedesktop.DBus", "NameOwnerChanged",
+                  std::string(service), std::string(), stranger.name());
+    stranger.send(object, manager, "PrepareForSleep", true);
+    login.tell("PrepareForSleep", false);
+
+    ASSERT_TRUE(delaysSoon(2)) << "what came behind is seen";
+    EXPECT_TRUE(pauses.empty());
+}
+
+TEST_F(LoginWatchTest, TheEndOfTheProgramHoldsNothingUp) {
+    auto watching = watch();
+    ASSERT_TRUE(delaysSoon(1));
+
+    watching.reset();
+
+    EXPECT_TRUE(releasedSoon(login.delays[0]));
+}
+
+TEST(LoginWatchWithoutBusTest, WithoutABusTheProgramStartsAndEnds) {
+    setenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent/bus", 1);
+
+    const LoginWatch watching([](const LoginWatch::Release&) { FAIL() << "nobody told anything"; });
+
+    unsetenv("DBUS_SYSTEM_BUS_ADDRESS");
+}
+
+} // namespace
+} // namespace tarvik
