@@ -24,12 +24,6 @@ struct IniContent {
     friend bool operator==(const IniContent&, const IniContent&) = default;
 };
 
-/// A session as it was when the program last ran.
-struct FormerSession {
-    LineSession session;
-    std::string mark; ///< by which the service that told of it may know it again
-};
-
 /// What `SaveState` would write at a moment, and what a start needs to go on from there.
 struct JournalEntry {
     static constexpr std::size_t settingCount = 19;

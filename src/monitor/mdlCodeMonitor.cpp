@@ -8,6 +8,7 @@
 #include "monitor/mdlCodeToggle.h"
 #include "monitor/mdlSessions.h"
 #include "ports/Platform.h"
+#include "settings/mdlSettingsJournal.h"
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
 #include "state/mdlTransfers.h"
@@ -20,6 +21,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tarvik {
@@ -62,12 +64,17 @@ RASCONNA connectionAt(std::uint32_t index) {
 }
 
 /// True when the user is to be asked whether the session counts: it ran before the program knew it.
-bool firstOnlineUpdate() {
+bool firstOnlineUpdate(std::uint32_t handle) {
     State& s = state();
+    if (IsResumed(handle)) {
+        return false; // it was asked about when it was first found up, or needed no question
+    }
     const bool untouched = s.BytesRcvdCurrent.figure() < Long(1) &&
                            s.BytesSentCurrent.figure() < Long(1) &&
                            s.DurationCurrent.figure() < Long(1);
-    s.TickerBase = s.BytesRcvdTotal + s.BytesSentTotal;
+    if (!HasResumed()) {
+        s.TickerBase = s.BytesRcvdTotal + s.BytesSentTotal;
+    }
     s.FirstOnlineUpdate = false;
     return !s.DialInStarted && !untouched;
 }
@@ -163,6 +170,7 @@ bool UpdateStats() {
                 HandleOnline();
             }
             readConnections(count, failed, result);
+            EndTick(failed.name.empty());
         }
         if (!failed.name.empty() && !end.hasCome()) {
             // What ended in this tick is in the totals, and no other tick may come.
@@ -170,6 +178,8 @@ bool UpdateStats() {
             ShowRasErrorMessage(failed.name, failed.code);
             ToggleMonitoringActive(false);
         }
+        const bool over = std::exchange(state().SessionOver, false);
+        KeepJournal(over ? KeepWhen::AtOnce : KeepWhen::Due);
     });
 }
 
@@ -191,7 +201,7 @@ bool HandleOnline(std::uint32_t Index, const RAS_STATS& Statistics) {
                 return;
             }
         }
-        const bool ask = s.FirstOnlineUpdate && firstOnlineUpdate();
+        const bool ask = s.FirstOnlineUpdate && firstOnlineUpdate(connection.hrasconn);
         s.DialInStarted = false;
         if (ask) {
             askAboutTheSession();

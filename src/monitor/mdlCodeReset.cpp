@@ -5,6 +5,7 @@
 #include "ports/Platform.h"
 #include "ports/Program.h"
 #include "settings/mdlSettingsBackup.h"
+#include "settings/mdlSettingsJournal.h"
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
 #include "state/mdlTransfers.h"
@@ -76,7 +77,9 @@ void CheckReset() {
         // Without a backup and without the user's word the question comes again with the next tick:
         // the reset is not lost.
         if (s.TransferResetBackup != 0) {
-            if (BackupINIFile()) {
+            const bool backedUp = BackupINIFile();
+            WithdrawReset();
+            if (backedUp) {
                 tellOfDoubt();
             } else if (!userResetsWithoutBackup()) {
                 return;
@@ -87,6 +90,7 @@ void CheckReset() {
         ResetTransfers(true);
         s.TransferResetLast = today;
         s.FileOfDoubtfulReset.clear();
+        KeepJournal(KeepWhen::AtOnce);
     });
 }
 
@@ -95,6 +99,7 @@ void ResetTransfersRequest() {
         if (MsgBox("Are you really sure you want to reset the (overall) values?",
                    MsgBoxButtons::YesNo, MsgBoxIcon::Question) == MsgBoxAnswer::Yes) {
             ResetTransfers(true);
+            KeepJournal(KeepWhen::AtOnce);
             // Without monitoring no tick would show it.
             UpdateValuesInGUI(true, true, false);
         }

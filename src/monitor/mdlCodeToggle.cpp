@@ -1,6 +1,7 @@
 #include "monitor/mdlCodeToggle.h"
 
 #include "forms/Forms.h"
+#include "settings/mdlSettingsJournal.h"
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
 #include "state/mdlVar.h"
@@ -46,6 +47,8 @@ void switchOff() {
     state().MonitoringActive = false;
     state().ConnectionActive = false;
     ShowStatus();
+    // No tick will do it.
+    KeepJournal(KeepWhen::AtOnce);
 }
 
 } // namespace

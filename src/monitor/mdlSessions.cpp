@@ -1,12 +1,14 @@
 #include "monitor/mdlSessions.h"
 
 #include "monitor/mdlReadings.h"
+#include "ports/Clock.h"
 #include "ports/Platform.h"
 #include "state/mdlTools.h"
 #include "state/mdlTransfers.h"
 #include "state/mdlVar.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstring>
 #include <span>
@@ -64,7 +66,7 @@ Amount amountOf(const LineTotals& totals) {
 /// reading before counts there.
 void recount(LineSession& session) {
     const Amount totals = amountOf(session.totals);
-    if (state().DeclinedInTick) {
+    if (state().DeclinedInTick && !session.resumed) {
         session.offset = totals;
     } else if (platform().connections.carrierOf(session.connection.hrasconn) != 0) {
         session.offset = totals - session.counted;
@@ -78,7 +80,9 @@ void keep(LineSession& session) {
         ResetTransfers(false);
         return;
     }
-    AddToTotals(session.counted);
+    if (!std::exchange(session.inTotals, false)) {
+        AddToTotals(session.counted);
+    }
     session.offset = session.counted = {};
 }
 
@@ -122,11 +126,72 @@ std::uint32_t takeDialled(const Handles& listed) {
 
 void endSession(LineSession& session, bool otherIsUp) {
     const bool current = isCurrent(session);
+    state().SessionOver = true;
     if (!current || otherIsUp) {
         keep(session);
     }
     if (current) {
         state().CountedConnection = 0;
+    }
+}
+
+/// Under a service that tells nothing more: of the same entry over the same device, begun at the
+/// same moment, and no counter has fallen.
+bool goesOn(const LineSession& before, const RAS_STATS& now) {
+    constexpr double millisecondsInDay = 86'400'000;
+    constexpr double inexact = 3'000; // milliseconds, of a clock that counts seconds
+    Clock& clock = platform().clock;
+    const double moment = clock.currentDate().serial() + clock.currentTime().serial();
+    const double away = (moment - state().FormerMoment.serial()) * millisecondsInDay;
+    const double lived = static_cast<double>(now.dwConnectDuration) - before.last.dwConnectDuration;
+    return std::abs(lived - away) <= inexact && now.dwBytesRcved >= before.last.dwBytesRcved &&
+           now.dwBytesXmited >= before.last.dwBytesXmited &&
+           now.dwConnectDuration >= before.last.dwConnectDuration &&
+           now.dwFramesRcved >= before.last.dwFramesRcved &&
+           now.dwFramesXmited >= before.last.dwFramesXmited;
+}
+
+bool isFormer(const FormerSession& former, const RASCONNA& connection) {
+    ConnectionProvider& connections = platform().connections;
+    const RASCONNA& before = former.session.connection;
+    if (!sameEntry(before, connection)) {
+        return false;
+    }
+    if (!former.mark.empty()) {
+        return connections.resume(connection.hrasconn, former.mark);
+    }
+    RASCONNSTATUSA status{};
+    status.dwSize = RASCONNSTATUSA::size;
+    RAS_STATS statistics{};
+    statistics.dwSize = RAS_STATS::size;
+    return std::strncmp(before.szDeviceName, connection.szDeviceName, sizeof before.szDeviceName) ==
+               0 &&
+           connections.RasGetConnectStatusA(connection.hrasconn, &status) == ras::success &&
+           status.rasconnstate == ras::connected &&
+           connections.RasGetConnectionStatistics(connection.hrasconn, &statistics) ==
+               ras::success &&
+           goesOn(former.session, statistics);
+}
+
+/// A connection may be the session that was up when the program last ran.
+void resume(const RASCONNA& connection) {
+    State& s = state();
+    const auto former =
+        std::find_if(s.FormerSessions.begin(), s.FormerSessions.end(),
+                     [&](const FormerSession& one) { return isFormer(one, connection); });
+    if (former != s.FormerSessions.end()) {
+        LineSession session = former->session;
+        session.connection = connection;
+        session.resumed = session.inTotals = true;
+        s.LineSessions.push_back(session);
+        s.FormerSessions.erase(former);
+    }
+}
+
+/// It goes on from here: what counts of it counts with it again.
+void takeOutOfTotals(LineSession& session) {
+    if (std::exchange(session.inTotals, false)) {
+        AddToTotals(Amount() - session.counted);
     }
 }
 
@@ -154,6 +219,11 @@ void BeginTick(std::uint32_t Count) {
     }
     std::erase_if(s.LineSessions,
                   [&](const LineSession& one) { return contains(over, one.connection.hrasconn); });
+    for (const RASCONNA& one : up) {
+        if (one.hrasconn != dialled && knownSession(one.hrasconn) == nullptr) {
+            resume(one);
+        }
+    }
 }
 
 LineTotals CarryOn(const RASCONNA& Connection, const RAS_STATS& Statistics) {
@@ -165,14 +235,16 @@ LineTotals CarryOn(const RASCONNA& Connection, const RAS_STATS& Statistics) {
     if (isAnother(session, Statistics, wide)) {
         keep(session);
         session.totals = totalsOf(Statistics);
-        session.hungUp = false;
+        session.hungUp = session.resumed = false;
     } else {
+        takeOutOfTotals(session);
         addGain(session.totals, session.last, Statistics);
     }
     session.totals = wide.value_or(session.totals);
     session.last = Statistics;
     session.renumbered = false;
     recount(session);
+    state().SessionsReadAt = platform().clock.steadyMilliseconds();
     std::erase(state().UnreadConnections, Connection.hrasconn);
     return session.totals;
 }
@@ -257,10 +329,34 @@ void NoteDial(std::uint32_t Handle, const std::vector<std::uint32_t>& Before) {
     }
 }
 
+bool IsResumed(std::uint32_t Handle) {
+    const LineSession* const known = knownSession(Handle);
+    return known != nullptr && known->resumed;
+}
+
+bool HasResumed() {
+    const auto& sessions = state().LineSessions;
+    return std::any_of(sessions.begin(), sessions.end(),
+                       [](const LineSession& one) { return one.resumed; });
+}
+
+void EndTick(bool Complete) {
+    State& s = state();
+    if (!Complete) {
+        return;
+    }
+    s.FirstOnlineUpdate = s.FirstOnlineUpdate && !HasResumed();
+    s.FormerSessions.clear();
+    for (LineSession& one : s.LineSessions) {
+        one.resumed = false;
+    }
+}
+
 void KeepOtherSessions() {
     guarded("KeepOtherSessions", [] {
         const State& s = state();
-        if (s.FirstOnlineUpdate && s.CountedConnection != 0 && !s.DialInStarted) {
+        if (s.FirstOnlineUpdate && s.CountedConnection != 0 && !s.DialInStarted &&
+            !IsResumed(s.CountedConnection)) {
             // It was to be asked about, and a box before the question was still open.
             LeaveOutWhatHasPassed();
         }

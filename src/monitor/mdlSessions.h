@@ -48,6 +48,15 @@ std::vector<std::uint32_t> ConnectedSessions();
 /// sessions connected before. A dial of what is up already gives the handle of that.
 void NoteDial(std::uint32_t Handle, const std::vector<std::uint32_t>& Before);
 
+/// A session that was up before the program was started again, found in this tick: nobody is asked
+/// about it.
+bool IsResumed(std::uint32_t Handle);
+/// There is one.
+bool HasResumed();
+/// Ends what a tick has begun; `Complete` if it could read everything. Only the first such tick of
+/// a run goes on with sessions of the run before.
+void EndTick(bool Complete);
+
 /// The program ends: moves what counts of the sessions beside the one whose figures are the current
 /// ones into the totals. A session that was still to be asked about counts as declined.
 void KeepOtherSessions();

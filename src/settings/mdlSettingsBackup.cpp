@@ -4,6 +4,7 @@
 #include "ports/Files.h"
 #include "ports/Platform.h"
 #include "ports/PrivateProfile.h"
+#include "settings/mdlSettingsJournal.h"
 #include "settings/mdlSettingsLog.h"
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
@@ -125,6 +126,7 @@ void copyWhole(const std::string& source, const std::string& target) {
 
 bool BackupINIFile() {
     return guarded("BackupINIFile", false, [](bool& result) {
+        KeepJournal(KeepWhen::AtOnce);
         if (!SaveState()) {
             return;
         }
@@ -145,6 +147,7 @@ bool BackupINIFile() {
         if (there == FileKind::File && holdsOtherRecords(target, source)) {
             moveAside(source, date);
         }
+        AnnounceReset();
         // The copy is complete and on the disk before the original goes.
         copyWhole(source, target);
         raiseIfFailed(files.Kill(source));

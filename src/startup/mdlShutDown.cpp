@@ -3,6 +3,7 @@
 #include "forms/Forms.h"
 #include "monitor/mdlSessions.h"
 #include "settings/mdlSettings.h"
+#include "settings/mdlSettingsJournal.h"
 #include "settings/mdlSettingsLog.h"
 #include "startup/mdlSingleInstance.h"
 #include "state/mdlTools.h"
@@ -26,7 +27,10 @@ void ShutDown() {
         Forms& f = forms();
         f.frmMain.timUpdateStats.setEnabled(false);
         KeepOtherSessions();
-        if (stateIsSet() && !SaveState()) {
+        // The save may be cut off: until it is done, this is what there is.
+        KeepJournal(KeepWhen::AtOnce);
+        const bool saved = stateIsSet() && SaveState();
+        if (stateIsSet() && !saved) {
             MsgBox("Warning: State could not be saved.", MsgBoxButtons::OkOnly,
                    MsgBoxIcon::Exclamation);
         }
@@ -34,6 +38,7 @@ void ShutDown() {
             MsgBox("Warning: Unable to unset \"IsLocked\"-flag in INI-file!", MsgBoxButtons::OkOnly,
                    MsgBoxIcon::Exclamation);
         }
+        EndJournal(saved);
         f.frmWarning.unload();
         f.frmStatistics.unload();
         f.frmOptions.unload();

@@ -9,6 +9,7 @@
 #include "settings/Setting.h"
 #include "settings/mdlSettings.h"
 #include "settings/mdlSettingsControls.h"
+#include "settings/mdlSettingsJournal.h"
 #include "startup/mdlSingleInstance.h"
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
@@ -208,6 +209,7 @@ bool InitApplication() {
         InitApplicationStatus();
         InitGUI();
         AddToSysTray(TrayState::NotMonitoring, TrayState::NotMonitoring);
+        TellOfJournal();
         std::uint32_t count = 0;
         const bool enumerationFailed = InitRas(0, count) != 0;
         if (connectionsFailed && !userRunsAnyway(enumerationFailed)) {
@@ -229,6 +231,7 @@ void InitApplicationStatus() {
                        "Assuming first run.",
                    MsgBoxButtons::OkOnly, MsgBoxIcon::Exclamation);
         }
+        RestoreFromJournal();
     });
 }
 

@@ -58,6 +58,11 @@ void ResetTransfers(bool ResetAll) {
                 one.offset = one.counted = {};
             }
         }
+        for (FormerSession& one : s.FormerSessions) {
+            if (ResetAll) {
+                one.session.offset = one.session.counted = {};
+            }
+        }
     });
 }
 

@@ -49,6 +49,16 @@ struct LineSession {
     Amount counted;          ///< the rest, as long as no total has it
     bool renumbered = false; ///< not read again since the service gave it another handle
     bool hungUp = false;     ///< by the program: whatever comes next is another session
+    /// It was up before the program was started again, and nobody is asked about it. Until the end
+    /// of the tick that found it.
+    bool resumed = false;
+    bool inTotals = false; ///< what counted of it before that start still stands in the totals
+};
+
+/// A session as it was when the program last ran.
+struct FormerSession {
+    LineSession session;
+    std::string mark; ///< see `ConnectionProvider::sessionMark`
 };
 
 /// Everything the program knows while it runs, apart from what its windows show. Everything is
@@ -82,6 +92,16 @@ struct State {
     std::vector<std::uint32_t> UnreadConnections;
     /// The handles that the program has hung up since the tick began.
     std::vector<std::uint32_t> HungUpConnections;
+
+    /// The sessions that were up when the program last ran and did not end in order, until a tick
+    /// has looked for them. What counted of them is in the totals.
+    std::vector<FormerSession> FormerSessions;
+    /// When they were last read, on the user's clock.
+    Date FormerMoment;
+    /// When the sessions were last read, milliseconds of the steady clock; 0 for never.
+    std::uint64_t SessionsReadAt = 0;
+    /// A session has ended since the journal was last written.
+    bool SessionOver = false;
 
     // All finished sessions since the last reset.
     Currency BytesRcvdTotal; ///< bytes

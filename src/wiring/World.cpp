@@ -11,7 +11,8 @@
 namespace tarvik {
 
 World::World(Platform& platform)
-    : forms(platform.desktop), platformScope_(platform), stateScope_(state), formsScope_(forms) {
+    : forms(platform.desktop), platformScope_(platform), stateScope_(state), formsScope_(forms),
+      journalScope_(journal) {
     connectMainEvents();
     connectHistoryEvents();
     connectOptionsEvents();

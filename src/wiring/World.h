@@ -1,6 +1,7 @@
 #pragma once
 
 #include "forms/Forms.h"
+#include "journal/Journal.h"
 #include "ports/Platform.h"
 #include "state/mdlVar.h"
 
@@ -18,11 +19,13 @@ public:
 
     State state;
     Forms forms;
+    Journal journal;
 
 private:
     PlatformScope platformScope_;
     StateScope stateScope_;
     FormsScope formsScope_;
+    JournalScope journalScope_;
 };
 
 } // namespace tarvik

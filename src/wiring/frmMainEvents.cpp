@@ -5,6 +5,7 @@
 #include "monitor/mdlCodeMonitor.h"
 #include "monitor/mdlCodeToggle.h"
 #include "settings/mdlSettingsControls.h"
+#include "settings/mdlSettingsJournal.h"
 #include "startup/mdlShutDown.h"
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
@@ -88,6 +89,10 @@ void Form_Unload() {
     guarded("Form_Unload", [] { ShutDown(); });
 }
 
+void Form_Pause() {
+    guarded("Form_Pause", [] { KeepJournal(KeepWhen::AtOnce); });
+}
+
 void connectMainEvents() {
     FrmMain& main = forms().frmMain;
     main.cmdMonitor.Click.connect(cmdMonitor_Click);
@@ -101,6 +106,7 @@ void connectMainEvents() {
     main.timUpdateStats.Tick.connect(timUpdateStats_Timer);
     main.QueryUnload.connect(Form_QueryUnload);
     main.Unload.connect(Form_Unload);
+    main.Pause.connect(Form_Pause);
 }
 
 } // namespace tarvik

@@ -24,6 +24,8 @@ void timUpdateStats_Timer();
 /// the end of the user's session is never refused.
 void Form_QueryUnload(bool& Cancel, UnloadMode Mode);
 void Form_Unload();
+/// What has changed is kept now: the machine may not come back.
+void Form_Pause();
 
 void connectMainEvents();
 

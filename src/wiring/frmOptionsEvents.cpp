@@ -5,6 +5,7 @@
 #include "ports/Locale.h"
 #include "ports/Platform.h"
 #include "settings/Setting.h"
+#include "settings/mdlSettingsJournal.h"
 #include "state/mdlTools.h"
 #include "types/Convert.h"
 #include "ui/mdlGUIFigures.h"
@@ -136,6 +137,7 @@ void cmdOK_Click() {
             apply(setting);
             follow(setting);
         }
+        KeepJournal(KeepWhen::AtOnce);
         options().setVisible(false);
     });
 }

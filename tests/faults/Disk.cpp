@@ -1,7 +1,10 @@
 #include "faults/Disk.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <dirent.h>
+#include <fcntl.h>
+#include <fstream>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -50,11 +53,21 @@ std::string Disk::shadowOf(ino_t file) const {
 ino_t Disk::keep(const std::string& name) {
     const std::string path = folder_ + "/" + name;
     struct stat info {};
-    if (stat(path.c_str(), &info) == 0) {
-        // It may be there already.
-        static_cast<void>(link(path.c_str(), shadowOf(info.st_ino).c_str()) == 0);
+    if (stat(path.c_str(), &info) == 0 && !open_.contains(info.st_ino)) {
+        open_[info.st_ino] = open(path.c_str(), O_RDONLY | O_CLOEXEC);
     }
     return info.st_ino;
+}
+
+std::string Disk::contentOf(ino_t file) const {
+    std::string bytes;
+    const auto found = open_.find(file);
+    if (found != open_.end()) {
+        bytes.resize(static_cast<std::size_t>(infoOf(found->second).st_size));
+        const ssize_t count = pread(found->second, bytes.data(), bytes.size(), 0);
+        bytes.resize(count < 0 ? 0 : static_cast<std::size_t>(count));
+    }
+    return bytes;
 }
 
 void Disk::made(const std::string& name) {
@@ -81,9 +94,17 @@ void Disk::shortened(int file) {
     safe = std::min(safe, info.st_size);
 }
 
+void Disk::overwritten(int file) {
+    const ino_t number = infoOf(file).st_ino;
+    if (!overwritten_.contains(number)) {
+        overwritten_[number] = contentOf(number);
+    }
+}
+
 void Disk::flushed(int file) {
     const struct stat info = infoOf(file);
     safeLengths_[info.st_ino] = info.st_size;
+    overwritten_.erase(info.st_ino);
 }
 
 void Disk::flushedFolder() {
@@ -102,19 +123,45 @@ void Disk::apply(const Change& change, Names& names) {
     }
 }
 
-void Disk::empty() const {
+void Disk::moveAllAside() const {
     for (const std::string& name : namesIn(folder_)) {
-        unlink((folder_ + "/" + name).c_str());
+        const std::string path = folder_ + "/" + name;
+        struct stat info {};
+        stat(path.c_str(), &info);
+        std::rename(path.c_str(), shadowOf(info.st_ino).c_str());
     }
 }
 
-bool Disk::cut(unsigned kept, bool onlyFlushed) {
+/// The file itself where a name had it to the last, else another one of its content.
+void Disk::bringBack(ino_t file, const std::string& path, Loss loss) const {
+    const std::string bytes = contentOf(file);
+    if (std::rename(shadowOf(file).c_str(), path.c_str()) != 0) {
+        std::ofstream(path, std::ios::binary) << bytes;
+    }
+    if (loss == Loss::Unflushed) {
+        const auto safe = safeLengths_.find(file);
+        const off_t length = safe == safeLengths_.end() ? 0 : safe->second;
+        static_cast<void>(truncate(path.c_str(), length) == 0);
+    }
+    const auto before = overwritten_.find(file);
+    if (loss == Loss::None || before == overwritten_.end()) {
+        return;
+    }
+    constexpr std::size_t sector = 512;
+    std::string left = before->second;
+    for (std::size_t i = 0; loss == Loss::Sectors && i < left.size(); i += 2 * sector) {
+        left.replace(i, sector, bytes, i, sector);
+    }
+    std::ofstream(path, std::ios::binary) << left;
+}
+
+bool Disk::cut(unsigned kept, Loss loss) {
     // The making of the folder is one more change, which all others need.
     const std::size_t count = changes_.size() + (folderIsSafe_ ? 0 : 1);
-    if (kept >> count != 0) {
+    if (kept >> count != 0 || (loss == Loss::Sectors && overwritten_.empty())) {
         return false;
     }
-    empty();
+    moveAllAside();
     if (!folderIsSafe_ && (kept >> changes_.size()) == 0) {
         rmdir(folder_.c_str());
         return kept == 0;
@@ -126,11 +173,7 @@ bool Disk::cut(unsigned kept, bool onlyFlushed) {
         }
     }
     for (const auto& [name, file] : names) {
-        const std::string shadow = shadowOf(file);
-        if (onlyFlushed) {
-            static_cast<void>(truncate(shadow.c_str(), safeLengths_[file]) == 0);
-        }
-        static_cast<void>(link(shadow.c_str(), (folder_ + "/" + name).c_str()) == 0);
+        bringBack(file, folder_ + "/" + name, loss);
     }
     return true;
 }

@@ -14,7 +14,7 @@ namespace tarvik::faults {
 class Disk {
 public:
     /// Takes what lies in the folder as safe. `shadow` is an empty folder beside it, on the same
-    /// disk, for links to every file seen: what is deleted can come back.
+    /// disk. Every file seen is kept open: what is deleted can come back.
     void watch(const std::string& folder, const std::string& shadow);
 
     void made(const std::string& name);
@@ -22,14 +22,20 @@ public:
     void deleted(const std::string& name);
     void madeFolder();
     void shortened(int file);
+    /// Bytes that stand there are about to be written over.
+    void overwritten(int file);
     void flushed(int file);
     void flushedFolder();
     void flushedParent() { folderIsSafe_ = true; }
 
+    /// What of the data that was not flushed a power cut takes: nothing, everything, or of what was
+    /// written over other bytes every second sector.
+    enum class Loss { None, Unflushed, Sectors };
+
     /// Leaves the folder as the power cut does: bit n of `kept` tells whether change n of those not
-    /// flushed survives; `onlyFlushed` drops data that was not flushed. False when there are not
-    /// that many changes: nothing happened.
-    bool cut(unsigned kept, bool onlyFlushed);
+    /// flushed survives. False when there are not that many changes, or no sectors to lose: nothing
+    /// happened.
+    bool cut(unsigned kept, Loss loss);
 
 private:
     struct Change {
@@ -42,13 +48,17 @@ private:
 
     ino_t keep(const std::string& name);
     std::string shadowOf(ino_t file) const;
-    void empty() const;
+    std::string contentOf(ino_t file) const;
+    void moveAllAside() const;
+    void bringBack(ino_t file, const std::string& path, Loss loss) const;
     static void apply(const Change& change, Names& names);
 
     std::string folder_;
     std::string shadow_;
     Names safeNames_;
     std::map<ino_t, off_t> safeLengths_;
+    std::map<ino_t, std::string> overwritten_; ///< what stood there when it was last flushed
+    std::map<ino_t, int> open_;                ///< never closed: the process ends
     std::vector<Change> changes_;
     bool folderIsSafe_ = true;
 };

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <map>
+#include <optional>
 #include <sstream>
 #include <string_view>
 #include <type_traits>
@@ -20,6 +21,7 @@ namespace {
 struct Written {
     std::string path;
     LONGLONG flushed = 0;
+    std::optional<std::string> before = {}; ///< what stood there when it was last flushed
 };
 
 std::string kind;
@@ -46,6 +48,11 @@ void dropUnflushed(const Written& file) {
         REAL(CreateFileA)(file.path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
     LARGE_INTEGER size{};
     size.QuadPart = file.flushed;
+    if (handle != INVALID_HANDLE_VALUE && file.before) {
+        DWORD written = 0;
+        REAL(WriteFile)
+        (handle, file.before->data(), static_cast<DWORD>(file.before->size()), &written, nullptr);
+    }
     if (handle != INVALID_HANDLE_VALUE) {
         SetFilePointerEx(handle, size, nullptr, FILE_BEGIN);
         SetEndOfFile(handle);
@@ -92,6 +99,18 @@ Way next(const char* name, bool moves = false) {
     return kind == "short" && strikes && moves ? Way::Half : Way::Through;
 }
 
+/// What the file holds, before other bytes are written over it.
+std::string contentOf(HANDLE file) {
+    LARGE_INTEGER size{};
+    REAL(GetFileSizeEx)(file, &size);
+    std::string bytes(static_cast<std::size_t>(size.QuadPart), '\0');
+    OVERLAPPED beginning{};
+    DWORD count = 0;
+    REAL(ReadFile)(file, bytes.data(), static_cast<DWORD>(bytes.size()), &count, &beginning);
+    bytes.resize(count);
+    return bytes;
+}
+
 DWORD share(Way way, DWORD size) {
     return way == Way::Half || way == Way::HalfAndDie ? (size + 1) / 2 : size;
 }
@@ -103,7 +122,11 @@ HANDLE WINAPI createFile(LPCSTR path, DWORD access, DWORD sharing, LPSECURITY_AT
     }
     const HANDLE file = REAL(CreateFileA)(path, access, sharing, security, how, flags, likeness);
     if (armed && file != INVALID_HANDLE_VALUE && (access & GENERIC_WRITE) != 0) {
-        open[file] = {path, 0};
+        LARGE_INTEGER size{};
+        if (how == OPEN_EXISTING) {
+            REAL(GetFileSizeEx)(file, &size);
+        }
+        open[file] = {.path = path, .flushed = size.QuadPart};
     }
     return file;
 }
@@ -112,6 +135,10 @@ BOOL WINAPI writeFile(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written, L
     const Way way = next("WriteFile", true);
     if (way == Way::Fails) {
         return FALSE;
+    }
+    if (const auto found = open.find(file); place != nullptr && found != open.end()) {
+        std::optional<std::string>& before = found->second.before;
+        before = before ? before : contentOf(file);
     }
     const BOOL result = REAL(WriteFile)(file, bytes, share(way, size), written, place);
     if (way == Way::HalfAndDie) {
@@ -132,6 +159,7 @@ BOOL WINAPI flushFile(HANDLE file) {
     LARGE_INTEGER size{};
     if (open.contains(file) && REAL(GetFileSizeEx)(file, &size) != FALSE) {
         open[file].flushed = size.QuadPart;
+        open[file].before.reset();
     }
     return REAL(FlushFileBuffers)(file);
 }
@@ -214,6 +242,8 @@ NAME(GetFileInformationByHandleEx);
 NAME(FindFirstFileA);
 NAME(FindNextFileA);
 NAME(FindClose);
+NAME(SetFileInformationByHandle);
+NAME(SetFilePointerEx);
 
 const std::vector<Hook>& hooks() {
     static const std::vector<Hook> all{{"CreateFileA", address(&createFile)},
@@ -233,7 +263,9 @@ const std::vector<Hook>& hooks() {
                                        PLAIN(GetFileInformationByHandleEx),
                                        PLAIN(FindFirstFileA),
                                        PLAIN(FindNextFileA),
-                                       PLAIN(FindClose)};
+                                       PLAIN(FindClose),
+                                       PLAIN(SetFileInformationByHandle),
+                                       PLAIN(SetFilePointerEx)};
     return all;
 }
 

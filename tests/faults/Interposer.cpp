@@ -219,6 +219,9 @@ ssize_t pwrite(int file, const void* bytes, std::size_t size, off_t place) {
     if (turn.fails()) {
         return -1;
     }
+    if (turn.counted()) {
+        watch->disk.overwritten(file);
+    }
     const ssize_t written = real("pwrite", &::pwrite)(file, bytes, turn.share(size), place);
     turn.afterWrite();
     return written;

@@ -1,6 +1,7 @@
 #include "faults/Operations.h"
 
 #include "common/ProfileForm.h"
+#include "faults/Life.h"
 #include "monitor/mdlCodeReset.h"
 #include "settings/mdlSettings.h"
 #include "settings/mdlSettingsBackup.h"
@@ -80,6 +81,11 @@ void startAndTransfer(Session& session) {
     state.DurationTotal = Currency(30);
 }
 
+bool isNothing(const State& totals) {
+    return totals.BytesRcvdTotal == Currency(0) && totals.BytesSentTotal == Currency(0) &&
+           totals.DurationTotal == Currency(0);
+}
+
 void quit(Session& session) {
     session.world.forms.frmMain.cmdQuit.press();
 }
@@ -122,8 +128,11 @@ bool containsAll(const std::vector<std::string>& all, const std::vector<std::str
     });
 }
 
-Folder withoutTemporary(Folder folder) {
-    std::erase_if(folder, [](const auto& file) { return isTemporary(file.first); });
+/// Without what is there on the way only: the journal is, while the program runs.
+Folder withoutPassing(Folder folder) {
+    std::erase_if(folder, [](const auto& file) {
+        return isTemporary(file.first) || file.first == "Tarvik.journal";
+    });
     return folder;
 }
 
@@ -144,7 +153,7 @@ std::optional<Folder> stateAt(const std::string& path) {
 bool isOneOf(const States& states, const std::optional<Folder>& folder) {
     // An empty folder is as good as none.
     return std::any_of(states.begin(), states.end(), [&](const std::optional<Folder>& state) {
-        return state.value_or(Folder()) == folder.value_or(Folder());
+        return withoutPassing(state.value_or(Folder())) == folder.value_or(Folder());
     });
 }
 
@@ -196,6 +205,9 @@ std::vector<Operation> operations(const std::string& folder, char separator) {
     const std::string exportFile = folder + separator + "export.csv";
     const std::vector<std::string> endWarnings{saveWarning, unlockWarning};
     std::vector<std::string> allWarnings{lockWarning, firstRunWarning, saveWarning, unlockWarning};
+    std::vector<std::string> lifeWarnings = fileErrors("BackupINIFile");
+    lifeWarnings.insert(lifeWarnings.begin(), allWarnings.begin(), allWarnings.end());
+    lifeWarnings.insert(lifeWarnings.begin(), instanceQuestion);
     return {
         {"lock", usualFolder(), [](Session&) { GetLocked(); },
          [](Session&) { return SetLocked(true); }},
@@ -268,6 +280,8 @@ std::vector<Operation> operations(const std::string& folder, char separator) {
          {lockWarning, firstRunWarning},
          allWarnings,
          {{{"Tarvik.ini", "[Settings]\nIsLocked=0\n"}}}},
+        wholeLife(folder, usualFolder(), lifeWarnings),
+        secondLife(folder, usualFolder(), lifeWarnings),
     };
 }
 
@@ -306,7 +320,10 @@ States statesOf(const Operation& operation, Session& session, const std::string&
             states.push_back(stateAt(folder));
             session.files.changed = [&] { states.push_back(stateAt(folder)); };
         },
-        [&] { session.files.changed = [] {}; });
+        [&] {
+            session.files.changed = [] {};
+            states.push_back(stateAt(folder)); // the journal comes and goes beside
+        });
     states.insert(states.end() - 1, operation.alsoRight.begin(), operation.alsoRight.end());
     return states;
 }
@@ -319,16 +336,18 @@ std::string troubleWithReport(const Operation& operation, const States& states,
         return "a box that should not come\n" + joined(report.boxes);
     }
     const std::optional<Folder> now = stateAt(folder);
-    if (report.result && now.value_or(Folder()) != states.back().value_or(Folder())) {
+    if (report.result && withoutPassing(now.value_or(Folder())) !=
+                             withoutPassing(states.back().value_or(Folder()))) {
         return "told of success, but left\n" + shown(now);
     }
     return {};
 }
 
-std::string troubleAfter(const States& states, const std::string& folder, Session& restart) {
+std::string troubleAfter(const Operation& operation, const States& states,
+                         const std::string& folder, Session& restart, const std::string& fault) {
     std::optional<Folder> found = stateAt(folder);
     if (found) {
-        found = withoutTemporary(std::move(*found));
+        found = withoutPassing(std::move(*found));
     }
     if (!isOneOf(states, found)) {
         return "neither an old state nor the new one\n" + shown(found);
@@ -340,13 +359,29 @@ std::string troubleAfter(const States& states, const std::string& folder, Sessio
         return "other boxes at the restart\n" + joined(restart.boxes) + shown(found);
     }
     restart.boxes.clear();
-    if (before.contains("Tarvik.ini") && hadRecords && GetNumRecords() < Long(2)) {
+    const bool areInFile =
+        before.contains("Tarvik.ini") && hasEarlierRecords({*before.find("Tarvik.ini")});
+    if (hadRecords && (areInFile ? GetNumRecords() < Long(2) : !hasEarlierRecords(before))) {
         return "too few records at the restart\n" + shown(found);
     }
+    if (const std::string trouble = operation.look(restart, before, fault); !trouble.empty()) {
+        return trouble + shown(found);
+    }
+    restart.boxes.clear();
+    const bool nothingCounted = isNothing(restart.world.state);
     quit(restart);
-    const Folder after = folderAt(folder);
+    Folder after = folderAt(folder);
+    if (!fault.starts_with("kill") && !fault.starts_with("cut")) {
+        // Nothing could be written at the one moment, or into another folder: it is set aside.
+        std::erase_if(after, [](const auto& file) {
+            return file.first.starts_with("Tarvik.2026") && file.first.ends_with(".journal");
+        });
+    }
     Folder names = before;
     names["Tarvik.ini"];
+    if (nothingCounted && hasEarlierRecords({{"Tarvik.ini", textIn(after, "Tarvik.ini")}})) {
+        names["Tarvik.journal"]; // no record tells of a reset
+    }
     const bool sameNames =
         names.size() == after.size() &&
         std::equal(names.begin(), names.end(), after.begin(),

@@ -19,6 +19,11 @@ struct Operation {
     std::vector<std::string> mayWarn = {};
     /// What is right beside the states between its steps: a step may fail, and the next succeed.
     std::vector<Folder> alsoRight = {};
+    /// It is only ended at each call: with calls that fail it may take many right ways.
+    bool endsOnly = false;
+    /// What is wrong with what the next start shows, after that fault and on the files found.
+    std::function<std::string(Session& restart, const Folder& found, const std::string& fault)>
+        look = [](Session&, const Folder&, const std::string&) { return std::string(); };
 };
 
 /// Start, end, save, backup, export, locking and unlocking. `folder` and `separator` are those of
@@ -51,6 +56,7 @@ std::string troubleWithReport(const Operation& operation, const States& states,
 
 /// What is wrong with the folder after a run; nothing when nothing is. `restart` is a fresh
 /// session, which is started and ended: everything must be as after any start.
-std::string troubleAfter(const States& states, const std::string& folder, Session& restart);
+std::string troubleAfter(const Operation& operation, const States& states,
+                         const std::string& folder, Session& restart, const std::string& fault);
 
 } // namespace tarvik::faults

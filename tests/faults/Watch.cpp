@@ -60,7 +60,8 @@ void Turn::decide(const Fault& fault) {
         }
         half_ = dies_ = true;
     } else if (fault.kind == "cut" && here) {
-        watch->disk.cut(fault.first, fault.second != 0) ? die() : cannotHappen();
+        watch->disk.cut(fault.first, static_cast<Disk::Loss>(fault.second)) ? die()
+                                                                            : cannotHappen();
     } else if (fault.kind == "fail" && now >= fault.call &&
                static_cast<unsigned>(now - fault.call) < fault.second) {
         error_ = static_cast<int>(fault.first);

@@ -117,6 +117,9 @@ private:
         one("kill " + at);
         one("killhalf " + at);
         cutsAt(call);
+        if (operation_->endsOnly) {
+            return;
+        }
         for (const int error : {ENOSPC, EIO, EACCES, EROFS, ENOENT}) {
             one("fail " + at + " " + std::to_string(error) + " 1");
             one("fail " + at + " " + std::to_string(error) + " 1000000");
@@ -143,6 +146,7 @@ private:
                 return;
             }
             one(cut + " 1");
+            one(cut + " 2");
         }
     }
 
@@ -165,7 +169,7 @@ private:
         if (trouble.empty()) {
             LinuxFiles files(sandbox_.folder());
             Session session(files, sandbox_.folder(), '/');
-            trouble = troubleAfter(states_, sandbox_.folder(), session);
+            trouble = troubleAfter(*operation_, states_, sandbox_.folder(), session, fault);
         }
         if (!trouble.empty()) {
             ++failures_;

@@ -109,13 +109,16 @@ private:
     void everythingAt(const std::string& call, const std::string& name) {
         one("kill " + call);
         one("cut " + call);
+        if (name == "WriteFile") {
+            one("killhalf " + call);
+        }
+        if (operation_->endsOnly) {
+            return;
+        }
         for (const DWORD error : {ERROR_DISK_FULL, ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION,
                                   ERROR_NOT_READY, ERROR_FILE_NOT_FOUND}) {
             one("fail " + call + " " + std::to_string(error) + " 1");
             one("fail " + call + " " + std::to_string(error) + " 1000000");
-        }
-        if (name == "WriteFile") {
-            one("killhalf " + call);
         }
         if (name == "WriteFile" || name == "ReadFile") {
             one("short " + call + " 1");
@@ -130,7 +133,7 @@ private:
         if (trouble.empty()) {
             WindowsFiles files(folder_);
             Session session(files, folder_, '\\');
-            trouble = troubleAfter(states_, folder_, session);
+            trouble = troubleAfter(*operation_, states_, folder_, session, fault);
         }
         if (!trouble.empty()) {
             ++failures_;
@@ -176,11 +179,12 @@ private:
 
 /// A new process takes its time: what these hold already is left out.
 bool chosen(const Operation& operation) {
-    constexpr std::array<std::string_view, 7> names{
-        "lock",          "save",
-        "backup",        "export over a file",
-        "first session", "second backup of other records",
-        "reset in doubt"};
+    constexpr std::array<std::string_view, 9> names{
+        "lock",           "save",
+        "backup",         "export over a file",
+        "first session",  "second backup of other records",
+        "reset in doubt", "whole life",
+        "second life"};
     return std::find(names.begin(), names.end(), operation.name) != names.end();
 }
 

@@ -153,6 +153,7 @@ TEST_F(ResetStory, AFailingBackupAsksBeforeAnythingIsReset) {
     EXPECT_EQ(backup(), "");
     EXPECT_NE(ini().find("[r]\r\nSent=5\r\n"), std::string::npos);
     setIni(ini()); // it can be written again
+    resetIsLast = true;
 }
 
 TEST_F(ResetStory, ASecondBackupOnTheSameDayHasItsNameAndTheFirstANumber) {

@@ -23,8 +23,20 @@ protected:
     }
 
     ~Story() override {
+        endSession();
         EXPECT_EQ(driver->boxTrouble(), "");
         EXPECT_EQ(driver->complaints(), "");
+    }
+
+    /// After every end in order the folder holds the INI file, and what the user asked for: what is
+    /// counted and set stands in that file, unless a reset left nothing to be stored.
+    void endSession() {
+        if (world && world->forms.frmMain.loaded()) {
+            world->forms.frmMain.unload(UnloadMode::AppWindows);
+        }
+        const ScriptedFiles& files = driver->machine().files;
+        EXPECT_EQ(files.exists("C:\\Prog\\Tarvik.journal"), resetIsLast);
+        EXPECT_EQ(files.held(), 0);
     }
 
     ScriptedConnections& line() { return driver->machine().connections; }
@@ -83,6 +95,8 @@ protected:
         waitFor("frmMain.txtBytesRcvd", "5,000");
     }
 
+    /// The story ends with totals of nothing, after others were stored.
+    bool resetIsLast = false;
     std::unique_ptr<Driver> driver = makeDriver();
     std::optional<World> world;
 };

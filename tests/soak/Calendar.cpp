@@ -39,7 +39,9 @@ Date Calendar::shown() const {
 
 Now Calendar::now() const {
     return {.day = static_cast<int>(local() / secondsInDay),
-            .hour = static_cast<int>(local() % secondsInDay / secondsInHour)};
+            .hour = static_cast<int>(local() % secondsInDay / secondsInHour),
+            .clock = local(),
+            .seconds = seconds};
 }
 
 } // namespace tarvik::soak

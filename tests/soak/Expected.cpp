@@ -53,6 +53,7 @@ void Expected::switchOff() {
     }
     monitoring = false;
     connectionActive = false;
+    keep(true);
 }
 
 void Expected::pressMonitor() {
@@ -102,6 +103,7 @@ void Expected::requestReset() {
     if (question("Are you really sure you want to reset the (overall) values?",
                  MsgBoxButtons::YesNo, MsgBoxIcon::Question, 2) == MsgBoxAnswer::Yes) {
         tally.reset();
+        keep(true);
         stale = false;
         ++resets;
     }
@@ -117,32 +119,36 @@ void Expected::confirmOptions(const Settings& chosen) {
     settings = chosen;
     settings.lastReset = lastReset;
     warningArmed = warningArmed || settings.warning;
+    keep(true);
     stale = false;
 }
 
-void Expected::tick(std::vector<Session> listed, Failure failure, Trouble trouble, Now now) {
+void Expected::tick(std::vector<Session> listed, Failure failure, Trouble trouble) {
     connectionActive = false;
     failed_ = {};
     trouble_ = trouble;
-    now_ = now;
     read_.clear();
     errorsBefore_ = std::exchange(errors_, {});
     if (failure == Failure::Enumerate) {
         showFailure({"RasEnumConnections", droppedLine});
         failed_ = {"RasEnumConnections", droppedLine};
     } else if (listed.empty()) {
-        tally.seeNothing();
+        tally.seeNothing(now_.clock);
         stale = false;
     } else {
-        tally.beginTick(listed);
+        tally.beginTick(listed, now_.clock);
         for (Session& one : listed) {
             readListed(one, listed, failure);
         }
     }
-    if (!failed_.name.empty()) {
+    if (failed_.name.empty()) {
+        firstOnlineUpdate = firstOnlineUpdate && !tally.hasResumed();
+        tally.endTick();
+    } else {
         showFailure(failed_);
         switchOff();
     }
+    keep(std::exchange(tally.sessionOver, false));
 }
 
 void Expected::readListed(Session& one, std::vector<Session>& listed, Failure& failure) {
@@ -168,6 +174,7 @@ void Expected::readTheOthers(const std::vector<Session>& listed) {
     for (const Session& one : listed) {
         if (one.connected && read_.insert(one.id).second) {
             tally.note(one, listed);
+            readAt_ = now_.seconds;
         }
     }
 }
@@ -175,12 +182,14 @@ void Expected::readTheOthers(const std::vector<Session>& listed) {
 void Expected::online(const Session& session, std::vector<Session>& listed) {
     connectionActive = true;
     tally.read(session, listed);
+    readAt_ = now_.seconds;
     read_.insert(session.id);
-    const bool fromBefore = firstOnlineUpdate && !dialInStarted && tally.current != Amount();
-    if (firstOnlineUpdate) {
+    const bool first = firstOnlineUpdate && !tally.isResumed(session.handle);
+    const bool fromBefore = first && !dialInStarted && tally.current != Amount();
+    if (first && !tally.hasResumed()) {
         tickerBase_ = tally.finished.rcvd + tally.finished.sent;
     }
-    firstOnlineUpdate = false;
+    firstOnlineUpdate = firstOnlineUpdate && !first;
     dialInStarted = false;
     if (fromBefore && !askAboutSession()) {
         stale = true;
@@ -220,6 +229,11 @@ void Expected::checkReset() {
         return;
     }
     const bool backedUp = settings.backup && backUp();
+    resetIsAnnounced_ = settings.backup ? false : resetIsAnnounced_;
+    if (settings.backup && !file.exists) {
+        standsOnFile_ = false;
+        standsOnRecords_ = 0;
+    }
     if (settings.backup && !backedUp &&
         question("The criteria to reset the transfer records has been reached.\rHowever - An error "
                  "occured while trying to create the backup-file.\rDo you want to reset the "
@@ -236,6 +250,7 @@ void Expected::checkReset() {
     tally.reset();
     settings.lastReset = now_.day;
     resetInDoubt_ = false;
+    keep(true);
     ++resets;
 }
 
@@ -252,9 +267,14 @@ bool Expected::fileIsKept() {
 }
 
 bool Expected::backUp() {
+    keep(true);
     if (!save(trouble_)) {
         return false;
     }
+    standsOnFile_ = true;
+    standsOnRecords_ = file.records.size();
+    resetIsAnnounced_ = true;
+    keep(true);
     backups.push_back(file);
     if (trouble_ == Trouble::Delete) {
         showError("75 (Path/File access error)", "BackupINIFile");
@@ -310,7 +330,7 @@ bool Expected::save(Trouble trouble) {
     return true;
 }
 
-void Expected::start(bool argumentRun, int today) {
+void Expected::start(bool argumentRun) {
     if (file.exists && file.locked &&
         question("Warning: Another instance of Velmars Tarvik seems to be running.\rAre you sure "
                  "that you want to start another instance?\r(This could cause the protocol file to "
@@ -323,7 +343,7 @@ void Expected::start(bool argumentRun, int today) {
     warningArmed = true;
     firstOnlineUpdate = true;
     settings = file.exists ? file.settings : Settings();
-    resetInDoubt_ = file.exists && settings.lastReset > today;
+    resetInDoubt_ = file.exists && settings.lastReset > now_.day;
     waitTold_ = false;
     tally.begin(file.records.empty() ? Amount() : file.records.back());
     if (file.exists) {
@@ -333,26 +353,118 @@ void Expected::start(bool argumentRun, int today) {
         notice("Warning: Old settings could not be loaded.\rAssuming first run.",
                MsgBoxIcon::Exclamation);
     }
-    monitoring = settings.run || argumentRun;
     // Without a file nothing is shown before the first tick.
     stale = !file.exists;
+    restore();
+    monitoring = settings.run || argumentRun;
 }
 
-void Expected::crash() {
+/// What the journal says goes before what the file says.
+void Expected::restore() {
+    lookedAt_.reset();
+    flushedAt_.reset();
+    readAt_.reset();
+    isUnflushed_ = resetIsAnnounced_ = false;
+    standsOnFile_ = file.exists;
+    standsOnRecords_ = file.records.size();
+    if (!journalIsThere_) {
+        written_ = journalNow();
+        return;
+    }
+    settings = written_.settings;
+    tickerBase_ = written_.tickerBase;
+    tally.goOn(written_.counts);
+    resetInDoubt_ = resetInDoubt_ && settings.lastReset == file.settings.lastReset;
+    stale = false;
+    flushed_ = written_;
+    if (!written_.ended) {
+        balloons.emplace_back(broughtBack);
+    }
+}
+
+bool Journal::says(const Journal& other) const {
+    const auto& ours = counts.sessions;
+    const auto& theirs = other.counts.sessions;
+    return counts.all == other.counts.all && settings == other.settings &&
+           tickerBase == other.tickerBase && fileExists == other.fileExists &&
+           records == other.records && resetIsAnnounced == other.resetIsAnnounced &&
+           ended == other.ended &&
+           std::equal(ours.begin(), ours.end(), theirs.begin(), theirs.end(),
+                      [](const ReferenceTally::Known& a, const ReferenceTally::Known& b) {
+                          return a.sameAs(b);
+                      });
+}
+
+Journal Expected::journalNow() const {
+    const bool read = tally.hasSessions() && readAt_;
+    const std::int64_t moment = now_.clock - (read ? now_.seconds - *readAt_ : 0);
+    return {.counts = tally.kept(moment),
+            .settings = settings,
+            .tickerBase = tickerBase_,
+            .fileExists = standsOnFile_,
+            .records = standsOnRecords_,
+            .resetIsAnnounced = resetIsAnnounced_};
+}
+
+/// Written after five seconds, flushed after thirty; both at once where that is asked for.
+void Expected::keep(bool atOnce) {
+    constexpr std::int64_t betweenWrites = 5;
+    constexpr std::int64_t betweenFlushes = 30;
+    if (!atOnce && lookedAt_ && now_.seconds - *lookedAt_ < betweenWrites) {
+        return;
+    }
+    lookedAt_ = now_.seconds;
+    if (const Journal now = journalNow(); !now.says(written_)) {
+        written_ = now;
+        journalIsThere_ = isUnflushed_ = true;
+    }
+    if (isUnflushed_ && (atOnce || !flushedAt_ || now_.seconds - *flushedAt_ >= betweenFlushes)) {
+        flushedAt_ = now_.seconds;
+        flushed_ = written_;
+        isUnflushed_ = false;
+    }
+}
+
+/// It stays where the file alone would show something else.
+void Expected::endJournal(bool saved) {
+    if (saved && totalsOfFile() == tally.kept(0).all) {
+        journalIsThere_ = false;
+        return;
+    }
+    if (!saved) {
+        return;
+    }
+    written_ = journalNow();
+    written_.counts.sessions.clear();
+    written_.fileExists = true;
+    written_.records = file.records.size();
+    written_.ended = journalIsThere_ = true;
+    flushed_ = written_;
+}
+
+void Expected::stop() {
     running = monitoring = connectionActive = dialInStarted = warningVisible = false;
     tickerBase_ = 0;
     errors_.clear();
 }
 
+void Expected::crash(bool powerCut) {
+    stop();
+    written_ = powerCut ? flushed_ : written_;
+}
+
 void Expected::shutDown(Trouble trouble) {
     tally.keepOthers();
-    if (save(trouble)) {
+    keep(true);
+    const bool saved = save(trouble);
+    endJournal(saved);
+    if (saved) {
         file.locked = false;
     } else {
         notice("Warning: State could not be saved.", MsgBoxIcon::Exclamation);
         notice("Warning: Unable to unset \"IsLocked\"-flag in INI-file!", MsgBoxIcon::Exclamation);
     }
-    crash();
+    stop();
 }
 
 void Expected::endSession(Trouble trouble) {

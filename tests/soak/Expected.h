@@ -36,6 +36,8 @@ struct Settings {
     int lastReset = 36'892; ///< day, 1 January 2001
     bool ticker = false;
     int tickerValue = 100; ///< mega-bytes
+
+    friend bool operator==(const Settings&, const Settings&) = default;
 };
 
 /// A call of the service that fails.
@@ -56,6 +58,23 @@ struct File {
 struct Now {
     int day = 0; ///< as a serial
     int hour = 0;
+    std::int64_t clock = 0;   ///< seconds
+    std::int64_t seconds = 0; ///< on a clock that nobody sets
+};
+
+/// What the journal must say.
+struct Journal {
+    ReferenceTally::Kept counts;
+    Settings settings;
+    std::int64_t tickerBase = 0;
+    /// Which file it stands on, by what tells one from another.
+    bool fileExists = false;
+    std::size_t records = 0;
+    bool resetIsAnnounced = false;
+    bool ended = false;
+
+    /// There is nothing new to be written.
+    bool says(const Journal& other) const;
 };
 
 /// The program as its rules have it: what it must count, ask, show and store at each step.
@@ -81,12 +100,18 @@ public:
     /// What came up since they were last emptied.
     std::vector<Box> boxes;
     std::vector<std::string> balloons;
-    /// How the note on a reset in doubt begins; what follows is left out above.
+    /// How the notes on a reset in doubt and on what was brought back begin; what follows is left
+    /// out above.
     static constexpr const char* doubt = "The date of the last reset may be misread";
+    static constexpr const char* broughtBack = "The program did not end in order.";
 
-    /// `today` is the day of the start, as a serial.
-    void start(bool argumentRun, int today);
-    void crash();
+    /// Now, before anything that follows.
+    void itIs(const Now& now) { now_ = now; }
+    bool journalIsThere() const { return journalIsThere_; }
+
+    void start(bool argumentRun);
+    /// The program is killed, or the machine loses its power.
+    void crash(bool powerCut);
     void endSession(Trouble trouble);
     void pressQuit(Trouble trouble);
     void pressMonitor();
@@ -95,7 +120,7 @@ public:
     void requestReset();
     void closeWarning();
     void confirmOptions(const Settings& chosen);
-    void tick(std::vector<Session> listed, Failure failure, Trouble trouble, Now now);
+    void tick(std::vector<Session> listed, Failure failure, Trouble trouble);
 
 private:
     struct FailedCall {
@@ -121,6 +146,12 @@ private:
     void checkLimits(std::vector<Session>& listed);
     bool save(Trouble trouble);
     void shutDown(Trouble trouble);
+    void stop();
+    Journal journalNow() const;
+    void keep(bool atOnce);
+    void endJournal(bool saved);
+    void restore();
+    Amount totalsOfFile() const { return file.records.empty() ? Amount() : file.records.back(); }
 
     Chance& chance_;
     ReferenceBoundary boundary_;
@@ -133,6 +164,17 @@ private:
     Now now_;
     bool resetInDoubt_ = false; ///< the last reset lay ahead when the program was started
     bool waitTold_ = false;
+
+    bool journalIsThere_ = false;
+    Journal written_; ///< what it says, or what need not be said
+    Journal flushed_; ///< what it says after a power cut
+    std::optional<std::int64_t> lookedAt_;
+    std::optional<std::int64_t> flushedAt_;
+    std::optional<std::int64_t> readAt_; ///< when a session was last read
+    bool isUnflushed_ = false;
+    bool standsOnFile_ = false;
+    std::size_t standsOnRecords_ = 0;
+    bool resetIsAnnounced_ = false;
 };
 
 } // namespace tarvik::soak

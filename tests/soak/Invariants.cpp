@@ -10,6 +10,7 @@ namespace tarvik::soak {
 namespace {
 
 constexpr const char* iniPath = "C:\\Prog\\Tarvik.ini";
+constexpr const char* journalPath = "C:\\Prog\\Tarvik.journal";
 
 std::int64_t whole(Currency value) {
     return value.integralPart();
@@ -36,7 +37,12 @@ std::int64_t timeOf(const std::string& text) {
 std::string balloonText(const ScriptedNotificationArea::Request& request) {
     const std::string text =
         (request.data.uFlags & NotificationArea::info) != 0 ? request.data.szInfo : "";
-    return text.starts_with(Expected::doubt) ? Expected::doubt : text;
+    for (const char* beginning : {Expected::doubt, Expected::broughtBack}) {
+        if (text.starts_with(beginning)) {
+            return beginning;
+        }
+    }
+    return text;
 }
 
 } // namespace
@@ -47,6 +53,7 @@ void Run::act(const std::string& what, const std::function<void()>& action) {
     note(what);
     mayFall_ = mayFall_ || line_.up.size() > 1;
     machine_.clock.now = calendar_.shown();
+    machine_.clock.steady = static_cast<std::uint64_t>(calendar_.seconds + 1) * 1'000;
     for (const Box& box : expected_.boxes) {
         note("  box: " + box.text.substr(0, box.text.find('\r')));
         questionsInRun_ += box.text.starts_with("Monitoring has been started") ? 1 : 0;
@@ -68,6 +75,8 @@ void Run::act(const std::string& what, const std::function<void()>& action) {
 void Run::expectSame() {
     expectBalloons();
     expectBackups();
+    demand(machine_.files.exists(journalPath) == expected_.journalIsThere(),
+           "the journal is there");
     if (!expected_.running) {
         demand(!world_ || machine_.desktop.realisedForms().empty(), "the program has ended");
         return;
@@ -128,7 +137,7 @@ void Run::expectBalloons() {
         violated("other balloons than expected:" + (shown.empty() ? "" : " " + shown.front()));
     }
     for (const std::string& text : shown) {
-        if (text == Expected::doubt) {
+        if (text == Expected::doubt || text == Expected::broughtBack) {
             continue;
         }
         const std::string overall = text.substr(text.find('\r'));

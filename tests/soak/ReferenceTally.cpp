@@ -1,6 +1,7 @@
 #include "soak/ReferenceTally.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace tarvik::soak {
 
@@ -115,8 +116,79 @@ const ReferenceTally::Known* ReferenceTally::known(std::uint32_t handle) const {
     return found == known_.end() ? nullptr : &found->second;
 }
 
-void ReferenceTally::seeNothing() {
-    beginTick({});
+void ReferenceTally::goOn(const Kept& before) {
+    begin(before.all);
+    former_ = before.sessions;
+    formerMoment_ = before.moment;
+}
+
+ReferenceTally::Kept ReferenceTally::kept(std::int64_t moment) const {
+    Kept result{
+        .all = total(), .sessions = former_, .moment = former_.empty() ? moment : formerMoment_};
+    for (const auto& [handle, one] : known_) {
+        if (handle != countedHandle_ && !one.inTotals) {
+            result.all = result.all + one.counted;
+        }
+        result.sessions.push_back(one);
+        result.sessions.back().resumed = result.sessions.back().inTotals = false;
+    }
+    return result;
+}
+
+bool ReferenceTally::isResumed(std::uint32_t handle) const {
+    const Known* const one = known(handle);
+    return one != nullptr && one->resumed;
+}
+
+bool ReferenceTally::hasResumed() const {
+    return std::any_of(known_.begin(), known_.end(),
+                       [](const auto& each) { return each.second.resumed; });
+}
+
+void ReferenceTally::endTick() {
+    former_.clear();
+    for (auto& [handle, one] : known_) {
+        one.resumed = false;
+    }
+}
+
+/// Begun at the same moment, as far as a clock of seconds tells, and no counter has fallen. What
+/// lies at the edge nobody defines.
+ReferenceTally::Match ReferenceTally::match(const Known& former, const Session& session,
+                                            std::int64_t clock) const {
+    const RAS_STATS last = former.last.counters();
+    const RAS_STATS next = session.counters();
+    if (!session.connected || former.last.entry != session.entry ||
+        fell(last.dwBytesRcved, next.dwBytesRcved) ||
+        fell(last.dwBytesXmited, next.dwBytesXmited) ||
+        fell(last.dwFramesRcved, next.dwFramesRcved) ||
+        fell(last.dwFramesXmited, next.dwFramesXmited) ||
+        fell(last.dwConnectDuration, next.dwConnectDuration)) {
+        return Match::No;
+    }
+    const std::int64_t lived =
+        std::int64_t{next.dwConnectDuration} - std::int64_t{last.dwConnectDuration};
+    const std::int64_t apart = std::abs(lived - (clock - formerMoment_) * 1'000);
+    if (apart > 2'000 && apart < 4'000) {
+        return Match::Close;
+    }
+    return apart <= 2'000 ? Match::Yes : Match::No;
+}
+
+void ReferenceTally::resume(const Session& session, std::int64_t clock) {
+    const auto former = std::find_if(former_.begin(), former_.end(), [&](const Known& one) {
+        return match(one, session, clock) == Match::Yes;
+    });
+    if (former != former_.end()) {
+        Known& now = known_[session.handle] = *former;
+        now.last.handle = session.handle;
+        now.resumed = now.inTotals = true;
+        former_.erase(former);
+    }
+}
+
+void ReferenceTally::seeNothing(std::int64_t clock) {
+    beginTick({}, clock);
     fold();
 }
 
@@ -124,7 +196,7 @@ void ReferenceTally::seeNothing() {
 void ReferenceTally::over(std::uint32_t handle) {
     if (handle == countedHandle_) {
         fold();
-    } else {
+    } else if (!known_.at(handle).inTotals) {
         finished = finished + known_.at(handle).counted;
     }
 }
@@ -138,7 +210,7 @@ bool ReferenceTally::mayFollow(const Known& before, const Session& session,
            known(session.handle) == nullptr;
 }
 
-void ReferenceTally::beginTick(const std::vector<Session>& listed) {
+void ReferenceTally::beginTick(const std::vector<Session>& listed, std::int64_t clock) {
     declining_ = false;
     std::map<std::uint32_t, Known> next;
     for (const auto& [handle, one] : known_) {
@@ -155,11 +227,17 @@ void ReferenceTally::beginTick(const std::vector<Session>& listed) {
             countedHandle_ = countedHandle_ == handle ? follower->handle : countedHandle_;
         } else {
             over(handle);
+            sessionOver = true;
             countedHandle_ = countedHandle_ == handle ? 0 : countedHandle_;
         }
     }
     known_ = next;
     hungUp_.clear();
+    for (const Session& one : listed) {
+        if (one.handle != dialled_ && known(one.handle) == nullptr) {
+            resume(one, clock);
+        }
+    }
     dialled_ = isListed(listed, dialled_) ? 0 : dialled_;
 }
 
@@ -193,11 +271,14 @@ void ReferenceTally::note(const Session& session, const std::vector<Session>& li
                                     [&](const Session& one) { return one.id == session.inside; });
     Known now{.last = session, .figures = firstReading(session), .offset = {}, .counted = {}};
     if (before != nullptr) {
+        // What counted of it counts with it again.
+        finished = before->inTotals ? finished - before->counted : finished;
+        now.resumed = before->resumed;
         now.figures = session.wide ? now.figures : before->figures + gain(before->last, session);
         now.offset = before->offset;
     }
     // What a line carries within another counts there.
-    now.offset = within || declining_ ? now.figures : now.offset;
+    now.offset = within || (declining_ && !now.resumed) ? now.figures : now.offset;
     now.counted = now.figures - now.offset;
     known_[session.handle] = now;
 }
@@ -223,6 +304,9 @@ void ReferenceTally::reset() {
     for (auto& [handle, one] : known_) {
         one.offset = one.counted = {};
     }
+    for (Known& one : former_) {
+        one.offset = one.counted = {};
+    }
 }
 
 void ReferenceTally::decline() {
@@ -236,7 +320,8 @@ void ReferenceTally::decline() {
 void ReferenceTally::keepOthers() {
     for (auto& [handle, one] : known_) {
         if (handle != countedHandle_) {
-            finished = finished + one.counted;
+            finished = one.inTotals ? finished : finished + one.counted;
+            one.inTotals = false;
             one.offset = one.figures;
             one.counted = {};
         }
@@ -250,9 +335,20 @@ bool ReferenceTally::isTold(const Known& before, const Session& now, bool renumb
     return now.wide || (gainIsTold(before.last, now) && !(renumbered && anyFell(before.last, now)));
 }
 
-bool ReferenceTally::tellable(const Session& session, const std::vector<Session>& listed) const {
+bool ReferenceTally::tellable(const Session& session, const std::vector<Session>& listed,
+                              std::int64_t clock) const {
     if (const Known* const before = known(session.handle)) {
         return isTold(*before, session, before->renumbered);
+    }
+    const bool doubtful = session.handle != dialled_ &&
+                          std::any_of(former_.begin(), former_.end(), [&](const Known& one) {
+                              const Match found = match(one, session, clock);
+                              return found == Match::Close ||
+                                     (found == Match::Yes && (one.last.id != session.id ||
+                                                              !gainIsTold(one.last, session)));
+                          });
+    if (doubtful) {
+        return false;
     }
     return std::all_of(known_.begin(), known_.end(), [&](const auto& each) {
         return !mayFollow(each.second, session, listed) || isTold(each.second, session, true);

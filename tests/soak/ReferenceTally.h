@@ -22,9 +22,12 @@ public:
     /// The program begins anew on these totals; it knows no session.
     void begin(Amount totals);
     /// A tick that finds nothing up.
-    void seeNothing();
-    /// A tick begins, these are listed. Sessions that are over for good are folded.
-    void beginTick(const std::vector<Session>& listed);
+    void seeNothing(std::int64_t clock);
+    /// A tick begins, these are listed. Sessions that are over for good are folded; sessions of the
+    /// run before go on.
+    void beginTick(const std::vector<Session>& listed, std::int64_t clock);
+    /// It could read everything.
+    void endTick();
     /// A connected session is read; its figures are the current ones.
     void read(const Session& session, const std::vector<Session>& listed);
     /// It is read before it is hung up; the current figures stay another's.
@@ -41,27 +44,60 @@ public:
     void keepOthers();
 
     /// Whether anybody could tell from the counters which session this is, and what it has gained.
-    bool tellable(const Session& session, const std::vector<Session>& listed) const;
+    bool tellable(const Session& session, const std::vector<Session>& listed,
+                  std::int64_t clock) const;
 
-private:
-    /// A session as it was last read, and its figures since it was first read in this run.
+    /// A session as it was last read, and its figures since it was first read.
     struct Known {
         Session last;
         Amount figures;
         Amount offset;
         Amount counted;          ///< and in no total yet
         bool renumbered = false; ///< not read again since it has another handle
+        bool resumed = false;    ///< found by this tick, known from the run before
+        bool inTotals = false;   ///< what counts of it has not been taken out of the totals yet
+
+        /// Nobody who reads what is kept sees another.
+        bool sameAs(const Known& other) const {
+            return last.id == other.last.id && last.handle == other.last.handle &&
+                   last.carried == other.last.carried && last.clears == other.last.clears &&
+                   figures == other.figures && offset == other.offset && counted == other.counted;
+        }
+    };
+    /// What the next run needs to go on.
+    struct Kept {
+        Amount all; ///< with what counts of the sessions
+        std::vector<Known> sessions;
+        std::int64_t moment = 0; ///< of their readings, on the user's clock
     };
 
+    /// `moment` is that of the last reading, if it was in this run.
+    Kept kept(std::int64_t moment) const;
+    /// Begins on what a run before has left.
+    void goOn(const Kept& before);
+    bool isResumed(std::uint32_t handle) const;
+    bool hasResumed() const;
+    /// A tick that has read everything has yet to look for sessions of the run before.
+    bool hasFormer() const { return !former_.empty(); }
+    bool hasSessions() const { return !known_.empty(); }
+
+    bool sessionOver = false; ///< one has ended since this was last taken back
+
+private:
     const Known* known(std::uint32_t handle) const;
     void over(std::uint32_t handle);
     bool mayFollow(const Known& before, const Session& session,
                    const std::vector<Session>& listed) const;
+    enum class Match { No, Close, Yes };
+    Match match(const Known& former, const Session& session, std::int64_t clock) const;
+    void resume(const Session& session, std::int64_t clock);
     static bool isTold(const Known& before, const Session& now, bool renumbered);
     static Amount firstReading(const Session& session);
     static Amount gain(const Session& before, const Session& now);
 
     std::map<std::uint32_t, Known> known_;
+    std::vector<Known> former_; ///< of the run before
+    std::int64_t formerMoment_ = 0;
     std::uint32_t countedHandle_ = 0;
     std::uint32_t dialled_ = 0; ///< by the program, and not found up yet
     std::set<std::uint32_t> hungUp_;

@@ -16,11 +16,12 @@ Counts& Counts::operator+=(const Counts& other) {
     boxes += other.boxes;
     balloons += other.balloons;
     backups += other.backups;
+    crashes += other.crashes;
     doubtful += other.doubtful;
     return *this;
 }
 
-Run::Run(std::uint32_t seed) : seed_(seed) {
+Run::Run(std::uint32_t seed, Crashes crashes) : seed_(seed), crashes_(crashes) {
     machine_.connections.entries = {
         {.name = "Harbour"}, {.name = "Quay"}, {.name = "Ridge"}, {.name = "Tower"}};
     // Some services never give a connection another handle.
@@ -45,7 +46,8 @@ void Run::startProgram() {
     while (!expected_.running) {
         const bool run = chance_.onceIn(2);
         machine_.program.arguments = run ? "/r" : "";
-        expected_.start(run, calendar_.now().day);
+        expected_.itIs(calendar_.now());
+        expected_.start(run);
         questionsInRun_ = 0;
         mayFall_ = true;
         lastBalloon_.clear();
@@ -58,9 +60,15 @@ void Run::startProgram() {
 }
 
 void Run::crash() {
-    expected_.crash();
-    expected_.running = false;
-    act("crash", [this] { world_.reset(); });
+    const bool powerCut = chance_.onceIn(2);
+    expected_.crash(powerCut);
+    act(powerCut ? "power cut" : "kill", [&] {
+        world_.reset();
+        if (powerCut) {
+            machine_.files.cutPower();
+        }
+    });
+    ++counts_.crashes;
     startProgram();
 }
 
@@ -233,7 +241,11 @@ void Run::userActs() {
     case 7:
         return chance_.onceIn(8) ? requestReset() : void();
     case 8:
-        return chance_.onceIn(8) ? turnClock() : void();
+        if (chance_.onceIn(8)) {
+            turnClock();
+            expected_.itIs(calendar_.now());
+        }
+        return;
     default:
         return;
     }
@@ -245,6 +257,9 @@ void Run::ticksOfAMoment() {
         lineActs();
         pass(static_cast<std::int64_t>(chance_.between(1, chance_.onceIn(4) ? 1'200 : 5)));
         tick();
+        if (crashes_ == Crashes::Often && chance_.onceIn(4)) {
+            crash();
+        }
     }
 }
 

@@ -25,6 +25,7 @@ struct Counts {
     int boxes = 0;
     int balloons = 0;
     int backups = 0;
+    int crashes = 0;
     int doubtful = 0; ///< sessions that were ended since no reading could have told them
 
     Counts& operator+=(const Counts& other);
@@ -38,7 +39,10 @@ class Violation : public std::runtime_error {
 /// program is held against what the rules expect.
 class Run {
 public:
-    explicit Run(std::uint32_t seed);
+    /// How often the program is killed, or the power is cut.
+    enum class Crashes { Seldom, Often };
+
+    explicit Run(std::uint32_t seed, Crashes crashes = Crashes::Seldom);
 
     /// Throws a `Violation` that tells the day, the tick and the last events.
     void spendDay();
@@ -90,6 +94,7 @@ private:
     FrmMain& window() { return world_->forms.frmMain; }
 
     std::uint32_t seed_;
+    Crashes crashes_;
     Chance chance_{seed_};
     ScriptedPlatform machine_;
     std::optional<World> world_;

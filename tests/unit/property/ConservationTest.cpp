@@ -86,7 +86,7 @@ protected:
         }
     }
 
-    /// All zero is no record: the newest one stays, and the next run begins with it.
+    /// All zero is no record: the newest one stays.
     void saved() {
         if (rcvd_.counted() + sent_.counted() + time_.counted() > 0) {
             forEach([](Reference& each) { each.save(); });
@@ -95,8 +95,11 @@ protected:
 
     void endAndStartAgain() {
         frmMain().unload(UnloadMode::AppWindows);
-        saved();
-        forEach([](Reference& each) { each.restart(); });
+        // The next run begins with what this one showed, also where no record tells of it.
+        forEach([](Reference& each) {
+            each.save();
+            each.restart();
+        });
         newWorld();
         start("/r");
         // What the saved file holds is all that a new run knows of an ended session.

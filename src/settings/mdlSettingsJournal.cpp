@@ -1,0 +1,456 @@
+#include "settings/mdlSettingsJournal.h"
+
+#include "forms/Forms.h"
+#include "journal/Journal.h"
+#include "ports/Clock.h"
+#include "ports/Files.h"
+#include "ports/Locale.h"
+#include "ports/Platform.h"
+#include "ports/PrivateProfile.h"
+#include "ports/Program.h"
+#include "settings/Setting.h"
+#include "settings/mdlSettings.h"
+#include "state/mdlConst.h"
+#include "state/mdlTools.h"
+#include "state/mdlTransfers.h"
+#include "state/mdlVar.h"
+#include "types/Convert.h"
+#include "ui/mdlGUI.h"
+#include "ui/mdlGUIFigures.h"
+#include "ui/mdlSysTray.h"
+
+#include <algorithm>
+#include <bit>
+#include <limits>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace tarvik {
+
+namespace {
+
+static_assert(std::tuple_size_v<Settings> == JournalEntry::settingCount);
+
+constexpr const char* title = "Velmars Tarvik";
+
+/// The file's name with this before its ending.
+std::string journalFile(const std::string& addition = {}) {
+    const std::string ini = usualIniFile();
+    const std::size_t ending = std::string(IniFileBaseName).rfind('.');
+    return ini.substr(0, ini.size() - std::string(IniFileBaseName).size()) +
+           std::string(IniFileBaseName).substr(0, ending) + addition + ".journal";
+}
+
+std::string nameOf(const std::string& path) {
+    return path.substr(path.rfind(platform().program.pathSeparator()) + 1);
+}
+
+/// When the sessions were read that are under way: what they carry belongs to that moment. Else
+/// now.
+Date momentOfSessions() {
+    constexpr double millisecondsInDay = 86'400'000;
+    const State& s = state();
+    if (!s.FormerSessions.empty()) {
+        return s.FormerMoment;
+    }
+    Clock& clock = platform().clock;
+    const double now = clock.currentDate().serial() + clock.currentTime().serial();
+    if (s.LineSessions.empty() || s.SessionsReadAt == 0) {
+        return Date(now);
+    }
+    const std::uint64_t since = clock.steadyMilliseconds() - s.SessionsReadAt;
+    return Date(now - static_cast<double>(since) / millisecondsInDay);
+}
+
+/// A setting as a number: what it is, not how a language writes it.
+std::int64_t rawValue(const Setting& setting, const State& s) {
+    return std::visit(
+        ByKind{[&](const FlagSetting& flag) { return std::int64_t{s.*flag.value}; },
+               [&](const UnitSetting& unit) { return static_cast<std::int64_t>(s.*unit.value); },
+               [&](const CriterionSetting& criterion) {
+                   return static_cast<std::int64_t>(s.*criterion.value);
+               },
+               [&](const BytesSetting& bytes) { return (s.*bytes.value).scaled(); },
+               [&](const NumberSetting& number) {
+                   return static_cast<std::int64_t>((s.*number.value).value());
+               },
+               [&](const DaySetting& day) {
+                   return std::bit_cast<std::int64_t>((s.*day.value).serial());
+               }},
+        setting.kind);
+}
+
+template <class Number>
+bool fits(std::int64_t value) {
+    return value >= std::numeric_limits<Number>::min() &&
+           value <= std::numeric_limits<Number>::max();
+}
+
+bool canBeMeant(const Setting& setting, std::int64_t value) {
+    constexpr double firstDay = -657'434;
+    constexpr double endOfDays = 2'958'466;
+    return std::visit(ByKind{[](const BytesSetting&) { return true; },
+                             [&](const NumberSetting& number) {
+                                 return fits<std::int32_t>(value) &&
+                                        number.within(static_cast<std::int32_t>(value)) ==
+                                            Long(static_cast<std::int32_t>(value));
+                             },
+                             [&](const DaySetting&) {
+                                 const auto serial = std::bit_cast<double>(value);
+                                 return serial >= firstDay && serial < endOfDays;
+                             },
+                             [&](const auto&) { return fits<std::uint8_t>(value); }},
+                      setting.kind);
+}
+
+bool canBeMeant(const JournalEntry& entry) {
+    const auto& all = settings();
+    return std::equal(
+        all.begin(), all.end(), entry.settings.begin(),
+        [](const Setting& setting, std::int64_t value) { return canBeMeant(setting, value); });
+}
+
+void setRaw(const Setting& setting, std::int64_t value, State& s) {
+    const auto byte = static_cast<std::uint8_t>(value);
+    std::visit(
+        ByKind{[&](const FlagSetting& flag) { s.*flag.value = byte; },
+               [&](const UnitSetting& unit) { s.*unit.value = static_cast<TransferUnit>(byte); },
+               [&](const CriterionSetting& criterion) {
+                   s.*criterion.value = static_cast<enDateCalc>(byte);
+               },
+               [&](const BytesSetting& bytes) { s.*bytes.value = Currency::fromScaled(value); },
+               [&](const NumberSetting& number) {
+                   s.*number.value = static_cast<std::int32_t>(value);
+               },
+               [&](const DaySetting& day) { s.*day.value = Date(std::bit_cast<double>(value)); }},
+        setting.kind);
+}
+
+/// Nothing where the file cannot be read: then nobody knows.
+std::optional<IniContent> contentOfFile() {
+    const ProfileReading reading(platform().profile, usualIniFile());
+    if (!reading.readable()) {
+        return std::nullopt;
+    }
+    return IniContent{.exists = platform().files.Dir(usualIniFile()) == FileKind::File,
+                      .lastState = GetStringFromINI(SettingsSection, "LastState"),
+                      .lastDateStamp =
+                          GetLongFromINI(SettingsSection, "LastDateStamp").toLong().value()};
+}
+
+/// The totals that a start takes from the file alone.
+std::optional<Amount> totalsOfFile() {
+    const ProfileReading reading(platform().profile, usualIniFile());
+    if (!reading.readable()) {
+        return std::nullopt;
+    }
+    const std::string section = GetStringFromINI(SettingsSection, "LastState");
+    Amount totals;
+    if (!section.empty()) {
+        totals.sent = GetCurrencyFromINI(section, "Sent");
+        totals.rcvd = GetCurrencyFromINI(section, "Rcvd");
+        totals.duration = GetCurrencyFromINI(section, "Duration");
+    }
+    return totals;
+}
+
+/// The session whose figures are shown is still to be asked about: a box before the question is
+/// open. The next start asks.
+bool awaitsQuestion(const LineSession& one) {
+    const State& s = state();
+    return s.FirstOnlineUpdate && !s.DialInStarted && !one.resumed &&
+           one.connection.hrasconn == s.CountedConnection;
+}
+
+/// Those that go on when the program is started again, each with what counts of it. What the
+/// program has hung up is as good as over.
+std::vector<FormerSession> sessionsUnderWay() {
+    const State& s = state();
+    std::vector<FormerSession> result = s.FormerSessions;
+    for (const LineSession& one : s.LineSessions) {
+        if (one.hungUp || awaitsQuestion(one)) {
+            continue;
+        }
+        FormerSession& kept = result.emplace_back();
+        kept.session = one;
+        kept.mark = platform().connections.sessionMark(one.connection.hrasconn);
+        if (one.connection.hrasconn == s.CountedConnection) {
+            kept.session.offset = SessionOffset();
+            kept.session.counted = {.rcvd = Rcvd().counted(),
+                                    .sent = Sent().counted(),
+                                    .duration = Duration().counted()};
+        }
+    }
+    return result;
+}
+
+Amount allThatCounts() {
+    const State& s = state();
+    Amount all{.rcvd = s.BytesRcvdTotal, .sent = s.BytesSentTotal, .duration = s.DurationTotal};
+    if (std::none_of(s.LineSessions.begin(), s.LineSessions.end(), awaitsQuestion)) {
+        all = all + Amount{.rcvd = Rcvd().counted(),
+                           .sent = Sent().counted(),
+                           .duration = Duration().counted()};
+    }
+    for (const LineSession& one : s.LineSessions) {
+        if (one.connection.hrasconn != s.CountedConnection && !one.inTotals) {
+            all = all + one.counted;
+        }
+    }
+    return all;
+}
+
+/// What is to be kept; nothing where the totals are beyond what can be, or below zero, as a file
+/// may have them: that is left to the file.
+std::optional<JournalEntry> entryNow() {
+    const State& s = state();
+    try {
+        JournalEntry entry;
+        entry.moment = momentOfSessions();
+        entry.standsOn = journal().standsOn;
+        entry.resetIfGone = journal().resetIfGone;
+        entry.totals = allThatCounts();
+        entry.tickerBase = std::clamp(s.TickerBase, Currency(0), largestKept);
+        std::transform(settings().begin(), settings().end(), entry.settings.begin(),
+                       [&](const Setting& setting) { return rawValue(setting, s); });
+        entry.address = s.IPAddress;
+        entry.sessions = sessionsUnderWay();
+        return canBeKept(entry.totals) ? std::optional(std::move(entry)) : std::nullopt;
+    } catch (const RunTimeError&) {
+        return std::nullopt;
+    }
+}
+
+void tell(const std::string& text) {
+    ShowBalloonTip(text, title, informationIcon, balloonMilliseconds);
+}
+
+void write(const JournalEntry& entry, bool atOnce) {
+    Journal& j = journal();
+    if (!j.keep(entry, atOnce) && !std::exchange(j.failureTold, true)) {
+        tell(std::string("The journal of the running count cannot be written. What is counted from "
+                         "now on is stored when the program ends.") +
+             CR + journalFile());
+    }
+}
+
+/// The journal's state became the file's: a save of the program's own that it could not note any
+/// more.
+bool wasSavedMeanwhile(const JournalEntry& entry, const IniContent& file) {
+    const std::int32_t records = file.lastDateStamp - entry.standsOn.lastDateStamp;
+    const bool ownSave = records == 1 || (records == 0 && file.exists && !entry.standsOn.exists);
+    return ownSave && totalsOfFile() == entry.totals;
+}
+
+bool wasResetMeanwhile(const JournalEntry& entry, const IniContent& file) {
+    return entry.resetIfGone && !file.exists;
+}
+
+void applyReset(JournalEntry& entry) {
+    entry.totals = {};
+    for (FormerSession& one : entry.sessions) {
+        one.session.offset = one.session.counted = {};
+    }
+    const auto day = std::find_if(settings().begin(), settings().end(), [](const Setting& setting) {
+        return std::holds_alternative<DaySetting>(setting.kind);
+    });
+    entry.settings.at(static_cast<std::size_t>(day - settings().begin())) =
+        std::bit_cast<std::int64_t>(entry.resetIfGone->serial());
+}
+
+void applySettings(const JournalEntry& entry) {
+    State& s = state();
+    const Date loaded = s.TransferResetLast;
+    forms().frmOptions.load();
+    for (std::size_t i = 0; i < entry.settings.size(); ++i) {
+        const Setting& setting = settings().at(i);
+        setRaw(setting, entry.settings.at(i), s);
+        show(setting, s, forms().frmOptions);
+        if (const auto* const unit = std::get_if<UnitSetting>(&setting.kind)) {
+            SetLabelUnitTransfer(forms().frmMain.*unit->label, unit->prefix, s.*unit->value);
+        }
+    }
+    if (s.TransferResetLast != loaded) {
+        // It was not read from the file's text.
+        s.FileOfDoubtfulReset.clear();
+    }
+}
+
+/// After an end in order the file has the settings, and what the user has written there since.
+void apply(JournalEntry entry) {
+    State& s = state();
+    ResetTransfers(true);
+    s.BytesRcvdTotal = entry.totals.rcvd;
+    s.BytesSentTotal = entry.totals.sent;
+    s.DurationTotal = entry.totals.duration;
+    s.TickerBase = entry.tickerBase;
+    s.IPAddress = std::move(entry.address);
+    s.FormerSessions = std::move(entry.sessions);
+    s.FormerMoment = entry.moment;
+    if (!entry.ended) {
+        applySettings(entry);
+    }
+    UpdateGUI();
+}
+
+std::string momentText(Date moment) {
+    return toText(moment, platform().locale.data());
+}
+
+/// False when it cannot be given another name: it is left alone then.
+bool putAside() {
+    constexpr int mostNames = 1000;
+    Files& files = platform().files;
+    const CivilTime today = platform().clock.currentDate().civil();
+    const std::string date = "." + wholeToText(today.year) + "-" + wholeToText(today.month) + "-" +
+                             wholeToText(today.day);
+    journal().release();
+    std::string target = journalFile(date);
+    FileResult result = files.Name(journalFile(), target);
+    for (int number = 1; result == ErrorNumber::FileAlreadyExists && number <= mostNames;
+         ++number) {
+        target = journalFile(date + "." + wholeToText(number));
+        result = files.Name(journalFile(), target);
+    }
+    if (result) {
+        journal().leave();
+    }
+    journal().toTell = result ? std::string("The journal of the running count stands on another "
+                                            "content of the file of settings and is left alone.") +
+                                    CR + nameOf(journalFile())
+                              : std::string("The file of settings is another one than the journal "
+                                            "of the running count stands on. The journal is now ") +
+                                    CR + nameOf(target);
+    return !result;
+}
+
+/// Takes over what the last run left. True when it is what stands here now.
+bool restore(JournalEntry& entry, const IniContent& file) {
+    const bool reset = wasResetMeanwhile(entry, file);
+    if (!canBeMeant(entry) ||
+        (entry.standsOn != file && !reset && !wasSavedMeanwhile(entry, file))) {
+        putAside();
+        return false;
+    }
+    if (reset) {
+        applyReset(entry);
+    }
+    if (!entry.ended) {
+        journal().toTell =
+            std::string("The program did not end in order. What it had counted and set was brought "
+                        "back as it stood at ") +
+            momentText(entry.moment);
+    }
+    apply(entry);
+    return true;
+}
+
+std::string whatIsLeftAlone(JournalFinding::Kind kind) {
+    if (kind == JournalFinding::Kind::OtherVersion) {
+        return std::string("The journal of the running count is of another version of the program "
+                           "and is left alone.") +
+               CR + nameOf(journalFile());
+    }
+    if (kind == JournalFinding::Kind::Unread) {
+        return std::string("The journal of the running count cannot be read and is left alone.") +
+               CR + nameOf(journalFile());
+    }
+    return kind == JournalFinding::Kind::Refused
+               ? std::string("What has the name of the journal of the running count is none of the "
+                             "user's and is left alone.") +
+                     CR + nameOf(journalFile())
+               : std::string();
+}
+
+} // namespace
+
+void KeepJournal(KeepWhen When) {
+    guarded("KeepJournal", [&] {
+        Journal& j = journal();
+        const bool atOnce = When == KeepWhen::AtOnce;
+        if (j.inUse() && (atOnce || j.isDue())) {
+            if (const auto entry = entryNow()) {
+                write(*entry, atOnce);
+            }
+        }
+    });
+}
+
+void RestoreFromJournal() {
+    guarded("RestoreFromJournal", [] {
+        if (state().IniFileUnread) {
+            return; // nobody knows what it stands on
+        }
+        Journal& j = journal();
+        const std::optional<IniContent> file = contentOfFile();
+        if (!file) {
+            return;
+        }
+        JournalFinding found = j.take(journalFile(), usualIniFile());
+        j.standsOn = *file;
+        j.toTell = whatIsLeftAlone(found.kind);
+        if (found.kind == JournalFinding::Kind::Entry && restore(found.entry, *file)) {
+            return;
+        }
+        if (const auto entry = entryNow()) {
+            j.needNot(*entry);
+        }
+    });
+}
+
+void TellOfJournal() {
+    guarded("TellOfJournal", [] {
+        if (const std::string text = std::exchange(journal().toTell, {}); !text.empty()) {
+            tell(text);
+        }
+    });
+}
+
+void AnnounceReset() {
+    guarded("AnnounceReset", [] {
+        const auto file = contentOfFile();
+        const bool nothingToPutAside = file && !file->exists;
+        if (journal().inUse() && !nothingToPutAside) {
+            // Where that cannot be read, one record more is known for the program's own.
+            journal().standsOn = file.value_or(journal().standsOn);
+            journal().resetIfGone = platform().clock.currentDate();
+            KeepJournal(KeepWhen::AtOnce);
+        }
+    });
+}
+
+void WithdrawReset() {
+    guarded("WithdrawReset", [] {
+        Journal& j = journal();
+        j.resetIfGone.reset();
+        if (platform().files.Dir(usualIniFile()) == FileKind::None) {
+            j.standsOn = {};
+        }
+    });
+}
+
+void EndJournal(bool Saved) {
+    guarded("EndJournal", [&] {
+        Journal& j = journal();
+        if (!j.inUse()) {
+            return;
+        }
+        std::optional<JournalEntry> entry = entryNow();
+        if (Saved && (!entry || totalsOfFile() == entry->totals)) {
+            j.end();
+            return;
+        }
+        if (const auto file = contentOfFile(); entry && Saved && file) {
+            entry->standsOn = *file;
+            entry->ended = true;
+            entry->sessions.clear(); // a line that is up is asked about, as after any end in order
+        }
+        if (entry) {
+            write(*entry, true);
+        }
+        j.leave();
+    });
+}
+
+} // namespace tarvik

@@ -1,0 +1,34 @@
+#pragma once
+
+namespace tarvik {
+
+// The journal keeps what `SaveState` would write, so that a kill or a power cut loses no more than
+// what passed since it was last written. What an entry is made of: src/journal/JournalEntry.h.
+
+/// How soon what has changed is to be kept.
+enum class KeepWhen {
+    Due,    ///< after some seconds, and on the disk after some more
+    AtOnce, ///< now, on the disk
+};
+
+/// Keeps what stands in the state, if it has changed. Does nothing before the start has looked for
+/// a journal, and after the end. A failure is told once, in a note.
+void KeepJournal(KeepWhen When);
+
+/// The start: what a run that did not end in order had counted and set, if the INI file is still
+/// the one that this stood on. A journal of another content of the file is put aside.
+void RestoreFromJournal();
+/// Tells what the start has found, in a note, if there is something to tell.
+void TellOfJournal();
+
+/// The program has saved its state and is about to put the file aside for a reset. A start that
+/// finds the file gone takes the reset for done.
+void AnnounceReset();
+/// The file was put aside, or could not be: what comes next stands on what is there now.
+void WithdrawReset();
+
+/// The end: the journal goes if the INI file alone restores what the window shows. `Saved` tells
+/// whether the state was saved.
+void EndJournal(bool Saved);
+
+} // namespace tarvik

@@ -1,0 +1,228 @@
+#include "startup/JournalRestartTest.h"
+
+#include <gmock/gmock.h>
+
+namespace tarvik {
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+TEST_F(JournalRestartTest, anOrderlyEndLeavesTheIniFileAlone) {
+    count(5000);
+    EXPECT_TRUE(journalIsThere());
+
+    endSession();
+
+    EXPECT_FALSE(journalIsThere());
+    EXPECT_THAT(ini(), HasSubstr("Rcvd=5000"));
+}
+
+TEST_F(JournalRestartTest, whileNothingChangesNoFileIsMade) {
+    setIni("[Settings]\r\n");
+    start("/r");
+    for (int i = 0; i < 100; ++i) {
+        tickAfter(10);
+    }
+
+    EXPECT_FALSE(journalIsThere());
+}
+
+TEST_F(JournalRestartTest, anEndWhoseSaveFailedIsMadeGoodByTheNextStart) {
+    count(5000);
+    machine.files.replaceFailure = ErrorNumber::DiskFull;
+    expectWarning("Warning: State could not be saved.");
+    expectWarning("Warning: Unable to unset \"IsLocked\"-flag in INI-file!");
+    endSession();
+    machine.files.replaceFailure.reset();
+    EXPECT_TRUE(journalIsThere());
+
+    pass(30, 11);
+    restartAfterKill("/r");
+    tick();
+
+    EXPECT_EQ(received(), 5011);
+}
+
+TEST_F(JournalRestartTest, aResetIsNotUndoneByARestart) {
+    resetAndQuit();
+    EXPECT_TRUE(journalIsThere()) << "the file alone would bring them back";
+
+    newWorld();
+    start();
+
+    EXPECT_EQ(received(), 0);
+    EXPECT_TRUE(notes().empty()) << "it ended in order";
+}
+
+TEST_F(JournalRestartTest, settingsThatWereWrittenIntoTheFileAfterAnEndInOrderHold) {
+    resetAndQuit();
+    std::string text = ini();
+    const std::string before = "RefreshInterval=1000";
+    ASSERT_NE(text.find(before), std::string::npos);
+    setIni(text.replace(text.find(before), before.size(), "RefreshInterval=200"));
+
+    newWorld();
+    start();
+
+    EXPECT_EQ(state().RefreshInterval, Long(200));
+    EXPECT_EQ(received(), 0);
+}
+
+TEST_F(JournalRestartTest, afterAResetTheNextRecordMakesTheJournalNeedless) {
+    resetAndQuit();
+    newWorld();
+    start("/r");
+    ridge = machine.connections.connect("Ridge");
+    tick();
+    tickAfter(10, 40);
+    endSession();
+
+    EXPECT_FALSE(journalIsThere());
+    newWorld();
+    machine.connections.disconnect(ridge);
+    start();
+    EXPECT_EQ(received(), 40);
+}
+
+TEST_F(JournalRestartTest, aJournalOfAnotherFileIsPutAside) {
+    count(5000);
+    newWorld();
+    setIni("[Settings]\r\nLastState=b\r\nDateStamp1=b\r\nLastDateStamp=1\r\n[b]\r\nSent=0\r\nRcvd="
+           "77\r\nDuration=5\r\n");
+
+    start();
+
+    EXPECT_EQ(received(), 77);
+    EXPECT_FALSE(journalIsThere());
+    EXPECT_TRUE(machine.files.exists("C:\\Prog\\Tarvik.2026-11-16.journal"));
+    ASSERT_EQ(notes().size(), 1U);
+    EXPECT_THAT(notes()[0], HasSubstr("Tarvik.2026-11-16.journal"));
+}
+
+TEST_F(JournalRestartTest, aSecondOneOfTheDayGetsANumber) {
+    machine.files.setFile("C:\\Prog\\Tarvik.2026-11-16.journal", "the first");
+    count(5000);
+    newWorld();
+    machine.files.remove(iniPath);
+
+    expectFirstRunBoxes();
+    start();
+
+    EXPECT_EQ(machine.files.file("C:\\Prog\\Tarvik.2026-11-16.journal"), "the first");
+    EXPECT_TRUE(machine.files.exists("C:\\Prog\\Tarvik.2026-11-16.1.journal"));
+    EXPECT_EQ(received(), 0);
+}
+
+TEST_F(JournalRestartTest, aCopyBesideTheOneThatHasTheJournalSpoilsNothing) {
+    count(5000);
+    const std::string before = machine.files.file(path);
+    machine.files.heldElsewhere = true;
+    newWorld();
+    machine.connections.disconnect(ridge);
+    expectAnotherInstanceQuestion();
+    start("/r");
+    ridge = machine.connections.connect("Ridge");
+    tick();
+    tickAfter(10, 3);
+
+    EXPECT_EQ(machine.files.file(path), before);
+    EXPECT_EQ(received(), 3);
+    EXPECT_TRUE(notes().empty());
+    endSession();
+    EXPECT_EQ(machine.files.file(path), before);
+}
+
+TEST_F(JournalRestartTest, withoutRoomTheProgramWorksAsBeforeAndSaysSoOnce) {
+    machine.files.holdFailure = ErrorNumber::DiskFull;
+
+    count(5000);
+    tickAfter(10, 1);
+    tickAfter(10, 1);
+
+    EXPECT_EQ(received(), 5002);
+    ASSERT_EQ(notes().size(), 1U);
+    EXPECT_THAT(notes()[0], StartsWith("The journal of the running count cannot be written."));
+    endSession();
+    EXPECT_THAT(ini(), HasSubstr("Rcvd=5002"));
+}
+
+TEST_F(JournalRestartTest, whatIsNoJournalIsLeftAloneAndTold) {
+    machine.files.setFile(path, "My own notes");
+
+    count(5000);
+    endSession();
+
+    EXPECT_EQ(machine.files.file(path), "My own notes");
+    ASSERT_EQ(notes().size(), 1U);
+    EXPECT_THAT(notes()[0], HasSubstr("left alone"));
+}
+
+TEST_F(JournalRestartTest, theEndOfASessionIsFlushedAtOnce) {
+    count(5000);
+    tickAfter(5, 1);
+    const int flushes = machine.files.flushes;
+    machine.connections.disconnect(ridge);
+
+    tickAfter(1);
+
+    EXPECT_EQ(machine.files.flushes, flushes + 1);
+    machine.files.cutPower();
+    restartAfterKill();
+    EXPECT_EQ(received(), 5001);
+}
+
+TEST_F(JournalRestartTest, aMachineThatGoesToSleepFindsEverythingFlushed) {
+    count(5000);
+    tickAfter(1, 77);
+
+    frmMain().Pause.raise();
+
+    machine.files.cutPower();
+    restartAfterKill();
+    EXPECT_EQ(received(), 5077);
+}
+
+TEST_F(JournalRestartTest, monitoringThatStopsIsKeptAtOnce) {
+    count(5000);
+    tickAfter(1, 77);
+    expectStopQuestion(MsgBoxAnswer::Ok);
+
+    frmMain().cmdMonitor.press();
+
+    machine.files.cutPower();
+    restartAfterKill();
+    EXPECT_EQ(received(), 5077);
+}
+
+TEST_F(JournalRestartTest, aPowerCutCostsHalfAMinuteAtMost) {
+    count(5000);
+    for (int second = 0; second < 300; ++second) {
+        tickAfter(1, 10);
+    }
+    const std::int64_t counted = received();
+
+    machine.files.cutPower();
+    restartAfterKill();
+
+    EXPECT_GE(received(), counted - 300 - 50);
+    EXPECT_LT(received(), counted);
+}
+
+TEST_F(JournalRestartTest, aKillCostsFiveSecondsAtMost) {
+    count(5000);
+    for (int second = 0; second < 303; ++second) {
+        tickAfter(1, 10);
+        const std::int64_t counted = received();
+        Journal next;
+        world->journal.release();
+        const JournalFinding found = next.take(path, iniPath);
+        ASSERT_EQ(found.kind, JournalFinding::Kind::Entry);
+        EXPECT_GE(found.entry.totals.rcvd, Currency::fromWhole(counted - 50));
+        EXPECT_LE(found.entry.totals.rcvd, Currency::fromWhole(counted));
+        world->journal = std::move(next);
+    }
+}
+
+} // namespace
+} // namespace tarvik

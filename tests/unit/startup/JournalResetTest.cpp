@@ -1,0 +1,149 @@
+#include "startup/JournalRestartTest.h"
+
+#include <gmock/gmock.h>
+
+namespace tarvik {
+namespace {
+
+using testing::HasSubstr;
+
+/// Resets by the calendar, and what a start makes of them.
+class JournalResetTest : public JournalRestartTest {
+protected:
+    /// 7,000 bytes are on record; a reset is due, and comes with the first tick of a line.
+    void resetByCalendar(bool withBackup) {
+        setIni("[Settings]\r\nLastState=a\r\nDateStamp1=a\r\nLastDateStamp=1\r\n"
+               "RefreshInterval=200\r\nTransferResetEnable=1\r\nTransferReset="
+               "8\r\nTransferResetLast=01.01.2001\r\nTransferResetBackup=" +
+               std::string(withBackup ? "1" : "0") +
+               "\r\n[a]\r\nSent=0\r\nRcvd=7000\r\nDuration=5\r\n");
+        start("/r");
+        EXPECT_EQ(received(), 7000);
+        ridge = machine.connections.connect("Ridge");
+        tick();
+        EXPECT_EQ(received(), 0);
+    }
+};
+
+TEST_F(JournalResetTest, AResetWhoseSessionEndsWithItIsNotUndoneByARestart) {
+    resetByCalendar(false);
+    machine.connections.disconnect(ridge);
+    tickAfter(1);
+    endSession();
+    EXPECT_THAT(ini(), HasSubstr("TransferResetLast=16.11.2026"));
+
+    newWorld();
+    start();
+
+    EXPECT_EQ(received(), 0);
+}
+
+TEST_F(JournalResetTest, APowerCutWithoutAnIniFileLosesNeitherSettingsNorReset) {
+    resetByCalendar(true);
+    ASSERT_FALSE(machine.files.exists(iniPath));
+    machine.files.cutPower();
+    machine.connections.disconnect(ridge);
+
+    newWorld();
+    expectFirstRunBoxes();
+    start("/r");
+    tick();
+
+    EXPECT_EQ(received(), 0);
+    EXPECT_EQ(state().RefreshInterval, Long(200));
+    EXPECT_EQ(state().TransferResetEnable, 1);
+    EXPECT_EQ(state().TransferResetLast, machine.clock.now.dateOnly());
+}
+
+TEST_F(JournalResetTest, AKillWhileTheFileIsPutAsideIsAResetThatWasDone) {
+    std::string journalThen;
+    machine.files.meanwhile = [&](const std::string& operation, const std::string& which) {
+        if (operation == "Kill" && which == iniPath) {
+            journalThen = machine.files.file(path);
+        }
+    };
+    resetByCalendar(true);
+    machine.files.meanwhile = nullptr;
+    machine.connections.disconnect(ridge);
+    newWorld();
+    ASSERT_FALSE(journalThen.empty());
+    machine.files.setFile(path, journalThen);
+
+    expectFirstRunBoxes();
+    start("/r");
+    tick();
+
+    EXPECT_EQ(received(), 0);
+    EXPECT_EQ(state().TransferResetLast, machine.clock.now.dateOnly());
+}
+
+TEST_F(JournalResetTest, AKillBeforeTheFileIsPutAsideIsAResetThatIsStillDue) {
+    std::string journalThen;
+    std::string iniThen;
+    machine.files.meanwhile = [&](const std::string& operation, const std::string& which) {
+        if (operation == "Kill" && which == iniPath) {
+            journalThen = machine.files.file(path);
+            iniThen = ini();
+        }
+    };
+    resetByCalendar(true);
+    machine.files.meanwhile = nullptr;
+    machine.connections.disconnect(ridge);
+    newWorld();
+    machine.files.setFile(path, journalThen);
+    setIni(iniThen);
+
+    expectAnotherInstanceQuestion();
+    start();
+
+    EXPECT_EQ(received(), 7000);
+    EXPECT_NE(state().TransferResetLast, machine.clock.now.dateOnly());
+}
+
+TEST_F(JournalResetTest, WhileTheQuestionAboutASessionIsOpenItDoesNotCount) {
+    setIni("[Settings]\r\n");
+    ridge = machine.connections.connect("Ridge");
+    machine.connections.transfer(ridge, 1000, 0, 9000);
+    std::string journalThen;
+    const auto sleep = [&] {
+        frmMain().Pause.raise();
+        journalThen = machine.files.file(path);
+    };
+    expectBox("Monitoring has been started and an active connection with transfer has been "
+              "detected.\r\rIf you have already monitored this online-session with Tarvik then\r"
+              "this may result in an unwanted offset of the recorded transfer.\r\rDo you want to "
+              "use (record) the this online-session (1000 bytes)?\r(Press NO if you restarted "
+              "Tarvik.)",
+              MsgBoxButtons::YesNo, MsgBoxIcon::Question, MsgBoxAnswer::Yes, sleep);
+    start("/r");
+    tick();
+    EXPECT_EQ(received(), 1000);
+
+    newWorld();
+    machine.files.setFile(path, journalThen);
+    expectAnotherInstanceQuestion();
+    start();
+
+    EXPECT_EQ(received(), 0);
+}
+
+TEST_F(JournalResetTest, AJournalThatIsOutOfReachIsLeftAloneAndTold) {
+    count(5000);
+    newWorld();
+    machine.connections.disconnect(ridge);
+    const std::string before = machine.files.file(path);
+    machine.files.setUnreadable(path);
+
+    expectAnotherInstanceQuestion();
+    start("/r");
+    ridge = machine.connections.connect("Ridge");
+    tick();
+    tickAfter(10, 3);
+
+    EXPECT_EQ(machine.files.file(path), before);
+    ASSERT_EQ(notes().size(), 1U);
+    EXPECT_THAT(notes()[0], HasSubstr("cannot be read and is left alone"));
+}
+
+} // namespace
+} // namespace tarvik

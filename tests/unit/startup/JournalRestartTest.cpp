@@ -1,0 +1,235 @@
+#include "startup/JournalRestartTest.h"
+
+#include <gmock/gmock.h>
+
+namespace tarvik {
+namespace {
+
+using testing::StartsWith;
+
+TEST_F(JournalRestartTest, whatTheWindowShowedIsShownAgain) {
+    count(5000);
+    const std::string shown = frmMain().txtBytesRcvdTotal.text();
+
+    restartAfterKill();
+
+    EXPECT_EQ(received(), 5000);
+    EXPECT_EQ(frmMain().txtBytesRcvdTotal.text(), shown);
+}
+
+TEST_F(JournalRestartTest, aNoteTellsWhatWasBroughtBack) {
+    count(5000);
+
+    restartAfterKill();
+
+    ASSERT_EQ(notes().size(), 1U);
+    EXPECT_THAT(notes()[0], StartsWith("The program did not end in order."));
+}
+
+TEST_F(JournalRestartTest, theSameSessionIsCarriedOnToTheByte) {
+    count(5000);
+    pass(60, 700);
+
+    restartAfterKill("/r");
+    tickAfter(1, 30);
+
+    EXPECT_EQ(received(), 5730);
+    EXPECT_EQ(frmMain().txtBytesRcvd.text(), "5,730");
+    EXPECT_FALSE(state().FirstOnlineUpdate);
+}
+
+TEST_F(JournalRestartTest, threeKillsInOneSessionLoseAndDoubleNothing) {
+    count(5000);
+    for (int i = 0; i < 3; ++i) {
+        pass(60, 100);
+        restartAfterKill("/r");
+        tickAfter(10, 10);
+    }
+
+    machine.connections.disconnect(ridge);
+    tick();
+
+    EXPECT_EQ(received(), 5330);
+    EXPECT_EQ(state().BytesRcvdTotal, Currency(5330));
+}
+
+TEST_F(JournalRestartTest, whatWasDeclinedStaysDeclined) {
+    setIni("[Settings]\r\n");
+    ridge = machine.connections.connect("Ridge");
+    machine.connections.transfer(ridge, 1000, 0, 9000);
+    expectSessionQuestion("1000", MsgBoxAnswer::No);
+    start("/r");
+    tick();
+    tickAfter(10, 70);
+
+    restartAfterKill("/r");
+    tickAfter(10, 5);
+
+    EXPECT_EQ(received(), 75);
+}
+
+TEST_F(JournalRestartTest, aSessionThatEndedMeanwhileIsInTheTotals) {
+    count(5000);
+    machine.connections.disconnect(ridge);
+
+    restartAfterKill("/r");
+    tickAfter(10);
+
+    EXPECT_EQ(state().BytesRcvdTotal, Currency(5000));
+    EXPECT_EQ(received(), 5000);
+}
+
+TEST_F(JournalRestartTest, anotherSessionOfTheSameEntryIsAskedAbout) {
+    count(5000);
+    machine.connections.disconnect(ridge);
+    pass(60);
+    ridge = machine.connections.connect("Ridge");
+    machine.connections.transfer(ridge, 6000, 0, 30'000);
+
+    newWorld();
+    expectAnotherInstanceQuestion();
+    expectSessionQuestion("6000", MsgBoxAnswer::Yes);
+    start("/r");
+    tick();
+
+    EXPECT_EQ(received(), 11'000);
+}
+
+TEST_F(JournalRestartTest, aSessionWhoseCounterHasFallenIsAskedAbout) {
+    count(5000);
+    pass(20, 0);
+    machine.connections.connection(ridge)->statistics.dwBytesRcved = 4999;
+
+    newWorld();
+    expectAnotherInstanceQuestion();
+    expectSessionQuestion("4999", MsgBoxAnswer::No);
+    start("/r");
+    tick();
+
+    EXPECT_EQ(received(), 5000);
+}
+
+TEST_F(JournalRestartTest, aSessionOverAnotherDeviceIsAskedAbout) {
+    count(5000);
+    machine.connections.connection(ridge)->deviceName = "Line 2";
+
+    newWorld();
+    expectAnotherInstanceQuestion();
+    expectSessionQuestion("5000", MsgBoxAnswer::No);
+    start("/r");
+    tick();
+
+    EXPECT_EQ(received(), 5000);
+}
+
+TEST_F(JournalRestartTest, aSessionThatBeganAtAnotherMomentIsAskedAbout) {
+    count(5000);
+    machine.clock.advanceSeconds(60); // nothing passes on the line: it is not the same one
+
+    newWorld();
+    expectAnotherInstanceQuestion();
+    expectSessionQuestion("5000", MsgBoxAnswer::No);
+    start("/r");
+    tick();
+
+    EXPECT_EQ(received(), 5000);
+}
+
+TEST_F(JournalRestartTest, aServiceThatKnowsItsSessionsIsBelieved) {
+    setIni("[Settings]\r\n");
+    start("/r");
+    ridge = machine.connections.connect("Ridge");
+    machine.connections.marks[ridge] = "the first";
+    tick();
+    tickAfter(10, 5000);
+    machine.clock.advanceSeconds(600); // the clock says otherwise
+
+    restartAfterKill("/r");
+    tick();
+    EXPECT_EQ(received(), 5000);
+
+    machine.connections.marks[ridge] = "another";
+    newWorld();
+    expectAnotherInstanceQuestion();
+    expectSessionQuestion("5000", MsgBoxAnswer::Yes);
+    start("/r");
+    tick();
+    EXPECT_EQ(received(), 10'000);
+}
+
+TEST_F(JournalRestartTest, twoLinesAreCarriedOn) {
+    setIni("[Settings]\r\n");
+    start("/r");
+    ridge = machine.connections.connect("Ridge");
+    const std::uint32_t harbour = machine.connections.connect("Harbour");
+    tick();
+    machine.connections.transfer(harbour, 830, 0, 10'000);
+    tickAfter(10, 5000);
+
+    machine.connections.transfer(harbour, 7, 0, 10'000);
+    pass(10, 20);
+    restartAfterKill("/r");
+    EXPECT_EQ(received(), 5830);
+    tick();
+    EXPECT_EQ(received(), 837) << "the last of the list is shown, as before";
+    machine.connections.disconnect(ridge);
+    machine.connections.disconnect(harbour);
+    tick();
+
+    EXPECT_EQ(received(), 5857);
+}
+
+TEST_F(JournalRestartTest, besideASessionThatGoesOnAnotherOneIsAskedAbout) {
+    count(5000);
+    const std::uint32_t harbour = machine.connections.connect("Harbour");
+    machine.connections.transfer(harbour, 830, 0, 3000);
+
+    newWorld();
+    expectAnotherInstanceQuestion();
+    expectSessionQuestion("830", MsgBoxAnswer::No);
+    start("/r");
+    tick();
+    machine.connections.transfer(harbour, 4, 0, 1000);
+    tickAfter(1, 60);
+    machine.connections.disconnect(harbour);
+    tick();
+
+    EXPECT_EQ(received(), 5064);
+}
+
+TEST_F(JournalRestartTest, settingsThatWereConfirmedAreThereAgain) {
+    setIni("[Settings]\r\n");
+    start();
+    frmMain().cmdOptions.press();
+    frmOptions().chkTransferLimit.setValue(1);
+    frmOptions().txtTransferLimit.setText("123456");
+    frmOptions().cboUnitTransferTotal.setListIndex(2);
+    frmOptions().cmdOK.press();
+
+    restartAfterKill();
+
+    EXPECT_EQ(state().TransferLimit, 1);
+    EXPECT_EQ(state().TransferLimitValue, Currency(123'456));
+    EXPECT_EQ(state().UnitTransferTotal, TransferUnit::MegaBytes);
+    EXPECT_EQ(frmOptions().txtTransferLimit.text(), "123456");
+    EXPECT_EQ(frmMain().lblTransferTotal.caption(), "total (MBytes):");
+}
+
+TEST_F(JournalRestartTest, aFirstRunIsKeptToo) {
+    expectFirstRunBoxes();
+    start("/r");
+    ridge = machine.connections.connect("Ridge");
+    tick();
+    tickAfter(10, 5000);
+    EXPECT_FALSE(machine.files.exists(iniPath));
+
+    newWorld();
+    expectFirstRunBoxes();
+    start("/r");
+    tick();
+
+    EXPECT_EQ(received(), 5000);
+}
+
+} // namespace
+} // namespace tarvik
