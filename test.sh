@@ -177,7 +177,7 @@ build_debug() {
     # Each file by itself here, so that none leans on what another one includes. The unit and face
     # tests are built once, with sanitizers, and once for Windows, without.
     build debug tarvik tarvik-demo scenarios_scripted scenarios_qt kill_at_every_step faults \
-        years_of_days day_of_ticks empty_window bench_ini bench_history bench_work
+        years_of_days day_of_ticks empty_window bench_ini bench_history bench_work bench_journal
 }
 
 # Every file call of the program fails or is its last, once each; prints the count of cases.
