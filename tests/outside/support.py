@@ -123,6 +123,22 @@ class ProgramTest(unittest.TestCase):
         program.find("cmdQuit")
         return program
 
+    def start_after_kill(self, *arguments):
+        """The file still says that somebody is at work: Yes to the question."""
+        program = self.start(*arguments)
+        program.expect_box(INSTANCE_QUESTION, "Yes")
+        program.find("cmdQuit")
+        return program
+
+    def expect_only_the_ini_file(self):
+        """Beside the program, which lies there for the tests."""
+        self.assertEqual({path.name for path in self.folder.iterdir()},
+                         {self.executable.name, self.ini.name})
+
+    def end_and_find_only_the_ini_file(self, program):
+        self.assertEqual(program.end(), 0)
+        self.expect_only_the_ini_file()
+
     def connect(self, program, entry="Ridge DSL"):
         """Starts monitoring if need be, dials, and waits for the first bytes."""
         if program.text("lblMonitoring") != "Monitoring: active":

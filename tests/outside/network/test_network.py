@@ -10,7 +10,9 @@ import sys
 import time
 
 from desktop import wait_for
-from support import EXECUTABLE, ROOT, STOP_QUESTION, ProgramTest, keys_of, number
+from support import (
+    EXECUTABLE, INSTANCE_QUESTION, ROOT, STOP_QUESTION, ProgramTest, keys_of, number,
+)
 
 TRAFFIC = ROOT / "scripts/tunnel_traffic.py"
 SERVER, SINK, SOURCE = "10.8.1.1", "5001", "5002"
@@ -86,6 +88,11 @@ class NetworkTest(ProgramTest):
             shown = program.text("txtDurationCurrent")
             program.wait_text("txtDurationCurrent", lambda text, shown=shown: text != shown)
 
+    def wait_ticks_offline(self, program):
+        """Long enough for ten ticks; nothing tells of them."""
+        time.sleep(1)
+        program.text("txtBytesRcvdTotal")
+
     def totals(self, program):
         return (number(program.text("txtBytesRcvdTotal")), number(program.text("txtBytesSentTotal")))
 
@@ -146,6 +153,65 @@ class NetworkTest(ProgramTest):
         wait_for("the kernel's figure",
                  lambda: abs(number(program.text("txtBytesRcvd")) - (kernel("rx_bytes") - before))
                  < 5_000)
+
+    def killed_within_a_session(self):
+        """A program that has counted a session; what it last showed, and the kill."""
+        program = self.start_quietly("/r")
+        self.connect_vpn(program)
+        pump("down", 2 * MEGABYTES)
+        self.wait_kernel_figures(program)
+        time.sleep(6)  # longer than what was counted may be kept in memory
+        shown = self.totals(program)
+        program.end(signal.SIGKILL)
+        return shown
+
+    def test_a_session_outlives_three_kills_to_the_byte_that_the_kernel_counted(self):
+        self.killed_within_a_session()
+        for _ in range(3):
+            source = subprocess.Popen(
+                [sys.executable, str(TRAFFIC), "down", SERVER, SOURCE, str(20 * MEGABYTES), "0"],
+                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            program = self.start_after_kill("/r")
+            source.wait()
+            self.wait_kernel_figures(program)
+            counted = (kernel("rx_bytes"), kernel("tx_bytes"))
+            self.assertGreaterEqual(self.totals(program), counted)
+            # Nobody but the session has counted: the totals are what the kernel says.
+            self.wait_figures(program, lambda: number(program.text("txtBytesRcvdTotal")),
+                              lambda: number(program.text("txtBytesSentTotal")))
+            program.end(signal.SIGKILL)
+        program = self.start_after_kill("/r")
+        self.wait_kernel_figures(program)
+        program.press("cmdDisconnect")
+        program.wait_text("txtBytesRcvd", "0")
+        self.assertGreater(self.totals(program)[0], 62 * MEGABYTES)
+        self.assertLess(self.totals(program)[0], 68 * MEGABYTES)
+        self.end_and_find_only_the_ini_file(program)
+
+    def test_a_session_that_is_hung_up_while_the_program_is_killed_is_kept_as_it_was(self):
+        shown = self.killed_within_a_session()
+        self.hang_up_all()
+        program = self.start_after_kill("/r")
+        # As it was written last: five seconds before the kill at most.
+        received, sent = self.totals(program)
+        self.assertLessEqual(received, shown[0] + 10_000)
+        self.assertGreater(received, 2 * MEGABYTES)
+        self.wait_ticks_offline(program)
+        self.assertEqual(self.totals(program), (received, sent))
+        self.end_and_find_only_the_ini_file(program)
+
+    def test_another_session_that_is_up_after_a_kill_is_asked_about(self):
+        shown = self.killed_within_a_session()
+        self.hang_up_all()
+        nmcli("connection", "up", "testvpn")
+        pump("down", MEGABYTES)
+        program = self.start("/r")
+        program.expect_box(INSTANCE_QUESTION, "Yes")
+        self.assertIn("Do you want to use (record) the this online-session", program.box_text())
+        program.answer("No")
+        program.wait_text("txtActiveConnection", lambda text: text.startswith("vpn: testvpn"))
+        self.assertLess(self.totals(program)[0], shown[0] + MEGABYTES // 2)
+        self.end_and_find_only_the_ini_file(program)
 
     def test_a_line_that_is_being_made_beside_another_adds_nothing(self):
         program = self.start_quietly()

@@ -4,6 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
+
 namespace tarvik {
 namespace {
 
@@ -207,6 +211,106 @@ TEST_F(ProgramTest, ASessionOnTheSystemsServiceIsCounted) {
 
     EXPECT_EQ(program.exitCode(), 0);
     EXPECT_TRUE(contains(installation.ini(), "\r\nDuration=1"));
+}
+
+/// A line of the service that is up before the program and after it.
+class KilledProgramTest : public ProgramTest {
+protected:
+    KilledProgramTest() {
+        SetEnvironmentVariableA("TARVIK_STANDIN_ENTRIES", "Harbour");
+        beginLine();
+    }
+    ~KilledProgramTest() override {
+        SetEnvironmentVariableA("TARVIK_STANDIN_UP_SINCE", nullptr);
+        SetEnvironmentVariableA("TARVIK_STANDIN_ENTRIES", nullptr);
+    }
+
+    /// Another session begins, which has carried something already.
+    static void beginLine() {
+        const std::string since = std::to_string(GetTickCount64() - 5000);
+        SetEnvironmentVariableA("TARVIK_STANDIN_UP_SINCE", since.c_str());
+    }
+    /// The question about a session that was up before, whatever it has carried.
+    static bool answerSessionQuestion(const RunningProgram& program, MsgBoxAnswer reply) {
+        return program.answerAbout("Monitoring has been started", reply);
+    }
+    static std::uint64_t number(const std::string& text) {
+        std::string digits;
+        std::copy_if(text.begin(), text.end(), std::back_inserter(digits),
+                     [](char one) { return one >= '0' && one <= '9'; });
+        return digits.empty() ? 0 : std::stoull(digits);
+    }
+    /// A tick has come that shows this whole session, and nothing more, as the total. Another may
+    /// come between the readings.
+    static bool showsThisSession(const RunningProgram& program, std::uint64_t atLeast) {
+        bool seen = false;
+        std::string total;
+        std::string session;
+        RunningProgram::waitUntil([&] {
+            total = program.read("txtBytesRcvdTotal");
+            session = program.read("txtBytesRcvd");
+            seen = seen || (number(total) > atLeast && total == session &&
+                            total == program.read("txtBytesRcvdTotal"));
+            return seen;
+        });
+        EXPECT_TRUE(seen) << total << ", of the session " << session;
+        return seen;
+    }
+};
+
+TEST_F(KilledProgramTest, TheSameSessionIsCarriedOnToTheByteAsOftenAsTheProgramIsKilled) {
+    std::uint64_t shown = 0;
+    {
+        const RunningProgram program(installation, "/RUN");
+        ASSERT_TRUE(answerSessionQuestion(program, MsgBoxAnswer::Yes));
+        ASSERT_TRUE(showsThisSession(program, shown));
+        shown = number(program.read("txtBytesRcvdTotal"));
+        program.kill();
+    }
+    for (int i = 0; i < 3; ++i) {
+        const RunningProgram program(installation, "/RUN");
+        ASSERT_TRUE(program.answer(otherInstance, MsgBoxAnswer::Yes));
+        ASSERT_TRUE(program.waitForMainWindow());
+        EXPECT_TRUE(showsThisSession(program, shown)) << i;
+        shown = number(program.read("txtBytesRcvdTotal"));
+        program.kill();
+    }
+}
+
+TEST_F(KilledProgramTest, AnotherSessionThatIsUpIsAskedAboutAndTheFirstIsKept) {
+    std::uint64_t shown = 0;
+    {
+        const RunningProgram program(installation, "/RUN");
+        ASSERT_TRUE(answerSessionQuestion(program, MsgBoxAnswer::Yes));
+        ASSERT_TRUE(showsThisSession(program, 0));
+        shown = number(program.read("txtBytesRcvdTotal"));
+        program.kill();
+    }
+    Sleep(4000); // as long as two beginnings are told apart
+    beginLine();
+    const RunningProgram program(installation, "/RUN");
+    ASSERT_TRUE(program.answer(otherInstance, MsgBoxAnswer::Yes));
+    ASSERT_TRUE(answerSessionQuestion(program, MsgBoxAnswer::No));
+
+    EXPECT_TRUE(RunningProgram::waitUntil(
+        [&] { return number(program.read("txtBytesRcvdTotal")) >= shown; }));
+    EXPECT_LT(number(program.read("txtBytesRcvdTotal")), shown + 100'000);
+    program.endSession();
+    EXPECT_EQ(program.exitCode(), 0);
+    EXPECT_FALSE(installation.has("Tarvik.journal"));
+}
+
+TEST_F(KilledProgramTest, AMachineThatGoesToSleepFindsTheJournalWritten) {
+    const RunningProgram program(installation, "/RUN");
+    ASSERT_TRUE(answerSessionQuestion(program, MsgBoxAnswer::Yes));
+    ASSERT_TRUE(showsThisSession(program, 0));
+    const std::string before = installation.content("Tarvik.journal");
+    const std::uint64_t shown = number(program.read("txtBytesRcvdTotal"));
+    ASSERT_TRUE(showsThisSession(program, shown));
+
+    SendMessageA(program.mainWindow(), WM_POWERBROADCAST, PBT_APMSUSPEND, 0);
+
+    EXPECT_NE(installation.content("Tarvik.journal"), before) << "before the message returns";
 }
 
 /// The same on a system that lacks the service, which only whoever starts the tests can arrange.

@@ -24,10 +24,14 @@ Installation::Installation(const std::string& program) : program_(program) {
     CopyFileA((ownFolder() + "\\" + program).c_str(), this->program().c_str(), TRUE);
 }
 
-std::string Installation::ini() const {
+std::string Installation::content(const std::string& name) const {
     std::string bytes;
-    WindowsFiles().read(folder() + "\\Tarvik.ini", bytes);
+    WindowsFiles().read(folder() + "\\" + name, bytes);
     return bytes;
+}
+
+bool Installation::has(const std::string& name) const {
+    return WindowsFiles().Dir(folder() + "\\" + name) != FileKind::None;
 }
 
 void Installation::setIni(const std::string& text) const {
@@ -91,10 +95,19 @@ void RunningProgram::choose(const std::string& name, int place) const {
 }
 
 bool RunningProgram::answer(const std::string& text, MsgBoxAnswer reply) const {
+    return answerOne([&](const std::string& of) { return of == text; }, reply);
+}
+
+bool RunningProgram::answerAbout(const std::string& beginning, MsgBoxAnswer reply) const {
+    return answerOne([&](const std::string& of) { return of.starts_with(beginning); }, reply);
+}
+
+bool RunningProgram::answerOne(const std::function<bool(const std::string&)>& isMeant,
+                               MsgBoxAnswer reply) const {
     OpenBox box;
     const bool came = waitUntil([&] {
         box = openBox(id_);
-        return box.window != nullptr && box.text == text;
+        return box.window != nullptr && isMeant(box.text);
     });
     // A box that has only just come may lose what is sent to it: it is asked until it is gone.
     return came && waitUntil([&] {

@@ -17,7 +17,10 @@ public:
     const std::string& folder() const { return folder_.path(); }
     std::string program() const { return folder() + "\\" + program_; }
     /// The INI file's bytes; empty when there is none.
-    std::string ini() const;
+    std::string ini() const { return content("Tarvik.ini"); }
+    /// The bytes of a file of that name; empty when there is none.
+    std::string content(const std::string& name) const;
+    bool has(const std::string& name) const;
     void setIni(const std::string& text) const;
 
 private:
@@ -49,6 +52,8 @@ public:
 
     /// Waits for the box of that text and answers it; false when it does not come.
     bool answer(const std::string& text, MsgBoxAnswer reply) const;
+    /// The same with a box whose text begins so.
+    bool answerAbout(const std::string& beginning, MsgBoxAnswer reply) const;
     /// Waits until the program has ended; its exit code, or -1 when it does not end.
     int exitCode() const;
     /// Ends it as the user's session ends.
@@ -59,6 +64,9 @@ public:
     static bool waitUntil(const std::function<bool()>& condition);
 
 private:
+    bool answerOne(const std::function<bool(const std::string&)>& isMeant,
+                   MsgBoxAnswer reply) const;
+
     std::string mainClass_;
     FrmMain numbers_; ///< nobody shows it: the numbers of its controls are those of the program's
     HANDLE process_ = nullptr;
