@@ -71,6 +71,7 @@ void play(Input input) {
     fuzz->machine.files.setFile(FuzzWorld::iniPath, "[Settings]\r\nRefreshInterval=1000\r\n"
                                                     "TransferTickerValue=100\r\n");
     fuzz->machine.connections.entries.push_back({.name = "Line"});
+    fuzz->machine.program.arguments = "/r";
     Main();
     requireSense(fuzz->world.state);
     fuzz->world.forms.frmMain.timUpdateStats.fire();
