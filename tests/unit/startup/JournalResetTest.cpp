@@ -55,6 +55,48 @@ TEST_F(JournalResetTest, APowerCutWithoutAnIniFileLosesNeitherSettingsNorReset) 
     EXPECT_EQ(state().TransferResetLast, machine.clock.now.dateOnly());
 }
 
+TEST_F(JournalResetTest, AResetOnDemandIsOnTheDiskAtOnce) {
+    count(5000);
+    frmMain().Pause.raise(); // they are on the disk
+    expectBox("Are you really sure you want to reset the (overall) values?", MsgBoxButtons::YesNo,
+              MsgBoxIcon::Question, MsgBoxAnswer::Yes);
+    frmOptions().cmdResetValues.press();
+
+    machine.files.cutPower();
+    restartAfterKill();
+
+    EXPECT_EQ(received(), 0);
+}
+
+TEST_F(JournalResetTest, AResetByTheCalendarIsOnTheDiskAtOnce) {
+    count(5000);
+    frmMain().Pause.raise(); // they are on the disk
+    state().TransferResetEnable = 1;
+    state().TransferReset = enDateCalc::EndOfMonth;
+    tickAfter(1);
+    ASSERT_EQ(received(), 0);
+
+    machine.files.cutPower();
+    restartAfterKill();
+
+    EXPECT_EQ(received(), 0);
+}
+
+TEST_F(JournalResetTest, AResetBeforeTheFirstTickLetsTheWholeSessionCountAnew) {
+    count(5000);
+    pass(10, 30);
+    restartAfterKill();
+    expectBox("Are you really sure you want to reset the (overall) values?", MsgBoxButtons::YesNo,
+              MsgBoxIcon::Question, MsgBoxAnswer::Yes);
+    frmOptions().cmdResetValues.press();
+    EXPECT_EQ(received(), 0);
+
+    frmMain().cmdMonitor.press();
+    tick();
+
+    EXPECT_EQ(received(), 5030) << "as at any reset within a session";
+}
+
 TEST_F(JournalResetTest, AKillWhileTheFileIsPutAsideIsAResetThatWasDone) {
     std::string journalThen;
     machine.files.meanwhile = [&](const std::string& operation, const std::string& which) {
