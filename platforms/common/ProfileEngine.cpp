@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <new>
+#include <numeric>
 #include <utility>
 
 namespace tarvik {
@@ -58,15 +59,24 @@ std::vector<std::string> cutLines(std::string_view lines) {
     return result;
 }
 
-bool hasMoreLines(std::string_view text, std::uint64_t lines) {
-    if (text.size() <= lines) {
+std::uint64_t lengthOf(const std::vector<std::string_view>& pieces) {
+    return std::accumulate(
+        pieces.begin(), pieces.end(), std::uint64_t{0},
+        [](std::uint64_t sum, std::string_view piece) { return sum + piece.size(); });
+}
+
+/// Of a text in pieces.
+bool hasMoreLines(const std::vector<std::string_view>& pieces, std::uint64_t lines) {
+    if (lengthOf(pieces) <= lines) {
         return false; // nearly all files
     }
     std::uint64_t count = 0;
     char before = 0;
-    for (const char character : text) {
-        count += character == '\r' || (character == '\n' && before != '\r') ? 1 : 0;
-        before = character;
+    for (const std::string_view piece : pieces) {
+        for (const char character : piece) {
+            count += character == '\r' || (character == '\n' && before != '\r') ? 1 : 0;
+            before = character;
+        }
     }
     return count > lines;
 }
@@ -110,8 +120,9 @@ std::int32_t leadingInteger(std::string_view text) {
 } // namespace
 
 ProfileEngine::ProfileEngine(Files& files, std::string lineEnd, CodePage codePage,
-                             std::uint64_t lines)
-    : files_(files), lineEnd_(std::move(lineEnd)), codePage_(codePage), lines_(lines) {}
+                             std::uint64_t lines, std::uint64_t length)
+    : files_(files), lineEnd_(std::move(lineEnd)), codePage_(codePage), lines_(lines),
+      length_(length) {}
 
 void ProfileEngine::forget() {
     text_.reset();
@@ -133,8 +144,7 @@ bool ProfileEngine::loadUnlessReading(const std::string& file) {
 /// Counting again and again what was refused would hold up the window at each key.
 bool ProfileEngine::isRefused(const std::string& file, const Version& stamp) const {
     const auto found = refused_.find(file);
-    return stamp &&
-           (stamp->size > longestFile || (found != refused_.end() && found->second == *stamp));
+    return stamp && (stamp->size > length_ || (found != refused_.end() && found->second == *stamp));
 }
 
 bool ProfileEngine::reload(const std::string& file) {
@@ -164,7 +174,7 @@ bool ProfileEngine::readAnew(const std::string& file, const Version& stamp) {
     filled_ = stamp && !bytes.empty() ? stamp->identity : filled_;
     const ProfileForm form = formOf(bytes);
     bytes = textOf(std::move(bytes), form);
-    if (stamp && hasMoreLines(bytes, lines_)) {
+    if (stamp && hasMoreLines({bytes}, lines_)) {
         refused_[file] = *stamp;
         return false;
     }
@@ -356,16 +366,18 @@ bool ProfileEngine::commit(const std::string& file, const ProfileEdits& edits) {
     return outcome == UpdateOutcome::Written;
 }
 
-/// Replaces the file by its text with the edits, in the file's own form.
+/// Replaces the file by its text with the edits, in the file's own form. What the next reader would
+/// refuse is not written: the file then still tells the state of the save before.
 bool ProfileEngine::replaceBy(const std::string& file, const ProfileEdits& edits,
                               const LastLook& stillRight) {
-    if (form_ == ProfileForm::Bytes) {
-        const ProfilePieces pieces = edits.applied(*text_, lineEnd_);
-        return !files_.replaceIf(file, pieces.parts(), stillRight).has_value();
-    }
-    const ProfileEdits own = edits.converted(codePage_.toUtf8);
-    const std::string bytes = bytesOf(own.applied(*text_, lineEnd_).parts(), form_);
-    return !files_.replaceIf(file, {bytes}, stillRight).has_value();
+    const bool wide = form_ != ProfileForm::Bytes;
+    const ProfileEdits own = wide ? edits.converted(codePage_.toUtf8) : edits;
+    const ProfilePieces text = own.applied(*text_, lineEnd_);
+    const std::string bytes = wide ? bytesOf(text.parts(), form_) : std::string();
+    const std::vector<std::string_view> parts =
+        wide ? std::vector<std::string_view>{bytes} : text.parts();
+    return lengthOf(parts) <= length_ && !hasMoreLines(text.parts(), lines_) &&
+           !files_.replaceIf(file, parts, stillRight).has_value();
 }
 
 /// With a basis, only over that version of the file.

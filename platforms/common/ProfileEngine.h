@@ -23,11 +23,11 @@ namespace tarvik {
 /// that had content and is empty counts as one that cannot be read: whoever emptied it is about to
 /// write it. One that is longer than any log of this program's is refused before it is read, one of
 /// more lines than such a log has before it is indexed; that, and that a large one does not fit the
-/// memory, is remembered until the file changes.
+/// memory, is remembered until the file changes. A write that would make a file one of those fails.
 class ProfileEngine : public PrivateProfile {
 public:
-    /// Longest file that is read, bytes: millions of records. What is longer would hold up the
-    /// window and fill the memory.
+    /// Longest file that is read or written, bytes: millions of records. What is longer would hold
+    /// up the window and fill the memory.
     static constexpr std::uint64_t longestFile = std::uint64_t{1} << 28U;
     /// Most line ends of a file: more than a log of that length has. An index may take far more
     /// memory than the file itself where its lines are short.
@@ -36,10 +36,10 @@ public:
     /// a chance, and each attempt holds up the window.
     static constexpr std::uint64_t longestRetried = std::uint64_t{1} << 24U;
 
-    /// `lineEnd` is for files that have no line yet; files of more than `lines` line ends are
-    /// refused.
+    /// `lineEnd` is for files that have no line yet; files of more than `lines` line ends, or of
+    /// more than `length` bytes, are refused.
     ProfileEngine(Files& files, std::string lineEnd, CodePage codePage = {},
-                  std::uint64_t lines = mostLines);
+                  std::uint64_t lines = mostLines, std::uint64_t length = longestFile);
 
     std::uint32_t GetPrivateProfileStringA(std::string_view section, std::string_view key,
                                            std::string_view fallback, char* buffer,
@@ -82,6 +82,7 @@ private:
     std::string lineEnd_;
     CodePage codePage_;
     std::uint64_t lines_;
+    std::uint64_t length_;
     std::map<std::string, FileStamp> refused_; ///< by path: versions that are not tried again
     std::string file_;                         ///< whose text is in memory
     Version stamp_;                            ///< of that text

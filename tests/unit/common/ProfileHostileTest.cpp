@@ -87,6 +87,41 @@ TEST_F(ProfileHostileTest, AFileOfTheMostLinesIsReadWhateverEndsThem) {
     }
 }
 
+TEST_F(ProfileHostileTest, NothingIsWrittenThatWouldBeTooLongToBeReadAgain) {
+    given("[a]\nx=1\n");
+    ProfileEngine strict(files, "\n", {}, ProfileEngine::mostLines, 12);
+
+    EXPECT_TRUE(strict.WritePrivateProfileStringA("a", "y", "2", file));
+    EXPECT_FALSE(strict.WritePrivateProfileStringA("a", "y", "23", file));
+    strict.beginUpdate(file);
+    strict.WritePrivateProfileStringA("b", "z", "3", file);
+    EXPECT_EQ(strict.commitUpdate(), UpdateOutcome::Failed);
+
+    EXPECT_EQ(bytes(), "[a]\nx=1\ny=2\n");
+    EXPECT_EQ(strict.GetPrivateProfileIntA("a", "y", 4, file), 2);
+}
+
+TEST_F(ProfileHostileTest, NothingIsWrittenThatWouldHaveTooManyLinesToBeReadAgain) {
+    given("[a]\r\nx=1\r\n");
+    ProfileEngine strict(files, "\n", {}, 3);
+
+    EXPECT_TRUE(strict.WritePrivateProfileStringA("a", "y", "2", file));
+    EXPECT_FALSE(strict.WritePrivateProfileStringA("a", "z", "3", file));
+
+    EXPECT_EQ(bytes(), "[a]\r\nx=1\r\ny=2\r\n");
+    EXPECT_EQ(strict.GetPrivateProfileIntA("a", "y", 4, file), 2);
+}
+
+TEST_F(ProfileHostileTest, TheLengthOfAWideFileIsThatOfItsBytes) {
+    given("\xFF\xFE[\0a\0]\0\n\0x\0=\0\x31\0\n\0"s);
+    ProfileEngine strict(files, "\n", {}, ProfileEngine::mostLines, 26);
+
+    EXPECT_TRUE(strict.WritePrivateProfileStringA("a", "y", "2", file));
+    EXPECT_FALSE(strict.WritePrivateProfileStringA("a", "y", "23", file));
+
+    EXPECT_EQ(bytes().size(), 26U);
+}
+
 TEST_F(ProfileHostileTest, ARefusedFileIsReadOnceItIsAnother) {
     given("[a]\nx=1\n\n\n");
     ProfileEngine strict(files, "\n", {}, 3);
