@@ -45,10 +45,8 @@ std::uint32_t wrapped(std::uint64_t number) {
 
 using Clock = std::chrono::steady_clock;
 
-/// How long profiles are read for whoever waits for the list, which is asked for twice, and for
-/// whoever names one that has not been read.
-constexpr std::chrono::milliseconds readingList{900};
-constexpr std::chrono::milliseconds readingForName{1500};
+/// How long profiles are read for whoever waits for the list, or names one that has not been read.
+constexpr std::chrono::milliseconds readingForUser{1500};
 
 /// Milliseconds that an address seems older than it is.
 constexpr std::uint64_t inexact = 1000;
@@ -192,7 +190,7 @@ const NetworkProfile* NetworkConnections::profile(const char* name) const {
 
 /// The profile of an entry: `wanted`, or else the code that tells why there is none.
 std::uint32_t NetworkConnections::find(const char* name, const NetworkProfile*& wanted) {
-    if (!refresh(profile(name) == nullptr ? readingForName : NetworkBus::reading)) {
+    if (!refresh(profile(name) == nullptr ? readingForUser : NetworkBus::reading)) {
         return unavailable();
     }
     wanted = profile(name);
@@ -213,13 +211,23 @@ std::uint32_t NetworkConnections::RasEnumEntriesA(const char*, const char*, void
     if (size != RASENTRYNAMEA::size && size != RASENTRYNAMEA_264::size) {
         return ras::invalidSize;
     }
+    // Whoever brings the very room that was asked for is answered as then: profiles that have been
+    // read since would not fit it.
+    const std::vector<RasEntry> asked = std::exchange(asked_, {});
+    if (!asked.empty() && *bytes == asked.size() * size) {
+        return listEntries(asked, buffer, bytes, count);
+    }
+    const bool running = refresh(readingForUser);
     std::vector<RasEntry> entries;
-    const bool running = refresh(readingList);
     for (const NetworkProfile& one : bus_.profiles()) {
         entries.push_back({.name = one.name});
     }
     const std::uint32_t code = listEntries(entries, buffer, bytes, count);
-    return running && bus_.profilesListed() ? code : unavailable();
+    if (!running || !bus_.profilesListed()) {
+        return unavailable();
+    }
+    asked_ = std::move(entries);
+    return code;
 }
 
 std::uint32_t NetworkConnections::RasEnumConnectionsA(RASCONNA* buffer, std::uint32_t* bytes,

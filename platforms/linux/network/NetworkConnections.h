@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/RasRecords.h"
 #include "linux/network/LinkMark.h"
 #include "linux/network/LinkSession.h"
 #include "linux/network/NetworkBus.h"
@@ -101,6 +102,7 @@ private:
     std::string interfacesFolder_;
     Patience patience_;
     NetworkBus bus_;
+    std::vector<RasEntry> asked_;   ///< that the last listing told the room for; it may follow
     std::vector<Session> sessions_; ///< those that are being made, too
     std::vector<Session> former_;   ///< of a NetworkManager that has stopped
     LinkReadings links_;            ///< all interfaces at the last enumeration
