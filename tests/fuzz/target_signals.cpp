@@ -1,5 +1,5 @@
-// Signals that come over the bus: of anybody, about anything, with values of any types; and answers
-// to the question who owns NetworkManager's name.
+// Signals that come over the bus: of anybody, about anything, with values of any types, also as the
+// bus's own messages are read; and answers to the question who owns NetworkManager's name.
 //
 // Input: bytes only. Each event is made of what comes next.
 
@@ -8,9 +8,21 @@
 #include "linux/network/BusSignal.h"
 #include "linux/network/NetworkNews.h"
 
+#include <sdbus-c++/sdbus-c++.h>
+
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <set>
+#include <vector>
+
+namespace sdbus {
+
+/// A message that belongs to no bus. The library has it for values of any type, and declares it
+/// nowhere.
+PlainMessage createPlainMessage();
+
+} // namespace sdbus
 
 namespace tarvik::fuzz {
 namespace {
@@ -54,6 +66,66 @@ BusSignal anySignal(Input& input) {
         }
     }
     return signal;
+}
+
+/// Writes a value of a type that signals may hold; what of it a reader is to find, nothing where it
+/// is to stop.
+std::optional<BusSignal::Value> addValue(Input& input, sdbus::Message& message) {
+    switch (input.below(9)) {
+    case 0: {
+        const std::string text = oneOf(input, texts);
+        message << text;
+        return text;
+    }
+    case 1: {
+        const std::string path = "/o" + std::to_string(input.below(4));
+        message << sdbus::ObjectPath(path);
+        return path;
+    }
+    case 2: {
+        const std::uint32_t number = input.number();
+        message << number;
+        return number;
+    }
+    case 3:
+        message << static_cast<std::int32_t>(input.number());
+        return std::nullopt;
+    case 4:
+        message << std::uint64_t{input.wideNumber()};
+        return std::nullopt;
+    case 5:
+        message << input.flag();
+        return std::nullopt;
+    case 6:
+        message << sdbus::Variant(oneOf(input, texts));
+        return std::nullopt;
+    case 7:
+        message << std::vector<std::string>{oneOf(input, texts)};
+        return std::nullopt;
+    default:
+        message << sdbus::make_struct(input.number(), oneOf(input, texts));
+        return std::nullopt;
+    }
+}
+
+/// A message with any values, and what is read of it: its first three, as far as they are known.
+void readAnyMessage(Input& input) {
+    auto message = sdbus::createPlainMessage();
+    std::vector<BusSignal::Value> wanted;
+    bool readable = true;
+    for (std::uint8_t i = input.below(6); i > 0; --i) {
+        const auto value = addValue(input, message);
+        readable = readable && value && wanted.size() < 3;
+        if (readable) {
+            wanted.push_back(*value);
+        }
+    }
+    message.seal();
+    message.rewind(true);
+    const BusSignal signal = readSignal(message);
+    require(signal.sender.empty() && signal.path.empty(), "what has no sender is of nobody");
+    require(signal.values == wanted,
+            "of a signal its first three values are read, up to one of another type");
 }
 
 bool areNumbers(const BusSignal& signal, std::size_t count) {
@@ -145,6 +217,9 @@ void play(Input input) {
             break;
         case 1:
             listener.read();
+            break;
+        case 7:
+            readAnyMessage(input);
             break;
         default:
             listener.hear(anySignal(input));

@@ -2,6 +2,8 @@
 
 #include <sdbus-c++/sdbus-c++.h>
 
+#include <stdexcept>
+
 namespace tarvik {
 
 namespace {
@@ -13,6 +15,15 @@ Value next(sdbus::Message& message) {
     Value value;
     message >> value;
     return value;
+}
+
+/// A text from a message's header; "" where there is none, of which the library would make a text.
+std::string header(const sdbus::Message& message, std::string (sdbus::Message::*read)() const) {
+    try {
+        return (message.*read)();
+    } catch (const std::logic_error&) {
+        return {};
+    }
 }
 
 /// Whether there was one more.
@@ -35,10 +46,10 @@ bool readValue(sdbus::Message& message, std::vector<BusSignal::Value>& values) {
 } // namespace
 
 BusSignal readSignal(sdbus::Message& message) {
-    BusSignal signal{.sender = message.getSender(),
-                     .path = message.getPath(),
-                     .interface = message.getInterfaceName(),
-                     .member = message.getMemberName(),
+    BusSignal signal{.sender = header(message, &sdbus::Message::getSender),
+                     .path = header(message, &sdbus::Message::getPath),
+                     .interface = header(message, &sdbus::Message::getInterfaceName),
+                     .member = header(message, &sdbus::Message::getMemberName),
                      .values = {}};
     try {
         while (signal.values.size() < mostValues && readValue(message, signal.values)) {
