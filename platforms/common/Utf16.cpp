@@ -11,7 +11,6 @@ constexpr std::uint32_t firstHigh = 0xD800;
 constexpr std::uint32_t firstLow = 0xDC00;
 constexpr std::uint32_t afterLow = 0xE000;
 constexpr std::uint32_t beyondUnits = 0x10000;
-constexpr std::uint32_t beyondAll = 0x110000;
 constexpr char16_t replacement = u'\uFFFD';
 
 void append(std::string& text, std::uint32_t code) {
@@ -47,8 +46,9 @@ constexpr std::array<Lead, 4> leads{{{.mask = 0x80, .mark = 0x00, .rest = 0, .le
                                      {.mask = 0xF0, .mark = 0xE0, .rest = 2, .least = 0x800},
                                      {.mask = 0xF8, .mark = 0xF0, .rest = 3, .least = 0x10000}}};
 
-/// Takes the character that the text begins with; `beyondAll`, and a single byte, for none.
-std::uint32_t take(std::string_view& text) {
+} // namespace
+
+std::uint32_t takeCharacter(std::string_view& text) {
     const auto byteAt = [&](std::size_t i) {
         return static_cast<std::uint32_t>(static_cast<unsigned char>(text[i]));
     };
@@ -62,16 +62,14 @@ std::uint32_t take(std::string_view& text) {
             whole = whole && (byteAt(i) & 0xC0U) == 0x80U;
             code = (code << 6U) | (byteAt(i) & 0x3FU);
         }
-        if (whole && code >= lead.least && code < beyondAll) {
+        if (whole && code >= lead.least && code < noCharacter) {
             text.remove_prefix(lead.rest + 1);
             return code;
         }
     }
     text.remove_prefix(1);
-    return beyondAll;
+    return noCharacter;
 }
-
-} // namespace
 
 std::string utf8Of(std::u16string_view units) {
     std::string text;
@@ -92,8 +90,8 @@ std::u16string utf16Of(std::string_view text) {
     std::u16string units;
     units.reserve(text.size());
     while (!text.empty()) {
-        const std::uint32_t code = take(text);
-        if (code == beyondAll) {
+        const std::uint32_t code = takeCharacter(text);
+        if (code == noCharacter) {
             units += replacement;
         } else if (code < beyondUnits) {
             units += static_cast<char16_t>(code);

@@ -32,11 +32,13 @@ bool leaveDialog(ScriptedDialogs& dialogs, OPENFILENAMEA* data, const DialogPlac
     dialogs.defaultExtension = textOf(data->lpstrDefExt);
     dialogs.buffer.assign(data->lpstrFile, data->nMaxFile);
     dialogs.placed = place({0, 0, 100, 50}, dialogs.owner);
-    if (dialogs.chosen.empty() || dialogs.extendedError != 0) {
+    const bool again = saving && textOf(data->lpstrFile) == dialogs.chosen;
+    const std::string& chosen = again ? dialogs.chosenAgain : dialogs.chosen;
+    if (chosen.empty() || dialogs.extendedError != 0) {
         return false;
     }
     // Where several files may be chosen, two NULs end the selection; what stood behind it stays.
-    std::string selection = dialogs.chosen.substr(0, data->nMaxFile - 1) + '\0';
+    std::string selection = chosen.substr(0, data->nMaxFile - 1) + '\0';
     if (has(*data, DialogFlag::Flag_AllowMultiselect) && selection.size() < data->nMaxFile) {
         selection += '\0';
     }

@@ -133,6 +133,8 @@ public:
     /// What the user chooses; empty cancels. Several files are their folder and their names, with
     /// NULs between them.
     std::string chosen;
+    /// What the user chooses where the dialog for saving comes again with that name; empty cancels.
+    std::string chosenAgain;
     /// The name without folder that the dialog tells beside it.
     std::string chosenTitle;
     /// The filter that the user changes to; 0 leaves it.

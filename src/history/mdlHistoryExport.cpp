@@ -6,6 +6,7 @@
 #include "ports/Desktop.h"
 #include "ports/Files.h"
 #include "ports/Locale.h"
+#include "ports/OverwriteQuestion.h"
 #include "ports/Platform.h"
 #include "ports/Program.h"
 #include "state/mdlConst.h"
@@ -81,8 +82,7 @@ bool mayReplace(const std::string& name, const std::string& chosen) {
         return true; // a directory is not replaced, which writing tells
     }
     const std::string title = name.substr(name.find_last_of("/\\") + 1);
-    return MsgBox(title + " already exists." + CR + "Do you want to replace it?",
-                  MsgBoxButtons::YesNo, MsgBoxIcon::Exclamation) == MsgBoxAnswer::Yes;
+    return platform().desktop.messageBox(overwriteQuestion(title)) == MsgBoxAnswer::Yes;
 }
 
 } // namespace
@@ -99,12 +99,15 @@ std::optional<std::string> ChooseExportFile() {
     dialog.InitDir = platform().program.folder();
     dialog.Owner = &forms().frmHistory;
     dialog.ShowSave();
-    const std::uint32_t error = dialog.DialogError().Number();
-    if (error == 0) {
-        const std::string name = WithExportExtension(dialog.FileName, dialog.FilterIndex);
-        return mayReplace(name, dialog.FileName) ? std::optional(name) : std::nullopt;
+    // Who does not want a file replaced chooses another name, as where the dialog has asked.
+    while (dialog.DialogError().Number() == 0) {
+        std::string name = WithExportExtension(dialog.FileName, dialog.FilterIndex);
+        if (mayReplace(name, dialog.FileName)) {
+            return name;
+        }
+        dialog.ShowSave();
     }
-    if (error != clsDialogError::cancelled) {
+    if (dialog.DialogError().Number() != clsDialogError::cancelled) {
         MsgBox("Assertion failure in function \"cmdExport_Click\".", MsgBoxButtons::OkOnly,
                MsgBoxIcon::Exclamation);
     }

@@ -12,6 +12,9 @@ enum class MsgBoxButtons { OkOnly, OkCancel, YesNoCancel, YesNo };
 enum class MsgBoxIcon { None, Critical, Question, Exclamation, Information };
 enum class MsgBoxAnswer { Ok, Cancel, Yes, No };
 
+/// Caption of every message box.
+constexpr const char* ApplicationTitle = "Velmars Tarvik.";
+
 /// A modal question or notice. A single carriage return in the text separates lines.
 struct MsgBoxRequest {
     std::string text;

@@ -2,9 +2,6 @@
 
 namespace tarvik {
 
-/// Caption of every message box.
-constexpr const char* ApplicationTitle = "Velmars Tarvik.";
-
 /// Name of the single-instance object.
 constexpr const char* InstanceKey = "{EDA91F59-8432-4013-BFB4-5430CB8BF636}";
 

@@ -32,4 +32,27 @@ bool equalWithoutCase(std::string_view a, std::string_view b) {
                       [](char left, char right) { return upper(left) == upper(right); });
 }
 
+std::string characterNumber(std::uint32_t character) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    constexpr int fewest = 4;
+    std::string number;
+    for (int i = 0; i < fewest || character != 0; ++i) {
+        number.insert(number.begin(), digits[character & 0xFU]);
+        character >>= 4U;
+    }
+    return "[U+" + number + "]";
+}
+
+std::string withControlsTold(std::string_view text) {
+    constexpr unsigned char firstSeen = 0x20;
+    constexpr unsigned char deletion = 0x7F;
+    std::string result;
+    for (const char each : text) {
+        const auto byte = static_cast<unsigned char>(each);
+        const bool control = byte < firstSeen || byte == deletion;
+        result += control ? characterNumber(byte) : std::string(1, each);
+    }
+    return result;
+}
+
 } // namespace tarvik

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -14,5 +15,12 @@ std::string upperCase(std::string_view text);
 
 /// Equality without regard to the case of ASCII letters.
 bool equalWithoutCase(std::string_view a, std::string_view b);
+
+/// A character for the eye that is not seen itself, by its number: "[U+000A]".
+std::string characterNumber(std::uint32_t character);
+
+/// A text for the eye in one line: line breaks and all other control characters of ASCII by their
+/// numbers. Every other byte stays, so that the bytes of any code page survive.
+std::string withControlsTold(std::string_view text);
 
 } // namespace tarvik

@@ -278,6 +278,7 @@ protected:
             if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
                 format = box->textFormat();
                 question = box->text();
+                caption = box->windowTitle();
                 box->button(QMessageBox::Yes)->click();
             }
         });
@@ -287,6 +288,7 @@ protected:
 
     Qt::TextFormat format = Qt::AutoText;
     QString question;
+    QString caption;
 };
 
 TEST_F(OverwriteTest, ANameThatLooksLikeMarkupIsAskedForAsItStands) {
@@ -304,6 +306,21 @@ TEST_F(OverwriteTest, ATurnOfDirectionInANameIsToldAndTheNameItselfIsSaved) {
     EXPECT_TRUE(saved);
     EXPECT_TRUE(question.startsWith(QStringLiteral("a[U+202E]vsc.exe already exists")))
         << question.toStdString();
+}
+
+TEST_F(OverwriteTest, LineBreaksInANameAreToldAndBreakNoLine) {
+    const bool saved = overwrite("safe.csv\n\r\u2028\u200b.exe");
+
+    EXPECT_TRUE(saved);
+    EXPECT_EQ(question.toStdString(),
+              "safe.csv[U+000A][U+000D][U+2028][U+200B].exe already exists.\n"
+              "Do you want to replace it?");
+}
+
+TEST_F(OverwriteTest, TheQuestionHasTheCaptionOfAllBoxes) {
+    overwrite("data.csv");
+
+    EXPECT_EQ(caption, QStringLiteral("Velmars Tarvik."));
 }
 
 TEST_F(CommonDialogsTest, TheListTellsOfATurnOfDirectionInAName) {

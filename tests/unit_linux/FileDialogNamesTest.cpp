@@ -3,6 +3,7 @@
 #include <QAbstractItemView>
 #include <QCompleter>
 #include <QImage>
+#include <QScreen>
 #include <QStyledItemDelegate>
 
 #include <filesystem>
@@ -45,6 +46,62 @@ TEST_F(FileDialogNamesTest, TheBoxOfTheNameTellsOfATurnAndKeepsTheName) {
 
     EXPECT_EQ(shown, wanted);
     EXPECT_EQ(kept, name);
+}
+
+/// What stands on the screen where a widget is.
+QImage onScreen(QWidget& widget) {
+    // Two turns of the loop: one to be told that it is to be painted, one to paint it.
+    for (int i = 0; i < 2; ++i) {
+        QCoreApplication::processEvents();
+    }
+    const QWidget& window = *widget.window();
+    const QRect place(widget.mapTo(&window, QPoint()), widget.size());
+    return window.screen()
+        ->grabWindow(window.winId(), place.x(), place.y(), place.width(), place.height())
+        .toImage()
+        .convertToFormat(QImage::Format_RGB32);
+}
+
+TEST_F(FileDialogNamesTest, TheScreenShowsTheNameOfTheBoxWithItsTurnTold) {
+    QImage empty;
+    QImage shown;
+    QImage wanted;
+
+    open([&](QFileDialog& dialog) {
+        QLineEdit& box = nameOf(dialog);
+        ASSERT_TRUE(spinUntil([&] { return dialog.isActiveWindow(); }));
+        box.clearFocus();
+        empty = onScreen(box);
+        box.setText(QString::fromStdString(turned));
+        shown = onScreen(box);
+        box.setText(told);
+        box.setCursorPosition(0);
+        wanted = onScreen(box);
+    });
+
+    EXPECT_NE(shown, empty);
+    EXPECT_EQ(shown, wanted);
+}
+
+TEST_F(FileDialogNamesTest, ALineBreakInANameIsToldInTheListsAndInTheBox) {
+    const QString name = QStringLiteral("a\nb\u200b");
+    const QString toldSo = QStringLiteral("a[U+000A]b[U+200B]");
+    QString listed;
+    QImage shown;
+    QImage wanted;
+
+    open([&](QFileDialog& dialog) {
+        listed = shownBy(*dialog.findChild<QAbstractItemView*>(QStringLiteral("sidebar")), name);
+        nameOf(dialog).setText(name);
+        shown = imageOf(nameOf(dialog));
+        QLineEdit plain(toldSo);
+        plain.setFont(nameOf(dialog).font());
+        plain.resize(nameOf(dialog).size());
+        wanted = imageOf(plain);
+    });
+
+    EXPECT_EQ(listed.toStdString(), toldSo.toStdString());
+    EXPECT_EQ(shown, wanted);
 }
 
 TEST_F(FileDialogNamesTest, TheNameIsChangedAsItStands) {

@@ -7,6 +7,8 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QScreen>
+#include <QTimer>
 #include <QToolTip>
 
 #include <gtest/gtest.h>
@@ -62,6 +64,63 @@ TEST_F(OutsideNamesTest, TheToolkitsOwnBoldLineIsALine) {
     box.show();
 
     EXPECT_EQ(box.text(), QStringLiteral("The name \"<i>a\" cannot be used.\nTry another."));
+}
+
+TEST_F(OutsideNamesTest, ALineBreakInANameIsToldInABoxOfTheToolkit) {
+    QMessageBox box(QMessageBox::NoIcon, QString(),
+                    QStringLiteral("a\nDo you want to delete it anyway?\nb\nFile not found.\n"
+                                   "Please verify the correct file name was given."));
+
+    box.show();
+
+    EXPECT_EQ(box.text(), QStringLiteral("a[U+000A]Do you want to delete it anyway?[U+000A]b\n"
+                                         "File not found.\n"
+                                         "Please verify the correct file name was given."));
+}
+
+/// The size of a box of the program's with that text, and whether its button is on the screen.
+struct ShownBox {
+    QSize size;
+    bool fits = false;
+    QString text;
+};
+
+ShownBox boxWith(QtMachine& machine, const std::string& text) {
+    ShownBox shown;
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &look, [&] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            shown.size = box->size();
+            shown.fits = box->screen()->availableSize().width() >= box->width() &&
+                         box->screen()->availableSize().height() >= box->height();
+            shown.text = box->text();
+            box->close();
+        }
+    });
+    look.start(5);
+    machine.desktop.messageBox({.text = text, .caption = "T"});
+    return shown;
+}
+
+TEST_F(OutsideNamesTest, ABoxOfThousandsOfLinesFitsTheScreenWithBothEndsOfItsText) {
+    std::string lines;
+    for (int i = 0; i < 2000; ++i) {
+        lines += "x\n";
+    }
+
+    const ShownBox shown = boxWith(machine, "Warning:\r" + lines + "\rTry help.");
+
+    EXPECT_TRUE(shown.fits) << shown.size.width() << " x " << shown.size.height();
+    EXPECT_TRUE(shown.text.startsWith(QStringLiteral("Warning:\nx\n")));
+    EXPECT_TRUE(shown.text.endsWith(QStringLiteral("\nTry help.")));
+    EXPECT_TRUE(shown.text.contains(QStringLiteral("\n...\n")));
+}
+
+TEST_F(OutsideNamesTest, ABoxOfAWordOfThousandsOfWideLettersFitsTheScreen) {
+    const ShownBox shown = boxWith(machine, "Warning:\r" + std::string(3000, 'W') + "\rTry help.");
+
+    EXPECT_TRUE(shown.fits) << shown.size.width() << " x " << shown.size.height();
+    EXPECT_TRUE(shown.text.endsWith(QStringLiteral("\nTry help.")));
 }
 
 TEST_F(OutsideNamesTest, AToolTipIsPlain) {

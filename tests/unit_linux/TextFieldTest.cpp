@@ -5,6 +5,7 @@
 #include "support/QtWidgets.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLabel>
@@ -172,6 +173,32 @@ TEST_F(TextFieldTest, APopupThatGivesTheFocusBackRaisesNothing) {
     EXPECT_TRUE(spinUntil([&] { return !reasons.seen.empty(); }));
     EXPECT_EQ(reasons.seen, std::vector{Qt::PopupFocusReason});
     EXPECT_EQ(times, 0);
+}
+
+class PasteTest : public TextFieldTest, public testing::WithParamInterface<const char*> {};
+
+TEST_P(PasteTest, LeavesOutWhatStandsAroundTheText) {
+    form.txtFirst.setText("15");
+    press(Qt::Key_Tab);
+    static_cast<QLineEdit*>(widgetNamed("txtFirst"))->setCursorPosition(1);
+    QGuiApplication::clipboard()->setText(QString::fromUtf8(GetParam()));
+
+    key(QEvent::KeyPress, Qt::Key_V, QStringLiteral("\x16"), false, Qt::ControlModifier);
+    key(QEvent::KeyRelease, Qt::Key_V, {}, false, Qt::ControlModifier);
+
+    EXPECT_EQ(form.txtFirst.text(), "195");
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, PasteTest,
+                         testing::Values("9", "9\n", " 9", "9 ", "\t9\r\n", "\n\n9\n"));
+
+TEST_F(TextFieldTest, BlanksWithinAPastedTextStay) {
+    press(Qt::Key_Tab);
+    QGuiApplication::clipboard()->setText(QStringLiteral(" a b "));
+
+    key(QEvent::KeyPress, Qt::Key_V, QStringLiteral("\x16"), false, Qt::ControlModifier);
+
+    EXPECT_EQ(form.txtFirst.text(), "a b");
 }
 
 TEST_F(TextFieldTest, KeyDownIsRaisedBeforeTheTextChanges) {

@@ -171,7 +171,7 @@ protected:
                     continue;
                 }
                 last = window;
-                if (textOf(window) == "Confirm Save As") {
+                if (textOf(window) == "Velmars Tarvik.") {
                     questions.push_back(textOf(GetDlgItem(window, 0xFFFF)));
                     defaults.push_back(GetDlgCtrlID(GetFocus()));
                     const int button = answered < answers.size() ? answers[answered] : IDYES;
@@ -209,7 +209,7 @@ protected:
     std::uint32_t flagsAfter = 0;
 };
 
-TEST_F(OverwriteTest, AFileThatIsThereIsOverwrittenAfterOneQuestionInTheSystemsWords) {
+TEST_F(OverwriteTest, AFileThatIsThereIsOverwrittenAfterOneQuestion) {
     givenFile("backup.ini");
 
     EXPECT_TRUE(save({IDYES}, overwritePrompt));

@@ -64,6 +64,51 @@ TEST_F(OutsideNamesTest, ARowTellsOfATurn) {
     EXPECT_EQ(text, told);
 }
 
+/// Shows a box with that text; its text and its place.
+struct ShownBox {
+    std::string text;
+    RECT place{};
+};
+
+ShownBox boxWith(face::WindowsDesktop& desktop, const std::string& text) {
+    ShownBox shown;
+    const Later press([&] {
+        const OpenBox open = openBox(GetCurrentProcessId());
+        shown.text = open.text;
+        GetWindowRect(open.window, &shown.place);
+        return open.window != nullptr && open.press(MsgBoxAnswer::Ok);
+    });
+    desktop.messageBox({.text = text, .caption = "T"});
+    return shown;
+}
+
+void expectOnScreen(const RECT& place) {
+    EXPECT_GE(place.left, 0);
+    EXPECT_GE(place.top, 0);
+    EXPECT_LE(place.right, GetSystemMetrics(SM_CXSCREEN));
+    EXPECT_LE(place.bottom, GetSystemMetrics(SM_CYSCREEN));
+}
+
+TEST_F(OutsideNamesTest, ABoxOfAWordOfThousandsOfLettersFitsTheScreen) {
+    const ShownBox shown = boxWith(desktop, "Warning:\r" + std::string(3000, 'W') + "\rTry help.");
+
+    expectOnScreen(shown.place);
+    EXPECT_TRUE(shown.text.starts_with("Warning:")) << shown.text;
+    EXPECT_TRUE(shown.text.ends_with("Try help.")) << shown.text;
+}
+
+TEST_F(OutsideNamesTest, ABoxOfThousandsOfLinesFitsTheScreen) {
+    std::string lines;
+    for (int i = 0; i < 2000; ++i) {
+        lines += "x\r";
+    }
+
+    const ShownBox shown = boxWith(desktop, "Warning:\r" + lines + "Try help.");
+
+    expectOnScreen(shown.place);
+    EXPECT_TRUE(shown.text.ends_with("Try help.")) << shown.text;
+}
+
 TEST_F(OutsideNamesTest, ATextWithoutTurnsIsLeftAsItIs) {
     form.lblName.setCaption("\xF9\xF8 Bank");
 

@@ -131,6 +131,44 @@ protected:
     std::vector<std::string> seen;
 };
 
+void copy(const std::string& text) {
+    ASSERT_NE(OpenClipboard(nullptr), FALSE);
+    EmptyClipboard();
+    const HGLOBAL data = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+    text.copy(static_cast<char*>(GlobalLock(data)), text.size() + 1);
+    static_cast<char*>(GlobalLock(data))[text.size()] = '\0';
+    GlobalUnlock(data);
+    SetClipboardData(CF_TEXT, data);
+    CloseClipboard();
+}
+
+class PasteTest : public TextFieldTest, public testing::WithParamInterface<const char*> {};
+
+TEST_P(PasteTest, LeavesOutWhatStandsAroundTheText) {
+    constexpr WPARAM pasteKey = 0x16;
+    fields.txtField.setText("15");
+    ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtField));
+    settle();
+    selectIn(edit(fields.txtField), {.from = 1, .to = 1});
+    ASSERT_NO_FATAL_FAILURE(copy(GetParam()));
+
+    SendMessageA(edit(fields.txtField), WM_CHAR, pasteKey, 1);
+
+    EXPECT_EQ(fields.txtField.text(), "195");
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, PasteTest,
+                         testing::Values("9", "9\r\n", " 9", "9 ", "\t9\n", "\r\n9\r\n"));
+
+TEST_F(TextFieldTest, NothingIsPastedWhereNothingCanBeWritten) {
+    ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtFixed));
+    ASSERT_NO_FATAL_FAILURE(copy(" 9"));
+
+    SendMessageA(edit(fields.txtFixed), WM_PASTE, 0, 0);
+
+    EXPECT_EQ(textOf(edit(fields.txtFixed)), "first");
+}
+
 TEST_F(TextFieldTest, ComingToAFieldIsTold) {
     ASSERT_NO_FATAL_FAILURE(showFields());
     writeDownEvents();

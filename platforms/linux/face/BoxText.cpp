@@ -1,10 +1,15 @@
 #include "linux/face/BoxText.h"
 
 #include "common/FaceCaption.h"
+#include "common/FittingText.h"
+#include "common/HiddenCharacters.h"
 #include "linux/face/FaceText.h"
 
+#include <QApplication>
+#include <QFontMetrics>
 #include <QFontMetricsF>
 #include <QLabel>
+#include <QScreen>
 #include <QTextDocument>
 #include <QTextOption>
 
@@ -65,6 +70,15 @@ QMessageBox::StandardButton escapeButton(MsgBoxButtons buttons) {
     return QMessageBox::Ok;
 }
 
+QString boxText(const std::string& text) {
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    const QSize size = screen == nullptr ? QSize() : screen->availableSize();
+    const QFontMetrics font(QApplication::font("QMessageBox"));
+    const BoxRoom room =
+        boxRoom(size.width(), size.height(), font.averageCharWidth(), font.lineSpacing());
+    return changeableLines(fittingText(withHiddenTold(text), room));
+}
+
 void setTabStops(QMessageBox& box) {
     constexpr int lettersApart = 8;
     const QString alphabet = QStringLiteral("abcdefghijklmnopqrstuvwxyz");
@@ -96,13 +110,13 @@ MsgBoxAnswer answerOf(int pressed, MsgBoxButtons buttons) {
 }
 
 void writeUnshownBox(const MsgBoxRequest& request) {
-    QString lines = shownLines(request.caption + " " + request.text);
+    QString lines = changeableLines(request.caption + " " + request.text);
     // A name from outside could give orders to a terminal.
     const auto isOrder = [](QChar character) {
         return character.category() == QChar::Other_Control && character != QLatin1Char('\n');
     };
     std::replace_if(lines.begin(), lines.end(), isOrder, QChar(QChar::ReplacementCharacter));
-    const std::string text = entered(lines) + "\n";
+    const std::string text = withHiddenTold(entered(lines)) + "\n";
     const ssize_t written = write(STDERR_FILENO, text.data(), text.size());
     static_cast<void>(written); // nobody is left to be told
 }

@@ -3,10 +3,16 @@
 #include "ports/Desktop.h"
 
 #include <QMessageBox>
+#include <QString>
+
+#include <string>
 
 namespace tarvik::face {
 
 // How a message box of the program is told to the toolkit, and its answer to the program.
+
+/// The name of each of them, by which it is told from the toolkit's own.
+inline constexpr const char* programsBox = "msgBox";
 
 QMessageBox::Icon boxIcon(MsgBoxIcon icon);
 QMessageBox::StandardButtons boxButtons(MsgBoxButtons buttons);
@@ -14,6 +20,9 @@ QMessageBox::StandardButtons boxButtons(MsgBoxButtons buttons);
 QMessageBox::StandardButton defaultButton(const MsgBoxRequest& request);
 /// The button that Escape and the close box stand for.
 QMessageBox::StandardButton escapeButton(MsgBoxButtons buttons);
+
+/// A text for a box, so that the box fits the screen: as lines, what is not seen by its number.
+QString boxText(const std::string& text);
 
 /// Sets the tab stops of the text as far apart as eight letters of its font are wide, as texts for
 /// boxes expect it, whatever the font.

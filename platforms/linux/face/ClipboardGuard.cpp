@@ -38,11 +38,16 @@ TextTaker takerOf(QObject* widget) {
     return readOnly ? TextTaker() : taker;
 }
 
+bool isOfX() {
+    static const bool is = QGuiApplication::platformName() == QStringLiteral("xcb");
+    return is;
+}
+
 /// The text to be pasted, "" for none; nothing, after a beep, where its holder keeps it back.
 std::optional<QString> textIn(QClipboard::Mode mode) {
     const QClipboard& clipboard = *QGuiApplication::clipboard();
     const bool isMain = mode == QClipboard::Clipboard;
-    if (isMain ? clipboard.ownsClipboard() : clipboard.ownsSelection()) {
+    if (!isOfX() || (isMain ? clipboard.ownsClipboard() : clipboard.ownsSelection())) {
         return clipboard.text(mode);
     }
     const std::optional<std::string> text = textOfSelection(isMain ? "CLIPBOARD" : "PRIMARY");
@@ -53,20 +58,26 @@ std::optional<QString> textIn(QClipboard::Mode mode) {
     return QString::fromStdString(*text);
 }
 
+/// What other programs copy comes with blanks or a line end around it; a box of one line, which
+/// holds a number or a name, takes it without them.
+QString fitFor(const TextTaker& box, const QString& text) {
+    return box.line != nullptr ? text.trimmed() : text;
+}
+
 /// As a key that types all of it: the form hears of it as of every other key.
-void pasteByKey(QObject& box, const QKeyEvent& key) {
+void pasteByKey(QObject& watched, const TextTaker& box, const QKeyEvent& key) {
     const bool isPrimary = key.key() == Qt::Key_Insert &&
                            key.modifiers().testFlag(Qt::ShiftModifier) &&
                            key.modifiers().testFlag(Qt::ControlModifier);
     const QString text =
         textIn(isPrimary ? QClipboard::Selection : QClipboard::Clipboard).value_or(QString());
-    QKeyEvent typed(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, text);
-    QCoreApplication::sendEvent(&box, &typed);
+    QKeyEvent typed(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, fitFor(box, text));
+    QCoreApplication::sendEvent(&watched, &typed);
 }
 
 void insert(const TextTaker& box, const QString& text) {
     if (box.line != nullptr) {
-        box.line->insert(text);
+        box.line->insert(fitFor(box, text));
     } else {
         box.lines->insertPlainText(text);
     }
@@ -124,7 +135,7 @@ bool paste(QObject& watched, QEvent& event) {
     }
     switch (event.type()) {
     case QEvent::KeyPress:
-        pasteByKey(watched, static_cast<QKeyEvent&>(event));
+        pasteByKey(watched, box, static_cast<QKeyEvent&>(event));
         return true;
     case QEvent::MouseButtonRelease:
         pasteByMouse(box, static_cast<QMouseEvent&>(event));
@@ -136,8 +147,7 @@ bool paste(QObject& watched, QEvent& event) {
 
 } // namespace
 
-ClipboardGuard::ClipboardGuard()
-    : isOfX_(QGuiApplication::platformName() == QStringLiteral("xcb")) {
+ClipboardGuard::ClipboardGuard() {
     qApp->installEventFilter(this);
 }
 
@@ -145,9 +155,6 @@ bool ClipboardGuard::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::DragEnter) {
         event->ignore();
         return true;
-    }
-    if (!isOfX_) {
-        return false;
     }
     const auto* menu = qobject_cast<QMenu*>(watched);
     if (menu != nullptr && event->type() == QEvent::Show) {

@@ -1,7 +1,8 @@
 #include "linux/face/FaceText.h"
 
 #include "common/FaceCaption.h"
-#include "common/VisibleDirections.h"
+#include "common/HiddenCharacters.h"
+#include "types/Text.h"
 
 #include <QStringList>
 #include <QWidget>
@@ -9,19 +10,19 @@
 namespace tarvik::face {
 
 QString shown(const std::string& text) {
-    return changeable(tarvik::withVisibleDirections(text));
+    return changeable(tarvik::withHiddenTold(text));
 }
 
 QString changeable(const std::string& text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-QString withVisibleDirections(const QString& text) {
-    return shown(entered(text));
+QString shownName(const QString& name) {
+    return shown(withControlsTold(entered(name)));
 }
 
 QString shownLines(const std::string& text) {
-    return changeableLines(tarvik::withVisibleDirections(text));
+    return changeableLines(tarvik::withHiddenTold(text));
 }
 
 QString changeableLines(const std::string& text) {

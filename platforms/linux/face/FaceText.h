@@ -9,15 +9,17 @@ class QWidget;
 namespace tarvik::face {
 
 /// The program's texts are bytes; what is no valid UTF-8 is shown with replacement characters, and
-/// what turns the direction of writing by its number: names from outside stand in many texts. The
-/// text itself remains in the model, and nothing takes it back from what is shown.
+/// what is not seen, as what turns the direction of writing, by its number: names from outside
+/// stand in many texts. The text itself remains in the model, and nothing takes it back from what
+/// is shown.
 QString shown(const std::string& text);
 
 /// The same for a text that the user may change, and that is taken back: as it stands.
 QString changeable(const std::string& text);
 
-/// A name that the toolkit shows by itself, with its turns of direction told by their numbers.
-QString withVisibleDirections(const QString& text);
+/// The name of a file that the toolkit shows by itself, in one line: what is not seen, or breaks
+/// the line, by its number.
+QString shownName(const QString& name);
 
 /// As `shown`, for texts of messages: a carriage return, alone or with a line feed, breaks the
 /// line.

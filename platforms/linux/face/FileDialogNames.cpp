@@ -8,6 +8,8 @@
 #include <QFileDialog>
 #include <QHelpEvent>
 #include <QLineEdit>
+#include <QPainter>
+#include <QPixmap>
 #include <QProxyStyle>
 #include <QStyleOptionComboBox>
 #include <QStyledItemDelegate>
@@ -23,13 +25,16 @@ public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
     QString displayText(const QVariant& value, const QLocale& locale) const override {
-        return withVisibleDirections(QStyledItemDelegate::displayText(value, locale));
+        // The toolkit makes another line break of one.
+        return shownName(value.userType() == QMetaType::QString
+                             ? value.toString()
+                             : QStyledItemDelegate::displayText(value, locale));
     }
 
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override {
         const QString tip = index.data(Qt::ToolTipRole).toString();
-        const QString told = withVisibleDirections(tip);
+        const QString told = shownName(tip);
         if (event->type() != QEvent::ToolTip || told == tip) {
             return QStyledItemDelegate::helpEvent(event, view, option, index);
         }
@@ -49,7 +54,7 @@ public:
             return;
         }
         QStyleOptionComboBox told = *combo;
-        told.currentText = withVisibleDirections(combo->currentText);
+        told.currentText = shownName(combo->currentText);
         QProxyStyle::drawControl(element, &told, painter, widget);
     }
 };
@@ -61,7 +66,7 @@ public:
     explicit NameBox(QLineEdit& box) : QObject(&box), box_(box) { box.installEventFilter(this); }
 
     bool eventFilter(QObject* watched, QEvent* event) override {
-        const QString told = withVisibleDirections(box_.text());
+        const QString told = shownName(box_.text());
         if (event->type() != QEvent::Paint || box_.hasFocus() || told == box_.text()) {
             return QObject::eventFilter(watched, event);
         }
@@ -72,7 +77,12 @@ public:
         drawn.setEnabled(box_.isEnabled());
         drawn.setCursorPosition(0);
         drawn.resize(box_.size());
-        drawn.render(&box_);
+        // Into the box itself nothing but the box is drawn while it is being painted.
+        QPixmap picture(box_.size() * box_.devicePixelRatioF());
+        picture.setDevicePixelRatio(box_.devicePixelRatioF());
+        picture.fill(Qt::transparent);
+        drawn.render(&picture);
+        QPainter(&box_).drawPixmap(0, 0, picture);
         return true;
     }
 

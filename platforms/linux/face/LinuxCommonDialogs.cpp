@@ -3,6 +3,7 @@
 #include "linux/face/FaceText.h"
 #include "linux/face/FileDialogNames.h"
 #include "linux/face/QtDesktop.h"
+#include "ports/OverwriteQuestion.h"
 
 #include <QFile>
 #include <QFileDialog>
@@ -49,6 +50,36 @@ QString pathOf(const char* bytes) {
     return bytes == nullptr ? QString() : QFile::decodeName(bytes);
 }
 
+/// A dialog that stays open where the file that was chosen is not to be replaced. The toolkit's own
+/// question would show a line break in a name as one of its text.
+class AskingDialog : public QFileDialog {
+public:
+    AskingDialog(QtDesktop& desktop, QWidget* owner, bool asks)
+        : QFileDialog(owner), desktop_(desktop), asks_(asks) {}
+
+protected:
+    void done(int result) override {
+        if (result != QDialog::Accepted || !asks_ || mayReplace(selectedFiles().value(0))) {
+            QFileDialog::done(result);
+        }
+    }
+
+private:
+    bool mayReplace(const QString& path) {
+        const QFileInfo file(path);
+        if (!file.exists()) {
+            return true;
+        }
+        const QPointer<QFileDialog> open = this;
+        const MsgBoxAnswer answer =
+            desktop_.askInDialog(overwriteQuestion(entered(file.fileName())));
+        return !open.isNull() && answer == MsgBoxAnswer::Yes;
+    }
+
+    QtDesktop& desktop_;
+    bool asks_;
+};
+
 void setOptions(QFileDialog& dialog, const OPENFILENAMEA& data, bool open) {
     identify(dialog, "fileDialog");
     dialog.setAcceptMode(open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
@@ -59,8 +90,7 @@ void setOptions(QFileDialog& dialog, const OPENFILENAMEA& data, bool open) {
     // The desktop's dialog would show names in its own way, and what is done to the toolkit's own
     // would go unseen.
     dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setOption(QFileDialog::DontConfirmOverwrite,
-                     !has(data, DialogFlag::Flag_OverwritePrompt));
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
     dialog.setOption(QFileDialog::DontResolveSymlinks,
                      has(data, DialogFlag::Flag_NoDereferenceLinks));
     dialog.setOption(QFileDialog::HideNameFilterDetails);
@@ -154,7 +184,8 @@ bool LinuxCommonDialogs::show(OPENFILENAMEA& data, const DialogPlacement& place,
     error_ = 0;
     const auto owner = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(data.hwndOwner));
     // The owner takes the dialog along if it goes meanwhile.
-    const QPointer<QFileDialog> dialog = new QFileDialog(desktop_.ownerOf(owner));
+    const QPointer<QFileDialog> dialog = new AskingDialog(
+        desktop_, desktop_.ownerOf(owner), !open && has(data, DialogFlag::Flag_OverwritePrompt));
     setOptions(*dialog, data, open);
     showNamesPlainly(*dialog);
     placeDialog(*dialog, place);

@@ -101,11 +101,19 @@ MsgBoxAnswer QtDesktop::messageBox(const MsgBoxRequest& request) {
     }
     const BusyScope busy(context_);
     applyVisibility();
+    return showBox(request);
+}
+
+MsgBoxAnswer QtDesktop::askInDialog(const MsgBoxRequest& request) {
+    return context_.ending ? closingAnswer(request.buttons) : showBox(request);
+}
+
+MsgBoxAnswer QtDesktop::showBox(const MsgBoxRequest& request) {
     // The window before which it stands takes the box along if it goes meanwhile.
     const QPointer<QMessageBox> box =
-        new QMessageBox(boxIcon(request.icon), shown(request.caption), shownLines(request.text),
+        new QMessageBox(boxIcon(request.icon), shown(request.caption), boxText(request.text),
                         boxButtons(request.buttons), boxOwner());
-    identify(*box, "msgBox");
+    identify(*box, programsBox);
     box->setTextFormat(Qt::PlainText);
     box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     box->setDefaultButton(defaultButton(request));

@@ -50,6 +50,8 @@ public:
     /// Shows the dialog and returns when it is closed: true when something was chosen. Meanwhile
     /// timers go on; what the user does elsewhere is refused.
     bool runDialog(QDialog& dialog);
+    /// Asks before the dialog that is open, without its closing. Timers go on.
+    MsgBoxAnswer askInDialog(const MsgBoxRequest& request);
 
     /// What happens when the user's session ends; may be called again.
     void endSession();
@@ -64,6 +66,7 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    MsgBoxAnswer showBox(const MsgBoxRequest& request);
     /// The window of the form, or the first of all for null, if it is seen; else null.
     FormWindow* seenWindow(const ControlList* form) const;
     /// The window whose user is answered, or else the one that was active last, or else any; null

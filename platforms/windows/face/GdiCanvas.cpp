@@ -1,7 +1,7 @@
 #include "windows/face/GdiCanvas.h"
 
 #include "common/CanvasPixels.h"
-#include "common/VisibleDirections.h"
+#include "common/HiddenCharacters.h"
 
 #include <algorithm>
 #include <vector>
@@ -116,13 +116,13 @@ void GdiCanvas::polygon(std::span<const CanvasPoint> corners, const Colour& colo
 void GdiCanvas::text(CanvasPoint leftTop, const std::string& text, const Colour& colour) {
     const PixelPoint place = nearestPixel(leftTop);
     SetTextColor(context_, colourOf(colour));
-    const std::string told = withVisibleDirections(text, codePage_);
+    const std::string told = withHiddenTold(text, codePage_);
     TextOutA(context_, place.x, place.y, told.data(), static_cast<int>(told.size()));
 }
 
 CanvasSize GdiCanvas::textSize(const std::string& text) const {
     SIZE size{};
-    const std::string told = withVisibleDirections(text, codePage_);
+    const std::string told = withHiddenTold(text, codePage_);
     GetTextExtentPoint32A(context_, told.data(), static_cast<int>(told.size()), &size);
     return {static_cast<double>(size.cx), static_cast<double>(size.cy)};
 }

@@ -2,6 +2,9 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+#include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -22,6 +25,26 @@ DWORD styleOf(const TextBox& textBox) {
 /// One that the user may change stands there as it is: it is taken back.
 std::string textFor(const TextBox& textBox, ControlSite& site) {
     return textBox.readOnly() ? site.shown(textBox.text()) : textBox.text();
+}
+
+/// The clipboard's text without the blanks and line ends around it, as other programs copy them;
+/// empty for none.
+std::string pastedText(HWND window) {
+    if (OpenClipboard(window) == FALSE) {
+        return {};
+    }
+    std::string text;
+    if (const HANDLE data = GetClipboardData(CF_TEXT)) {
+        if (const void* const bytes = GlobalLock(data)) {
+            const std::string_view held(static_cast<const char*>(bytes), GlobalSize(data));
+            text = held.substr(0, held.find('\0'));
+            GlobalUnlock(data);
+        }
+    }
+    CloseClipboard();
+    constexpr const char* blanks = " \t\r\n";
+    text.erase(std::min(text.find_last_not_of(blanks) + 1, text.size()));
+    return text.erase(0, std::min(text.find_first_not_of(blanks), text.size()));
 }
 
 class TextBoxWindow : public ControlWindow {
@@ -91,6 +114,12 @@ private:
         if (message == WM_KEYDOWN) {
             return box.onKeyDown(first, second);
         }
+        if (message == WM_PASTE && box.takesOneLine()) {
+            const std::string text = pastedText(window);
+            return text.empty() ? 0
+                                : SendMessageA(window, EM_REPLACESEL, TRUE,
+                                               reinterpret_cast<LPARAM>(text.c_str()));
+        }
         const LRESULT result = DefSubclassProc(window, message, first, second);
         if (message == WM_GETDLGCODE) {
             return box.keysWanted(result, reinterpret_cast<const MSG*>(second));
@@ -122,6 +151,8 @@ private:
         const bool leaves = textBox_.multiLine() && (textBox_.readOnly() || escape);
         return leaves ? wanted & ~static_cast<LRESULT>(DLGC_WANTALLKEYS) : wanted;
     }
+
+    bool takesOneLine() const { return !textBox_.multiLine() && !textBox_.readOnly(); }
 
     struct Character {
         WPARAM code;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "common/FaceContext.h"
-#include "common/VisibleDirections.h"
+#include "common/HiddenCharacters.h"
 #include "controls/Form.h"
 #include "windows/face/AccessibleNames.h"
 
@@ -18,9 +18,7 @@ struct WindowContext : FaceContext {
     /// A text for the eye: what turns the direction of writing is told by its number, as names from
     /// outside stand in many texts. The text itself remains in the model, and nothing takes it back
     /// from what is shown.
-    std::string shown(const std::string& text) const {
-        return withVisibleDirections(text, codePage);
-    }
+    std::string shown(const std::string& text) const { return withHiddenTold(text, codePage); }
 
     CodePage codePage;
     /// How many messages are being handled, one within the other. A window that was withdrawn may

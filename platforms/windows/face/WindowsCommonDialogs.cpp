@@ -1,5 +1,6 @@
 #include "windows/face/WindowsCommonDialogs.h"
 
+#include "ports/OverwriteQuestion.h"
 #include "windows/face/WindowsDesktop.h"
 
 #include <string>
@@ -116,12 +117,9 @@ bool WindowsCommonDialogs::mayOverwrite(const OPENFILENAMEA& data) {
     if (GetFileAttributesA(data.lpstrFile) == INVALID_FILE_ATTRIBUTES) {
         return true;
     }
-    const std::string title = data.lpstrFile + data.nFileOffset;
     return desktop_.askInDialog(static_cast<HWND>(data.hwndOwner),
-                                {.text = title + " already exists.\rDo you want to replace it?",
-                                 .buttons = MsgBoxButtons::YesNo,
-                                 .icon = MsgBoxIcon::Exclamation,
-                                 .caption = "Confirm Save As"}) == MsgBoxAnswer::Yes;
+                                overwriteQuestion(data.lpstrFile + data.nFileOffset)) ==
+           MsgBoxAnswer::Yes;
 }
 
 std::uint32_t WindowsCommonDialogs::CommDlgExtendedError() {

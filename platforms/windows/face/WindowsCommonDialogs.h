@@ -8,8 +8,8 @@ namespace tarvik::face {
 class WindowsDesktop;
 
 /// The system's file dialogs. While one is open timers go on; what the user does elsewhere in the
-/// program is refused. Before a file is overwritten the program asks itself, in the system's words:
-/// the system's own question would show a name that turns the direction of writing as another one.
+/// program is refused. Before a file is overwritten the program asks itself: the system's own
+/// question would show a name that turns the direction of writing as another one.
 class WindowsCommonDialogs : public CommonDialogs {
 public:
     explicit WindowsCommonDialogs(WindowsDesktop& desktop) : desktop_(desktop) {}

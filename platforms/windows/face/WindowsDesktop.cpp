@@ -1,7 +1,9 @@
 #include "windows/face/WindowsDesktop.h"
 
 #include "common/FaceCaption.h"
+#include "common/FittingText.h"
 #include "windows/face/BoxText.h"
+#include "windows/face/FaceFont.h"
 
 #include <commctrl.h>
 
@@ -38,6 +40,12 @@ bool isInput(UINT message) {
     return (message >= WM_KEYFIRST && message <= WM_KEYLAST) ||
            (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) ||
            (message >= WM_NCMOUSEMOVE && message <= lastOutsideMouse);
+}
+
+BoxRoom roomForBox() {
+    const FaceFont font(dotsPerInch(nullptr));
+    return boxRoom(GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN),
+                   font.charactersWidth(1), font.lineHeight());
 }
 
 /// Closes a box or dialog of this thread as if it had been closed by the user.
@@ -141,7 +149,8 @@ MsgBoxAnswer WindowsDesktop::askInDialog(HWND owner, const MsgBoxRequest& reques
 }
 
 MsgBoxAnswer WindowsDesktop::showBox(HWND owner, const MsgBoxRequest& request) {
-    const std::string text = boxText(context_.shown(request.text));
+    const std::string text =
+        boxText(fittingText(context_.shown(request.text), roomForBox(), context_.codePage));
     // Without a window to stand before, a box would be lost behind those of other programs.
     const UINT place = owner == nullptr ? MB_TASKMODAL | MB_SETFOREGROUND : MB_APPLMODAL;
     const int pressed = MessageBoxA(owner, text.c_str(), context_.shown(request.caption).c_str(),

@@ -1,7 +1,7 @@
 #include "windows/face/WindowsNotificationArea.h"
 
+#include "common/HiddenCharacters.h"
 #include "common/TrayLamp.h"
-#include "common/VisibleDirections.h"
 #include "windows/face/BoxText.h"
 #include "windows/face/DrawingRaster.h"
 
@@ -75,7 +75,7 @@ HICON WindowsNotificationArea::iconOf(std::uint32_t which) {
 
 /// Names from outside stand in the texts.
 void WindowsNotificationArea::tellTurns(Record& record) const {
-    const auto shown = [this](const char* text) { return withVisibleDirections(text, codePage_); };
+    const auto shown = [this](const char* text) { return withHiddenTold(text, codePage_); };
     if ((record.uFlags & tip) != 0) {
         const std::size_t room = record.cbSize < Record::size ? oldestTip : sizeof record.szTip;
         put(shown(record.szTip), record.szTip, room);

@@ -209,6 +209,11 @@ protected:
             return IsWindowVisible(control("cmdExport")) != FALSE && area.right > 0;
         }));
         click("cmdExport");
+        nameExport(name);
+    }
+
+    /// Enters a name in the dialog, once it is there.
+    void nameExport(const std::string& name) const {
         HWND dialog = nullptr;
         ASSERT_TRUE(RunningProgram::waitUntil([&] {
             dialog = FindWindowA(nullptr, "Export history as CSV...");
@@ -258,7 +263,8 @@ TEST_F(HistoryTest, BeforeAFileIsReplacedItsNameIsAskedAbout) {
     EXPECT_FALSE(WindowsFiles().read(exported, text).has_value());
     EXPECT_EQ(text, "of great value");
 
-    ASSERT_NO_FATAL_FAILURE(exportAs("history"));
+    // The dialog comes again, for another name or the same one.
+    ASSERT_NO_FATAL_FAILURE(nameExport("history"));
     ASSERT_TRUE(program->answer(question, MsgBoxAnswer::Yes));
     ASSERT_TRUE(program->answer("All records have been successfully exported.", MsgBoxAnswer::Ok));
     EXPECT_FALSE(WindowsFiles().read(exported, text).has_value());

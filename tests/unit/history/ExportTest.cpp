@@ -182,10 +182,30 @@ TEST_P(CompletedNameTest, KeepsItsFileWhenTheUserSaysNo) {
     EXPECT_EQ(everything(), before);
 }
 
+TEST_P(CompletedNameTest, MayBeAnotherOneAfterTheUserSaysNo) {
+    expectQuestion(MsgBoxAnswer::No);
+    machine.dialogs.chosenAgain = "other.csv";
+
+    EXPECT_NE(exportedTo("other.csv"), "");
+
+    EXPECT_EQ(machine.files.file(GetParam().written), "old");
+    EXPECT_EQ(machine.files.replacements, 1);
+}
+
 INSTANTIATE_TEST_SUITE_P(Each, CompletedNameTest,
                          testing::Values(TypedName{"E:\\history", 1, "E:\\history.csv"},
                                          TypedName{"/mnt/history", 1, "/mnt/history.csv"},
                                          TypedName{" history ", 1, "history.csv"}));
+
+TEST_F(ExportTest, ALineBreakInANameIsToldInTheQuestion) {
+    import(numberedLog(1));
+    choose("/mnt/a\nb\r", 1);
+    machine.files.setFile("/mnt/a\nb\r.csv", "old");
+    expectBox("a[U+000A]b[U+000D].csv already exists.\rDo you want to replace it?",
+              MsgBoxButtons::YesNo, MsgBoxIcon::Exclamation, MsgBoxAnswer::Yes);
+
+    EXPECT_NE(exportedTo("/mnt/a\nb\r.csv"), "old");
+}
 
 TEST_F(ExportTest, AFolderOfTheCompletedNameCannotBeReplacedAndIsNotAskedAbout) {
     import(numberedLog(1));

@@ -25,6 +25,18 @@ TEST(TextTest, ComparesWithoutTheCaseOfAsciiLetters) {
     EXPECT_FALSE(equalWithoutCase("@", "`"));
 }
 
+TEST(TextTest, ACharacterIsToldByItsNumber) {
+    EXPECT_EQ(characterNumber(0), "[U+0000]");
+    EXPECT_EQ(characterNumber(0x202E), "[U+202E]");
+    EXPECT_EQ(characterNumber(0xE0100), "[U+E0100]");
+}
+
+TEST(TextTest, ControlCharactersAreToldByTheirNumbers) {
+    EXPECT_EQ(withControlsTold("a\nb\r\t\x1B\x1F\x7F"),
+              "a[U+000A]b[U+000D][U+0009][U+001B][U+001F][U+007F]");
+    EXPECT_EQ(withControlsTold(" ~\x80\xC3\xA4\xFF"), " ~\x80\xC3\xA4\xFF");
+}
+
 TEST(TextTest, ABlankTakesOneToThreeBytes) {
     EXPECT_EQ(leadingBlank(" x"), 1U);
     EXPECT_EQ(leadingBlank("\t"), 1U);
