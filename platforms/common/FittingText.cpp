@@ -100,7 +100,7 @@ BoxRoom boxRoom(int screenWidth, int screenHeight, int letterWidth, int lineHeig
     constexpr int fewestLines = 14;
     constexpr int comfortable = 80; // letters
     constexpr int others = 10;      // lines that icon, buttons and borders are as high as
-    // Some letters are twice as wide as most.
+    // A box that is wider than half of the screen may break the lines once more.
     const int letters = screenWidth / 2 / std::max(letterWidth, 1);
     const int lines = screenHeight / std::max(lineHeight, 1) - others;
     return {.letters = static_cast<std::size_t>(std::clamp(letters, fewestLetters, comfortable)),

@@ -14,8 +14,8 @@ struct BoxRoom {
     std::size_t lines = 0;
 };
 
-/// What a screen has room for beside the rest of a box, with letters and lines of that size; all in
-/// pixels.
+/// What a screen has room for beside the rest of a box, with letters as wide as that at the most
+/// and lines as high; all in pixels.
 BoxRoom boxRoom(int screenWidth, int screenHeight, int letterWidth, int lineHeight);
 
 /// A text in UTF-8 for a message box of that room, so that its buttons are on the screen whatever a

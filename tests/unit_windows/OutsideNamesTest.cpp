@@ -1,4 +1,5 @@
 #include "HebrewPage.h"
+#include "Later.h"
 #include "controls/ListView.h"
 #include "support/FormOn.h"
 #include "support/Win32Windows.h"

@@ -149,10 +149,10 @@ TEST_P(PasteTest, LeavesOutWhatStandsAroundTheText) {
     fields.txtField.setText("15");
     ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtField));
     settle();
-    selectIn(edit(fields.txtField), {.from = 1, .to = 1});
+    selectIn(windowOf(fields.txtField), {.from = 1, .to = 1});
     ASSERT_NO_FATAL_FAILURE(copy(GetParam()));
 
-    SendMessageA(edit(fields.txtField), WM_CHAR, pasteKey, 1);
+    SendMessageA(windowOf(fields.txtField), WM_CHAR, pasteKey, 1);
 
     EXPECT_EQ(fields.txtField.text(), "195");
 }
@@ -164,9 +164,9 @@ TEST_F(TextFieldTest, NothingIsPastedWhereNothingCanBeWritten) {
     ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtFixed));
     ASSERT_NO_FATAL_FAILURE(copy(" 9"));
 
-    SendMessageA(edit(fields.txtFixed), WM_PASTE, 0, 0);
+    SendMessageA(windowOf(fields.txtFixed), WM_PASTE, 0, 0);
 
-    EXPECT_EQ(textOf(edit(fields.txtFixed)), "first");
+    EXPECT_EQ(textOf(windowOf(fields.txtFixed)), "first");
 }
 
 TEST_F(TextFieldTest, ComingToAFieldIsTold) {

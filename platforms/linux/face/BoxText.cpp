@@ -74,8 +74,8 @@ QString boxText(const std::string& text) {
     const QScreen* const screen = QGuiApplication::primaryScreen();
     const QSize size = screen == nullptr ? QSize() : screen->availableSize();
     const QFontMetrics font(QApplication::font("QMessageBox"));
-    const BoxRoom room =
-        boxRoom(size.width(), size.height(), font.averageCharWidth(), font.lineSpacing());
+    const BoxRoom room = boxRoom(size.width(), size.height(),
+                                 font.horizontalAdvance(QLatin1Char('W')), font.lineSpacing());
     return changeableLines(fittingText(withHiddenTold(text), room));
 }
 

@@ -44,8 +44,9 @@ bool isInput(UINT message) {
 
 BoxRoom roomForBox() {
     const FaceFont font(dotsPerInch(nullptr));
+    // A line of one long word may take the height of two.
     return boxRoom(GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN),
-                   font.charactersWidth(1), font.lineHeight());
+                   font.textWidth("W"), 2 * font.lineHeight());
 }
 
 /// Closes a box or dialog of this thread as if it had been closed by the user.
