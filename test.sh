@@ -157,7 +157,7 @@ in_shares() {
 }
 
 packages() {
-    install_missing "${packages_build[@]}" "${packages_test[@]}" "${packages_fuzz[@]}" "${packages_display[@]}" "${packages_office[@]}" "${packages_network[@]}" "${packages_windows[@]}" "${packages_wine[@]}" \
+    install_missing "${packages_build[@]}" "${packages_test[@]}" "${packages_sanitizers[@]}" "${packages_display[@]}" "${packages_office[@]}" "${packages_network[@]}" "${packages_windows[@]}" "${packages_wine[@]}" \
         "${packages_package[@]}" "${packages_packaged[@]}"
 }
 
@@ -196,8 +196,8 @@ stories() {
 }
 
 build_sanitized() {
-    needs "${packages_build[@]}" "${packages_library[@]}" || return $cannot_run
-    build sanitizers unit_tests linux_tests soak monkey_scripted monkey_qt
+    needs "${packages_build[@]}" "${packages_library[@]}" "${packages_sanitizers[@]}" || return $cannot_run
+    build sanitizers unit_tests linux_tests soak monkey_scripted monkey_qt fuzz_targets
 }
 
 build_windows_checked() {
@@ -208,11 +208,6 @@ build_windows_checked() {
 build_packaged() {
     needs "${packages_build[@]}" || return $cannot_run
     scripts/package.sh build
-}
-
-build_fuzz() {
-    needs "${packages_build[@]}" "${packages_fuzz[@]}" || return $cannot_run
-    build fuzz fuzz_targets
 }
 
 packages_quick() {
@@ -230,7 +225,7 @@ unit() {
 }
 
 tests_sanitized() {
-    needs "${packages_build[@]}" "${packages_library[@]}" || return $cannot_run
+    needs "${packages_build[@]}" "${packages_library[@]}" "${packages_sanitizers[@]}" || return $cannot_run
     export UBSAN_OPTIONS=print_stacktrace=1
     # The toolkit keeps memory of its own until the end, which is no leak of the program's.
     build sanitizers unit_tests linux_tests soak || return 1
@@ -247,7 +242,7 @@ tests_sanitized() {
 # A random user on the scripted and the Linux face; TARVIK_MONKEY_STEPS and TARVIK_MONKEY_SEED set
 # how long and which.
 monkey() {
-    needs "${packages_build[@]}" "${packages_library[@]}" || return $cannot_run
+    needs "${packages_build[@]}" "${packages_library[@]}" "${packages_sanitizers[@]}" || return $cannot_run
     export UBSAN_OPTIONS=print_stacktrace=1
     build sanitizers monkey_scripted monkey_qt &&
         ASAN_OPTIONS=detect_leaks=1 build/sanitizers/bin/monkey_scripted &&
@@ -265,7 +260,7 @@ monkey_windows() {
 
 # So many runs of each target, the same ones every time; scripts/fuzz.sh alone searches on.
 fuzz() {
-    needs "${packages_build[@]}" "${packages_fuzz[@]}" || return $cannot_run
+    needs "${packages_build[@]}" "${packages_library[@]}" "${packages_sanitizers[@]}" || return $cannot_run
     FUZZ_RUNS=2000 scripts/fuzz.sh
 }
 
@@ -418,12 +413,11 @@ stage "build for Windows, warnings are errors" build_windows builds
 stage "build with AddressSanitizer and UBSan" build_sanitized builds
 stage "build of the packages' programs" build_packaged builds
 stage "build for Windows, checked" build_windows_checked builds
-stage "build of the fuzz targets" build_fuzz builds
 stage "clang-tidy" tidy builds
 stage "clang-tidy on the code for Windows" tidy_windows builds
 stage "unit, face and soak tests under AddressSanitizer and UBSan" tests_sanitized checks build_sanitized
 stage "a random user on the scripted and the Linux face, sanitized" monkey checks build_sanitized
-stage "fuzz targets, a fixed number of runs" fuzz checks build_fuzz
+stage "fuzz targets, a fixed number of runs" fuzz checks build_sanitized
 stage "unit tests on Windows" unit_windows wine build_windows
 stage "face and services on Windows" windows_tests wine build_windows
 stage "user stories on Windows" stories_windows wine build_windows

@@ -13,13 +13,14 @@ cd "$(dirname "$(readlink -f "$0")")/.."
 seconds=${1:-180}
 shift || true
 corpus=tests/fuzz/corpus
-install_missing "${packages_build[@]}" "${packages_fuzz[@]}"
-cmake --preset fuzz >/dev/null
-cmake --build --preset fuzz --target fuzz_targets
+install_missing "${packages_build[@]}" "${packages_library[@]}" "${packages_sanitizers[@]}"
+cmake --preset sanitizers >/dev/null
+cmake --build --preset sanitizers --target fuzz_targets
 
 chosen=("$@")
 [ ${#chosen[@]} -gt 0 ] || mapfile -t chosen < <(basename -a tests/fuzz/target_*.cpp | sed 's/^target_//; s/\.cpp$//')
 limits=(-rss_limit_mb=1024 -malloc_limit_mb=512 -timeout=10 -max_len=4096 -dict=tests/fuzz/tarvik.dict)
+mkdir -p build/fuzz
 status=0
 summary=()
 
@@ -27,7 +28,7 @@ summary=()
 fuzz() {
     local target=$1 log=build/fuzz/$1.log
     shift
-    if "build/fuzz/bin/fuzz_$target" "${limits[@]}" -print_final_stats=1 \
+    if "build/sanitizers/bin/fuzz_$target" "${limits[@]}" -print_final_stats=1 \
         "-artifact_prefix=build/fuzz/$target-" "$@" >"$log" 2>&1; then
         summary+=("$(printf '%-10s %9s runs, %s' "$target" \
             "$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")" \
@@ -36,7 +37,7 @@ fuzz() {
         status=1
         summary+=("$(printf '%-10s BROKEN' "$target")")
         tail -n 40 "$log" >&2
-        printf 'Again: build/fuzz/bin/fuzz_%s %s\n' "$target" \
+        printf 'Again: build/sanitizers/bin/fuzz_%s %s\n' "$target" \
             "$(sed -n 's/.*Test unit written to //p' "$log" | tail -n 1)" >&2
     fi
 }
@@ -51,7 +52,7 @@ found() {
 keep() {
     local least=build/fuzz/least/$1
     rm -rf "$least" && mkdir -p "$least" "build/fuzz/corpus/$1" "$corpus"
-    "build/fuzz/bin/fuzz_$1" "${limits[@]}" -set_cover_merge=1 "$least" "build/fuzz/corpus/$1" \
+    "build/sanitizers/bin/fuzz_$1" "${limits[@]}" -set_cover_merge=1 "$least" "build/fuzz/corpus/$1" \
         "build/fuzz/found/$1" "tests/fuzz/seeds/$1" >"build/fuzz/$1.log" 2>&1 || return
     tar --sort=name --mtime=@0 --owner=0 --group=0 --numeric-owner -C "$least" -cf - . | gzip -n9 >"$corpus/$1.tar.gz"
     summary+=("$(printf '%-10s %4d inputs, %d bytes' "$1" "$(find "$least" -type f | wc -l)" "$(wc -c <"$corpus/$1.tar.gz")")")

@@ -33,7 +33,9 @@ std::vector<std::string> textsOfOneName(std::size_t count) {
     for (std::size_t i = 0; i < count; ++i) {
         std::string text = "abcdefghij";
         for (std::size_t letter = 0; letter < text.size(); ++letter) {
-            text[letter] = static_cast<char>(text[letter] ^ ((i >> letter & 1U) * 0x20U));
+            if ((i >> letter & 1U) != 0) {
+                text[letter] = static_cast<char>(text[letter] - ('a' - 'A'));
+            }
         }
         texts.push_back(std::move(text));
     }

@@ -88,7 +88,9 @@ TEST(NameHashTest, TextsThatDifferInTheCaseOfLettersHaveNumbersOfTheirOwn) {
     for (std::uint32_t i = 0; i < 1024; ++i) {
         std::string text = "abcdefghij";
         for (std::size_t letter = 0; letter < text.size(); ++letter) {
-            text[letter] = static_cast<char>(text[letter] ^ ((i >> letter & 1U) * 0x20U));
+            if ((i >> letter & 1U) != 0) {
+                text[letter] = static_cast<char>(text[letter] - ('a' - 'A'));
+            }
         }
         numbers.insert(hash(text));
     }
