@@ -10,12 +10,12 @@ namespace tarvik {
 namespace {
 
 const std::string busName = "org.freedesktop.DBus";
-constexpr uid_t nobody = 65534;
+constexpr uid_t anotherUser = 65534;
 
 /// The bus knows a program by the user who connects, and the system knows users by thread.
 void becomeAnother() {
     if (geteuid() == 0) {
-        syscall(SYS_setresuid, nobody, nobody, nobody);
+        syscall(SYS_setresuid, anotherUser, anotherUser, anotherUser);
     }
 }
 

@@ -12,8 +12,8 @@
 namespace tarvik {
 namespace {
 
-const std::string turned = "a\u202egnp.exe";
-const QString told = QStringLiteral("a[U+202E]gnp.exe");
+const std::string turnedFile = "a\u202egnp.exe";
+const QString shownFile = QStringLiteral("a[U+202E]gnp.exe");
 
 /// What a widget shows while nobody works in it.
 QImage imageOf(QWidget& widget) {
@@ -29,7 +29,7 @@ QString shownBy(const QAbstractItemView& list, const QString& text) {
 using FileDialogNamesTest = FileDialogTest;
 
 TEST_F(FileDialogNamesTest, TheBoxOfTheNameTellsOfATurnAndKeepsTheName) {
-    const QString name = QString::fromStdString(turned);
+    const QString name = QString::fromStdString(turnedFile);
     QImage shown;
     QImage wanted;
     QString kept;
@@ -38,7 +38,7 @@ TEST_F(FileDialogNamesTest, TheBoxOfTheNameTellsOfATurnAndKeepsTheName) {
         nameOf(dialog).setText(name);
         shown = imageOf(nameOf(dialog));
         kept = nameOf(dialog).text();
-        QLineEdit plain(told);
+        QLineEdit plain(shownFile);
         plain.setFont(nameOf(dialog).font());
         plain.resize(nameOf(dialog).size());
         wanted = imageOf(plain);
@@ -50,7 +50,7 @@ TEST_F(FileDialogNamesTest, TheBoxOfTheNameTellsOfATurnAndKeepsTheName) {
 
 /// What stands on the screen where a widget is.
 QImage onScreen(QWidget& widget) {
-    // Two turns of the loop: one to be told that it is to be painted, one to paint it.
+    // Two turns of the loop: one to be shownFile that it is to be painted, one to paint it.
     for (int i = 0; i < 2; ++i) {
         QCoreApplication::processEvents();
     }
@@ -72,9 +72,9 @@ TEST_F(FileDialogNamesTest, TheScreenShowsTheNameOfTheBoxWithItsTurnTold) {
         ASSERT_TRUE(spinUntil([&] { return dialog.isActiveWindow(); }));
         box.clearFocus();
         empty = onScreen(box);
-        box.setText(QString::fromStdString(turned));
+        box.setText(QString::fromStdString(turnedFile));
         shown = onScreen(box);
-        box.setText(told);
+        box.setText(shownFile);
         box.setCursorPosition(0);
         wanted = onScreen(box);
     });
@@ -112,9 +112,9 @@ TEST_F(FileDialogNamesTest, TheNameIsChangedAsItStands) {
         dialog.activateWindow();
         nameOf(dialog).setFocus();
         ASSERT_TRUE(spinUntil([&] { return nameOf(dialog).hasFocus(); }));
-        nameOf(dialog).setText(told);
+        nameOf(dialog).setText(shownFile);
         wanted = nameOf(dialog).grab().toImage();
-        nameOf(dialog).setText(QString::fromStdString(turned));
+        nameOf(dialog).setText(QString::fromStdString(turnedFile));
         shown = nameOf(dialog).grab().toImage();
     });
 
@@ -122,16 +122,16 @@ TEST_F(FileDialogNamesTest, TheNameIsChangedAsItStands) {
 }
 
 TEST_F(FileDialogNamesTest, TheNameWithATurnIsOpened) {
-    const std::string path = makeFile(turned);
+    const std::string path = makeFile(turnedFile);
 
-    EXPECT_TRUE(open(choose(turned)));
+    EXPECT_TRUE(open(choose(turnedFile)));
 
     EXPECT_EQ(file.substr(0, path.size() + 1), path + '\0');
 }
 
 TEST_F(FileDialogNamesTest, TheFolderThatIsShownTellsOfATurn) {
-    std::filesystem::create_directories(folder.path() + "/" + turned);
-    std::filesystem::create_directories(folder.path() + "/" + told.toStdString());
+    std::filesystem::create_directories(folder.path() + "/" + turnedFile);
+    std::filesystem::create_directories(folder.path() + "/" + shownFile.toStdString());
     const auto shownFor = [&](const std::string& name) {
         const std::string path = folder.path() + "/" + name;
         data.lpstrInitialDir = path.c_str();
@@ -146,23 +146,23 @@ TEST_F(FileDialogNamesTest, TheFolderThatIsShownTellsOfATurn) {
         return image;
     };
 
-    const QImage shown = shownFor(turned);
+    const QImage shown = shownFor(turnedFile);
 
-    EXPECT_EQ(shown, shownFor(told.toStdString()));
+    EXPECT_EQ(shown, shownFor(shownFile.toStdString()));
 }
 
 TEST_F(FileDialogNamesTest, AllListsOfNamesTellOfATurn) {
-    const QString name = QString::fromStdString(turned);
+    const QString name = QString::fromStdString(turnedFile);
 
     open([&](const QFileDialog& dialog) {
         const auto& folders = *dialog.findChild<QComboBox*>(QStringLiteral("lookInCombo"));
         const auto& places = *dialog.findChild<QAbstractItemView*>(QStringLiteral("sidebar"));
 
-        EXPECT_EQ(shownBy(places, name), told);
-        EXPECT_EQ(shownBy(*nameOf(dialog).completer()->popup(), name), told);
+        EXPECT_EQ(shownBy(places, name), shownFile);
+        EXPECT_EQ(shownBy(*nameOf(dialog).completer()->popup(), name), shownFile);
         const auto* delegate = qobject_cast<const QStyledItemDelegate*>(folders.itemDelegate());
         ASSERT_NE(delegate, nullptr);
-        EXPECT_EQ(delegate->displayText(name, QLocale::c()), told);
+        EXPECT_EQ(delegate->displayText(name, QLocale::c()), shownFile);
     });
 }
 

@@ -54,7 +54,7 @@ protected:
 
     FileDialogTest() {
         form.setVisible(true);
-        EXPECT_TRUE(spinUntil([this] { return window() != nullptr && window()->isVisible(); }));
+        EXPECT_TRUE(spinUntil([] { return window() != nullptr && window()->isVisible(); }));
         data.lStructSize = OPENFILENAMEA::size;
         data.lpstrInitialDir = folder.path().c_str();
         data.lpstrFile = file.data();

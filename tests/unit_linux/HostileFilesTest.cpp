@@ -21,7 +21,7 @@
 namespace tarvik {
 namespace {
 
-using Names = std::vector<std::string>;
+using FileNames = std::vector<std::string>;
 
 void put(const std::string& path, const std::string& bytes) {
     std::ofstream(path, std::ios::binary) << bytes;
@@ -74,7 +74,7 @@ protected:
         const struct stat now = infoOf(path);
         EXPECT_EQ(now.st_ino, before.st_ino);
         EXPECT_EQ(now.st_mode, before.st_mode);
-        EXPECT_EQ(folder.names(), Names{"Tarvik.ini"});
+        EXPECT_EQ(folder.names(), FileNames{"Tarvik.ini"});
     }
 
     TemporaryFolder folder;
@@ -277,7 +277,7 @@ TEST_F(OtherUserTest, AFileThatAnotherUserKeepsStaysAsItWas) {
     EXPECT_EQ(replacedByUser(), denied);
 
     EXPECT_EQ(contentOf(path), "old");
-    EXPECT_EQ(folder.names(), Names{"Tarvik.ini"});
+    EXPECT_EQ(folder.names(), FileNames{"Tarvik.ini"});
 }
 
 TEST_F(OtherUserTest, AFileThatMayNotBeReadIsTold) {
@@ -297,7 +297,7 @@ TEST_F(OtherUserTest, AFolderThatMayNotBeWrittenIsTold) {
 
     EXPECT_EQ(replacedByUser(), denied);
 
-    EXPECT_EQ(folder.names(), Names{});
+    EXPECT_EQ(folder.names(), FileNames{});
 }
 
 TEST_F(OtherUserTest, WhatLiesInAClosedFolderIsNotTakenForMissing) {
@@ -332,7 +332,7 @@ TEST_F(OtherUserTest, InAFolderOfEverybodysNothingOfOthersIsTouched) {
     EXPECT_EQ(contentOf(path), "new");
     EXPECT_EQ(contentOf(victim), "precious");
     EXPECT_EQ(folder.names(),
-              (Names{".tarvik-aB3xYz.tmp", ".tarvik-aaaaaa.tmp", "Tarvik.ini", "victim"}));
+              (FileNames{".tarvik-aB3xYz.tmp", ".tarvik-aaaaaa.tmp", "Tarvik.ini", "victim"}));
 }
 
 TEST_F(OtherUserTest, ALinkThatAnotherUserPlantedIsNotFollowed) {
@@ -350,7 +350,7 @@ TEST_F(OtherUserTest, ALinkThatAnotherUserPlantedIsNotFollowed) {
     EXPECT_FALSE(files.stamp(path));
     EXPECT_EQ(files.Dir(path), FileKind::Other);
     EXPECT_EQ(contentOf(victim), "precious");
-    EXPECT_EQ(folder.names(), (Names{"Tarvik.ini", "victim"}));
+    EXPECT_EQ(folder.names(), (FileNames{"Tarvik.ini", "victim"}));
 }
 
 TEST_F(OtherUserTest, ALinkOfTheUsersOwnThroughAnotherUsersIsNotFollowed) {

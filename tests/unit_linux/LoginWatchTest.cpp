@@ -20,9 +20,9 @@
 namespace tarvik {
 namespace {
 
-constexpr const char* service = "org.freedesktop.login1";
-constexpr const char* object = "/org/freedesktop/login1";
-constexpr const char* manager = "org.freedesktop.login1.Manager";
+constexpr const char* loginService = "org.freedesktop.login1";
+constexpr const char* loginPath = "/org/freedesktop/login1";
+constexpr const char* loginInterface = "org.freedesktop.login1.Manager";
 
 /// What happens on other threads, and waiting for it.
 class Happening {
@@ -64,15 +64,16 @@ public:
 
     void start() {
         connection_ = sdbus::createSystemBusConnection();
-        object_ = sdbus::createObject(*connection_, object);
-        object_->registerMethod("Inhibit").onInterface(manager).implementedAs(
-            [this](const std::string& what, const std::string&, const std::string&,
-                   const std::string& mode) { return give(what, mode); });
+        object_ = sdbus::createObject(*connection_, loginPath);
+        object_->registerMethod("Inhibit")
+            .onInterface(loginInterface)
+            .implementedAs([this](const std::string& what, const std::string&, const std::string&,
+                                  const std::string& mode) { return give(what, mode); });
         for (const char* signal : {"PrepareForSleep", "PrepareForShutdown"}) {
-            object_->registerSignal(signal).onInterface(manager).withParameters<bool>();
+            object_->registerSignal(signal).onInterface(loginInterface).withParameters<bool>();
         }
         object_->finishRegistration();
-        connection_->requestName(service);
+        connection_->requestName(loginService);
         connection_->enterEventLoopAsync();
     }
     void stop() {
@@ -81,7 +82,7 @@ public:
         connection_.reset();
     }
     void tell(const std::string& signal, bool begins) {
-        object_->emitSignal(signal).onInterface(manager).withArguments(begins);
+        object_->emitSignal(signal).onInterface(loginInterface).withArguments(begins);
     }
 
     std::vector<Delay> delays;
@@ -97,7 +98,7 @@ private:
     }
 
     Happening& happening_;
-    SystemBusStandIn bus_{service};
+    SystemBusStandIn bus_{loginService};
     std::unique_ptr<sdbus::IConnection> connection_;
     std::unique_ptr<sdbus::IObject> object_;
 };
@@ -199,10 +200,10 @@ TEST_F(LoginWatchTest, NobodyElseIsBelieved) {
     ASSERT_TRUE(delaysSoon(1));
     BusStranger stranger;
 
-    stranger.send(object, manager, "PrepareForSleep", true);
+    stranger.send(loginPath, loginInterface, "PrepareForSleep", true);
     stranger.send("/org/freedesktop/DBus", "org.freedesktop.DBus", "NameOwnerChanged",
-                  std::string(service), std::string(), stranger.name());
-    stranger.send(object, manager, "PrepareForSleep", true);
+                  std::string(loginService), std::string(), stranger.name());
+    stranger.send(loginPath, loginInterface, "PrepareForSleep", true);
     login.tell("PrepareForSleep", false);
 
     ASSERT_TRUE(delaysSoon(2)) << "what came behind is seen";

@@ -1,4 +1,5 @@
 #include "linux/network/NetworkNews.h"
+#include "NetworkNames.h"
 #include "linux/network/BusSignal.h"
 
 #include <gtest/gtest.h>
@@ -6,25 +7,20 @@
 namespace tarvik {
 namespace {
 
-const std::string busName = "org.freedesktop.DBus";
-const std::string service = "org.freedesktop.NetworkManager";
-const std::string owner = ":1.5";
-const std::string lineInterface = service + ".Connection.Active";
-const std::string settings = service + ".Settings";
-const std::string deviceInterface = service + ".Device";
+const std::string ownerName = ":1.5";
 
 /// NetworkManager runs, and everything that it told has been read.
 class NetworkNewsTest : public testing::Test {
 protected:
     NetworkNewsTest() {
-        news.takeOwner(owner);
+        news.takeOwner(ownerName);
         news.profilesStale = news.linesStale = false;
     }
 
     static BusSignal ofOwner(const std::string& from, std::vector<BusSignal::Value> values) {
         return {.sender = from,
                 .path = "/org/freedesktop/DBus",
-                .interface = busName,
+                .interface = bus::service,
                 .member = "NameOwnerChanged",
                 .values = std::move(values)};
     }
@@ -48,66 +44,68 @@ protected:
 };
 
 TEST_F(NetworkNewsTest, TheBusTellsWhoTheServiceIs) {
-    news.take(ofOwner(busName, {service, owner, std::string()}));
+    news.take(ofOwner(bus::service, {network::service, ownerName, std::string()}));
     EXPECT_FALSE(news.running());
     EXPECT_FALSE(news.believes(""));
 
-    news.take(ofOwner(busName, {service, std::string(), std::string(":1.9")}));
+    news.take(ofOwner(bus::service, {network::service, std::string(), std::string(":1.9")}));
 
     EXPECT_TRUE(news.running());
     EXPECT_EQ(news.starts(), 3U);
     EXPECT_TRUE(news.believes(":1.9"));
-    EXPECT_FALSE(news.believes(owner));
+    EXPECT_FALSE(news.believes(ownerName));
     EXPECT_TRUE(news.profilesStale && news.linesStale);
 }
 
 TEST_F(NetworkNewsTest, NobodyElseTellsWhoTheServiceIs) {
-    for (const std::string& sender : {std::string(":1.66"), owner, service, std::string()}) {
-        expectNoChangeBy(ofOwner(sender, {service, owner, std::string()}));
-        expectNoChangeBy(ofOwner(sender, {service, owner, std::string(":1.66")}));
+    for (const std::string& sender :
+         {std::string(":1.66"), ownerName, network::service, std::string()}) {
+        expectNoChangeBy(ofOwner(sender, {network::service, ownerName, std::string()}));
+        expectNoChangeBy(ofOwner(sender, {network::service, ownerName, std::string(":1.66")}));
     }
 }
 
 TEST_F(NetworkNewsTest, TheOwnerOfAnotherNameIsNoMatter) {
-    expectNoChangeBy(ofOwner(busName, {service + "2", owner, std::string()}));
+    expectNoChangeBy(ofOwner(bus::service, {network::service + "2", ownerName, std::string()}));
 }
 
 TEST_F(NetworkNewsTest, TheSameOwnerAgainIsNoOtherStart) {
     const NetworkNews before = news;
 
-    news.takeOwner(owner);
+    news.takeOwner(ownerName);
 
     EXPECT_TRUE(news == before);
 }
 
 TEST_F(NetworkNewsTest, AStrangersSignalsChangeNothing) {
-    for (const std::string& sender : {std::string(":1.66"), service, std::string(), busName}) {
-        expectNoChangeBy(signal(sender, lineInterface, "StateChanged", {4U, 9U}));
-        expectNoChangeBy(signal(sender, deviceInterface, "StateChanged", {120U, 40U, 9U}));
-        expectNoChangeBy(signal(sender, settings, "NewConnection", {"/profile"}));
-        expectNoChangeBy(signal(sender, settings + ".Connection", "Updated", {}));
-        expectNoChangeBy(
-            signal(sender, busName + ".Properties", "PropertiesChanged", {lineInterface}));
+    for (const std::string& sender :
+         {std::string(":1.66"), network::service, std::string(), bus::service}) {
+        expectNoChangeBy(signal(sender, network::lineInterface, "StateChanged", {4U, 9U}));
+        expectNoChangeBy(signal(sender, network::deviceInterface, "StateChanged", {120U, 40U, 9U}));
+        expectNoChangeBy(signal(sender, network::settingsInterface, "NewConnection", {"/profile"}));
+        expectNoChangeBy(signal(sender, network::settingsInterface + ".Connection", "Updated", {}));
+        expectNoChangeBy(signal(sender, bus::service + ".Properties", "PropertiesChanged",
+                                {network::lineInterface}));
     }
 }
 
 TEST_F(NetworkNewsTest, ASignalThatCannotBeReadChangesNothing) {
-    expectNoChangeBy(ofOwner(busName, {}));
-    expectNoChangeBy(ofOwner(busName, {service, 1U, 2U}));
-    expectNoChangeBy(ofOwner(busName, {1U, owner, std::string()}));
-    expectNoChangeBy(signal(owner, settings, "NewConnection", {}));
-    expectNoChangeBy(signal(owner, settings, "NewConnection", {"no path"}));
-    expectNoChangeBy(signal(owner, settings, "ConnectionRemoved", {1U}));
-    expectNoChangeBy(signal(owner, lineInterface, "StateChanged", {}));
-    expectNoChangeBy(signal(owner, lineInterface, "StateChanged", {4U}));
-    expectNoChangeBy(signal(owner, lineInterface, "StateChanged", {4U, "9"}));
-    expectNoChangeBy(signal(owner, deviceInterface, "StateChanged", {120U, "40", 9U}));
-    expectNoChangeBy(signal(owner, deviceInterface, "StateChanged", {120U, 40U}));
-    expectNoChangeBy(signal(owner, busName + ".Properties", "PropertiesChanged", {1U}));
+    expectNoChangeBy(ofOwner(bus::service, {}));
+    expectNoChangeBy(ofOwner(bus::service, {network::service, 1U, 2U}));
+    expectNoChangeBy(ofOwner(bus::service, {1U, ownerName, std::string()}));
+    expectNoChangeBy(signal(ownerName, network::settingsInterface, "NewConnection", {}));
+    expectNoChangeBy(signal(ownerName, network::settingsInterface, "NewConnection", {"no path"}));
+    expectNoChangeBy(signal(ownerName, network::settingsInterface, "ConnectionRemoved", {1U}));
+    expectNoChangeBy(signal(ownerName, network::lineInterface, "StateChanged", {}));
+    expectNoChangeBy(signal(ownerName, network::lineInterface, "StateChanged", {4U}));
+    expectNoChangeBy(signal(ownerName, network::lineInterface, "StateChanged", {4U, "9"}));
+    expectNoChangeBy(signal(ownerName, network::deviceInterface, "StateChanged", {120U, "40", 9U}));
+    expectNoChangeBy(signal(ownerName, network::deviceInterface, "StateChanged", {120U, 40U}));
+    expectNoChangeBy(signal(ownerName, bus::service + ".Properties", "PropertiesChanged", {1U}));
 }
 
 TEST_F(NetworkNewsTest, TheServiceTellsWhyALineEnded) {
-    news.take(signal(owner, lineInterface, "StateChanged", {4U, 9U}));
+    news.take(signal(ownerName, network::lineInterface, "StateChanged", {4U, 9U}));
 
     EXPECT_EQ(news.reasonOf("/line"), 9U);
     EXPECT_FALSE(news.reasonOf("/other"));
@@ -116,26 +114,26 @@ TEST_F(NetworkNewsTest, TheServiceTellsWhyALineEnded) {
 }
 
 TEST_F(NetworkNewsTest, TheServiceTellsWhichProfilesCameChangedAndWent) {
-    news.take(signal(owner, settings, "NewConnection", {"/new"}));
-    news.take(signal(owner, settings + ".Connection", "Updated", {}));
-    news.take(signal(owner, settings, "NewConnection", {"/short"}));
-    news.take(signal(owner, settings, "ConnectionRemoved", {"/short"}));
-    news.take(signal(owner, settings, "PropertiesChanged", {"/other"}));
+    news.take(signal(ownerName, network::settingsInterface, "NewConnection", {"/new"}));
+    news.take(signal(ownerName, network::settingsInterface + ".Connection", "Updated", {}));
+    news.take(signal(ownerName, network::settingsInterface, "NewConnection", {"/short"}));
+    news.take(signal(ownerName, network::settingsInterface, "ConnectionRemoved", {"/short"}));
+    news.take(signal(ownerName, network::settingsInterface, "PropertiesChanged", {"/other"}));
 
     EXPECT_EQ(news.changedProfiles,
               (std::map<std::string, bool>{{"/line", true}, {"/new", true}, {"/short", false}}));
     EXPECT_FALSE(news.profilesStale || news.linesStale);
 
-    news.take(signal(owner, settings + ".Connection", "Removed", {}));
+    news.take(signal(ownerName, network::settingsInterface + ".Connection", "Removed", {}));
 
     EXPECT_FALSE(news.changedProfiles.at("/line"));
 }
 
 TEST_F(NetworkNewsTest, OnlyADeviceThatFailedHasAReason) {
-    news.take(signal(owner, deviceInterface, "StateChanged", {100U, 40U, 9U}));
+    news.take(signal(ownerName, network::deviceInterface, "StateChanged", {100U, 40U, 9U}));
     EXPECT_EQ(news.deviceReason(), 0U);
 
-    news.take(signal(owner, deviceInterface, "StateChanged", {120U, 40U, 9U}));
+    news.take(signal(ownerName, network::deviceInterface, "StateChanged", {120U, 40U, 9U}));
 
     EXPECT_EQ(news.deviceReason(), 9U);
     news.forgetReasons();
@@ -143,10 +141,11 @@ TEST_F(NetworkNewsTest, OnlyADeviceThatFailedHasAReason) {
 }
 
 TEST_F(NetworkNewsTest, OnlyPropertiesThatLinesAreReadFromMakeThemStale) {
-    expectNoChangeBy(
-        signal(owner, busName + ".Properties", "PropertiesChanged", {service + ".AccessPoint"}));
+    expectNoChangeBy(signal(ownerName, bus::service + ".Properties", "PropertiesChanged",
+                            {network::service + ".AccessPoint"}));
 
-    news.take(signal(owner, busName + ".Properties", "PropertiesChanged", {service}));
+    news.take(
+        signal(ownerName, bus::service + ".Properties", "PropertiesChanged", {network::service}));
 
     EXPECT_TRUE(news.linesStale);
 }

@@ -1,15 +1,11 @@
 #include "NetworkStandIn.h"
+#include "NetworkNames.h"
 
 #include <thread>
 
 namespace tarvik {
 
 namespace {
-
-const std::string service = "org.freedesktop.NetworkManager";
-const std::string root = "/org/freedesktop/NetworkManager";
-const std::string lineInterface = service + ".Connection.Active";
-const std::string deviceInterface = service + ".Device";
 
 /// Held for what the objects say only, never for a call to the bus: the bus has a lock of its own,
 /// which its thread holds while it asks for this one.
@@ -32,7 +28,7 @@ void NetworkStandIn::start() {
     for (const auto& [path, settings] : profiles_) {
         registerProfile(path);
     }
-    connection_->requestName(service);
+    connection_->requestName(network::service);
     connection_->enterEventLoopAsync();
 }
 
@@ -83,15 +79,15 @@ void NetworkStandIn::property(sdbus::IObject& object, const std::string& interfa
 }
 
 void NetworkStandIn::registerManager() {
-    manager_ = objectAt(root);
-    property(*manager_, service, "State", state_);
-    property(*manager_, service, "Connectivity", connectivity_);
-    property(*manager_, service, "PrimaryConnectionType", primaryType_);
-    property(*manager_, service, "PrimaryConnection", primary_);
-    property(*manager_, service, "ActiveConnections", linePaths_);
-    property(*manager_, service, "AllDevices", devicePaths_);
+    manager_ = objectAt(network::managerPath);
+    property(*manager_, network::service, "State", state_);
+    property(*manager_, network::service, "Connectivity", connectivity_);
+    property(*manager_, network::service, "PrimaryConnectionType", primaryType_);
+    property(*manager_, network::service, "PrimaryConnection", primary_);
+    property(*manager_, network::service, "ActiveConnections", linePaths_);
+    property(*manager_, network::service, "AllDevices", devicePaths_);
     manager_->registerMethod("ActivateConnection")
-        .onInterface(service)
+        .onInterface(network::service)
         .implementedAs([this](const sdbus::ObjectPath& profile, const sdbus::ObjectPath&,
                               const sdbus::ObjectPath&) -> sdbus::ObjectPath {
             answer();
@@ -101,7 +97,7 @@ void NetworkStandIn::registerManager() {
             return onActivate(profile);
         });
     manager_->registerMethod("DeactivateConnection")
-        .onInterface(service)
+        .onInterface(network::service)
         .implementedAs([this](const sdbus::ObjectPath& path) {
             answer();
             if (!failure.empty()) {
@@ -114,9 +110,9 @@ void NetworkStandIn::registerManager() {
 }
 
 void NetworkStandIn::registerSettings() {
-    settings_ = objectAt(root + "/Settings");
+    settings_ = objectAt(network::managerPath + "/Settings");
     settings_->registerMethod("ListConnections")
-        .onInterface(service + ".Settings")
+        .onInterface(network::service + ".Settings")
         .implementedAs([this]() -> Paths {
             answer();
             const Guard guard(mutex_);
@@ -128,7 +124,7 @@ void NetworkStandIn::registerSettings() {
         });
     for (const char* signal : {"NewConnection", "ConnectionRemoved"}) {
         settings_->registerSignal(signal)
-            .onInterface(service + ".Settings")
+            .onInterface(network::service + ".Settings")
             .withParameters<sdbus::ObjectPath>();
     }
     settings_->finishRegistration();
@@ -137,24 +133,24 @@ void NetworkStandIn::registerSettings() {
 void NetworkStandIn::registerProfile(const std::string& path) {
     auto object = objectAt(path);
     object->registerMethod("GetSettings")
-        .onInterface(service + ".Settings.Connection")
+        .onInterface(network::service + ".Settings.Connection")
         .implementedAs([this, path]() -> Settings {
             answer();
             std::this_thread::sleep_for(perProfile_.load());
             const Guard guard(mutex_);
             if (path == hidden_) {
-                throw sdbus::Error(service + ".Settings.PermissionDenied", "");
+                throw sdbus::Error(network::service + ".Settings.PermissionDenied", "");
             }
             return profiles_[path];
         });
-    object->registerSignal("Updated").onInterface(service + ".Settings.Connection");
+    object->registerSignal("Updated").onInterface(network::service + ".Settings.Connection");
     object->finishRegistration();
     profileObjects_[path] = std::move(object);
 }
 
 std::string NetworkStandIn::newPath(const std::string& kind) {
     const Guard guard(mutex_);
-    return root + "/" + kind + "/" + std::to_string(++last_);
+    return network::managerPath + "/" + kind + "/" + std::to_string(++last_);
 }
 
 std::string NetworkStandIn::addProfile(const std::string& name, const std::string& type,
@@ -169,7 +165,7 @@ std::string NetworkStandIn::addProfile(const std::string& name, const std::strin
     }
     registerProfile(path);
     settings_->emitSignal("NewConnection")
-        .onInterface(service + ".Settings")
+        .onInterface(network::service + ".Settings")
         .withArguments(sdbus::ObjectPath(path));
     return path;
 }
@@ -179,7 +175,8 @@ void NetworkStandIn::renameProfile(const std::string& path, const std::string& n
         const Guard guard(mutex_);
         profiles_.at(path)["connection"]["id"] = sdbus::Variant(name);
     }
-    profileObjects_.at(path)->emitSignal("Updated").onInterface(service + ".Settings.Connection");
+    profileObjects_.at(path)->emitSignal("Updated").onInterface(network::service +
+                                                                ".Settings.Connection");
 }
 
 void NetworkStandIn::removeProfile(const std::string& path) {
@@ -189,7 +186,7 @@ void NetworkStandIn::removeProfile(const std::string& path) {
     }
     profileObjects_.erase(path);
     settings_->emitSignal("ConnectionRemoved")
-        .onInterface(service + ".Settings")
+        .onInterface(network::service + ".Settings")
         .withArguments(sdbus::ObjectPath(path));
 }
 
@@ -206,12 +203,12 @@ std::string NetworkStandIn::addDevice(const std::string& interface, const std::s
         devicePaths_.emplace_back(path);
     }
     device->object = objectAt(path);
-    property(*device->object, deviceInterface, "Interface", device->interface);
-    property(*device->object, deviceInterface, "IpInterface", device->ipInterface);
-    property(*device->object, deviceInterface, "Ip4Config", device->ip4);
-    property(*device->object, deviceInterface, "Ip6Config", device->ip6);
+    property(*device->object, network::deviceInterface, "Interface", device->interface);
+    property(*device->object, network::deviceInterface, "IpInterface", device->ipInterface);
+    property(*device->object, network::deviceInterface, "Ip4Config", device->ip4);
+    property(*device->object, network::deviceInterface, "Ip6Config", device->ip6);
     device->object->registerSignal("StateChanged")
-        .onInterface(deviceInterface)
+        .onInterface(network::deviceInterface)
         .withParameters<std::uint32_t, std::uint32_t, std::uint32_t>();
     device->object->finishRegistration();
     return path;
@@ -235,15 +232,15 @@ std::string NetworkStandIn::addLine(const std::string& profile, std::uint32_t st
         linePaths_.emplace_back(path);
     }
     line->object = objectAt(path);
-    property(*line->object, lineInterface, "Uuid", line->uuid);
-    property(*line->object, lineInterface, "Id", line->id);
-    property(*line->object, lineInterface, "Type", line->type);
-    property(*line->object, lineInterface, "State", line->state);
-    property(*line->object, lineInterface, "Devices", line->devices);
-    property(*line->object, lineInterface, "Ip4Config", line->ip4);
-    property(*line->object, lineInterface, "Ip6Config", line->ip6);
+    property(*line->object, network::lineInterface, "Uuid", line->uuid);
+    property(*line->object, network::lineInterface, "Id", line->id);
+    property(*line->object, network::lineInterface, "Type", line->type);
+    property(*line->object, network::lineInterface, "State", line->state);
+    property(*line->object, network::lineInterface, "Devices", line->devices);
+    property(*line->object, network::lineInterface, "Ip4Config", line->ip4);
+    property(*line->object, network::lineInterface, "Ip6Config", line->ip6);
     line->object->registerSignal("StateChanged")
-        .onInterface(lineInterface)
+        .onInterface(network::lineInterface)
         .withParameters<std::uint32_t, std::uint32_t>();
     line->object->finishRegistration();
     tellLines();
@@ -251,7 +248,7 @@ std::string NetworkStandIn::addLine(const std::string& profile, std::uint32_t st
 }
 
 void NetworkStandIn::tellLines() {
-    manager_->emitPropertiesChangedSignal(service, {"ActiveConnections"});
+    manager_->emitPropertiesChangedSignal(network::service, {"ActiveConnections"});
 }
 
 void NetworkStandIn::settle() {
@@ -278,7 +275,7 @@ void NetworkStandIn::setLineState(const std::string& path, std::uint32_t state,
     }
     line(path)
         .object->emitSignal("StateChanged")
-        .onInterface(lineInterface)
+        .onInterface(network::lineInterface)
         .withArguments(state, reason);
     if (state == 4) {
         tellLines();
@@ -300,7 +297,7 @@ void NetworkStandIn::failDevice(const std::string& path, std::uint32_t reason) {
     constexpr std::uint32_t failed = 120;
     devices_.at(path)
         .object->emitSignal("StateChanged")
-        .onInterface(deviceInterface)
+        .onInterface(network::deviceInterface)
         .withArguments(failed, before, reason);
 }
 
@@ -310,7 +307,7 @@ void NetworkStandIn::setPrimary(const std::string& path, const std::string& type
         primary_ = path;
         primaryType_ = type;
     }
-    manager_->emitPropertiesChangedSignal(service, {"PrimaryConnection"});
+    manager_->emitPropertiesChangedSignal(network::service, {"PrimaryConnection"});
 }
 
 std::vector<std::string> NetworkStandIn::deactivated() const {

@@ -1,4 +1,5 @@
 #include "BusStranger.h"
+#include "NetworkNames.h"
 #include "NetworkServiceTest.h"
 
 #include <algorithm>
@@ -12,9 +13,6 @@
 namespace tarvik {
 namespace {
 
-const std::string busPath = "/org/freedesktop/DBus";
-const std::string busName = "org.freedesktop.DBus";
-const std::string serviceName = "org.freedesktop.NetworkManager";
 const std::string noLine = "/org/freedesktop/NetworkManager/ActiveConnection/99";
 
 /// Does something on and on, as long as it lives.
@@ -68,7 +66,7 @@ protected:
     }
 
     /// Has the program ask for the lines.
-    void tellOfLines() { service.tell(path, serviceName + ".Connection.Active", "Something"); }
+    void tellOfLines() { service.tell(path, network::service + ".Connection.Active", "Something"); }
 
     BusStranger stranger;
     std::string path;
@@ -80,16 +78,16 @@ TEST_F(NetworkStrangersTest, TheStrangerIsAnotherUserWhereThatCanBe) {
 }
 
 TEST_F(NetworkStrangersTest, AServiceThatAStrangerTellsToBeGoneGoesOn) {
-    stranger.send(busPath, busName, "NameOwnerChanged", serviceName, std::string(":1.0"),
-                  std::string());
+    stranger.send(bus::path, bus::service, "NameOwnerChanged", network::service,
+                  std::string(":1.0"), std::string());
 
     expectThatMonitoringGoesOn();
 }
 
 TEST_F(NetworkStrangersTest, AStrangerDoesNotBecomeTheService) {
-    stranger.send(busPath, busName, "NameOwnerChanged", serviceName, std::string(),
+    stranger.send(bus::path, bus::service, "NameOwnerChanged", network::service, std::string(),
                   stranger.name());
-    stranger.send(busPath, busName, "NameOwnerChanged", serviceName, stranger.name(),
+    stranger.send(bus::path, bus::service, "NameOwnerChanged", network::service, stranger.name(),
                   std::string());
 
     expectThatMonitoringGoesOn();
@@ -97,19 +95,19 @@ TEST_F(NetworkStrangersTest, AStrangerDoesNotBecomeTheService) {
 
 TEST_F(NetworkStrangersTest, SignalsThatCannotBeReadAreNoMatter) {
     const std::string text = "no number";
-    stranger.send(busPath, busName, "NameOwnerChanged", serviceName, std::uint32_t{1});
-    stranger.send(path, serviceName + ".Connection.Active", "StateChanged", text, text);
-    stranger.send(path, serviceName + ".Device", "StateChanged", text);
-    stranger.send(path, serviceName + ".Settings", "NewConnection", std::uint32_t{1});
-    stranger.send(path, busName + ".Properties", "PropertiesChanged",
-                  serviceName + ".Connection.Active");
+    stranger.send(bus::path, bus::service, "NameOwnerChanged", network::service, std::uint32_t{1});
+    stranger.send(path, network::service + ".Connection.Active", "StateChanged", text, text);
+    stranger.send(path, network::service + ".Device", "StateChanged", text);
+    stranger.send(path, network::service + ".Settings", "NewConnection", std::uint32_t{1});
+    stranger.send(path, bus::service + ".Properties", "PropertiesChanged",
+                  network::service + ".Connection.Active");
 
     expectThatMonitoringGoesOn();
 }
 
 TEST_F(NetworkStrangersTest, AReasonThatAStrangerMakesUpIsNotTold) {
     service.onActivate = [&](const std::string&) {
-        stranger.send(noLine, serviceName + ".Connection.Active", "StateChanged", deactivated,
+        stranger.send(noLine, network::service + ".Connection.Active", "StateChanged", deactivated,
                       std::uint32_t{9});
         return noLine;
     };

@@ -29,7 +29,9 @@ namespace tarvik {
 namespace {
 
 /// The places of what a note is asked for with.
-enum Argument { application, replaced, icon, summary, body, actions, hints, timeout };
+struct NoteArgument {
+    enum : int { application, replaced, icon, summary, body, actions, hints, timeout };
+};
 
 class NotificationAreaTest : public testing::Test {
 protected:
@@ -120,12 +122,12 @@ TEST_F(NotificationAreaTest, ANoteIsShownWithTitleTextAndTime) {
     ASSERT_TRUE(spinUntil([&] { return !service.notes.empty(); }));
     const QVariantList& asked = service.notes.front();
     ASSERT_EQ(asked.size(), 8);
-    EXPECT_EQ(asked[summary].toString(), QStringLiteral("Connected"));
-    EXPECT_EQ(asked[body].toString(), QStringLiteral("to the net"));
-    EXPECT_EQ(asked[timeout], QVariant(5000));
-    EXPECT_EQ(asked[replaced], QVariant(0U));
-    EXPECT_EQ(asked[actions].toStringList(), QStringList());
-    EXPECT_EQ(asked[application].toString(), QCoreApplication::applicationName());
+    EXPECT_EQ(asked[NoteArgument::summary].toString(), QStringLiteral("Connected"));
+    EXPECT_EQ(asked[NoteArgument::body].toString(), QStringLiteral("to the net"));
+    EXPECT_EQ(asked[NoteArgument::timeout], QVariant(5000));
+    EXPECT_EQ(asked[NoteArgument::replaced], QVariant(0U));
+    EXPECT_EQ(asked[NoteArgument::actions].toStringList(), QStringList());
+    EXPECT_EQ(asked[NoteArgument::application].toString(), QCoreApplication::applicationName());
 }
 
 TEST_F(NotificationAreaTest, ATextIsMeantAsItStandsAndKeepsItsLines) {
@@ -134,8 +136,8 @@ TEST_F(NotificationAreaTest, ATextIsMeantAsItStandsAndKeepsItsLines) {
     note("A & B", "<b>1 & \"2\"\r\nsecond\rthird");
 
     ASSERT_TRUE(spinUntil([&] { return !service.notes.empty(); }));
-    EXPECT_EQ(service.notes.front()[summary].toString(), QStringLiteral("A & B"));
-    EXPECT_EQ(service.notes.front()[body].toString(),
+    EXPECT_EQ(service.notes.front()[NoteArgument::summary].toString(), QStringLiteral("A & B"));
+    EXPECT_EQ(service.notes.front()[NoteArgument::body].toString(),
               QStringLiteral("&lt;b&gt;1 &amp; &quot;2&quot;\nsecond\nthird"));
 }
 
@@ -170,7 +172,7 @@ protected:
     std::vector<unsigned> replacedNumbers() const {
         std::vector<unsigned> numbers;
         for (const QVariantList& asked : service.notes) {
-            numbers.push_back(asked[replaced].toUInt());
+            numbers.push_back(asked[NoteArgument::replaced].toUInt());
         }
         return numbers;
     }

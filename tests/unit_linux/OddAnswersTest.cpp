@@ -1,3 +1,4 @@
+#include "NetworkNames.h"
 #include "NetworkServiceTest.h"
 #include "OddService.h"
 
@@ -16,14 +17,11 @@ Q_DECLARE_METATYPE(SettingsMap)
 namespace tarvik {
 namespace {
 
-const std::string serviceName = "org.freedesktop.NetworkManager";
-const std::string manager = "/org/freedesktop/NetworkManager";
-const std::string settings = manager + "/Settings";
-const std::string profile = settings + "/1";
-const std::string line = manager + "/ActiveConnection/1";
-const std::string device = manager + "/Devices/1";
-const std::string oddError = serviceName + ".Failed";
-const std::string otherLine = manager + "/ActiveConnection/2";
+const std::string firstProfile = network::settingsPath + "/1";
+const std::string firstLine = network::managerPath + "/ActiveConnection/1";
+const std::string firstDevice = network::managerPath + "/Devices/1";
+const std::string oddError = network::service + ".Failed";
+const std::string secondLine = network::managerPath + "/ActiveConnection/2";
 
 QVariant paths(const std::vector<std::string>& all) {
     QList<QDBusObjectPath> list;
@@ -38,7 +36,7 @@ QVariantMap lineProperties(const QString& id, const QString& uuid) {
             {QStringLiteral("Uuid"), uuid},
             {QStringLiteral("Type"), QStringLiteral("gsm")},
             {QStringLiteral("State"), 2U},
-            {QStringLiteral("Devices"), paths({device})}};
+            {QStringLiteral("Devices"), paths({firstDevice})}};
 }
 
 /// A call over a modem is up, and everything that NetworkManager told could be read.
@@ -53,18 +51,18 @@ protected:
     }
 
     void answerAll() {
-        service.answer("GetAll", manager,
-                       {QVariantMap{{QStringLiteral("ActiveConnections"), paths({line})}}});
-        service.answer("GetAll", line,
+        service.answer("GetAll", network::managerPath,
+                       {QVariantMap{{QStringLiteral("ActiveConnections"), paths({firstLine})}}});
+        service.answer("GetAll", firstLine,
                        {lineProperties(QStringLiteral("mobile"), QStringLiteral("u1"))});
-        service.answer("GetAll", device,
+        service.answer("GetAll", firstDevice,
                        {QVariantMap{{QStringLiteral("Interface"), QStringLiteral("wwan0")}}});
-        service.answer("ListConnections", settings, {paths({profile})});
-        nameProfile(profile, QStringLiteral("mobile"));
+        service.answer("ListConnections", network::settingsPath, {paths({firstProfile})});
+        nameProfile(firstProfile, QStringLiteral("mobile"));
     }
 
     void nameProfile(const std::string& path, const QString& name) {
-        const QString uuid = path == profile ? QStringLiteral("u1") : QStringLiteral("u2");
+        const QString uuid = path == firstProfile ? QStringLiteral("u1") : QStringLiteral("u2");
         const SettingsMap map{{QStringLiteral("connection"),
                                {{QStringLiteral("id"), name},
                                 {QStringLiteral("uuid"), uuid},
@@ -73,9 +71,9 @@ protected:
     }
 
     void tellChanges() {
-        service.tell(manager, "org.freedesktop.DBus.Properties", "PropertiesChanged",
-                     {QString::fromStdString(serviceName)});
-        service.tell(profile, serviceName + ".Settings.Connection", "Updated", {});
+        service.tell(network::managerPath, "org.freedesktop.DBus.Properties", "PropertiesChanged",
+                     {QString::fromStdString(network::service)});
+        service.tell(firstProfile, network::service + ".Settings.Connection", "Updated", {});
     }
 
     /// The program asks that again because it is told of a change, and goes on from the answer.
@@ -101,11 +99,11 @@ protected:
 
     void expectThatNextChangesAreSeen() {
         answerAll();
-        nameProfile(profile, QStringLiteral("renamed"));
+        nameProfile(firstProfile, QStringLiteral("renamed"));
         tellChanges();
         EXPECT_TRUE(soon([&] { return entries() == Names{"renamed"}; }));
         EXPECT_TRUE(soon([&] { return lines().at(0).szEntryName == std::string("renamed"); }));
-        service.answer("GetAll", manager,
+        service.answer("GetAll", network::managerPath,
                        {QVariantMap{{QStringLiteral("ActiveConnections"), paths({})}}});
         tellChanges();
         EXPECT_TRUE(soon([&] { return lines().empty(); }));
@@ -151,10 +149,10 @@ std::vector<Body> bodies() {
 
 INSTANTIATE_TEST_SUITE_P(
     Each, WrongBodyTest,
-    testing::Combine(testing::Values(Question{"manager", "GetAll", &manager},
-                                     Question{"line", "GetAll", &line},
-                                     Question{"device", "GetAll", &device},
-                                     Question{"profile", "GetSettings", &profile}),
+    testing::Combine(testing::Values(Question{"manager", "GetAll", &network::managerPath},
+                                     Question{"line", "GetAll", &firstLine},
+                                     Question{"device", "GetAll", &firstDevice},
+                                     Question{"profile", "GetSettings", &firstProfile}),
                      testing::ValuesIn(bodies())),
     [](const auto& one) {
         return std::string(std::get<0>(one.param).name) + "_" + std::get<1>(one.param).name;
@@ -171,25 +169,25 @@ TEST_P(OddErrorTest, EndsNothing) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, OddErrorTest,
-                         testing::Values(Question{"manager", "GetAll", &manager},
-                                         Question{"line", "GetAll", &line},
-                                         Question{"device", "GetAll", &device},
-                                         Question{"profile", "GetSettings", &profile}),
+                         testing::Values(Question{"manager", "GetAll", &network::managerPath},
+                                         Question{"line", "GetAll", &firstLine},
+                                         Question{"device", "GetAll", &firstDevice},
+                                         Question{"profile", "GetSettings", &firstProfile}),
                          [](const auto& one) { return one.param.name; });
 
 TEST_F(OddAnswersTest, PropertiesOfOtherTypesEndNothing) {
     for (const char* name : {"Type", "State", "Id", "Uuid", "Devices"}) {
         auto properties = lineProperties(QStringLiteral("mobile"), QStringLiteral("u1"));
         properties[QLatin1String(name)] = QPoint(1, 2);
-        service.answer("GetAll", line, {properties});
-        expectThatWhatIsKnownStaysAfter("GetAll", line);
+        service.answer("GetAll", firstLine, {properties});
+        expectThatWhatIsKnownStaysAfter("GetAll", firstLine);
     }
     answerAll();
-    service.answer("GetAll", manager,
+    service.answer("GetAll", network::managerPath,
                    {QVariantMap{{QStringLiteral("ActiveConnections"), QStringLiteral("none")}}});
-    expectThatWhatIsKnownStaysAfter("GetAll", manager);
-    service.answer("GetAll", device, {QVariantMap{{QStringLiteral("Interface"), 7}}});
-    expectThatWhatIsKnownStaysAfter("GetAll", manager);
+    expectThatWhatIsKnownStaysAfter("GetAll", network::managerPath);
+    service.answer("GetAll", firstDevice, {QVariantMap{{QStringLiteral("Interface"), 7}}});
+    expectThatWhatIsKnownStaysAfter("GetAll", network::managerPath);
 
     expectThatNextChangesAreSeen();
 }
@@ -199,19 +197,20 @@ TEST_F(OddAnswersTest, SettingsOfOtherTypesLeaveTheProfileAsItWas) {
         QVariantMap values{{QStringLiteral("type"), QStringLiteral("gsm")}};
         values[QLatin1String(name)] = 5;
         const SettingsMap map{{QStringLiteral("connection"), values}};
-        service.answer("GetSettings", profile, {QVariant::fromValue(map)});
-        expectThatWhatIsKnownStaysAfter("GetSettings", profile);
+        service.answer("GetSettings", firstProfile, {QVariant::fromValue(map)});
+        expectThatWhatIsKnownStaysAfter("GetSettings", firstProfile);
     }
 
     expectThatNextChangesAreSeen();
 }
 
 TEST_F(OddAnswersTest, AnotherLineIsSeenBesideOneThatCannotBeReadAnyMore) {
-    service.refuse("GetAll", line, oddError);
-    service.answer("GetAll", otherLine,
+    service.refuse("GetAll", firstLine, oddError);
+    service.answer("GetAll", secondLine,
                    {lineProperties(QStringLiteral("second"), QStringLiteral("u2"))});
-    service.answer("GetAll", manager,
-                   {QVariantMap{{QStringLiteral("ActiveConnections"), paths({line, otherLine})}}});
+    service.answer(
+        "GetAll", network::managerPath,
+        {QVariantMap{{QStringLiteral("ActiveConnections"), paths({firstLine, secondLine})}}});
 
     tellChanges();
 
@@ -220,8 +219,8 @@ TEST_F(OddAnswersTest, AnotherLineIsSeenBesideOneThatCannotBeReadAnyMore) {
 }
 
 TEST_F(OddAnswersTest, ProfilesAreReadWhileTheListOfLinesCannotBe) {
-    service.answer("GetAll", manager, {5U});
-    nameProfile(profile, QStringLiteral("renamed"));
+    service.answer("GetAll", network::managerPath, {5U});
+    nameProfile(firstProfile, QStringLiteral("renamed"));
 
     tellChanges();
 
@@ -230,9 +229,9 @@ TEST_F(OddAnswersTest, ProfilesAreReadWhileTheListOfLinesCannotBe) {
 }
 
 TEST_F(OddAnswersTest, AProfileThatCannotBeReadIsLeftOutUntilAnythingChanges) {
-    const std::string second = settings + "/2";
+    const std::string second = network::settingsPath + "/2";
     service.refuse("GetSettings", second, oddError);
-    service.tell(settings, serviceName + ".Settings", "NewConnection",
+    service.tell(network::settingsPath, network::service + ".Settings", "NewConnection",
                  {QVariant::fromValue(QDBusObjectPath(QString::fromStdString(second)))});
     EXPECT_TRUE(soon([&] {
         EXPECT_EQ(entries(), Names{"mobile"});
@@ -249,7 +248,7 @@ TEST_F(OddAnswersTest, AProfileThatCannotBeReadIsLeftOutUntilAnythingChanges) {
 }
 
 TEST_F(OddAnswersTest, AListOfProfilesThatCannotBeReadIsReadWhenItCanBe) {
-    service.answer("ListConnections", settings, {5U});
+    service.answer("ListConnections", network::settingsPath, {5U});
     NetworkConnections late{folder.path()};
     RASENTRYNAMEA entry{};
     entry.dwSize = 532;
@@ -266,10 +265,10 @@ TEST_F(OddAnswersTest, AListOfProfilesThatCannotBeReadIsReadWhenItCanBe) {
 
 TEST_F(OddAnswersTest, AnOrderThatIsAnsweredOddlyEndsNothing) {
     for (const Body& body : bodies()) {
-        service.answer("ActivateConnection", manager, body.values);
+        service.answer("ActivateConnection", network::managerPath, body.values);
         EXPECT_EQ(dial("mobile"), 651U) << body.name;
     }
-    service.refuse("DeactivateConnection", manager, oddError);
+    service.refuse("DeactivateConnection", network::managerPath, oddError);
     EXPECT_EQ(connections.RasHangUpA(handleBefore), 651U);
 
     expectWhatIsKnown();

@@ -1,3 +1,4 @@
+#include "NetworkNames.h"
 #include "NetworkServiceTest.h"
 
 #include <gtest/gtest.h>
@@ -8,13 +9,6 @@
 namespace tarvik {
 namespace {
 
-const std::string serviceName = "org.freedesktop.NetworkManager";
-const std::string lineInterface = serviceName + ".Connection.Active";
-const std::string deviceInterface = serviceName + ".Device";
-const std::string settingsInterface = serviceName + ".Settings";
-const std::string settingsPath = "/org/freedesktop/NetworkManager/Settings";
-const std::string properties = "org.freedesktop.DBus.Properties";
-
 /// What a signal may say in place of what it should.
 struct OddBody {
     const char* name;
@@ -24,32 +18,32 @@ struct OddBody {
 };
 
 template <class... Values>
-OddBody body(const char* name, const Values&... values) {
+OddBody oddBody(const char* name, const Values&... values) {
     return {name,
             [=](NetworkStandIn& service, const std::string& path, const std::string& interface,
                 const std::string& member) { service.tell(path, interface, member, values...); }};
 }
 
-std::vector<OddBody> bodies() {
+std::vector<OddBody> oddBodies() {
     using Struct = sdbus::Struct<std::uint32_t, std::string>;
     const std::string text = "no number";
     return {
-        body("nothing"),
-        body("texts", text, text, text),
-        body("aTextAfterANumber", std::uint32_t{4}, text, std::uint32_t{9}),
-        body("signedNumbers", std::int32_t{4}, std::int32_t{9}, std::int32_t{9}),
-        body("wideNumbers", std::uint64_t{4}, std::uint64_t{9}, std::uint64_t{9}),
-        body("anArray", std::vector<std::uint32_t>{4, 9, 9}),
-        body("anEmptyArray", std::vector<std::string>{}),
-        body("aStruct", Struct{4U, text}),
-        body("aVariant", sdbus::Variant(std::uint32_t{4}), sdbus::Variant(text)),
-        body("aDictionary",
-             std::map<std::string, sdbus::Variant>{{"State", sdbus::Variant(Struct{4U, text})}}),
-        body("theLineWithOddProperties", lineInterface,
-             std::map<std::string, sdbus::Variant>{{"State", sdbus::Variant(text)},
-                                                   {"Devices", sdbus::Variant(Struct{})}}),
-        body("theLineWithoutADictionary", lineInterface, std::uint32_t{1}),
-        body("theManagerWithATextForNames", serviceName, text, text)};
+        oddBody("nothing"),
+        oddBody("texts", text, text, text),
+        oddBody("aTextAfterANumber", std::uint32_t{4}, text, std::uint32_t{9}),
+        oddBody("signedNumbers", std::int32_t{4}, std::int32_t{9}, std::int32_t{9}),
+        oddBody("wideNumbers", std::uint64_t{4}, std::uint64_t{9}, std::uint64_t{9}),
+        oddBody("anArray", std::vector<std::uint32_t>{4, 9, 9}),
+        oddBody("anEmptyArray", std::vector<std::string>{}),
+        oddBody("aStruct", Struct{4U, text}),
+        oddBody("aVariant", sdbus::Variant(std::uint32_t{4}), sdbus::Variant(text)),
+        oddBody("aDictionary",
+                std::map<std::string, sdbus::Variant>{{"State", sdbus::Variant(Struct{4U, text})}}),
+        oddBody("theLineWithOddProperties", network::lineInterface,
+                std::map<std::string, sdbus::Variant>{{"State", sdbus::Variant(text)},
+                                                      {"Devices", sdbus::Variant(Struct{})}}),
+        oddBody("theLineWithoutADictionary", network::lineInterface, std::uint32_t{1}),
+        oddBody("theManagerWithATextForNames", network::service, text, text)};
 }
 
 /// A line is up and counted, and whoever has NetworkManager's name tells what cannot be read.
@@ -64,17 +58,17 @@ protected:
 
     void tellAll(const OddBody& body) {
         for (const char* member : {"StateChanged", "VpnStateChanged"}) {
-            body.tell(service, path, lineInterface, member);
+            body.tell(service, path, network::lineInterface, member);
         }
-        body.tell(service, path, deviceInterface, "StateChanged");
+        body.tell(service, path, network::deviceInterface, "StateChanged");
         for (const char* member : {"NewConnection", "ConnectionRemoved", "NothingKnown"}) {
-            body.tell(service, settingsPath, settingsInterface, member);
+            body.tell(service, network::settingsPath, network::settingsInterface, member);
         }
-        for (const std::string& about : {path, settingsPath, std::string("/")}) {
-            body.tell(service, about, properties, "PropertiesChanged");
+        for (const std::string& about : {path, network::settingsPath, std::string("/")}) {
+            body.tell(service, about, bus::properties, "PropertiesChanged");
         }
-        body.tell(service, path, settingsInterface + ".Connection", "Updated");
-        body.tell(service, path, settingsInterface + ".Connection", "Removed");
+        body.tell(service, path, network::settingsInterface + ".Connection", "Updated");
+        body.tell(service, path, network::settingsInterface + ".Connection", "Removed");
     }
 
     /// What can be read afterwards is seen, and nothing went wrong on the way there.
@@ -99,7 +93,7 @@ protected:
 };
 
 TEST_P(OddSignalsTest, EndNothing) {
-    tellAll(bodies()[GetParam()]);
+    tellAll(oddBodies()[GetParam()]);
 
     expectThatMonitoringGoesOn();
 }
@@ -107,17 +101,17 @@ TEST_P(OddSignalsTest, EndNothing) {
 TEST_P(OddSignalsTest, TellNoReason) {
     service.onActivate = [&](const std::string&) {
         std::string none = "/org/freedesktop/NetworkManager/ActiveConnection/99";
-        const OddBody body = bodies()[GetParam()];
-        body.tell(service, none, lineInterface, "StateChanged");
-        body.tell(service, none, deviceInterface, "StateChanged");
+        const OddBody body = oddBodies()[GetParam()];
+        body.tell(service, none, network::lineInterface, "StateChanged");
+        body.tell(service, none, network::deviceInterface, "StateChanged");
         return none;
     };
 
     EXPECT_EQ(dial("office"), 668U);
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, OddSignalsTest, testing::Range(std::size_t{0}, bodies().size()),
-                         [](const auto& one) { return bodies()[one.param].name; });
+INSTANTIATE_TEST_SUITE_P(Each, OddSignalsTest, testing::Range(std::size_t{0}, oddBodies().size()),
+                         [](const auto& one) { return oddBodies()[one.param].name; });
 
 } // namespace
 } // namespace tarvik

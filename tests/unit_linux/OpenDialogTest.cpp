@@ -158,9 +158,8 @@ TEST_F(OpenDialogTest, TheEndOfTheSessionClosesAnOpenDialog) {
 }
 
 TEST_F(OpenDialogTest, TheEndOfTheSessionClosesTheQuestionOfADialogToo) {
-    constexpr std::uint32_t overwritePrompt = 0x2;
     makeFile("data.csv");
-    data.Flags = overwritePrompt;
+    data.Flags = 0x2; // ask before a file is overwritten
     bool asks = false;
     bool closed = false;
     QTimer watch;

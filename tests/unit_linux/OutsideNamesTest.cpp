@@ -19,8 +19,8 @@
 namespace tarvik {
 namespace {
 
-const std::string turned = "Bank\u202egnp.exe";
-const QString told = QStringLiteral("Bank[U+202E]gnp.exe");
+const std::string turnedName = "Bank\u202egnp.exe";
+const QString shownName = QStringLiteral("Bank[U+202E]gnp.exe");
 
 /// A control that shows names from outside.
 class NamesForm : public Form {
@@ -41,11 +41,11 @@ protected:
 };
 
 TEST_F(OutsideNamesTest, SeveralLinesTellOfATurn) {
-    form.txtNames.setText(turned + "\r\nsecond");
+    form.txtNames.setText(turnedName + "\r\nsecond");
 
     EXPECT_EQ(theWidget<QPlainTextEdit>("txtNames").toPlainText(),
-              told + QStringLiteral("\nsecond"));
-    EXPECT_EQ(form.txtNames.text(), turned + "\r\nsecond");
+              shownName + QStringLiteral("\nsecond"));
+    EXPECT_EQ(form.txtNames.text(), turnedName + "\r\nsecond");
 }
 
 TEST_F(OutsideNamesTest, ABoxOfTheToolkitIsPlain) {
@@ -79,14 +79,14 @@ TEST_F(OutsideNamesTest, ALineBreakInANameIsToldInABoxOfTheToolkit) {
 }
 
 /// The size of a box of the program's with that text, and whether its button is on the screen.
-struct ShownBox {
+struct BoxOnScreen {
     QSize size;
     bool fits = false;
     QString text;
 };
 
-ShownBox boxWith(QtMachine& machine, const std::string& text) {
-    ShownBox shown;
+BoxOnScreen boxWith(QtMachine& machine, const std::string& text) {
+    BoxOnScreen shown;
     QTimer look;
     QObject::connect(&look, &QTimer::timeout, &look, [&] {
         if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
@@ -108,7 +108,7 @@ TEST_F(OutsideNamesTest, ABoxOfThousandsOfLinesFitsTheScreenWithBothEndsOfItsTex
         lines += "x\n";
     }
 
-    const ShownBox shown = boxWith(machine, "Warning:\r" + lines + "\rTry help.");
+    const BoxOnScreen shown = boxWith(machine, "Warning:\r" + lines + "\rTry help.");
 
     EXPECT_TRUE(shown.fits) << shown.size.width() << " x " << shown.size.height();
     EXPECT_TRUE(shown.text.startsWith(QStringLiteral("Warning:\nx\n")));
@@ -117,7 +117,8 @@ TEST_F(OutsideNamesTest, ABoxOfThousandsOfLinesFitsTheScreenWithBothEndsOfItsTex
 }
 
 TEST_F(OutsideNamesTest, ABoxOfAWordOfThousandsOfWideLettersFitsTheScreen) {
-    const ShownBox shown = boxWith(machine, "Warning:\r" + std::string(3000, 'W') + "\rTry help.");
+    const BoxOnScreen shown =
+        boxWith(machine, "Warning:\r" + std::string(3000, 'W') + "\rTry help.");
 
     EXPECT_TRUE(shown.fits) << shown.size.width() << " x " << shown.size.height();
     EXPECT_TRUE(shown.text.endsWith(QStringLiteral("\nTry help.")));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "NetworkNames.h"
 #include "support/TemporaryFolder.h"
 
 #include <string>
@@ -11,7 +12,7 @@ namespace tarvik {
 /// by the user of the tests.
 class SystemBusStandIn {
 public:
-    explicit SystemBusStandIn(std::string service = "org.freedesktop.NetworkManager");
+    explicit SystemBusStandIn(std::string service = network::service);
     ~SystemBusStandIn();
     SystemBusStandIn(const SystemBusStandIn&) = delete;
     SystemBusStandIn& operator=(const SystemBusStandIn&) = delete;

@@ -68,7 +68,7 @@ class TextFieldTest : public testing::Test {
 protected:
     TextFieldTest() {
         form.setVisible(true);
-        EXPECT_TRUE(spinUntil([this] { return widgetNamed("cmdOk")->hasFocus(); }));
+        EXPECT_TRUE(spinUntil([] { return widgetNamed("cmdOk")->hasFocus(); }));
     }
     ~TextFieldTest() override { form.unload(); }
 

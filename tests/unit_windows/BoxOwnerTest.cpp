@@ -6,9 +6,9 @@
 namespace tarvik {
 namespace {
 
-class OtherForm : public Form {
+class AskingForm : public Form {
 public:
-    OtherForm() : Form("frmOther", "Other") { setLayout(row({item(cmdAsk)})); }
+    AskingForm() : Form("frmOther", "Other") { setLayout(row({item(cmdAsk)})); }
     CommandButton cmdAsk{*this, "cmdAsk", {.caption = "Ask"}};
 };
 
@@ -42,7 +42,7 @@ protected:
         return owner;
     }
 
-    FormOn<OtherForm> other{machine.platform.desktop};
+    FormOn<AskingForm> other{machine.platform.desktop};
 };
 
 TEST_F(BoxOwnerTest, ABoxStandsBeforeTheWindowWhoseUserIsAnswered) {

@@ -14,8 +14,8 @@
 namespace tarvik {
 namespace {
 
-const std::string turned = "\xF9\xF8 Bank \xFEgnp.exe";
-const std::string told = "\xF9\xF8 Bank [U+200F]gnp.exe";
+const std::string turnedName = "\xF9\xF8 Bank \xFEgnp.exe";
+const std::string shownName = "\xF9\xF8 Bank [U+200F]gnp.exe";
 
 /// Controls that show a name from outside.
 class NamesForm : public Form {
@@ -42,19 +42,19 @@ protected:
 };
 
 TEST_F(OutsideNamesTest, ALabelTellsOfATurn) {
-    form.lblName.setCaption(turned);
+    form.lblName.setCaption(turnedName);
 
-    EXPECT_EQ(textOf(windowOf(form.lblName)), told);
+    EXPECT_EQ(textOf(windowOf(form.lblName)), shownName);
 }
 
 TEST_F(OutsideNamesTest, AButtonTellsOfATurn) {
-    form.cmdName.setCaption(turned);
+    form.cmdName.setCaption(turnedName);
 
-    EXPECT_EQ(textOf(windowOf(form.cmdName)), told);
+    EXPECT_EQ(textOf(windowOf(form.cmdName)), shownName);
 }
 
 TEST_F(OutsideNamesTest, ARowTellsOfATurn) {
-    form.lvwNames.setRows(1, [](int, int) { return turned; }, {});
+    form.lvwNames.setRows(1, [](int, int) { return turnedName; }, {});
     char text[64] = {};
     LVITEMA cell{};
     cell.pszText = text;
@@ -62,17 +62,17 @@ TEST_F(OutsideNamesTest, ARowTellsOfATurn) {
 
     SendMessageA(windowOf(form.lvwNames), LVM_GETITEMTEXTA, 0, reinterpret_cast<LPARAM>(&cell));
 
-    EXPECT_EQ(text, told);
+    EXPECT_EQ(text, shownName);
 }
 
 /// Shows a box with that text; its text and its place.
-struct ShownBox {
+struct BoxOnScreen {
     std::string text;
     RECT place{};
 };
 
-ShownBox boxWith(face::WindowsDesktop& desktop, const std::string& text) {
-    ShownBox shown;
+BoxOnScreen boxWith(face::WindowsDesktop& desktop, const std::string& text) {
+    BoxOnScreen shown;
     const Later press([&] {
         const OpenBox open = openBox(GetCurrentProcessId());
         shown.text = open.text;
@@ -91,7 +91,8 @@ void expectOnScreen(const RECT& place) {
 }
 
 TEST_F(OutsideNamesTest, ABoxOfAWordOfThousandsOfLettersFitsTheScreen) {
-    const ShownBox shown = boxWith(desktop, "Warning:\r" + std::string(3000, 'W') + "\rTry help.");
+    const BoxOnScreen shown =
+        boxWith(desktop, "Warning:\r" + std::string(3000, 'W') + "\rTry help.");
 
     expectOnScreen(shown.place);
     EXPECT_TRUE(shown.text.starts_with("Warning:")) << shown.text;
@@ -104,7 +105,7 @@ TEST_F(OutsideNamesTest, ABoxOfThousandsOfLinesFitsTheScreen) {
         lines += "x\r";
     }
 
-    const ShownBox shown = boxWith(desktop, "Warning:\r" + lines + "Try help.");
+    const BoxOnScreen shown = boxWith(desktop, "Warning:\r" + lines + "Try help.");
 
     expectOnScreen(shown.place);
     EXPECT_TRUE(shown.text.ends_with("Try help.")) << shown.text;
