@@ -239,14 +239,14 @@ tests_sanitized() {
     return $status
 }
 
-# A random user on the scripted and the Linux face; TARVIK_MONKEY_STEPS and TARVIK_MONKEY_SEED set
-# how long and which.
+# A random user on the scripted and, fewer steps, on the Linux face; TARVIK_MONKEY_STEPS and
+# TARVIK_MONKEY_SEED set how long and which.
 monkey() {
     needs "${packages_build[@]}" "${packages_library[@]}" "${packages_sanitizers[@]}" || return $cannot_run
     export UBSAN_OPTIONS=print_stacktrace=1
     build sanitizers monkey_scripted monkey_qt &&
         ASAN_OPTIONS=detect_leaks=1 build/sanitizers/bin/monkey_scripted &&
-        ASAN_OPTIONS=detect_leaks=0 build/sanitizers/bin/monkey_qt
+        TARVIK_MONKEY_STEPS=${TARVIK_MONKEY_STEPS:-25000} ASAN_OPTIONS=detect_leaks=0 build/sanitizers/bin/monkey_qt
 }
 
 # The same on the Windows face, checked as far as that compiler can; boxes take their time there.
