@@ -124,6 +124,7 @@ TEST_F(EndOfSessionTest, AMachineThatGoesToSleepIsToldToEveryFormAndEndsNothing)
     EXPECT_EQ(pauses, 2);
     EXPECT_TRUE(form.loaded());
     EXPECT_TRUE(modes.empty());
+    form.unload();
 }
 
 TEST_F(EndOfSessionTest, AFormThatIsNotLoadedIsToldNothing) {
