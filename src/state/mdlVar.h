@@ -100,8 +100,6 @@ struct State {
     Date FormerMoment;
     /// When the sessions were last read, milliseconds of the steady clock; 0 for never.
     std::uint64_t SessionsReadAt = 0;
-    /// A session has ended since the journal was last written.
-    bool SessionOver = false;
 
     // All finished sessions since the last reset.
     Currency BytesRcvdTotal; ///< bytes
@@ -116,6 +114,8 @@ struct State {
     bool FirstOnlineUpdate = false; ///< no online tick has been handled in this run
     bool DialInStarted = false;     ///< the program dialled the connection itself
     bool DeclinedInTick = false;    ///< in this tick the user declined to count what had passed
+    /// A session has ended since the journal was last written.
+    bool SessionOver = false;
     bool LimitWarningArmed = false; ///< the limit warning may be shown
     bool ArgRun = false;
     bool ArgMinimise = false;
