@@ -1,9 +1,9 @@
 #include "settings/mdlSettingsBackup.h"
 
-#include "ports/Clock.h"
 #include "ports/Files.h"
 #include "ports/Platform.h"
 #include "ports/PrivateProfile.h"
+#include "settings/DatedName.h"
 #include "settings/mdlSettingsJournal.h"
 #include "settings/mdlSettingsLog.h"
 #include "state/mdlConst.h"
@@ -21,14 +21,6 @@
 namespace tarvik {
 
 namespace {
-
-/// So many files of one day are kept.
-constexpr int mostNumbers = 1000;
-
-std::string todayText() {
-    const CivilTime today = platform().clock.currentDate().civil();
-    return wholeToText(today.year) + "-" + wholeToText(today.month) + "-" + wholeToText(today.day);
-}
 
 /// The name with this behind a point, before the ending where the file has the usual one.
 std::string nameWith(const std::string& file, const std::string& addition) {
@@ -98,13 +90,8 @@ void raiseIfFailed(const FileResult& result) {
 
 /// What stands under the backup's name stays under that name with a number.
 void moveAside(const std::string& iniFileName, const std::string& date) {
-    FileResult result = ErrorNumber::FileAlreadyExists;
-    for (int number = 1; result == ErrorNumber::FileAlreadyExists && number <= mostNumbers;
-         ++number) {
-        result = platform().files.Name(nameWith(iniFileName, date),
-                                       numberedName(iniFileName, date, number));
-    }
-    raiseIfFailed(result);
+    const auto numbered = [&](int number) { return numberedName(iniFileName, date, number); };
+    raiseIfFailed(renameToFree(nameWith(iniFileName, date), 1, numbered).failure);
 }
 
 /// Copies the file until no other program has changed it meanwhile: what is deleted afterwards is

@@ -8,6 +8,7 @@
 #include "ports/Platform.h"
 #include "ports/PrivateProfile.h"
 #include "ports/Program.h"
+#include "settings/DatedName.h"
 #include "settings/Setting.h"
 #include "settings/mdlSettings.h"
 #include "state/mdlConst.h"
@@ -298,31 +299,24 @@ std::string momentText(Date moment) {
     return toText(moment, platform().locale.data());
 }
 
-/// False when it cannot be given another name: it is left alone then.
-bool putAside() {
-    constexpr int mostNames = 1000;
-    Files& files = platform().files;
-    const CivilTime today = platform().clock.currentDate().civil();
-    const std::string date = "." + wholeToText(today.year) + "-" + wholeToText(today.month) + "-" +
-                             wholeToText(today.day);
+/// Where it cannot be given another name it is left alone.
+void putAside() {
+    const std::string date = "." + todayText();
+    const auto dated = [&](int number) {
+        return journalFile(number == 0 ? date : date + "." + wholeToText(number));
+    };
     journal().release();
-    std::string target = journalFile(date);
-    FileResult result = files.Name(journalFile(), target);
-    for (int number = 1; result == ErrorNumber::FileAlreadyExists && number <= mostNames;
-         ++number) {
-        target = journalFile(date + "." + wholeToText(number));
-        result = files.Name(journalFile(), target);
-    }
-    if (result) {
+    const Renaming aside = renameToFree(journalFile(), 0, dated);
+    if (aside.failure) {
         journal().leave();
     }
-    journal().toTell = result ? std::string("The journal of the running count stands on another "
-                                            "content of the file of settings and is left alone.") +
-                                    CR + nameOf(journalFile())
-                              : std::string("The file of settings is another one than the journal "
-                                            "of the running count stands on. The journal is now ") +
-                                    CR + nameOf(target);
-    return !result;
+    journal().toTell = aside.failure
+                           ? std::string("The journal of the running count stands on another "
+                                         "content of the file of settings and is left alone.") +
+                                 CR + nameOf(journalFile())
+                           : std::string("The file of settings is another one than the journal "
+                                         "of the running count stands on. The journal is now ") +
+                                 CR + nameOf(aside.name);
 }
 
 /// Takes over what the last run left. True when it is what stands here now.
