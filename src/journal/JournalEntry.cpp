@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cmath>
 #include <cstring>
 #include <limits>
 
@@ -17,14 +16,6 @@ constexpr std::size_t mostText = 512;
 constexpr std::size_t mostName = 256;
 constexpr std::size_t mostLastState = 127;
 constexpr std::size_t mostAddress = 255;
-
-/// The years that a date can be written in.
-constexpr double firstDay = -657'434;
-constexpr double endOfDays = 2'958'466;
-
-bool isDate(double serial) {
-    return serial >= firstDay && serial < endOfDays;
-}
 
 constexpr std::array<std::uint64_t, 256> sumTable() {
     constexpr std::uint64_t polynomial = 0x42F0'E1EB'A9EA'3693;
@@ -97,9 +88,9 @@ public:
         return static_cast<Number>(wide);
     }
     Date date() {
-        const auto serial = std::bit_cast<double>(number<std::uint64_t>());
-        demand(isDate(serial));
-        return Date(serial);
+        const Date value(std::bit_cast<double>(number<std::uint64_t>()));
+        demand(canBeKept(value));
+        return value;
     }
     std::string text(std::size_t most) {
         const std::size_t size = number<std::uint16_t>();
@@ -148,10 +139,6 @@ std::string_view textOfField(const char (&field)[size]) {
 
 bool covers(const Amount& whole, const Amount& part) {
     return part.rcvd <= whole.rcvd && part.sent <= whole.sent && part.duration <= whole.duration;
-}
-
-Amount difference(const Amount& whole, const Amount& part) {
-    return whole - part; // both at least zero: it fits
 }
 
 constexpr std::uint8_t exists = 1;
@@ -218,7 +205,7 @@ void writeSessions(Writer& to, const JournalEntry& entry) {
             headSize + to.bytes.size() + session.bytes.size() + sumSize <= journalPlace &&
             count < std::numeric_limits<std::uint8_t>::max()) {
             to.bytes += session.bytes;
-            left = difference(left, one.session.counted);
+            left = left - one.session.counted; // both at least zero: it fits
             ++count;
         }
     }
@@ -231,7 +218,7 @@ void readSessions(Reader& from, JournalEntry& entry) {
         FormerSession one = readSession(from);
         from.demand(covers(left, one.session.counted));
         if (from.good) {
-            left = difference(left, one.session.counted);
+            left = left - one.session.counted;
             entry.sessions.push_back(std::move(one));
         }
     }
@@ -271,6 +258,12 @@ JournalPlace torn(std::string_view bytes) {
 }
 
 } // namespace
+
+bool canBeKept(Date date) {
+    constexpr double firstDay = -657'434;
+    constexpr double endOfDays = 2'958'466;
+    return date.serial() >= firstDay && date.serial() < endOfDays;
+}
 
 bool canBeKept(const Amount& amount) {
     const auto fits = [](Currency one) { return one >= Currency(0) && one <= largestKept; };

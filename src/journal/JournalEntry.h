@@ -48,6 +48,8 @@ struct JournalEntry {
 /// them still fit.
 constexpr Currency largestKept = Currency::fromScaled(INT64_MAX / 4);
 bool canBeKept(const Amount& amount);
+/// Dates of the years that one can be written in can be kept.
+bool canBeKept(Date date);
 
 // One place of the file holds one entry. docs/files.md has every byte.
 

@@ -89,20 +89,16 @@ bool fits(std::int64_t value) {
 }
 
 bool canBeMeant(const Setting& setting, std::int64_t value) {
-    constexpr double firstDay = -657'434;
-    constexpr double endOfDays = 2'958'466;
-    return std::visit(ByKind{[](const BytesSetting&) { return true; },
-                             [&](const NumberSetting& number) {
-                                 return fits<std::int32_t>(value) &&
-                                        number.within(static_cast<std::int32_t>(value)) ==
-                                            Long(static_cast<std::int32_t>(value));
-                             },
-                             [&](const DaySetting&) {
-                                 const auto serial = std::bit_cast<double>(value);
-                                 return serial >= firstDay && serial < endOfDays;
-                             },
-                             [&](const auto&) { return fits<std::uint8_t>(value); }},
-                      setting.kind);
+    return std::visit(
+        ByKind{[](const BytesSetting&) { return true; },
+               [&](const NumberSetting& number) {
+                   return fits<std::int32_t>(value) &&
+                          number.within(static_cast<std::int32_t>(value)) ==
+                              Long(static_cast<std::int32_t>(value));
+               },
+               [&](const DaySetting&) { return canBeKept(Date(std::bit_cast<double>(value))); },
+               [&](const auto&) { return fits<std::uint8_t>(value); }},
+        setting.kind);
 }
 
 bool canBeMeant(const JournalEntry& entry) {
