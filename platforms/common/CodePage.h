@@ -17,4 +17,13 @@ struct CodePage {
     };
 };
 
+/// A text in a code page after a change that works on UTF-8. One that the change leaves as it is
+/// comes back byte for byte, whatever the code page lacks.
+template <class Change>
+std::string changedInUtf8(std::string_view text, const CodePage& codePage, Change change) {
+    const std::string utf8 = codePage.toUtf8(text);
+    const std::string changed = change(utf8);
+    return changed == utf8 ? std::string(text) : codePage.fromUtf8(changed);
+}
+
 } // namespace tarvik

@@ -126,9 +126,8 @@ std::string fittingText(std::string_view text, const BoxRoom& room) {
 }
 
 std::string fittingText(std::string_view text, const BoxRoom& room, const CodePage& codePage) {
-    const std::string utf8 = codePage.toUtf8(text);
-    const std::string fitting = fittingText(utf8, room);
-    return fitting == utf8 ? std::string(text) : codePage.fromUtf8(fitting);
+    return changedInUtf8(text, codePage,
+                         [&](std::string_view utf8) { return fittingText(utf8, room); });
 }
 
 } // namespace tarvik

@@ -58,9 +58,8 @@ std::string withHiddenTold(std::string_view text, const CodePage& codePage) {
     if (plain) {
         return std::string(text);
     }
-    const std::string utf8 = codePage.toUtf8(text);
-    const std::string told = withHiddenTold(utf8);
-    return told == utf8 ? std::string(text) : codePage.fromUtf8(told);
+    return changedInUtf8(text, codePage,
+                         [](std::string_view utf8) { return withHiddenTold(utf8); });
 }
 
 } // namespace tarvik
