@@ -15,9 +15,9 @@ struct WindowContext : FaceContext {
     /// `ownCodePage` is the one in which the program's texts are bytes.
     explicit WindowContext(const CodePage& ownCodePage) : codePage(ownCodePage) {}
 
-    /// A text for the eye: what turns the direction of writing is told by its number, as names from
-    /// outside stand in many texts. The text itself remains in the model, and nothing takes it back
-    /// from what is shown.
+    /// A text for the eye: what cannot be seen, or turns the direction of writing, is told by its
+    /// number, as names from outside stand in many texts. The text itself remains in the model, and
+    /// nothing takes it back from what is shown.
     std::string shown(const std::string& text) const { return withHiddenTold(text, codePage); }
 
     CodePage codePage;

@@ -74,7 +74,7 @@ HICON WindowsNotificationArea::iconOf(std::uint32_t which) {
 }
 
 /// Names from outside stand in the texts.
-void WindowsNotificationArea::tellTurns(Record& record) const {
+void WindowsNotificationArea::tellHidden(Record& record) const {
     const auto shown = [this](const char* text) { return withHiddenTold(text, codePage_); };
     if ((record.uFlags & tip) != 0) {
         const std::size_t room = record.cbSize < Record::size ? oldestTip : sizeof record.szTip;
@@ -90,7 +90,7 @@ bool WindowsNotificationArea::Shell_NotifyIconA(std::uint32_t request, Record* d
     Record record = *data;
     record.hIcon =
         static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(iconOf(data->hIcon)));
-    tellTurns(record);
+    tellHidden(record);
     const bool done = tellOrKeep(request, record);
     if (request == remove) {
         shown_.reset();

@@ -35,7 +35,7 @@ private:
     bool answers();
     void catchUp();
     bool tellOrKeep(std::uint32_t request, tarvik::NOTIFYICONDATAA& record);
-    void tellTurns(tarvik::NOTIFYICONDATAA& record) const;
+    void tellHidden(tarvik::NOTIFYICONDATAA& record) const;
     HICON iconOf(std::uint32_t which);
 
     CodePage codePage_;
