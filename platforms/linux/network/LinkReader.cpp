@@ -53,6 +53,12 @@ std::optional<LinkReading> readLink(const std::string& interfacesFolder,
                        .aborted = counter("tx_aborted_errors")};
 }
 
+bool countedOn(const std::optional<LinkReading>& now, std::uint32_t index,
+               const LinkReading& earlier) {
+    return now && now->index == index && now->received >= earlier.received &&
+           now->sent >= earlier.sent;
+}
+
 LinkReadings readLinks(const std::string& interfacesFolder) {
     LinkReadings readings;
     std::error_code ignored;

@@ -29,6 +29,11 @@ struct LinkReading {
 std::optional<LinkReading> readLink(const std::string& interfacesFolder,
                                     const std::string& interface);
 
+/// The interface of that index is there, and none of its byte counters is behind an earlier
+/// reading.
+bool countedOn(const std::optional<LinkReading>& now, std::uint32_t index,
+               const LinkReading& earlier);
+
 /// The readings of all interfaces, by their index.
 using LinkReadings = std::map<std::uint32_t, LinkReading>;
 LinkReadings readLinks(const std::string& interfacesFolder);

@@ -54,6 +54,13 @@ constexpr std::uint64_t inexact = 1000;
 /// How long a connection may be up before its interface is known. Some never have one.
 constexpr std::uint64_t interfaceDelay = 2000; // milliseconds
 
+/// Whether the interface had an address at that moment of the steady time; nothing where it has
+/// none now.
+std::optional<bool> hadAddressAt(std::uint32_t index, std::uint64_t moment) {
+    const auto age = addressAge(index);
+    return age ? std::optional(*age + inexact >= steadyMilliseconds() - moment) : std::nullopt;
+}
+
 } // namespace
 
 bool NetworkConnections::refresh(std::chrono::milliseconds profilesFor) {
@@ -114,12 +121,8 @@ bool NetworkConnections::goesOn(const Session& own, const NetworkLine& line) con
     }
     const auto now =
         readLink(interfacesFolder_, line.interface.empty() ? own.line.interface : line.interface);
-    if (!now || now->index != own.link || now->received < own.counters.last().received ||
-        now->sent < own.counters.last().sent) {
-        return false;
-    }
-    const auto age = addressAge(own.link);
-    return !age || *age + inexact >= steadyMilliseconds() - own.readAt;
+    return countedOn(now, own.link, own.counters.last()) &&
+           hadAddressAt(own.link, own.readAt).value_or(true);
 }
 
 NetworkConnections::Session NetworkConnections::newSession(const NetworkLine& line) {
@@ -374,12 +377,10 @@ bool NetworkConnections::isSame(const LinkMark& mark, const Session& own) const 
         return false;
     }
     const auto now = readLink(interfacesFolder_, own.line.interface);
-    if (!now || now->index != mark.last.index || now->received < mark.last.received ||
-        now->sent < mark.last.sent || mark.readAt > steadyMilliseconds()) {
+    if (!countedOn(now, mark.last.index, mark.last) || mark.readAt > steadyMilliseconds()) {
         return false;
     }
-    const auto age = addressAge(mark.last.index);
-    return age ? *age + inexact >= steadyMilliseconds() - mark.readAt : own.line.path == mark.path;
+    return hadAddressAt(mark.last.index, mark.readAt).value_or(own.line.path == mark.path);
 }
 
 bool NetworkConnections::resume(std::uint32_t handle, const std::string& mark) {
