@@ -1,5 +1,7 @@
 #include "linux/services/FileReplacement.h"
 
+#include "linux/services/FileRights.h"
+
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
@@ -116,18 +118,13 @@ bool FileReplacement::likeOld(const struct stat& old) {
         }
         // It becomes the user's own: what ran with another's powers must not run with the user's,
         // and the old group keeps its rights only where the user may give it the file.
-        mode &= 0777U;
-        if (fchown(file_.number(), static_cast<uid_t>(-1), old.st_gid) != 0) {
-            mode &= ~static_cast<mode_t>(S_IRWXG);
-        }
+        mode = modeInGroupOf(old, file_.number(), mode & 0777U);
     }
     return fchmod(file_.number(), mode) == 0;
 }
 
 bool FileReplacement::likeNew() {
-    const mode_t mask = umask(0);
-    umask(mask);
-    return fchmod(file_.number(), 0666U & ~mask) == 0;
+    return fchmod(file_.number(), modeOfNewFile()) == 0;
 }
 
 bool FileReplacement::putInPlace(const LastLook& stillRight) {

@@ -1,6 +1,7 @@
 #include "linux/services/LinuxHeldFile.h"
 
 #include "linux/services/FileReplacement.h"
+#include "linux/services/FileRights.h"
 #include "linux/services/OwnLinks.h"
 
 #include <cerrno>
@@ -49,14 +50,9 @@ Holding holding(FileDescriptor file, const std::string& path) {
 bool giveRights(int file, const std::string& like) {
     struct stat old {};
     if (!followOwnLinks(like, old) || !S_ISREG(old.st_mode)) {
-        const mode_t mask = umask(0);
-        umask(mask);
-        return fchmod(file, 0666U & ~mask) == 0;
+        return fchmod(file, modeOfNewFile()) == 0;
     }
-    mode_t mode = old.st_mode & 0666U;
-    if (fchown(file, static_cast<uid_t>(-1), old.st_gid) != 0) {
-        mode &= ~static_cast<mode_t>(S_IRWXG);
-    }
+    const mode_t mode = modeInGroupOf(old, file, old.st_mode & 0666U);
     return fchmod(file, mode | S_IRUSR | S_IWUSR) == 0;
 }
 
