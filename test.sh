@@ -228,7 +228,6 @@ tests_sanitized() {
     needs "${packages_build[@]}" "${packages_library[@]}" "${packages_sanitizers[@]}" || return $cannot_run
     export UBSAN_OPTIONS=print_stacktrace=1
     # The toolkit keeps memory of its own until the end, which is no leak of the program's.
-    build sanitizers unit_tests linux_tests soak || return 1
     local status=0
     # The years of days take one core meanwhile; nothing in either goes by the clock.
     build/sanitizers/bin/soak &
@@ -244,8 +243,7 @@ tests_sanitized() {
 monkey() {
     needs "${packages_build[@]}" "${packages_library[@]}" "${packages_sanitizers[@]}" || return $cannot_run
     export UBSAN_OPTIONS=print_stacktrace=1
-    build sanitizers monkey_scripted monkey_qt &&
-        ASAN_OPTIONS=detect_leaks=1 build/sanitizers/bin/monkey_scripted &&
+    ASAN_OPTIONS=detect_leaks=1 build/sanitizers/bin/monkey_scripted &&
         TARVIK_MONKEY_STEPS=${TARVIK_MONKEY_STEPS:-25000} ASAN_OPTIONS=detect_leaks=0 build/sanitizers/bin/monkey_qt
 }
 
@@ -253,8 +251,7 @@ monkey() {
 monkey_windows() {
     needs "${packages_build[@]}" "${packages_windows[@]}" || return $cannot_run
     scripts/wine32.sh ready || return $cannot_run
-    build windows-checked monkey_win32 &&
-        TARVIK_MONKEY_STEPS=${TARVIK_MONKEY_STEPS:-5000} WINDOWS_BIN=build/windows-checked/bin \
+    TARVIK_MONKEY_STEPS=${TARVIK_MONKEY_STEPS:-5000} WINDOWS_BIN=build/windows-checked/bin \
             WINDOWS_TIMEOUT=540 on_windows monkey_win32
 }
 
@@ -295,7 +292,7 @@ headless_session() {
 
 tidy() {
     needs clang-tidy || return $cannot_run
-    build_packaged >/dev/null && scripts/tidy.sh build/release
+    scripts/tidy.sh build/release
 }
 
 tidy_windows() {
@@ -413,7 +410,7 @@ stage "build for Windows, warnings are errors" build_windows builds
 stage "build with AddressSanitizer and UBSan" build_sanitized builds
 stage "build of the packages' programs" build_packaged builds
 stage "build for Windows, checked" build_windows_checked builds
-stage "clang-tidy" tidy builds
+stage "clang-tidy" tidy builds build_packaged
 stage "clang-tidy on the code for Windows" tidy_windows builds
 stage "unit, face and soak tests under AddressSanitizer and UBSan" tests_sanitized checks build_sanitized
 stage "a random user on the scripted and the Linux face, sanitized" monkey checks build_sanitized
