@@ -11,6 +11,7 @@
 #include "settings/DatedName.h"
 #include "settings/Setting.h"
 #include "settings/mdlSettings.h"
+#include "settings/mdlSettingsNumbers.h"
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
 #include "state/mdlTransfers.h"
@@ -22,7 +23,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <limits>
 #include <optional>
 #include <string>
 #include <utility>
@@ -30,8 +30,6 @@
 namespace tarvik {
 
 namespace {
-
-static_assert(std::tuple_size_v<Settings> == JournalEntry::settingCount);
 
 constexpr const char* title = "Velmars Tarvik";
 
@@ -62,66 +60,6 @@ Date momentOfSessions() {
     }
     const std::uint64_t since = clock.steadyMilliseconds() - s.SessionsReadAt;
     return Date(now - static_cast<double>(since) / millisecondsInDay);
-}
-
-/// A setting as a number: what it is, not how a language writes it.
-std::int64_t rawValue(const Setting& setting, const State& s) {
-    return std::visit(
-        ByKind{[&](const FlagSetting& flag) { return std::int64_t{s.*flag.value}; },
-               [&](const UnitSetting& unit) { return static_cast<std::int64_t>(s.*unit.value); },
-               [&](const CriterionSetting& criterion) {
-                   return static_cast<std::int64_t>(s.*criterion.value);
-               },
-               [&](const BytesSetting& bytes) { return (s.*bytes.value).scaled(); },
-               [&](const NumberSetting& number) {
-                   return static_cast<std::int64_t>((s.*number.value).value());
-               },
-               [&](const DaySetting& day) {
-                   return std::bit_cast<std::int64_t>((s.*day.value).serial());
-               }},
-        setting.kind);
-}
-
-template <class Number>
-bool fits(std::int64_t value) {
-    return value >= std::numeric_limits<Number>::min() &&
-           value <= std::numeric_limits<Number>::max();
-}
-
-bool canBeMeant(const Setting& setting, std::int64_t value) {
-    return std::visit(
-        ByKind{[](const BytesSetting&) { return true; },
-               [&](const NumberSetting& number) {
-                   return fits<std::int32_t>(value) &&
-                          number.within(static_cast<std::int32_t>(value)) ==
-                              Long(static_cast<std::int32_t>(value));
-               },
-               [&](const DaySetting&) { return canBeKept(Date(std::bit_cast<double>(value))); },
-               [&](const auto&) { return fits<std::uint8_t>(value); }},
-        setting.kind);
-}
-
-bool canBeMeant(const JournalEntry& entry) {
-    const auto& all = settings();
-    return std::equal(
-        all.begin(), all.end(), entry.settings.begin(),
-        [](const Setting& setting, std::int64_t value) { return canBeMeant(setting, value); });
-}
-
-void setRaw(const Setting& setting, std::int64_t value, State& s) {
-    const auto byte = static_cast<std::uint8_t>(value);
-    std::visit(
-        ByKind{[&](const FlagSetting& flag) { s.*flag.value = byte; },
-               [&](const UnitSetting& unit) { s.*unit.value = static_cast<TransferUnit>(byte); },
-               [&](const CriterionSetting& criterion) {
-                   s.*criterion.value = static_cast<enDateCalc>(byte);
-               },
-               [&](const BytesSetting& bytes) { s.*bytes.value = Currency::fromScaled(value); },
-               [&](const NumberSetting& number) {
-                   s.*number.value = static_cast<std::int32_t>(value);
-               },
-               [&](const DaySetting& day) { s.*day.value = Date(std::bit_cast<double>(value)); }},
-        setting.kind);
 }
 
 /// Nothing where the file cannot be read: then nobody knows.
@@ -209,8 +147,7 @@ std::optional<JournalEntry> entryNow() {
         entry.resetIfGone = journal().resetIfGone;
         entry.totals = allThatCounts();
         entry.tickerBase = std::clamp(s.TickerBase, Currency(0), largestKept);
-        std::transform(settings().begin(), settings().end(), entry.settings.begin(),
-                       [&](const Setting& setting) { return rawValue(setting, s); });
+        entry.settings = settingsAsNumbers(s);
         entry.address = s.IPAddress;
         entry.sessions = sessionsUnderWay();
         return canBeKept(entry.totals) ? std::optional(std::move(entry)) : std::nullopt;
@@ -262,7 +199,7 @@ void applySettings(const JournalEntry& entry) {
     forms().frmOptions.load();
     for (std::size_t i = 0; i < entry.settings.size(); ++i) {
         const Setting& setting = settings().at(i);
-        setRaw(setting, entry.settings.at(i), s);
+        takeNumber(setting, entry.settings.at(i), s);
         show(setting, s, forms().frmOptions);
         if (const auto* const unit = std::get_if<UnitSetting>(&setting.kind)) {
             SetLabelUnitTransfer(forms().frmMain.*unit->label, unit->prefix, s.*unit->value);
@@ -318,7 +255,7 @@ void putAside() {
 /// Takes over what the last run left. True when it is what stands here now.
 bool restore(JournalEntry& entry, const IniContent& file) {
     const bool reset = wasResetMeanwhile(entry, file);
-    if (!canBeMeant(entry) ||
+    if (!canBeMeant(entry.settings) ||
         (entry.standsOn != file && !reset && !wasSavedMeanwhile(entry, file))) {
         putAside();
         return false;

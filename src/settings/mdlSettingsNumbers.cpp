@@ -1,0 +1,82 @@
+#include "settings/mdlSettingsNumbers.h"
+
+#include <algorithm>
+#include <bit>
+#include <limits>
+#include <tuple>
+
+namespace tarvik {
+
+namespace {
+
+static_assert(std::tuple_size_v<Settings> == std::tuple_size_v<SettingNumbers>);
+
+std::int64_t rawValue(const Setting& setting, const State& s) {
+    return std::visit(
+        ByKind{[&](const FlagSetting& flag) { return std::int64_t{s.*flag.value}; },
+               [&](const UnitSetting& unit) { return static_cast<std::int64_t>(s.*unit.value); },
+               [&](const CriterionSetting& criterion) {
+                   return static_cast<std::int64_t>(s.*criterion.value);
+               },
+               [&](const BytesSetting& bytes) { return (s.*bytes.value).scaled(); },
+               [&](const NumberSetting& number) {
+                   return static_cast<std::int64_t>((s.*number.value).value());
+               },
+               [&](const DaySetting& day) {
+                   return std::bit_cast<std::int64_t>((s.*day.value).serial());
+               }},
+        setting.kind);
+}
+
+template <class Number>
+bool fits(std::int64_t value) {
+    return value >= std::numeric_limits<Number>::min() &&
+           value <= std::numeric_limits<Number>::max();
+}
+
+bool canBeMeant(const Setting& setting, std::int64_t value) {
+    return std::visit(
+        ByKind{[](const BytesSetting&) { return true; },
+               [&](const NumberSetting& number) {
+                   return fits<std::int32_t>(value) &&
+                          number.within(static_cast<std::int32_t>(value)) ==
+                              Long(static_cast<std::int32_t>(value));
+               },
+               [&](const DaySetting&) { return canBeKept(Date(std::bit_cast<double>(value))); },
+               [&](const auto&) { return fits<std::uint8_t>(value); }},
+        setting.kind);
+}
+
+} // namespace
+
+SettingNumbers settingsAsNumbers(const State& s) {
+    SettingNumbers numbers{};
+    std::transform(settings().begin(), settings().end(), numbers.begin(),
+                   [&](const Setting& setting) { return rawValue(setting, s); });
+    return numbers;
+}
+
+bool canBeMeant(const SettingNumbers& numbers) {
+    const auto& all = settings();
+    return std::equal(
+        all.begin(), all.end(), numbers.begin(),
+        [](const Setting& setting, std::int64_t value) { return canBeMeant(setting, value); });
+}
+
+void takeNumber(const Setting& setting, std::int64_t value, State& s) {
+    const auto byte = static_cast<std::uint8_t>(value);
+    std::visit(
+        ByKind{[&](const FlagSetting& flag) { s.*flag.value = byte; },
+               [&](const UnitSetting& unit) { s.*unit.value = static_cast<TransferUnit>(byte); },
+               [&](const CriterionSetting& criterion) {
+                   s.*criterion.value = static_cast<enDateCalc>(byte);
+               },
+               [&](const BytesSetting& bytes) { s.*bytes.value = Currency::fromScaled(value); },
+               [&](const NumberSetting& number) {
+                   s.*number.value = static_cast<std::int32_t>(value);
+               },
+               [&](const DaySetting& day) { s.*day.value = Date(std::bit_cast<double>(value)); }},
+        setting.kind);
+}
+
+} // namespace tarvik
