@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace tarvik {
 
@@ -18,6 +19,21 @@ constexpr std::size_t fileSize = journalPlaces * journalPlace;
 
 bool hasPassed(std::uint64_t since, std::uint64_t now, std::uint64_t interval) {
     return since == 0 || now - since >= interval;
+}
+
+/// A power cut leaves one place at most that was begun where none is whole: the first entry's. Two
+/// of them held something once.
+JournalFinding::Kind kindWithoutEntry(const std::vector<JournalPlace::Kind>& places) {
+    using Place = JournalPlace::Kind;
+    const auto count = [&](Place kind) { return std::count(places.begin(), places.end(), kind); };
+    if (count(Place::Foreign) > 0) {
+        return JournalFinding::Kind::Refused;
+    }
+    if (count(Place::Unsure) > 0) {
+        return JournalFinding::Kind::OtherVersion;
+    }
+    return count(Place::Impossible) > 0 || count(Place::Torn) > 1 ? JournalFinding::Kind::Damaged
+                                                                  : JournalFinding::Kind::Nothing;
 }
 
 } // namespace
@@ -38,15 +54,16 @@ JournalFinding Journal::take(const std::string& path, const std::string& iniFile
         finding.kind = JournalFinding::Kind::Busy;
     } else if (held.outcome == Outcome::Refused) {
         finding.kind = JournalFinding::Kind::Refused;
-    } else if (file_ && file_->read(bytes)) {
+    } else if (held.outcome == Outcome::Failed || (file_ && file_->read(bytes))) {
         finding.kind = JournalFinding::Kind::Unread;
     } else if (file_) {
         look(bytes, finding);
     }
     inUse_ = finding.kind == JournalFinding::Kind::Nothing ||
-             finding.kind == JournalFinding::Kind::Entry;
+             finding.kind == JournalFinding::Kind::Entry ||
+             finding.kind == JournalFinding::Kind::Damaged;
     if (!inUse_) {
-        file_.reset();
+        release();
     }
     return finding;
 }
@@ -55,12 +72,12 @@ JournalFinding Journal::take(const std::string& path, const std::string& iniFile
 /// alone.
 void Journal::look(const std::string& bytes, JournalFinding& finding) {
     using Place = JournalPlace::Kind;
-    bool foreign = bytes.size() > fileSize;
+    std::vector<Place> places;
     std::uint64_t before = 0;
     for (std::size_t i = 0; i < journalPlaces; ++i) {
         const std::size_t begin = std::min(i * journalPlace, bytes.size());
         JournalPlace found = readPlace(std::string_view(bytes).substr(begin, journalPlace));
-        foreign = foreign || found.kind == Place::Foreign;
+        places.push_back(found.kind);
         if (found.kind == Place::OtherVersion) {
             finding.kind = JournalFinding::Kind::OtherVersion;
             return;
@@ -75,7 +92,8 @@ void Journal::look(const std::string& bytes, JournalFinding& finding) {
         }
     }
     if (lastPlace_ == nowhere) {
-        finding.kind = foreign ? JournalFinding::Kind::Refused : JournalFinding::Kind::Nothing;
+        places.push_back(bytes.size() > fileSize ? Place::Foreign : Place::Empty);
+        finding.kind = kindWithoutEntry(places);
         return;
     }
     finding.kind = JournalFinding::Kind::Entry;
@@ -92,9 +110,12 @@ bool Journal::isDue() const {
 
 /// False when the file cannot be made. Where another copy of the program has made one meanwhile,
 /// that is left alone, and this copy works without.
-bool Journal::make() {
+bool Journal::make(std::uint64_t now, bool atOnce) {
     if (file_) {
         return true;
+    }
+    if (now < notMadeBefore_ && !atOnce) {
+        return false;
     }
     Holding held = platform().files.holdOrMake(path_, fileSize, iniFile_);
     std::string bytes;
@@ -104,8 +125,8 @@ bool Journal::make() {
         return true;
     }
     file_ = std::move(held.file);
-    number_ = 0;
-    lastPlace_ = flushedPlace_ = nowhere;
+    notMadeBefore_ = file_ ? 0 : now + pause_;
+    pause_ = file_ ? 0 : std::clamp(2 * pause_, betweenWrites, longestPause);
     return file_ != nullptr;
 }
 
@@ -114,18 +135,16 @@ bool Journal::keep(const JournalEntry& entry, bool atOnce) {
     const std::string body = bodyOf(entry);
     lookedAt_ = now;
     if (body != written_) {
-        if (!make()) {
-            return false;
-        }
-        if (!inUse_) {
-            return true;
-        }
-        if (!put(body, entry.moment)) {
+        const auto written = [&] {
+            return make(now, atOnce) && (!inUse_ || put(body, entry.moment));
+        };
+        const bool wasThere = isThere();
+        if (!written() && (isThere() || !wasThere || !written())) {
             return false;
         }
     }
     const bool due = atOnce || hasPassed(flushedAt_, now, betweenFlushes);
-    return lastPlace_ == flushedPlace_ || !due || flush(now);
+    return !file_ || lastPlace_ == flushedPlace_ || !due || flush(now);
 }
 
 std::size_t Journal::nextPlace() const {
@@ -141,7 +160,7 @@ bool Journal::put(const std::string& body, Date moment) {
     const FileResult failure =
         file_->write(place * journalPlace, placeOf(body, moment, number_ + 1));
     if (failure == ErrorNumber::FileNotFound) {
-        file_.reset(); // somebody has deleted it: it is made anew
+        release(); // somebody has deleted it: it is made anew
     }
     if (failure) {
         return false;
@@ -162,14 +181,23 @@ bool Journal::flush(std::uint64_t now) {
 }
 
 bool Journal::end() {
-    const bool gone = !file_ || !file_->remove();
+    if (file_ && file_->remove()) {
+        return false;
+    }
     leave();
-    return gone;
+    return true;
 }
 
 void Journal::leave() {
-    file_.reset();
+    release();
     inUse_ = false;
+}
+
+void Journal::release() {
+    file_.reset();
+    written_.clear();
+    number_ = 0;
+    lastPlace_ = flushedPlace_ = nowhere;
 }
 
 } // namespace tarvik

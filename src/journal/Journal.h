@@ -17,6 +17,7 @@ struct JournalFinding {
         Nothing, ///< none, or one that nothing was written to
         Entry,
         Busy,         ///< another copy of the program has it
+        Damaged,      ///< nothing can be made of what it holds
         OtherVersion, ///< written by a program that this one does not understand
         Refused,      ///< something that is no journal of the user's has its name
         Unread,       ///< it is there and out of reach: nobody knows what it says
@@ -53,12 +54,12 @@ public:
     /// True unless the file could not be written.
     bool keep(const JournalEntry& entry, bool atOnce);
 
-    /// Deletes the file and keeps no more; false when it could not be deleted.
+    /// Deletes the file and keeps no more. False when it cannot be deleted: then it is still kept.
     bool end();
     /// Lets the file go where it is and keeps no more.
     void leave();
     /// Lets the file go, so that it can be given another name.
-    void release() { file_.reset(); }
+    void release();
 
     /// What the next entry says it stands on.
     IniContent standsOn;
@@ -70,10 +71,12 @@ public:
 
 private:
     static constexpr std::size_t nowhere = journalPlaces;
+    /// What cannot be made is tried again later and later, up to so many milliseconds.
+    static constexpr std::uint64_t longestPause = 600'000;
 
     std::size_t nextPlace() const;
     void look(const std::string& bytes, JournalFinding& finding);
-    bool make();
+    bool make(std::uint64_t now, bool atOnce);
     bool put(const std::string& body, Date moment);
     bool flush(std::uint64_t now);
 
@@ -87,6 +90,8 @@ private:
     std::size_t flushedPlace_ = nowhere; ///< of the last one that is on the disk
     std::uint64_t lookedAt_ = 0;         ///< steady milliseconds; 0 for never, as below
     std::uint64_t flushedAt_ = 0;
+    std::uint64_t notMadeBefore_ = 0; ///< steady milliseconds
+    std::uint64_t pause_ = 0;         ///< milliseconds after the next failure to make it
 };
 
 /// The journal in use. One must be in place (see `Current`).

@@ -316,8 +316,10 @@ JournalPlace readPlace(std::string_view bytes) {
     head.number<std::uint64_t>();
     const auto version = head.number<std::uint32_t>();
     const std::size_t length = head.number<std::uint32_t>();
+    // Another version may have longer places and sum them in another way.
+    const bool mayBeOther = version != journalVersion && version != 0;
     JournalPlace place;
-    place.kind = Kind::Torn;
+    place.kind = mayBeOther ? Kind::Unsure : Kind::Torn;
     place.number = head.number<std::uint64_t>();
     if (length < headSize + sumSize || length > bytes.size()) {
         return place;
@@ -330,7 +332,9 @@ JournalPlace readPlace(std::string_view bytes) {
         place.kind = Kind::OtherVersion;
         return place;
     }
+    place.kind = Kind::Impossible;
     const Date moment = head.date();
+    head.demand(place.number != std::numeric_limits<std::uint64_t>::max()); // none comes after it
     auto entry = head.good ? entryOf(summed.substr(headSize), moment) : std::nullopt;
     if (entry) {
         place.kind = Kind::Whole;

@@ -70,8 +70,10 @@ std::string placeOf(std::string_view body, Date moment, std::uint64_t number);
 /// What stands in a place.
 struct JournalPlace {
     enum class Kind {
-        Empty, ///< never written
-        Torn,  ///< begun, or damaged
+        Empty,      ///< never written
+        Torn,       ///< begun, or damaged
+        Unsure,     ///< either that, or of a version that this program does not know
+        Impossible, ///< written to its end, and nobody can have meant what it says
         Whole,
         OtherVersion, ///< whole, of a version that this program does not know
         Foreign,      ///< nothing of the journal's

@@ -156,26 +156,39 @@ TEST(JournalEntryTest, theSumIsThatOfThePublishedPolynomial) {
 TEST(JournalEntryTest, anUnknownVersionIsToldFromADamagedOne) {
     std::string place = placeOf(fullEntry());
     place[8] = 2;
-    EXPECT_EQ(readPlace(place).kind, Kind::Torn);
+    EXPECT_EQ(readPlace(place).kind, Kind::Unsure);
 
     EXPECT_EQ(readPlace(withSum(place)).kind, Kind::OtherVersion);
+}
+
+TEST(JournalEntryTest, anotherVersionMayHaveLongerEntries) {
+    std::string place = placeOf(fullEntry());
+    place[8] = 2;
+    place[14] = 1; // 65,536 bytes longer than the place
+
+    EXPECT_EQ(readPlace(place).kind, Kind::Unsure);
+}
+
+TEST(JournalEntryTest, aNumberThatNoneComesAfterIsNoEntry) {
+    EXPECT_EQ(readPlace(placeOf(fullEntry(), UINT64_MAX)).kind, Kind::Impossible);
+    EXPECT_EQ(readPlace(placeOf(fullEntry(), UINT64_MAX - 1)).kind, Kind::Whole);
 }
 
 TEST(JournalEntryTest, whatNobodyCanHaveMeantIsNoEntry) {
     JournalEntry below = fullEntry();
     below.totals.sent = -1;
-    EXPECT_EQ(readPlace(placeOf(below)).kind, Kind::Torn) << "totals below zero";
+    EXPECT_EQ(readPlace(placeOf(below)).kind, Kind::Impossible) << "totals below zero";
 
     JournalEntry noDay = fullEntry();
     noDay.moment = Date(std::numeric_limits<double>::quiet_NaN());
-    EXPECT_EQ(readPlace(placeOf(noDay)).kind, Kind::Torn) << "a moment that is none";
+    EXPECT_EQ(readPlace(placeOf(noDay)).kind, Kind::Impossible) << "a moment that is none";
 
     JournalEntry stamp = fullEntry();
     stamp.standsOn.lastDateStamp = -1;
-    EXPECT_EQ(readPlace(placeOf(stamp)).kind, Kind::Torn) << "a record before the first";
+    EXPECT_EQ(readPlace(placeOf(stamp)).kind, Kind::Impossible) << "a record before the first";
 
     std::string longer = placeOf(bodyOf(fullEntry()) + "x", fullEntry().moment, 1);
-    EXPECT_EQ(readPlace(longer).kind, Kind::Torn) << "something behind the last session";
+    EXPECT_EQ(readPlace(longer).kind, Kind::Impossible) << "something behind the last session";
 }
 
 TEST(JournalEntryTest, aSessionThatCountsMoreThanTheTotalsHoldIsLeftOut) {

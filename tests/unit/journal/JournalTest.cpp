@@ -273,11 +273,137 @@ TEST_F(JournalTest, aFileThatWasDeletedIsMadeAnew) {
     journal.keep(entryOf(1), true);
     machine.files.remove(path);
 
-    journal.keep(entryOf(2), false);
-    journal.keep(entryOf(2), false);
+    EXPECT_TRUE(journal.keep(entryOf(2), false));
 
     journal.leave();
     EXPECT_EQ(found(), 2);
+}
+
+TEST_F(JournalTest, whatItSaidLastIsWrittenAgainWhereTheFileWasDeleted) {
+    Journal journal;
+    journal.take(path, ini);
+    journal.keep(entryOf(1), true);
+    machine.files.remove(path);
+    machine.files.holdFailure = ErrorNumber::FileNotFound;
+    EXPECT_FALSE(journal.keep(entryOf(2), true));
+    machine.files.holdFailure.reset();
+
+    EXPECT_TRUE(journal.keep(entryOf(1), true));
+
+    journal.leave();
+    EXPECT_EQ(found(), 1);
+}
+
+TEST_F(JournalTest, aFileThatWasLetGoIsNotFlushed) {
+    Journal last;
+    last.take(path, ini);
+    last.keep(entryOf(1), true);
+    last.keep(entryOf(2), false);
+    last.leave();
+    machine.files.meanwhile = [this](const std::string& operation, const std::string&) {
+        machine.files.holdFailure =
+            operation == "flush" ? FileResult(ErrorNumber::PathFileAccess) : std::nullopt;
+    };
+    Journal journal;
+    ASSERT_EQ(journal.take(path, ini).kind, FoundKind::Entry);
+    machine.files.meanwhile = nullptr;
+    machine.files.holdFailure.reset();
+
+    journal.release();
+    machine.files.remove(path);
+    journal.needNot(entryOf(2));
+
+    EXPECT_TRUE(journal.keep(entryOf(2), true));
+    EXPECT_FALSE(machine.files.exists(path));
+}
+
+TEST_F(JournalTest, whatCannotBeMadeIsTriedLaterAndLater) {
+    Journal journal;
+    journal.take(path, ini);
+    machine.files.holdFailure = ErrorNumber::DiskFull;
+    int attempts = 0;
+    machine.files.meanwhile = [&](const std::string& operation, const std::string&) {
+        attempts += operation == "hold" ? 1 : 0;
+    };
+
+    for (int second = 0; second < 3600; second += 5) {
+        EXPECT_FALSE(journal.keep(entryOf(second), false));
+        machine.clock.advanceSeconds(5);
+    }
+
+    EXPECT_GT(attempts, 10);
+    EXPECT_LT(attempts, 20);
+}
+
+TEST_F(JournalTest, atASpecialMomentTheFileIsTriedAtOnce) {
+    Journal journal;
+    journal.take(path, ini);
+    machine.files.holdFailure = ErrorNumber::DiskFull;
+    for (int i = 0; i < 5; ++i) {
+        journal.keep(entryOf(i), false);
+    }
+    machine.files.holdFailure.reset();
+    EXPECT_FALSE(journal.keep(entryOf(7), false));
+
+    EXPECT_TRUE(journal.keep(entryOf(7), true));
+}
+
+TEST_F(JournalTest, whatCannotBeOpenedIsNotTakenForNothing) {
+    machine.files.setFile(path, std::string(journalPlaces * journalPlace, '\0'));
+    machine.files.setReadOnly(path);
+    Journal journal;
+
+    EXPECT_EQ(journal.take(path, ini).kind, FoundKind::Unread);
+
+    EXPECT_FALSE(journal.inUse());
+}
+
+TEST_F(JournalTest, twoPlacesThatWereBegunHeldSomethingOnce) {
+    Journal last;
+    last.take(path, ini);
+    last.keep(entryOf(1), true);
+    last.keep(entryOf(2), true);
+    last.leave();
+    std::string bytes = machine.files.file(path);
+    bytes[50] = static_cast<char>(bytes[50] ^ 1);
+    bytes[journalPlace + 50] = static_cast<char>(bytes[journalPlace + 50] ^ 1);
+    machine.files.setFile(path, bytes);
+    Journal journal;
+
+    EXPECT_EQ(journal.take(path, ini).kind, FoundKind::Damaged);
+}
+
+TEST_F(JournalTest, whatNobodyCanHaveMeantIsDamage) {
+    machine.files.setFile(path, placeOf(bodyOf(entryOf(-1)), entryOf(0).moment, 1));
+    Journal journal;
+
+    EXPECT_EQ(journal.take(path, ini).kind, FoundKind::Damaged);
+}
+
+TEST_F(JournalTest, longerEntriesOfAnotherVersionAreLeftAlone) {
+    std::string bytes = placeOf(bodyOf(entryOf(1)), entryOf(1).moment, 1);
+    bytes[8] = 2;
+    bytes[14] = 1; // longer than the place
+    machine.files.setFile(path, bytes);
+    Journal journal;
+
+    EXPECT_EQ(journal.take(path, ini).kind, FoundKind::OtherVersion);
+
+    EXPECT_FALSE(journal.inUse());
+    EXPECT_EQ(machine.files.file(path), bytes);
+}
+
+TEST_F(JournalTest, besideAWholeEntryADamagedVersionIsNotBelieved) {
+    Journal last;
+    last.take(path, ini);
+    last.keep(entryOf(1), true);
+    last.keep(entryOf(2), true);
+    last.leave();
+    std::string bytes = machine.files.file(path);
+    bytes[journalPlace + 8] = 2;
+    machine.files.setFile(path, bytes);
+
+    EXPECT_EQ(found(), 1);
 }
 
 TEST_F(JournalTest, theEndDeletesIt) {
@@ -289,6 +415,19 @@ TEST_F(JournalTest, theEndDeletesIt) {
 
     EXPECT_FALSE(journal.inUse());
     EXPECT_FALSE(machine.files.exists(path));
+}
+
+TEST_F(JournalTest, whatCannotBeDeletedIsStillKept) {
+    Journal journal;
+    journal.take(path, ini);
+    journal.keep(entryOf(1), true);
+    machine.files.killFailure = ErrorNumber::PermissionDenied;
+
+    EXPECT_FALSE(journal.end());
+
+    EXPECT_TRUE(journal.keep(entryOf(2), true));
+    journal.leave();
+    EXPECT_EQ(found(), 2);
 }
 
 TEST_F(JournalTest, whatAPowerCutLeftOfTheFirstEntryIsTakenOver) {
