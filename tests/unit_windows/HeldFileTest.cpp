@@ -69,6 +69,17 @@ TEST_F(HeldFileTest, WhatMayNotBeWrittenIsNotHeld) {
     SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
+TEST_F(HeldFileTest, WhatCannotBeDeletedIsStillHeld) {
+    const Holding held = files.holdOrMake(path, 4, ini);
+    SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY);
+
+    EXPECT_TRUE(held.file->remove());
+
+    EXPECT_FALSE(held.file->write(0, "abcd"));
+    SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+    EXPECT_EQ(contentOf(path), "abcd");
+}
+
 TEST_F(HeldFileTest, WhatIsMuchTooLongIsNotRead) {
     files.replace(path, {std::string(2'000'000, 'x')});
     const Holding held = files.hold(path);

@@ -27,6 +27,19 @@ FileHandle openOwn(const std::string& path, DWORD disposition) {
                                   FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
 }
 
+/// A scanner or an indexer that has just opened the file lets it go soon. The last error is that of
+/// the last attempt.
+FileHandle openOwnPatiently(const std::string& path) {
+    constexpr int attempts = 20;
+    constexpr DWORD pause = 50;
+    FileHandle file = openOwn(path, OPEN_EXISTING);
+    for (int i = 1; i < attempts && !file && GetLastError() == ERROR_SHARING_VIOLATION; ++i) {
+        Sleep(pause);
+        file = openOwn(path, OPEN_EXISTING);
+    }
+    return file;
+}
+
 bool isPlainFile(const FileHandle& file) {
     constexpr DWORD none = FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY;
     BY_HANDLE_FILE_INFORMATION info{};
@@ -100,12 +113,14 @@ std::optional<ErrorNumber> WindowsHeldFile::remove() {
     gone.DeleteFile = TRUE;
     const auto result =
         done(SetFileInformationByHandle(file_.get(), FileDispositionInfo, &gone, sizeof gone));
-    file_.close();
+    if (!result) {
+        file_.close();
+    }
     return result;
 }
 
 Holding holdFile(const std::string& path) {
-    FileHandle file = openOwn(path, OPEN_EXISTING);
+    FileHandle file = openOwnPatiently(path);
     if (!file) {
         switch (GetLastError()) {
         case ERROR_FILE_NOT_FOUND:
