@@ -117,6 +117,7 @@ bool BackupINIFile() {
         if (!SaveState()) {
             return;
         }
+        NoteSave(); // the backup may still fail
         const std::string source = state().IniFileName;
         if (source.empty()) {
             MsgBox("Assertion failure detected in \"BackupINIFile\".", MsgBoxButtons::OkOnly,

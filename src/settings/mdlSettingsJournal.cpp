@@ -334,6 +334,16 @@ void TellOfJournal() {
     });
 }
 
+void NoteSave() {
+    guarded("NoteSave", [] {
+        // Where that cannot be read, one record more is known for the program's own.
+        if (const auto file = journal().inUse() ? contentOfFile() : std::nullopt) {
+            journal().standsOn = *file;
+            KeepJournal(KeepWhen::AtOnce);
+        }
+    });
+}
+
 void AnnounceReset() {
     guarded("AnnounceReset", [] {
         const auto file = contentOfFile();
@@ -353,6 +363,8 @@ void WithdrawReset() {
         j.resetIfGone.reset();
         if (platform().files.Dir(usualIniFile()) == FileKind::None) {
             j.standsOn = {};
+        } else {
+            KeepJournal(KeepWhen::AtOnce); // it comes no more, whatever becomes of the file
         }
     });
 }
