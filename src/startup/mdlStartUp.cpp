@@ -224,14 +224,17 @@ void InitApplicationStatus() {
     guarded("InitApplicationStatus", [] {
         writeDefaults();
         ResetTransfers(true);
-        if (LoadState()) {
+        const bool loaded = LoadState();
+        // Before the box: the user's session may end at it, and what is saved then is what stands
+        // here.
+        RestoreFromJournal();
+        if (loaded) {
             UpdateGUI();
         } else {
             MsgBox(std::string("Warning: Old settings could not be loaded.") + CR +
                        "Assuming first run.",
                    MsgBoxButtons::OkOnly, MsgBoxIcon::Exclamation);
         }
-        RestoreFromJournal();
     });
 }
 

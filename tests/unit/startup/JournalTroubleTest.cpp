@@ -75,5 +75,27 @@ TEST_F(JournalTroubleTest, AResetThatWasDeclinedIsAnnouncedNoMore) {
     EXPECT_FALSE(next.take(path, iniPath).entry.resetIfGone.has_value());
 }
 
+TEST_F(JournalTroubleTest, AnEndWhileTheBoxOfAFirstRunIsOpenLosesNothing) {
+    expectFirstRunBoxes();
+    start("/r");
+    ridge = machine.connections.connect("Ridge");
+    tick();
+    tickAfter(10, 5000);
+    machine.connections.disconnect(ridge);
+    newWorld();
+    expectWarning("Warning: Unable to set \"IsLocked\"-flag in INI-file!");
+    expectBox("Warning: Old settings could not be loaded.\rAssuming first run.",
+              MsgBoxButtons::OkOnly, MsgBoxIcon::Exclamation, MsgBoxAnswer::Ok,
+              [this] { endSession(); });
+    start();
+    EXPECT_THAT(ini(), HasSubstr("Rcvd=5000"));
+
+    newWorld();
+    start();
+
+    EXPECT_EQ(received(), 5000);
+    EXPECT_FALSE(machine.files.exists(aside));
+}
+
 } // namespace
 } // namespace tarvik
