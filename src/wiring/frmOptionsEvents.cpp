@@ -74,6 +74,13 @@ void follow(const Setting& setting) {
     }
 }
 
+void applyAll() {
+    for (const Setting& setting : settings()) {
+        apply(setting);
+        follow(setting);
+    }
+}
+
 void connectFieldOf(const Setting& setting) {
     FrmOptions& o = options();
     if (const auto* const bytes = std::get_if<BytesSetting>(&setting.kind)) {
@@ -133,9 +140,11 @@ void cmdResetValues_Click() {
 
 void cmdOK_Click() {
     guarded("cmdOK_Click", [] {
-        for (const Setting& setting : settings()) {
-            apply(setting);
-            follow(setting);
+        try {
+            applyAll();
+        } catch (...) {
+            KeepJournal(KeepWhen::AtOnce); // what was applied before the error stands
+            throw;
         }
         KeepJournal(KeepWhen::AtOnce);
         options().setVisible(false);

@@ -97,5 +97,21 @@ TEST_F(JournalTroubleTest, AnEndWhileTheBoxOfAFirstRunIsOpenLosesNothing) {
     EXPECT_FALSE(machine.files.exists(aside));
 }
 
+TEST_F(JournalTroubleTest, SettingsThatWereAppliedBeforeAnErrorAreThereAgain) {
+    setIni("[Settings]\r\n");
+    start();
+    frmMain().cmdOptions.press();
+    frmOptions().cboUnitTransferTotal.setListIndex(2);
+    frmOptions().txtTransferLimit.setText("many");
+    expectError("13 (Type mismatch)", "cmdOK_Click");
+    frmOptions().cmdOK.press();
+    ASSERT_EQ(state().UnitTransferTotal, TransferUnit::MegaBytes);
+
+    machine.files.cutPower();
+    restartAfterKill();
+
+    EXPECT_EQ(state().UnitTransferTotal, TransferUnit::MegaBytes);
+}
+
 } // namespace
 } // namespace tarvik
