@@ -160,12 +160,17 @@ void tell(const std::string& text) {
     ShowBalloonTip(text, title, informationIcon, balloonMilliseconds);
 }
 
-void write(const JournalEntry& entry, bool atOnce) {
-    Journal& j = journal();
-    if (!j.keep(entry, atOnce) && !std::exchange(j.failureTold, true)) {
+void tellOfFailure() {
+    if (!std::exchange(journal().failureTold, true)) {
         tell(std::string("The journal of the running count cannot be written. What is counted from "
                          "now on is stored when the program ends.") +
-             CR + journalFile());
+             CR + nameOf(journalFile()));
+    }
+}
+
+void write(const JournalEntry& entry, bool atOnce) {
+    if (!journal().keep(entry, atOnce)) {
+        tellOfFailure();
     }
 }
 
@@ -232,8 +237,13 @@ std::string momentText(Date moment) {
     return toText(moment, platform().locale.data());
 }
 
-/// Where it cannot be given another name it is left alone.
-void putAside() {
+/// The same with the name below, as a note has it.
+std::string aboutJournal(const std::string& text, const std::string& path = journalFile()) {
+    return text + CR + nameOf(path);
+}
+
+/// Where it cannot be given another name, it is left alone. `why` is what the note begins with.
+void putAside(const std::string& why) {
     const std::string date = "." + todayText();
     const auto dated = [&](int number) {
         return journalFile(number == 0 ? date : date + "." + wholeToText(number));
@@ -243,21 +253,22 @@ void putAside() {
     if (aside.failure) {
         journal().leave();
     }
-    journal().toTell = aside.failure
-                           ? std::string("The journal of the running count stands on another "
-                                         "content of the file of settings and is left alone.") +
-                                 CR + nameOf(journalFile())
-                           : std::string("The file of settings is another one than the journal "
-                                         "of the running count stands on. The journal is now ") +
-                                 CR + nameOf(aside.name);
+    journal().toTell = aside.failure ? aboutJournal(why + " The journal is left alone.")
+                                     : aboutJournal(why + " The journal is now ", aside.name);
 }
+
+constexpr const char* damagedText = "The journal of the running count is damaged.";
 
 /// Takes over what the last run left. True when it is what stands here now.
 bool restore(JournalEntry& entry, const IniContent& file) {
     const bool reset = wasResetMeanwhile(entry, file);
-    if (!canBeMeant(entry.settings) ||
-        (entry.standsOn != file && !reset && !wasSavedMeanwhile(entry, file))) {
-        putAside();
+    if (!canBeMeant(entry.settings)) {
+        putAside(damagedText);
+        return false;
+    }
+    if (entry.standsOn != file && !reset && !wasSavedMeanwhile(entry, file)) {
+        putAside("The file of settings is another one than the journal of the running count stands "
+                 "on.");
         return false;
     }
     if (reset) {
@@ -273,20 +284,21 @@ bool restore(JournalEntry& entry, const IniContent& file) {
     return true;
 }
 
+/// Another copy of the program that has it is no news: the start has asked about that.
 std::string whatIsLeftAlone(JournalFinding::Kind kind) {
-    if (kind == JournalFinding::Kind::OtherVersion) {
-        return std::string("The journal of the running count is of another version of the program "
-                           "and is left alone.") +
-               CR + nameOf(journalFile());
+    using Kind = JournalFinding::Kind;
+    if (kind == Kind::OtherVersion) {
+        return aboutJournal("The journal of the running count is of another version of the program "
+                            "and is left alone.");
     }
-    if (kind == JournalFinding::Kind::Unread) {
-        return std::string("The journal of the running count cannot be read and is left alone.") +
-               CR + nameOf(journalFile());
+    if (kind == Kind::Unread || (kind == Kind::Busy && state().OnlyInstance)) {
+        return aboutJournal(
+            "The journal of the running count cannot be read and is left alone. What is counted "
+            "from now on is stored when the program ends.");
     }
-    return kind == JournalFinding::Kind::Refused
-               ? std::string("What has the name of the journal of the running count is none of the "
-                             "user's and is left alone.") +
-                     CR + nameOf(journalFile())
+    return kind == Kind::Refused
+               ? aboutJournal("What has the name of the journal of the running count is none of "
+                              "the user's and is left alone.")
                : std::string();
 }
 
@@ -299,6 +311,8 @@ void KeepJournal(KeepWhen When) {
         if (j.inUse() && (atOnce || j.isDue())) {
             if (const auto entry = entryNow()) {
                 write(*entry, atOnce);
+            } else if (j.isThere()) {
+                tellOfFailure(); // what it says gets older and older
             }
         }
     });
@@ -312,6 +326,8 @@ void RestoreFromJournal() {
         Journal& j = journal();
         const std::optional<IniContent> file = contentOfFile();
         if (!file) {
+            j.toTell = aboutJournal("The file of settings cannot be read any more. The journal of "
+                                    "the running count is left alone and not kept.");
             return;
         }
         JournalFinding found = j.take(journalFile(), usualIniFile());
@@ -319,6 +335,9 @@ void RestoreFromJournal() {
         j.toTell = whatIsLeftAlone(found.kind);
         if (found.kind == JournalFinding::Kind::Entry && restore(found.entry, *file)) {
             return;
+        }
+        if (found.kind == JournalFinding::Kind::Damaged) {
+            putAside(damagedText);
         }
         if (const auto entry = entryNow()) {
             j.needNot(*entry);
@@ -376,8 +395,7 @@ void EndJournal(bool Saved) {
             return;
         }
         std::optional<JournalEntry> entry = entryNow();
-        if (Saved && (!entry || totalsOfFile() == entry->totals)) {
-            j.end();
+        if (Saved && (!entry || totalsOfFile() == entry->totals) && j.end()) {
             return;
         }
         if (const auto file = contentOfFile(); entry && Saved && file) {

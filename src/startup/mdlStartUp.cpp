@@ -141,9 +141,9 @@ bool applySwitch(const std::string& argument) {
 
 void Main() {
     guarded("Main", [] {
-        const bool onlyInstance = RegisterApp();
+        state().OnlyInstance = RegisterApp();
         const bool locked = GetLocked();
-        if ((!onlyInstance || locked) && !userWantsAnotherInstance()) {
+        if ((!state().OnlyInstance || locked) && !userWantsAnotherInstance()) {
             return;
         }
         if (!SetLocked(true)) {

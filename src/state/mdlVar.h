@@ -117,6 +117,7 @@ struct State {
     /// A session has ended since the journal was last written.
     bool SessionOver = false;
     bool LimitWarningArmed = false; ///< the limit warning may be shown
+    bool OnlyInstance = false;      ///< at the start no other copy of the program was running
     bool ArgRun = false;
     bool ArgMinimise = false;
     bool ArgHelp = false;

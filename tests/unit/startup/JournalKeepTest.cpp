@@ -119,6 +119,7 @@ TEST_F(JournalRestartTest, aCopyBesideTheOneThatHasTheJournalSpoilsNothing) {
     const std::string before = machine.files.file(path);
     machine.files.heldElsewhere = true;
     newWorld();
+    machine.instances.error = 183; // the other copy has the name too
     machine.connections.disconnect(ridge);
     expectAnotherInstanceQuestion();
     start("/r");

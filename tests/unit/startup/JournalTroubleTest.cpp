@@ -97,6 +97,54 @@ TEST_F(JournalTroubleTest, AnEndWhileTheBoxOfAFirstRunIsOpenLosesNothing) {
     EXPECT_FALSE(machine.files.exists(aside));
 }
 
+TEST_F(JournalTroubleTest, AJournalThatMayNotBeWrittenIsLeftAloneAndTold) {
+    count(5000);
+    newWorld();
+    machine.connections.disconnect(ridge);
+    const std::string before = machine.files.file(path);
+    machine.files.setReadOnly(path);
+
+    expectAnotherInstanceQuestion();
+    start("/r");
+    ridge = machine.connections.connect("Ridge");
+    tick();
+    tickAfter(10, 3);
+
+    EXPECT_EQ(machine.files.file(path), before);
+    ASSERT_EQ(notes().size(), 1U);
+    EXPECT_THAT(notes()[0], HasSubstr("cannot be read and is left alone"));
+}
+
+TEST_F(JournalTroubleTest, AJournalThatCannotBeOpenedAtTheStartIsNotGivenUpLater) {
+    count(5000);
+    newWorld();
+    machine.connections.disconnect(ridge);
+    const std::string before = machine.files.file(path);
+    machine.files.holdFailure = ErrorNumber::PermissionDenied;
+    expectAnotherInstanceQuestion();
+    start("/r");
+    machine.files.holdFailure.reset();
+    ridge = machine.connections.connect("Ridge");
+    tick();
+    tickAfter(10, 3);
+
+    EXPECT_FALSE(world->journal.inUse());
+    EXPECT_EQ(machine.files.file(path), before);
+    EXPECT_EQ(notes().size(), 1U);
+}
+
+TEST_F(JournalTroubleTest, AJournalThatAnotherProgramHasOpenIsTold) {
+    count(5000);
+    newWorld();
+    machine.files.heldElsewhere = true;
+
+    expectAnotherInstanceQuestion();
+    start();
+
+    ASSERT_EQ(notes().size(), 1U) << "no other copy of the program is running";
+    EXPECT_THAT(notes()[0], HasSubstr("cannot be read and is left alone"));
+}
+
 TEST_F(JournalTroubleTest, SettingsThatWereAppliedBeforeAnErrorAreThereAgain) {
     setIni("[Settings]\r\n");
     start();
@@ -111,6 +159,123 @@ TEST_F(JournalTroubleTest, SettingsThatWereAppliedBeforeAnErrorAreThereAgain) {
     restartAfterKill();
 
     EXPECT_EQ(state().UnitTransferTotal, TransferUnit::MegaBytes);
+}
+
+TEST_F(JournalTroubleTest, TotalsThatAreTooLargeToBeKeptAreToldOnce) {
+    count(5000);
+    state().BytesRcvdTotal = largestKept + Currency(1);
+    tickAfter(10, 1);
+    tickAfter(10, 1);
+
+    ASSERT_EQ(notes().size(), 1U);
+    EXPECT_THAT(notes()[0], HasSubstr("cannot be written"));
+}
+
+TEST_F(JournalTroubleTest, AJournalThatCannotBeDeletedSaysThatTheEndWasInOrder) {
+    count(5000);
+    machine.files.killFailure = ErrorNumber::PermissionDenied;
+    endSession();
+    machine.files.killFailure.reset();
+    ASSERT_TRUE(journalIsThere());
+    std::string text = ini();
+    const std::string before = "RefreshInterval=1000";
+    ASSERT_NE(text.find(before), std::string::npos);
+    setIni(text.replace(text.find(before), before.size(), "RefreshInterval=200"));
+
+    newWorld();
+    expectSessionQuestion("5000", MsgBoxAnswer::No);
+    start("/r");
+    tick();
+
+    EXPECT_EQ(received(), 5000);
+    EXPECT_EQ(state().RefreshInterval, Long(200));
+    EXPECT_TRUE(notes().empty());
+}
+
+TEST_F(JournalTroubleTest, AJournalThatHoldsOnlyDamageIsPutAside) {
+    count(5000);
+    tickAfter(10, 1);
+    tickAfter(10, 1);
+    newWorld();
+    std::string bytes = machine.files.file(path);
+    for (std::size_t place = 0; place < journalPlaces; ++place) {
+        bytes[place * journalPlace + 100] =
+            static_cast<char>(bytes[place * journalPlace + 100] ^ 1);
+    }
+    machine.files.setFile(path, bytes);
+
+    expectAnotherInstanceQuestion();
+    start();
+
+    EXPECT_FALSE(journalIsThere());
+    EXPECT_EQ(machine.files.file(aside), bytes);
+    ASSERT_EQ(notes().size(), 1U);
+    EXPECT_THAT(notes()[0], HasSubstr("is damaged. The journal is now"));
+}
+
+TEST_F(JournalTroubleTest, AnEntryWhoseSettingsNobodyCanHaveMeantIsCalledDamaged) {
+    count(5000);
+    newWorld();
+    JournalEntry entry;
+    {
+        Journal other;
+        entry = other.take(path, iniPath).entry;
+        entry.settings.fill(INT64_MAX);
+        other.keep(entry, true);
+    }
+
+    expectAnotherInstanceQuestion();
+    start();
+
+    ASSERT_EQ(notes().size(), 1U);
+    EXPECT_THAT(notes()[0], HasSubstr("is damaged. The journal is now"));
+}
+
+TEST_F(JournalTroubleTest, AfterAJournalWasPutAsideTheFirstLookWritesNothing) {
+    count(5000);
+    machine.files.cutPower();
+    newWorld();
+    machine.connections.disconnect(ridge);
+    setIni("[Settings]\r\nLastState=b\r\nDateStamp1=b\r\nLastDateStamp=1\r\n[b]\r\nSent=0\r\nRcvd="
+           "77\r\nDuration=5\r\n");
+    machine.files.meanwhile = [this](const std::string& operation, const std::string&) {
+        machine.files.holdFailure =
+            operation == "flush" ? FileResult(ErrorNumber::PathFileAccess) : std::nullopt;
+    };
+    start();
+    machine.files.meanwhile = nullptr;
+    machine.files.holdFailure.reset();
+
+    frmMain().Pause.raise();
+
+    EXPECT_FALSE(journalIsThere());
+}
+
+TEST_F(JournalTroubleTest, TheNoteAboutAFailureFindsRoomForTheName) {
+    machine.program.folderPath = "C:\\" + std::string(240, 'p');
+    machine.files.holdFailure = ErrorNumber::DiskFull;
+    setIni("[Settings]\r\n");
+    machine.files.setFile(machine.program.folderPath + "\\Tarvik.ini", "[Settings]\r\n");
+    start("/r");
+    ridge = machine.connections.connect("Ridge");
+    tick();
+    tickAfter(10, 5);
+
+    ASSERT_EQ(notes().size(), 1U);
+    EXPECT_THAT(notes()[0], testing::EndsWith("\rTarvik.journal"));
+}
+
+TEST_F(JournalTroubleTest, AFileOfSettingsThatCannotBeReadAgainIsTold) {
+    setIni("[Settings]\r\n");
+    start();
+    setIni("[Settings]\r\nIsLocked=1\r\n"); // else nobody reads it again
+    machine.files.setUnreadable(iniPath);
+
+    RestoreFromJournal();
+    TellOfJournal();
+
+    ASSERT_EQ(notes().size(), 1U);
+    EXPECT_THAT(notes()[0], HasSubstr("is left alone and not kept"));
 }
 
 } // namespace
