@@ -28,7 +28,7 @@ struct IniContent {
 struct JournalEntry {
     static constexpr std::size_t settingCount = 19;
 
-    Date moment; ///< on the user's clock
+    Date moment; ///< of its writing, on the user's clock
     IniContent standsOn;
     /// The program has ended in order, and the INI file has what it can hold.
     bool ended = false;

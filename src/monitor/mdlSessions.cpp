@@ -40,6 +40,17 @@ bool isCurrent(const LineSession& session) {
     return session.connection.hrasconn == state().CountedConnection;
 }
 
+void noteMoment(LineSession& session) {
+    session.readAt = momentOf(platform().clock);
+    session.steadyReadAt = platform().clock.steadyMilliseconds();
+}
+
+bool sameFigures(const RAS_STATS& a, const RAS_STATS& b) {
+    return a.dwBytesRcved == b.dwBytesRcved && a.dwBytesXmited == b.dwBytesXmited &&
+           a.dwFramesRcved == b.dwFramesRcved && a.dwFramesXmited == b.dwFramesXmited &&
+           a.dwConnectDuration == b.dwConnectDuration;
+}
+
 LineSession& sessionOf(const RASCONNA& connection, const RAS_STATS& statistics) {
     LineSession* const known = knownSession(connection.hrasconn);
     if (known != nullptr) {
@@ -49,6 +60,7 @@ LineSession& sessionOf(const RASCONNA& connection, const RAS_STATS& statistics) 
     made.connection = connection;
     made.last = statistics;
     made.totals = totalsOf(statistics);
+    noteMoment(made);
     return state().LineSessions.emplace_back(made);
 }
 
@@ -135,16 +147,24 @@ void endSession(LineSession& session, bool otherIsUp) {
     }
 }
 
+/// The connection has grown older by what passed since it was read. One clock that says so is
+/// enough: the user's may have been set, or gone to summer time; the steady one may have stood
+/// still in the machine's sleep.
+bool beganAtTheSameMoment(const LineSession& before, const RAS_STATS& now) {
+    constexpr double millisecondsInDay = 86'400'000;
+    constexpr double inexact = 3'000; // milliseconds, of a clock that counts seconds
+    const double lived = static_cast<double>(now.dwConnectDuration) - before.last.dwConnectDuration;
+    const double away =
+        (momentOf(platform().clock).serial() - before.readAt.serial()) * millisecondsInDay;
+    const double steadyAway = static_cast<double>(platform().clock.steadyMilliseconds()) -
+                              static_cast<double>(before.steadyReadAt);
+    return std::abs(lived - away) <= inexact || std::abs(lived - steadyAway) <= inexact;
+}
+
 /// Under a service that tells nothing more: of the same entry over the same device, begun at the
 /// same moment, and no counter has fallen.
 bool goesOn(const LineSession& before, const RAS_STATS& now) {
-    constexpr double millisecondsInDay = 86'400'000;
-    constexpr double inexact = 3'000; // milliseconds, of a clock that counts seconds
-    Clock& clock = platform().clock;
-    const double moment = clock.currentDate().serial() + clock.currentTime().serial();
-    const double away = (moment - state().FormerMoment.serial()) * millisecondsInDay;
-    const double lived = static_cast<double>(now.dwConnectDuration) - before.last.dwConnectDuration;
-    return std::abs(lived - away) <= inexact && now.dwBytesRcved >= before.last.dwBytesRcved &&
+    return beganAtTheSameMoment(before, now) && now.dwBytesRcved >= before.last.dwBytesRcved &&
            now.dwBytesXmited >= before.last.dwBytesXmited &&
            now.dwConnectDuration >= before.last.dwConnectDuration &&
            now.dwFramesRcved >= before.last.dwFramesRcved &&
@@ -241,10 +261,12 @@ LineTotals CarryOn(const RASCONNA& Connection, const RAS_STATS& Statistics) {
         addGain(session.totals, session.last, Statistics);
     }
     session.totals = wide.value_or(session.totals);
+    if (!sameFigures(session.last, Statistics)) {
+        noteMoment(session);
+    }
     session.last = Statistics;
     session.renumbered = false;
     recount(session);
-    state().SessionsReadAt = platform().clock.steadyMilliseconds();
     std::erase(state().UnreadConnections, Connection.hrasconn);
     return session.totals;
 }

@@ -17,9 +17,14 @@ public:
     /// The local time of day alone.
     virtual Date currentTime() = 0;
 
-    /// Milliseconds since some moment before the program's start. Never falls; may stand still
-    /// while the machine sleeps.
+    /// Milliseconds since the machine's start: two runs of the program have the same beginning.
+    /// Never falls; may stand still while the machine sleeps.
     virtual std::uint64_t steadyMilliseconds() = 0;
 };
+
+/// Day and time of the user's clock.
+inline Date momentOf(Clock& clock) {
+    return Date(clock.currentDate().serial() + clock.currentTime().serial());
+}
 
 } // namespace tarvik

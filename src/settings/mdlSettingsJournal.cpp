@@ -45,23 +45,6 @@ std::string nameOf(const std::string& path) {
     return path.substr(path.rfind(platform().program.pathSeparator()) + 1);
 }
 
-/// When the sessions were read that are under way: what they carry belongs to that moment. Else
-/// now.
-Date momentOfSessions() {
-    constexpr double millisecondsInDay = 86'400'000;
-    const State& s = state();
-    if (!s.FormerSessions.empty()) {
-        return s.FormerMoment;
-    }
-    Clock& clock = platform().clock;
-    const double now = clock.currentDate().serial() + clock.currentTime().serial();
-    if (s.LineSessions.empty() || s.SessionsReadAt == 0) {
-        return Date(now);
-    }
-    const std::uint64_t since = clock.steadyMilliseconds() - s.SessionsReadAt;
-    return Date(now - static_cast<double>(since) / millisecondsInDay);
-}
-
 /// Nothing where the file cannot be read: then nobody knows.
 std::optional<IniContent> contentOfFile() {
     const ProfileReading reading(platform().profile, usualIniFile());
@@ -142,7 +125,7 @@ std::optional<JournalEntry> entryNow() {
     const State& s = state();
     try {
         JournalEntry entry;
-        entry.moment = momentOfSessions();
+        entry.moment = momentOf(platform().clock);
         entry.standsOn = journal().standsOn;
         entry.resetIfGone = journal().resetIfGone;
         entry.totals = allThatCounts();
@@ -226,7 +209,6 @@ void apply(JournalEntry entry) {
     s.TickerBase = entry.tickerBase;
     s.IPAddress = std::move(entry.address);
     s.FormerSessions = std::move(entry.sessions);
-    s.FormerMoment = entry.moment;
     if (!entry.ended) {
         applySettings(entry);
     }

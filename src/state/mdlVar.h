@@ -44,11 +44,13 @@ enum class enDateCalc : std::uint8_t {
 struct LineSession {
     RASCONNA connection{};
     RAS_STATS last{};
-    LineTotals totals;       ///< since it was established
-    Amount offset;           ///< of it, what is not to be counted
-    Amount counted;          ///< the rest, as long as no total has it
-    bool renumbered = false; ///< not read again since the service gave it another handle
-    bool hungUp = false;     ///< by the program: whatever comes next is another session
+    LineTotals totals;              ///< since it was established
+    Amount offset;                  ///< of it, what is not to be counted
+    Amount counted;                 ///< the rest, as long as no total has it
+    Date readAt;                    ///< when these figures were first read, on the user's clock
+    std::uint64_t steadyReadAt = 0; ///< the same moment, milliseconds of the steady clock
+    bool renumbered = false;        ///< not read again since the service gave it another handle
+    bool hungUp = false;            ///< by the program: whatever comes next is another session
     /// It was up before the program was started again, and nobody is asked about it. Until the end
     /// of the tick that found it.
     bool resumed = false;
@@ -96,10 +98,6 @@ struct State {
     /// The sessions that were up when the program last ran and did not end in order, until a tick
     /// has looked for them. What counted of them is in the totals.
     std::vector<FormerSession> FormerSessions;
-    /// When they were last read, on the user's clock.
-    Date FormerMoment;
-    /// When the sessions were last read, milliseconds of the steady clock; 0 for never.
-    std::uint64_t SessionsReadAt = 0;
 
     // All finished sessions since the last reset.
     Currency BytesRcvdTotal; ///< bytes

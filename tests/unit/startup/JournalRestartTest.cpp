@@ -135,6 +135,64 @@ TEST_F(JournalRestartTest, aSessionThatBeganAtAnotherMomentIsAskedAbout) {
     EXPECT_EQ(received(), 5000);
 }
 
+TEST_F(JournalRestartTest, aClockThatWasSetMeanwhileMakesNoOtherSession) {
+    count(5000);
+    pass(60, 700);
+    machine.clock.now = Date(machine.clock.now.serial() - 1.0 / 24); // summer time has ended
+
+    restartAfterKill("/r");
+    tickAfter(1, 30);
+
+    EXPECT_EQ(received(), 5730);
+}
+
+TEST_F(JournalRestartTest, aSleepOfTheMachineMakesNoOtherSession) {
+    count(5000);
+    const std::uint64_t asleep = machine.clock.steady;
+    pass(60, 700);
+    machine.clock.steady = asleep;
+
+    restartAfterKill("/r");
+    tickAfter(1, 30);
+
+    EXPECT_EQ(received(), 5730);
+}
+
+/// A tick that fails at the second line: the first one's figures are newer than the second one's
+/// when the next kill comes.
+TEST_F(JournalRestartTest, eachSessionGoesOnFromItsOwnReading) {
+    setIni("[Settings]\r\n");
+    start("/r");
+    ridge = machine.connections.connect("Ridge");
+    const std::uint32_t harbour = machine.connections.connect("Harbour");
+    tick();
+    machine.connections.transfer(harbour, 830, 0, 10'000);
+    tickAfter(10, 5000);
+    machine.connections.transfer(harbour, 0, 0, 60'000);
+    pass(60);
+    newWorld();
+    expectAnotherInstanceQuestion();
+    start("/r");
+    machine.connections.failNext("RasGetConnectionStatistics", 0);
+    machine.connections.failNext("RasGetConnectionStatistics", 0);
+    machine.connections.failNext("RasGetConnectionStatistics", 0);
+    machine.connections.failNext("RasGetConnectionStatistics", 668);
+    machine.connections.errorTexts[668] = "No connection.";
+    expectFailure("Error: RasGetConnectionStatistics failed with 668:\rNo connection.");
+    tick();
+    frmMain().Pause.raise();
+
+    machine.connections.transfer(harbour, 1, 0, 10'000);
+    pass(10, 20);
+    restartAfterKill("/r");
+    tick();
+    machine.connections.disconnect(ridge);
+    machine.connections.disconnect(harbour);
+    tick();
+
+    EXPECT_EQ(received(), 5851);
+}
+
 TEST_F(JournalRestartTest, aServiceThatKnowsItsSessionsIsBelieved) {
     setIni("[Settings]\r\n");
     start("/r");
