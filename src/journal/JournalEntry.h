@@ -53,8 +53,9 @@ bool canBeKept(Date date);
 
 // One place of the file holds one entry. docs/files.md has every byte.
 
-/// Bytes that an entry has at most, and that each place of the file has: sectors of any disk.
-constexpr std::size_t journalPlace = 2048;
+/// Bytes that an entry has at most, and that each place of the file has: a disk writes whole
+/// sectors of up to so many bytes, and a power cut within one may take all that stood in it.
+constexpr std::size_t journalPlace = 4096;
 /// One holds what is on the disk for certain, the two others are written to in turn: a write that
 /// is cut off leaves the one before, and a power cut leaves what was flushed.
 constexpr std::size_t journalPlaces = 3;

@@ -148,9 +148,16 @@ void Disk::bringBack(ino_t file, const std::string& path, Loss loss) const {
         return;
     }
     constexpr std::size_t sector = 512;
+    constexpr std::size_t block = 4096;
     std::string left = before->second;
     for (std::size_t i = 0; loss == Loss::Sectors && i < left.size(); i += 2 * sector) {
         left.replace(i, sector, bytes, i, sector);
+    }
+    for (std::size_t i = 0; loss == Loss::Blocks && i < left.size(); i += block) {
+        const std::size_t size = std::min(block, left.size() - i);
+        if (left.compare(i, size, bytes, i, size) != 0) {
+            left.replace(i, size, size, '\0');
+        }
     }
     std::ofstream(path, std::ios::binary) << left;
 }
@@ -158,7 +165,7 @@ void Disk::bringBack(ino_t file, const std::string& path, Loss loss) const {
 bool Disk::cut(unsigned kept, Loss loss) {
     // The making of the folder is one more change, which all others need.
     const std::size_t count = changes_.size() + (folderIsSafe_ ? 0 : 1);
-    if (kept >> count != 0 || (loss == Loss::Sectors && overwritten_.empty())) {
+    if (kept >> count != 0 || (loss >= Loss::Sectors && overwritten_.empty())) {
         return false;
     }
     moveAllAside();

@@ -28,9 +28,10 @@ public:
     void flushedFolder();
     void flushedParent() { folderIsSafe_ = true; }
 
-    /// What of the data that was not flushed a power cut takes: nothing, everything, or of what was
-    /// written over other bytes every second sector.
-    enum class Loss { None, Unflushed, Sectors };
+    /// What of the data that was not flushed a power cut takes: nothing, everything, of what was
+    /// written over other bytes every second sector, or each block of 4 KiB that a byte of was
+    /// written over, with all that stood beside it.
+    enum class Loss { None, Unflushed, Sectors, Blocks };
 
     /// Leaves the folder as the power cut does: bit n of `kept` tells whether change n of those not
     /// flushed survives. False when there are not that many changes, or no sectors to lose: nothing

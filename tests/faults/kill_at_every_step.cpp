@@ -147,6 +147,7 @@ private:
             }
             one(cut + " 1");
             one(cut + " 2");
+            one(cut + " 3");
         }
     }
 

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <string>
+
 namespace tarvik {
 namespace {
 
@@ -135,6 +138,33 @@ TEST_F(JournalTest, aPowerCutLeavesWhatWasFlushedLast) {
             EXPECT_GE(shown, 2) << unflushed << " " << kept;
             machine.files.remove(path);
         }
+    }
+}
+
+/// The cut destroys each sector of 4 KiB that was being written to, with all that stood in it.
+TEST_F(JournalTest, aSectorThatAPowerCutDestroysHoldsNothingThatWasFlushed) {
+    constexpr std::size_t sector = 4096;
+    for (int unflushed = 1; unflushed < 5; ++unflushed) {
+        Journal journal;
+        journal.take(path, ini);
+        journal.keep(entryOf(1), true);
+        journal.keep(entryOf(2), true);
+        const std::string flushed = machine.files.file(path);
+        for (int i = 0; i < unflushed; ++i) {
+            journal.keep(entryOf(3 + i), false);
+        }
+        journal.leave();
+        std::string left = machine.files.file(path);
+        for (std::size_t i = 0; i < left.size(); i += sector) {
+            const std::size_t size = std::min(sector, left.size() - i);
+            if (left.compare(i, size, flushed, i, size) != 0) {
+                left.replace(i, size, size, '\xA5');
+            }
+        }
+        machine.files.setFile(path, left);
+
+        EXPECT_EQ(found(), 2) << unflushed;
+        machine.files.remove(path);
     }
 }
 
