@@ -141,6 +141,23 @@ void readConnections(std::uint32_t count, FailedCall& failed, bool& result) {
     }
 }
 
+/// The user is being asked: after a kill the next start asks again.
+class OpenQuestion {
+public:
+    OpenQuestion() { state_.QuestionOpen = true; }
+    ~OpenQuestion() { state_.QuestionOpen = false; }
+    OpenQuestion(const OpenQuestion&) = delete;
+    OpenQuestion& operator=(const OpenQuestion&) = delete;
+
+private:
+    State& state_ = state();
+};
+
+bool answerCountsTheSession(const std::string& bytes) {
+    const OpenQuestion open;
+    return userCountsTheSession(bytes);
+}
+
 /// While the question is open the session counts as declined: that is what is saved when the user's
 /// session ends before the answer.
 void askAboutTheSession() {
@@ -148,7 +165,7 @@ void askAboutTheSession() {
     const std::string bytes = sessionText();
     const Amount before = SessionOffset();
     LeaveOutWhatHasPassed();
-    if (userCountsTheSession(bytes)) {
+    if (answerCountsTheSession(bytes)) {
         CountWhatHasPassed(before);
     }
 }

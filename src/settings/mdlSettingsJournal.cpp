@@ -73,11 +73,11 @@ std::optional<Amount> totalsOfFile() {
     return totals;
 }
 
-/// The session whose figures are shown is still to be asked about: a box before the question is
-/// open. The next start asks.
+/// The session whose figures are shown is still to be asked about: the question, or a box before
+/// it, is open. The next start asks.
 bool awaitsQuestion(const LineSession& one) {
     const State& s = state();
-    return s.FirstOnlineUpdate && !s.DialInStarted && !one.resumed &&
+    return (s.QuestionOpen || (s.FirstOnlineUpdate && !s.DialInStarted)) && !one.resumed &&
            one.connection.hrasconn == s.CountedConnection;
 }
 

@@ -165,8 +165,13 @@ TEST_F(JournalResetTest, WhileTheQuestionAboutASessionIsOpenItDoesNotCount) {
     machine.files.setFile(path, journalThen);
     expectAnotherInstanceQuestion();
     start();
-
     EXPECT_EQ(received(), 0);
+
+    expectSessionQuestion("1000", MsgBoxAnswer::Yes);
+    frmMain().cmdMonitor.press();
+    tick();
+
+    EXPECT_EQ(received(), 1000) << "there was no answer before the kill";
 }
 
 TEST_F(JournalResetTest, AJournalThatIsOutOfReachIsLeftAloneAndTold) {
