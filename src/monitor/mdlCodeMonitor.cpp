@@ -45,6 +45,7 @@ void readConnection(std::uint32_t index, FailedCall& failed, bool& result) {
         return;
     }
     if (status.rasconnstate != ras::connected) {
+        NoteFold(handle);
         HandleOnline();
         return;
     }
@@ -212,14 +213,16 @@ bool HandleOnline(std::uint32_t Index, const RAS_STATS& Statistics) {
             SetStatistics(Statistics, session);
         }
         TakeCounters(connection, session);
-        if (s.LogIPAddress != 0 && s.FirstOnlineUpdate) {
+        if (s.LogIPAddress != 0 && s.FirstOnlineUpdate && !s.AddressAsked) {
+            s.AddressAsked = true;
             s.IPAddress = ObtainIP(s.HostName);
             if (end.hasCome()) {
                 return;
             }
         }
         const bool ask = s.FirstOnlineUpdate && firstOnlineUpdate(connection.hrasconn);
-        s.DialInStarted = false;
+        // The line that the program dialled may come behind one that goes on after a kill.
+        s.DialInStarted = s.DialInStarted && s.FirstOnlineUpdate && IsResumed(connection.hrasconn);
         if (ask) {
             askAboutTheSession();
             if (end.hasCome()) {

@@ -1,5 +1,6 @@
 #include "monitor/mdlSessions.h"
 
+#include "connection/mdlCode.h"
 #include "monitor/mdlReadings.h"
 #include "ports/Clock.h"
 #include "ports/Platform.h"
@@ -88,6 +89,7 @@ void recount(LineSession& session) {
 
 /// Moves what counted of a session that is over into the totals.
 void keep(LineSession& session) {
+    state().SessionOver = true;
     if (isCurrent(session)) {
         ResetTransfers(false);
         return;
@@ -138,7 +140,7 @@ std::uint32_t takeDialled(const Handles& listed) {
 
 void endSession(LineSession& session, bool otherIsUp) {
     const bool current = isCurrent(session);
-    state().SessionOver = true;
+    state().SessionOver = true; // the offline handling may keep it
     if (!current || otherIsUp) {
         keep(session);
     }
@@ -205,6 +207,27 @@ void resume(const RASCONNA& connection) {
         session.resumed = session.inTotals = true;
         s.LineSessions.push_back(session);
         s.FormerSessions.erase(former);
+    }
+}
+
+bool isConnected(std::uint32_t handle) {
+    RASCONNSTATUSA status{};
+    status.dwSize = RASCONNSTATUSA::size;
+    return platform().connections.RasGetConnectStatusA(handle, &status) == ras::success &&
+           status.rasconnstate == ras::connected;
+}
+
+/// A session of the run before is among the connections, and none of the known ones yet.
+void addListedBeforeTheFirstTick(Handles& handles) {
+    std::uint32_t count = 0;
+    if (state().FormerSessions.empty() || InitRas(0, count) != ras::success) {
+        return;
+    }
+    const auto& listed = state().RasConnections;
+    for (std::size_t i = 0; i < std::min<std::size_t>(count, listed.size()); ++i) {
+        if (knownSession(listed[i].hrasconn) == nullptr) {
+            handles.push_back(listed[i].hrasconn);
+        }
     }
 }
 
@@ -322,6 +345,15 @@ void ReadTheOthers() {
     }
 }
 
+void NoteFold(std::uint32_t Handle) {
+    const Amount counted{
+        .rcvd = Rcvd().counted(), .sent = Sent().counted(), .duration = Duration().counted()};
+    // Beside one that is only being dialled the session under way is folded at every tick.
+    if (Handle == state().CountedConnection && counted != Amount()) {
+        state().SessionOver = true;
+    }
+}
+
 void NoteHangUp(std::uint32_t Handle) {
     state().HungUpConnections.push_back(Handle);
 }
@@ -331,18 +363,17 @@ bool HungUpInTick(std::uint32_t Handle) {
 }
 
 std::vector<std::uint32_t> ConnectedSessions() {
-    Handles connected;
+    Handles candidates;
     for (const LineSession& one : state().LineSessions) {
-        const std::uint32_t handle = one.connection.hrasconn;
-        RASCONNSTATUSA status{};
-        status.dwSize = RASCONNSTATUSA::size;
-        if (!one.hungUp && !HungUpInTick(handle) &&
-            platform().connections.RasGetConnectStatusA(handle, &status) == ras::success &&
-            status.rasconnstate == ras::connected) {
-            connected.push_back(handle);
+        if (!one.hungUp) {
+            candidates.push_back(one.connection.hrasconn);
         }
     }
-    return connected;
+    addListedBeforeTheFirstTick(candidates);
+    std::erase_if(candidates, [](std::uint32_t handle) {
+        return HungUpInTick(handle) || !isConnected(handle);
+    });
+    return candidates;
 }
 
 void NoteDial(std::uint32_t Handle, const std::vector<std::uint32_t>& Before) {

@@ -38,11 +38,16 @@ void CountWhatHasPassed(const Amount& OffsetBefore);
 /// have carried is not lost. A reading that fails is left out without a word.
 void ReadTheOthers();
 
+/// That connection is listed and not connected, and the session under way is about to be folded.
+void NoteFold(std::uint32_t Handle);
+
 /// The program has hung up that connection.
 void NoteHangUp(std::uint32_t Handle);
 /// The program has hung it up since the tick began.
 bool HungUpInTick(std::uint32_t Handle);
 /// The handles of the known sessions that are connected now and that the program has not hung up.
+/// Until a tick has looked for the sessions of the run before, every connection is known. Lists the
+/// connections then, and shows a failure of that.
 std::vector<std::uint32_t> ConnectedSessions();
 /// The program's own dial gave that handle: its session is a new one, unless it was among the
 /// sessions connected before. A dial of what is up already gives the handle of that.

@@ -114,6 +114,7 @@ struct State {
     bool DeclinedInTick = false;    ///< in this tick the user declined to count what had passed
     /// A session has ended since the journal was last written.
     bool SessionOver = false;
+    bool AddressAsked = false;      ///< the computer's address, in this run
     bool QuestionOpen = false;      ///< the user has not answered yet whether the session counts
     bool LimitWarningArmed = false; ///< the limit warning may be shown
     bool OnlyInstance = false;      ///< at the start no other copy of the program was running

@@ -173,6 +173,38 @@ TEST_F(JournalRestartTest, theEndOfASessionIsFlushedAtOnce) {
     EXPECT_EQ(received(), 5001);
 }
 
+TEST_F(JournalRestartTest, theEndOfASessionThatWasDialledAnewUnderItsHandleIsFlushedAtOnce) {
+    count(5000);
+    tickAfter(5, 1);
+    const int flushes = machine.files.flushes;
+    machine.connections.connection(ridge)->statistics.dwBytesRcved = 3;
+    machine.connections.connection(ridge)->statistics.dwConnectDuration = 500;
+
+    tickAfter(1);
+
+    EXPECT_EQ(machine.files.flushes, flushes + 1);
+    machine.files.cutPower();
+    machine.connections.disconnect(ridge);
+    restartAfterKill();
+    EXPECT_EQ(received(), 5004);
+}
+
+TEST_F(JournalRestartTest, theEndOfASessionThatIsListedStillIsFlushedOnce) {
+    count(5000);
+    tickAfter(5, 1);
+    const int flushes = machine.files.flushes;
+    machine.connections.connection(ridge)->state = ras::connected + 1;
+
+    for (int i = 0; i < 3; ++i) {
+        tickAfter(1);
+    }
+
+    EXPECT_EQ(machine.files.flushes, flushes + 1);
+    machine.files.cutPower();
+    restartAfterKill();
+    EXPECT_EQ(received(), 5001);
+}
+
 TEST_F(JournalRestartTest, aMachineThatGoesToSleepFindsEverythingFlushed) {
     count(5000);
     tickAfter(1, 77);

@@ -1,4 +1,5 @@
 #include "startup/JournalRestartTest.h"
+#include "monitor/mdlCodeDial.h"
 
 #include <gmock/gmock.h>
 
@@ -253,6 +254,54 @@ TEST_F(JournalRestartTest, besideASessionThatGoesOnAnotherOneIsAskedAbout) {
     tick();
 
     EXPECT_EQ(received(), 5064);
+}
+
+TEST_F(JournalRestartTest, besideASessionThatGoesOnTheLineTheProgramDialledIsNotAskedAbout) {
+    count(5000);
+    restartAfterKill();
+    ASSERT_GT(DialIn("Harbour", ""), Long(0));
+    machine.connections.transfer(ridge + 1, 830, 0, 3000);
+
+    frmMain().cmdMonitor.press();
+    tick();
+    machine.connections.disconnect(ridge + 1);
+    machine.connections.disconnect(ridge);
+    tick();
+
+    EXPECT_EQ(received(), 5830);
+}
+
+TEST_F(JournalRestartTest, aDialOfALineThatIsUpStillGoesOnWithItsSession) {
+    machine.connections.joinsRunning = true;
+    count(5000);
+    pass(10, 30);
+    restartAfterKill();
+    ASSERT_EQ(DialIn("Ridge", ""), Long(static_cast<std::int32_t>(ridge)));
+
+    frmMain().cmdMonitor.press();
+    tick();
+
+    EXPECT_EQ(received(), 5030);
+}
+
+TEST_F(JournalRestartTest, besideSessionsThatGoOnTheAddressIsAskedForOnce) {
+    setIni("[Settings]\r\nLogIPAddress=1\r\n");
+    start("/r");
+    ridge = machine.connections.connect("Ridge");
+    const std::uint32_t harbour = machine.connections.connect("Harbour");
+    tick();
+    machine.connections.transfer(harbour, 1, 0, 10'000);
+    tickAfter(10, 5000);
+    tickAfter(10, 0);
+    machine.sockets.hostFound = false;
+
+    newWorld();
+    expectAnotherInstanceQuestion();
+    expectWarning("Winsock.dll is not responding.");
+    start("/r");
+    tick();
+
+    EXPECT_FALSE(state().FirstOnlineUpdate);
 }
 
 TEST_F(JournalRestartTest, settingsThatWereConfirmedAreThereAgain) {
