@@ -2,6 +2,7 @@
 #include "SystemBusStandIn.h"
 
 #include "linux/services/LoginWatch.h"
+#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sdbus-c++/sdbus-c++.h>
@@ -13,7 +14,12 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <poll.h>
 #include <string>
+#include <string_view>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -101,6 +107,72 @@ private:
     SystemBusStandIn bus_{loginService};
     std::unique_ptr<sdbus::IConnection> connection_;
     std::unique_ptr<sdbus::IObject> object_;
+};
+
+/// A way to the system bus that lets nothing through any more once signals are asked for. The
+/// program finds it while this lives.
+class MuteBus {
+public:
+    explicit MuteBus(Happening& happening) : happening_(happening), before_(getenv(variable)) {
+        const std::string path = folder_.path() + "/mute";
+        listener_ = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        const sockaddr_un address = addressOf(path);
+        EXPECT_EQ(bind(listener_, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+        EXPECT_EQ(listen(listener_, 1), 0);
+        setenv(variable, ("unix:path=" + path).c_str(), 1);
+        thread_ = std::thread([this] { carry(); });
+    }
+    ~MuteBus() {
+        setenv(variable, before_.c_str(), 1);
+        shutdown(listener_, SHUT_RDWR);
+        thread_.join();
+        for (const int one : {listener_, program_, bus_}) {
+            close(one);
+        }
+    }
+    MuteBus(const MuteBus&) = delete;
+    MuteBus& operator=(const MuteBus&) = delete;
+
+    bool mute = false;
+
+private:
+    static constexpr const char* variable = "DBUS_SYSTEM_BUS_ADDRESS";
+
+    static sockaddr_un addressOf(const std::string& path) {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        path.copy(address.sun_path, sizeof address.sun_path - 1);
+        return address;
+    }
+    void carry() {
+        program_ = accept(listener_, nullptr, nullptr);
+        bus_ = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        const sockaddr_un address = addressOf(before_.substr(before_.find('=') + 1));
+        connect(bus_, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+        std::array<pollfd, 2> ends{{{program_, POLLIN, 0}, {bus_, POLLIN, 0}}};
+        while (!mute && poll(ends.data(), ends.size(), -1) > 0) {
+            const bool asks = ends[0].revents != 0;
+            std::array<char, 4096> bytes{};
+            const ssize_t count = read(asks ? program_ : bus_, bytes.data(), bytes.size());
+            if (count <= 0) {
+                return;
+            }
+            const std::string_view text(bytes.data(), static_cast<std::size_t>(count));
+            if (asks && text.find("AddMatch") != std::string_view::npos) {
+                happening_.note([this] { mute = true; });
+            } else {
+                EXPECT_EQ(write(asks ? bus_ : program_, text.data(), text.size()), count);
+            }
+        }
+    }
+
+    Happening& happening_;
+    std::string before_;
+    TemporaryFolder folder_;
+    int listener_ = -1;
+    int program_ = -1;
+    int bus_ = -1;
+    std::thread thread_;
 };
 
 class LoginWatchTest : public testing::Test {
@@ -217,6 +289,21 @@ TEST_F(LoginWatchTest, TheEndOfTheProgramHoldsNothingUp) {
     watching.reset();
 
     EXPECT_TRUE(releasedSoon(login.delays[0]));
+}
+
+TEST_F(LoginWatchTest, ABusThatFallsSilentAfterTheGreetingDoesNotHoldUpTheEnd) {
+    MuteBus bus(happening);
+    auto watching = watch();
+    ASSERT_TRUE(happening.soon([&] { return bus.mute; }));
+
+    bool over = false;
+    std::thread end([&] {
+        watching.reset();
+        happening.note([&] { over = true; });
+    });
+
+    EXPECT_TRUE(happening.soon([&] { return over; }));
+    end.join();
 }
 
 TEST(LoginWatchWithoutBusTest, WithoutABusTheProgramStartsAndEnds) {

@@ -21,7 +21,7 @@ using Delay = std::shared_ptr<sdbus::UnixFd>;
 } // namespace
 
 /// What the watch and its thread have together; the thread may outlive the watch while it greets a
-/// bus that does not answer.
+/// bus that does not answer, or asks such a one for signals.
 class LoginWatch::Shared {
 public:
     explicit Shared(std::function<void(Release)> pausing) : pausing_(std::move(pausing)) {}
@@ -29,11 +29,12 @@ public:
     void run() {
         try {
             auto opened = sdbus::createSystemBusConnection();
-            if (take(std::move(opened))) {
-                watch();
+            bus_ = std::move(opened);
+            watch();
+            if (beginsLoop()) {
                 bus_->enterEventLoop();
-                proxies_ = {};
             }
+            proxies_ = {};
         } catch (const sdbus::Error&) {
             // There is no bus, or it is gone: nothing more is learned.
             proxies_ = {};
@@ -44,11 +45,10 @@ public:
     bool end() {
         const std::lock_guard lock(mutex_);
         over_ = true;
-        if (bus_ == nullptr) {
-            return false;
+        if (looping_) {
+            bus_->leaveEventLoop();
         }
-        bus_->leaveEventLoop();
-        return true;
+        return looping_;
     }
 
 private:
@@ -57,10 +57,10 @@ private:
         std::unique_ptr<sdbus::IProxy> bus;
     };
 
-    bool take(std::unique_ptr<sdbus::IConnection> opened) {
+    bool beginsLoop() {
         const std::lock_guard lock(mutex_);
-        bus_ = std::move(opened);
-        return !over_;
+        looping_ = !over_;
+        return looping_;
     }
 
     void watch() {
@@ -129,6 +129,7 @@ private:
     std::function<void(Release)> pausing_;
     std::mutex mutex_;
     bool over_ = false;
+    bool looping_ = false; ///< whatever comes now, the thread can be told to end
     std::unique_ptr<sdbus::IConnection> bus_;
     Proxies proxies_;
     std::string owner_;
