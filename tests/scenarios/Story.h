@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace tarvik::scenarios {
 
@@ -35,7 +37,11 @@ protected:
             world->forms.frmMain.unload(UnloadMode::AppWindows);
         }
         const ScriptedFiles& files = driver->machine().files;
-        EXPECT_EQ(files.exists("C:\\Prog\\Tarvik.journal"), resetIsLast);
+        std::vector<std::string> journals = files.namesIn("C:\\Prog");
+        std::erase_if(journals,
+                      [](const std::string& name) { return !name.ends_with(".journal"); });
+        EXPECT_EQ(journals, std::vector<std::string>(resetIsLast ? 1 : 0, "Tarvik.journal"))
+            << "none was put aside either";
         EXPECT_EQ(files.held(), 0);
     }
 

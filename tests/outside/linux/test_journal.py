@@ -8,7 +8,7 @@ import time
 
 from desktop import wait_for
 from displays import XDisplay
-from support import EXECUTABLE, ProgramTest, number
+from support import EXECUTABLE, ProgramTest, keys_of, number
 
 FAULTS = pathlib.Path(EXECUTABLE).with_name("libfaults.so")
 CUT = 99  # the exit status of a program whose machine has lost its power
@@ -150,6 +150,10 @@ class JournalTest(ProgramTest):
         program.find("cmdQuit")
         self.connect(program)
         self.wait_for_entry()
+        wait_for("something counted", lambda: self.received(program) > 0)
+        shown = self.received(program)
         display.end(signal.SIGKILL)
         self.assertEqual(program.wait_exit(), 0, program.written())
         self.expect_only_the_ini_file()
+        record = keys_of(self.read_ini(), "Settings")["LastState"]
+        self.assertGreaterEqual(int(keys_of(self.read_ini(), record)["Rcvd"]), shown)

@@ -180,6 +180,7 @@ TEST_F(JournalRestartTest, eachSessionGoesOnFromItsOwnReading) {
     machine.connections.failNext("RasGetConnectionStatistics", 668);
     machine.connections.errorTexts[668] = "No connection.";
     expectFailure("Error: RasGetConnectionStatistics failed with 668:\rNo connection.");
+    expectStopQuestion(MsgBoxAnswer::Ok);
     tick();
     frmMain().Pause.raise();
 
@@ -292,7 +293,6 @@ TEST_F(JournalRestartTest, besideSessionsThatGoOnTheAddressIsAskedForOnce) {
     tick();
     machine.connections.transfer(harbour, 1, 0, 10'000);
     tickAfter(10, 5000);
-    tickAfter(10, 0);
     machine.sockets.hostFound = false;
 
     newWorld();
