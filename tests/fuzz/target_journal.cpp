@@ -1,7 +1,7 @@
 // The journal at the program's start: any bytes. Neither crash nor a state that no journal can have
 // meant; and what the program then keeps, the next start shows.
 //
-// Input: one byte that tells whether the sum is put right, then the file.
+// Input: one byte that tells whether the sums are put right, then the file.
 
 #include "FuzzWorld.h"
 #include "journal/Journal.h"
@@ -9,6 +9,7 @@
 #include "startup/mdlStartUp.h"
 #include "state/mdlTransfers.h"
 
+#include <algorithm>
 #include <memory>
 
 namespace tarvik::fuzz {
@@ -18,27 +19,35 @@ constexpr const char* path = "C:\\Prog\\Tarvik.journal";
 constexpr std::size_t lengthAt = 12;
 constexpr std::size_t sumSize = 8;
 
-/// Of what stands in the first place, so that what comes behind the check is reached.
-void putSumRight(std::string& bytes) {
-    if (bytes.size() < journalPlace) {
-        bytes.resize(journalPlace, '\0');
-    }
+/// Of what stands in the place that begins there.
+void putSumRight(std::string& bytes, std::size_t begin) {
     std::size_t length = 0;
     for (std::size_t i = 0; i < 4; ++i) {
-        length |= std::size_t{static_cast<unsigned char>(bytes[lengthAt + i])} << (8 * i);
+        length |= std::size_t{static_cast<unsigned char>(bytes[begin + lengthAt + i])} << (8 * i);
     }
     if (length < sumSize || length > journalPlace) {
         return;
     }
     std::uint64_t sum = ~std::uint64_t{0};
     for (std::size_t i = 0; i + sumSize < length; ++i) {
-        sum ^= std::uint64_t{static_cast<unsigned char>(bytes[i])} << 56U;
+        sum ^= std::uint64_t{static_cast<unsigned char>(bytes[begin + i])} << 56U;
         for (int bit = 0; bit < 8; ++bit) {
             sum = (sum << 1U) ^ ((sum >> 63U) != 0 ? 0x42F0'E1EB'A9EA'3693U : 0U);
         }
     }
     for (std::size_t i = 0; i < sumSize; ++i) {
-        bytes[length - sumSize + i] = static_cast<char>(~sum >> (8 * i));
+        bytes[begin + length - sumSize + i] = static_cast<char>(~sum >> (8 * i));
+    }
+}
+
+/// Of every place that something stands in, so that what comes behind the check is reached, and the
+/// choice among them.
+void putSumsRight(std::string& bytes) {
+    const std::size_t places =
+        std::clamp<std::size_t>((bytes.size() + journalPlace - 1) / journalPlace, 1, journalPlaces);
+    bytes.resize(std::max(bytes.size(), places * journalPlace), '\0');
+    for (std::size_t i = 0; i < places; ++i) {
+        putSumRight(bytes, i * journalPlace);
     }
 }
 
@@ -65,7 +74,7 @@ void play(Input input) {
     const bool right = input.flag();
     std::string bytes = input.everything();
     if (right) {
-        putSumRight(bytes);
+        putSumsRight(bytes);
     }
     fuzz->machine.files.setFile(path, bytes);
     fuzz->machine.files.setFile(FuzzWorld::iniPath, "[Settings]\r\nRefreshInterval=1000\r\n"
