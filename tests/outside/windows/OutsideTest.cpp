@@ -300,6 +300,31 @@ TEST_F(KilledProgramTest, AnotherSessionThatIsUpIsAskedAboutAndTheFirstIsKept) {
     EXPECT_FALSE(installation.has("Tarvik.journal"));
 }
 
+TEST_F(KilledProgramTest, ASessionThatWasHungUpMeanwhileIsKeptAndNothingIsAsked) {
+    std::uint64_t shown = 0;
+    std::uint64_t last = 0;
+    {
+        const RunningProgram program(installation, "/RUN");
+        ASSERT_TRUE(answerSessionQuestion(program, MsgBoxAnswer::Yes));
+        ASSERT_TRUE(showsThisSession(program, 0));
+        shown = number(program.read("txtBytesRcvdTotal"));
+        Sleep(6000); // longer than what was counted may be kept in memory
+        last = number(program.read("txtBytesRcvdTotal"));
+        program.kill();
+    }
+    SetEnvironmentVariableA("TARVIK_STANDIN_UP_SINCE", nullptr);
+    const RunningProgram program(installation, "/RUN");
+    ASSERT_TRUE(program.answer(otherInstance, MsgBoxAnswer::Yes));
+    ASSERT_TRUE(program.waitForMainWindow());
+
+    EXPECT_TRUE(RunningProgram::waitUntil(
+        [&] { return number(program.read("txtBytesRcvdTotal")) >= shown; }));
+    EXPECT_LT(number(program.read("txtBytesRcvdTotal")), last + 100'000);
+    program.endSession();
+    EXPECT_EQ(program.exitCode(), 0);
+    EXPECT_FALSE(installation.has("Tarvik.journal"));
+}
+
 TEST_F(KilledProgramTest, AMachineThatGoesToSleepFindsTheJournalWritten) {
     const RunningProgram program(installation, "/RUN");
     ASSERT_TRUE(answerSessionQuestion(program, MsgBoxAnswer::Yes));
