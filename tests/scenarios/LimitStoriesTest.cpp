@@ -139,6 +139,7 @@ TEST_F(ResetStory, AResetWithBackupLeavesTheDatedCopyAndAFreshFile) {
     EXPECT_NE(ini().find("Rcvd=70\r\n"), std::string::npos);
     EXPECT_NE(ini().find("TransferResetLast=16.11.2026\r\n"), std::string::npos);
     EXPECT_NE(ini().find("LastDateStamp=1\r\n"), std::string::npos);
+    backups = {"Tarvik.2026-11-16.ini"};
 }
 
 TEST_F(ResetStory, AFailingBackupAsksBeforeAnythingIsReset) {
@@ -170,6 +171,7 @@ TEST_F(ResetStory, ASecondBackupOnTheSameDayHasItsNameAndTheFirstANumber) {
     EXPECT_EQ(backup().find("Rcvd=7\r\n"), std::string::npos);
     EXPECT_NE(driver->machine().files.file(firstBackupOfToday).find("Rcvd=7\r\n"),
               std::string::npos);
+    backups = {"Tarvik.2026-11-16.ini", "Tarvik.2026-11-16.1.ini"};
 }
 
 using OptionsStory = Story;

@@ -112,6 +112,44 @@ class JournalTest(ProgramTest):
         self.end_and_find_only_the_ini_file(program)
         self.assertIn("TransferTicker=1\n", self.read_ini())
 
+    def test_a_reset_is_not_undone_by_the_next_start(self):
+        self.write_ini("[Settings]\nRefreshInterval=200\nLastState=r\nLastDateStamp=1\n"
+                       "DateStamp1=r\n[r]\nSent=5\nRcvd=7\nDuration=9\nIPAddress=\n")
+        program = self.start_quietly()
+        self.assertEqual(self.received(program), 7)
+        program.press("cmdOptions")
+        program.press("cmdResetValues")
+        program.expect_box("Are you really sure you want to reset the (overall) values?", "Yes")
+        program.press("cmdCancel")
+        self.quit(program)
+        self.assertTrue(self.journal.exists())
+
+        program = self.start_quietly()
+        self.assertEqual(self.received(program), 0)
+        self.quit(program)
+        program = self.start_quietly()
+        self.assertEqual(self.received(program), 0)
+
+    def test_what_could_not_be_saved_is_there_at_the_next_start(self):
+        program = self.start_quietly()
+        self.connect(program)
+        program.press("cmdDisconnect")
+        program.wait_text("txtActiveConnection", "")
+        shown = self.received(program)
+        self.ini.chmod(0o444)
+        program.press("cmdMonitor")
+        program.press("cmdQuit")
+        program.expect_box("Warning: State could not be saved.", "OK")
+        program.expect_box('Warning: Unable to unset "IsLocked"-flag in INI-file!', "OK")
+        self.assertEqual(program.wait_exit(), 0)
+
+        self.ini.chmod(0o644)
+        program = self.start_after_kill()  # the file says that somebody is at work
+        self.assertEqual(self.received(program), shown)
+        self.end_and_find_only_the_ini_file(program)
+        record = keys_of(self.read_ini(), "Settings")["LastState"]
+        self.assertEqual(int(keys_of(self.read_ini(), record)["Rcvd"]), shown)
+
     def test_only_its_user_may_read_the_journal_of_a_private_file(self):
         self.write_ini()
         self.ini.chmod(0o600)

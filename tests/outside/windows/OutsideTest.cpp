@@ -120,6 +120,55 @@ TEST_F(DemoTest, TheListOfTasksEndsAProgramWhoseBoxIsOpen) {
     EXPECT_TRUE(contains(installation.ini(), "IsLocked=0\r\n"));
 }
 
+TEST_F(DemoTest, AResetIsNotUndoneByTheNextStart) {
+    installation.setIni("[Settings]\r\nRefreshInterval=100\r\nLastState=r\r\nLastDateStamp=1\r\n"
+                        "DateStamp1=r\r\n[r]\r\nSent=5\r\nRcvd=7\r\nDuration=9\r\n");
+    {
+        const RunningProgram program(installation);
+        ASSERT_TRUE(program.waitForMainWindow());
+        ASSERT_EQ(program.read("txtBytesRcvdTotal"), "7");
+        program.click("cmdOptions");
+        program.clickInOptions("cmdResetValues");
+        ASSERT_TRUE(program.answer("Are you really sure you want to reset the (overall) values?",
+                                   MsgBoxAnswer::Yes));
+        program.clickInOptions("cmdCancel");
+        program.click("cmdQuit");
+        ASSERT_EQ(program.exitCode(), 0);
+    }
+    const RunningProgram program(installation);
+    ASSERT_TRUE(program.waitForMainWindow());
+
+    EXPECT_EQ(program.read("txtBytesRcvdTotal"), "0");
+}
+
+TEST_F(DemoTest, WhatCouldNotBeSavedIsThereAtTheNextStart) {
+    installation.setIni(quickIni);
+    std::string shown;
+    {
+        const RunningProgram program(installation);
+        ASSERT_TRUE(program.waitForMainWindow());
+        ASSERT_NO_FATAL_FAILURE(dial(program));
+        program.click("cmdDisconnect");
+        ASSERT_TRUE(
+            RunningProgram::waitUntil([&] { return program.read("txtActiveConnection").empty(); }));
+        shown = program.read("txtBytesRcvdTotal");
+        const std::string ini = installation.folder() + "\\Tarvik.ini";
+        ASSERT_NE(SetFileAttributesA(ini.c_str(), FILE_ATTRIBUTE_READONLY), FALSE);
+        program.click("cmdMonitor");
+        program.click("cmdQuit");
+        EXPECT_TRUE(program.answer("Warning: State could not be saved.", MsgBoxAnswer::Ok));
+        EXPECT_TRUE(program.answer("Warning: Unable to unset \"IsLocked\"-flag in INI-file!",
+                                   MsgBoxAnswer::Ok));
+        EXPECT_EQ(program.exitCode(), 0);
+        SetFileAttributesA(ini.c_str(), FILE_ATTRIBUTE_NORMAL);
+    }
+    const RunningProgram program(installation);
+    ASSERT_TRUE(program.answer(otherInstance, MsgBoxAnswer::Yes));
+    ASSERT_TRUE(program.waitForMainWindow());
+
+    EXPECT_EQ(program.read("txtBytesRcvdTotal"), shown);
+}
+
 TEST_F(DemoTest, TheSystemMenuOnlyHidesTheProgram) {
     installation.setIni(quickIni);
     const RunningProgram program(installation);

@@ -87,6 +87,17 @@ void RunningProgram::click(const std::string& name) const {
     PostMessageA(control(name), BM_CLICK, 0, 0);
 }
 
+void RunningProgram::clickInOptions(const std::string& name) const {
+    HWND window = nullptr;
+    waitUntil([&] {
+        const std::vector<HWND> found = topLevelWindows("frmOptions", id_);
+        window = found.empty() ? nullptr : found.front();
+        return window != nullptr && IsWindowVisible(window) != FALSE;
+    });
+    const int id = face::controlId(*numbersInOptions_.control(name));
+    PostMessageA(GetDlgItem(window, id), BM_CLICK, 0, 0);
+}
+
 void RunningProgram::choose(const std::string& name, int place) const {
     const HWND combo = control(name);
     SendMessageA(combo, CB_SETCURSEL, static_cast<WPARAM>(place), 0);

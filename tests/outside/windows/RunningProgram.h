@@ -1,6 +1,7 @@
 #pragma once
 
 #include "forms/frmMain.h"
+#include "forms/frmOptions.h"
 #include "support/TemporaryFolder.h"
 #include "support/Win32Windows.h"
 
@@ -47,6 +48,8 @@ public:
     std::string read(const std::string& name) const { return textOf(control(name)); }
     /// Presses a button; returns before its work is done.
     void click(const std::string& name) const;
+    /// The same in the window of the options, which need not be open yet.
+    void clickInOptions(const std::string& name) const;
     /// Chooses an entry of a list by its place.
     void choose(const std::string& name, int place) const;
 
@@ -68,7 +71,9 @@ private:
                    MsgBoxAnswer reply) const;
 
     std::string mainClass_;
-    FrmMain numbers_; ///< nobody shows it: the numbers of its controls are those of the program's
+    // Nobody shows these: the numbers of their controls are those of the program's.
+    FrmMain numbers_;
+    FrmOptions numbersInOptions_;
     HANDLE process_ = nullptr;
     DWORD id_ = 0;
 };
