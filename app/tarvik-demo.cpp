@@ -27,6 +27,7 @@ public:
     tarvik::Date currentDate() override { return moment_.dateOnly(); }
     tarvik::Date currentTime() override { return moment_.timeOnly(); }
     std::uint64_t steadyMilliseconds() override { return 0; }
+    std::int64_t universalMilliseconds() override { return 0; }
 
 private:
     tarvik::Date moment_ = tarvik::Date::fromCivil(

@@ -149,7 +149,7 @@ FileResult ScriptedFiles::replaceIf(const std::string& path,
     }
     setFile(path, std::move(bytes));
     nodes_.at(path).isPrivate = keepsPrivate;
-    return std::nullopt;
+    return lateFailure;
 }
 
 /// Nothing when the file can be replaced, in a folder that is there by then.
@@ -272,6 +272,7 @@ public:
         mine->bytes.resize(std::max(mine->bytes.size(), offset + bytes.size()));
         mine->bytes.replace(offset, bytes.size(), bytes);
         mine->unflushed = true;
+        mine->takenForClean = false;
         mine->version = ++files_.version_;
         files_.tell("written", path_);
         return std::nullopt;
@@ -282,9 +283,15 @@ public:
         if (mine == nullptr || files_.holdFailure) {
             return files_.holdFailure.value_or(ErrorNumber::PathFileAccess);
         }
+        if (files_.flushFailure) {
+            mine->takenForClean = true;
+            return files_.flushFailure;
+        }
         ++files_.flushes;
-        mine->flushed = mine->bytes;
-        mine->unflushed = false;
+        if (!mine->takenForClean) {
+            mine->flushed = mine->bytes;
+            mine->unflushed = false;
+        }
         files_.tell("flushed", path_);
         return std::nullopt;
     }

@@ -50,6 +50,8 @@ public:
     FileResult replaceFailure;
     /// So many replacements still succeed before `replaceFailure` holds.
     int replacementsLeft = 0;
+    /// Every replacement is done and reports this all the same, until it is nothing again.
+    FileResult lateFailure;
     /// Every read fails with this, until it is nothing again.
     FileResult readFailure;
     /// Every deletion fails with this, until it is nothing again.
@@ -57,6 +59,9 @@ public:
     /// Every wish to hold a file, every write in place and every flush ends so, until it is nothing
     /// again.
     FileResult holdFailure;
+    /// Every flush ends so, until it is nothing again; what it was to bring to the disk is taken
+    /// for clean then, and no later flush brings it there.
+    FileResult flushFailure;
     /// Another process holds every file.
     bool heldElsewhere = false;
 
@@ -103,6 +108,7 @@ private:
         bool held = false;
         std::string flushed; ///< of a file that was held: what a power cut leaves
         bool unflushed = false;
+        bool takenForClean = false; ///< what no flush brings to the disk any more
     };
 
     std::map<std::string, Node> nodes_;

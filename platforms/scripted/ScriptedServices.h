@@ -27,16 +27,20 @@ public:
 
     /// What nobody sets: goes on with `advanceSeconds` alone.
     std::uint64_t steady = 1'000'000;
+    /// Goes on with `advanceSeconds` as well, milliseconds.
+    std::int64_t universal = 1'794'816'922'000;
 
     void set(const CivilTime& civil) { now = Date::fromCivil(civil); }
     void advanceSeconds(double seconds) {
         now = Date(now.serial() + seconds / 86400.0);
         steady += seconds > 0 ? static_cast<std::uint64_t>(seconds * 1000) : 0;
+        universal += static_cast<std::int64_t>(seconds * 1000);
     }
 
     Date currentDate() override { return read().dateOnly(); }
     Date currentTime() override { return read().timeOnly(); }
     std::uint64_t steadyMilliseconds() override { return steady; }
+    std::int64_t universalMilliseconds() override { return universal; }
 
 private:
     Date read() {

@@ -64,6 +64,7 @@ JournalFinding Journal::take(const std::string& path, const std::string& iniFile
              finding.kind == JournalFinding::Kind::Damaged;
     if (!inUse_) {
         release();
+        lookedAt_ = platform().clock.steadyMilliseconds();
     }
     return finding;
 }
@@ -99,13 +100,18 @@ void Journal::look(const std::string& bytes, JournalFinding& finding) {
     finding.kind = JournalFinding::Kind::Entry;
     written_ = bodyOf(finding.entry);
     // It may be that nobody has flushed it; else the one before it is taken care of.
-    if (!file_->flush()) {
+    if (file_->flush()) {
+        written_.clear();
+    } else {
         flushedPlace_ = lastPlace_;
     }
 }
 
 bool Journal::isDue() const {
-    return hasPassed(lookedAt_, platform().clock.steadyMilliseconds(), betweenWrites);
+    const std::uint64_t now = platform().clock.steadyMilliseconds();
+    const bool unflushed = lastPlace_ != flushedPlace_;
+    return hasPassed(lookedAt_, now, betweenWrites) ||
+           (unflushed && hasPassed(flushedAt_, now, betweenFlushes));
 }
 
 /// False when the file cannot be made. Where another copy of the program has made one meanwhile,
@@ -174,6 +180,9 @@ bool Journal::put(const std::string& body, Date moment) {
 bool Journal::flush(std::uint64_t now) {
     flushedAt_ = now;
     if (file_->flush()) {
+        // The system may take what it could not write for written: the next flush would tell
+        // nothing. The entry is written anew, elsewhere.
+        written_.clear();
         return false;
     }
     flushedPlace_ = lastPlace_;

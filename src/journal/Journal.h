@@ -44,7 +44,8 @@ public:
     bool inUse() const { return inUse_; }
     /// The file is there and this program's.
     bool isThere() const { return file_ != nullptr; }
-    /// So long has nothing been written that it is time to look for changes.
+    /// So long has nothing been written that it is time to look for changes, or nothing been
+    /// flushed that it is time to do so.
     bool isDue() const;
 
     /// What a start shows without a journal: as long as there is nothing else to say, no file is
@@ -64,10 +65,15 @@ public:
     /// What the next entry says it stands on.
     IniContent standsOn;
     std::optional<Date> resetIfGone;
+    /// What the last save of this run's totals has left, if it has succeeded.
+    std::optional<IniContent> ownSave;
     /// What the start has found, if the user is to be told.
     std::string toTell;
     /// That it cannot be written.
     bool failureTold = false;
+    /// What a start showed that could not read the journal, and looks again; see `bodyOf`. Empty
+    /// where there is nothing to look for.
+    std::string shownAtStart;
 
 private:
     static constexpr std::size_t nowhere = journalPlaces;

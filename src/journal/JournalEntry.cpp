@@ -156,8 +156,7 @@ void writeSession(Writer& to, const FormerSession& former) {
     to.number(one.last.dwFramesRcved);
     to.number(one.last.dwFramesXmited);
     to.number(one.last.dwConnectDuration);
-    to.date(one.readAt);
-    to.number(one.steadyReadAt);
+    to.number(one.readAt);
     to.number(one.totals.bytesRcvd);
     to.number(one.totals.bytesSent);
     to.number(one.totals.duration);
@@ -180,8 +179,7 @@ FormerSession readSession(Reader& from) {
     one.last.dwFramesRcved = from.number<std::uint32_t>();
     one.last.dwFramesXmited = from.number<std::uint32_t>();
     one.last.dwConnectDuration = from.number<std::uint32_t>();
-    one.readAt = from.date();
-    one.steadyReadAt = from.number<std::uint64_t>();
+    one.readAt = from.number<std::int64_t>();
     one.totals.bytesRcvd = from.number<std::uint64_t>();
     one.totals.bytesSent = from.number<std::uint64_t>();
     one.totals.duration = from.number<std::uint64_t>();

@@ -42,8 +42,7 @@ bool isCurrent(const LineSession& session) {
 }
 
 void noteMoment(LineSession& session) {
-    session.readAt = momentOf(platform().clock);
-    session.steadyReadAt = platform().clock.steadyMilliseconds();
+    session.readAt = platform().clock.universalMilliseconds();
 }
 
 bool sameFigures(const RAS_STATS& a, const RAS_STATS& b) {
@@ -149,18 +148,15 @@ void endSession(LineSession& session, bool otherIsUp) {
     }
 }
 
-/// The connection has grown older by what passed since it was read. One clock that says so is
-/// enough: the user's may have been set, or gone to summer time; the steady one may have stood
-/// still in the machine's sleep.
+/// The connection has grown older by what passed since it was read. Universal time tells that
+/// across a start of the machine, where the time since that start would take a line that is dialled
+/// at each one for the same session.
 bool beganAtTheSameMoment(const LineSession& before, const RAS_STATS& now) {
-    constexpr double millisecondsInDay = 86'400'000;
     constexpr double inexact = 3'000; // milliseconds, of a clock that counts seconds
     const double lived = static_cast<double>(now.dwConnectDuration) - before.last.dwConnectDuration;
-    const double away =
-        (momentOf(platform().clock).serial() - before.readAt.serial()) * millisecondsInDay;
-    const double steadyAway = static_cast<double>(platform().clock.steadyMilliseconds()) -
-                              static_cast<double>(before.steadyReadAt);
-    return std::abs(lived - away) <= inexact || std::abs(lived - steadyAway) <= inexact;
+    const double away = static_cast<double>(platform().clock.universalMilliseconds()) -
+                        static_cast<double>(before.readAt);
+    return std::abs(lived - away) <= inexact;
 }
 
 /// Under a service that tells nothing more: of the same entry over the same device, begun at the
@@ -173,40 +169,63 @@ bool goesOn(const LineSession& before, const RAS_STATS& now) {
            now.dwFramesXmited >= before.last.dwFramesXmited;
 }
 
-bool isFormer(const FormerSession& former, const RASCONNA& connection) {
+/// A connection's figures; nothing where a call fails, or where it is not connected.
+std::optional<RAS_STATS> figuresOf(std::uint32_t handle, bool& failed) {
     ConnectionProvider& connections = platform().connections;
+    RASCONNSTATUSA status{};
+    status.dwSize = RASCONNSTATUSA::size;
+    RAS_STATS statistics{};
+    statistics.dwSize = RAS_STATS::size;
+    failed = connections.RasGetConnectStatusA(handle, &status) != ras::success;
+    if (failed || status.rasconnstate != ras::connected) {
+        return std::nullopt;
+    }
+    failed = connections.RasGetConnectionStatistics(handle, &statistics) != ras::success;
+    return failed ? std::nullopt : std::optional(statistics);
+}
+
+bool isFormer(const FormerSession& former, const RASCONNA& connection,
+              const std::optional<RAS_STATS>& now) {
     const RASCONNA& before = former.session.connection;
     if (!sameEntry(before, connection)) {
         return false;
     }
     if (!former.mark.empty()) {
-        return connections.resume(connection.hrasconn, former.mark);
+        return platform().connections.resume(connection.hrasconn, former.mark);
     }
-    RASCONNSTATUSA status{};
-    status.dwSize = RASCONNSTATUSA::size;
-    RAS_STATS statistics{};
-    statistics.dwSize = RAS_STATS::size;
     return std::strncmp(before.szDeviceName, connection.szDeviceName, sizeof before.szDeviceName) ==
                0 &&
-           connections.RasGetConnectStatusA(connection.hrasconn, &status) == ras::success &&
-           status.rasconnstate == ras::connected &&
-           connections.RasGetConnectionStatistics(connection.hrasconn, &statistics) ==
-               ras::success &&
-           goesOn(former.session, statistics);
+           now && goesOn(former.session, *now);
 }
 
 /// A connection may be the session that was up when the program last ran.
-void resume(const RASCONNA& connection) {
+void resume(const RASCONNA& connection, const std::optional<RAS_STATS>& now) {
     State& s = state();
     const auto former =
         std::find_if(s.FormerSessions.begin(), s.FormerSessions.end(),
-                     [&](const FormerSession& one) { return isFormer(one, connection); });
+                     [&](const FormerSession& one) { return isFormer(one, connection, now); });
     if (former != s.FormerSessions.end()) {
         LineSession session = former->session;
         session.connection = connection;
         session.resumed = session.inTotals = true;
         s.LineSessions.push_back(session);
         s.FormerSessions.erase(former);
+    }
+}
+
+/// Before the connection has its turn in the tick. Where it cannot be read now that is left to its
+/// turn.
+void lookForFormer(const RASCONNA& connection) {
+    State& s = state();
+    const bool mayBeFormer = std::any_of(
+        s.FormerSessions.begin(), s.FormerSessions.end(),
+        [&](const FormerSession& one) { return sameEntry(one.session.connection, connection); });
+    if (mayBeFormer) {
+        bool failed = false;
+        resume(connection, figuresOf(connection.hrasconn, failed));
+        if (failed) {
+            s.UnsureConnections.push_back(connection.hrasconn);
+        }
     }
 }
 
@@ -246,6 +265,7 @@ void BeginTick(std::uint32_t Count) {
     const auto up = all.first(std::min<std::size_t>(Count, all.size()));
     s.DeclinedInTick = false;
     s.UnreadConnections.clear();
+    s.UnsureConnections.clear();
     for (const RASCONNA& one : up) {
         s.UnreadConnections.push_back(one.hrasconn);
     }
@@ -264,14 +284,22 @@ void BeginTick(std::uint32_t Count) {
                   [&](const LineSession& one) { return contains(over, one.connection.hrasconn); });
     for (const RASCONNA& one : up) {
         if (one.hrasconn != dialled && knownSession(one.hrasconn) == nullptr) {
-            resume(one);
+            lookForFormer(one);
         }
     }
 }
 
 LineTotals CarryOn(const RASCONNA& Connection, const RAS_STATS& Statistics) {
     const auto wide = platform().connections.lineTotals(Connection.hrasconn);
+    if (std::erase(state().UnsureConnections, Connection.hrasconn) != 0) {
+        resume(Connection, Statistics);
+    }
     LineSession& session = sessionOf(Connection, Statistics);
+    for (LineSession& other : state().LineSessions) {
+        if (&other != &session) {
+            takeOutOfTotals(other); // or a limit would count it with what this one carries
+        }
+    }
     if (isCurrent(session)) {
         session.offset = SessionOffset();
     }
@@ -328,19 +356,14 @@ void CountWhatHasPassed(const Amount& OffsetBefore) {
 }
 
 void ReadTheOthers() {
-    ConnectionProvider& connections = platform().connections;
     const std::vector<RASCONNA> listed = state().RasConnections;
     const Handles unread = state().UnreadConnections;
     for (const RASCONNA& one : listed) {
-        RASCONNSTATUSA status{};
-        status.dwSize = RASCONNSTATUSA::size;
-        RAS_STATS statistics{};
-        statistics.dwSize = RAS_STATS::size;
-        if (contains(unread, one.hrasconn) &&
-            connections.RasGetConnectStatusA(one.hrasconn, &status) == ras::success &&
-            status.rasconnstate == ras::connected &&
-            connections.RasGetConnectionStatistics(one.hrasconn, &statistics) == ras::success) {
-            CarryOn(one, statistics);
+        bool failed = false;
+        const auto statistics =
+            contains(unread, one.hrasconn) ? figuresOf(one.hrasconn, failed) : std::nullopt;
+        if (statistics) {
+            CarryOn(one, *statistics);
         }
     }
 }

@@ -6,7 +6,8 @@
 
 namespace tarvik {
 
-/// The user's wall clock, and one that nobody sets. Each call reads it anew.
+/// The user's wall clock, the time that all zones share, and one that nobody sets. Each call reads
+/// it anew.
 class Clock {
 public:
     virtual ~Clock() = default;
@@ -20,6 +21,10 @@ public:
     /// Milliseconds since the machine's start: two runs of the program have the same beginning.
     /// Never falls; may stand still while the machine sleeps.
     virtual std::uint64_t steadyMilliseconds() = 0;
+
+    /// Universal time, milliseconds since 1 January 1970: neither summer time nor another zone
+    /// changes it. Whoever sets the user's clock sets this one with it.
+    virtual std::int64_t universalMilliseconds() = 0;
 };
 
 /// Day and time of the user's clock.

@@ -45,16 +45,22 @@ std::string nameOf(const std::string& path) {
     return path.substr(path.rfind(platform().program.pathSeparator()) + 1);
 }
 
+/// As the file says, if it is there.
+IniContent contentWithFile() {
+    return {.exists = true,
+            .lastState = GetStringFromINI(SettingsSection, "LastState"),
+            .lastDateStamp = GetLongFromINI(SettingsSection, "LastDateStamp").toLong().value()};
+}
+
 /// Nothing where the file cannot be read: then nobody knows.
 std::optional<IniContent> contentOfFile() {
     const ProfileReading reading(platform().profile, usualIniFile());
     if (!reading.readable()) {
         return std::nullopt;
     }
-    return IniContent{.exists = platform().files.Dir(usualIniFile()) == FileKind::File,
-                      .lastState = GetStringFromINI(SettingsSection, "LastState"),
-                      .lastDateStamp =
-                          GetLongFromINI(SettingsSection, "LastDateStamp").toLong().value()};
+    IniContent content = contentWithFile();
+    content.exists = platform().files.Dir(usualIniFile()) == FileKind::File;
+    return content;
 }
 
 /// The totals that a start takes from the file alone.
@@ -157,12 +163,27 @@ void write(const JournalEntry& entry, bool atOnce) {
     }
 }
 
+/// Where no file was, there is one that tells nothing of what was counted: the program's own mark
+/// that it runs no longer, after a save that failed.
+bool holdsNothing(const JournalEntry& entry, const IniContent& file) {
+    return !entry.standsOn.exists && file.lastState.empty() && file.lastDateStamp == 0;
+}
+
 /// The journal's state became the file's: a save of the program's own that it could not note any
 /// more.
 bool wasSavedMeanwhile(const JournalEntry& entry, const IniContent& file) {
     const std::int32_t records = file.lastDateStamp - entry.standsOn.lastDateStamp;
     const bool ownSave = records == 1 || (records == 0 && file.exists && !entry.standsOn.exists);
     return ownSave && totalsOfFile() == entry.totals;
+}
+
+/// A save may have failed after the file was in its place.
+void noteOwnSave() {
+    const auto entry = entryNow();
+    const auto file = contentOfFile();
+    if (entry && file && wasSavedMeanwhile(*entry, *file)) {
+        journal().standsOn = *file;
+    }
 }
 
 bool wasResetMeanwhile(const JournalEntry& entry, const IniContent& file) {
@@ -224,6 +245,9 @@ std::string aboutJournal(const std::string& text, const std::string& path = jour
     return text + CR + nameOf(path);
 }
 
+/// What follows where a run keeps no journal.
+const std::string notKept = " What is counted from now on is stored when the program ends.";
+
 /// Where it cannot be given another name, it is left alone. `why` is what the note begins with.
 void putAside(const std::string& why) {
     const std::string date = "." + todayText();
@@ -235,7 +259,7 @@ void putAside(const std::string& why) {
     if (aside.failure) {
         journal().leave();
     }
-    journal().toTell = aside.failure ? aboutJournal(why + " The journal is left alone.")
+    journal().toTell = aside.failure ? aboutJournal(why + " The journal is left alone." + notKept)
                                      : aboutJournal(why + " The journal is now ", aside.name);
 }
 
@@ -248,7 +272,8 @@ bool restore(JournalEntry& entry, const IniContent& file) {
         putAside(damagedText);
         return false;
     }
-    if (entry.standsOn != file && !reset && !wasSavedMeanwhile(entry, file)) {
+    const bool same = entry.standsOn == file || holdsNothing(entry, file);
+    if (!same && !reset && !wasSavedMeanwhile(entry, file)) {
         putAside("The file of settings is another one than the journal of the running count stands "
                  "on.");
         return false;
@@ -258,8 +283,9 @@ bool restore(JournalEntry& entry, const IniContent& file) {
     }
     if (!entry.ended) {
         journal().toTell =
-            std::string("The program did not end in order. What it had counted and set was brought "
-                        "back as it stood at ") +
+            std::string(
+                "When the program last ended, not all was stored. What it had counted and set "
+                "was brought back as it stood at ") +
             momentText(entry.moment);
     }
     apply(entry);
@@ -269,19 +295,71 @@ bool restore(JournalEntry& entry, const IniContent& file) {
 /// Another copy of the program that has it is no news: the start has asked about that.
 std::string whatIsLeftAlone(JournalFinding::Kind kind) {
     using Kind = JournalFinding::Kind;
-    if (kind == Kind::OtherVersion) {
+    switch (kind) {
+    case Kind::OtherVersion:
         return aboutJournal("The journal of the running count is of another version of the program "
-                            "and is left alone.");
+                            "and is left alone." +
+                            notKept);
+    case Kind::Unread:
+        return aboutJournal("The journal of the running count cannot be read and is left alone." +
+                            notKept);
+    case Kind::Busy:
+        return state().OnlyInstance
+                   ? aboutJournal("Another program has the journal of the running count, which is "
+                                  "left alone." +
+                                  notKept)
+                   : std::string();
+    case Kind::Refused:
+        return aboutJournal("What has the name of the journal of the running count is none of the "
+                            "user's and is left alone." +
+                            notKept);
+    default:
+        return {};
     }
-    if (kind == Kind::Unread || (kind == Kind::Busy && state().OnlyInstance)) {
-        return aboutJournal(
-            "The journal of the running count cannot be read and is left alone. What is counted "
-            "from now on is stored when the program ends.");
+}
+
+/// It is there and this run's, but nobody could look into it.
+bool isOutOfReach(JournalFinding::Kind kind) {
+    using Kind = JournalFinding::Kind;
+    return kind == Kind::Unread || (kind == Kind::Busy && state().OnlyInstance);
+}
+
+/// Takes what is there. `asAtStart`: nothing was counted or set in this run, so that what the last
+/// one left can take its place.
+void takeJournal(const IniContent& file, bool asAtStart) {
+    Journal& j = journal();
+    JournalFinding found = j.take(journalFile(), usualIniFile());
+    j.standsOn = file;
+    j.toTell = whatIsLeftAlone(found.kind);
+    if (found.kind == JournalFinding::Kind::Damaged) {
+        putAside(damagedText);
+    } else if (found.kind == JournalFinding::Kind::Entry && !asAtStart) {
+        putAside(
+            "The journal of the running count was out of reach, and this run has counted since.");
+    } else if (found.kind == JournalFinding::Kind::Entry && restore(found.entry, file)) {
+        return;
     }
-    return kind == Kind::Refused
-               ? aboutJournal("What has the name of the journal of the running count is none of "
-                              "the user's and is left alone.")
-               : std::string();
+    const auto entry = asAtStart ? entryNow() : std::nullopt;
+    if (entry && isOutOfReach(found.kind)) {
+        j.shownAtStart = bodyOf(*entry);
+    } else if (entry) {
+        j.needNot(*entry);
+    }
+}
+
+/// Whoever had the journal open at the start may have let it go.
+void lookAgain() {
+    Journal& j = journal();
+    const std::string shown = j.shownAtStart;
+    const auto entry = entryNow();
+    if (const auto file = contentOfFile(); entry && file) {
+        takeJournal(*file, bodyOf(*entry) == shown && state().LineSessions.empty());
+        if (!j.inUse()) {
+            j.toTell.clear(); // that was told at the start
+            j.shownAtStart = shown;
+        }
+        TellOfJournal();
+    }
 }
 
 } // namespace
@@ -290,11 +368,14 @@ void KeepJournal(KeepWhen When) {
     guarded("KeepJournal", [&] {
         Journal& j = journal();
         const bool atOnce = When == KeepWhen::AtOnce;
+        if (!j.shownAtStart.empty() && j.isDue()) {
+            lookAgain();
+        }
         if (j.inUse() && (atOnce || j.isDue())) {
             if (const auto entry = entryNow()) {
                 write(*entry, atOnce);
-            } else if (j.isThere()) {
-                tellOfFailure(); // what it says gets older and older
+            } else {
+                tellOfFailure(); // what it says, if it is there, gets older and older
             }
         }
     });
@@ -312,18 +393,7 @@ void RestoreFromJournal() {
                                     "the running count is left alone and not kept.");
             return;
         }
-        JournalFinding found = j.take(journalFile(), usualIniFile());
-        j.standsOn = *file;
-        j.toTell = whatIsLeftAlone(found.kind);
-        if (found.kind == JournalFinding::Kind::Entry && restore(found.entry, *file)) {
-            return;
-        }
-        if (found.kind == JournalFinding::Kind::Damaged) {
-            putAside(damagedText);
-        }
-        if (const auto entry = entryNow()) {
-            j.needNot(*entry);
-        }
+        takeJournal(*file, true);
     });
 }
 
@@ -333,6 +403,10 @@ void TellOfJournal() {
             tell(text);
         }
     });
+}
+
+void NoteRecord() {
+    guarded("NoteRecord", [] { journal().ownSave = contentWithFile(); });
 }
 
 void NoteSave() {
@@ -365,6 +439,7 @@ void WithdrawReset() {
         if (platform().files.Dir(usualIniFile()) == FileKind::None) {
             j.standsOn = {};
         } else {
+            noteOwnSave();
             KeepJournal(KeepWhen::AtOnce); // it comes no more, whatever becomes of the file
         }
     });
@@ -377,10 +452,14 @@ void EndJournal(bool Saved) {
             return;
         }
         std::optional<JournalEntry> entry = entryNow();
-        if (Saved && (!entry || totalsOfFile() == entry->totals) && j.end()) {
+        const auto file = Saved ? contentOfFile() : std::nullopt;
+        const bool fileTellsAll = !entry || totalsOfFile() == entry->totals;
+        // Another copy has saved its own.
+        const bool isNewer = file && *file != j.standsOn && *file != j.ownSave;
+        if (Saved && (fileTellsAll || isNewer) && j.end()) {
             return;
         }
-        if (const auto file = contentOfFile(); entry && Saved && file) {
+        if (entry && file && (fileTellsAll || !isNewer)) {
             entry->standsOn = *file;
             entry->ended = true;
             entry->sessions.clear(); // a line that is up is asked about, as after any end in order

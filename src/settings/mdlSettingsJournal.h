@@ -21,6 +21,9 @@ void RestoreFromJournal();
 /// Tells what the start has found, in a note, if there is something to tell.
 void TellOfJournal();
 
+/// The newest record of the file holds the totals, from the save under way on.
+void NoteRecord();
+
 /// The program has saved its state and goes on: what comes next stands on the file as it is now.
 void NoteSave();
 /// The program has saved its state and is about to put the file aside for a reset. A start that

@@ -5,6 +5,7 @@
 #include "ports/Platform.h"
 #include "ports/PrivateProfile.h"
 #include "settings/mdlSettings.h"
+#include "settings/mdlSettingsJournal.h"
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
 #include "state/mdlTransfers.h"
@@ -90,7 +91,11 @@ bool saveRecord() {
     const Long newest = GetLongFromINI(SettingsSection, "LastDateStamp").toLong();
     const Currency sent = GetBytesSent(newest);
     const Amount saved{.rcvd = GetBytesRcvd(newest), .sent = sent, .duration = GetDuration(newest)};
-    return record == saved || appendRecord(record, newest);
+    if (record != saved && !appendRecord(record, newest)) {
+        return false;
+    }
+    NoteRecord();
+    return true;
 }
 
 } // namespace

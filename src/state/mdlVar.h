@@ -44,13 +44,12 @@ enum class enDateCalc : std::uint8_t {
 struct LineSession {
     RASCONNA connection{};
     RAS_STATS last{};
-    LineTotals totals;              ///< since it was established
-    Amount offset;                  ///< of it, what is not to be counted
-    Amount counted;                 ///< the rest, as long as no total has it
-    Date readAt;                    ///< when these figures were first read, on the user's clock
-    std::uint64_t steadyReadAt = 0; ///< the same moment, milliseconds of the steady clock
-    bool renumbered = false;        ///< not read again since the service gave it another handle
-    bool hungUp = false;            ///< by the program: whatever comes next is another session
+    LineTotals totals;       ///< since it was established
+    Amount offset;           ///< of it, what is not to be counted
+    Amount counted;          ///< the rest, as long as no total has it
+    std::int64_t readAt = 0; ///< when these figures were first read, universal milliseconds
+    bool renumbered = false; ///< not read again since the service gave it another handle
+    bool hungUp = false;     ///< by the program: whatever comes next is another session
     /// It was up before the program was started again, and nobody is asked about it. Until the end
     /// of the tick that found it.
     bool resumed = false;
@@ -92,6 +91,8 @@ struct State {
     std::uint32_t DialledConnection = 0;
     /// The handles that the tick under way has still to read.
     std::vector<std::uint32_t> UnreadConnections;
+    /// Those of which it could not be told yet whether they are sessions of the run before.
+    std::vector<std::uint32_t> UnsureConnections;
     /// The handles that the program has hung up since the tick began.
     std::vector<std::uint32_t> HungUpConnections;
 

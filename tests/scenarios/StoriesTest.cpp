@@ -129,6 +129,7 @@ TEST_F(Story, TheCloseBoxMinimisesWhereNothingWouldBringBack) {
 }
 
 TEST_F(Story, ASecondInstanceIsDeclined) {
+    setIni("[Settings]\r\n");
     driver->machine().instances.error = 183;
     answer("Warning: Another instance of Velmars Tarvik seems to be running.\rAre you sure that "
            "you want to start another instance?\r(This could cause the protocol file to become "

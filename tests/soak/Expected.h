@@ -103,7 +103,7 @@ public:
     /// How the notes on a reset in doubt and on what was brought back begin; what follows is left
     /// out above.
     static constexpr const char* doubt = "The date of the last reset may be misread";
-    static constexpr const char* broughtBack = "The program did not end in order.";
+    static constexpr const char* broughtBack = "When the program last ended, not all was stored.";
 
     /// Now, before anything that follows.
     void itIs(const Now& now) { now_ = now; }

@@ -54,6 +54,7 @@ void Run::act(const std::string& what, const std::function<void()>& action) {
     mayFall_ = mayFall_ || line_.up.size() > 1;
     machine_.clock.now = calendar_.shown();
     machine_.clock.steady = static_cast<std::uint64_t>(calendar_.seconds + 1) * 1'000;
+    machine_.clock.universal = calendar_.seconds * 1'000;
     for (const Box& box : expected_.boxes) {
         note("  box: " + box.text.substr(0, box.text.find('\r')));
         questionsInRun_ += box.text.starts_with("Monitoring has been started") ? 1 : 0;

@@ -3,6 +3,7 @@
 #include "common/SteadyClock.h"
 
 #include <algorithm>
+#include <chrono>
 #include <ctime>
 
 namespace tarvik {
@@ -34,6 +35,11 @@ Date LinuxClock::currentTime() {
 
 std::uint64_t LinuxClock::steadyMilliseconds() {
     return tarvik::steadyMilliseconds();
+}
+
+std::int64_t LinuxClock::universalMilliseconds() {
+    using namespace std::chrono;
+    return duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count();
 }
 
 } // namespace tarvik

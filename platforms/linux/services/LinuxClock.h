@@ -10,6 +10,7 @@ public:
     Date currentDate() override;
     Date currentTime() override;
     std::uint64_t steadyMilliseconds() override;
+    std::int64_t universalMilliseconds() override;
 };
 
 } // namespace tarvik

@@ -31,4 +31,13 @@ std::uint64_t WindowsClock::steadyMilliseconds() {
     return GetTickCount64();
 }
 
+std::int64_t WindowsClock::universalMilliseconds() {
+    constexpr std::int64_t ticksInMillisecond = 10'000;
+    constexpr std::int64_t millisecondsTo1970 = 11'644'473'600'000; // from 1601
+    FILETIME now{};
+    GetSystemTimeAsFileTime(&now);
+    const auto ticks = static_cast<std::int64_t>(now.dwHighDateTime) << 32 | now.dwLowDateTime;
+    return ticks / ticksInMillisecond - millisecondsTo1970;
+}
+
 } // namespace tarvik

@@ -27,13 +27,22 @@ FileHandle openOwn(const std::string& path, DWORD disposition) {
                                   FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
 }
 
-/// A scanner or an indexer that has just opened the file lets it go soon. The last error is that of
-/// the last attempt.
+/// Somebody has just opened the file, or has it open still after it was deleted: then it has no
+/// attributes any more. The last error stays what it was.
+bool isOpenElsewhere(const std::string& path) {
+    const DWORD error = GetLastError();
+    const bool gone =
+        error == ERROR_ACCESS_DENIED && GetFileAttributesA(path.c_str()) == INVALID_FILE_ATTRIBUTES;
+    SetLastError(error);
+    return gone || error == ERROR_SHARING_VIOLATION || error == ERROR_DELETE_PENDING;
+}
+
+/// A scanner or an indexer lets the file go soon. The last error is that of the last attempt.
 FileHandle openOwnPatiently(const std::string& path) {
     constexpr int attempts = 20;
     constexpr DWORD pause = 50;
     FileHandle file = openOwn(path, OPEN_EXISTING);
-    for (int i = 1; i < attempts && !file && GetLastError() == ERROR_SHARING_VIOLATION; ++i) {
+    for (int i = 1; i < attempts && !file && isOpenElsewhere(path); ++i) {
         Sleep(pause);
         file = openOwn(path, OPEN_EXISTING);
     }

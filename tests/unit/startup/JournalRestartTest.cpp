@@ -24,7 +24,7 @@ TEST_F(JournalRestartTest, aNoteTellsWhatWasBroughtBack) {
     restartAfterKill();
 
     ASSERT_EQ(notes().size(), 1U);
-    EXPECT_THAT(notes()[0], StartsWith("The program did not end in order."));
+    EXPECT_THAT(notes()[0], StartsWith("When the program last ended, not all was stored."));
 }
 
 TEST_F(JournalRestartTest, theSameSessionIsCarriedOnToTheByte) {
@@ -136,10 +136,10 @@ TEST_F(JournalRestartTest, aSessionThatBeganAtAnotherMomentIsAskedAbout) {
     EXPECT_EQ(received(), 5000);
 }
 
-TEST_F(JournalRestartTest, aClockThatWasSetMeanwhileMakesNoOtherSession) {
+TEST_F(JournalRestartTest, summerTimeMakesNoOtherSession) {
     count(5000);
     pass(60, 700);
-    machine.clock.now = Date(machine.clock.now.serial() - 1.0 / 24); // summer time has ended
+    machine.clock.now = Date(machine.clock.now.serial() - 1.0 / 24); // it has ended
 
     restartAfterKill("/r");
     tickAfter(1, 30);
@@ -157,6 +157,58 @@ TEST_F(JournalRestartTest, aSleepOfTheMachineMakesNoOtherSession) {
     tickAfter(1, 30);
 
     EXPECT_EQ(received(), 5730);
+}
+
+/// The machine dials at each of its starts: as long after the start the line is as old.
+TEST_F(JournalRestartTest, aSessionAfterAStartOfTheMachineIsAnother) {
+    count(5000);
+    pass(60, 700);
+    machine.clock.universal += 100'000;
+
+    newWorld();
+    expectAnotherInstanceQuestion();
+    expectSessionQuestion("5700", MsgBoxAnswer::Yes);
+    start("/r");
+    tick();
+
+    EXPECT_EQ(received(), 10'700);
+}
+
+/// Both lines went on; until each is read what it had counted stands in the totals.
+TEST_F(JournalRestartTest, aLimitDoesNotCountALineTwiceInTheFirstTick) {
+    setIni("[Settings]\r\nTransferTicker=1\r\nTransferTickerValue=1\r\n");
+    start("/r");
+    ridge = machine.connections.connect("Ridge");
+    const std::uint32_t harbour = machine.connections.connect("Harbour");
+    tick();
+    machine.connections.transfer(harbour, 900'000, 0, 10'000);
+    tickAfter(10, 900'000);
+    ASSERT_EQ(notes().size(), 0U);
+
+    restartAfterKill("/r");
+    const std::size_t before = notes().size();
+    machine.connections.transfer(harbour, 0, 0, 1'000);
+    tickAfter(1);
+
+    EXPECT_EQ(notes().size(), before) << notes().back();
+}
+
+TEST_F(JournalRestartTest, aCallThatFailsOnceDoesNotGiveASessionUp) {
+    for (const char* call : {"RasGetConnectStatus", "RasGetConnectionStatistics"}) {
+        count(5000);
+        newWorld();
+        expectAnotherInstanceQuestion();
+        start();
+        machine.connections.failNext(call, 1);
+        frmMain().cmdMonitor.press();
+        tickAfter(1, 30);
+
+        EXPECT_EQ(received(), 5030) << call;
+        machine.connections.disconnect(ridge);
+        endSession();
+        machine.files.remove(iniPath);
+        newWorld();
+    }
 }
 
 /// A tick that fails at the second line: the first one's figures are newer than the second one's

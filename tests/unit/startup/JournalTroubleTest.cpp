@@ -115,36 +115,6 @@ TEST_F(JournalTroubleTest, AJournalThatMayNotBeWrittenIsLeftAloneAndTold) {
     EXPECT_THAT(notes()[0], HasSubstr("cannot be read and is left alone"));
 }
 
-TEST_F(JournalTroubleTest, AJournalThatCannotBeOpenedAtTheStartIsNotGivenUpLater) {
-    count(5000);
-    newWorld();
-    machine.connections.disconnect(ridge);
-    const std::string before = machine.files.file(path);
-    machine.files.holdFailure = ErrorNumber::PermissionDenied;
-    expectAnotherInstanceQuestion();
-    start("/r");
-    machine.files.holdFailure.reset();
-    ridge = machine.connections.connect("Ridge");
-    tick();
-    tickAfter(10, 3);
-
-    EXPECT_FALSE(world->journal.inUse());
-    EXPECT_EQ(machine.files.file(path), before);
-    EXPECT_EQ(notes().size(), 1U);
-}
-
-TEST_F(JournalTroubleTest, AJournalThatAnotherProgramHasOpenIsTold) {
-    count(5000);
-    newWorld();
-    machine.files.heldElsewhere = true;
-
-    expectAnotherInstanceQuestion();
-    start();
-
-    ASSERT_EQ(notes().size(), 1U) << "no other copy of the program is running";
-    EXPECT_THAT(notes()[0], HasSubstr("cannot be read and is left alone"));
-}
-
 TEST_F(JournalTroubleTest, SettingsThatWereAppliedBeforeAnErrorAreThereAgain) {
     setIni("[Settings]\r\n");
     start();
@@ -276,6 +246,65 @@ TEST_F(JournalTroubleTest, AFileOfSettingsThatCannotBeReadAgainIsTold) {
 
     ASSERT_EQ(notes().size(), 1U);
     EXPECT_THAT(notes()[0], HasSubstr("is left alone and not kept"));
+}
+
+/// A save whose file is in its place, and whose folder may not be on the disk yet.
+TEST_F(JournalTroubleTest, AfterASaveThatFailedLateWhatIsCountedIsStillKept) {
+    count(5000);
+    state().TransferResetEnable = 1;
+    state().TransferReset = enDateCalc::EndOfMonth;
+    state().TransferResetBackup = 1;
+    machine.files.lateFailure = ErrorNumber::PathFileAccess;
+    expectBox("The criteria to reset the transfer records has been reached.\rHowever - An error "
+              "occured while trying to create the backup-file.\rDo you want to reset the transfers "
+              "recorded anyway?",
+              MsgBoxButtons::YesNo, MsgBoxIcon::Question, MsgBoxAnswer::No);
+    tickAfter(1);
+    state().TransferResetEnable = 0;
+    tickAfter(10, 100);
+    machine.files.lateFailure.reset();
+
+    restartAfterKill();
+
+    EXPECT_EQ(received(), 5100);
+    EXPECT_FALSE(machine.files.exists(aside));
+}
+
+/// Room comes back while the box tells of it: the file that the end makes then says nothing.
+TEST_F(JournalTroubleTest, ASaveThatFailsWhereNoFileWasLosesNothing) {
+    expectFirstRunBoxes();
+    start("/r");
+    ridge = machine.connections.connect("Ridge");
+    tick();
+    tickAfter(10, 5000);
+    machine.connections.disconnect(ridge);
+    tickAfter(1);
+    frmMain().cmdMonitor.press();
+    machine.files.replaceFailure = ErrorNumber::DiskFull;
+    expectBox("Warning: State could not be saved.", MsgBoxButtons::OkOnly, MsgBoxIcon::Exclamation,
+              MsgBoxAnswer::Ok, [this] { machine.files.replaceFailure.reset(); });
+    frmMain().cmdQuit.press();
+    ASSERT_TRUE(machine.files.exists(iniPath));
+
+    newWorld();
+    start();
+
+    EXPECT_EQ(received(), 5000);
+    EXPECT_FALSE(machine.files.exists(aside));
+}
+
+TEST_F(JournalTroubleTest, ACopyThatCountedNothingHidesNothingThatAnotherHasSaved) {
+    setIni("[Settings]\r\n");
+    start("/r");
+    setIni("[Settings]\r\nIsLocked=1\r\nLastState=a\r\nDateStamp1=a\r\nLastDateStamp=1\r\n[a]"
+           "\r\nSent=0\r\nRcvd=5000\r\nDuration=5\r\n");
+    endSession();
+    EXPECT_FALSE(journalIsThere());
+
+    newWorld();
+    start();
+
+    EXPECT_EQ(received(), 5000);
 }
 
 } // namespace

@@ -1,0 +1,122 @@
+#include "startup/JournalRestartTest.h"
+
+#include <gmock/gmock.h>
+
+namespace tarvik {
+namespace {
+
+using testing::HasSubstr;
+
+/// A journal that somebody has open when the program starts, and lets go later.
+class JournalReachTest : public JournalRestartTest {
+protected:
+    static constexpr std::uint32_t alreadyExists = 183;
+    static constexpr const char* aside = "C:\\Prog\\Tarvik.2026-11-16.journal";
+
+    /// 5,000 bytes were counted when the program was killed; the line is down.
+    void startOutOfReach() {
+        count(5000);
+        newWorld();
+        machine.connections.disconnect(ridge);
+        machine.files.holdFailure = ErrorNumber::PermissionDenied;
+        expectAnotherInstanceQuestion();
+        start("/r");
+    }
+};
+
+TEST_F(JournalReachTest, ItIsToldOnceThatItCannotBeRead) {
+    startOutOfReach();
+    for (int i = 0; i < 5; ++i) {
+        tickAfter(10);
+    }
+
+    ASSERT_EQ(notes().size(), 1U);
+    EXPECT_THAT(notes()[0], HasSubstr("cannot be read and is left alone"));
+    EXPECT_EQ(received(), 0);
+}
+
+TEST_F(JournalReachTest, WhereNothingWasCountedMeanwhileItIsBroughtBack) {
+    startOutOfReach();
+    tickAfter(10);
+    machine.files.holdFailure.reset();
+    tickAfter(10);
+
+    EXPECT_EQ(received(), 5000);
+    ASSERT_EQ(notes().size(), 2U);
+    EXPECT_THAT(notes()[1], HasSubstr("was brought back"));
+    EXPECT_TRUE(world->journal.inUse());
+}
+
+TEST_F(JournalReachTest, WhereSomethingWasCountedMeanwhileItIsSetAsideAndKeptAnew) {
+    startOutOfReach();
+    const std::string before = machine.files.file(path);
+    ridge = machine.connections.connect("Ridge");
+    tick();
+    tickAfter(1, 30);
+    machine.files.holdFailure.reset();
+    tickAfter(10, 3);
+
+    EXPECT_EQ(machine.files.file(aside), before);
+    ASSERT_EQ(notes().size(), 2U);
+    EXPECT_THAT(notes()[1], HasSubstr("has counted since"));
+    restartAfterKill("/r");
+    EXPECT_EQ(received(), 33);
+}
+
+TEST_F(JournalReachTest, WhereItIsGoneMeanwhileANewOneIsKept) {
+    startOutOfReach();
+    machine.files.remove(path);
+    machine.files.holdFailure.reset();
+    tickAfter(10);
+    ridge = machine.connections.connect("Ridge");
+    tick();
+    tickAfter(10, 7);
+
+    restartAfterKill("/r");
+    EXPECT_EQ(received(), 7);
+}
+
+TEST_F(JournalReachTest, OneThatAnotherProgramHasOpenIsTold) {
+    count(5000);
+    newWorld();
+    machine.files.heldElsewhere = true;
+
+    expectAnotherInstanceQuestion();
+    start();
+
+    ASSERT_EQ(notes().size(), 1U) << "no other copy of the program is running";
+    EXPECT_THAT(notes()[0], HasSubstr("Another program has the journal"));
+}
+
+TEST_F(JournalReachTest, OneThatAnotherCopyHasIsNotLookedForAgain) {
+    count(5000);
+    newWorld();
+    machine.connections.disconnect(ridge);
+    machine.instances.error = alreadyExists;
+    machine.files.heldElsewhere = true;
+    expectAnotherInstanceQuestion();
+    start("/r");
+    machine.files.heldElsewhere = false;
+    const std::string before = machine.files.file(path);
+    tickAfter(10);
+    tickAfter(10);
+
+    EXPECT_EQ(machine.files.file(path), before);
+    EXPECT_EQ(notes().size(), 0U);
+    EXPECT_EQ(received(), 0);
+}
+
+TEST_F(JournalReachTest, TotalsBeyondWhatItHoldsAreToldOnce) {
+    setIni("[Settings]\r\nLastState=a\r\nDateStamp1=a\r\nLastDateStamp=1\r\n[a]\r\nSent=0\r\n"
+           "Rcvd=900000000000000\r\nDuration=5\r\n");
+    start("/r");
+    for (int i = 0; i < 5; ++i) {
+        tickAfter(10);
+    }
+
+    ASSERT_EQ(notes().size(), 1U);
+    EXPECT_THAT(notes()[0], HasSubstr("cannot be written"));
+}
+
+} // namespace
+} // namespace tarvik
