@@ -23,5 +23,19 @@ TEST(ClockContract, DateAndTimeArePartsOfNow) {
     EXPECT_LT((passed + 86'400) % 86'400, 60);
 }
 
+/// Less than a day and a bit from the user's own clock, whatever the zone.
+TEST(ClockContract, UniversalTimeIsTheUsersButForItsZone) {
+    const ClockUnderTest machine = clockUnderTest();
+    constexpr double millisecondsInDay = 86'400'000;
+    constexpr double firstOf1970 = 25'569; // as a serial
+    constexpr double widestZone = 15.0 / 24;
+
+    const double universal =
+        static_cast<double>(machine.clock->universalMilliseconds()) / millisecondsInDay +
+        firstOf1970;
+
+    EXPECT_NEAR(universal, momentOf(*machine.clock).serial(), widestZone);
+}
+
 } // namespace
 } // namespace tarvik
