@@ -1,7 +1,4 @@
-#include "journal/Journal.h"
-#include "scripted/ScriptedPlatform.h"
-
-#include <gtest/gtest.h>
+#include "journal/JournalTest.h"
 
 #include <algorithm>
 #include <string>
@@ -10,29 +7,6 @@ namespace tarvik {
 namespace {
 
 using FoundKind = JournalFinding::Kind;
-
-class JournalTest : public testing::Test {
-protected:
-    static constexpr const char* path = "C:\\Prog\\Tarvik.journal";
-    static constexpr const char* ini = "C:\\Prog\\Tarvik.ini";
-
-    ScriptedPlatform machine;
-    PlatformScope scope{machine.platform};
-
-    static JournalEntry entryOf(std::int32_t received) {
-        JournalEntry entry;
-        entry.moment = Date::fromCivil({2026, 11, 16});
-        entry.totals.rcvd = received;
-        return entry;
-    }
-
-    /// What the next start finds, as bytes received; -1 for no entry.
-    std::int64_t found() {
-        Journal next;
-        const JournalFinding finding = next.take(path, ini);
-        return finding.kind == FoundKind::Entry ? finding.entry.totals.rcvd.integralPart() : -1;
-    }
-};
 
 TEST_F(JournalTest, withoutAFileNothingIsFoundAndNoneIsMade) {
     Journal journal;
@@ -478,39 +452,6 @@ TEST_F(JournalTest, whatAPowerCutLeftOfTheFirstEntryIsTakenOver) {
         next.leave();
         EXPECT_EQ(found(), 2);
     }
-}
-
-TEST_F(JournalTest, aFlushThatFailedIsNotBelievedAtTheSecondTry) {
-    Journal journal;
-    journal.take(path, ini);
-    journal.keep(entryOf(5), true);
-    machine.files.flushFailure = ErrorNumber::PathFileAccess;
-    EXPECT_FALSE(journal.keep(entryOf(6), true));
-    machine.files.flushFailure.reset();
-    for (const std::int32_t received : {6, 7}) {
-        machine.clock.advanceSeconds(30);
-        journal.keep(entryOf(received), false);
-    }
-
-    machine.files.cutPower();
-    journal.leave();
-    EXPECT_EQ(found(), 7);
-}
-
-TEST_F(JournalTest, aFlushIsDueAfterThirtySecondsWheneverTheLastLookWas) {
-    Journal journal;
-    journal.take(path, ini);
-    journal.keep(entryOf(5), true);
-    machine.clock.advanceSeconds(28);
-    journal.keep(entryOf(6), false);
-    machine.clock.advanceSeconds(1.9);
-    EXPECT_FALSE(journal.isDue());
-
-    machine.clock.advanceSeconds(0.2);
-
-    EXPECT_TRUE(journal.isDue());
-    journal.keep(entryOf(6), false);
-    EXPECT_FALSE(journal.isDue());
 }
 
 } // namespace
