@@ -41,10 +41,14 @@ QVariant argumentOf(const QDBusMessage& message, qsizetype place) {
     return message.arguments().value(place);
 }
 
+/// The list, which is of that type on the bus; an empty one where the caller sent anything else.
+/// The library ends the program that reads what is not there.
 template <class Type>
-Type listOf(const QVariant& argument) {
-    return argument.canConvert<QDBusArgument>() ? qdbus_cast<Type>(argument.value<QDBusArgument>())
-                                                : Type();
+Type listOf(const QVariant& argument, QLatin1String type) {
+    const auto list = argument.value<QDBusArgument>();
+    return argument.canConvert<QDBusArgument>() && list.currentSignature() == type
+               ? qdbus_cast<Type>(list)
+               : Type();
 }
 
 } // namespace
@@ -119,7 +123,7 @@ QVariantList ItemMenu::answer(const QDBusMessage& message) {
     }
     if (method == QStringLiteral("GetGroupProperties")) {
         // An empty list asks for all.
-        QList<int> wanted = listOf<QList<int>>(first);
+        QList<int> wanted = listOf<QList<int>>(first, QLatin1String("ai"));
         if (wanted.isEmpty()) {
             wanted.resize(menu_.actions().size() + 1);
             std::iota(wanted.begin(), wanted.end(), 0);
@@ -140,7 +144,8 @@ QVariantList ItemMenu::answer(const QDBusMessage& message) {
     }
     if (method == QStringLiteral("EventGroup")) {
         QList<int> unknown;
-        for (const ItemMenuEvent& event : listOf<QList<ItemMenuEvent>>(first)) {
+        for (const ItemMenuEvent& event :
+             listOf<QList<ItemMenuEvent>>(first, QLatin1String("a(isvu)"))) {
             if (!take(event.number, event.what)) {
                 unknown.append(event.number);
             }
