@@ -2,10 +2,12 @@
 
 #include <sdbus-c++/sdbus-c++.h>
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace tarvik {
@@ -51,6 +53,31 @@ private:
 
     std::unique_ptr<sdbus::IConnection> bus_;
     std::vector<std::string> spared_;
+};
+
+/// Does something on and on, as long as it lives.
+class Sending {
+public:
+    explicit Sending(const std::function<void()>& send)
+        : thread_([this, send] {
+              while (!over_) {
+                  try {
+                      send();
+                  } catch (const sdbus::Error&) {
+                      // The bus holds up whoever sends more than others read.
+                  }
+              }
+          }) {}
+    ~Sending() {
+        over_ = true;
+        thread_.join();
+    }
+    Sending(const Sending&) = delete;
+    Sending& operator=(const Sending&) = delete;
+
+private:
+    std::atomic<bool> over_ = false;
+    std::thread thread_;
 };
 
 } // namespace tarvik

@@ -1,3 +1,5 @@
+#include "NoRoomForThreads.h"
+
 #include "linux/services/Greeting.h"
 
 #include <gtest/gtest.h>
@@ -57,6 +59,12 @@ TEST_F(GreetingTest, OneThatIsKeptBusyIsLeftBehindTooInTheEnd) {
     EXPECT_FALSE(busy.wentWell(quiet));
 
     *stop = true;
+}
+
+TEST_F(GreetingTest, WithoutRoomForAThreadNothingIsKnown) {
+    const NoRoomForThreads noRoom;
+
+    EXPECT_FALSE(Greeting([](auto&) { return true; }).wentWell(quiet));
 }
 
 TEST(PatienceTest, FifteenTurnsAreWaitedFor) {

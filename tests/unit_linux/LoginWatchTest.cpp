@@ -1,4 +1,5 @@
 #include "BusStranger.h"
+#include "NoRoomForThreads.h"
 #include "SystemBusStandIn.h"
 
 #include "linux/services/LoginWatch.h"
@@ -8,6 +9,7 @@
 #include <sdbus-c++/sdbus-c++.h>
 
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <fcntl.h>
@@ -78,6 +80,9 @@ public:
         for (const char* signal : {"PrepareForSleep", "PrepareForShutdown"}) {
             object_->registerSignal(signal).onInterface(loginInterface).withParameters<bool>();
         }
+        object_->registerProperty("PreparingForSleep")
+            .onInterface(loginInterface)
+            .withGetter([this] { return preparing.load(); });
         object_->finishRegistration();
         connection_->requestName(loginService);
         connection_->enterEventLoopAsync();
@@ -91,7 +96,15 @@ public:
         object_->emitSignal(signal).onInterface(loginInterface).withArguments(begins);
     }
 
+    /// Tells of sleep with what cannot be read.
+    void tellOddly() {
+        sdbus::Signal signal = object_->createSignal(loginInterface, "PrepareForSleep");
+        signal << std::string("odd");
+        object_->emitSignal(signal);
+    }
+
     std::vector<Delay> delays;
+    std::atomic<bool> preparing = false; ///< for sleep, as it says of itself
 
 private:
     sdbus::UnixFd give(const std::string& what, const std::string& mode) {
@@ -280,6 +293,86 @@ TEST_F(LoginWatchTest, NobodyElseIsBelieved) {
 
     ASSERT_TRUE(delaysSoon(2)) << "what came behind is seen";
     EXPECT_TRUE(pauses.empty());
+}
+
+TEST_F(LoginWatchTest, ASignalThatCannotBeReadIsDropped) {
+    const auto watching = watch();
+    ASSERT_TRUE(delaysSoon(1));
+
+    login.tellOddly();
+    login.tell("PrepareForSleep", true);
+
+    EXPECT_TRUE(pausesSoon(1));
+}
+
+TEST_F(LoginWatchTest, AFloodIsLeftBehindUnderAnotherName) {
+    const auto watching = watch();
+    ASSERT_TRUE(delaysSoon(1));
+    BusStranger stranger;
+    const auto before = stranger.others();
+
+    stranger.floodUnheard(1000);
+
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (stranger.others() == before && std::chrono::steady_clock::now() < end) {
+        usleep(1000);
+    }
+    EXPECT_NE(stranger.others(), before);
+    EXPECT_EQ(login.delays.size(), 1U) << "the machine waits for it as before";
+}
+
+TEST_F(LoginWatchTest, SleepThatAFloodHidIsFound) {
+    const auto watching = watch();
+    ASSERT_TRUE(delaysSoon(1));
+    BusStranger stranger;
+    login.preparing = true; // and no signal comes
+
+    stranger.floodUnheard(1000);
+
+    EXPECT_TRUE(pausesSoon(1));
+}
+
+TEST_F(LoginWatchTest, AfterSleepThatEndedInAFloodTheNextOneIsWaitedForAgain) {
+    const auto watching = watch();
+    ASSERT_TRUE(delaysSoon(1));
+    login.tell("PrepareForSleep", true);
+    ASSERT_TRUE(pausesSoon(1));
+    BusStranger stranger;
+
+    stranger.floodUnheard(1000);
+
+    EXPECT_TRUE(delaysSoon(2));
+}
+
+TEST_F(LoginWatchTest, SleepIsWaitedForInAFloodThatDoesNotEnd) {
+    const auto watching = watch();
+    ASSERT_TRUE(delaysSoon(1));
+    BusStranger stranger;
+    const Sending sending([&] { stranger.floodUnheard(200); });
+
+    login.preparing = true;
+    login.tell("PrepareForSleep", true);
+
+    EXPECT_TRUE(pausesSoon(1));
+}
+
+TEST_F(LoginWatchTest, TheEndOfTheProgramInAFloodHoldsNothingUp) {
+    auto watching = watch();
+    ASSERT_TRUE(delaysSoon(1));
+    BusStranger stranger;
+    const Sending sending([&] { stranger.floodUnheard(200); });
+
+    watching.reset();
+
+    EXPECT_TRUE(releasedSoon(login.delays[0]));
+}
+
+TEST_F(LoginWatchTest, WithoutRoomForAThreadTheProgramStartsAndEnds) {
+    const NoRoomForThreads noRoom;
+
+    watch();
+
+    EXPECT_TRUE(login.delays.empty());
 }
 
 TEST_F(LoginWatchTest, TheEndOfTheProgramHoldsNothingUp) {

@@ -2,6 +2,7 @@
 
 #include <fstream>
 #include <string>
+#include <system_error>
 #include <thread>
 #include <unistd.h>
 
@@ -40,7 +41,14 @@ Greeting::Greeting(std::function<bool(MayBeSilent&)> call) {
         return greet(state->mayBeSilent);
     });
     answer_ = task.get_future();
-    std::thread(std::move(task)).detach();
+    try {
+        std::thread(std::move(task)).detach();
+    } catch (const std::system_error&) {
+        // There is no room for a thread: nothing is known of the service.
+        std::promise<bool> unknown;
+        unknown.set_value(false);
+        answer_ = unknown.get_future();
+    }
 }
 
 bool Greeting::wentWell(Patience& patience) {
