@@ -254,7 +254,8 @@ TEST_F(OddAnswersTest, AListOfProfilesThatCannotBeReadIsReadWhenItCanBe) {
     entry.dwSize = 532;
     std::uint32_t bytes = sizeof entry;
     std::uint32_t count = 0;
-    EXPECT_EQ(late.RasEnumEntriesA(nullptr, nullptr, &entry, &bytes, &count), 711U);
+    EXPECT_EQ(late.RasEnumEntriesA(nullptr, nullptr, &entry, &bytes, &count),
+              638U); // it runs, after all
 
     answerAll();
 

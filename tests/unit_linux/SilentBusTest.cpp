@@ -1,10 +1,12 @@
 #include "NetworkStandIn.h"
 #include "Waiting.h"
+#include "linux/network/BusCalls.h"
 #include "linux/network/NetworkBus.h"
 
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <string>
 #include <thread>
 
 namespace tarvik {
@@ -57,6 +59,41 @@ TEST_F(SilentBusTest, OneThatAnswersLaterIsTakenAtTheNextLook) {
 
     EXPECT_TRUE(spinUntil([this] { return bus.refresh(); }));
     EXPECT_FALSE(bus.silent());
+}
+
+/// A bus that has greeted, and is halted then.
+class HaltedSystemBusTest : public SilentBusTest {
+protected:
+    HaltedSystemBusTest() {
+        service.bus().goOn();
+        const std::string profile = service.addProfile("office", "vpn");
+        line = service.addLine(profile, 2, {});
+        EXPECT_TRUE(spinUntil([this] { return bus.refresh() && bus.lines().size() == 1; }));
+        service.bus().halt();
+    }
+
+    static constexpr std::chrono::seconds ofNetworkManager = BusCalls::longest;
+
+    std::string line;
+};
+
+TEST_F(HaltedSystemBusTest, ItIsNotWaitedForAsLongAsNetworkManager) {
+    bus.doubtLines();
+    const auto begin = std::chrono::steady_clock::now();
+
+    EXPECT_TRUE(bus.refresh());
+
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, ofNetworkManager / 2);
+    EXPECT_TRUE(bus.silent());
+    EXPECT_EQ(bus.lines().size(), 1U);
+}
+
+TEST_F(HaltedSystemBusTest, NorForAnOrder) {
+    const auto begin = std::chrono::steady_clock::now();
+
+    EXPECT_THROW(bus.deactivate(line), BusFailure);
+
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, ofNetworkManager / 2);
 }
 
 } // namespace

@@ -4,7 +4,9 @@
 #include "linux/network/BusSignal.h"
 
 #include <algorithm>
+#include <exception>
 #include <poll.h>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -17,15 +19,24 @@ namespace {
 constexpr int greetingTurns = 9;
 constexpr std::chrono::seconds quietTime{5};
 
+/// How long the bus may take for an answer of its own, and how much longer on a busy machine.
+constexpr std::chrono::milliseconds longestOfBus{90};
+constexpr std::chrono::milliseconds longestOfBusyBus{850};
+
 /// Whatever has come is handled in less time: NetworkManager sends a few signals in a second, and
 /// one takes 10 to 30 microseconds.
-constexpr std::chrono::milliseconds longestPump{50};
+constexpr std::chrono::milliseconds longestPump{25};
 /// No other program has a reason to send any. The socket holds some 150 small ones, and the bus
 /// keeps 127 MiB behind them: how much that is does not show, and an answer would come after it.
 constexpr int mostOfStrangers = 20;
 /// Whoever floods the bus finds the new name within milliseconds: where an answer does not come at
-/// once it does not come in two seconds either, and what is known has to do for a while.
-constexpr std::chrono::milliseconds longestInFlood{300};
+/// once it does not come in two seconds either, and what is known has to do for a while. The window
+/// is to notice nothing of it, and two may look one after the other.
+constexpr std::chrono::milliseconds longestInFlood{90};
+constexpr std::chrono::milliseconds greetingInFlood{40};
+constexpr std::chrono::seconds betweenLooksInFlood{1};
+/// An order waits for the new connection, but leaves the old one time enough.
+constexpr std::chrono::milliseconds greetingForOrder{1000};
 
 /// Runs `read` if it is due; it is again where it fails, or where a signal says so meanwhile. False
 /// when the answer cannot be used: that keeps nothing else from being read.
@@ -71,24 +82,49 @@ NetworkBus::NetworkBus(std::function<bool()> machineIsBusy)
     : machineIsBusy_(std::move(machineIsBusy)) {}
 NetworkBus::~NetworkBus() = default;
 
-bool NetworkBus::connect(Clock::time_point end) {
-    if (bus_ != nullptr) {
+/// Sees to a connection that can be used; in a flood to another one, for which it waits so long.
+/// False when there is none, or when it is to be left alone.
+bool NetworkBus::connect(Clock::time_point end, std::chrono::milliseconds inFlood) {
+    if (bus_ != nullptr && !flooded_ && !ownerStale_) {
         return true;
     }
-    if (silent() && !greeted()) {
+    if (bus_ == nullptr && silent() && !greeted()) {
         return false;
     }
     try {
-        bus_ = openBus();
-        quietUntil_ = {};
-        ofStrangers_ = 0;
-        // A change that comes before the answer has been taken in by then.
-        news_.takeOwner(BusCalls(*bus_, end).ownerOf(nm::service));
+        if (bus_ == nullptr || flooded_) {
+            bus_ = openBus(inFlood);
+            ownerStale_ = true;
+            quietUntil_ = {};
+            ofStrangers_ = 0;
+        }
+        learnOwner(end);
         return true;
     } catch (const sdbus::Error& error) {
+        if (flooded_ && bus_ != nullptr) {
+            return true; // the one before, or the next one, which the flood has found
+        }
         bus_.reset();
         failed(isTimeOut(error) ? error : sdbus::Error(dbus::disconnected, error.getMessage()));
         return false;
+    }
+}
+
+/// Asks the bus itself, which is not NetworkManager and gets no two seconds. A change that comes
+/// before the answer has been taken in by then.
+void NetworkBus::learnOwner(Clock::time_point end) {
+    const auto ask = [&](std::chrono::milliseconds longest) {
+        BusCalls calls(*bus_, std::min(end, Clock::now() + longest));
+        news_.takeOwner(calls.ownerOf(nm::service));
+        ownerStale_ = false;
+    };
+    try {
+        ask(longestOfBus);
+    } catch (const sdbus::Error& error) {
+        if (!isTimeOut(error) || !machineIsBusy_()) {
+            throw;
+        }
+        ask(longestOfBusyBus);
     }
 }
 
@@ -99,22 +135,32 @@ bool NetworkBus::greeted() const {
 }
 
 /// The library greets a bus for as long as it takes: a thread of its own does that, and may be left
-/// behind. It touches nothing else; signals are not handled before they are asked for. Only the
-/// first look waits for it, the later ones take what has come.
-std::unique_ptr<sdbus::IConnection> NetworkBus::openBus() {
+/// behind. It touches nothing else; signals are not handled before they are asked for.
+void NetworkBus::greet() {
+    const auto handle = [this](sdbus::Message& message) { onSignal(message); };
+    std::packaged_task<std::unique_ptr<sdbus::IConnection>()> greeting([handle] {
+        auto bus = sdbus::createSystemBusConnection();
+        watch(*bus, handle);
+        return bus;
+    });
+    auto answer = greeting.get_future();
+    try {
+        std::thread(std::move(greeting)).detach();
+    } catch (const std::system_error& error) {
+        throw sdbus::Error(dbus::timedOut, error.what()); // there is no room: later, perhaps
+    }
+    connecting_ = std::move(answer);
+}
+
+/// Only the first look waits for the greeting, the later ones take what has come; in a flood each
+/// waits so long.
+std::unique_ptr<sdbus::IConnection> NetworkBus::openBus(std::chrono::milliseconds inFlood) {
     const bool isFirst = !connecting_.valid();
     if (isFirst) {
-        const auto handle = [this](sdbus::Message& message) { onSignal(message); };
-        std::packaged_task<std::unique_ptr<sdbus::IConnection>()> greet([handle] {
-            auto bus = sdbus::createSystemBusConnection();
-            watch(*bus, handle);
-            return bus;
-        });
-        connecting_ = greet.get_future();
-        std::thread(std::move(greet)).detach();
+        greet();
     }
     if (flooded_) {
-        connecting_.wait_for(longestInFlood);
+        connecting_.wait_for(inFlood);
     }
     Patience patience(machineIsBusy_, greetingTurns);
     while (!greeted()) {
@@ -123,7 +169,13 @@ std::unique_ptr<sdbus::IConnection> NetworkBus::openBus() {
         }
         connecting_.wait_for(Patience::turn);
     }
-    return connecting_.get();
+    try {
+        return connecting_.get();
+    } catch (const sdbus::Error&) {
+        throw;
+    } catch (const std::exception& error) {
+        throw sdbus::Error(dbus::disconnected, error.what());
+    }
 }
 
 void NetworkBus::onSignal(sdbus::Message& message) {
@@ -160,18 +212,31 @@ bool NetworkBus::pump() {
 /// everything is read again.
 void NetworkBus::catchUp() {
     if (bus_ == nullptr) {
+        flooded_ = false;
         return;
     }
-    flooded_ = !throughBus([this] { return pump(); });
-    if (flooded_) {
+    const bool before = flooded_;
+    try {
+        flooded_ = !throughBus([this] { return pump(); });
+    } catch (const sdbus::Error&) {
         bus_.reset();
+        throw;
+    }
+    if (flooded_) {
         news_.doubt();
+    } else if (before) {
+        quietUntil_ = {};
+    }
+    if (!flooded_ && greeted()) {
+        connecting_ = {}; // no need of it any more
     }
 }
 
+/// In a flood nothing is found to be gone: others may keep the bus from taking a connection, or an
+/// answer from coming.
 void NetworkBus::failed(const sdbus::Error& error) {
-    if (isTimeOut(error)) {
-        quietUntil_ = Clock::now() + quietTime;
+    if (isTimeOut(error) || (flooded_ && isDisconnected(error))) {
+        quietUntil_ = Clock::now() + (flooded_ ? betweenLooksInFlood : quietTime);
     } else if (isDisconnected(error)) {
         forget(); // the next refresh begins anew
     }
@@ -187,15 +252,19 @@ void NetworkBus::forget() {
 }
 
 bool NetworkBus::refresh(std::chrono::milliseconds profilesFor) {
+    if (resting()) {
+        return known();
+    }
     const auto begin = Clock::now();
     try {
         catchUp();
         const auto end = begin + (flooded_ ? longestInFlood : BusCalls::longest);
-        const bool reached = connect(end);
+        restUntil_ = begin + betweenLooksInFlood;
+        const bool reached = connect(end, greetingInFlood);
         if (!news_.running()) {
             book_.clear();
             lines_.clear();
-        } else if (reached && !silent()) {
+        } else if (reached && !ownerStale_ && !silent() && due()) {
             readStale(end, profilesFor);
         }
     } catch (const sdbus::Error& error) {
@@ -204,7 +273,14 @@ bool NetworkBus::refresh(std::chrono::milliseconds profilesFor) {
     return known();
 }
 
+/// There is something to ask NetworkManager.
+bool NetworkBus::due() const {
+    return !known() || news_.linesStale || news_.profilesStale || !news_.changedProfiles.empty() ||
+           !book_.complete();
+}
+
 void NetworkBus::readStale(Clock::time_point end, std::chrono::milliseconds profilesFor) {
+    learnOwner(end); // a halted bus is found so before NetworkManager is waited for
     BusCalls calls(*bus_, end);
     const std::uint64_t start = news_.starts();
     // These first: thousands of profiles are not to keep a connection from being counted.
@@ -233,12 +309,15 @@ void NetworkBus::readProfiles(BusReplies& replies, std::chrono::milliseconds lon
 }
 
 void NetworkBus::wait(int milliseconds) {
-    if (!connect(Clock::now() + BusCalls::longest)) {
-        return;
+    const std::chrono::milliseconds longest(milliseconds);
+    if (resting() || !connect(Clock::now() + BusCalls::longest, greetingInFlood)) {
+        // There is nothing to listen to, or too much.
+        std::this_thread::sleep_for(longest);
+    } else {
+        const auto data = bus_->getEventLoopPollData();
+        pollfd descriptor{.fd = data.fd, .events = data.events, .revents = 0};
+        poll(&descriptor, 1, milliseconds);
     }
-    const auto data = bus_->getEventLoopPollData();
-    pollfd descriptor{.fd = data.fd, .events = data.events, .revents = 0};
-    poll(&descriptor, 1, milliseconds);
     refresh();
 }
 
@@ -249,14 +328,17 @@ auto NetworkBus::order(const Order& order) {
     const auto end = Clock::now() + BusCalls::longest;
     try {
         catchUp();
-        if (!connect(end)) {
+        if (!connect(end, greetingForOrder)) {
             throw BusFailure{late() ? dbus::timedOut : dbus::disconnected};
+        }
+        if (!flooded_) {
+            learnOwner(end);
         }
         BusCalls calls(*bus_, end);
         return order(calls);
     } catch (const sdbus::Error& error) {
         failed(error);
-        throw BusFailure{error.getName()};
+        throw BusFailure{flooded_ && isDisconnected(error) ? dbus::timedOut : error.getName()};
     }
 }
 

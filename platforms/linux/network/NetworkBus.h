@@ -31,9 +31,13 @@ struct BusFailure {
 /// signals. Not for more than one thread at a time.
 ///
 /// An operation blocks for two seconds at most, whatever comes in meanwhile. The bus itself gets a
-/// tenth of a second to greet, or a whole one on a busy machine, and is taken for none as long as
-/// it does not. Where NetworkManager runs but does not answer in that time, what it said before
-/// stays, and it is left alone for a few seconds.
+/// tenth of a second to greet, and as much for each answer, or a whole one on a busy machine; it is
+/// taken for none as long as it does not greet. Where NetworkManager runs but does not answer in
+/// its time, what it said before stays, and it is left alone for a few seconds.
+///
+/// Others on the bus may flood this program with signals. A look then takes 90 ms at most, and the
+/// next one is due a second later. It goes on under another name; the connection that it has is
+/// kept until the next one has been greeted, for others may keep the bus from that, too.
 class NetworkBus {
 public:
     explicit NetworkBus(std::function<bool()> machineIsBusy = tarvik::machineIsBusy);
@@ -53,8 +57,12 @@ public:
     void doubtLines() { news_.linesStale = true; }
     /// The bus, or NetworkManager, did not answer lately.
     bool silent() const { return Clock::now() < quietUntil_; }
-    /// NetworkManager is there, but did not answer lately.
-    bool late() const { return news_.running() && silent(); }
+    /// Others sent too much at the last look.
+    bool flooded() const { return flooded_; }
+    /// NetworkManager is there.
+    bool running() const { return news_.running(); }
+    /// It is, but did not answer lately.
+    bool late() const { return running() && silent(); }
     /// NetworkManager has told which profiles there are, and what all of them are.
     bool profilesListed() const { return book_.listed(); }
     bool profilesComplete() const { return book_.complete(); }
@@ -86,9 +94,13 @@ private:
     using Clock = std::chrono::steady_clock;
 
     bool known() const { return news_.running() && knownSince_ == news_.starts(); }
-    bool connect(Clock::time_point end);
+    bool resting() const { return flooded_ && Clock::now() < restUntil_; }
+    bool due() const;
+    bool connect(Clock::time_point end, std::chrono::milliseconds inFlood);
+    void learnOwner(Clock::time_point end);
     bool greeted() const;
-    std::unique_ptr<sdbus::IConnection> openBus();
+    void greet();
+    std::unique_ptr<sdbus::IConnection> openBus(std::chrono::milliseconds inFlood);
     void onSignal(sdbus::Message& message);
     bool pump();
     void catchUp();
@@ -107,7 +119,9 @@ private:
     std::uint64_t bookSince_ = 0;  ///< the one that the profiles are of
     int heard_ = 0;                ///< signals that were asked for, since the last look began
     int ofStrangers_ = 0;          ///< signals of others, since the ones before were handled
-    bool flooded_ = false;         ///< there were too many of them
+    bool flooded_ = false;         ///< there were too many of them at the last look
+    bool ownerStale_ = true;       ///< a change of owner may have been missed
+    Clock::time_point restUntil_;  ///< no look before, in a flood
     Clock::time_point quietUntil_; ///< no call before, after one that was not answered
     ProfileBook book_;
     std::vector<NetworkLine> lines_;

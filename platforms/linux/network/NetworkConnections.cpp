@@ -205,7 +205,7 @@ std::uint32_t NetworkConnections::find(const char* name, const NetworkProfile*& 
 
 /// Why nothing is known.
 std::uint32_t NetworkConnections::unavailable() const {
-    return bus_.late() ? timedOut : notRunning;
+    return bus_.running() ? timedOut : notRunning;
 }
 
 std::uint32_t NetworkConnections::RasEnumEntriesA(const char*, const char*, void* buffer,
