@@ -392,6 +392,37 @@ TEST_F(NotificationAreaTest, AListOfItemsThatNothingShowsHasNoIconUntilSomething
     EXPECT_TRUE(spinUntil([&] { return ask(NotificationArea::modify); }));
 }
 
+TEST_F(NotificationAreaTest, APanelThatTellsOfAHostUponEachOfferKeepsTheIcon) {
+    PanelStandIn panel;
+    panel.isRestless = true;
+    ask(NotificationArea::add);
+    ASSERT_TRUE(spinUntil([&] { return ask(NotificationArea::modify); }));
+
+    for (int i = 0; i < 50; ++i) {
+        panel.call(itemPath, itemInterface, QStringLiteral("Scroll"), {1, QStringLiteral("x")});
+        EXPECT_TRUE(ask(NotificationArea::modify));
+    }
+
+    EXPECT_EQ(panel.items.size(), 1U);
+}
+
+TEST_F(NotificationAreaTest, AListOfItemsThatTellsOfAHostUponEachOfferIsOfferedTheItemNowAndThen) {
+    PanelStandIn panel;
+    panel.hasHost = false;
+    panel.isRestless = true;
+    QElapsedTimer passed;
+    passed.start();
+    ask(NotificationArea::add);
+    ASSERT_TRUE(spinUntil([&] { return !panel.items.empty(); }));
+
+    for (int i = 0; i < 200; ++i) {
+        panel.call(itemPath, itemInterface, QStringLiteral("Scroll"), {1, QStringLiteral("x")});
+    }
+
+    const auto seconds = static_cast<std::size_t>(passed.elapsed() / 1000);
+    EXPECT_LE(panel.items.size(), seconds + 2);
+}
+
 TEST_F(NotificationAreaTest, APanelReadsTheTipAndTheImagesOfTheIcon) {
     PanelStandIn panel;
     std::string_view("Velmars Tarvik: Not monitoring.").copy(data.szTip, sizeof data.szTip - 1);

@@ -149,11 +149,19 @@ bool PanelStandIn::handleMessage(const QDBusMessage& message, const QDBusConnect
         return false;
     }
     items.push_back(message.arguments().value(0).toString());
-    return reply(message.createReply());
+    const bool replied = reply(message.createReply());
+    if (isRestless) {
+        tellOfHost();
+    }
+    return replied;
 }
 
 void PanelStandIn::hostComes() {
     hasHost = true;
+    tellOfHost();
+}
+
+void PanelStandIn::tellOfHost() {
     name_.connection().send(QDBusMessage::createSignal(
         QStringLiteral("/StatusNotifierWatcher"), QStringLiteral("org.kde.StatusNotifierWatcher"),
         QStringLiteral("StatusNotifierHostRegistered")));

@@ -78,9 +78,11 @@ public:
 
     std::vector<QString> items; ///< the names under which items were offered
     bool hasHost = true;        ///< something shows them
+    bool isRestless = false;    ///< says upon each offer that something that shows them has come
 
 private:
     bool reply(const QDBusMessage& answer);
+    void tellOfHost();
 
     BusNameStandIn name_;
     bool isSilent_;

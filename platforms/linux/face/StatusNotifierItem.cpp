@@ -29,6 +29,10 @@ constexpr unsigned doNotQueue = 4;
 /// An answer within that time, in milliseconds, came at once.
 constexpr qint64 atOnce = 50;
 
+/// Between two offers because something that shows items has come, in milliseconds: anybody may
+/// say so, as often as he likes.
+constexpr qint64 betweenOffers = 1000;
+
 /// The name of each item of this process, as panels expect it.
 QString newName() {
     static int last = 0;
@@ -57,7 +61,9 @@ StatusNotifierItem::StatusNotifierItem(QMenu& menu, Events events)
     request << name_ << doNotQueue;
     bus_.asyncCall(request);
     hostCame_.setSingleShot(true);
-    connect(&hostCame_, &QTimer::timeout, this, &StatusNotifierItem::offer);
+    connect(&hostCame_, &QTimer::timeout, this, &StatusNotifierItem::offerToHost);
+    offerLater_.setSingleShot(true);
+    connect(&offerLater_, &QTimer::timeout, this, &StatusNotifierItem::offerToHost);
     ItemPanelWatch::tellOfHosts(&hostCame_, SLOT(start()));
 }
 
@@ -83,6 +89,18 @@ void StatusNotifierItem::offer() {
     methods_ = ask(ItemPanelWatch::questionForMethods());
     offered_.start();
     answeredAfter_ = 0;
+}
+
+void StatusNotifierItem::offerToHost() {
+    if (isTaken_ || offerLater_.isActive()) {
+        return;
+    }
+    const qint64 passed = offered_.isValid() ? offered_.elapsed() : betweenOffers;
+    if (passed >= betweenOffers) {
+        offer();
+    } else {
+        offerLater_.start(static_cast<int>(betweenOffers - passed));
+    }
 }
 
 bool StatusNotifierItem::isAnswered() const {

@@ -48,6 +48,7 @@ private:
     using Answer = std::unique_ptr<QDBusPendingCallWatcher>;
 
     Answer ask(const QDBusMessage& call);
+    void offerToHost();
     bool isAnswered() const;
     bool hasHost() const;
     bool isAccepted() const;
@@ -67,6 +68,7 @@ private:
     QElapsedTimer offered_;
     qint64 answeredAfter_ = 0; ///< milliseconds until the last of the answers; 0 while one lacks
     QTimer hostCame_;          ///< runs out at once when something that shows items has come
+    QTimer offerLater_;        ///< the last offer was a moment ago
     QIcon icon_;
     QString tip_;
     bool isTaken_ = false;
