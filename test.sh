@@ -385,6 +385,12 @@ made_packages() {
     scripts/package.sh && /usr/bin/python3 -B -m unittest discover -s tests/outside/packages -t tests/outside
 }
 
+# The code is broken on purpose, in one place at a time; takes a quarter of an hour.
+mutants() {
+    needs "${packages_build[@]}" "${packages_library[@]}" git python3 || return $cannot_run
+    /usr/bin/python3 -B scripts/mutants.py
+}
+
 # A bare Debian 12 in a tree of its own, where run.sh, test.sh and the package meet what a newcomer's
 # computer lets them meet; TARVIK_BARE sets what to try. Needs root, and an hour or more.
 bare() {
@@ -424,6 +430,7 @@ stage "kill at every step on Windows" kill_on_windows wine build_windows
 stage "a random user on the Windows face, checked" monkey_windows wine build_windows_checked
 stage "the package for Debian and the archive for Windows" made_packages wine build_packaged
 only_named "unit tests and user stories on the scripted face" unit
+only_named "breaks of the journal's code, each of which its tests must notice" mutants
 only_named "run.sh, test.sh and the package on a bare Debian 12" bare
 
 named=${*:+" $* "}

@@ -51,6 +51,7 @@ std::uint32_t ScriptedConnections::connect(const std::string& entryName) {
 
 void ScriptedConnections::disconnect(std::uint32_t handle) {
     std::erase_if(connections, [&](const Connection& line) { return line.handle == handle; });
+    marks.erase(handle);
 }
 
 ScriptedConnections::Connection* ScriptedConnections::connection(std::uint32_t handle) {
@@ -119,6 +120,9 @@ std::uint32_t ScriptedConnections::RasGetConnectStatusA(std::uint32_t handle,
     if (line == nullptr) {
         return ras::invalidHandle;
     }
+    if (line->statusFailure != 0) {
+        return line->statusFailure;
+    }
     status->rasconnstate = line->state;
     status->dwError = ras::success;
     fill(status->szDeviceType, line->deviceType, !namesWithoutNul);
@@ -137,6 +141,9 @@ std::uint32_t ScriptedConnections::RasGetConnectionStatistics(std::uint32_t hand
     const Connection* line = connection(handle);
     if (line == nullptr) {
         return ras::invalidHandle;
+    }
+    if (line->statisticsFailure != 0) {
+        return line->statisticsFailure;
     }
     *statistics = line->statistics;
     statistics->dwSize = RAS_STATS::size;

@@ -27,6 +27,9 @@ public:
         RAS_STATS statistics{};
         std::optional<LineTotals> totals; ///< for a line whose service counts beyond 32 bits
         std::uint32_t carrier = 0;        ///< handle of the connection that it lies within
+        /// As long as it is not 0, every call for its status, or for its statistics, answers this.
+        std::uint32_t statusFailure = 0;
+        std::uint32_t statisticsFailure = 0;
     };
 
     std::vector<Entry> entries;

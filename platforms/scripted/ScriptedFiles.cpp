@@ -349,6 +349,15 @@ Holding ScriptedFiles::holdOrMake(const std::string& path, std::size_t size,
     return hold(path);
 }
 
+void ScriptedFiles::goBackTo(const ScriptedFiles& then) {
+    nodes_ = then.nodes_;
+    deleted_ = then.deleted_;
+    deletedWasPrivate_ = then.deletedWasPrivate_;
+    for (auto& [path, node] : nodes_) {
+        node.version = ++version_; // whoever remembers what was read meanwhile reads again
+    }
+}
+
 void ScriptedFiles::cutPower(std::size_t kept) {
     for (auto& [path, node] : nodes_) {
         if (node.unflushed) {

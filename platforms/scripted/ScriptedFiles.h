@@ -69,6 +69,9 @@ public:
     /// bytes of it, from its beginning, reached the disk all the same.
     void cutPower(std::size_t kept = 0);
 
+    /// What lies there is what lay there then, as if nobody had done anything since.
+    void goBackTo(const ScriptedFiles& then);
+
     int writesInPlace = 0;
     int flushes = 0;
 

@@ -40,8 +40,8 @@ Date Calendar::shown() const {
 Now Calendar::now() const {
     return {.day = static_cast<int>(local() / secondsInDay),
             .hour = static_cast<int>(local() % secondsInDay / secondsInHour),
-            .clock = local(),
-            .seconds = seconds};
+            .universal = universal(),
+            .seconds = seconds - booted_ - asleep_ + 1};
 }
 
 } // namespace tarvik::soak

@@ -58,7 +58,7 @@ void Run::replaceSession(Session& session) {
     const std::string before = nameOf(session);
     switch (chance_.below(4)) {
     case 0:
-        line_.redial(session, true);
+        line_.redial(session, !session.marked); // what tells sessions apart gives each a handle
         break;
     case 1:
         line_.redial(session, false);
@@ -135,7 +135,7 @@ void Run::lineActs() {
 void Run::dropWhatNobodyCanTell() {
     const auto doubtful = [this] {
         return std::find_if(line_.up.begin(), line_.up.end(), [this](const Session& one) {
-            return !expected_.tally.tellable(one, line_.up, calendar_.now().clock);
+            return !expected_.tally.tellable(one, line_.up);
         });
     };
     for (auto found = doubtful(); found != line_.up.end(); found = doubtful()) {
@@ -153,8 +153,12 @@ void Run::pass(std::int64_t seconds) {
 
 /// The clock goes on, nothing else does. The line may be gone afterwards, or another one be up.
 void Run::sleep(std::int64_t seconds) {
+    if (chance_.onceIn(2)) {
+        expected_.pause();
+        act("the machine tells that it goes to sleep", [this] { window().Pause.raise(); });
+    }
     note("sleep");
-    calendar_.seconds += seconds;
+    calendar_.sleep(seconds);
     expected_.itIs(calendar_.now());
     if (line_.up.empty() || chance_.onceIn(3)) {
         return;
@@ -166,31 +170,100 @@ void Run::sleep(std::int64_t seconds) {
     }
 }
 
+/// One call fails, and the same call a moment later does not.
+Failure Run::someFailure() {
+    if (chance_.onceIn(150)) {
+        machine_.connections.failNext("RasEnumConnectionsA", 668);
+        return Failure::Enumerate;
+    }
+    if (!line_.up.empty() && chance_.onceIn(150)) {
+        machine_.connections.failNext("RasGetConnectStatusA", 668);
+        return Failure::Status;
+    }
+    if (anyConnected() && chance_.onceIn(150)) {
+        machine_.connections.failNext("RasGetConnectionStatistics", 668);
+        return Failure::Statistics;
+    }
+    return Failure::None;
+}
+
+/// A tick that has yet to look for sessions of the run before reads some lines twice: what fails
+/// once may be the look alone.
+Failure Run::someFailureBeforeTheLook() {
+    if (chance_.onceIn(10)) {
+        ++counts_.failedLooks;
+        machine_.connections.failNext("RasEnumConnectionsA", 668);
+        return Failure::Enumerate;
+    }
+    if (anyConnected() && chance_.onceIn(6)) {
+        ++counts_.failedLooks;
+        const bool status = chance_.onceIn(2);
+        machine_.connections.failNext(
+            status ? "RasGetConnectStatusA" : "RasGetConnectionStatistics", 668);
+        return status ? Failure::Status : Failure::Statistics;
+    }
+    if (!line_.up.empty() && chance_.onceIn(5)) {
+        ++counts_.failedLooks;
+        line_.up[chance_.index(line_.up.size())].fails =
+            chance_.onceIn(2) ? Session::Fails::Status : Session::Fails::Statistics;
+    }
+    return Failure::None;
+}
+
+void Run::troubleFiles(Trouble trouble) {
+    machine_.files.replaceFailure =
+        trouble == Trouble::Write ? FileResult(ErrorNumber::DiskFull) : std::nullopt;
+    machine_.files.killFailure =
+        trouble == Trouble::Delete ? FileResult(ErrorNumber::PathFileAccess) : std::nullopt;
+}
+
+bool Run::journalFails(const std::string& operation) const {
+    switch (expected_.journal.trouble) {
+    case JournalTrouble::Full:
+        return operation == "write" || operation == "flush" ||
+               (operation == "hold" && !machine_.files.exists(journalPath));
+    case JournalTrouble::Closed:
+        return operation == "hold";
+    default:
+        return false;
+    }
+}
+
+JournalTrouble Run::someTrouble() {
+    constexpr std::array<JournalTrouble, 4> troubles{JournalTrouble::Full, JournalTrouble::Flush,
+                                                     JournalTrouble::Closed, JournalTrouble::Held};
+    return troubles.at(chance_.index(troubles.size()));
+}
+
+void Run::troubleJournal(JournalTrouble trouble) {
+    constexpr std::array<const char*, 5> names{"well", "full", "not flushed", "closed", "held"};
+    if (trouble != expected_.journal.trouble) {
+        note(std::string("the journal's disk: ") + names.at(static_cast<std::size_t>(trouble)));
+    }
+    expected_.journal.trouble = trouble;
+    machine_.files.heldElsewhere = trouble == JournalTrouble::Held;
+    machine_.files.flushFailure =
+        trouble == JournalTrouble::Flush ? FileResult(ErrorNumber::PathFileAccess) : std::nullopt;
+    machine_.files.holdFailure.reset();
+    machine_.files.meanwhile = nullptr;
+    if (trouble == JournalTrouble::Full || trouble == JournalTrouble::Closed) {
+        machine_.files.meanwhile = [this](const std::string& operation, const std::string&) {
+            machine_.files.holdFailure =
+                journalFails(operation) ? FileResult(ErrorNumber::PathFileAccess) : std::nullopt;
+        };
+    }
+}
+
 void Run::tick() {
     if (!expected_.monitoring) {
         return;
     }
     dropWhatNobodyCanTell();
-    Failure failure = Failure::None;
-    if (expected_.tally.hasFormer()) {
-        // The look for sessions of the run before would meet it first.
-    } else if (chance_.onceIn(150)) {
-        failure = Failure::Enumerate;
-        machine_.connections.failNext("RasEnumConnectionsA", 668);
-    } else if (!line_.up.empty() && chance_.onceIn(150)) {
-        failure = Failure::Status;
-        machine_.connections.failNext("RasGetConnectStatusA", 668);
-    } else if (anyConnected() && chance_.onceIn(150)) {
-        failure = Failure::Statistics;
-        machine_.connections.failNext("RasGetConnectionStatistics", 668);
-    }
+    const Failure failure =
+        expected_.tally.hasFormer() ? someFailureBeforeTheLook() : someFailure();
     const std::array<Trouble, 3> troubles{Trouble::None, Trouble::Write, Trouble::Delete};
     const Trouble trouble = troubles.at(chance_.index(troubles.size()));
-    if (trouble == Trouble::Write) {
-        machine_.files.replaceFailure = ErrorNumber::DiskFull;
-    } else if (trouble == Trouble::Delete) {
-        machine_.files.killFailure = ErrorNumber::PathFileAccess;
-    }
+    troubleFiles(trouble);
     std::string what = "tick";
     for (const Session& one : line_.up) {
         what += "; " + nameOf(one);
@@ -198,8 +271,14 @@ void Run::tick() {
     ++counts_.ticks;
     expected_.tick(line_.up, failure, trouble);
     act(what, [this] { window().timUpdateStats.fire(); });
-    machine_.files.replaceFailure.reset();
-    machine_.files.killFailure.reset();
+    troubleFiles(Trouble::None);
+    for (Session& one : line_.up) {
+        one.fails = Session::Fails::Nothing;
+    }
+    if (expected_.isDead) {
+        ++counts_.diedAsking;
+        crash();
+    }
 }
 
 } // namespace tarvik::soak

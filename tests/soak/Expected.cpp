@@ -73,6 +73,11 @@ void Expected::hangUp(std::vector<Session>& listed, Failure failure) {
         return;
     }
     for (Session& one : listed) {
+        if (!one.hungUp && one.fails == Session::Fails::Status) {
+            showFailure({"RasGetConnectStatus", droppedLine});
+            switchOff();
+            continue;
+        }
         if (one.hungUp || !one.connected) {
             continue;
         }
@@ -133,12 +138,20 @@ void Expected::tick(std::vector<Session> listed, Failure failure, Trouble troubl
         showFailure({"RasEnumConnections", droppedLine});
         failed_ = {"RasEnumConnections", droppedLine};
     } else if (listed.empty()) {
-        tally.seeNothing(now_.clock);
+        tally.seeNothing();
         stale = false;
     } else {
-        tally.beginTick(listed, now_.clock);
+        using Fails = Session::Fails;
+        tally.failsOnce = failure == Failure::Status       ? Fails::Status
+                          : failure == Failure::Statistics ? Fails::Statistics
+                                                           : Fails::Nothing;
+        tally.beginTick(listed);
+        failure = tally.failsOnce == Fails::Nothing ? Failure::None : failure;
         for (Session& one : listed) {
             readListed(one, listed, failure);
+            if (isDead) {
+                return;
+            }
         }
     }
     if (failed_.name.empty()) {
@@ -155,14 +168,14 @@ void Expected::readListed(Session& one, std::vector<Session>& listed, Failure& f
     if (one.hungUp) {
         return; // in this tick, by the limit
     }
-    if (failure == Failure::Status) {
-        failure = Failure::None;
+    if (failure == Failure::Status || one.fails == Session::Fails::Status) {
+        failure = failure == Failure::Status ? Failure::None : failure;
         failed_ = {"RasGetConnectStatus", droppedLine};
     } else if (!one.connected) {
-        tally.fold();
+        tally.foldAt(one);
         stale = false;
-    } else if (failure == Failure::Statistics) {
-        failure = Failure::None;
+    } else if (failure == Failure::Statistics || one.fails == Session::Fails::Statistics) {
+        failure = failure == Failure::Statistics ? Failure::None : failure;
         failed_ = {"RasGetConnectionStatistics", droppedLine};
     } else {
         online(one, listed);
@@ -172,9 +185,8 @@ void Expected::readListed(Session& one, std::vector<Session>& listed, Failure& f
 /// What a limit hangs up is read before, so that nothing is lost.
 void Expected::readTheOthers(const std::vector<Session>& listed) {
     for (const Session& one : listed) {
-        if (one.connected && read_.insert(one.id).second) {
+        if (one.connected && one.fails == Session::Fails::Nothing && read_.insert(one.id).second) {
             tally.note(one, listed);
-            readAt_ = now_.seconds;
         }
     }
 }
@@ -182,17 +194,21 @@ void Expected::readTheOthers(const std::vector<Session>& listed) {
 void Expected::online(const Session& session, std::vector<Session>& listed) {
     connectionActive = true;
     tally.read(session, listed);
-    readAt_ = now_.seconds;
     read_.insert(session.id);
-    const bool first = firstOnlineUpdate && !tally.isResumed(session.handle);
+    const bool goesOn = tally.isResumed(session.handle);
+    const bool first = firstOnlineUpdate && !goesOn;
     const bool fromBefore = first && !dialInStarted && tally.current != Amount();
     if (first && !tally.hasResumed()) {
         tickerBase_ = tally.finished.rcvd + tally.finished.sent;
     }
+    // The one that was dialled may be listed behind one that goes on.
+    dialInStarted = dialInStarted && firstOnlineUpdate && goesOn;
     firstOnlineUpdate = firstOnlineUpdate && !first;
-    dialInStarted = false;
     if (fromBefore && !askAboutSession()) {
         stale = true;
+        return;
+    }
+    if (isDead) {
         return;
     }
     checkReset();
@@ -216,7 +232,14 @@ bool Expected::askAboutSession() {
         "online-session (" +
             std::to_string(sum) + " bytes)?\r(Press NO if you restarted Tarvik.)",
         MsgBoxButtons::YesNo, MsgBoxIcon::Question, 2);
-    if (answer == MsgBoxAnswer::No) {
+    boxes.back().sleeps = chance_.onceIn(3);
+    boxes.back().dies = isDead = chance_.onceIn(5);
+    if (boxes.back().sleeps) {
+        asking_ = true;
+        keep(true);
+        asking_ = false;
+    }
+    if (answer == MsgBoxAnswer::No && !isDead) {
         tally.decline();
         ++declined;
     }
@@ -229,10 +252,8 @@ void Expected::checkReset() {
         return;
     }
     const bool backedUp = settings.backup && backUp();
-    resetIsAnnounced_ = settings.backup ? false : resetIsAnnounced_;
-    if (settings.backup && !file.exists) {
-        standsOnFile_ = false;
-        standsOnRecords_ = 0;
+    if (settings.backup) {
+        withdrawReset();
     }
     if (settings.backup && !backedUp &&
         question("The criteria to reset the transfer records has been reached.\rHowever - An error "
@@ -254,6 +275,16 @@ void Expected::checkReset() {
     ++resets;
 }
 
+/// It comes no more, whatever becomes of the file.
+void Expected::withdrawReset() {
+    resetIsAnnounced_ = false;
+    if (file.exists) {
+        keep(true);
+    } else {
+        standsOn_ = {};
+    }
+}
+
 /// Whether the copy that a reset in doubt waits for can be made; a note tells of either.
 bool Expected::fileIsKept() {
     if (!resetInDoubt_ || !file.exists) {
@@ -271,16 +302,20 @@ bool Expected::backUp() {
     if (!save(trouble_)) {
         return false;
     }
-    standsOnFile_ = true;
-    standsOnRecords_ = file.records.size();
-    resetIsAnnounced_ = true;
-    keep(true);
+    if (journal.isKept()) {
+        standsOn_ = file.mark();
+        keep(true);
+        resetIsAnnounced_ = true;
+        keep(true);
+    }
     backups.push_back(file);
     if (trouble_ == Trouble::Delete) {
         showError("75 (Path/File access error)", "BackupINIFile");
         return false;
     }
-    file = {};
+    File next;
+    next.putAside = file.putAside + 1;
+    file = next;
     return true;
 }
 
@@ -312,171 +347,6 @@ void Expected::checkLimits(std::vector<Session>& listed) {
     if (settings.hangUp && connectionActive) {
         readTheOthers(listed);
         hangUp(listed, Failure::None);
-    }
-}
-
-bool Expected::save(Trouble trouble) {
-    if (trouble == Trouble::Write) {
-        return false;
-    }
-    file.exists = true;
-    file.settings = settings;
-    const Amount total = tally.total();
-    const bool nothing = total.rcvd + total.sent <= 0 && total.time <= 0;
-    const Amount newest = file.records.empty() ? Amount() : file.records.back();
-    if (!nothing && newest != total) {
-        file.records.push_back(total);
-    }
-    return true;
-}
-
-void Expected::start(bool argumentRun) {
-    if (file.exists && file.locked &&
-        question("Warning: Another instance of Velmars Tarvik seems to be running.\rAre you sure "
-                 "that you want to start another instance?\r(This could cause the protocol file to "
-                 "become corrupt!)",
-                 MsgBoxButtons::YesNo, MsgBoxIcon::Question,
-                 1 + chance_.below(2)) == MsgBoxAnswer::No) {
-        return;
-    }
-    running = true;
-    warningArmed = true;
-    firstOnlineUpdate = true;
-    settings = file.exists ? file.settings : Settings();
-    resetInDoubt_ = file.exists && settings.lastReset > now_.day;
-    waitTold_ = false;
-    tally.begin(file.records.empty() ? Amount() : file.records.back());
-    if (file.exists) {
-        file.locked = true;
-    } else {
-        notice("Warning: Unable to set \"IsLocked\"-flag in INI-file!", MsgBoxIcon::Exclamation);
-        notice("Warning: Old settings could not be loaded.\rAssuming first run.",
-               MsgBoxIcon::Exclamation);
-    }
-    // Without a file nothing is shown before the first tick.
-    stale = !file.exists;
-    restore();
-    monitoring = settings.run || argumentRun;
-}
-
-/// What the journal says goes before what the file says.
-void Expected::restore() {
-    lookedAt_.reset();
-    flushedAt_.reset();
-    readAt_.reset();
-    isUnflushed_ = resetIsAnnounced_ = false;
-    standsOnFile_ = file.exists;
-    standsOnRecords_ = file.records.size();
-    if (!journalIsThere_) {
-        written_ = journalNow();
-        return;
-    }
-    settings = written_.settings;
-    tickerBase_ = written_.tickerBase;
-    tally.goOn(written_.counts);
-    resetInDoubt_ = resetInDoubt_ && settings.lastReset == file.settings.lastReset;
-    stale = false;
-    flushed_ = written_;
-    if (!written_.ended) {
-        balloons.emplace_back(broughtBack);
-    }
-}
-
-bool Journal::says(const Journal& other) const {
-    const auto& ours = counts.sessions;
-    const auto& theirs = other.counts.sessions;
-    return counts.all == other.counts.all && settings == other.settings &&
-           tickerBase == other.tickerBase && fileExists == other.fileExists &&
-           records == other.records && resetIsAnnounced == other.resetIsAnnounced &&
-           ended == other.ended &&
-           std::equal(ours.begin(), ours.end(), theirs.begin(), theirs.end(),
-                      [](const ReferenceTally::Known& a, const ReferenceTally::Known& b) {
-                          return a.sameAs(b);
-                      });
-}
-
-Journal Expected::journalNow() const {
-    const bool read = tally.hasSessions() && readAt_;
-    const std::int64_t moment = now_.clock - (read ? now_.seconds - *readAt_ : 0);
-    return {.counts = tally.kept(moment),
-            .settings = settings,
-            .tickerBase = tickerBase_,
-            .fileExists = standsOnFile_,
-            .records = standsOnRecords_,
-            .resetIsAnnounced = resetIsAnnounced_};
-}
-
-/// Written after five seconds, flushed after thirty; both at once where that is asked for.
-void Expected::keep(bool atOnce) {
-    constexpr std::int64_t betweenWrites = 5;
-    constexpr std::int64_t betweenFlushes = 30;
-    if (!atOnce && lookedAt_ && now_.seconds - *lookedAt_ < betweenWrites) {
-        return;
-    }
-    lookedAt_ = now_.seconds;
-    if (const Journal now = journalNow(); !now.says(written_)) {
-        written_ = now;
-        journalIsThere_ = isUnflushed_ = true;
-    }
-    if (isUnflushed_ && (atOnce || !flushedAt_ || now_.seconds - *flushedAt_ >= betweenFlushes)) {
-        flushedAt_ = now_.seconds;
-        flushed_ = written_;
-        isUnflushed_ = false;
-    }
-}
-
-/// It stays where the file alone would show something else.
-void Expected::endJournal(bool saved) {
-    if (saved && totalsOfFile() == tally.kept(0).all) {
-        journalIsThere_ = false;
-        return;
-    }
-    if (!saved) {
-        return;
-    }
-    written_ = journalNow();
-    written_.counts.sessions.clear();
-    written_.fileExists = true;
-    written_.records = file.records.size();
-    written_.ended = journalIsThere_ = true;
-    flushed_ = written_;
-}
-
-void Expected::stop() {
-    running = monitoring = connectionActive = dialInStarted = warningVisible = false;
-    tickerBase_ = 0;
-    errors_.clear();
-}
-
-void Expected::crash(bool powerCut) {
-    stop();
-    written_ = powerCut ? flushed_ : written_;
-}
-
-void Expected::shutDown(Trouble trouble) {
-    tally.keepOthers();
-    keep(true);
-    const bool saved = save(trouble);
-    endJournal(saved);
-    if (saved) {
-        file.locked = false;
-    } else {
-        notice("Warning: State could not be saved.", MsgBoxIcon::Exclamation);
-        notice("Warning: Unable to unset \"IsLocked\"-flag in INI-file!", MsgBoxIcon::Exclamation);
-    }
-    stop();
-}
-
-void Expected::endSession(Trouble trouble) {
-    shutDown(trouble);
-}
-
-void Expected::pressQuit(Trouble trouble) {
-    if (monitoring) {
-        notice("Warning: Monitoring is still active.\rPlease de-activate monitoring before quit.",
-               MsgBoxIcon::Exclamation);
-    } else {
-        shutDown(trouble);
     }
 }
 

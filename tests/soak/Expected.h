@@ -3,7 +3,9 @@
 #include "monitor/ReferenceBoundary.h"
 #include "ports/Desktop.h"
 #include "soak/Chance.h"
+#include "soak/ReferenceJournal.h"
 #include "soak/ReferenceTally.h"
+#include "soak/Settings.h"
 
 #include <optional>
 #include <set>
@@ -18,26 +20,8 @@ struct Box {
     MsgBoxButtons buttons = MsgBoxButtons::OkOnly;
     MsgBoxIcon icon = MsgBoxIcon::None;
     MsgBoxAnswer answer = MsgBoxAnswer::Ok;
-};
-
-/// The settings that accounting depends on; these are the defaults.
-struct Settings {
-    bool run = false;
-    bool transferLimit = false;
-    std::int64_t transferLimitValue = 1'000'000;
-    bool durationLimit = false;
-    int hours = 600;
-    int minutes = 0;
-    bool warning = false;
-    bool hangUp = false;
-    bool resets = false;
-    int criterion = 0;
-    bool backup = false;
-    int lastReset = 36'892; ///< day, 1 January 2001
-    bool ticker = false;
-    int tickerValue = 100; ///< mega-bytes
-
-    friend bool operator==(const Settings&, const Settings&) = default;
+    bool sleeps = false; ///< the machine does, while it is open
+    bool dies = false;   ///< the program does, after that
 };
 
 /// A call of the service that fails.
@@ -52,37 +36,29 @@ struct File {
     bool locked = false;
     Settings settings;
     std::vector<Amount> records;
+    int putAside = 0; ///< files of that name, so far
+
+    FileMark mark() const {
+        return {.exists = exists, .file = putAside, .records = records.size()};
+    }
+    Amount totals() const { return records.empty() ? Amount() : records.back(); }
 };
 
 /// Now, on the user's clock.
 struct Now {
     int day = 0; ///< as a serial
     int hour = 0;
-    std::int64_t clock = 0;   ///< seconds
-    std::int64_t seconds = 0; ///< on a clock that nobody sets
-};
-
-/// What the journal must say.
-struct Journal {
-    ReferenceTally::Kept counts;
-    Settings settings;
-    std::int64_t tickerBase = 0;
-    /// Which file it stands on, by what tells one from another.
-    bool fileExists = false;
-    std::size_t records = 0;
-    bool resetIsAnnounced = false;
-    bool ended = false;
-
-    /// There is nothing new to be written.
-    bool says(const Journal& other) const;
+    std::int64_t universal = 0; ///< seconds, the same in all zones
+    std::int64_t seconds = 0;   ///< on a clock that nobody sets
 };
 
 /// The program as its rules have it: what it must count, ask, show and store at each step.
 class Expected {
 public:
-    explicit Expected(Chance& chance) : chance_(chance) {}
+    Expected(Chance& chance, const Line& line) : chance_(chance), line_(line) {}
 
     ReferenceTally tally;
+    ReferenceJournal journal;
     Settings settings;
     File file;
     std::vector<File> backups; ///< the file as it was at each backup
@@ -96,23 +72,38 @@ public:
     bool stale = false; ///< an error kept the window from being refreshed
     int resets = 0;
     int declined = 0;
+    int journalsPutAside = 0;
+    int broughtBackLate = 0; ///< journals that were out of reach at the start
+    /// The program died at a box, and nothing that would follow is told here.
+    bool isDead = false;
 
     /// What came up since they were last emptied.
     std::vector<Box> boxes;
     std::vector<std::string> balloons;
-    /// How the notes on a reset in doubt and on what was brought back begin; what follows is left
-    /// out above.
+    /// How notes begin; what follows is left out above.
     static constexpr const char* doubt = "The date of the last reset may be misread";
     static constexpr const char* broughtBack = "When the program last ended, not all was stored.";
+    static constexpr const char* outOfReach =
+        "The journal of the running count cannot be read and is left alone.";
+    static constexpr const char* heldByAnother =
+        "Another program has the journal of the running count";
+    static constexpr const char* countedMeanwhile =
+        "The journal of the running count was out of reach, and this run has counted since.";
+    static constexpr const char* ofAnotherFile = "The file of settings is another one";
+    static constexpr const char* unwritten = "The journal of the running count cannot be written.";
 
     /// Now, before anything that follows.
-    void itIs(const Now& now) { now_ = now; }
-    bool journalIsThere() const { return journalIsThere_; }
+    void itIs(const Now& now) {
+        now_ = now;
+        tally.now = now.universal;
+    }
 
     void start(bool argumentRun);
     /// The program is killed, or the machine loses its power.
     void crash(bool powerCut);
     void endSession(Trouble trouble);
+    /// The machine goes to sleep.
+    void pause() { keep(true); }
     void pressQuit(Trouble trouble);
     void pressMonitor();
     void pressDisconnect(std::vector<Session> listed, Failure failure);
@@ -141,19 +132,25 @@ private:
     bool askAboutSession();
     void checkReset();
     bool backUp();
+    void withdrawReset();
     bool fileIsKept();
     void checkTicker();
     void checkLimits(std::vector<Session>& listed);
     bool save(Trouble trouble);
     void shutDown(Trouble trouble);
     void stop();
-    Journal journalNow() const;
+    Saying sayingNow() const;
     void keep(bool atOnce);
-    void endJournal(bool saved);
-    void restore();
-    Amount totalsOfFile() const { return file.records.empty() ? Amount() : file.records.back(); }
+    void write(const Saying& saying, bool atOnce);
+    void endJournal(bool saved, bool deletionFails);
+    void takeJournal(bool asAtStart);
+    void lookAgain();
+    void putJournalAside(const char* why);
+    bool goOnFrom(const Saying& found);
+    bool isOwnSave(const Saying& before) const;
 
     Chance& chance_;
+    const Line& line_;
     ReferenceBoundary boundary_;
     std::int64_t tickerBase_ = 0;
     FailedCall failed_;
@@ -165,15 +162,11 @@ private:
     bool resetInDoubt_ = false; ///< the last reset lay ahead when the program was started
     bool waitTold_ = false;
 
-    bool journalIsThere_ = false;
-    Journal written_; ///< what it says, or what need not be said
-    Journal flushed_; ///< what it says after a power cut
-    std::optional<std::int64_t> lookedAt_;
-    std::optional<std::int64_t> flushedAt_;
-    std::optional<std::int64_t> readAt_; ///< when a session was last read
-    bool isUnflushed_ = false;
-    bool standsOnFile_ = false;
-    std::size_t standsOnRecords_ = 0;
+    FileMark standsOn_;
+    bool asking_ = false;      ///< the box with the question is open
+    bool failureTold_ = false; ///< of the journal, in this run
+    /// What this run began with; nothing unless it looks for a journal that was out of reach.
+    std::optional<Saying> shownAtStart_;
     bool resetIsAnnounced_ = false;
 };
 

@@ -3,14 +3,21 @@
 #include "state/mdlTransfers.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 
 namespace tarvik::soak {
 
 namespace {
 
+constexpr const char* folder = "C:\\Prog";
 constexpr const char* iniPath = "C:\\Prog\\Tarvik.ini";
-constexpr const char* journalPath = "C:\\Prog\\Tarvik.journal";
+
+/// Told by how they begin, for more than the rules tell follows.
+constexpr std::array<const char*, 7> beginnings{Expected::doubt,         Expected::broughtBack,
+                                                Expected::outOfReach,    Expected::heldByAnother,
+                                                Expected::ofAnotherFile, Expected::countedMeanwhile,
+                                                Expected::unwritten};
 
 std::int64_t whole(Currency value) {
     return value.integralPart();
@@ -37,7 +44,7 @@ std::int64_t timeOf(const std::string& text) {
 std::string balloonText(const ScriptedNotificationArea::Request& request) {
     const std::string text =
         (request.data.uFlags & NotificationArea::info) != 0 ? request.data.szInfo : "";
-    for (const char* beginning : {Expected::doubt, Expected::broughtBack}) {
+    for (const char* beginning : beginnings) {
         if (text.starts_with(beginning)) {
             return beginning;
         }
@@ -53,17 +60,17 @@ void Run::act(const std::string& what, const std::function<void()>& action) {
     note(what);
     mayFall_ = mayFall_ || line_.up.size() > 1;
     machine_.clock.now = calendar_.shown();
-    machine_.clock.steady = static_cast<std::uint64_t>(calendar_.seconds + 1) * 1'000;
-    machine_.clock.universal = calendar_.seconds * 1'000;
+    machine_.clock.universal = calendar_.universal() * 1'000;
+    machine_.clock.steady = static_cast<std::uint64_t>(calendar_.now().seconds) * 1'000;
     for (const Box& box : expected_.boxes) {
-        note("  box: " + box.text.substr(0, box.text.find('\r')));
-        questionsInRun_ += box.text.starts_with("Monitoring has been started") ? 1 : 0;
-        machine_.desktop.expect({box.text, box.buttons, box.icon, box.answer, {}});
-        ++counts_.boxes;
+        announce(box);
     }
     expected_.boxes.clear();
     line_.publish(machine_.connections);
     action();
+    if (filesAtDeath_) {
+        return goBackToDeath();
+    }
     line_.adopt(machine_.connections);
     machine_.desktop.verify();
     if (!unexpected_.empty()) {
@@ -73,10 +80,44 @@ void Run::act(const std::string& what, const std::function<void()>& action) {
     mayFall_ = false;
 }
 
+void Run::announce(const Box& box) {
+    note("  box: " + box.text.substr(0, box.text.find('\r')) +
+         (box.sleeps ? "; the machine goes to sleep" : "") +
+         (box.dies ? "; the program dies" : ""));
+    questionsInRun_ += box.text.starts_with("Monitoring has been started") ? 1 : 0;
+    counts_.pausedAsking += box.sleeps ? 1 : 0;
+    ++counts_.boxes;
+    machine_.desktop.expect(
+        {box.text, box.buttons, box.icon, box.answer, [this, sleeps = box.sleeps, dies = box.dies] {
+             if (sleeps) {
+                 window().Pause.raise();
+             }
+             if (dies) {
+                 filesAtDeath_ = machine_.files;
+                 balloonsAtDeath_ = machine_.notificationArea.requests.size();
+                 machine_.desktop.answerAny = [](const MsgBoxRequest&) { return MsgBoxAnswer::Ok; };
+             }
+         }});
+}
+
+/// Nothing in here can end the program within a call: what it has done since is undone instead.
+void Run::goBackToDeath() {
+    machine_.desktop.answerAny = nullptr;
+    machine_.notificationArea.requests.resize(balloonsAtDeath_);
+    machine_.files.goBackTo(*filesAtDeath_);
+    filesAtDeath_.reset();
+    machine_.desktop.verify();
+    if (!unexpected_.empty()) {
+        violated(unexpected_);
+    }
+    expectBalloons();
+}
+
 void Run::expectSame() {
     expectBalloons();
     expectBackups();
-    demand(machine_.files.exists(journalPath) == expected_.journalIsThere(),
+    expectAside();
+    demand(machine_.files.exists(journalPath) == expected_.journal.isThere(),
            "the journal is there");
     if (!expected_.running) {
         demand(!world_ || machine_.desktop.realisedForms().empty(), "the program has ended");
@@ -115,9 +156,11 @@ void Run::expectShown(const Amount& total) {
     demand(timeOf(window.txtDurationTotal.text()) == total.time, "time shown");
 }
 
-/// Totals fall by a reset alone, as long as no second connection displaces the one that counted.
+/// Totals fall by a reset or a journal that comes late alone, as long as no second connection
+/// displaces the one that counted.
 void Run::expectNoFall(const Amount& total) {
-    const bool reset = std::exchange(lastResets_, expected_.resets) != expected_.resets;
+    const int sums = expected_.resets + expected_.broughtBackLate;
+    const bool reset = std::exchange(lastResets_, sums) != sums;
     if (!reset && !mayFall_ &&
         (total.rcvd < lastTotal_.rcvd || total.sent < lastTotal_.sent ||
          total.time < lastTotal_.time)) {
@@ -135,10 +178,20 @@ void Run::expectBalloons() {
     }
     machine_.notificationArea.requests.clear();
     if (shown != expected_.balloons) {
-        violated("other balloons than expected:" + (shown.empty() ? "" : " " + shown.front()));
+        std::string text = "other balloons than expected:";
+        for (const std::string& one : shown) {
+            text += "\n  shown: " + one;
+        }
+        for (const std::string& one : expected_.balloons) {
+            text += "\n  expected: " + one;
+        }
+        violated(text);
     }
     for (const std::string& text : shown) {
-        if (text == Expected::doubt || text == Expected::broughtBack) {
+        counts_.outOfReach +=
+            text == Expected::outOfReach || text == Expected::heldByAnother ? 1 : 0;
+        counts_.unwritten += text == Expected::unwritten ? 1 : 0;
+        if (std::find(beginnings.begin(), beginnings.end(), text) != beginnings.end()) {
             continue;
         }
         const std::string overall = text.substr(text.find('\r'));
@@ -165,6 +218,22 @@ void Run::expectBackups() {
         ++counts_.backups;
         expectFile();
     }
+}
+
+/// A journal that is given up is there to the byte, under another name.
+void Run::expectAside() {
+    if (std::exchange(asideSeen_, expected_.journalsPutAside) == expected_.journalsPutAside) {
+        return;
+    }
+    for (const std::string& name : machine_.files.namesIn(folder)) {
+        const std::string path = std::string(folder) + "\\" + name;
+        if (path != journalPath && name.ends_with(".journal")) {
+            demand(machine_.files.file(path) == journalBefore_, "what was put aside is as it was");
+            machine_.files.remove(path);
+            return;
+        }
+    }
+    violated("a journal was to be put aside");
 }
 
 void Run::expectFile() {

@@ -11,13 +11,15 @@ struct Kind {
     const char* entry;
     bool wide;
     bool framed;
+    bool marked; ///< where the service marks any
 };
 
-constexpr std::array<Kind, 4> kinds{{{"Harbour", false, true},
-                                     {"Quay", false, false},
-                                     {"Ridge", true, false},
-                                     {"Tower", true, true}}};
+constexpr std::array<Kind, 4> kinds{{{"Harbour", false, true, true},
+                                     {"Quay", false, false, false},
+                                     {"Ridge", true, false, false},
+                                     {"Tower", true, true, true}}};
 constexpr std::int64_t bytesInFrame = 700;
+constexpr std::uint32_t droppedLine = 668;
 
 std::uint32_t counter(std::int64_t figure) {
     return static_cast<std::uint32_t>(static_cast<std::uint64_t>(figure));
@@ -62,6 +64,7 @@ Session Line::made(const std::string& entry, std::uint32_t handle) {
                                    [&](const Kind& one) { return entry == one.entry; });
     result.wide = kind->wide;
     result.framed = kind->framed;
+    result.marked = marks && kind->marked;
     return result;
 }
 
@@ -129,6 +132,13 @@ void Line::redial(Session& session, bool sameHandle) {
     session = next;
 }
 
+int Line::markOf(std::uint32_t handle) const {
+    const auto found = std::find_if(up.begin(), up.end(), [&](const Session& one) {
+        return one.handle == handle && one.marked && one.connected;
+    });
+    return found == up.end() ? 0 : found->id;
+}
+
 void Line::clear(Session& session) {
     session.cleared = session.carried;
     session.cleared.time = 0;
@@ -137,12 +147,18 @@ void Line::clear(Session& session) {
 
 void Line::publish(ScriptedConnections& service) const {
     service.connections.clear();
+    service.marks.clear();
     for (const Session& one : up) {
         ScriptedConnections::Connection listed;
         listed.handle = one.handle;
         listed.entryName = one.entry;
         listed.state = one.connected ? ras::connected : 8193;
         listed.statistics = one.counters();
+        listed.statusFailure = one.fails == Session::Fails::Status ? droppedLine : 0;
+        listed.statisticsFailure = one.fails == Session::Fails::Statistics ? droppedLine : 0;
+        if (const int mark = markOf(one.handle)) {
+            service.marks[one.handle] = std::to_string(mark);
+        }
         const auto carrier = std::find_if(
             up.begin(), up.end(), [&](const Session& other) { return other.id == one.inside; });
         listed.carrier = carrier == up.end() ? 0 : carrier->handle;

@@ -37,7 +37,12 @@ struct Session {
     Amount cleared;        ///< of it, what the service has forgotten
     int clears = 0;
     bool hungUp = false;
-    int inside = 0; ///< the session that carries it, 0 for none
+    int inside = 0;      ///< the session that carries it, 0 for none
+    bool marked = false; ///< its service knows it from every other one
+
+    /// What the service cannot read of it now.
+    enum class Fails { Nothing, Status, Statistics };
+    Fails fails = Fails::Nothing;
 
     /// What the service tells as counters.
     RAS_STATS counters() const;
@@ -49,7 +54,8 @@ public:
     explicit Line(Chance& chance) : chance_(chance) {}
 
     std::vector<Session> up;
-    int sessions = 0; ///< ever begun
+    int sessions = 0;   ///< ever begun
+    bool marks = false; ///< the service knows sessions of some entries from every other one
 
     /// An entry that is not up; empty when all are.
     std::string freeEntry();
@@ -68,6 +74,9 @@ public:
     void follow(Session& session, const std::string& entry) { session = made(entry, newHandle()); }
     /// The service was started again: the same session under another handle.
     void renumber(Session& session) { session.handle = newHandle(); }
+    /// What the service knows the session under that handle by, as long as it is up; 0 for
+    /// nothing.
+    int markOf(std::uint32_t handle) const;
     /// Another program clears the counters.
     static void clear(Session& session);
 

@@ -38,12 +38,18 @@ std::string Records::parse(const std::string& text) {
             return "what is the line \"" + line + "\"?";
         }
     }
+    // Each record is looked up there.
+    settings_.clear();
+    for (const std::string& line : sections_["Settings"]) {
+        const std::size_t equals = line.find('=');
+        settings_.try_emplace(line.substr(0, equals), line.substr(equals + 1));
+    }
     return {};
 }
 
 std::string Records::setting(const std::string& key) const {
-    const auto found = sections_.find("Settings");
-    return found == sections_.end() ? std::string() : valueOf(found->second, key);
+    const auto found = settings_.find(key);
+    return found == settings_.end() ? std::string() : found->second;
 }
 
 /// The first record not seen before: its figures, unless another of the same second took its place.

@@ -2,8 +2,8 @@
 
 #include "soak/Line.h"
 
-#include <map>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace tarvik::soak {
@@ -25,7 +25,8 @@ private:
                      bool replaced);
     std::string compare(std::size_t number, const Amount& expected);
 
-    std::map<std::string, Section> sections_;
+    std::unordered_map<std::string, Section> sections_;
+    std::unordered_map<std::string, std::string> settings_;
     std::vector<std::pair<std::string, Section>> seen_;
 };
 

@@ -97,6 +97,14 @@ bool anyFell(const Session& before, const Session& now) {
            fell(last.dwBytesXmited, next.dwBytesXmited);
 }
 
+bool sameReading(const Session& before, const Session& now) {
+    const RAS_STATS last = before.counters();
+    const RAS_STATS next = now.counters();
+    return last.dwBytesRcved == next.dwBytesRcved && last.dwBytesXmited == next.dwBytesXmited &&
+           last.dwFramesRcved == next.dwFramesRcved && last.dwFramesXmited == next.dwFramesXmited &&
+           last.dwConnectDuration == next.dwConnectDuration;
+}
+
 bool isListed(const std::vector<Session>& listed, std::uint32_t handle) {
     return std::any_of(listed.begin(), listed.end(),
                        [&](const Session& one) { return one.handle == handle; });
@@ -105,10 +113,12 @@ bool isListed(const std::vector<Session>& listed, std::uint32_t handle) {
 } // namespace
 
 void ReferenceTally::begin(Amount totals) {
-    const bool as = renumbers;
-    *this = ReferenceTally();
-    renumbers = as;
-    finished = totals;
+    ReferenceTally begun;
+    begun.renumbers = renumbers;
+    begun.now = now;
+    begun.knownByMark = knownByMark;
+    begun.finished = totals;
+    *this = begun;
 }
 
 const ReferenceTally::Known* ReferenceTally::known(std::uint32_t handle) const {
@@ -117,22 +127,39 @@ const ReferenceTally::Known* ReferenceTally::known(std::uint32_t handle) const {
 }
 
 void ReferenceTally::goOn(const Kept& before) {
+    const auto hungUp = hungUp_;
+    const std::uint32_t dialled = dialled_;
     begin(before.all);
     former_ = before.sessions;
-    formerMoment_ = before.moment;
+    hungUp_ = hungUp;
+    dialled_ = dialled;
 }
 
-ReferenceTally::Kept ReferenceTally::kept(std::int64_t moment) const {
-    Kept result{
-        .all = total(), .sessions = former_, .moment = former_.empty() ? moment : formerMoment_};
+ReferenceTally::Kept ReferenceTally::kept(const Line& line, bool asking) const {
+    Kept result{.all = asking ? finished : total(), .sessions = former_};
+    std::map<int, std::uint32_t> handles;
     for (const auto& [handle, one] : known_) {
+        handles[one.place] = handle;
+    }
+    for (const auto& [place, handle] : handles) {
+        const Known& one = known_.at(handle);
+        if (handle == countedHandle_ && asking) {
+            continue;
+        }
         if (handle != countedHandle_ && !one.inTotals) {
             result.all = result.all + one.counted;
         }
-        result.sessions.push_back(one);
-        result.sessions.back().resumed = result.sessions.back().inTotals = false;
+        Known& kept = result.sessions.emplace_back(one);
+        kept.resumed = kept.inTotals = kept.renumbered = false;
+        kept.mark = hungUp_.contains(handle) ? 0 : line.markOf(handle);
     }
     return result;
+}
+
+bool ReferenceTally::mayBeRenumbered(const Session& session) const {
+    return known(session.handle) == nullptr &&
+           std::any_of(known_.begin(), known_.end(),
+                       [&](const auto& each) { return each.second.last.entry == session.entry; });
 }
 
 bool ReferenceTally::isResumed(std::uint32_t handle) const {
@@ -152,10 +179,20 @@ void ReferenceTally::endTick() {
     }
 }
 
+/// Where the service had a word for it, that decides.
+ReferenceTally::Match ReferenceTally::match(const Known& former, const Session& session,
+                                            bool isRead) const {
+    if (former.mark == 0 || former.last.entry != session.entry) {
+        return isRead ? matchByReading(former, session) : Match::No;
+    }
+    const bool same = session.marked && session.connected && session.id == former.mark;
+    return same ? Match::Yes : Match::No;
+}
+
 /// Begun at the same moment, as far as a clock of seconds tells, and no counter has fallen. What
 /// lies at the edge nobody defines.
-ReferenceTally::Match ReferenceTally::match(const Known& former, const Session& session,
-                                            std::int64_t clock) const {
+ReferenceTally::Match ReferenceTally::matchByReading(const Known& former,
+                                                     const Session& session) const {
     const RAS_STATS last = former.last.counters();
     const RAS_STATS next = session.counters();
     if (!session.connected || former.last.entry != session.entry ||
@@ -168,32 +205,56 @@ ReferenceTally::Match ReferenceTally::match(const Known& former, const Session& 
     }
     const std::int64_t lived =
         std::int64_t{next.dwConnectDuration} - std::int64_t{last.dwConnectDuration};
-    const std::int64_t apart = std::abs(lived - (clock - formerMoment_) * 1'000);
+    const std::int64_t apart = std::abs(lived - (now - former.readAt) * 1'000);
     if (apart > 2'000 && apart < 4'000) {
         return Match::Close;
     }
     return apart <= 2'000 ? Match::Yes : Match::No;
 }
 
-void ReferenceTally::resume(const Session& session, std::int64_t clock) {
+/// It may be one of them.
+void ReferenceTally::resume(const Session& session, bool isRead) {
     const auto former = std::find_if(former_.begin(), former_.end(), [&](const Known& one) {
-        return match(one, session, clock) == Match::Yes;
+        return match(one, session, isRead) == Match::Yes;
     });
-    if (former != former_.end()) {
-        Known& now = known_[session.handle] = *former;
-        now.last.handle = session.handle;
-        now.resumed = now.inTotals = true;
-        former_.erase(former);
+    if (former == former_.end()) {
+        return;
+    }
+    Known& found = known_[session.handle] = *former;
+    found.last.handle = session.handle;
+    found.resumed = found.inTotals = true;
+    found.place = ++places_;
+    knownByMark += former->mark != 0 ? 1 : 0;
+    former_.erase(former);
+}
+
+/// Read is what may be one of them: its state first, its counters only where it is connected.
+void ReferenceTally::lookForFormer(const Session& session) {
+    using Fails = Session::Fails;
+    if (std::none_of(former_.begin(), former_.end(),
+                     [&](const Known& one) { return one.last.entry == session.entry; })) {
+        return;
+    }
+    const auto fails = [&](Fails what) {
+        const bool once = failsOnce == what;
+        failsOnce = once ? Fails::Nothing : failsOnce;
+        return once || session.fails == what;
+    };
+    const bool failed = fails(Fails::Status) || (session.connected && fails(Fails::Statistics));
+    resume(session, !failed);
+    if (failed) {
+        unsure_.insert(session.handle);
     }
 }
 
-void ReferenceTally::seeNothing(std::int64_t clock) {
-    beginTick({}, clock);
+void ReferenceTally::seeNothing() {
+    beginTick({});
     fold();
 }
 
 /// What counted of the session that stood there goes into the totals.
 void ReferenceTally::over(std::uint32_t handle) {
+    sessionOver = true;
     if (handle == countedHandle_) {
         fold();
     } else if (!known_.at(handle).inTotals) {
@@ -210,7 +271,7 @@ bool ReferenceTally::mayFollow(const Known& before, const Session& session,
            known(session.handle) == nullptr;
 }
 
-void ReferenceTally::beginTick(const std::vector<Session>& listed, std::int64_t clock) {
+void ReferenceTally::beginTick(const std::vector<Session>& listed) {
     declining_ = false;
     std::map<std::uint32_t, Known> next;
     for (const auto& [handle, one] : known_) {
@@ -227,15 +288,15 @@ void ReferenceTally::beginTick(const std::vector<Session>& listed, std::int64_t 
             countedHandle_ = countedHandle_ == handle ? follower->handle : countedHandle_;
         } else {
             over(handle);
-            sessionOver = true;
             countedHandle_ = countedHandle_ == handle ? 0 : countedHandle_;
         }
     }
     known_ = next;
     hungUp_.clear();
+    unsure_.clear();
     for (const Session& one : listed) {
         if (one.handle != dialled_ && known(one.handle) == nullptr) {
-            resume(one, clock);
+            lookForFormer(one);
         }
     }
     dialled_ = isListed(listed, dialled_) ? 0 : dialled_;
@@ -262,25 +323,38 @@ Amount ReferenceTally::gain(const Session& before, const Session& now) {
 }
 
 void ReferenceTally::note(const Session& session, const std::vector<Session>& listed) {
+    if (unsure_.erase(session.handle) > 0) {
+        resume(session, true);
+    }
+    // What counted of sessions that go on counts with them again, as soon as one of all is read.
+    for (auto& [handle, one] : known_) {
+        finished = one.inTotals ? finished - one.counted : finished;
+        one.inTotals = false;
+    }
     const Known* before = known(session.handle);
+    const int place = before != nullptr ? before->place : ++places_;
     if (before != nullptr && before->last.id != session.id) {
         over(session.handle);
         before = nullptr;
     }
     const bool within = std::any_of(listed.begin(), listed.end(),
                                     [&](const Session& one) { return one.id == session.inside; });
-    Known now{.last = session, .figures = firstReading(session), .offset = {}, .counted = {}};
+    Known next{.last = session,
+               .figures = firstReading(session),
+               .offset = {},
+               .counted = {},
+               .readAt = now,
+               .place = place};
     if (before != nullptr) {
-        // What counted of it counts with it again.
-        finished = before->inTotals ? finished - before->counted : finished;
-        now.resumed = before->resumed;
-        now.figures = session.wide ? now.figures : before->figures + gain(before->last, session);
-        now.offset = before->offset;
+        next.resumed = before->resumed;
+        next.figures = session.wide ? next.figures : before->figures + gain(before->last, session);
+        next.offset = before->offset;
+        next.readAt = sameReading(before->last, session) ? before->readAt : now;
     }
     // What a line carries within another counts there.
-    now.offset = within || (declining_ && !now.resumed) ? now.figures : now.offset;
-    now.counted = now.figures - now.offset;
-    known_[session.handle] = now;
+    next.offset = within || (declining_ && !next.resumed) ? next.figures : next.offset;
+    next.counted = next.figures - next.offset;
+    known_[session.handle] = next;
 }
 
 void ReferenceTally::read(const Session& session, const std::vector<Session>& listed) {
@@ -297,6 +371,11 @@ void ReferenceTally::fold() {
     if (const auto counted = known_.find(countedHandle_); counted != known_.end()) {
         counted->second.offset = counted->second.counted = {};
     }
+}
+
+void ReferenceTally::foldAt(const Session& notConnected) {
+    sessionOver = sessionOver || (notConnected.handle == countedHandle_ && current != offset);
+    fold();
 }
 
 void ReferenceTally::reset() {
@@ -335,14 +414,13 @@ bool ReferenceTally::isTold(const Known& before, const Session& now, bool renumb
     return now.wide || (gainIsTold(before.last, now) && !(renumbered && anyFell(before.last, now)));
 }
 
-bool ReferenceTally::tellable(const Session& session, const std::vector<Session>& listed,
-                              std::int64_t clock) const {
+bool ReferenceTally::tellable(const Session& session, const std::vector<Session>& listed) const {
     if (const Known* const before = known(session.handle)) {
         return isTold(*before, session, before->renumbered);
     }
     const bool doubtful = session.handle != dialled_ &&
                           std::any_of(former_.begin(), former_.end(), [&](const Known& one) {
-                              const Match found = match(one, session, clock);
+                              const Match found = match(one, session, true);
                               return found == Match::Close ||
                                      (found == Match::Yes && (one.last.id != session.id ||
                                                               !gainIsTold(one.last, session)));

@@ -18,14 +18,27 @@ Counts& Counts::operator+=(const Counts& other) {
     backups += other.backups;
     crashes += other.crashes;
     doubtful += other.doubtful;
+    failedLooks += other.failedLooks;
+    joined += other.joined;
+    diedAsking += other.diedAsking;
+    pausedAsking += other.pausedAsking;
+    outOfReach += other.outOfReach;
+    putAside += other.putAside;
+    unwritten += other.unwritten;
+    undeleted += other.undeleted;
+    knownByMark += other.knownByMark;
     return *this;
 }
 
-Run::Run(std::uint32_t seed, Crashes crashes) : seed_(seed), crashes_(crashes) {
+Run::Run(std::uint32_t seed, Crashes crashes)
+    : seed_(seed), crashes_(crashes), calendar_(seed % 2 != 0) {
     machine_.connections.entries = {
         {.name = "Harbour"}, {.name = "Quay"}, {.name = "Ridge"}, {.name = "Tower"}};
-    // Some services never give a connection another handle.
+    // Some services never give a connection another handle; some of them know a session from
+    // every other one.
     machine_.connections.renumbersConnections = seed % 3 != 0;
+    line_.marks = seed % 3 == 0;
+    machine_.connections.joinsRunning = true;
     expected_.tally.renumbers = machine_.connections.renumbersConnections;
     machine_.connections.errorTexts[668] = "The line was dropped.";
     machine_.desktop.fail = [this](const std::string& what) {
@@ -39,6 +52,8 @@ Counts Run::counts() const {
     result.sessions = line_.sessions;
     result.resets = expected_.resets;
     result.declined = expected_.declined;
+    result.putAside = expected_.journalsPutAside;
+    result.knownByMark = expected_.tally.knownByMark;
     return result;
 }
 
@@ -47,10 +62,14 @@ void Run::startProgram() {
         const bool run = chance_.onceIn(2);
         machine_.program.arguments = run ? "/r" : "";
         expected_.itIs(calendar_.now());
+        if (chance_.onceIn(6)) {
+            troubleJournal(chance_.onceIn(4) ? JournalTrouble::None : someTrouble());
+        }
         expected_.start(run);
         questionsInRun_ = 0;
         mayFall_ = true;
         lastBalloon_.clear();
+        journalBefore_ = machine_.files.file(journalPath);
         machine_.instances.endProgram();
         world_.emplace(machine_.platform);
         act("start", [] { Main(); });
@@ -68,27 +87,33 @@ void Run::crash() {
             machine_.files.cutPower();
         }
     });
+    if (powerCut) {
+        calendar_.boot();
+    }
     ++counts_.crashes;
     startProgram();
 }
 
 void Run::endSession() {
-    const Trouble trouble = chance_.onceIn(20) ? Trouble::Write : Trouble::None;
-    if (trouble != Trouble::None) {
-        machine_.files.replaceFailure = ErrorNumber::DiskFull;
-    }
+    Trouble trouble = chance_.onceIn(20) ? Trouble::Write : Trouble::None;
+    trouble = chance_.onceIn(8) ? Trouble::Delete : trouble;
+    troubleFiles(trouble);
     expected_.endSession(trouble);
     act("end of the user's session", [this] { window().unload(UnloadMode::AppWindows); });
-    machine_.files.replaceFailure.reset();
+    troubleFiles(Trouble::None);
     expectFile();
     world_.reset();
     startProgram();
 }
 
 void Run::quit() {
-    expected_.pressQuit(Trouble::None);
+    const Trouble trouble = chance_.onceIn(8) ? Trouble::Delete : Trouble::None;
+    troubleFiles(trouble);
+    expected_.pressQuit(trouble);
     act("quit", [this] { window().cmdQuit.press(); });
+    troubleFiles(Trouble::None);
     if (!expected_.running) {
+        counts_.undeleted += expected_.journal.isThere() ? 1 : 0;
         expectFile();
         world_.reset();
         startProgram();
@@ -153,6 +178,9 @@ void Run::openOptions() {
 }
 
 void Run::connect() {
+    if (!line_.up.empty() && chance_.onceIn(4)) {
+        return connectAgain();
+    }
     const std::string entry = line_.freeEntry();
     if (line_.up.size() > (chance_.onceIn(5) ? 1U : 0U)) {
         return;
@@ -162,15 +190,36 @@ void Run::connect() {
         machine_.connections.failNext("RasDialA", 668);
     }
     expected_.dialled(failure);
-    act("connect " + entry, [&] {
-        const auto& items = window().cboConnections.items();
-        const auto place = std::find(items.begin(), items.end(), entry);
-        window().cboConnections.setListIndex(static_cast<int>(place - items.begin()));
-        window().cmdConnect.press();
-    });
+    act("connect " + entry, [&] { pressConnect(entry); });
     if (failure == Failure::None) {
         expected_.tally.dialled(line_.up.back().handle);
     }
+}
+
+/// The line is listed already: what is up goes on, what is not yet begins anew.
+void Run::connectAgain() {
+    Session& one = line_.up[chance_.index(line_.up.size())];
+    if (expected_.tally.mayBeRenumbered(one)) {
+        return; // nobody could tell before the next tick that it is up
+    }
+    if (one.marked && !one.connected) {
+        return; // such a service gives every session a handle of its own
+    }
+    ++counts_.joined;
+    expected_.dialled(Failure::None);
+    expected_.tally.dialledAgain(one);
+    const bool wasUp = one.connected;
+    act("connect again " + nameOf(one), [&] { pressConnect(one.entry); });
+    if (!wasUp) {
+        line_.redial(one, true);
+    }
+}
+
+void Run::pressConnect(const std::string& entry) {
+    const auto& items = window().cboConnections.items();
+    const auto place = std::find(items.begin(), items.end(), entry);
+    window().cboConnections.setListIndex(static_cast<int>(place - items.begin()));
+    window().cmdConnect.press();
 }
 
 void Run::disconnect() {
@@ -261,6 +310,7 @@ void Run::ticksOfAMoment() {
             crash();
         }
     }
+    troubleJournal(chance_.onceIn(12) ? someTrouble() : JournalTrouble::None);
 }
 
 void Run::spendDay() {

@@ -27,6 +27,16 @@ struct Counts {
     int backups = 0;
     int crashes = 0;
     int doubtful = 0; ///< sessions that were ended since no reading could have told them
+    // What is rare, and must have happened all the same.
+    int failedLooks = 0; ///< ticks that failed before they had found the sessions of the run before
+    int joined = 0;      ///< dials of what was up
+    int diedAsking = 0;  ///< ends of the program at the question about a session
+    int pausedAsking = 0; ///< sleeps of the machine while it was open
+    int outOfReach = 0;   ///< starts that left the journal alone
+    int putAside = 0;     ///< journals that stood on another file
+    int unwritten = 0;    ///< runs that could not write it
+    int undeleted = 0;    ///< ends that left it there
+    int knownByMark = 0;  ///< sessions of a run before, by the service's word
 
     Counts& operator+=(const Counts& other);
 };
@@ -49,6 +59,8 @@ public:
     Counts counts() const;
 
 private:
+    static constexpr const char* journalPath = "C:\\Prog\\Tarvik.journal";
+
     // Whoever works on the machine.
     void userActs();
     void startProgram();
@@ -58,10 +70,18 @@ private:
     void restartSometimes();
     void openOptions();
     void connect();
+    void connectAgain();
+    void pressConnect(const std::string& entry);
     void disconnect();
     void requestReset();
     void closeWarning();
     void turnClock();
+
+    // The disk.
+    void troubleFiles(Trouble trouble);
+    void troubleJournal(JournalTrouble trouble);
+    JournalTrouble someTrouble();
+    bool journalFails(const std::string& operation) const;
 
     // The line.
     void lineActs();
@@ -74,16 +94,21 @@ private:
     void pass(std::int64_t seconds);
     void sleep(std::int64_t seconds);
     void tick();
+    Failure someFailure();
+    Failure someFailureBeforeTheLook();
     void ticksOfAMoment();
 
     // The invariants.
     void act(const std::string& what, const std::function<void()>& action);
+    void announce(const Box& box);
+    void goBackToDeath();
     void expectSame();
     void expectTotals();
     void expectShown(const Amount& total);
     void expectNoFall(const Amount& total);
     void expectBalloons();
     void expectBackups();
+    void expectAside();
     void expectFile();
     void demand(bool holds, const char* what);
     void note(const std::string& what);
@@ -100,7 +125,7 @@ private:
     std::optional<World> world_;
     Line line_{chance_};
     Calendar calendar_;
-    Expected expected_{chance_};
+    Expected expected_{chance_, line_};
     Records records_;
     Counts counts_;
     std::deque<std::string> events_;
@@ -110,6 +135,11 @@ private:
     bool mayFall_ = true;
     int questionsInRun_ = 0;
     std::size_t backupsSeen_ = 0;
+    std::string journalBefore_; ///< what it held before the program was started
+    int asideSeen_ = 0;
+    /// What lay on the disk when the program died at a box, and how many balloons had come.
+    std::optional<ScriptedFiles> filesAtDeath_;
+    std::size_t balloonsAtDeath_ = 0;
     std::string lastBalloon_;
 };
 

@@ -8,6 +8,7 @@
 
 #include "soak/Run.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
@@ -38,6 +39,13 @@ Counts spendShortLives(std::uint32_t seed, int lives) {
     return all;
 }
 
+/// Years in which something never happens tell nothing about it.
+bool metEverything(const Counts& all) {
+    return std::min({all.ticks, all.failedLooks, all.knownByMark, all.joined, all.pausedAsking,
+                     all.diedAsking, all.outOfReach, all.putAside, all.unwritten, all.undeleted}) >
+           0;
+}
+
 } // namespace
 
 int main(int count, char** arguments) {
@@ -61,5 +69,17 @@ int main(int count, char** arguments) {
                 all.days / daysInYear, all.days, all.ticks, all.sessions, all.declined,
                 all.doubtful, all.resets, all.backups, all.restarts, all.crashes, all.boxes,
                 all.balloons);
-    return all.ticks > 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+    std::printf("  %d failed looks for sessions of the run before, %d known by the service's word\n"
+                "  %d dials of what was up, %d sleeps and %d deaths at the question\n"
+                "  journals: %d out of reach, %d put aside, %d not written, %d not deleted\n",
+                all.failedLooks, all.knownByMark, all.joined, all.pausedAsking, all.diedAsking,
+                all.outOfReach, all.putAside, all.unwritten, all.undeleted);
+    if (only != 0 || years < 5) {
+        return EXIT_SUCCESS;
+    }
+    if (!metEverything(all)) {
+        std::printf("soak: something that this is made for never happened\n");
+        return EXIT_FAILURE;
+    }
+    return EXIT_SUCCESS;
 }

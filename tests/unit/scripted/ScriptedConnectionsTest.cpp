@@ -159,6 +159,21 @@ TEST_F(ScriptedConnectionsTest, TheStateOfAConnectionIsTold) {
     EXPECT_EQ(line.RasGetConnectStatusA(1, &status), 632U);
 }
 
+TEST_F(ScriptedConnectionsTest, AConnectionThatCannotBeReadFailsEachTime) {
+    line.connect("Harbour");
+    line.connections[0].statusFailure = 668;
+    line.connections[0].statisticsFailure = 619;
+    RASCONNSTATUSA status{};
+    status.dwSize = RASCONNSTATUSA::size;
+    RAS_STATS statistics{};
+    statistics.dwSize = RAS_STATS::size;
+
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(line.RasGetConnectStatusA(1, &status), 668U);
+        EXPECT_EQ(line.RasGetConnectionStatistics(1, &statistics), 619U);
+    }
+}
+
 TEST_F(ScriptedConnectionsTest, TransferAddsToTheCountersWhichWrap) {
     line.connect("Harbour");
     line.transfer(1, 5000, 200, 3000);

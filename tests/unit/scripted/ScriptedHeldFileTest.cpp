@@ -19,6 +19,21 @@ TEST(ScriptedHeldFileTest, APowerCutTakesWhatWasNotFlushed) {
     EXPECT_EQ(files.file(heldPath), "xbcd");
 }
 
+TEST(ScriptedHeldFileTest, WhatWasDoneSinceIsUndoneAndWhoeverReadItReadsAgain) {
+    ScriptedFiles files;
+    files.setFile("C:\\Prog\\a", "before");
+    const ScriptedFiles then = files;
+    files.setFile("C:\\Prog\\a", "behind");
+    files.setFile("C:\\Prog\\b", "new");
+    const auto read = files.stamp("C:\\Prog\\a");
+
+    files.goBackTo(then);
+
+    EXPECT_EQ(files.file("C:\\Prog\\a"), "before");
+    EXPECT_FALSE(files.exists("C:\\Prog\\b"));
+    EXPECT_NE(files.stamp("C:\\Prog\\a"), read);
+}
+
 TEST(ScriptedHeldFileTest, AFailureStrikesEverythingUntilItIsOver) {
     ScriptedFiles files;
     const Holding held = files.holdOrMake(heldPath, 4, {});

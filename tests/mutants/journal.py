@@ -1,0 +1,115 @@
+"""Ways to break what keeps the count over a kill and a power cut. Each stands for a mistake that somebody
+might make; the unit tests of the journal or the years of days must notice every one."""
+
+from typing import NamedTuple
+
+
+class Break(NamedTuple):
+    name: str
+    file: str
+    text: str  # once in that file
+    instead: str
+
+
+JOURNAL = "src/journal/Journal.cpp"
+ENTRY = "src/journal/JournalEntry.cpp"
+RULES = "src/settings/mdlSettingsJournal.cpp"
+SESSIONS = "src/monitor/mdlSessions.cpp"
+MONITOR = "src/monitor/mdlCodeMonitor.cpp"
+
+BREAKS = [
+    Break("the last entry that is on the disk is written over", JOURNAL,
+          "while (next == lastPlace_ || next == flushedPlace_)",
+          "while (next == lastPlace_)"),
+    Break("nothing is flushed", JOURNAL,
+          "if (file_->flush()) {",
+          "if (file_ == nullptr) {"),
+    Break("what a start finds is not flushed", JOURNAL,
+          "if (!file_->flush()) {",
+          "if (file_ != nullptr) {"),
+    Break("the oldest entry counts", JOURNAL,
+          "found.number > number_)",
+          "found.number < number_)"),
+    Break("a file that cannot be made is tried again with every look", JOURNAL,
+          "notMadeBefore_ = file_ ? 0 : now + pause_;",
+          "notMadeBefore_ = 0;"),
+    Break("a file that another program has made is fought for", JOURNAL,
+          "        leave();\n        return true;\n    }\n    file_ = std::move(held.file);",
+          "    }\n    file_ = std::move(held.file);"),
+    Break("a write that failed is taken for written", JOURNAL,
+          "    if (failure) {\n        return false;\n    }\n    ++number_;",
+          "    ++number_;"),
+    Break("a journal that cannot be read is kept all the same", JOURNAL,
+          "             finding.kind == JournalFinding::Kind::Damaged;\n",
+          "             finding.kind == JournalFinding::Kind::Damaged ||\n"
+          "             finding.kind == JournalFinding::Kind::Unread;\n"),
+    Break("a file that cannot be deleted is taken for deleted", JOURNAL,
+          "    if (file_ && file_->remove()) {\n        return false;\n    }\n",
+          "    if (file_) {\n        (void)file_->remove();\n    }\n"),
+    Break("the sum of an entry is not looked at", ENTRY,
+          "!= sumOf(summed)) {",
+          "!= sumOf(summed) && summed.empty()) {"),
+    Break("the session of an open question goes on after a kill", RULES,
+          "    return (s.QuestionOpen || (s.FirstOnlineUpdate && !s.DialInStarted)) && !one.resumed &&",
+          "    return s.FirstOnlineUpdate && !s.DialInStarted && !one.resumed &&"),
+    Break("what the program has hung up goes on after a kill", RULES,
+          "if (one.hungUp || awaitsQuestion(one)) {",
+          "if (awaitsQuestion(one)) {"),
+    Break("what a session had counted before the kill is kept twice", RULES,
+          "if (one.connection.hrasconn != s.CountedConnection && !one.inTotals) {",
+          "if (one.connection.hrasconn != s.CountedConnection) {"),
+    Break("the sessions that are awaited are not kept", RULES,
+          "std::vector<FormerSession> result = s.FormerSessions;",
+          "std::vector<FormerSession> result;"),
+    Break("what the service knows a session by is not kept", RULES,
+          "        kept.mark = platform().connections.sessionMark(one.connection.hrasconn);\n",
+          ""),
+    Break("a journal of another file is gone on from", RULES,
+          "if (entry.standsOn != file && !reset && !wasSavedMeanwhile(entry, file)) {",
+          "if (entry.standsOn.exists != file.exists && !reset && !wasSavedMeanwhile(entry, file)) {"),
+    Break("a save that the journal could not note makes it another's", RULES,
+          "    return ownSave && totalsOfFile() == entry.totals;",
+          "    return ownSave && totalsOfFile() == entry.totals && entry.ended;"),
+    Break("after an end in order the settings are the journal's", RULES,
+          "    if (!entry.ended) {\n        applySettings(entry);\n    }",
+          "    applySettings(entry);"),
+    Break("after a kill the settings are the file's", RULES,
+          "    if (!entry.ended) {\n        applySettings(entry);\n    }\n",
+          "    if (entry.ended) {\n        applySettings(entry);\n    }\n"),
+    Break("the journal goes at the end although the file says something else", RULES,
+          "    if (Saved && (!entry || totalsOfFile() == entry->totals) && j.end()) {",
+          "    if (Saved && j.end()) {"),
+    Break("sessions go on after an end in order", RULES,
+          "            entry->sessions.clear(); // a line that is up is asked about, as after any end in order\n",
+          ""),
+    Break("a journal that cannot be written is told of each time", RULES,
+          "if (!std::exchange(journal().failureTold, true)) {",
+          "if (journal().inUse()) {"),
+    Break("the sleep of the machine is not noted", "src/wiring/frmMainEvents.cpp",
+          'guarded("Form_Pause", [] { KeepJournal(KeepWhen::AtOnce); });',
+          'guarded("Form_Pause", [] { KeepJournal(KeepWhen::Due); });'),
+    Break("the end of a session waits for its turn", MONITOR,
+          "KeepJournal(over ? KeepWhen::AtOnce : KeepWhen::Due);",
+          "KeepJournal(over ? KeepWhen::Due : KeepWhen::Due);"),
+    Break("a tick that fails gives the awaited sessions up", SESSIONS,
+          "    if (!Complete) {\n        return;\n    }\n",
+          "    (void)Complete;\n"),
+    Break("the clock that nobody sets is not asked", SESSIONS,
+          "    return std::abs(lived - away) <= inexact || std::abs(lived - steadyAway) <= inexact;",
+          "    return std::abs(lived - away) <= inexact || std::abs(steadyAway) < 0;"),
+    Break("a counter that has fallen is overlooked", SESSIONS,
+          "    return beganAtTheSameMoment(before, now) && now.dwBytesRcved >= before.last.dwBytesRcved &&",
+          "    return beganAtTheSameMoment(before, now) &&"),
+    Break("what counted before the kill is not taken out of the totals", SESSIONS,
+          "session.resumed = session.inTotals = true;",
+          "session.resumed = true;"),
+    Break("the service's word is not asked for", SESSIONS,
+          "        return connections.resume(connection.hrasconn, former.mark);\n",
+          "        return sameEntry(before, connection);\n"),
+    Break("a dial of a line that is up, before the first tick after a kill, makes it another's", SESSIONS,
+          "if (state().FormerSessions.empty() || InitRas(0, count) != ras::success) {",
+          "if (!state().FormerSessions.empty() || InitRas(0, count) != ras::success) {"),
+    Break("the line that was dialled is asked about behind one that goes on", MONITOR,
+          "s.DialInStarted = s.DialInStarted && s.FirstOnlineUpdate && IsResumed(connection.hrasconn);",
+          "s.DialInStarted = false;"),
+]
