@@ -52,18 +52,26 @@ std::string Records::setting(const std::string& key) const {
     return found == settings_.end() ? std::string() : found->second;
 }
 
-/// The first record not seen before: its figures, unless another of the same second took its place.
+/// A record not seen before: its figures, unless another of the same second took its place.
 std::string Records::take(const std::string& name, const Section& lines, const Amount& expected,
                           bool replaced) {
-    for (auto& [earlier, its] : seen_) {
-        its = earlier == name ? lines : its;
-    }
     seen_.emplace_back(name, lines);
     const bool holds = valueOf(lines, "Rcvd") == std::to_string(expected.rcvd) &&
                        valueOf(lines, "Sent") == std::to_string(expected.sent) &&
                        valueOf(lines, "Duration") == std::to_string(expected.time);
     return holds || replaced ? std::string()
                              : "the record [" + name + "] is not " + expected.text();
+}
+
+/// A record of the same second takes an earlier one's place, also where the clock was set back
+/// between them.
+void Records::replaceEarlier(std::size_t count) {
+    for (std::size_t number = seen_.size() + 1; number <= count; ++number) {
+        const std::string name = setting("DateStamp" + std::to_string(number));
+        for (auto& [earlier, its] : seen_) {
+            its = earlier == name ? sections_[name] : its;
+        }
+    }
 }
 
 std::string Records::compare(std::size_t number, const Amount& expected) {
@@ -89,6 +97,7 @@ std::string Records::check(const std::string& text, const std::vector<Amount>& e
     if (count != (expected.empty() ? std::string() : std::to_string(expected.size()))) {
         return "there are \"" + count + "\" records instead of " + std::to_string(expected.size());
     }
+    replaceEarlier(expected.size());
     for (std::size_t i = 0; i < expected.size(); ++i) {
         if (std::string problem = compare(i + 1, expected[i]); !problem.empty()) {
             return problem;

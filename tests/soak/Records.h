@@ -23,6 +23,7 @@ private:
     std::string setting(const std::string& key) const;
     std::string take(const std::string& name, const Section& lines, const Amount& expected,
                      bool replaced);
+    void replaceEarlier(std::size_t count);
     std::string compare(std::size_t number, const Amount& expected);
 
     std::unordered_map<std::string, Section> sections_;
