@@ -23,6 +23,7 @@ Counts& Counts::operator+=(const Counts& other) {
     diedAsking += other.diedAsking;
     pausedAsking += other.pausedAsking;
     outOfReach += other.outOfReach;
+    late += other.late;
     putAside += other.putAside;
     unwritten += other.unwritten;
     undeleted += other.undeleted;
@@ -52,6 +53,7 @@ Counts Run::counts() const {
     result.sessions = line_.sessions;
     result.resets = expected_.resets;
     result.declined = expected_.declined;
+    result.late = expected_.broughtBackLate;
     result.putAside = expected_.journalsPutAside;
     result.knownByMark = expected_.tally.knownByMark;
     return result;

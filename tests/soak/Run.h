@@ -33,6 +33,7 @@ struct Counts {
     int diedAsking = 0;  ///< ends of the program at the question about a session
     int pausedAsking = 0; ///< sleeps of the machine while it was open
     int outOfReach = 0;   ///< starts that left the journal alone
+    int late = 0;         ///< journals that came into reach in time
     int putAside = 0;     ///< journals that stood on another file
     int unwritten = 0;    ///< runs that could not write it
     int undeleted = 0;    ///< ends that left it there

@@ -42,8 +42,8 @@ Counts spendShortLives(std::uint32_t seed, int lives) {
 /// Years in which something never happens tell nothing about it.
 bool metEverything(const Counts& all) {
     return std::min({all.ticks, all.failedLooks, all.knownByMark, all.joined, all.pausedAsking,
-                     all.diedAsking, all.outOfReach, all.putAside, all.unwritten, all.undeleted}) >
-           0;
+                     all.diedAsking, all.outOfReach, all.late, all.putAside, all.unwritten,
+                     all.undeleted}) > 0;
 }
 
 } // namespace
@@ -71,9 +71,10 @@ int main(int count, char** arguments) {
                 all.balloons);
     std::printf("  %d failed looks for sessions of the run before, %d known by the service's word\n"
                 "  %d dials of what was up, %d sleeps and %d deaths at the question\n"
-                "  journals: %d out of reach, %d put aside, %d not written, %d not deleted\n",
+                "  journals: %d out of reach, %d of them in time, %d put aside, %d not written, %d "
+                "not deleted\n",
                 all.failedLooks, all.knownByMark, all.joined, all.pausedAsking, all.diedAsking,
-                all.outOfReach, all.putAside, all.unwritten, all.undeleted);
+                all.outOfReach, all.late, all.putAside, all.unwritten, all.undeleted);
     if (only != 0 || years < 5) {
         return EXIT_SUCCESS;
     }
