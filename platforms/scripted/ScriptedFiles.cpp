@@ -353,9 +353,6 @@ void ScriptedFiles::goBackTo(const ScriptedFiles& then) {
     nodes_ = then.nodes_;
     deleted_ = then.deleted_;
     deletedWasPrivate_ = then.deletedWasPrivate_;
-    for (auto& [path, node] : nodes_) {
-        node.version = ++version_; // whoever remembers what was read meanwhile reads again
-    }
 }
 
 void ScriptedFiles::cutPower(std::size_t kept) {

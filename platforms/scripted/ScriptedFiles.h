@@ -69,7 +69,8 @@ public:
     /// bytes of it, from its beginning, reached the disk all the same.
     void cutPower(std::size_t kept = 0);
 
-    /// What lies there is what lay there then, as if nobody had done anything since.
+    /// What lies there is what lay there then, as if nobody had done anything since. Stamps are not
+    /// given a second time.
     void goBackTo(const ScriptedFiles& then);
 
     int writesInPlace = 0;

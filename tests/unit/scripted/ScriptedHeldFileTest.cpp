@@ -19,7 +19,7 @@ TEST(ScriptedHeldFileTest, APowerCutTakesWhatWasNotFlushed) {
     EXPECT_EQ(files.file(heldPath), "xbcd");
 }
 
-TEST(ScriptedHeldFileTest, WhatWasDoneSinceIsUndoneAndWhoeverReadItReadsAgain) {
+TEST(ScriptedHeldFileTest, WhatWasDoneSinceIsUndoneAndNoStampIsGivenTwice) {
     ScriptedFiles files;
     files.setFile("C:\\Prog\\a", "before");
     const ScriptedFiles then = files;
@@ -31,6 +31,7 @@ TEST(ScriptedHeldFileTest, WhatWasDoneSinceIsUndoneAndWhoeverReadItReadsAgain) {
 
     EXPECT_EQ(files.file("C:\\Prog\\a"), "before");
     EXPECT_FALSE(files.exists("C:\\Prog\\b"));
+    files.setFile("C:\\Prog\\a", "beyond");
     EXPECT_NE(files.stamp("C:\\Prog\\a"), read);
 }
 
