@@ -385,7 +385,7 @@ made_packages() {
     scripts/package.sh && /usr/bin/python3 -B -m unittest discover -s tests/outside/packages -t tests/outside
 }
 
-# The code is broken on purpose, in one place at a time; takes a quarter of an hour.
+# The code is broken on purpose, in one place at a time; takes some ten minutes.
 mutants() {
     needs "${packages_build[@]}" "${packages_library[@]}" git python3 || return $cannot_run
     /usr/bin/python3 -B scripts/mutants.py

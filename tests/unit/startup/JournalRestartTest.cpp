@@ -247,6 +247,22 @@ TEST_F(JournalRestartTest, eachSessionGoesOnFromItsOwnReading) {
     EXPECT_EQ(received(), 5851);
 }
 
+TEST_F(JournalRestartTest, aSessionThatTheProgramHasHungUpIsOverAlsoWhileTheLineLingers) {
+    count(5000);
+    const ScriptedConnections::Connection lingering = *machine.connections.connection(ridge);
+    frmMain().cmdDisconnect.press();
+    machine.connections.connections.push_back(lingering);
+    tickAfter(10);
+
+    newWorld();
+    expectAnotherInstanceQuestion();
+    expectSessionQuestion("5000", MsgBoxAnswer::No);
+    start("/r");
+    tick();
+
+    EXPECT_EQ(received(), 5000);
+}
+
 TEST_F(JournalRestartTest, aServiceThatKnowsItsSessionsIsBelieved) {
     setIni("[Settings]\r\n");
     start("/r");
