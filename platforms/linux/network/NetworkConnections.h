@@ -19,9 +19,9 @@ namespace tarvik {
 /// being made is not one yet.
 ///
 /// Without NetworkManager every operation answers that the service does not run (711); there are
-/// then no entries and no connections. Where it is there but has never answered, or so that it could
-/// be read, they answer that the time is over (638). Profiles that have not been read yet are no entries yet; to dial one by
-/// its name is then answered likewise.
+/// then no entries and no connections. Where it is there but has never answered, or so that it
+/// could be read, they answer that the time is over (638). Profiles that have not been read yet are
+/// no entries yet; to dial one by its name is then answered likewise.
 class NetworkConnections : public ConnectionProvider {
 public:
     static constexpr std::uint32_t notRunning = 711;
