@@ -171,6 +171,10 @@ bool ProfileEngine::readAnew(const std::string& file, const Version& stamp) {
     if (stamp && bytes.empty() && stamp->identity == filled_) {
         return false;
     }
+    if (stamp && bytes.size() > length_) { // it has grown since it was looked at
+        refused_[file] = *stamp;
+        return false;
+    }
     filled_ = stamp && !bytes.empty() ? stamp->identity : filled_;
     const ProfileForm form = formOf(bytes);
     bytes = textOf(std::move(bytes), form);

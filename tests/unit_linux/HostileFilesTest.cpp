@@ -380,14 +380,15 @@ TEST_F(OtherUserTest, AsSettingsAPlantedLinkHasNoKeysAndIsNotWrittenTo) {
     EXPECT_EQ(contentOf(victim), "[Settings]\nLastState=r\n");
 }
 
-TEST_F(OtherUserTest, ALinkOfTheOneWhoOwnsTheFolderIsFollowed) {
-    put(folder.path() + "/real.ini", "old");
-    plantLink(path, "real.ini");
+TEST_F(OtherUserTest, NorIsOneThatTheOwnerOfTheFolderPlanted) {
+    const std::string victim = folder.path() + "/victim";
+    put(victim, "precious");
+    plantLink(path, "victim");
     ASSERT_EQ(chown(folder.path().c_str(), user, static_cast<gid_t>(-1)), 0);
 
-    EXPECT_FALSE(files.replace(path, {"new"}));
+    EXPECT_EQ(files.replace(path, {"new"}), ErrorNumber::PermissionDenied);
 
-    EXPECT_EQ(contentOf(folder.path() + "/real.ini"), "new");
+    EXPECT_EQ(contentOf(victim), "precious");
 }
 
 TEST_F(OtherUserTest, ALinkThatTheAdministratorMadeIsFollowed) {

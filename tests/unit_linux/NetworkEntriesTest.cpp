@@ -35,5 +35,29 @@ TEST_F(NetworkEntriesTest, ProfilesReadSinceTheRoomWasToldDoNotMakeItTooSmall) {
     EXPECT_TRUE(soon([&] { return entries().size() == profiles; }));
 }
 
+TEST_F(NetworkEntriesTest, TenThousandProfilesAreAllListedAndKeepNoLineFromBeingCounted) {
+    constexpr std::uint32_t profiles = 10'000;
+    makeInterface("tun0", 7, 50, 60);
+    addVpn("office");
+    for (std::uint32_t i = 1; i < profiles; ++i) {
+        service.addProfile("p" + std::to_string(i), "gsm");
+    }
+
+    const auto found = lines();
+    EXPECT_EQ(code, 0U);
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(statisticsOf(found[0].hrasconn).dwBytesRcved, 50U);
+
+    EXPECT_TRUE(soon([&] {
+        RASENTRYNAMEA entry{};
+        entry.dwSize = 532;
+        std::uint32_t bytes = 532;
+        std::uint32_t count = 0;
+        connections.RasEnumEntriesA(nullptr, nullptr, &entry, &bytes, &count);
+        return bytes == profiles * 532;
+    }));
+    EXPECT_EQ(lines().at(0).hrasconn, found[0].hrasconn);
+}
+
 } // namespace
 } // namespace tarvik

@@ -62,6 +62,19 @@ TEST_F(ProfileHostileTest, TheLongestFileIsRead) {
     EXPECT_EQ(value("a", "x"), "1");
 }
 
+TEST_F(ProfileHostileTest, AFileThatGrowsBeforeItIsReadIsRefusedAndReadOnce) {
+    given("[a]\nx=1\n[b]\n");
+    files.sizeTold = 8;
+    ProfileEngine strict(files, "\n", {}, ProfileEngine::mostLines, 11);
+
+    EXPECT_EQ(strict.GetPrivateProfileIntA("a", "x", 4, file), 4);
+    EXPECT_EQ(strict.GetPrivateProfileIntA("a", "x", 4, file), 4);
+    EXPECT_FALSE(strict.WritePrivateProfileStringA("a", "x", "2", file));
+
+    EXPECT_EQ(files.reads, 1);
+    EXPECT_EQ(files.replaces, 0);
+}
+
 TEST_F(ProfileHostileTest, AFileOfMoreLinesThanAnyLogIsRefusedAndReadOnce) {
     given("[a]\r\nx=1\r\n\r\n[b]\r\n");
     ProfileEngine strict(files, "\n", {}, 3);
