@@ -19,7 +19,8 @@ WATCHER = "org.kde.StatusNotifierWatcher"
 class FaultyService:
     """The service of that name until close(). Kinds: "mute" never answers; "slow" answers late;
     "nonsense" answers everything with numbers; "refusing" with errors, except that it never says
-    what it can do; "panel" is a watcher as it should be, until it is halted."""
+    what it can do; "panel" is a watcher as it should be, until it is halted; "method" likewise an input
+    method, which takes no key."""
 
     def __init__(self, address, kind, name=WATCHER):
         self.process = subprocess.Popen(
@@ -68,6 +69,13 @@ def answer(call, kind):
         reply = Gio.DBusMessage.new_method_reply(call)
         if method == "Get":
             reply.set_body(GLib.Variant("(v)", (GLib.Variant("b", True),)))
+    elif kind == "method":
+        reply = Gio.DBusMessage.new_method_reply(call)
+        if method == "CreateInputContext":
+            path = "/org/freedesktop/IBus/InputContext_1"
+            reply.set_body(GLib.Variant("(o)", (path,)))
+        elif method == "ProcessKeyEvent":
+            reply.set_body(GLib.Variant("(b)", (False,)))
     else:
         reply = None
     return reply

@@ -43,13 +43,26 @@ class WaitingTest(MuteServiceTest):
         with self.hardly_waiting(program):
             self.change_the_lamp(program)
 
-    def test_for_a_panel_that_comes_and_is_mute(self):
+    def check_panel(self, kind):
+        """One that comes when the program runs, and is asked then."""
         program = self.start_quietly()
 
         with self.hardly_waiting(program):
-            watcher = self.watcher("mute")
+            watcher = self.watcher(kind)
             wait_for("the item", lambda: "RegisterStatusNotifierItem" in watcher.calls)
             self.change_the_lamp(program)
+
+    def test_for_a_panel_that_comes_and_is_mute(self):
+        self.check_panel("mute")
+
+    def test_for_a_slow_panel_that_comes(self):
+        self.check_panel("slow")
+
+    def test_for_a_panel_that_comes_and_talks_nonsense(self):
+        self.check_panel("nonsense")
+
+    def test_for_a_panel_that_comes_and_refuses(self):
+        self.check_panel("refusing")
 
     def test_for_a_panel_that_is_halted(self):
         watcher = self.watcher("panel")
@@ -79,6 +92,22 @@ class WaitingTest(MuteServiceTest):
         with self.hardly_waiting(program), self.halted(service):
             self.connect(program, "Skylark Mobile")
             self.wait_for_a_note(program)
+
+    def test_for_a_halted_input_method(self):
+        own = self.another_bus()
+        method = self.faulty("method", own, "org.freedesktop.IBus")
+        program = self.start_quietly(**ibus_at(own, self.folder))
+        program.press("cmdOptions")
+        wait_for("the box", lambda: program.is_showing("txtRefreshInterval"))
+        program.click("txtRefreshInterval")
+        program.key("7")
+        wait_for("the key", lambda: "ProcessKeyEvent" in method.calls)
+
+        with self.hardly_waiting(program):
+            method.halt()
+            program.key("8", "9")
+            program.press("cmdCancel")
+            self.change_the_lamp(program)
 
     def check_notes(self, kind):
         self.write_ini(
