@@ -1,3 +1,4 @@
+#include "support/AccessEntries.h"
 #include "support/TemporaryFolder.h"
 #include "windows/services/WindowsFiles.h"
 
@@ -67,6 +68,53 @@ TEST_F(AccessListTest, WhereThereAreNoListsASaveWorks) {
     EXPECT_FALSE(files.replace(path, {"new"}));
 
     EXPECT_EQ(content(), "new");
+}
+
+/// Notes whether others may read a file when it is given its list, for its own lifetime.
+class ListsWatched {
+public:
+    ListsWatched() : system_(std::exchange(systemsSetFileSecurity, note)) {
+        giving = system_;
+        wasOpen.clear();
+    }
+    ~ListsWatched() { systemsSetFileSecurity = system_; }
+    ListsWatched(const ListsWatched&) = delete;
+    ListsWatched& operator=(const ListsWatched&) = delete;
+
+    static inline std::vector<bool> wasOpen;
+
+private:
+    static BOOL WINAPI note(LPCSTR path, SECURITY_INFORMATION kind, PSECURITY_DESCRIPTOR list) {
+        wasOpen.push_back(everybodyMayRead(path));
+        return giving(path, kind, list);
+    }
+
+    static inline SetFileSecurityFunction* giving = nullptr;
+    SetFileSecurityFunction* system_;
+};
+
+TEST_F(AccessListTest, AHeldFileIsPrivateBeforeItHasItsList) {
+    giveToOwnerAlone(path);
+    const std::string journal = folder.path() + "\\Tarvik.journal";
+    const ListsWatched watched;
+
+    const Holding held = files.holdOrMake(journal, 4, path);
+
+    EXPECT_EQ(held.outcome, Holding::Outcome::Held);
+    EXPECT_EQ(watched.wasOpen, std::vector<bool>{false});
+    EXPECT_FALSE(everybodyMayRead(journal));
+}
+
+TEST_F(AccessListTest, AListThatTakesNothingFromTheFolderIsKept) {
+    giveToOwnerAlone(path, true);
+    if (!isProtected(path)) {
+        GTEST_SKIP() << "this system keeps no such list";
+    }
+
+    EXPECT_FALSE(files.replace(path, {"new"}));
+
+    EXPECT_TRUE(isProtected(path));
+    EXPECT_FALSE(everybodyMayRead(path));
 }
 
 } // namespace

@@ -25,6 +25,15 @@ AccessList AccessList::of(const std::string& path) {
     return list;
 }
 
+std::vector<unsigned char> AccessList::forMaking() const {
+    std::vector<unsigned char> descriptor = descriptor_;
+    if (!descriptor.empty()) {
+        // The folder adds nothing of its own.
+        SetSecurityDescriptorControl(descriptor.data(), SE_DACL_PROTECTED, SE_DACL_PROTECTED);
+    }
+    return descriptor;
+}
+
 bool AccessList::giveTo(const std::string& path) const {
     if (descriptor_.empty()) {
         return true;

@@ -19,6 +19,10 @@ public:
     /// nothing. False, with the system's last error set, if others might read what they must not.
     bool giveTo(const std::string& path) const;
 
+    /// The list for a file that is being made, so that nobody else may open it before `giveTo`
+    /// gives it the list as it is to stay. Empty for one that says nothing.
+    std::vector<unsigned char> forMaking() const;
+
 private:
     std::vector<unsigned char> descriptor_; ///< as the system wants it: one block of memory
 };

@@ -9,6 +9,8 @@ namespace tarvik {
 namespace {
 /// What one call of the system is asked to move at most, bytes.
 constexpr std::size_t portion = std::size_t{1} << 20U;
+/// Nothing longer is read, bytes, even if it grows meanwhile.
+constexpr std::size_t longestRead = std::size_t{1} << 30U;
 /// A code of the system that older headers lack.
 constexpr DWORD diskQuotaExceeded = 1295;
 
@@ -18,7 +20,7 @@ bool readRest(const FileHandle& file, std::string& bytes) {
     if (GetFileSizeEx(file.get(), &size) == FALSE) {
         return false;
     }
-    if (size.QuadPart >= static_cast<LONGLONG>(bytes.max_size())) {
+    if (size.QuadPart > static_cast<LONGLONG>(longestRead)) {
         throw std::bad_alloc();
     }
     // One byte more than there should be: the end of the file is seen, and growth while reading
@@ -35,6 +37,9 @@ bool readRest(const FileHandle& file, std::string& bytes) {
         if (count == 0) {
             bytes.resize(filled);
             return true;
+        }
+        if (filled > longestRead) {
+            throw std::bad_alloc();
         }
         if (filled == bytes.size()) {
             bytes.resize(bytes.size() + portion);

@@ -43,7 +43,7 @@ ErrorNumber errorNumberOf(DWORD systemError);
 bool writeAll(const FileHandle& file, std::string_view bytes);
 
 /// Reads the rest of the file into `bytes`; false with the system's last error set, also for more
-/// than memory holds.
+/// than a gigabyte, or than memory holds.
 bool readAll(const FileHandle& file, std::string& bytes);
 
 } // namespace tarvik

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <memory>
+#include <vector>
 
 namespace tarvik {
 
@@ -22,9 +23,19 @@ Holding notHeld(Outcome outcome) {
     return {.outcome = outcome, .file = nullptr};
 }
 
-FileHandle openOwn(const std::string& path, DWORD disposition) {
-    return FileHandle(CreateFileA(path.c_str(), access, FILE_SHARE_READ, nullptr, disposition,
+FileHandle openOwn(const std::string& path, DWORD disposition,
+                   SECURITY_ATTRIBUTES* rights = nullptr) {
+    return FileHandle(CreateFileA(path.c_str(), access, FILE_SHARE_READ, rights, disposition,
                                   FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
+}
+
+/// Whoever opened it before it has its list could read all that comes into it later.
+FileHandle makeOwn(const std::string& path, const AccessList& list) {
+    std::vector<unsigned char> descriptor = list.forMaking();
+    SECURITY_ATTRIBUTES rights{.nLength = sizeof rights,
+                               .lpSecurityDescriptor = descriptor.data(),
+                               .bInheritHandle = FALSE};
+    return openOwn(path, CREATE_NEW, descriptor.empty() ? nullptr : &rights);
 }
 
 /// Somebody has just opened the file, or has it open still after it was deleted: then it has no
@@ -158,11 +169,12 @@ Holding holdFile(const std::string& path) {
 }
 
 Holding makeHeldFile(const std::string& path, std::size_t size, const std::string& like) {
-    FileHandle file = openOwn(path, CREATE_NEW);
+    const AccessList list = AccessList::of(like);
+    FileHandle file = makeOwn(path, list);
     if (!file) {
         return notHeld(Outcome::Failed);
     }
-    const bool asPrivate = AccessList::of(like).giveTo(path);
+    const bool asPrivate = list.giveTo(path);
     auto made = std::make_unique<WindowsHeldFile>(std::move(file));
     if (!asPrivate || made->write(0, std::string(size, '\0')) || made->flush()) {
         made->remove();
