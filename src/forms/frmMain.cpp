@@ -16,8 +16,11 @@ Label::Setup FrmMain::columnHeading(const char* caption) {
 }
 
 Label::Setup FrmMain::inAnyUnit(const std::string& prefix) {
-    return {.caption = prefix + "(bytes):",
-            .otherCaptions = {prefix + "(KBytes):", prefix + "(MBytes):", prefix + "(GBytes):"}};
+    Label::Setup setup{.caption = prefix + transferUnitCaptions.front()};
+    for (std::size_t unit = 1; unit < transferUnitCaptions.size(); ++unit) {
+        setup.otherCaptions.push_back(prefix + transferUnitCaptions[unit]);
+    }
+    return setup;
 }
 
 TextBox::Setup FrmMain::figure(const char* text, const char* accessibleName, const char* toolTip) {

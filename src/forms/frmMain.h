@@ -1,8 +1,16 @@
 #pragma once
 
 #include "controls/Form.h"
+#include "state/mdlVar.h"
+
+#include <array>
+#include <string>
 
 namespace tarvik {
+
+/// What stands behind the words of a figure in each unit.
+inline constexpr std::array<const char*, transferUnitCount> transferUnitCaptions{
+    "(bytes):", "(KBytes):", "(MBytes):", "(GBytes):"};
 
 /// The main window: the recorded transfers, the state of the line, and the commands.
 class FrmMain : public Form {

@@ -1,5 +1,6 @@
 #include "history/ChartValues.h"
 
+#include "state/mdlVar.h"
 #include "types/RunTimeError.h"
 
 #include <array>
@@ -10,7 +11,8 @@ namespace tarvik {
 
 namespace {
 
-constexpr std::size_t unitCount = 4;
+// Of units of time there are as many.
+constexpr std::size_t unitCount = transferUnitCount;
 constexpr std::array<double, unitCount> bytesOfUnit{1, 1024, 1024.0 * 1024, 1024.0 * 1024 * 1024};
 constexpr std::array<double, unitCount> millisecondsOfUnit{1, 1000, 60.0 * 1000, 60.0 * 60 * 1000};
 

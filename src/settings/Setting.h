@@ -2,6 +2,7 @@
 
 #include "forms/frmMain.h"
 #include "forms/frmOptions.h"
+#include "journal/JournalEntry.h"
 #include "state/mdlVar.h"
 #include "types/LocaleData.h"
 
@@ -99,7 +100,8 @@ struct ByKind : Kinds... {
 template <class... Kinds>
 ByKind(Kinds...) -> ByKind<Kinds...>;
 
-using Settings = std::array<Setting, 19>;
+/// As many as an entry of the journal holds.
+using Settings = std::array<Setting, JournalEntry::settingCount>;
 
 /// All settings, in the order in which a load reads them and the dialog applies them.
 const Settings& settings();

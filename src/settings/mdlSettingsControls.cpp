@@ -4,6 +4,7 @@
 #include "settings/Setting.h"
 #include "state/mdlTools.h"
 #include "state/mdlVar.h"
+#include "ui/mdlGUIFigures.h"
 
 namespace tarvik {
 
@@ -22,6 +23,17 @@ void InitControls() {
             show(*setting, state(), forms().frmOptions);
         }
     });
+}
+
+void showUnit(const UnitSetting& unit) {
+    SetLabelUnitTransfer(forms().frmMain.*unit.label, unit.prefix, state().*unit.value);
+}
+
+void showEverywhere(const Setting& setting) {
+    show(setting, state(), forms().frmOptions);
+    if (const auto* const unit = std::get_if<UnitSetting>(&setting.kind)) {
+        showUnit(*unit);
+    }
 }
 
 } // namespace tarvik

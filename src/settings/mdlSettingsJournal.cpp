@@ -11,6 +11,7 @@
 #include "settings/DatedName.h"
 #include "settings/Setting.h"
 #include "settings/mdlSettings.h"
+#include "settings/mdlSettingsControls.h"
 #include "settings/mdlSettingsNumbers.h"
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
@@ -18,7 +19,6 @@
 #include "state/mdlVar.h"
 #include "types/Convert.h"
 #include "ui/mdlGUI.h"
-#include "ui/mdlGUIFigures.h"
 #include "ui/mdlSysTray.h"
 
 #include <algorithm>
@@ -209,10 +209,7 @@ void applySettings(const JournalEntry& entry) {
     for (std::size_t i = 0; i < entry.settings.size(); ++i) {
         const Setting& setting = settings().at(i);
         takeNumber(setting, entry.settings.at(i), s);
-        show(setting, s, forms().frmOptions);
-        if (const auto* const unit = std::get_if<UnitSetting>(&setting.kind)) {
-            SetLabelUnitTransfer(forms().frmMain.*unit->label, unit->prefix, s.*unit->value);
-        }
+        showEverywhere(setting);
     }
     if (s.TransferResetLast != loaded) {
         // It was not read from the file's text.

@@ -8,12 +8,12 @@
 #include "ports/PrivateProfile.h"
 #include "settings/Setting.h"
 #include "settings/mdlSettingsBackup.h"
+#include "settings/mdlSettingsControls.h"
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
 #include "state/mdlTransfers.h"
 #include "state/mdlVar.h"
 #include "types/Convert.h"
-#include "ui/mdlGUIFigures.h"
 
 namespace tarvik {
 
@@ -68,10 +68,7 @@ void load(const Setting& setting) {
                },
                [&](const DaySetting& day) { s.*day.value = loadDay(setting.key); }},
         setting.kind);
-    show(setting, s, forms().frmOptions);
-    if (const auto* const unit = std::get_if<UnitSetting>(&setting.kind)) {
-        SetLabelUnitTransfer(forms().frmMain.*unit->label, unit->prefix, s.*unit->value);
-    }
+    showEverywhere(setting);
 }
 
 } // namespace

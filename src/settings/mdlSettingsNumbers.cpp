@@ -3,13 +3,10 @@
 #include <algorithm>
 #include <bit>
 #include <limits>
-#include <tuple>
 
 namespace tarvik {
 
 namespace {
-
-static_assert(std::tuple_size_v<Settings> == std::tuple_size_v<SettingNumbers>);
 
 std::int64_t rawValue(const Setting& setting, const State& s) {
     return std::visit(

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "journal/JournalEntry.h"
 #include "settings/Setting.h"
 #include "state/mdlVar.h"
 

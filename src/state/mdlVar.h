@@ -18,6 +18,8 @@ namespace tarvik {
 /// Display unit of byte counts: each step is a factor of 1024. Stored as its number, which a file
 /// may put outside the named ones.
 enum class TransferUnit : std::uint8_t { Bytes = 0, KiloBytes = 1, MegaBytes = 2, GigaBytes = 3 };
+/// The named ones.
+inline constexpr int transferUnitCount = 4;
 
 /// Unit of a duration on the history chart's axis.
 enum class DurationUnit : std::uint8_t { MilliSeconds = 0, Seconds = 1, Minutes = 2, Hours = 3 };

@@ -7,8 +7,6 @@
 #include "state/mdlTransfers.h"
 #include "types/Convert.h"
 
-#include <array>
-
 namespace tarvik {
 
 namespace {
@@ -83,11 +81,9 @@ std::string FinaliseTime(Currency Duration) {
 
 void SetLabelUnitTransfer(Label& Caption, const std::string& Prefix, TransferUnit Unit) {
     guarded("SetLabelUnitTransfer", [&] {
-        static constexpr std::array<const char*, 4> units{
-            "(bytes):", "(KBytes):", "(MBytes):", "(GBytes):"};
         const auto position = static_cast<std::size_t>(Unit);
-        if (position < units.size()) {
-            Caption.setCaption(Prefix + units[position]);
+        if (position < transferUnitCaptions.size()) {
+            Caption.setCaption(Prefix + transferUnitCaptions[position]);
         }
     });
 }

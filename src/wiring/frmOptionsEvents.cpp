@@ -5,6 +5,7 @@
 #include "ports/Locale.h"
 #include "ports/Platform.h"
 #include "settings/Setting.h"
+#include "settings/mdlSettingsControls.h"
 #include "settings/mdlSettingsJournal.h"
 #include "state/mdlTools.h"
 #include "types/Convert.h"
@@ -16,14 +17,12 @@ namespace tarvik {
 
 namespace {
 
-constexpr int unitCount = 4;
-
 FrmOptions& options() {
     return forms().frmOptions;
 }
 
 bool unitsAreListed(const ComboBox& combo) {
-    if (combo.listCount() >= unitCount) {
+    if (combo.listCount() >= transferUnitCount) {
         return true;
     }
     FatalError("opt_cmdOK_Click", FatalKind::Assertion);
@@ -35,7 +34,7 @@ void applyUnit(const UnitSetting& unit) {
     const ComboBox& list = options().*unit.list;
     if (unitsAreListed(list)) {
         GetUnitTypeTransfer(list, s.*unit.value);
-        SetLabelUnitTransfer(forms().frmMain.*unit.label, unit.prefix, s.*unit.value);
+        showUnit(unit);
         const bool ofTotals = unit.value == &State::UnitTransferTotal;
         UpdateValuesInGUI(ofTotals, !ofTotals, false);
     }
@@ -128,7 +127,7 @@ void ToggleTickerControls() {
 void GetUnitTypeTransfer(const ComboBox& Combo, TransferUnit& Unit) {
     guarded("GetUnitTypeTransfer", [&] {
         const int position = Combo.listIndex();
-        if (position >= 0 && position < unitCount) {
+        if (position >= 0 && position < transferUnitCount) {
             Unit = static_cast<TransferUnit>(position);
         }
     });

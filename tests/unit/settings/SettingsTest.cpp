@@ -1,8 +1,14 @@
 #include "settings/mdlSettings.h"
 
+#include "settings/Setting.h"
 #include "startup/mdlStartUp.h"
 #include "support/WorldTest.h"
+#include "types/Convert.h"
 #include "ui/mdlGUILists.h"
+
+#include <string>
+#include <utility>
+#include <variant>
 
 namespace tarvik {
 namespace {
@@ -406,6 +412,27 @@ INSTANTIATE_TEST_SUITE_P(
         LocaleCase{"Finnish", finnishLocale(), "1234567,825", "19.11.2026 18.00.00"},
         LocaleCase{"Japanese", japaneseLocale(), "1234567.825", "2026年11月19日 午後6時00分00秒"}),
     [](const auto& given) { return given.param.name; });
+
+/// What stands in the field of a number in a form that nothing was done with yet, and what the
+/// setting is unless set.
+std::pair<std::string, std::string> textsBeforeTheStart(const Setting& setting) {
+    const FrmOptions options;
+    if (const auto* const bytes = std::get_if<BytesSetting>(&setting.kind)) {
+        return {(options.*bytes->field).text(), toText(bytes->standard)};
+    }
+    if (const auto* const number = std::get_if<NumberSetting>(&setting.kind)) {
+        return {(options.*number->field).text(), toText(number->standard)};
+    }
+    return {};
+}
+
+TEST(SettingTest, AFieldThatIsNotEmptyBeforeTheStartHasTheStandardValue) {
+    for (const Setting& setting : settings()) {
+        const auto [text, standard] = textsBeforeTheStart(setting);
+
+        EXPECT_TRUE(text.empty() || text == standard) << setting.key << ": " << text;
+    }
+}
 
 } // namespace
 } // namespace tarvik
