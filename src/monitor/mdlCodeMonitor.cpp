@@ -74,7 +74,7 @@ bool firstOnlineUpdate(std::uint32_t handle) {
                            s.BytesSentCurrent.figure() < Long(1) &&
                            s.DurationCurrent.figure() < Long(1);
     if (!HasResumed()) {
-        s.TickerBase = s.BytesRcvdTotal + s.BytesSentTotal;
+        s.TickerBase = Rcvd().finished + Sent().finished;
     }
     s.FirstOnlineUpdate = false;
     return !s.DialInStarted && !untouched;

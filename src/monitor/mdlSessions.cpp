@@ -369,10 +369,8 @@ void ReadTheOthers() {
 }
 
 void NoteFold(std::uint32_t Handle) {
-    const Amount counted{
-        .rcvd = Rcvd().counted(), .sent = Sent().counted(), .duration = Duration().counted()};
     // Beside one that is only being dialled the session under way is folded at every tick.
-    if (Handle == state().CountedConnection && counted != Amount()) {
+    if (Handle == state().CountedConnection && SessionCounted() != Amount()) {
         state().SessionOver = true;
     }
 }

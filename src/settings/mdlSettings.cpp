@@ -40,6 +40,13 @@ std::string usualIniFile() {
     return path + IniFileBaseName;
 }
 
+std::string iniText(const std::string& file, const std::string& section, const std::string& key) {
+    std::array<char, 128> buffer; // not cleared: no more than what was written to it is read
+    const std::uint32_t count = platform().profile.GetPrivateProfileStringA(
+        section, key, "", buffer.data(), buffer.size(), file);
+    return {buffer.data(), count};
+}
+
 void SetIniFileName(bool bCreate, bool bAsk) {
     guarded("SetIniFileName", [&] {
         if (bAsk) {
@@ -59,13 +66,9 @@ void SetIniFileName(bool bCreate, bool bAsk) {
 
 std::string GetStringFromINI(const std::string& Section, const std::string& Key) {
     return guarded("GetStringFromINI", std::string(), [&](std::string& result) {
-        if (state().IniFileName.empty()) {
-            return;
+        if (!state().IniFileName.empty()) {
+            result = iniText(state().IniFileName, Section, Key);
         }
-        std::array<char, 128> buffer; // not cleared: no more than what was written to it is read
-        const std::uint32_t count = platform().profile.GetPrivateProfileStringA(
-            Section, Key, "", buffer.data(), buffer.size(), state().IniFileName);
-        result.assign(buffer.data(), count);
     });
 }
 
@@ -94,6 +97,15 @@ Currency GetDateFromINI(const std::string& Section, const std::string& Key) {
         const auto date = converted([&] { return textToDate(text, locale); });
         result = Currency::fromDouble(date.value_or(textToDate(DefaultDateText, locale)).serial());
     });
+}
+
+Amount recordOf(const std::string& section) {
+    if (section.empty()) {
+        return {};
+    }
+    const Currency sent = GetCurrencyFromINI(section, keys::sent);
+    const Currency rcvd = GetCurrencyFromINI(section, keys::rcvd);
+    return {.rcvd = rcvd, .sent = sent, .duration = GetCurrencyFromINI(section, keys::duration)};
 }
 
 bool GetLocked() {

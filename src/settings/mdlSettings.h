@@ -1,5 +1,6 @@
 #pragma once
 
+#include "types/Amount.h"
 #include "types/Currency.h"
 
 #include <string>
@@ -14,7 +15,10 @@ void SetIniFileName(bool bCreate, bool bAsk);
 /// Full path of the file in the program's folder, whether it is there or not.
 std::string usualIniFile();
 
-/// The key's value, its first 127 characters at most; "" when there is none.
+/// The key's value in that file, its first 127 characters at most; "" when there is none.
+std::string iniText(const std::string& file, const std::string& section, const std::string& key);
+
+/// The key's value in the file in use, as `iniText` reads it; "" also when none is in use.
 std::string GetStringFromINI(const std::string& Section, const std::string& Key);
 
 /// The key's value as a whole number above 0; 0 for everything else.
@@ -26,6 +30,9 @@ Currency GetCurrencyFromINI(const std::string& Section, const std::string& Key);
 /// The key's value as a date serial, rounded to four decimals of a day; that of 1 January 2001 when
 /// it is missing or no date.
 Currency GetDateFromINI(const std::string& Section, const std::string& Key);
+
+/// Totals as they stand in the record with that section; zeros where the name is empty.
+Amount recordOf(const std::string& section);
 
 /// True when the file says that an instance is running with it.
 bool GetLocked();

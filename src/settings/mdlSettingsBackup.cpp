@@ -4,6 +4,7 @@
 #include "ports/Platform.h"
 #include "ports/PrivateProfile.h"
 #include "settings/DatedName.h"
+#include "settings/mdlSettings.h"
 #include "settings/mdlSettingsJournal.h"
 #include "settings/mdlSettingsLog.h"
 #include "state/mdlConst.h"
@@ -13,7 +14,6 @@
 #include "types/Text.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -38,14 +38,6 @@ std::string numberedName(const std::string& file, const std::string& date, int n
     return nameWith(file, date + "." + wholeToText(number));
 }
 
-/// The key's value, as the program reads it from its own file.
-std::string textFrom(const std::string& file, const std::string& section, const std::string& key) {
-    std::array<char, 128> buffer;
-    const std::uint32_t count = platform().profile.GetPrivateProfileStringA(
-        section, key, "", buffer.data(), buffer.size(), file);
-    return {buffer.data(), count};
-}
-
 /// Name and values of every record that the file's index leads to; nothing where the file cannot be
 /// read.
 std::optional<std::vector<std::string>> recordsOf(const std::string& file) {
@@ -55,15 +47,16 @@ std::optional<std::vector<std::string>> recordsOf(const std::string& file) {
         return std::nullopt;
     }
     const std::int32_t count =
-        platform().profile.GetPrivateProfileIntA(SettingsSection, "LastDateStamp", 0, file);
+        platform().profile.GetPrivateProfileIntA(SettingsSection, keys::lastDateStamp, 0, file);
     for (std::int32_t n = 1; n <= count; ++n) {
-        const std::string section = textFrom(file, SettingsSection, "DateStamp" + wholeToText(n));
+        const std::string section =
+            iniText(file, SettingsSection, keys::dateStamp + wholeToText(n));
         if (section.empty()) {
             break; // the index has no gaps, so that this is its end
         }
         std::string record = section;
-        for (const char* key : {"Sent", "Rcvd", "Duration", "IPAddress"}) {
-            record += '\n' + textFrom(file, section, key);
+        for (const char* key : {keys::sent, keys::rcvd, keys::duration, keys::ipAddress}) {
+            record += '\n' + iniText(file, section, key);
         }
         records.push_back(std::move(record));
     }

@@ -48,8 +48,8 @@ std::string nameOf(const std::string& path) {
 /// As the file says, if it is there.
 IniContent contentWithFile() {
     return {.exists = true,
-            .lastState = GetStringFromINI(SettingsSection, "LastState"),
-            .lastDateStamp = GetLongFromINI(SettingsSection, "LastDateStamp").toLong().value()};
+            .lastState = GetStringFromINI(SettingsSection, keys::lastState),
+            .lastDateStamp = GetLongFromINI(SettingsSection, keys::lastDateStamp).toLong().value()};
 }
 
 /// Nothing where the file cannot be read: then nobody knows.
@@ -69,14 +69,7 @@ std::optional<Amount> totalsOfFile() {
     if (!reading.readable()) {
         return std::nullopt;
     }
-    const std::string section = GetStringFromINI(SettingsSection, "LastState");
-    Amount totals;
-    if (!section.empty()) {
-        totals.sent = GetCurrencyFromINI(section, "Sent");
-        totals.rcvd = GetCurrencyFromINI(section, "Rcvd");
-        totals.duration = GetCurrencyFromINI(section, "Duration");
-    }
-    return totals;
+    return recordOf(GetStringFromINI(SettingsSection, keys::lastState));
 }
 
 /// The session whose figures are shown is still to be asked about: the question, or a box before
@@ -101,9 +94,7 @@ std::vector<FormerSession> sessionsUnderWay() {
         kept.mark = platform().connections.sessionMark(one.connection.hrasconn);
         if (one.connection.hrasconn == s.CountedConnection) {
             kept.session.offset = SessionOffset();
-            kept.session.counted = {.rcvd = Rcvd().counted(),
-                                    .sent = Sent().counted(),
-                                    .duration = Duration().counted()};
+            kept.session.counted = SessionCounted();
         }
     }
     return result;
@@ -111,12 +102,8 @@ std::vector<FormerSession> sessionsUnderWay() {
 
 Amount allThatCounts() {
     const State& s = state();
-    Amount all{.rcvd = s.BytesRcvdTotal, .sent = s.BytesSentTotal, .duration = s.DurationTotal};
-    if (std::none_of(s.LineSessions.begin(), s.LineSessions.end(), awaitsQuestion)) {
-        all = all + Amount{.rcvd = Rcvd().counted(),
-                           .sent = Sent().counted(),
-                           .duration = Duration().counted()};
-    }
+    const bool asked = std::any_of(s.LineSessions.begin(), s.LineSessions.end(), awaitsQuestion);
+    Amount all = asked ? FinishedTotals() : OverallAmount();
     for (const LineSession& one : s.LineSessions) {
         if (one.connection.hrasconn != s.CountedConnection && !one.inTotals) {
             all = all + one.counted;
@@ -221,9 +208,7 @@ void applySettings(const JournalEntry& entry) {
 void apply(JournalEntry entry) {
     State& s = state();
     ResetTransfers(true);
-    s.BytesRcvdTotal = entry.totals.rcvd;
-    s.BytesSentTotal = entry.totals.sent;
-    s.DurationTotal = entry.totals.duration;
+    SetFinishedTotals(entry.totals);
     s.TickerBase = entry.tickerBase;
     s.IPAddress = std::move(entry.address);
     s.FormerSessions = std::move(entry.sessions);

@@ -28,16 +28,13 @@ Long longSetting(const char* key) {
 }
 
 void loadTotals() {
-    const std::string lastState = GetStringFromINI(SettingsSection, "LastState");
+    const std::string lastState = GetStringFromINI(SettingsSection, keys::lastState);
     if (lastState.empty()) {
         ResetTransfers(true);
         return;
     }
     ResetTransfers(false);
-    State& s = state();
-    s.BytesSentTotal = GetCurrencyFromINI(lastState, "Sent");
-    s.BytesRcvdTotal = GetCurrencyFromINI(lastState, "Rcvd");
-    s.DurationTotal = GetCurrencyFromINI(lastState, "Duration");
+    SetFinishedTotals(recordOf(lastState));
 }
 
 /// A date of the last reset that another language may have written: it is none here, or lies after

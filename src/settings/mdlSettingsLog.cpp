@@ -20,18 +20,12 @@ namespace {
 /// How often a save is tried while other programs change the file.
 constexpr int attempts = 5;
 
-/// The totals as the main window shows them: finished sessions and the running one.
-Amount currentRecord() {
-    const Currency sent = Sent().overall();
-    return {.rcvd = Rcvd().overall(), .sent = sent, .duration = Duration().overall()};
-}
-
 bool isEmpty(const Amount& record) {
     return record.sent + record.rcvd <= Currency(0) && record.duration <= Currency(0);
 }
 
 std::string indexKey(Long n) {
-    return "DateStamp" + toText(n);
+    return keys::dateStamp + toText(n);
 }
 
 /// The name of record n's section; empty when there is none.
@@ -60,10 +54,10 @@ std::string sectionText(const Amount& record) {
     const auto add = [&](const char* key, const std::string& value) {
         text += std::string(key) + "=" + value + '\0';
     };
-    add("Sent", toText(record.sent, locale));
-    add("Rcvd", toText(record.rcvd, locale));
-    add("Duration", toText(record.duration, locale));
-    add("IPAddress", state().IPAddress);
+    add(keys::sent, toText(record.sent, locale));
+    add(keys::rcvd, toText(record.rcvd, locale));
+    add(keys::duration, toText(record.duration, locale));
+    add(keys::ipAddress, state().IPAddress);
     return text + '\0';
 }
 
@@ -76,22 +70,21 @@ bool appendRecord(const Amount& record, Long newest) {
     const std::string section = newSectionName();
     if (!platform().profile.WritePrivateProfileSectionA(section, sectionText(record),
                                                         state().IniFileName) ||
-        !writeSetting("LastState", section)) {
+        !writeSetting(keys::lastState, section)) {
         return false;
     }
     const Long number = newest + 1;
-    return writeSetting(indexKey(number), section) && writeSetting("LastDateStamp", toText(number));
+    return writeSetting(indexKey(number), section) &&
+           writeSetting(keys::lastDateStamp, toText(number));
 }
 
 bool saveRecord() {
-    const Amount record = currentRecord();
+    const Amount record = OverallAmount();
     if (isEmpty(record)) {
         return true;
     }
-    const Long newest = GetLongFromINI(SettingsSection, "LastDateStamp").toLong();
-    const Currency sent = GetBytesSent(newest);
-    const Amount saved{.rcvd = GetBytesRcvd(newest), .sent = sent, .duration = GetDuration(newest)};
-    if (record != saved && !appendRecord(record, newest)) {
+    const Long newest = GetNumRecords();
+    if (record != recordOf(sectionOf(newest)) && !appendRecord(record, newest)) {
         return false;
     }
     NoteRecord();
@@ -120,7 +113,7 @@ bool SaveState() {
 
 Long GetNumRecords() {
     return guarded("GetNumRecords", Long(0), [](Long& result) {
-        result = GetLongFromINI(SettingsSection, "LastDateStamp").toLong();
+        result = GetLongFromINI(SettingsSection, keys::lastDateStamp).toLong();
     });
 }
 
@@ -131,17 +124,17 @@ Currency GetBytes(const std::string& Key, Long n) {
 
 Currency GetBytesSent(Long n) {
     return guarded("GetBytesSent", Currency(0),
-                   [&](Currency& result) { result = GetBytes("Sent", n); });
+                   [&](Currency& result) { result = GetBytes(keys::sent, n); });
 }
 
 Currency GetBytesRcvd(Long n) {
     return guarded("GetBytesRcvd", Currency(0),
-                   [&](Currency& result) { result = GetBytes("Rcvd", n); });
+                   [&](Currency& result) { result = GetBytes(keys::rcvd, n); });
 }
 
 Currency GetDuration(Long n) {
     return guarded("GetDuration", Currency(0),
-                   [&](Currency& result) { result = recordValue("Duration", n); });
+                   [&](Currency& result) { result = recordValue(keys::duration, n); });
 }
 
 std::string GetIPAddress(Long n) {
@@ -149,7 +142,7 @@ std::string GetIPAddress(Long n) {
     return guarded("GetBytes", std::string(), [&](std::string& result) {
         const std::string section = sectionOf(n);
         if (!section.empty()) {
-            result = GetStringFromINI(section, "IPAddress");
+            result = GetStringFromINI(section, keys::ipAddress);
         }
     });
 }

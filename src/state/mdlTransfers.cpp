@@ -20,12 +20,28 @@ Tally Duration() {
     return {s.DurationTotal, s.DurationCurrent, s.DurationOffset};
 }
 
-void AddToTotals(const Amount& More) {
+Amount FinishedTotals() {
+    const State& s = state();
+    return {.rcvd = s.BytesRcvdTotal, .sent = s.BytesSentTotal, .duration = s.DurationTotal};
+}
+
+void SetFinishedTotals(const Amount& Totals) {
     State& s = state();
-    const Amount sum = Amount{s.BytesRcvdTotal, s.BytesSentTotal, s.DurationTotal} + More;
-    s.BytesRcvdTotal = sum.rcvd;
-    s.BytesSentTotal = sum.sent;
-    s.DurationTotal = sum.duration;
+    s.BytesRcvdTotal = Totals.rcvd;
+    s.BytesSentTotal = Totals.sent;
+    s.DurationTotal = Totals.duration;
+}
+
+Amount SessionCounted() {
+    return {.rcvd = Rcvd().counted(), .sent = Sent().counted(), .duration = Duration().counted()};
+}
+
+Amount OverallAmount() {
+    return {.rcvd = Rcvd().overall(), .sent = Sent().overall(), .duration = Duration().overall()};
+}
+
+void AddToTotals(const Amount& More) {
+    SetFinishedTotals(FinishedTotals() + More);
 }
 
 Amount SessionOffset() {
@@ -49,9 +65,7 @@ void ResetTransfers(bool ResetAll) {
         s.BytesRcvdCurrent = s.BytesSentCurrent = s.DurationCurrent = 0;
         s.BytesRcvdOffset = s.BytesSentOffset = s.DurationOffset = 0;
         if (ResetAll) {
-            s.BytesRcvdTotal = 0;
-            s.BytesSentTotal = 0;
-            s.DurationTotal = 0;
+            SetFinishedTotals({});
         }
         for (LineSession& one : s.LineSessions) {
             if (ResetAll || one.connection.hrasconn == s.CountedConnection) {

@@ -30,6 +30,15 @@ Tally Rcvd();
 Tally Sent();
 Tally Duration();
 
+// The same of all three figures.
+/// Of the sessions that are over, since the last reset.
+Amount FinishedTotals();
+void SetFinishedTotals(const Amount& Totals);
+/// What counts of the session under way.
+Amount SessionCounted();
+/// What is shown as total.
+Amount OverallAmount();
+
 /// Adds to the totals of the sessions that are over.
 void AddToTotals(const Amount& More);
 
