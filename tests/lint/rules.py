@@ -244,12 +244,14 @@ def check_trap_names(files):
 
 
 def check_accessors(files):
-    """What is in use of platform, state and windows is asked for by procedures alone: what those
-    are made of works for any."""
-    asks = re.compile(r"(?<!\w& )\b(state|forms|platform)\(\)")
+    """What is in use of platform, state, windows and journal is asked for by procedures alone: what
+    those are made of works for any."""
+    accessor = re.compile(r"\b\w+& \w+\(\) \{\s*return \w+Scope::get\([^)]*\);\s*\}")
+    asks = re.compile(r"(?<!\w& )(?<![.>])\b(?:state|forms|platform|journal)\(\)|\b\w+Scope::get\(")
     for name, text in files.items():
-        if name.startswith(("src/types/", "src/ports/", "src/controls/", "src/forms/")):
-            for found in asks.finditer(without_comments(text)):
+        if name.startswith(("src/types/", "src/ports/", "src/controls/", "src/forms/",
+                            "platforms/")):
+            for found in asks.finditer(accessor.sub("", without_comments(text))):
                 yield "%s: asks %s itself" % (name, found.group(0))
 
 
