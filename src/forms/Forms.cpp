@@ -8,10 +8,6 @@ Forms::Forms(Desktop& desktop) {
     }
 }
 
-std::array<Form*, 6> Forms::all() {
-    return {&frmMain, &frmHistory, &frmOptions, &frmStatistics, &frmSysTray, &frmWarning};
-}
-
 Forms& forms() {
     return FormsScope::get("no windows are in place");
 }

@@ -27,7 +27,10 @@ struct Forms {
     FrmWarning frmWarning;
 
     /// All of them.
-    std::array<Form*, 6> all();
+    auto all() {
+        return std::to_array<Form*>(
+            {&frmMain, &frmHistory, &frmOptions, &frmStatistics, &frmSysTray, &frmWarning});
+    }
 };
 
 /// The windows in use. One must be in place (see `Current`).

@@ -76,8 +76,8 @@ struct State {
     std::string IPAddress;
 
     // The session under way, as the line statistics report it. The part that is counted is always
-    // current minus offset; an offset is only ever set when the user declined to count what had
-    // passed before monitoring started.
+    // current minus offset: what the user declined to count, what another connection carried and
+    // counts, or what a total has already.
     Counter BytesRcvdCurrent; ///< bytes since the connection was established
     Counter BytesSentCurrent; ///< bytes since the connection was established
     Counter BytesRcvdOffset;

@@ -4,7 +4,6 @@
 #include "support/WorldTest.h"
 
 #include <algorithm>
-#include <array>
 #include <cctype>
 #include <set>
 
@@ -13,7 +12,7 @@ namespace {
 
 class FormsTest : public WorldTest {
 protected:
-    std::array<Form*, 6> all() { return world->forms.all(); }
+    auto all() { return world->forms.all(); }
 
     static bool isLabelled(const Form& form, const Control& input) {
         return std::any_of(form.controls().begin(), form.controls().end(),
