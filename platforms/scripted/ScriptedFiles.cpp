@@ -39,6 +39,10 @@ void ScriptedFiles::setPrivate(const std::string& path) {
     nodes_.at(path).isPrivate = true;
 }
 
+void ScriptedFiles::setTwoNames(const std::string& path) {
+    nodes_.at(path).hasTwoNames = true;
+}
+
 bool ScriptedFiles::isPrivate(const std::string& path) const {
     const auto found = nodes_.find(path);
     return found != nodes_.end() && found->second.isPrivate;
@@ -154,11 +158,7 @@ FileResult ScriptedFiles::replaceIf(const std::string& path,
 
 /// Nothing when the file can be replaced, in a folder that is there by then.
 FileResult ScriptedFiles::whyNotReplaced(const std::string& path) {
-    const std::string folder = folderOf(path);
-    if (folder == home) {
-        missingFolders.erase(home);
-    }
-    if (isMissing(folder)) {
+    if (!hasFolder(folderOf(path))) {
         return ErrorNumber::PathNotFound;
     }
     if (exists(path) && kindOf(path) != FileKind::File) {
@@ -166,6 +166,13 @@ FileResult ScriptedFiles::whyNotReplaced(const std::string& path) {
     }
     return exists(path) && nodes_.at(path).readOnly ? FileResult(ErrorNumber::PermissionDenied)
                                                     : std::nullopt;
+}
+
+bool ScriptedFiles::hasFolder(const std::string& folder) {
+    if (folder == home) {
+        missingFolders.erase(home);
+    }
+    return !isMissing(folder);
 }
 
 /// Looks while the new file lies beside the old one.
@@ -256,7 +263,7 @@ public:
 
     FileResult read(std::string& bytes) override {
         Node* const mine = node();
-        if (mine == nullptr || mine->unreadable) {
+        if (mine == nullptr || mine->unreadable || mine->bytes.size() > longest) {
             return ErrorNumber::PathFileAccess;
         }
         bytes = mine->bytes;
@@ -322,7 +329,7 @@ Holding ScriptedFiles::hold(const std::string& path) {
         return {};
     }
     Node& node = nodes_.at(path);
-    if (node.kind != FileKind::File) {
+    if (node.kind != FileKind::File || node.hasTwoNames) {
         return {.outcome = Outcome::Refused, .file = nullptr};
     }
     if (node.held || heldElsewhere) {
@@ -341,7 +348,7 @@ Holding ScriptedFiles::holdOrMake(const std::string& path, std::size_t size,
     if (found.outcome != Holding::Outcome::Absent) {
         return found;
     }
-    if (holdFailure) {
+    if (holdFailure || !hasFolder(folderOf(path))) {
         return {.outcome = Holding::Outcome::Failed, .file = nullptr};
     }
     setFile(path, std::string(size, '\0'));

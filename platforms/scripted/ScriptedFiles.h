@@ -24,6 +24,8 @@ public:
     /// Only its owner may read the file; what is made of it is private too.
     void setPrivate(const std::string& path);
     bool isPrivate(const std::string& path) const;
+    /// The file that is there has a second name elsewhere.
+    void setTwoNames(const std::string& path);
     /// Another program writes a new file, which is not in its place yet, and leaves it there.
     void beginWriting(const std::string& path);
     void breakOff(const std::string& path);
@@ -96,6 +98,8 @@ private:
     bool isMissing(const std::string& folder) const { return missingFolders.contains(folder); }
     ErrorNumber absence(const std::string& path) const;
     FileResult whyNotReplaced(const std::string& path);
+    /// The folder is there, the home by now at the latest.
+    bool hasFolder(const std::string& folder);
     bool isStillRight(const std::string& path, const LastLook& stillRight);
     void sweepUp(const std::string& folder);
     void tell(const std::string& operation, const std::string& path);
@@ -110,6 +114,7 @@ private:
         bool isNew = false;     ///< not in its place yet
         bool isWritten = false; ///< a program is at it
         bool held = false;
+        bool hasTwoNames = false;
         std::string flushed; ///< of a file that was held: what a power cut leaves
         bool unflushed = false;
         bool takenForClean = false; ///< what no flush brings to the disk any more

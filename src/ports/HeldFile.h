@@ -17,7 +17,10 @@ public:
     /// Lets the file go; it stays where it is.
     virtual ~HeldFile() = default;
 
-    /// Reads the whole file.
+    /// No file of this program's is longer, bytes.
+    static constexpr std::size_t longest = std::size_t{1} << 20U;
+
+    /// Reads the whole file; PathFileAccess for one that is longer.
     virtual std::optional<ErrorNumber> read(std::string& bytes) = 0;
     /// Writes these bytes over those that stand there. The end of the process may leave parts of
     /// it, and a power cut may undo it or leave parts of it until the next flush has succeeded.

@@ -34,6 +34,8 @@ public:
     /// Only the owner may read the file from now on.
     virtual void makePrivate(const std::string& path) = 0;
     virtual bool isPrivate(const std::string& path) const = 0;
+    /// Gives the file a second name; false where none can be given.
+    virtual bool giveSecondName(const std::string& path, const std::string& name) = 0;
     /// Another program writes into the file as it lies there.
     virtual void writeInPlace(const std::string& path, const std::string& bytes) = 0;
 

@@ -96,6 +96,38 @@ TEST_F(HeldFileContract, AFolderIsRefused) {
     EXPECT_EQ(files.holdOrMake(path, 16, ini).outcome, Outcome::Refused);
 }
 
+TEST_F(HeldFileContract, AFileOfTwoNamesIsRefused) {
+    files.replace(path, {"somebody's"});
+    if (!machine->giveSecondName(path, in("target"))) {
+        GTEST_SKIP() << "no second name can be given";
+    }
+
+    EXPECT_EQ(files.hold(path).outcome, Outcome::Refused);
+    EXPECT_EQ(files.holdOrMake(path, 16, ini).outcome, Outcome::Refused);
+}
+
+TEST_F(HeldFileContract, WhatIsTooLongIsNotRead) {
+    files.replace(path, {std::string(HeldFile::longest + 1, 'x')});
+    const Holding held = files.hold(path);
+    std::string bytes;
+
+    EXPECT_EQ(held.file->read(bytes), ErrorNumber::PathFileAccess);
+}
+
+TEST_F(HeldFileContract, InAFolderThatIsNotThereNoneIsMade) {
+    const std::string nowhere = in("none") + machine->separator() + "Tarvik.journal";
+
+    EXPECT_EQ(files.hold(nowhere).outcome, Outcome::Absent);
+    EXPECT_EQ(files.holdOrMake(nowhere, 16, ini).outcome, Outcome::Failed);
+}
+
+TEST_F(HeldFileContract, TheUsersOwnFolderIsMadeForIt) {
+    const std::string home = in("Velmars Tarvik");
+    const std::string inside = home + machine->separator() + "Tarvik.journal";
+
+    EXPECT_EQ(machine->withHome(home).holdOrMake(inside, 16, {}).outcome, Outcome::Held);
+}
+
 TEST_F(HeldFileContract, WhatIsRemovedIsGoneAndMayBeMadeAnew) {
     auto file = made();
 

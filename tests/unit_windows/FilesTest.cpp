@@ -106,7 +106,7 @@ TEST_F(FilesTest, AFileThatIsHeldAloneCannotBeRead) {
     EXPECT_EQ(bytes, "");
 }
 
-TEST_F(FilesTest, ADeviceIsNeitherReadNorReplaced) {
+TEST_F(FilesTest, WhatHasTheNameOfADeviceIsNoFileInAnyCase) {
     for (const char* name : {"NUL", "con", "Aux", "LPT1", "CONIN$"}) {
         std::string bytes;
 

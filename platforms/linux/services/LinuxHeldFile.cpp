@@ -17,9 +17,6 @@ namespace {
 
 using Outcome = Holding::Outcome;
 
-/// Nothing longer is read, bytes: it is no file of this program's.
-constexpr std::size_t longestHeld = std::size_t{1} << 20U;
-
 Holding notHeld(Outcome outcome) {
     return {.outcome = outcome, .file = nullptr};
 }
@@ -66,7 +63,7 @@ bool prepare(int file, const std::string& path, std::size_t size, const std::str
 
 std::optional<ErrorNumber> LinuxHeldFile::read(std::string& bytes) {
     bytes.clear();
-    if (lseek(file_.number(), 0, SEEK_SET) != 0 || !readAll(file_.number(), bytes, longestHeld)) {
+    if (lseek(file_.number(), 0, SEEK_SET) != 0 || !readAll(file_.number(), bytes, longest)) {
         return errorNumberOf(errno);
     }
     return std::nullopt;

@@ -14,9 +14,6 @@ namespace {
 
 using Outcome = Holding::Outcome;
 
-/// Nothing longer is read, bytes: it is no file of this program's.
-constexpr LONGLONG longestHeld = LONGLONG{1} << 20U;
-
 constexpr DWORD access = GENERIC_READ | GENERIC_WRITE | DELETE | READ_CONTROL;
 
 Holding notHeld(Outcome outcome) {
@@ -105,7 +102,8 @@ std::optional<ErrorNumber> done(BOOL result) {
 std::optional<ErrorNumber> WindowsHeldFile::read(std::string& bytes) {
     bytes.clear();
     LARGE_INTEGER size{};
-    if (GetFileSizeEx(file_.get(), &size) != FALSE && size.QuadPart > longestHeld) {
+    if (GetFileSizeEx(file_.get(), &size) != FALSE &&
+        size.QuadPart > static_cast<LONGLONG>(longest)) {
         return ErrorNumber::PathFileAccess;
     }
     const LARGE_INTEGER beginning{};

@@ -31,6 +31,12 @@ public:
     void makeReadOnly(const std::string& path) override { files_.setReadOnly(path); }
     void makePrivate(const std::string& path) override { files_.setPrivate(path); }
     bool isPrivate(const std::string& path) const override { return files_.isPrivate(path); }
+    bool giveSecondName(const std::string& path, const std::string& name) override {
+        files_.setFile(name, files_.file(path));
+        files_.setTwoNames(path);
+        files_.setTwoNames(name);
+        return true;
+    }
     void writeInPlace(const std::string& path, const std::string& bytes) override {
         files_.setFile(path, bytes);
     }

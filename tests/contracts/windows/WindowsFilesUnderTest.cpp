@@ -40,6 +40,9 @@ public:
     }
     void makePrivate(const std::string& path) override { giveToOwnerAlone(path); }
     bool isPrivate(const std::string& path) const override { return !everybodyMayRead(path); }
+    bool giveSecondName(const std::string& path, const std::string& name) override {
+        return CreateHardLinkA(name.c_str(), path.c_str(), nullptr) != FALSE;
+    }
     void writeInPlace(const std::string& path, const std::string& bytes) override {
         const FileHandle file(CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                           OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
