@@ -74,6 +74,20 @@ public:
     /// Puts another text in place of the one in the field, at once.
     virtual void enter(TextBox& field, char text) = 0;
     virtual void choose(ComboBox& list, int entry) = 0;
+
+    // Fields to write in.
+    /// The user comes to the field. While a box is open no focus comes there: the field is told all
+    /// the same.
+    virtual void goInto(TextBox& field) = 0;
+    /// The key of a small letter goes down, writes it, and comes up.
+    virtual void type(TextBox& field, char letter) = 0;
+    /// Pastes a text of the clipboard into the field that has the focus, by the keyboard.
+    virtual void paste(TextBox& field, const std::string& text) = 0;
+    /// The user selects so many letters; with none the next one is written there.
+    virtual void selectByHand(TextBox& field, int start, int length) = 0;
+    virtual std::string selected(const TextBox& field) const = 0;
+
+    // Other controls.
     /// A tick that was on its way when the timer was stopped or a box came, or several.
     virtual void tickLate(Timer& timer) = 0;
     virtual int lineCount(const TextBox& area) const = 0;

@@ -4,6 +4,7 @@
 #include "windows/face/ControlIds.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace tarvik {
 
@@ -129,6 +130,19 @@ std::vector<MsgBoxAnswer> OpenBox::answers() const {
 bool OpenBox::press(MsgBoxAnswer answer) const {
     const HWND button = GetDlgItem(window, numberOf(answer));
     return button != nullptr && PostMessageA(button, BM_CLICK, 0, 0) != FALSE;
+}
+
+void copyText(const std::string& text) {
+    const BOOL open = OpenClipboard(nullptr);
+    EmptyClipboard();
+    const HGLOBAL data = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+    auto* const bytes = static_cast<char*>(GlobalLock(data));
+    text.copy(bytes, text.size());
+    bytes[text.size()] = '\0';
+    GlobalUnlock(data);
+    if (open == FALSE || SetClipboardData(CF_TEXT, data) == nullptr || CloseClipboard() == FALSE) {
+        throw std::runtime_error("no clipboard for " + text);
+    }
 }
 
 HMENU openMenu(DWORD process) {

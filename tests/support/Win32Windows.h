@@ -49,6 +49,9 @@ struct OpenBox {
 /// The process's open message box, with a null window when there is none.
 OpenBox openBox(DWORD process);
 
+/// Puts a text into the clipboard.
+void copyText(const std::string& text);
+
 /// The menu that is open in a process of this desktop; null when there is none.
 HMENU openMenu(DWORD process);
 

@@ -135,15 +135,6 @@ TEST_F(CommonDialogsTest, AFilterThatIsLeftAsItWasKeepsItsIndex) {
     EXPECT_EQ(data.nFilterIndex, 2U);
 }
 
-TEST_F(CommonDialogsTest, ACancelledDialogIsNoError) {
-    file.replace(0, 8, "data.csv");
-
-    EXPECT_FALSE(open(cancel));
-
-    EXPECT_EQ(dialogs.CommDlgExtendedError(), 0U);
-    EXPECT_STREQ(file.c_str(), "data.csv");
-}
-
 TEST_F(CommonDialogsTest, TheChosenFileFillsTheRecord) {
     const std::string path = makeFile("data.csv");
 
@@ -229,16 +220,6 @@ INSTANTIATE_TEST_SUITE_P(All, ExtensionTest,
                                          ExtensionCase{"csv", "data.csv", 0},
                                          ExtensionCase{"csv", "data", 0},
                                          ExtensionCase{nullptr, "data.txt", 0}));
-
-TEST_F(CommonDialogsTest, AnExistingFileIsOverwrittenUnaskedWithoutTheOption) {
-    const std::string path = makeFile("data.csv");
-    answerWith(QMessageBox::No);
-
-    EXPECT_TRUE(save(choose("data.csv")));
-
-    EXPECT_EQ(asked, 0);
-    EXPECT_STREQ(file.c_str(), path.c_str());
-}
 
 TEST_F(CommonDialogsTest, AnExistingFileIsChosenWhenTheUserConfirmsIt) {
     const std::string path = makeFile("data.csv");

@@ -7,13 +7,10 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPlainTextEdit>
-#include <QScreen>
-#include <QTimer>
 #include <QToolTip>
 
 #include <gtest/gtest.h>
 
-#include <stdexcept>
 #include <string>
 
 namespace tarvik {
@@ -76,52 +73,6 @@ TEST_F(OutsideNamesTest, ALineBreakInANameIsToldInABoxOfTheToolkit) {
     EXPECT_EQ(box.text(), QStringLiteral("a[U+000A]Do you want to delete it anyway?[U+000A]b\n"
                                          "File not found.\n"
                                          "Please verify the correct file name was given."));
-}
-
-/// The size of a box of the program's with that text, and whether its button is on the screen.
-struct BoxOnScreen {
-    QSize size;
-    bool fits = false;
-    QString text;
-};
-
-BoxOnScreen boxWith(QtMachine& machine, const std::string& text) {
-    BoxOnScreen shown;
-    QTimer look;
-    QObject::connect(&look, &QTimer::timeout, &look, [&] {
-        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-            shown.size = box->size();
-            shown.fits = box->screen()->availableSize().width() >= box->width() &&
-                         box->screen()->availableSize().height() >= box->height();
-            shown.text = box->text();
-            box->close();
-        }
-    });
-    look.start(5);
-    machine.desktop.messageBox({.text = text, .caption = "T"});
-    return shown;
-}
-
-TEST_F(OutsideNamesTest, ABoxOfThousandsOfLinesFitsTheScreenWithBothEndsOfItsText) {
-    std::string lines;
-    for (int i = 0; i < 2000; ++i) {
-        lines += "x\n";
-    }
-
-    const BoxOnScreen shown = boxWith(machine, "Warning:\r" + lines + "\rTry help.");
-
-    EXPECT_TRUE(shown.fits) << shown.size.width() << " x " << shown.size.height();
-    EXPECT_TRUE(shown.text.startsWith(QStringLiteral("Warning:\nx\n")));
-    EXPECT_TRUE(shown.text.endsWith(QStringLiteral("\nTry help.")));
-    EXPECT_TRUE(shown.text.contains(QStringLiteral("\n...\n")));
-}
-
-TEST_F(OutsideNamesTest, ABoxOfAWordOfThousandsOfWideLettersFitsTheScreen) {
-    const BoxOnScreen shown =
-        boxWith(machine, "Warning:\r" + std::string(3000, 'W') + "\rTry help.");
-
-    EXPECT_TRUE(shown.fits) << shown.size.width() << " x " << shown.size.height();
-    EXPECT_TRUE(shown.text.endsWith(QStringLiteral("\nTry help.")));
 }
 
 TEST_F(OutsideNamesTest, AToolTipIsPlain) {

@@ -1,5 +1,4 @@
 #include "HebrewPage.h"
-#include "Later.h"
 #include "controls/ListView.h"
 #include "support/FormOn.h"
 #include "support/Win32Windows.h"
@@ -63,52 +62,6 @@ TEST_F(OutsideNamesTest, ARowTellsOfATurn) {
     SendMessageA(windowOf(form.lvwNames), LVM_GETITEMTEXTA, 0, reinterpret_cast<LPARAM>(&cell));
 
     EXPECT_EQ(text, shownName);
-}
-
-/// Shows a box with that text; its text and its place.
-struct BoxOnScreen {
-    std::string text;
-    RECT place{};
-};
-
-BoxOnScreen boxWith(face::WindowsDesktop& desktop, const std::string& text) {
-    BoxOnScreen shown;
-    const Later press([&] {
-        const OpenBox open = openBox(GetCurrentProcessId());
-        shown.text = open.text;
-        GetWindowRect(open.window, &shown.place);
-        return open.window != nullptr && open.press(MsgBoxAnswer::Ok);
-    });
-    desktop.messageBox({.text = text, .caption = "T"});
-    return shown;
-}
-
-void expectOnScreen(const RECT& place) {
-    EXPECT_GE(place.left, 0);
-    EXPECT_GE(place.top, 0);
-    EXPECT_LE(place.right, GetSystemMetrics(SM_CXSCREEN));
-    EXPECT_LE(place.bottom, GetSystemMetrics(SM_CYSCREEN));
-}
-
-TEST_F(OutsideNamesTest, ABoxOfAWordOfThousandsOfLettersFitsTheScreen) {
-    const BoxOnScreen shown =
-        boxWith(desktop, "Warning:\r" + std::string(3000, 'W') + "\rTry help.");
-
-    expectOnScreen(shown.place);
-    EXPECT_TRUE(shown.text.starts_with("Warning:")) << shown.text;
-    EXPECT_TRUE(shown.text.ends_with("Try help.")) << shown.text;
-}
-
-TEST_F(OutsideNamesTest, ABoxOfThousandsOfLinesFitsTheScreen) {
-    std::string lines;
-    for (int i = 0; i < 2000; ++i) {
-        lines += "x\r";
-    }
-
-    const BoxOnScreen shown = boxWith(desktop, "Warning:\r" + lines + "Try help.");
-
-    expectOnScreen(shown.place);
-    EXPECT_TRUE(shown.text.ends_with("Try help.")) << shown.text;
 }
 
 TEST_F(OutsideNamesTest, ATextWithoutTurnsIsLeftAsItIs) {

@@ -131,51 +131,13 @@ protected:
     std::vector<std::string> seen;
 };
 
-void copy(const std::string& text) {
-    ASSERT_NE(OpenClipboard(nullptr), FALSE);
-    EmptyClipboard();
-    const HGLOBAL data = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
-    text.copy(static_cast<char*>(GlobalLock(data)), text.size() + 1);
-    static_cast<char*>(GlobalLock(data))[text.size()] = '\0';
-    GlobalUnlock(data);
-    SetClipboardData(CF_TEXT, data);
-    CloseClipboard();
-}
-
-class PasteTest : public TextFieldTest, public testing::WithParamInterface<const char*> {};
-
-TEST_P(PasteTest, LeavesOutWhatStandsAroundTheText) {
-    constexpr WPARAM pasteKey = 0x16;
-    fields.txtField.setText("15");
-    ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtField));
-    settle();
-    selectIn(windowOf(fields.txtField), {.from = 1, .to = 1});
-    ASSERT_NO_FATAL_FAILURE(copy(GetParam()));
-
-    SendMessageA(windowOf(fields.txtField), WM_CHAR, pasteKey, 1);
-
-    EXPECT_EQ(fields.txtField.text(), "195");
-}
-
-INSTANTIATE_TEST_SUITE_P(Each, PasteTest,
-                         testing::Values("9", "9\r\n", " 9", "9 ", "\t9\n", "\r\n9\r\n"));
-
 TEST_F(TextFieldTest, NothingIsPastedWhereNothingCanBeWritten) {
     ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtFixed));
-    ASSERT_NO_FATAL_FAILURE(copy(" 9"));
+    copyText(" 9");
 
     SendMessageA(windowOf(fields.txtFixed), WM_PASTE, 0, 0);
 
     EXPECT_EQ(textOf(windowOf(fields.txtFixed)), "first");
-}
-
-TEST_F(TextFieldTest, ComingToAFieldIsTold) {
-    ASSERT_NO_FATAL_FAILURE(showFields());
-    writeDownEvents();
-
-    SetFocus(windowOf(fields.txtField));
-
-    EXPECT_EQ(seen, std::vector<std::string>{"GotFocus first"});
 }
 
 TEST_F(TextFieldTest, LeavingAFieldIsNotToldAsComing) {
@@ -233,38 +195,12 @@ TEST_F(TextFieldTest, AKeyReachesTheFieldAfterTheBoxThatItBroughtUp) {
     EXPECT_GE(boxes, 2);
 }
 
-TEST_F(TextFieldTest, AKeyIsToldBeforeItChangesTheTextAndAfterwards) {
-    writeDownEvents();
-
-    type(windowOf(fields.txtField), 'x');
-
-    EXPECT_EQ(seen, (std::vector<std::string>{"KeyDown first", "Change xfirst", "KeyUp xfirst"}));
-}
-
 TEST_F(TextFieldTest, AKeyThatRemovesALetterIsToldWhileTheLetterIsThere) {
     writeDownEvents();
 
     SendMessageA(windowOf(fields.txtField), WM_KEYDOWN, VK_DELETE, 1);
 
     EXPECT_EQ(seen, (std::vector<std::string>{"KeyDown first", "Change irst"}));
-}
-
-TEST_F(TextFieldTest, APartIsSelectedWhenTheModelSaysSo) {
-    fields.txtField.select(1, 3);
-    settle();
-
-    EXPECT_EQ(selectedIn(windowOf(fields.txtField)), (Selected{1, 4}));
-}
-
-TEST_F(TextFieldTest, APartIsSelectedAgainAfterTheUserSelectedAnother) {
-    fields.txtField.select(1, 3);
-    settle();
-    selectIn(windowOf(fields.txtField), {0, 2});
-
-    fields.txtField.select(1, 3);
-    settle();
-
-    EXPECT_EQ(selectedIn(windowOf(fields.txtField)), (Selected{1, 4}));
 }
 
 TEST_F(TextFieldTest, WhatIsSelectedOnComingByMouseStaysSelected) {
@@ -325,28 +261,6 @@ TEST_F(TextFieldTest, ATextPutIntoAFieldThatTakesNoTypingIsSeenFromItsBeginning)
     EXPECT_EQ(selectedIn(windowOf(fields.txtFixed)), (Selected{0, 0}));
 }
 
-TEST_F(TextFieldTest, WhileABoxIsOpenAFieldTellsNothing) {
-    writeDownEvents();
-    const HWND field = windowOf(fields.txtField);
-    int rounds = 0;
-    const Later look([&] {
-        const OpenBox open = openBox(GetCurrentProcessId());
-        if (open.window == nullptr) {
-            return false;
-        }
-        SendMessageA(field, WM_SETFOCUS, 0, 0);
-        type(field, 'x');
-        ++rounds;
-        return open.press(MsgBoxAnswer::Ok);
-    });
-
-    desktop.messageBox({.text = "?", .caption = "T"});
-
-    EXPECT_EQ(rounds, 1);
-    EXPECT_TRUE(seen.empty());
-    EXPECT_EQ(textOf(field), "first");
-}
-
 TEST_F(TextFieldTest, WhileACallBlocksAFieldTellsNothing) {
     writeDownEvents();
     const HWND field = windowOf(fields.txtField);
@@ -360,7 +274,7 @@ TEST_F(TextFieldTest, WhileACallBlocksAFieldTellsNothing) {
     EXPECT_EQ(textOf(field), "first");
 }
 
-TEST_F(TextFieldTest, AFormMayBeWithdrawnWhenAKeyGoesDown) {
+TEST_F(TextFieldTest, TheWindowOutlivesAKeyGoingDownThatWithdrawsTheForm) {
     ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtField));
     const HWND field = GetFocus();
     bool thereInHandler = false;
@@ -377,7 +291,7 @@ TEST_F(TextFieldTest, AFormMayBeWithdrawnWhenAKeyGoesDown) {
     EXPECT_EQ(fields.txtField.text(), "first");
 }
 
-TEST_F(TextFieldTest, AFormMayBeWithdrawnWhenAKeyComesUp) {
+TEST_F(TextFieldTest, TheWindowOutlivesAKeyComingUpThatWithdrawsTheForm) {
     ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtField));
     const HWND field = GetFocus();
     bool thereInHandler = false;

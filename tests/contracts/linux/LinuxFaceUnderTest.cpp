@@ -7,9 +7,12 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
+#include <QFocusEvent>
 #include <QGroupBox>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -180,6 +183,37 @@ public:
     }
     void choose(ComboBox& list, int entry) override {
         theWidgetOf<QComboBox>(list).setCurrentIndex(entry);
+    }
+    void goInto(TextBox& field) override {
+        auto& edit = theWidgetOf<QLineEdit>(field);
+        if (QApplication::activeModalWidget() != nullptr) {
+            QFocusEvent come(QEvent::FocusIn, Qt::TabFocusReason);
+            QCoreApplication::sendEvent(&edit, &come);
+            return;
+        }
+        edit.window()->activateWindow();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return edit.isActiveWindow(); }, 10'000));
+        edit.setFocus(Qt::TabFocusReason);
+        EXPECT_TRUE(edit.hasFocus());
+    }
+    void type(TextBox& field, char letter) override {
+        auto& edit = theWidgetOf<QLineEdit>(field);
+        const int key = Qt::Key_A + (letter - 'a');
+        for (const QEvent::Type way : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent event(way, key, Qt::NoModifier, QString(QLatin1Char(letter)));
+            QCoreApplication::sendEvent(&edit, &event);
+        }
+    }
+    void paste(TextBox& field, const std::string& text) override {
+        QGuiApplication::clipboard()->setText(QString::fromStdString(text));
+        QTest::keyClick(theWidgetOf<QLineEdit>(field).window()->windowHandle(), Qt::Key_V,
+                        Qt::ControlModifier);
+    }
+    void selectByHand(TextBox& field, int start, int length) override {
+        theWidgetOf<QLineEdit>(field).setSelection(start, length);
+    }
+    std::string selected(const TextBox& field) const override {
+        return theWidgetOf<QLineEdit>(field).selectedText().toStdString();
     }
     void tickLate(Timer& timer) override {
         // Long enough for several, if they came.

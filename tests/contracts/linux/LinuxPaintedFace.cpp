@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QSemaphore>
 
 #include <gtest/gtest.h>
@@ -75,6 +76,12 @@ bool clickDuringCall(const Control& button) {
 std::string ownerOfOpenBox() {
     const QWidget* owner = QApplication::activeModalWidget()->parentWidget();
     return owner == nullptr ? "" : owner->window()->objectName().toStdString();
+}
+
+bool openBoxFitsTheScreen() {
+    const QWidget& box = *QApplication::activeModalWidget();
+    const QSize room = box.screen()->availableSize();
+    return box.width() <= room.width() && box.height() <= room.height();
 }
 
 } // namespace tarvik

@@ -1,8 +1,13 @@
 #include "contracts/painted/OutsideNames.h"
+#include "contracts/painted/PaintedFace.h"
 
 #include "support/FormOn.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
 
 namespace tarvik {
 namespace {
@@ -27,8 +32,20 @@ protected:
         machine.face->settle();
     }
 
+    /// Notes what is seen of a box with that text.
+    void showBox(const std::string& text) {
+        machine.face->atNextBox([this](ShownBox& box) {
+            shown = box.lines;
+            fits = openBoxFitsTheScreen();
+            box.press(MsgBoxAnswer::Ok);
+        });
+        machine.face->desktop().messageBox({.text = text, .caption = "T"});
+    }
+
     OutsideNamesUnderTest machine = outsideNamesUnderTest();
     FormOn<OutsideForm> form{machine.face->desktop()};
+    std::vector<std::string> shown{""};
+    bool fits = false;
 };
 
 TEST_F(OutsideNamesContract, AListTellsOfATurnAndKeepsTheTrueName) {
@@ -54,15 +71,31 @@ TEST_F(OutsideNamesContract, ATextOfTheUsersOwnIsLeftAsItIs) {
 }
 
 TEST_F(OutsideNamesContract, ABoxTellsOfATurn) {
-    std::vector<std::string> lines;
-    machine.face->atNextBox([&](ShownBox& box) {
-        lines = box.lines;
-        box.press(MsgBoxAnswer::Ok);
-    });
+    showBox(machine.turned);
 
-    machine.face->desktop().messageBox({.text = machine.turned, .caption = "T"});
+    EXPECT_EQ(shown, std::vector<std::string>{machine.told});
+}
 
-    EXPECT_EQ(lines, std::vector<std::string>{machine.told});
+TEST_F(OutsideNamesContract, ABoxOfThousandsOfLinesFitsTheScreenWithBothEndsOfItsText) {
+    std::string lines;
+    for (int i = 0; i < 2000; ++i) {
+        lines += "x\r";
+    }
+
+    showBox("Warning:\r" + lines + "Try help.");
+
+    EXPECT_TRUE(fits);
+    EXPECT_EQ(shown.front(), "Warning:");
+    EXPECT_EQ(shown.back(), "Try help.");
+    EXPECT_EQ(std::count(shown.begin(), shown.end(), "..."), 1);
+}
+
+TEST_F(OutsideNamesContract, ABoxOfAWordOfThousandsOfWideLettersFitsTheScreen) {
+    showBox("Warning:\r" + std::string(3000, 'W') + "\rTry help.");
+
+    EXPECT_TRUE(fits);
+    EXPECT_EQ(shown.front(), "Warning:");
+    EXPECT_EQ(shown.back(), "Try help.");
 }
 
 } // namespace

@@ -23,5 +23,7 @@ bool isActive(const Form& form);
 bool clickDuringCall(const Control& button);
 /// Before which form's window the open box stands; empty for none.
 std::string ownerOfOpenBox();
+/// Whether the screen has room for the whole open box.
+bool openBoxFitsTheScreen();
 
 } // namespace tarvik

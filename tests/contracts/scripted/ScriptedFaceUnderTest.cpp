@@ -6,6 +6,7 @@
 #include "scripted/ScriptedDesktop.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace tarvik {
 namespace {
@@ -136,6 +137,32 @@ public:
     }
     void enter(TextBox& field, char text) override { field.setText(std::string(1, text)); }
     void choose(ComboBox& list, int entry) override { list.setListIndex(entry); }
+    void goInto(TextBox& field) override {
+        if (desktop_.takesInput()) {
+            field.GotFocus.raise();
+        }
+    }
+    void type(TextBox& field, char letter) override {
+        if (!desktop_.takesInput()) {
+            return;
+        }
+        const std::string window = field.list().name();
+        field.KeyDown.raise();
+        if (desktop_.form(window) != nullptr) {
+            write(field, std::string(1, letter));
+            field.KeyUp.raise();
+        }
+    }
+    void paste(TextBox& field, const std::string& text) override {
+        constexpr const char* blanks = " \t\r\n";
+        const std::size_t first = text.find_first_not_of(blanks);
+        write(field, text.substr(first, text.find_last_not_of(blanks) + 1 - first));
+    }
+    void selectByHand(TextBox&, int start, int length) override { byHand_ = {start, length}; }
+    std::string selected(const TextBox& field) const override {
+        return field.text().substr(static_cast<std::size_t>(field.selStart()),
+                                   static_cast<std::size_t>(field.selLength()));
+    }
     void tickLate(Timer& timer) override {
         desktop_.advance(3 * static_cast<std::uint64_t>(timer.interval()));
     }
@@ -178,6 +205,20 @@ public:
 private:
     static constexpr int seenRows = 5;
 
+    struct Selection {
+        int start = 0;
+        int length = 0;
+    };
+
+    /// In place of what is selected, by the user or else by the model.
+    void write(TextBox& field, const std::string& letters) const {
+        const Selection at = byHand_.value_or(Selection{field.selStart(), field.selLength()});
+        std::string text = field.text();
+        text.replace(static_cast<std::size_t>(at.start), static_cast<std::size_t>(at.length),
+                     letters);
+        field.setText(text);
+    }
+
     /// The last that the form's window was told.
     bool wasTold(const Form& form, const std::string& what) const {
         const auto last = std::find_if(
@@ -214,6 +255,7 @@ private:
     }
 
     ScriptedDesktop desktop_;
+    std::optional<Selection> byHand_;
 };
 
 } // namespace

@@ -178,6 +178,35 @@ public:
                      MAKEWPARAM(face::controlId(list), CBN_SELCHANGE),
                      reinterpret_cast<LPARAM>(windowOf(list)));
     }
+    void goInto(TextBox& field) override {
+        SetFocus(windowOf(field));
+        if (GetFocus() != windowOf(field)) {
+            SendMessageA(windowOf(field), WM_SETFOCUS, 0, 0);
+        }
+    }
+    void type(TextBox& field, char letter) override {
+        constexpr LPARAM comesUp = 0xC0000001;
+        const HWND edit = windowOf(field);
+        const auto key = static_cast<WPARAM>(letter - 'a' + 'A');
+        SendMessageA(edit, WM_KEYDOWN, key, 1);
+        SendMessageA(edit, WM_CHAR, static_cast<WPARAM>(letter), 1);
+        SendMessageA(edit, WM_KEYUP, key, comesUp);
+    }
+    void paste(TextBox& field, const std::string& text) override {
+        constexpr WPARAM pasteKey = 0x16;
+        copyText(text);
+        SendMessageA(windowOf(field), WM_CHAR, pasteKey, 1);
+    }
+    void selectByHand(TextBox& field, int start, int length) override {
+        SendMessageA(windowOf(field), EM_SETSEL, static_cast<WPARAM>(start), start + length);
+    }
+    std::string selected(const TextBox& field) const override {
+        DWORD from = 0;
+        DWORD to = 0;
+        SendMessageA(windowOf(field), EM_GETSEL, reinterpret_cast<WPARAM>(&from),
+                     reinterpret_cast<LPARAM>(&to));
+        return textOf(windowOf(field)).substr(from, to - from);
+    }
     void tickLate(Timer& timer) override {
         SendMessageA(windowOf(timer.list()), WM_TIMER, static_cast<WPARAM>(face::controlId(timer)),
                      0);

@@ -68,4 +68,11 @@ std::string ownerOfOpenBox() {
     return owner == nullptr ? "" : classOf(owner);
 }
 
+bool openBoxFitsTheScreen() {
+    RECT place{};
+    GetWindowRect(openBox(GetCurrentProcessId()).window, &place);
+    return place.left >= 0 && place.top >= 0 && place.right <= GetSystemMetrics(SM_CXSCREEN) &&
+           place.bottom <= GetSystemMetrics(SM_CYSCREEN);
+}
+
 } // namespace tarvik
