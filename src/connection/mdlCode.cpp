@@ -147,6 +147,20 @@ std::uint32_t InitRas(std::uint32_t Size, std::uint32_t& Count) {
     });
 }
 
+std::uint32_t ReadStatus(std::uint32_t Handle, bool& Connected) {
+    RASCONNSTATUSA status{};
+    status.dwSize = RASCONNSTATUSA::size;
+    const std::uint32_t code = platform().connections.RasGetConnectStatusA(Handle, &status);
+    Connected = code == ras::success && status.rasconnstate == ras::connected;
+    return code;
+}
+
+std::uint32_t ReadStatistics(std::uint32_t Handle, RAS_STATS& Statistics) {
+    Statistics = {};
+    Statistics.dwSize = RAS_STATS::size;
+    return platform().connections.RasGetConnectionStatistics(Handle, &Statistics);
+}
+
 std::string RasErrorMessage(std::uint32_t Code) {
     return guarded("RasErrorMessage", std::string("Unknown error."), [&](std::string& result) {
         constexpr std::uint32_t lastSystemCode = 600;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ports/ConnectionProvider.h"
+
 #include <cstdint>
 #include <span>
 #include <string>
@@ -23,6 +25,13 @@ bool RasGetAllEntries(std::vector<PhoneBookEntry>& Entries, const std::string& P
 /// number. `Size` is the buffer size in bytes to begin with; 0 asks the service first. Returns 0 or
 /// the service's code, which has then been shown.
 std::uint32_t InitRas(std::uint32_t Size, std::uint32_t& Count);
+
+/// Asks whether a connection is up. Returns 0 or the service's code, which is not shown; then it is
+/// not taken for connected.
+std::uint32_t ReadStatus(std::uint32_t Handle, bool& Connected);
+
+/// Reads what a connection has carried. Returns 0 or the service's code, which is not shown.
+std::uint32_t ReadStatistics(std::uint32_t Handle, RAS_STATS& Statistics);
 
 /// The text for a code of the service (above 600) or of the system. For a system code that is known
 /// this is "Error obtaining error message from system.", on purpose: the length that the system

@@ -51,19 +51,17 @@ std::uint32_t dial(DialRecord& record) {
 }
 
 void hangUpIfConnected(std::uint32_t handle) {
-    ConnectionProvider& connections = platform().connections;
-    RASCONNSTATUSA status{};
-    status.dwSize = RASCONNSTATUSA::size;
-    std::uint32_t code = connections.RasGetConnectStatusA(handle, &status);
+    bool connected = false;
+    std::uint32_t code = ReadStatus(handle, connected);
     if (code != ras::success) {
         ShowRasErrorMessage("RasGetConnectStatus", code);
         ToggleMonitoringActive(false);
         return;
     }
-    if (status.rasconnstate != ras::connected) {
+    if (!connected) {
         return;
     }
-    code = connections.RasHangUpA(handle);
+    code = platform().connections.RasHangUpA(handle);
     if (code == ras::success) {
         state().ConnectionActive = false;
         NoteHangUp(handle);

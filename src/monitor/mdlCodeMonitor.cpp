@@ -35,23 +35,20 @@ struct FailedCall {
 };
 
 void readConnection(std::uint32_t index, FailedCall& failed, bool& result) {
-    ConnectionProvider& connections = platform().connections;
     const std::uint32_t handle = state().RasConnections.at(index).hrasconn;
-    RASCONNSTATUSA status{};
-    status.dwSize = RASCONNSTATUSA::size;
-    std::uint32_t code = connections.RasGetConnectStatusA(handle, &status);
+    bool connected = false;
+    std::uint32_t code = ReadStatus(handle, connected);
     if (code != ras::success) {
         failed = {"RasGetConnectStatus", code};
         return;
     }
-    if (status.rasconnstate != ras::connected) {
+    if (!connected) {
         NoteFold(handle);
         HandleOnline();
         return;
     }
     RAS_STATS statistics{};
-    statistics.dwSize = RAS_STATS::size;
-    code = connections.RasGetConnectionStatistics(handle, &statistics);
+    code = ReadStatistics(handle, statistics);
     if (code != ras::success) {
         failed = {"RasGetConnectionStatistics", code};
         return;

@@ -1,5 +1,9 @@
 #include "monitor/mdlReadings.h"
 
+#include "connection/mdlCode.h"
+
+#include <cstring>
+
 namespace tarvik {
 
 namespace {
@@ -66,6 +70,27 @@ bool continues(const LineTotals& before, const LineTotals& now) {
 }
 
 } // namespace
+
+bool isConnected(std::uint32_t handle) {
+    bool connected = false;
+    ReadStatus(handle, connected);
+    return connected;
+}
+
+std::optional<RAS_STATS> figuresOf(std::uint32_t handle, bool& failed) {
+    bool connected = false;
+    failed = ReadStatus(handle, connected) != ras::success;
+    if (!connected) {
+        return std::nullopt;
+    }
+    RAS_STATS statistics{};
+    failed = ReadStatistics(handle, statistics) != ras::success;
+    return failed ? std::nullopt : std::optional(statistics);
+}
+
+bool sameEntry(const RASCONNA& a, const RASCONNA& b) {
+    return std::strncmp(a.szEntryName, b.szEntryName, sizeof a.szEntryName) == 0;
+}
 
 LineTotals totalsOf(const RAS_STATS& Statistics) {
     return {.bytesSent = Statistics.dwBytesXmited,

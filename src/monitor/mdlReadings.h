@@ -2,9 +2,19 @@
 
 #include "state/mdlVar.h"
 
+#include <cstdint>
 #include <optional>
 
 namespace tarvik {
+
+/// Whether the connection is up.
+bool isConnected(std::uint32_t handle);
+
+/// Reads what a connection has carried. Nothing where a call fails, or where it is not connected.
+std::optional<RAS_STATS> figuresOf(std::uint32_t handle, bool& failed);
+
+/// Whether both were made from the same entry of the phone book.
+bool sameEntry(const RASCONNA& a, const RASCONNA& b);
 
 /// A first reading at full width.
 LineTotals totalsOf(const RAS_STATS& Statistics);

@@ -1,6 +1,7 @@
 #include "monitor/mdlSessions.h"
 
 #include "connection/mdlCode.h"
+#include "monitor/mdlFormerSessions.h"
 #include "monitor/mdlReadings.h"
 #include "ports/Clock.h"
 #include "ports/Platform.h"
@@ -9,9 +10,7 @@
 #include "state/mdlVar.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
-#include <cstring>
 #include <span>
 #include <utility>
 #include <vector>
@@ -99,10 +98,6 @@ void keep(LineSession& session) {
     session.offset = session.counted = {};
 }
 
-bool sameEntry(const RASCONNA& a, const RASCONNA& b) {
-    return std::strncmp(a.szEntryName, b.szEntryName, sizeof a.szEntryName) == 0;
-}
-
 /// The session lives on under a handle that is new for the same entry, if there is one.
 bool renumber(LineSession& session, std::span<const RASCONNA> up, std::uint32_t dialled) {
     if (session.hungUp || !platform().connections.renumbers()) {
@@ -146,94 +141,6 @@ void endSession(LineSession& session, bool otherIsUp) {
     if (current) {
         state().CountedConnection = 0;
     }
-}
-
-/// The connection has grown older by what passed since it was read. Universal time tells that
-/// across a start of the machine, where the time since that start would take a line that is dialled
-/// at each one for the same session.
-bool beganAtTheSameMoment(const LineSession& before, const RAS_STATS& now) {
-    constexpr double inexact = 3'000; // milliseconds, of a clock that counts seconds
-    const double lived = static_cast<double>(now.dwConnectDuration) - before.last.dwConnectDuration;
-    const double away = static_cast<double>(platform().clock.universalMilliseconds()) -
-                        static_cast<double>(before.readAt);
-    return std::abs(lived - away) <= inexact;
-}
-
-/// Under a service that tells nothing more: of the same entry over the same device, begun at the
-/// same moment, and no counter has fallen.
-bool goesOn(const LineSession& before, const RAS_STATS& now) {
-    return beganAtTheSameMoment(before, now) && now.dwBytesRcved >= before.last.dwBytesRcved &&
-           now.dwBytesXmited >= before.last.dwBytesXmited &&
-           now.dwConnectDuration >= before.last.dwConnectDuration &&
-           now.dwFramesRcved >= before.last.dwFramesRcved &&
-           now.dwFramesXmited >= before.last.dwFramesXmited;
-}
-
-/// A connection's figures; nothing where a call fails, or where it is not connected.
-std::optional<RAS_STATS> figuresOf(std::uint32_t handle, bool& failed) {
-    ConnectionProvider& connections = platform().connections;
-    RASCONNSTATUSA status{};
-    status.dwSize = RASCONNSTATUSA::size;
-    RAS_STATS statistics{};
-    statistics.dwSize = RAS_STATS::size;
-    failed = connections.RasGetConnectStatusA(handle, &status) != ras::success;
-    if (failed || status.rasconnstate != ras::connected) {
-        return std::nullopt;
-    }
-    failed = connections.RasGetConnectionStatistics(handle, &statistics) != ras::success;
-    return failed ? std::nullopt : std::optional(statistics);
-}
-
-bool isFormer(const FormerSession& former, const RASCONNA& connection,
-              const std::optional<RAS_STATS>& now) {
-    const RASCONNA& before = former.session.connection;
-    if (!sameEntry(before, connection)) {
-        return false;
-    }
-    if (!former.mark.empty()) {
-        return platform().connections.resume(connection.hrasconn, former.mark);
-    }
-    return std::strncmp(before.szDeviceName, connection.szDeviceName, sizeof before.szDeviceName) ==
-               0 &&
-           now && goesOn(former.session, *now);
-}
-
-/// A connection may be the session that was up when the program last ran.
-void resume(const RASCONNA& connection, const std::optional<RAS_STATS>& now) {
-    State& s = state();
-    const auto former =
-        std::find_if(s.FormerSessions.begin(), s.FormerSessions.end(),
-                     [&](const FormerSession& one) { return isFormer(one, connection, now); });
-    if (former != s.FormerSessions.end()) {
-        LineSession session = former->session;
-        session.connection = connection;
-        session.resumed = session.inTotals = true;
-        s.LineSessions.push_back(session);
-        s.FormerSessions.erase(former);
-    }
-}
-
-/// Before the connection has its turn in the tick. Where it cannot be read now that is left to its
-/// turn.
-void lookForFormer(const RASCONNA& connection) {
-    State& s = state();
-    const bool mayBeFormer = std::any_of(
-        s.FormerSessions.begin(), s.FormerSessions.end(),
-        [&](const FormerSession& one) { return sameEntry(one.session.connection, connection); });
-    if (mayBeFormer) {
-        bool failed = false;
-        resume(connection, figuresOf(connection.hrasconn, failed));
-        if (failed) {
-            s.UnsureConnections.push_back(connection.hrasconn);
-        }
-    }
-}
-
-bool isConnected(std::uint32_t handle) {
-    RASCONNSTATUSA status{};
-    status.dwSize = RASCONNSTATUSA::size;
-    return platform().connections.RasGetConnectStatusA(handle, &status) == ras::success &&
-           status.rasconnstate == ras::connected;
 }
 
 /// A session of the run before is among the connections, and none of the known ones yet.
@@ -284,7 +191,7 @@ void BeginTick(std::uint32_t Count) {
                   [&](const LineSession& one) { return contains(over, one.connection.hrasconn); });
     for (const RASCONNA& one : up) {
         if (one.hrasconn != dialled && knownSession(one.hrasconn) == nullptr) {
-            lookForFormer(one);
+            LookForFormer(one);
         }
     }
 }
@@ -292,7 +199,7 @@ void BeginTick(std::uint32_t Count) {
 LineTotals CarryOn(const RASCONNA& Connection, const RAS_STATS& Statistics) {
     const auto wide = platform().connections.lineTotals(Connection.hrasconn);
     if (std::erase(state().UnsureConnections, Connection.hrasconn) != 0) {
-        resume(Connection, Statistics);
+        ResumeFormer(Connection, Statistics);
     }
     LineSession& session = sessionOf(Connection, Statistics);
     for (LineSession& other : state().LineSessions) {
