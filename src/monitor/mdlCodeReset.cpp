@@ -3,7 +3,7 @@
 #include "monitor/mdlDateCalc.h"
 #include "ports/Clock.h"
 #include "ports/Platform.h"
-#include "ports/Program.h"
+#include "settings/DatedName.h"
 #include "settings/mdlSettingsBackup.h"
 #include "settings/mdlSettingsJournal.h"
 #include "state/mdlConst.h"
@@ -26,10 +26,6 @@ bool userResetsWithoutBackup() {
                   MsgBoxButtons::YesNo, MsgBoxIcon::Question) == MsgBoxAnswer::Yes;
 }
 
-void tell(const std::string& text) {
-    ShowBalloonTip(text, "Velmars Tarvik", informationIcon, balloonMilliseconds);
-}
-
 /// Before a reset that may come from a date misread, the file is put aside as it is. False when
 /// that cannot be done: the reset then waits for it.
 bool fileIsKept() {
@@ -40,16 +36,16 @@ bool fileIsKept() {
     std::string copy;
     if (!keepIniFile(s.FileOfDoubtfulReset, copy)) {
         if (!std::exchange(s.ResetWaitTold, true)) {
-            tell(std::string("The date of the last reset may be misread. The totals are not reset "
+            Tell(std::string("The date of the last reset may be misread. The totals are not reset "
                              "before a copy of the file can be made.") +
                  CR + s.FileOfDoubtfulReset);
         }
         return false;
     }
     if (!copy.empty()) {
-        tell(std::string("The date of the last reset may be misread: another language writes it "
+        Tell(std::string("The date of the last reset may be misread: another language writes it "
                          "differently. Before the reset of the totals the file was copied to ") +
-             CR + copy.substr(copy.rfind(platform().program.pathSeparator()) + 1));
+             CR + nameWithoutFolder(copy));
     }
     return true;
 }
@@ -57,7 +53,7 @@ bool fileIsKept() {
 /// The backup is the copy then.
 void tellOfDoubt() {
     if (!state().FileOfDoubtfulReset.empty()) {
-        tell("The date of the last reset may be misread: another language writes it differently. "
+        Tell("The date of the last reset may be misread: another language writes it differently. "
              "The file as it was before the reset of the totals is the backup of today.");
     }
 }

@@ -2,6 +2,7 @@
 
 #include "ports/Clock.h"
 #include "ports/Platform.h"
+#include "ports/Program.h"
 #include "types/Convert.h"
 
 namespace tarvik {
@@ -9,6 +10,10 @@ namespace tarvik {
 std::string todayText() {
     const CivilTime today = platform().clock.currentDate().civil();
     return wholeToText(today.year) + "-" + wholeToText(today.month) + "-" + wholeToText(today.day);
+}
+
+std::string nameWithoutFolder(const std::string& path) {
+    return path.substr(path.rfind(platform().program.pathSeparator()) + 1);
 }
 
 Renaming renameToFree(const std::string& file, int first,

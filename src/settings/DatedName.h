@@ -10,6 +10,9 @@ namespace tarvik {
 /// Today's date as it stands in names of files, "2026-5-3".
 std::string todayText();
 
+/// The last part of a full path.
+std::string nameWithoutFolder(const std::string& path);
+
 /// So many files of one day are kept.
 inline constexpr int mostNumbers = 1000;
 

@@ -15,12 +15,6 @@ enum class KeepWhen {
 /// a journal, and after the end. A failure is told once, in a note.
 void KeepJournal(KeepWhen When);
 
-/// The start: what a run that did not end in order had counted and set, if the INI file is still
-/// the one that this stood on. A journal of another content of the file is put aside.
-void RestoreFromJournal();
-/// Tells what the start has found, in a note, if there is something to tell.
-void TellOfJournal();
-
 /// The newest record of the file holds the totals, from the save under way on.
 void NoteRecord();
 

@@ -31,7 +31,7 @@ bool fits(std::int64_t value) {
            value <= std::numeric_limits<Number>::max();
 }
 
-bool canBeMeant(const Setting& setting, std::int64_t value) {
+bool canHave(const Setting& setting, std::int64_t value) {
     return std::visit(
         ByKind{[](const BytesSetting&) { return true; },
                [&](const NumberSetting& number) {
@@ -57,7 +57,7 @@ bool canBeMeant(const SettingNumbers& numbers) {
     const auto& all = settings();
     return std::equal(
         all.begin(), all.end(), numbers.begin(),
-        [](const Setting& setting, std::int64_t value) { return canBeMeant(setting, value); });
+        [](const Setting& setting, std::int64_t value) { return canHave(setting, value); });
 }
 
 void takeNumber(const Setting& setting, std::int64_t value, State& s) {

@@ -1,9 +1,24 @@
 #include "state/mdlTransfers.h"
 
+#include "ports/Platform.h"
 #include "state/mdlTools.h"
 #include "state/mdlVar.h"
 
+#include <algorithm>
+
 namespace tarvik {
+
+namespace {
+
+/// The session whose figures are shown is still to be asked about: the question, or a box before
+/// it, is open. The next start asks.
+bool awaitsQuestion(const LineSession& one) {
+    const State& s = state();
+    return (s.QuestionOpen || (s.FirstOnlineUpdate && !s.DialInStarted)) && !one.resumed &&
+           one.connection.hrasconn == s.CountedConnection;
+}
+
+} // namespace
 
 Tally Rcvd() {
     const State& s = state();
@@ -54,6 +69,36 @@ void SetSessionOffset(const Amount& Offset) {
     s.BytesRcvdOffset = Counter::of(Offset.rcvd);
     s.BytesSentOffset = Counter::of(Offset.sent);
     s.DurationOffset = Counter::of(Offset.duration);
+}
+
+std::vector<FormerSession> SessionsUnderWay() {
+    const State& s = state();
+    std::vector<FormerSession> result = s.FormerSessions;
+    for (const LineSession& one : s.LineSessions) {
+        if (one.hungUp || awaitsQuestion(one)) {
+            continue;
+        }
+        FormerSession& kept = result.emplace_back();
+        kept.session = one;
+        kept.mark = platform().connections.sessionMark(one.connection.hrasconn);
+        if (one.connection.hrasconn == s.CountedConnection) {
+            kept.session.offset = SessionOffset();
+            kept.session.counted = SessionCounted();
+        }
+    }
+    return result;
+}
+
+Amount AllThatCounts() {
+    const State& s = state();
+    const bool asked = std::any_of(s.LineSessions.begin(), s.LineSessions.end(), awaitsQuestion);
+    Amount all = asked ? FinishedTotals() : OverallAmount();
+    for (const LineSession& one : s.LineSessions) {
+        if (one.connection.hrasconn != s.CountedConnection && !one.inTotals) {
+            all = all + one.counted;
+        }
+    }
+    return all;
 }
 
 void ResetTransfers(bool ResetAll) {

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "state/mdlVar.h"
 #include "types/Amount.h"
 #include "types/Counter.h"
 #include "types/Currency.h"
+
+#include <vector>
 
 namespace tarvik {
 
@@ -45,6 +48,13 @@ void AddToTotals(const Amount& More);
 /// What of the session under way is not to be counted.
 Amount SessionOffset();
 void SetSessionOffset(const Amount& Offset);
+
+/// The sessions that go on when the program is started again, each with what counts of it. What the
+/// program has hung up is as good as over, and one that the user is still to be asked about is
+/// found anew.
+std::vector<FormerSession> SessionsUnderWay();
+/// All that counts, that of these sessions included.
+Amount AllThatCounts();
 
 /// Adds the counted part of the session to the totals and forgets the session; then forgets the
 /// totals too if `ResetAll` is true.

@@ -19,7 +19,7 @@ void tellOfMinimising() {
     }
     const std::string text = std::string("This desktop has no notification area.") + CR +
                              "The main window is minimised instead of being hidden.";
-    if (!ShowBalloonTip(text, "Velmars Tarvik", informationIcon, balloonMilliseconds)) {
+    if (!Tell(text)) {
         MsgBox(text, MsgBoxButtons::OkOnly, MsgBoxIcon::Information);
     }
 }

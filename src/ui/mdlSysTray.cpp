@@ -114,6 +114,10 @@ bool ShowBalloonTip(const std::string& Text, const std::string& Title, std::uint
     });
 }
 
+bool Tell(const std::string& Text) {
+    return ShowBalloonTip(Text, "Velmars Tarvik", informationIcon, balloonMilliseconds);
+}
+
 bool RemoveFromSysTray() {
     return guarded("RemoveFromSysTray", false, [](bool& result) {
         FrmSysTray& tray = forms().frmSysTray;

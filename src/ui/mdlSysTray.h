@@ -28,6 +28,9 @@ inline constexpr std::uint32_t balloonMilliseconds = 10'000;
 bool ShowBalloonTip(const std::string& Text, const std::string& Title, std::uint32_t Icon,
                     std::uint32_t Timeout);
 
+/// Shows such a note under the program's name.
+bool Tell(const std::string& Text);
+
 /// Removes the icon and unloads the form that owns it.
 bool RemoveFromSysTray();
 

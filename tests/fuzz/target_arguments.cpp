@@ -3,7 +3,7 @@
 // Input: the most arguments as one byte, whether quotes count as one byte, then the line.
 
 #include "FuzzWorld.h"
-#include "startup/mdlStartUp.h"
+#include "startup/mdlArguments.h"
 #include "types/Text.h"
 
 #include <algorithm>

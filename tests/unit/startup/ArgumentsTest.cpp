@@ -1,4 +1,4 @@
-#include "startup/mdlStartUp.h"
+#include "startup/mdlArguments.h"
 #include "support/WorldTest.h"
 
 namespace tarvik {

@@ -1,4 +1,5 @@
 #include "settings/mdlSettingsJournal.h"
+#include "settings/mdlSettingsRestore.h"
 #include "startup/JournalRestartTest.h"
 
 #include <gmock/gmock.h>

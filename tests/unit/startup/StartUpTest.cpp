@@ -1,3 +1,4 @@
+#include "startup/mdlArguments.h"
 #include "startup/mdlStartUp.h"
 
 #include "startup/mdlSingleInstance.h"

@@ -1,5 +1,6 @@
 #include "settings/mdlSettings.h"
 #include "settings/mdlSettingsLog.h"
+#include "startup/mdlArguments.h"
 #include "startup/mdlSingleInstance.h"
 #include "startup/mdlStartUp.h"
 #include "state/mdlTools.h"

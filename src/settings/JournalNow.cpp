@@ -1,0 +1,80 @@
+#include "settings/JournalNow.h"
+
+#include "journal/Journal.h"
+#include "ports/Clock.h"
+#include "ports/Files.h"
+#include "ports/Platform.h"
+#include "ports/PrivateProfile.h"
+#include "settings/DatedName.h"
+#include "settings/mdlSettings.h"
+#include "settings/mdlSettingsNumbers.h"
+#include "state/mdlConst.h"
+#include "state/mdlTransfers.h"
+#include "state/mdlVar.h"
+#include "types/RunTimeError.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tarvik {
+
+std::string journalFile(const std::string& addition) {
+    const std::string ini = usualIniFile();
+    const std::size_t ending = std::string(IniFileBaseName).rfind('.');
+    return ini.substr(0, ini.size() - std::string(IniFileBaseName).size()) +
+           std::string(IniFileBaseName).substr(0, ending) + addition + ".journal";
+}
+
+std::string aboutJournal(const std::string& text, const std::string& path) {
+    return text + CR + nameWithoutFolder(path);
+}
+
+IniContent contentWithFile() {
+    return {.exists = true,
+            .lastState = GetStringFromINI(SettingsSection, keys::lastState),
+            .lastDateStamp = GetLongFromINI(SettingsSection, keys::lastDateStamp).toLong().value()};
+}
+
+std::optional<IniContent> contentOfFile() {
+    const ProfileReading reading(platform().profile, usualIniFile());
+    if (!reading.readable()) {
+        return std::nullopt;
+    }
+    IniContent content = contentWithFile();
+    content.exists = platform().files.Dir(usualIniFile()) == FileKind::File;
+    return content;
+}
+
+std::optional<Amount> totalsOfFile() {
+    const ProfileReading reading(platform().profile, usualIniFile());
+    if (!reading.readable()) {
+        return std::nullopt;
+    }
+    return recordOf(GetStringFromINI(SettingsSection, keys::lastState));
+}
+
+std::optional<JournalEntry> entryNow() {
+    const State& s = state();
+    try {
+        JournalEntry entry;
+        entry.moment = momentOf(platform().clock);
+        entry.standsOn = journal().standsOn;
+        entry.resetIfGone = journal().resetIfGone;
+        entry.totals = AllThatCounts();
+        entry.tickerBase = std::clamp(s.TickerBase, Currency(0), largestKept);
+        entry.settings = settingsAsNumbers(s);
+        entry.address = s.IPAddress;
+        entry.sessions = SessionsUnderWay();
+        return canBeKept(entry.totals) ? std::optional(std::move(entry)) : std::nullopt;
+    } catch (const RunTimeError&) {
+        return std::nullopt;
+    }
+}
+
+bool wasSavedMeanwhile(const JournalEntry& entry, const IniContent& file) {
+    const std::int32_t records = file.lastDateStamp - entry.standsOn.lastDateStamp;
+    const bool ownSave = records == 1 || (records == 0 && file.exists && !entry.standsOn.exists);
+    return ownSave && totalsOfFile() == entry.totals;
+}
+
+} // namespace tarvik

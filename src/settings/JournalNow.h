@@ -1,0 +1,37 @@
+#pragma once
+
+#include "journal/JournalEntry.h"
+#include "types/Amount.h"
+
+#include <optional>
+#include <string>
+
+namespace tarvik {
+
+// What keeping the journal and restoring from it have in common.
+
+/// The journal's full path, with this before the ending of its name.
+std::string journalFile(const std::string& addition = {});
+
+/// A note with the name of that file below its text.
+std::string aboutJournal(const std::string& text, const std::string& path = journalFile());
+
+/// The content of the INI file as it is now. Nothing where the file cannot be read: then nobody
+/// knows.
+std::optional<IniContent> contentOfFile();
+
+/// The same as the file says, if it is there.
+IniContent contentWithFile();
+
+/// The totals that a start takes from the file alone; nothing where it cannot be read.
+std::optional<Amount> totalsOfFile();
+
+/// What is to be kept; nothing where the totals are beyond what can be, or below zero, as a file
+/// may have them: that is left to the file.
+std::optional<JournalEntry> entryNow();
+
+/// The journal's state became the file's: a save of the program's own that it could not note any
+/// more.
+bool wasSavedMeanwhile(const JournalEntry& entry, const IniContent& file);
+
+} // namespace tarvik
