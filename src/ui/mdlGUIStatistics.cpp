@@ -73,10 +73,4 @@ void SetStatistics(const RAS_STATS& Stats, const LineTotals& Session) {
     });
 }
 
-void SetStatistics(const RAS_STATS& Stats) {
-    SetStatistics(Stats, {.bytesSent = Stats.dwBytesXmited,
-                          .bytesRcvd = Stats.dwBytesRcved,
-                          .duration = Stats.dwConnectDuration});
-}
-
 } // namespace tarvik

@@ -9,7 +9,4 @@ namespace tarvik {
 /// `Session` are the record's byte counters and time at full width.
 void SetStatistics(const RAS_STATS& Stats, const LineTotals& Session);
 
-/// The same for a record whose counters have not wrapped.
-void SetStatistics(const RAS_STATS& Stats);
-
 } // namespace tarvik

@@ -1,3 +1,4 @@
+#include "monitor/mdlReadings.h"
 #include "support/WorldTest.h"
 #include "ui/mdlGUIStatistics.h"
 #include "ui/mdlInternetState.h"
@@ -15,6 +16,9 @@ protected:
     }
 
     FrmStatistics& window() { return world->forms.frmStatistics; }
+
+    /// Of a session whose counters have not wrapped.
+    static void show(const RAS_STATS& stats) { SetStatistics(stats, totalsOf(stats)); }
 
     static RAS_STATS record() {
         return {.dwSize = RAS_STATS::size,
@@ -45,7 +49,7 @@ struct ShownCounter {
 class CounterTest : public StatisticsTest, public testing::WithParamInterface<ShownCounter> {};
 
 TEST_P(CounterTest, IsShownInItsBox) {
-    SetStatistics(record());
+    show(record());
 
     const auto* box = dynamic_cast<const TextBox*>(window().control(GetParam().box));
     ASSERT_NE(box, nullptr);
@@ -89,7 +93,7 @@ TEST_F(StatisticsTest, CountersAreShownUnsigned) {
     RAS_STATS stats = record();
     stats.dwFramesRcved = 4'294'967'295U;
 
-    SetStatistics(stats);
+    show(stats);
 
     EXPECT_EQ(window().txtFrames.text(), "4294967295 / 80");
 }
@@ -101,7 +105,7 @@ TEST_F(StatisticsTest, ThroughputIsWrittenAsTheUserWritesNumbers) {
     stats.dwBytesXmited = 0;
     stats.dwConnectDuration = 1000;
 
-    SetStatistics(stats);
+    show(stats);
 
     EXPECT_EQ(window().txtAverageThroughput.text(), "2.000.000,00 / 16.000.000,00");
 }
@@ -112,7 +116,7 @@ TEST_F(StatisticsTest, BothDirectionsTogetherMayExceedACounter) {
     stats.dwBytesXmited = 4'000'000'000U;
     stats.dwConnectDuration = 4'000'000'000U;
 
-    SetStatistics(stats);
+    show(stats);
 
     EXPECT_EQ(window().txtAverageThroughput.text(), "2.00 / 16.00");
 }
@@ -122,7 +126,7 @@ TEST_F(StatisticsTest, HostAndAddressAreShownWhereTheyAreLogged) {
     state().HostName = "harbour";
     state().IPAddress = "10.0.0.1;10.0.0.2";
 
-    SetStatistics(record());
+    show(record());
 
     EXPECT_EQ(window().txtHostName.text(), "harbour");
     EXPECT_EQ(window().txtIPAddress.text(), "10.0.0.1;10.0.0.2");
@@ -133,7 +137,7 @@ TEST_F(StatisticsTest, WithoutLoggingHostAndAddressAreNotShown) {
     state().HostName = "harbour";
     state().IPAddress = "10.0.0.1";
 
-    SetStatistics(record());
+    show(record());
 
     EXPECT_EQ(window().txtHostName.text(), "(not obtained)");
     EXPECT_EQ(window().txtIPAddress.text(), "(not obtained)");
@@ -142,27 +146,27 @@ TEST_F(StatisticsTest, WithoutLoggingHostAndAddressAreNotShown) {
 TEST_F(StatisticsTest, AHostThatWasNotFoundIsNotObtained) {
     state().LogIPAddress = 1;
 
-    SetStatistics(record());
+    show(record());
 
     EXPECT_EQ(window().txtHostName.text(), "(not obtained)");
     EXPECT_EQ(window().txtIPAddress.text(), "(not obtained)");
 }
 
 TEST_F(StatisticsTest, ARefreshIsStampedWithTheTimeOfDay) {
-    SetStatistics(record());
+    show(record());
 
     EXPECT_EQ(window().lblTimeStamp.caption(), "Updated at: 09:05:07");
 }
 
 TEST_F(StatisticsTest, WithoutTimeOnlineThereIsNoThroughput) {
-    SetStatistics(record());
+    show(record());
     machine.clock.advanceSeconds(60);
     RAS_STATS stats = record();
     stats.dwConnectDuration = 0;
     stats.dwBps = 1;
     expectError("11 (Division by zero)", "SetStatistics");
 
-    SetStatistics(stats);
+    show(stats);
 
     EXPECT_EQ(window().txtConnectDuration.text(), "0");
     EXPECT_EQ(window().txtBitrate.text(), "1");
@@ -173,7 +177,7 @@ TEST_F(StatisticsTest, WithoutTimeOnlineThereIsNoThroughput) {
 TEST_F(StatisticsTest, TickingOrClearingEitherBoxVoidsTheTimeStamp) {
     for (CheckBox* box : {&window().chkActiveConnection, &window().chkInternetState}) {
         for (const bool ticked : {true, false}) {
-            SetStatistics(record());
+            show(record());
 
             box->setValue(ticked ? 1 : 0);
 
