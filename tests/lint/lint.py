@@ -67,6 +67,7 @@ def problems_of(names, missing):
     yield from rules.check_text_tables(code)
     yield from rules.check_words(texts_of([name for name in names if not name.endswith(NOT_TEXTS)]))
     yield from rules.check_length(sources)
+    yield from rules.check_function_length(sources)
     yield from rules.check_once(sources)
     yield from rules.check_lists(texts_of(chosen(names, ("CMakeLists.txt", ".cmake"))))
     for check, argument in (

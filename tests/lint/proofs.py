@@ -20,6 +20,14 @@ def trap(function, name, call="guarded"):
     return {"src/ui/mdlA.cpp": "%s\n    %s(%s, [] {});\n}\n" % (function, call, name)}
 
 
+STATEMENT = "    a();\n"
+LONG = STATEMENT * rules.LONGEST_FUNCTION
+
+
+def body(head, lines):
+    return "%s {\n%s}\n" % (head, lines)
+
+
 OFFENDERS = [
     (rules.check_order, including("src/types/A.h", "src/ports/B.h")),
     (rules.check_order, including("src/ports/A.h", "src/state/mdlVar.h")),
@@ -85,6 +93,11 @@ OFFENDERS = [
     (rules.check_words, {"run.sh": "cd /wo" + "rk/main\n"}),
     (rules.check_words, {"run.sh": "curl deb.debian" + ".org\n"}),
     (rules.check_length, {"tests/a.py": "\n" * (rules.LONGEST + 1)}),
+    (rules.check_function_length, {"src/ui/A.cpp": body("void f(int a,\n       int b)", LONG)}),
+    (rules.check_function_length, {"src/ui/A.h": "class A {\n" + body("int f() const", LONG) + "};\n"}),
+    (rules.check_function_length, {"src/ui/A.cpp": body("A::A() : b_(0)", LONG)}),
+    (rules.check_function_length, {"tests/unit/A.cpp": body("TEST_F(A, B)", LONG)}),
+    (rules.check_function_length, {"src/ui/A.cpp": body("int f()", LONG + "    return {\n1};\n")}),
     (rules.check_once, {"src/types/A.h": "int a;\n"}),
     (rules.check_lists, {"CMakeLists.txt": GLOB + "add_library(x src/controls/A.cpp)\n"}),
     (rules.check_lists, {"CMakeLists.txt": GLOB + 'list(FILTER core_sources EXCLUDE REGEX "x")\n'}),
@@ -118,6 +131,10 @@ INNOCENTS = [
     (rules.check_trap_names, trap("void cmdConnect_Click() {", '"cmdHistory_Click"')),
     (rules.check_words, {"README.md": "Take part in 2 tests; a debian machine at home.\n"}),
     (rules.check_length, {"src/types/A.h": "\n" * rules.LONGEST}),
+    (rules.check_function_length, {"src/ui/A.cpp": body("void f()", LONG[len(STATEMENT):])}),
+    (rules.check_function_length, {"src/ui/A.cpp": body("T f()", "    return {\n" + "{1},\n" * 90 + "};\n")}),
+    (rules.check_function_length, {"src/ui/A.h": body("class A", LONG) + body("namespace a", LONG)}),
+    (rules.check_function_length, {"src/ui/A.cpp": body("void f()", "    a(); // {\n") + LONG}),
     (rules.check_lists, {"CMakeLists.txt": GLOB}),
     (rules.check_lists, {"tests/CMakeLists.txt": "add_executable(x unit/A.cpp)\n"}),
 ]

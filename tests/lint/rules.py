@@ -3,6 +3,7 @@
 import re
 
 LONGEST = 500
+LONGEST_FUNCTION = 60
 
 # The folders of src/, from the top floor to the lowest: a file may include files of its own folder
 # and of the floors below it, never of a folder beside its own.
@@ -70,6 +71,7 @@ NAMED_BY_CALLERS = {"nextWeekday", "quarterBoundary", "showChosenView", "onGotFo
 # Procedures of forms that have the same name carry the form's before it.
 FORM_PREFIX = re.compile(r"^frm[A-Z][A-Za-z]+_")
 
+# Comments and what stands in quotes.
 TOKENS = re.compile(
     r"""//[^\n]*|/\*.*?\*/|R"\((?:.*?)\)"|"(?:\\.|[^"\\\n])*"|(?<![0-9A-Fa-f])'(?:\\.|[^'\\\n])+'""",
     re.DOTALL,
@@ -212,6 +214,45 @@ def check_length(files):
     for name, text in files.items():
         if text.count("\n") > LONGEST:
             yield "%s: %d lines" % (name, text.count("\n"))
+
+
+# What stands before the brace of a function or of a lambda with parameters, and of what it holds.
+FUNCTION_HEAD = re.compile(r"\)\s*(?:(?:const|override|noexcept|mutable)\s*)*(?:->\s*[^{};]+)?$")
+BLOCK_HEAD = re.compile(r"\s*(?:if|else|for|while|switch|catch)\b")
+
+
+def braced(code):
+    """Everything in braces, the inner before the outer: what stands before it, where it begins, and
+    where it ends."""
+    open_ones, begin = [], 0
+    for found in re.finditer(r"[{};]", code):
+        at = found.start()
+        if code[at] == "{":
+            open_ones.append((code[begin:at], at))
+        elif code[at] == "}" and open_ones:
+            head, start = open_ones.pop()
+            yield head, start, at
+        begin = at + 1
+
+
+def lines_without_table(code, start, end):
+    """How many lines a function has, but for a list that it returns."""
+    body = code[start + 1:end]
+    tables = [body.count("\n", at, to) for head, at, to in braced(body)
+              if re.search(r"\breturn\s*$", head)]
+    return body.count("\n") - max(tables, default=0)
+
+
+def check_function_length(files):
+    for name, text in files.items():
+        if name.endswith((".cpp", ".h")):
+            code = without_comments(text)
+            for head, start, end in braced(code):
+                if FUNCTION_HEAD.search(head) and not BLOCK_HEAD.match(head):
+                    lines = lines_without_table(code, start, end)
+                    if lines > LONGEST_FUNCTION:
+                        yield "%s:%d: %d lines in a function" % (
+                            name, code.count("\n", 0, start) + 1, lines)
 
 
 def check_once(files):

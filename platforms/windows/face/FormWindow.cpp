@@ -211,6 +211,13 @@ LRESULT FormWindow::passOn(UINT message, WPARAM first, LPARAM second) {
 }
 
 LRESULT FormWindow::handle(UINT message, WPARAM first, LPARAM second) {
+    Answer answer = answerUser(message, first, second);
+    answer = answer ? answer : answerSession(message, first, second);
+    answer = answer ? answer : answerLooks(message, first, second);
+    return answer ? *answer : passOn(message, first, second);
+}
+
+FormWindow::Answer FormWindow::answerUser(UINT message, WPARAM first, LPARAM second) {
     switch (message) {
     case WM_COMMAND:
         onCommand(LOWORD(first), HIWORD(first));
@@ -225,6 +232,22 @@ LRESULT FormWindow::handle(UINT message, WPARAM first, LPARAM second) {
     case WM_CLOSE:
         onClose();
         return 0;
+    case WM_ACTIVATE:
+        onActivation(first);
+        return 0;
+    case WM_SETFOCUS:
+        giveFocus();
+        return 0;
+    case WM_NEXTDLGCTL:
+        onNextControl(first, LOWORD(second) != FALSE);
+        return 0;
+    default:
+        return std::nullopt;
+    }
+}
+
+FormWindow::Answer FormWindow::answerSession(UINT message, WPARAM first, LPARAM second) {
+    switch (message) {
     case WM_QUERYENDSESSION:
         form_.Pause.raise();
         return TRUE;
@@ -239,15 +262,13 @@ LRESULT FormWindow::handle(UINT message, WPARAM first, LPARAM second) {
             context_.end(reasonOf(second));
         }
         return 0;
-    case WM_ACTIVATE:
-        onActivation(first);
-        return 0;
-    case WM_SETFOCUS:
-        giveFocus();
-        return 0;
-    case WM_NEXTDLGCTL:
-        onNextControl(first, LOWORD(second) != FALSE);
-        return 0;
+    default:
+        return std::nullopt;
+    }
+}
+
+FormWindow::Answer FormWindow::answerLooks(UINT message, WPARAM first, LPARAM second) {
+    switch (message) {
     case WM_SIZE:
         onSize(first);
         return 0;
@@ -257,7 +278,7 @@ LRESULT FormWindow::handle(UINT message, WPARAM first, LPARAM second) {
     case WM_CTLCOLORSTATIC:
         return onColour(reinterpret_cast<HDC>(first), reinterpret_cast<HWND>(second));
     case WM_SETCURSOR:
-        return onCursor() ? TRUE : passOn(message, first, second);
+        return onCursor() ? Answer(TRUE) : std::nullopt;
     case resolutionChangedMessage:
         onResolution(LOWORD(first), *reinterpret_cast<const RECT*>(second));
         return 0;
@@ -268,10 +289,10 @@ LRESULT FormWindow::handle(UINT message, WPARAM first, LPARAM second) {
             useFont(dotsPerInch_);
             layOut();
         }
-        return passOn(message, first, second);
+        return std::nullopt;
     case WM_SYSCOLORCHANGE:
         RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
-        return passOn(message, first, second);
+        return std::nullopt;
     case applyVisibilityMessage:
         applyVisibility();
         return 0;
@@ -279,7 +300,7 @@ LRESULT FormWindow::handle(UINT message, WPARAM first, LPARAM second) {
         layOut();
         return 0;
     default:
-        return passOn(message, first, second);
+        return std::nullopt;
     }
 }
 

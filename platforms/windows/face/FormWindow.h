@@ -44,6 +44,11 @@ private:
     static LRESULT CALLBACK onMessage(HWND window, UINT message, WPARAM first, LPARAM second);
     static const char* registeredClass(const Form& form);
     LRESULT handle(UINT message, WPARAM first, LPARAM second);
+    /// The answers to messages of one kind; nothing for those of another.
+    using Answer = std::optional<LRESULT>;
+    Answer answerUser(UINT message, WPARAM first, LPARAM second);
+    Answer answerSession(UINT message, WPARAM first, LPARAM second);
+    Answer answerLooks(UINT message, WPARAM first, LPARAM second);
     LRESULT passOn(UINT message, WPARAM first, LPARAM second);
 
     void makeWindow();
