@@ -100,11 +100,11 @@ TEST_F(DisplayLossTest, OtherMessagesAndAnOrderlyEndAreLeftAlone) {
             {
                 face::DisplayLoss loss;
                 loss.finishWith([] { _exit(9); });
-                qWarning("The weather is fine.");
+                qWarning("Something else is not as it should be.");
             }
             std::exit(3);
         },
-        testing::ExitedWithCode(3), "fine");
+        testing::ExitedWithCode(3), "not as it should be");
 }
 
 } // namespace

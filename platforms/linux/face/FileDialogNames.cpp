@@ -78,11 +78,11 @@ public:
         drawn.setCursorPosition(0);
         drawn.resize(box_.size());
         // Into the box itself nothing but the box is drawn while it is being painted.
-        QPixmap picture(box_.size() * box_.devicePixelRatioF());
-        picture.setDevicePixelRatio(box_.devicePixelRatioF());
-        picture.fill(Qt::transparent);
-        drawn.render(&picture);
-        QPainter(&box_).drawPixmap(0, 0, picture);
+        QPixmap pixmap(box_.size() * box_.devicePixelRatioF());
+        pixmap.setDevicePixelRatio(box_.devicePixelRatioF());
+        pixmap.fill(Qt::transparent);
+        drawn.render(&pixmap);
+        QPainter(&box_).drawPixmap(0, 0, pixmap);
         return true;
     }
 

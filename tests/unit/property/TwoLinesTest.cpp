@@ -15,7 +15,7 @@ namespace {
 /// apart from the program and with each line's own identity: every line that ended counts what a
 /// tick last saw of it, the last of those that are up what it has carried so far; what a line
 /// carried within another does not count again.
-struct ReferenceTally {
+struct LinesTally {
     struct Line {
         std::int64_t seen = 0; ///< by the last tick that read it
         std::int64_t left = 0; ///< of it, what does not count
@@ -119,7 +119,7 @@ protected:
             one = ended ? reference_.lines.erase(one) : std::next(one);
         }
         for (const Connection& one : up()) {
-            ReferenceTally::Line& line = reference_.lines[one.handle];
+            LinesTally::Line& line = reference_.lines[one.handle];
             const std::int64_t before = std::exchange(line.seen, one.statistics.dwBytesRcved);
             if (machine.connections.connection(one.carrier) != nullptr) {
                 line.left += line.seen - before;
@@ -162,7 +162,7 @@ protected:
         ASSERT_NE(frmMain().txtBytesRcvdTotal.text().substr(0, 1), "-");
     }
 
-    ReferenceTally reference_;
+    LinesTally reference_;
     std::vector<std::string> gone_; ///< since the last tick: what follows it at once it might be
     std::mt19937_64 random_{GetParam()};
 };

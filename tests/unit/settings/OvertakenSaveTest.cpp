@@ -28,11 +28,11 @@ protected:
         happened = 0;
     }
 
-    /// Before that call that looks at the file or replaces it, counted from 1, `deed` is done.
-    void atCall(int call, std::function<void()> deed) {
-        machine.files.meanwhile = [this, call, deed](const std::string&, const std::string&) {
+    /// Before that call that looks at the file or replaces it, counted from 1, `action` is done.
+    void atCall(int call, std::function<void()> action) {
+        machine.files.meanwhile = [this, call, action](const std::string&, const std::string&) {
             if (++happened == call) {
-                deed();
+                action();
             }
         };
     }
