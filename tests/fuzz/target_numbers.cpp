@@ -3,6 +3,7 @@
 // Input: the locale's number as one byte, eight bytes each for two values, then a text.
 
 #include "FuzzWorld.h"
+#include "support/ErrorOf.h"
 #include "types/Convert.h"
 
 #include <array>
@@ -20,16 +21,6 @@ __extension__ using Wide = __int128;
 
 constexpr int mismatch = 13;
 constexpr int overflow = 6;
-
-/// The run-time error that this raises; 0 for none. Anything else that is thrown ends the run.
-int errorOf(const std::function<void()>& action) {
-    try {
-        action();
-        return 0;
-    } catch (const RunTimeError& error) {
-        return static_cast<int>(error.number());
-    }
-}
 
 /// The plainest numbers once more: a minus, digits, the decimal separator, digits; times 10,000,
 /// ties to even. Nothing for any other text.

@@ -22,20 +22,6 @@ using Texts = std::vector<std::string>;
 
 const std::string path = "/here/Tarvik.ini";
 
-std::string trimmed(std::string text) {
-    const std::string blanks = " \t";
-    text.erase(0, std::min(text.find_first_not_of(blanks), text.size()));
-    return text.substr(0, text.find_last_not_of(blanks) + 1);
-}
-
-std::string folded(std::string text) {
-    for (char& character : text) {
-        character =
-            character >= 'A' && character <= 'Z' ? static_cast<char>(character | 0x20) : character;
-    }
-    return text;
-}
-
 bool oneLine(const std::string& text) {
     return text.find_first_of(std::string("\r\n\0", 3)) == std::string::npos;
 }

@@ -1,15 +1,12 @@
 #include "Driver.h"
 
 #include "controls/Chart.h"
+#include "support/ControlText.h"
 
 namespace tarvik::scenarios {
 
 std::string modelText(const Control& control) {
     switch (control.kind()) {
-    case ControlKind::Label:
-        return static_cast<const Label&>(control).caption();
-    case ControlKind::TextBox:
-        return static_cast<const TextBox&>(control).text();
     case ControlKind::CheckBox: {
         const auto& box = static_cast<const CheckBox&>(control);
         return boxText(box.ticked(), box.caption());
@@ -18,16 +15,16 @@ std::string modelText(const Control& control) {
         const auto& option = static_cast<const OptionButton&>(control);
         return boxText(option.value(), option.caption());
     }
-    case ControlKind::CommandButton:
-        return static_cast<const CommandButton&>(control).caption();
-    case ControlKind::ComboBox:
-        return static_cast<const ComboBox&>(control).text();
     case ControlKind::Chart:
         return static_cast<const Chart&>(control).title();
     case ControlKind::ProgressBar:
         return progressText(static_cast<const ProgressBar&>(control).value());
     case ControlKind::Frame:
-        return static_cast<const Frame&>(control).caption();
+    case ControlKind::Label:
+    case ControlKind::TextBox:
+    case ControlKind::CommandButton:
+    case ControlKind::ComboBox:
+        return textOf(control);
     default:
         return "";
     }

@@ -1,5 +1,7 @@
+#include "FileMode.h"
 #include "linux/services/LinuxFiles.h"
 
+#include "support/FileBytes.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -19,16 +21,6 @@ protected:
     std::string path = folder.path() + "/Tarvik.ini";
     LinuxFiles files;
 
-    std::string content() {
-        std::string bytes;
-        EXPECT_FALSE(files.read(path, bytes));
-        return bytes;
-    }
-    static mode_t modeOf(const std::string& file) {
-        struct stat info {};
-        EXPECT_EQ(stat(file.c_str(), &info), 0);
-        return info.st_mode & 07777U;
-    }
 };
 
 TEST_F(FilesTest, TheModeOfTheOldFileStays) {
@@ -135,7 +127,7 @@ TEST_F(FilesTest, AFullDiskLeavesTheOldFileAndNoOther) {
     setrlimit(RLIMIT_FSIZE, &before);
     std::signal(SIGXFSZ, handler);
     EXPECT_EQ(result, ErrorNumber::DiskFull);
-    EXPECT_EQ(content(), "old");
+    EXPECT_EQ(contentOf(path), "old");
     EXPECT_EQ(folder.names(), std::vector<std::string>{"Tarvik.ini"});
 }
 

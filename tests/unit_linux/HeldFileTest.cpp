@@ -1,3 +1,4 @@
+#include "FileMode.h"
 #include "linux/services/LinuxFiles.h"
 #include "support/FileBytes.h"
 #include "support/TemporaryFolder.h"
@@ -27,12 +28,6 @@ protected:
     LinuxFiles files;
     std::string path = in("Tarvik.journal");
     std::string ini = in("Tarvik.ini");
-
-    static mode_t modeOf(const std::string& file) {
-        struct stat info {};
-        EXPECT_EQ(stat(file.c_str(), &info), 0);
-        return info.st_mode & 07777U;
-    }
 
 private:
     mode_t mask_;

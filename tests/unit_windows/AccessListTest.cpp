@@ -1,5 +1,7 @@
 #include "support/AccessEntries.h"
+#include "support/FileBytes.h"
 #include "support/TemporaryFolder.h"
+#include "windows/services/SystemHeader.h"
 #include "windows/services/WindowsFiles.h"
 
 #include <gtest/gtest.h>
@@ -42,12 +44,6 @@ class AccessListTest : public testing::Test {
 protected:
     AccessListTest() { files.replace(path, {"old"}); }
 
-    std::string content() {
-        std::string bytes;
-        EXPECT_FALSE(files.read(path, bytes));
-        return bytes;
-    }
-
     TemporaryFolder folder;
     std::string path = folder.path() + "\\Tarvik.ini";
     WindowsFiles files;
@@ -58,7 +54,7 @@ TEST_F(AccessListTest, ASaveThatCannotKeepTheListFailsAndLeavesTheOldFile) {
 
     EXPECT_EQ(files.replace(path, {"new"}), ErrorNumber::PermissionDenied);
 
-    EXPECT_EQ(content(), "old");
+    EXPECT_EQ(contentOf(path), "old");
     EXPECT_EQ(folder.names(), std::vector<std::string>{"Tarvik.ini"});
 }
 
@@ -67,7 +63,7 @@ TEST_F(AccessListTest, WhereThereAreNoListsASaveWorks) {
 
     EXPECT_FALSE(files.replace(path, {"new"}));
 
-    EXPECT_EQ(content(), "new");
+    EXPECT_EQ(contentOf(path), "new");
 }
 
 /// Notes whether others may read a file when it is given its list, for its own lifetime.

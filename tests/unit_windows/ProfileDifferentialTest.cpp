@@ -1,5 +1,6 @@
 #include "ProfileChance.h"
 #include "common/ProfileEngine.h"
+#include "support/FileBytes.h"
 #include "support/TemporaryFolder.h"
 #include "windows/services/FileHandle.h"
 #include "windows/services/WindowsCodePage.h"
@@ -42,12 +43,6 @@ protected:
     QuickFiles files;
     ProfileEngine engine{files, "\r\n", windowsCodePage()};
     ProfileChance chance;
-
-    std::string contentOf(const std::string& path) {
-        std::string bytes;
-        files.read(path, bytes);
-        return bytes;
-    }
 
     /// What reading a text gives: its count and the whole buffer.
     std::string engineText(const std::string& path, const ProfileRead& read) {

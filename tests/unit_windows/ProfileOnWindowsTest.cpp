@@ -1,4 +1,5 @@
 #include "common/ProfileEngine.h"
+#include "support/FileBytes.h"
 #include "support/TemporaryFolder.h"
 #include "windows/services/FileHandle.h"
 #include "windows/services/WindowsFiles.h"
@@ -15,11 +16,6 @@ protected:
     WindowsFiles files;
     ProfileEngine engine{files, "\r\n"};
 
-    std::string content() {
-        std::string bytes;
-        files.read(path, bytes);
-        return bytes;
-    }
     std::string value(const std::string& section, const std::string& key) {
         char buffer[128];
         engine.GetPrivateProfileStringA(section, key, "none", buffer, sizeof buffer, path);
@@ -34,13 +30,13 @@ protected:
 TEST_F(ProfileOnWindowsTest, TheFirstWriteMakesTheFileWithLinesOfThisSystem) {
     EXPECT_TRUE(engine.WritePrivateProfileStringA("a", "x", "1", path));
 
-    EXPECT_EQ(content(), "[a]\r\nx=1\r\n");
+    EXPECT_EQ(contentOf(path), "[a]\r\nx=1\r\n");
 }
 
 TEST_F(ProfileOnWindowsTest, BytesOfTheCodePageSurvive) {
     EXPECT_TRUE(engine.WritePrivateProfileStringA("\xC4rger", "\xE9t\xE9", "\x80 \xDF\xFF", path));
 
-    EXPECT_EQ(content(), "[\xC4rger]\r\n\xE9t\xE9=\x80 \xDF\xFF\r\n");
+    EXPECT_EQ(contentOf(path), "[\xC4rger]\r\n\xE9t\xE9=\x80 \xDF\xFF\r\n");
     EXPECT_EQ(value("\xC4rger", "\xE9t\xE9"), "\x80 \xDF\xFF");
 }
 
@@ -71,7 +67,7 @@ TEST_F(ProfileOnWindowsTest, AFileThatAnotherProgramHoldsFastIsNotWrittenAndSays
 
         EXPECT_FALSE(engine.WritePrivateProfileStringA("a", "x", "2", path));
 
-        EXPECT_EQ(content(), "[a]\r\nx=1\r\n");
+        EXPECT_EQ(contentOf(path), "[a]\r\nx=1\r\n");
     }
     EXPECT_TRUE(engine.WritePrivateProfileStringA("a", "x", "3", path));
     EXPECT_EQ(value("a", "x"), "3");

@@ -2,10 +2,6 @@
 
 namespace tarvik {
 
-namespace {
-
-const std::string mark = "\xEF\xBB\xBF";
-
 std::string trimmed(std::string text) {
     while (!text.empty() && (text.back() == ' ' || text.back() == '\t')) {
         text.pop_back();
@@ -24,6 +20,10 @@ std::string folded(std::string text) {
     }
     return text;
 }
+
+namespace {
+
+const std::string mark = "\xEF\xBB\xBF";
 
 bool same(const std::string& a, const std::string& b) {
     return folded(trimmed(a)) == folded(trimmed(b));

@@ -7,6 +7,12 @@
 
 namespace tarvik {
 
+// As names are told apart, stated apart from the engine.
+/// Without the blanks around it.
+std::string trimmed(std::string text);
+/// In small letters, those of ASCII.
+std::string folded(std::string text);
+
 /// The rules of private-profile files stated a second time, as plainly as possible: a list of lines
 /// that is searched from its start and cut anew after every write. Slow, and right at a glance.
 class ReferenceProfile {

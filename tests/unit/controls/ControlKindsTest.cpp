@@ -1,11 +1,13 @@
 #include "controls/TestForm.h"
 
-#include "types/RunTimeError.h"
+#include "support/ErrorOf.h"
 
 #include <gtest/gtest.h>
 
 namespace tarvik {
 namespace {
+
+constexpr auto subscriptOutOfRange = static_cast<int>(ErrorNumber::SubscriptOutOfRange);
 
 /// A form of its own and a count of how often an event came.
 class ControlKindsTest : public testing::Test {
@@ -15,16 +17,6 @@ protected:
 
     std::function<void()> count() {
         return [this] { ++raised; };
-    }
-
-    template <class Action>
-    static ErrorNumber errorOf(Action action) {
-        try {
-            action();
-        } catch (const RunTimeError& error) {
-            return error.number();
-        }
-        return ErrorNumber::Internal;
     }
 };
 
@@ -201,8 +193,8 @@ TEST_F(ComboBoxTest, TheSelectionCanBeTakenBack) {
 TEST_F(ComboBoxTest, APositionWithoutAnEntryIsAnError) {
     combo.setListIndex(1);
 
-    EXPECT_EQ(errorOf([&] { combo.setListIndex(2); }), ErrorNumber::SubscriptOutOfRange);
-    EXPECT_EQ(errorOf([&] { combo.setListIndex(-2); }), ErrorNumber::SubscriptOutOfRange);
+    EXPECT_EQ(errorOf([&] { combo.setListIndex(2); }), subscriptOutOfRange);
+    EXPECT_EQ(errorOf([&] { combo.setListIndex(-2); }), subscriptOutOfRange);
 
     EXPECT_EQ(combo.listIndex(), 1);
 }
@@ -254,12 +246,10 @@ TEST_F(MenuTest, ADisabledEntryAndALineCannotBeChosen) {
 }
 
 TEST_F(MenuTest, ANumberWithoutAnEntryIsAnError) {
-    const auto expected = ErrorNumber::SubscriptOutOfRange;
-
-    EXPECT_EQ(errorOf([&] { menu.choose(3); }), expected);
-    EXPECT_EQ(errorOf([&] { menu.choose(-1); }), expected);
-    EXPECT_EQ(errorOf([&] { menu.setEntryCaption(3, "No"); }), expected);
-    EXPECT_EQ(errorOf([&] { menu.setEntryEnabled(-1, false); }), expected);
+    EXPECT_EQ(errorOf([&] { menu.choose(3); }), subscriptOutOfRange);
+    EXPECT_EQ(errorOf([&] { menu.choose(-1); }), subscriptOutOfRange);
+    EXPECT_EQ(errorOf([&] { menu.setEntryCaption(3, "No"); }), subscriptOutOfRange);
+    EXPECT_EQ(errorOf([&] { menu.setEntryEnabled(-1, false); }), subscriptOutOfRange);
 }
 
 } // namespace

@@ -52,7 +52,7 @@ std::string placeOf(const JournalEntry& entry, std::uint64_t number = 1) {
     return placeOf(bodyOf(entry), entry.moment, number);
 }
 
-TEST(JournalEntryTest, whatWasWrittenIsReadBack) {
+TEST(JournalEntryTest, WhatWasWrittenIsReadBack) {
     const JournalPlace place = readPlace(placeOf(fullEntry(), 99));
 
     ASSERT_EQ(place.kind, Kind::Whole);
@@ -85,7 +85,7 @@ TEST(JournalEntryTest, whatWasWrittenIsReadBack) {
     EXPECT_STREQ(read.sessions[1].session.connection.szEntryName, "Harbour");
 }
 
-TEST(JournalEntryTest, everyByteThatIsAnotherIsNoticed) {
+TEST(JournalEntryTest, EveryByteThatIsAnotherIsNoticed) {
     const std::string whole = placeOf(fullEntry());
 
     for (std::size_t i = 0; i < whole.size(); ++i) {
@@ -97,7 +97,7 @@ TEST(JournalEntryTest, everyByteThatIsAnotherIsNoticed) {
     }
 }
 
-TEST(JournalEntryTest, everyEndThatIsMissingIsNoticed) {
+TEST(JournalEntryTest, EveryEndThatIsMissingIsNoticed) {
     const std::string whole = placeOf(fullEntry());
 
     for (std::size_t kept = 1; kept < whole.size(); ++kept) {
@@ -108,7 +108,7 @@ TEST(JournalEntryTest, everyEndThatIsMissingIsNoticed) {
     }
 }
 
-TEST(JournalEntryTest, everyBeginningThatIsMissingIsNoticed) {
+TEST(JournalEntryTest, EveryBeginningThatIsMissingIsNoticed) {
     const std::string whole = placeOf(fullEntry());
 
     for (std::size_t lost = 8; lost < whole.size(); ++lost) {
@@ -116,19 +116,19 @@ TEST(JournalEntryTest, everyBeginningThatIsMissingIsNoticed) {
     }
 }
 
-TEST(JournalEntryTest, whatStandsBehindAnEntryIsNotPartOfIt) {
+TEST(JournalEntryTest, WhatStandsBehindAnEntryIsNotPartOfIt) {
     std::string place = placeOf(fullEntry());
     place.resize(journalPlace, 'x');
 
     EXPECT_EQ(readPlace(place).kind, Kind::Whole);
 }
 
-TEST(JournalEntryTest, zerosAreAPlaceThatWasNeverWritten) {
+TEST(JournalEntryTest, ZerosAreAPlaceThatWasNeverWritten) {
     EXPECT_EQ(readPlace(std::string(journalPlace, '\0')).kind, Kind::Empty);
     EXPECT_EQ(readPlace("").kind, Kind::Empty);
 }
 
-TEST(JournalEntryTest, anythingElseIsForeign) {
+TEST(JournalEntryTest, AnythingElseIsForeign) {
     EXPECT_EQ(readPlace("Dear diary, today").kind, Kind::Foreign);
     EXPECT_EQ(readPlace("x").kind, Kind::Foreign);
 }
@@ -151,11 +151,11 @@ std::string withSum(std::string place) {
     return place;
 }
 
-TEST(JournalEntryTest, theSumIsThatOfThePublishedPolynomial) {
+TEST(JournalEntryTest, TheSumIsThatOfThePublishedPolynomial) {
     EXPECT_EQ(withSum(placeOf(fullEntry())), placeOf(fullEntry()));
 }
 
-TEST(JournalEntryTest, anUnknownVersionIsToldFromADamagedOne) {
+TEST(JournalEntryTest, AnUnknownVersionIsToldFromADamagedOne) {
     std::string place = placeOf(fullEntry());
     place[8] = 2;
     EXPECT_EQ(readPlace(place).kind, Kind::Unsure);
@@ -163,7 +163,7 @@ TEST(JournalEntryTest, anUnknownVersionIsToldFromADamagedOne) {
     EXPECT_EQ(readPlace(withSum(place)).kind, Kind::OtherVersion);
 }
 
-TEST(JournalEntryTest, anotherVersionMayHaveLongerEntries) {
+TEST(JournalEntryTest, AnotherVersionMayHaveLongerEntries) {
     std::string place = placeOf(fullEntry());
     place[8] = 2;
     place[14] = 1; // 65,536 bytes longer than the place
@@ -171,12 +171,12 @@ TEST(JournalEntryTest, anotherVersionMayHaveLongerEntries) {
     EXPECT_EQ(readPlace(place).kind, Kind::Unsure);
 }
 
-TEST(JournalEntryTest, aNumberThatNoneComesAfterIsNoEntry) {
+TEST(JournalEntryTest, ANumberThatNoneComesAfterIsNoEntry) {
     EXPECT_EQ(readPlace(placeOf(fullEntry(), UINT64_MAX)).kind, Kind::Impossible);
     EXPECT_EQ(readPlace(placeOf(fullEntry(), UINT64_MAX - 1)).kind, Kind::Whole);
 }
 
-TEST(JournalEntryTest, whatNobodyCanHaveMeantIsNoEntry) {
+TEST(JournalEntryTest, WhatNobodyCanHaveMeantIsNoEntry) {
     JournalEntry below = fullEntry();
     below.totals.sent = -1;
     EXPECT_EQ(readPlace(placeOf(below)).kind, Kind::Impossible) << "totals below zero";
@@ -193,7 +193,7 @@ TEST(JournalEntryTest, whatNobodyCanHaveMeantIsNoEntry) {
     EXPECT_EQ(readPlace(longer).kind, Kind::Impossible) << "something behind the last session";
 }
 
-TEST(JournalEntryTest, aSessionThatCountsMoreThanTheTotalsHoldIsLeftOut) {
+TEST(JournalEntryTest, ASessionThatCountsMoreThanTheTotalsHoldIsLeftOut) {
     JournalEntry entry = fullEntry();
     entry.totals.rcvd = 5829;
 
@@ -204,7 +204,7 @@ TEST(JournalEntryTest, aSessionThatCountsMoreThanTheTotalsHoldIsLeftOut) {
     EXPECT_STREQ(place.entry.sessions[0].session.connection.szEntryName, "Ridge");
 }
 
-TEST(JournalEntryTest, moreSessionsThanFindRoomAreLeftOutWhole) {
+TEST(JournalEntryTest, MoreSessionsThanFindRoomAreLeftOutWhole) {
     JournalEntry entry = fullEntry();
     entry.sessions.assign(100, sessionOf(std::string(256, 'n').c_str(), 1));
 
@@ -217,7 +217,7 @@ TEST(JournalEntryTest, moreSessionsThanFindRoomAreLeftOutWhole) {
     EXPECT_GT(read.entry.sessions.size(), 2U);
 }
 
-TEST(JournalEntryTest, theLongestTextsFindRoom) {
+TEST(JournalEntryTest, TheLongestTextsFindRoom) {
     JournalEntry entry = fullEntry();
     entry.standsOn.lastState = std::string(127, 's');
     entry.address = std::string(300, 'a');
@@ -230,7 +230,7 @@ TEST(JournalEntryTest, theLongestTextsFindRoom) {
     EXPECT_EQ(read.entry.address, std::string(255, 'a'));
 }
 
-TEST(JournalEntryTest, theMomentIsNoPartOfWhatAnEntrySays) {
+TEST(JournalEntryTest, TheMomentIsNoPartOfWhatAnEntrySays) {
     JournalEntry later = fullEntry();
     later.moment = Date(later.moment.serial() + 1);
 

@@ -3,7 +3,7 @@
 namespace tarvik {
 namespace {
 
-TEST_F(JournalTest, aFlushThatFailedIsNotBelievedAtTheSecondTry) {
+TEST_F(JournalTest, AFlushThatFailedIsNotBelievedAtTheSecondTry) {
     Journal journal;
     journal.take(path, ini);
     journal.keep(entryOf(5), true);
@@ -20,7 +20,7 @@ TEST_F(JournalTest, aFlushThatFailedIsNotBelievedAtTheSecondTry) {
     EXPECT_EQ(found(), 7);
 }
 
-TEST_F(JournalTest, aFlushIsDueAfterThirtySecondsWheneverTheLastLookWas) {
+TEST_F(JournalTest, AFlushIsDueAfterThirtySecondsWheneverTheLastLookWas) {
     Journal journal;
     journal.take(path, ini);
     journal.keep(entryOf(5), true);

@@ -8,7 +8,7 @@ namespace {
 
 using FoundKind = JournalFinding::Kind;
 
-TEST_F(JournalTest, withoutAFileNothingIsFoundAndNoneIsMade) {
+TEST_F(JournalTest, WithoutAFileNothingIsFoundAndNoneIsMade) {
     Journal journal;
 
     EXPECT_EQ(journal.take(path, ini).kind, FoundKind::Nothing);
@@ -17,7 +17,7 @@ TEST_F(JournalTest, withoutAFileNothingIsFoundAndNoneIsMade) {
     EXPECT_FALSE(machine.files.exists(path));
 }
 
-TEST_F(JournalTest, theFirstEntryMakesTheFile) {
+TEST_F(JournalTest, TheFirstEntryMakesTheFile) {
     Journal journal;
     journal.take(path, ini);
 
@@ -28,7 +28,7 @@ TEST_F(JournalTest, theFirstEntryMakesTheFile) {
     EXPECT_EQ(found(), 5);
 }
 
-TEST_F(JournalTest, whatAStartShowsAnywayMakesNoFile) {
+TEST_F(JournalTest, WhatAStartShowsAnywayMakesNoFile) {
     Journal journal;
     journal.take(path, ini);
     journal.needNot(entryOf(5));
@@ -38,7 +38,7 @@ TEST_F(JournalTest, whatAStartShowsAnywayMakesNoFile) {
     EXPECT_FALSE(machine.files.exists(path));
 }
 
-TEST_F(JournalTest, theSameIsNotWrittenTwice) {
+TEST_F(JournalTest, TheSameIsNotWrittenTwice) {
     Journal journal;
     journal.take(path, ini);
     journal.keep(entryOf(5), true);
@@ -54,7 +54,7 @@ TEST_F(JournalTest, theSameIsNotWrittenTwice) {
     EXPECT_EQ(machine.files.flushes, flushes);
 }
 
-TEST_F(JournalTest, itIsFlushedEveryHalfMinuteAtMost) {
+TEST_F(JournalTest, ItIsFlushedEveryHalfMinuteAtMost) {
     Journal journal;
     journal.take(path, ini);
     for (int second = 0; second < 300; second += 5) {
@@ -66,7 +66,7 @@ TEST_F(JournalTest, itIsFlushedEveryHalfMinuteAtMost) {
     EXPECT_EQ(machine.files.flushes, 10);
 }
 
-TEST_F(JournalTest, whatWasWrittenLastIsFlushedWhenItsTimeHasCome) {
+TEST_F(JournalTest, WhatWasWrittenLastIsFlushedWhenItsTimeHasCome) {
     Journal journal;
     journal.take(path, ini);
     journal.keep(entryOf(1), true);
@@ -80,7 +80,7 @@ TEST_F(JournalTest, whatWasWrittenLastIsFlushedWhenItsTimeHasCome) {
     EXPECT_EQ(machine.files.flushes, 2);
 }
 
-TEST_F(JournalTest, itIsDueAfterFiveSeconds) {
+TEST_F(JournalTest, ItIsDueAfterFiveSeconds) {
     Journal journal;
     journal.take(path, ini);
     EXPECT_TRUE(journal.isDue());
@@ -93,7 +93,7 @@ TEST_F(JournalTest, itIsDueAfterFiveSeconds) {
 }
 
 /// However many writes came since the last flush, what was flushed is still there.
-TEST_F(JournalTest, aPowerCutLeavesWhatWasFlushedLast) {
+TEST_F(JournalTest, APowerCutLeavesWhatWasFlushedLast) {
     for (int unflushed = 0; unflushed < 5; ++unflushed) {
         for (const std::size_t kept : {std::size_t{0}, std::size_t{10}, std::size_t{200},
                                        journalPlace, journalPlace + 10, journalPlace + 100}) {
@@ -116,7 +116,7 @@ TEST_F(JournalTest, aPowerCutLeavesWhatWasFlushedLast) {
 }
 
 /// The cut destroys each sector of 4 KiB that was being written to, with all that stood in it.
-TEST_F(JournalTest, aSectorThatAPowerCutDestroysHoldsNothingThatWasFlushed) {
+TEST_F(JournalTest, ASectorThatAPowerCutDestroysHoldsNothingThatWasFlushed) {
     constexpr std::size_t sector = 4096;
     for (int unflushed = 1; unflushed < 5; ++unflushed) {
         Journal journal;
@@ -142,7 +142,7 @@ TEST_F(JournalTest, aSectorThatAPowerCutDestroysHoldsNothingThatWasFlushed) {
     }
 }
 
-TEST_F(JournalTest, aKillLeavesWhatWasWrittenLast) {
+TEST_F(JournalTest, AKillLeavesWhatWasWrittenLast) {
     for (int writes = 1; writes < 9; ++writes) {
         Journal journal;
         journal.take(path, ini);
@@ -157,7 +157,7 @@ TEST_F(JournalTest, aKillLeavesWhatWasWrittenLast) {
 }
 
 /// Nothing of what a write has begun is of use to anybody, wherever it goes.
-TEST_F(JournalTest, aWriteThatIsCutOffLeavesTheOneBefore) {
+TEST_F(JournalTest, AWriteThatIsCutOffLeavesTheOneBefore) {
     for (int writes = 1; writes < 12; ++writes) {
         Journal journal;
         journal.take(path, ini);
@@ -180,7 +180,7 @@ TEST_F(JournalTest, aWriteThatIsCutOffLeavesTheOneBefore) {
     }
 }
 
-TEST_F(JournalTest, theNextRunGoesOnWhereTheLastStopped) {
+TEST_F(JournalTest, TheNextRunGoesOnWhereTheLastStopped) {
     std::int32_t last = 0;
     for (int run = 0; run < 6; ++run) {
         Journal journal;
@@ -192,7 +192,7 @@ TEST_F(JournalTest, theNextRunGoesOnWhereTheLastStopped) {
     EXPECT_EQ(found(), last);
 }
 
-TEST_F(JournalTest, whatTheLastRunDidNotFlushIsFlushedBeforeItIsReliedOn) {
+TEST_F(JournalTest, WhatTheLastRunDidNotFlushIsFlushedBeforeItIsReliedOn) {
     Journal last;
     last.take(path, ini);
     last.keep(entryOf(1), true);
@@ -207,7 +207,7 @@ TEST_F(JournalTest, whatTheLastRunDidNotFlushIsFlushedBeforeItIsReliedOn) {
     EXPECT_EQ(found(), 2);
 }
 
-TEST_F(JournalTest, anotherCopyThatHasItIsNotDisturbed) {
+TEST_F(JournalTest, AnotherCopyThatHasItIsNotDisturbed) {
     Journal first;
     first.take(path, ini);
     first.keep(entryOf(1), true);
@@ -220,7 +220,7 @@ TEST_F(JournalTest, anotherCopyThatHasItIsNotDisturbed) {
     EXPECT_EQ(machine.files.file(path), before);
 }
 
-TEST_F(JournalTest, aFileThatAnotherCopyHasMadeMeanwhileIsLeftToIt) {
+TEST_F(JournalTest, AFileThatAnotherCopyHasMadeMeanwhileIsLeftToIt) {
     Journal second;
     second.take(path, ini);
     Journal first;
@@ -239,7 +239,7 @@ TEST_F(JournalTest, aFileThatAnotherCopyHasMadeMeanwhileIsLeftToIt) {
     EXPECT_EQ(machine.files.file(path), before);
 }
 
-TEST_F(JournalTest, whatIsNoJournalIsLeftAlone) {
+TEST_F(JournalTest, WhatIsNoJournalIsLeftAlone) {
     machine.files.setFile(path, "no journal at all");
     Journal journal;
 
@@ -249,7 +249,7 @@ TEST_F(JournalTest, whatIsNoJournalIsLeftAlone) {
     EXPECT_EQ(machine.files.file(path), "no journal at all");
 }
 
-TEST_F(JournalTest, aDirectoryOfItsNameIsLeftAlone) {
+TEST_F(JournalTest, ADirectoryOfItsNameIsLeftAlone) {
     machine.files.setKind(path, FileKind::Directory);
     Journal journal;
 
@@ -258,7 +258,7 @@ TEST_F(JournalTest, aDirectoryOfItsNameIsLeftAlone) {
     EXPECT_FALSE(journal.inUse());
 }
 
-TEST_F(JournalTest, whatCannotBeWrittenIsTold) {
+TEST_F(JournalTest, WhatCannotBeWrittenIsTold) {
     Journal journal;
     journal.take(path, ini);
     machine.files.holdFailure = ErrorNumber::DiskFull;
@@ -271,7 +271,7 @@ TEST_F(JournalTest, whatCannotBeWrittenIsTold) {
     EXPECT_EQ(found(), 1);
 }
 
-TEST_F(JournalTest, aFileThatWasDeletedIsMadeAnew) {
+TEST_F(JournalTest, AFileThatWasDeletedIsMadeAnew) {
     Journal journal;
     journal.take(path, ini);
     journal.keep(entryOf(1), true);
@@ -283,7 +283,7 @@ TEST_F(JournalTest, aFileThatWasDeletedIsMadeAnew) {
     EXPECT_EQ(found(), 2);
 }
 
-TEST_F(JournalTest, whatItSaidLastIsWrittenAgainWhereTheFileWasDeleted) {
+TEST_F(JournalTest, WhatItSaidLastIsWrittenAgainWhereTheFileWasDeleted) {
     Journal journal;
     journal.take(path, ini);
     journal.keep(entryOf(1), true);
@@ -298,7 +298,7 @@ TEST_F(JournalTest, whatItSaidLastIsWrittenAgainWhereTheFileWasDeleted) {
     EXPECT_EQ(found(), 1);
 }
 
-TEST_F(JournalTest, aFileThatWasLetGoIsNotFlushed) {
+TEST_F(JournalTest, AFileThatWasLetGoIsNotFlushed) {
     Journal last;
     last.take(path, ini);
     last.keep(entryOf(1), true);
@@ -321,7 +321,7 @@ TEST_F(JournalTest, aFileThatWasLetGoIsNotFlushed) {
     EXPECT_FALSE(machine.files.exists(path));
 }
 
-TEST_F(JournalTest, whatCannotBeMadeIsTriedLaterAndLater) {
+TEST_F(JournalTest, WhatCannotBeMadeIsTriedLaterAndLater) {
     Journal journal;
     journal.take(path, ini);
     machine.files.holdFailure = ErrorNumber::DiskFull;
@@ -339,7 +339,7 @@ TEST_F(JournalTest, whatCannotBeMadeIsTriedLaterAndLater) {
     EXPECT_LT(attempts, 20);
 }
 
-TEST_F(JournalTest, atASpecialMomentTheFileIsTriedAtOnce) {
+TEST_F(JournalTest, AtASpecialMomentTheFileIsTriedAtOnce) {
     Journal journal;
     journal.take(path, ini);
     machine.files.holdFailure = ErrorNumber::DiskFull;
@@ -352,7 +352,7 @@ TEST_F(JournalTest, atASpecialMomentTheFileIsTriedAtOnce) {
     EXPECT_TRUE(journal.keep(entryOf(7), true));
 }
 
-TEST_F(JournalTest, whatCannotBeOpenedIsNotTakenForNothing) {
+TEST_F(JournalTest, WhatCannotBeOpenedIsNotTakenForNothing) {
     machine.files.setFile(path, std::string(journalPlaces * journalPlace, '\0'));
     machine.files.setReadOnly(path);
     Journal journal;
@@ -362,7 +362,7 @@ TEST_F(JournalTest, whatCannotBeOpenedIsNotTakenForNothing) {
     EXPECT_FALSE(journal.inUse());
 }
 
-TEST_F(JournalTest, twoPlacesThatWereBegunHeldSomethingOnce) {
+TEST_F(JournalTest, TwoPlacesThatWereBegunHeldSomethingOnce) {
     Journal last;
     last.take(path, ini);
     last.keep(entryOf(1), true);
@@ -377,14 +377,14 @@ TEST_F(JournalTest, twoPlacesThatWereBegunHeldSomethingOnce) {
     EXPECT_EQ(journal.take(path, ini).kind, FoundKind::Damaged);
 }
 
-TEST_F(JournalTest, whatNobodyCanHaveMeantIsDamage) {
+TEST_F(JournalTest, WhatNobodyCanHaveMeantIsDamage) {
     machine.files.setFile(path, placeOf(bodyOf(entryOf(-1)), entryOf(0).moment, 1));
     Journal journal;
 
     EXPECT_EQ(journal.take(path, ini).kind, FoundKind::Damaged);
 }
 
-TEST_F(JournalTest, longerEntriesOfAnotherVersionAreLeftAlone) {
+TEST_F(JournalTest, LongerEntriesOfAnotherVersionAreLeftAlone) {
     std::string bytes = placeOf(bodyOf(entryOf(1)), entryOf(1).moment, 1);
     bytes[8] = 2;
     bytes[14] = 1; // longer than the place
@@ -397,7 +397,7 @@ TEST_F(JournalTest, longerEntriesOfAnotherVersionAreLeftAlone) {
     EXPECT_EQ(machine.files.file(path), bytes);
 }
 
-TEST_F(JournalTest, besideAWholeEntryADamagedVersionIsNotBelieved) {
+TEST_F(JournalTest, BesideAWholeEntryADamagedVersionIsNotBelieved) {
     Journal last;
     last.take(path, ini);
     last.keep(entryOf(1), true);
@@ -410,7 +410,7 @@ TEST_F(JournalTest, besideAWholeEntryADamagedVersionIsNotBelieved) {
     EXPECT_EQ(found(), 1);
 }
 
-TEST_F(JournalTest, theEndDeletesIt) {
+TEST_F(JournalTest, TheEndDeletesIt) {
     Journal journal;
     journal.take(path, ini);
     journal.keep(entryOf(1), true);
@@ -421,7 +421,7 @@ TEST_F(JournalTest, theEndDeletesIt) {
     EXPECT_FALSE(machine.files.exists(path));
 }
 
-TEST_F(JournalTest, whatCannotBeDeletedIsStillKept) {
+TEST_F(JournalTest, WhatCannotBeDeletedIsStillKept) {
     Journal journal;
     journal.take(path, ini);
     journal.keep(entryOf(1), true);
@@ -434,7 +434,7 @@ TEST_F(JournalTest, whatCannotBeDeletedIsStillKept) {
     EXPECT_EQ(found(), 2);
 }
 
-TEST_F(JournalTest, whatAPowerCutLeftOfTheFirstEntryIsTakenOver) {
+TEST_F(JournalTest, WhatAPowerCutLeftOfTheFirstEntryIsTakenOver) {
     for (const std::size_t kept : {std::size_t{0}, std::size_t{3}, std::size_t{100}}) {
         machine.files.setFile(path, std::string(journalPlaces * journalPlace, '\0'));
         Journal journal;

@@ -41,16 +41,6 @@ protected:
 
     bool wasReset() { return state().BytesRcvdTotal == Currency(0); }
 
-    std::vector<std::string> notes() const {
-        std::vector<std::string> found;
-        for (const auto& [request, data] : machine.notificationArea.requests) {
-            if ((data.uFlags & NotificationArea::info) != 0) {
-                found.emplace_back(data.szInfo);
-            }
-        }
-        return found;
-    }
-
     std::string onDisk;
     const std::string note =
         "The date of the last reset may be misread: another language writes it differently. "

@@ -1,9 +1,8 @@
 #include "settings/mdlSettingsLog.h"
+#include "property/RandomUserTest.h"
 #include "state/mdlTransfers.h"
 #include "state/mdlVar.h"
-#include "support/WorldTest.h"
 
-#include <random>
 
 namespace tarvik {
 namespace {
@@ -35,33 +34,18 @@ struct Reference {
 
 /// A random user on a random line. The line only changes sessions when a tick has seen it down:
 /// what comes and goes between two ticks nobody can tell.
-class ConservationTest : public WorldTest, public testing::WithParamInterface<unsigned> {
+class ConservationTest : public RandomUserTest {
 protected:
-    ConservationTest() {
-        phoneBook({"Harbour"});
-        machine.desktop.answerAny = [this](const MsgBoxRequest& request) {
-            return answered(request);
-        };
-        setIni("[Settings]\r\n");
-        start("/r");
-    }
+    ConservationTest() { begin({"Harbour"}); }
 
-    std::uint32_t below(std::uint32_t limit) {
-        return static_cast<std::uint32_t>(random_() % limit);
-    }
-
-    MsgBoxAnswer answered(const MsgBoxRequest& request) {
-        if (request.buttons != MsgBoxButtons::YesNo) {
-            return MsgBoxAnswer::Ok;
-        }
-        // The only question of this kind is whether a running session counts.
+    bool countsTheSession() override {
         const bool yes = below(2) == 0;
         if (!yes) {
             rcvd_.declined = rcvd_.seen;
             sent_.declined = sent_.seen;
             time_.declined = time_.seen;
         }
-        return yes ? MsgBoxAnswer::Yes : MsgBoxAnswer::No;
+        return yes;
     }
 
     bool up() const { return !machine.connections.connections.empty(); }
@@ -178,7 +162,6 @@ protected:
     Reference time_;
     std::uint64_t lastCounted_ = 0;
     bool seenDown_ = true;
-    std::mt19937_64 random_{GetParam()};
 };
 
 TEST_P(ConservationTest, EveryByteThatWasSeenIsCountedUnlessItWasDeclined) {

@@ -1,11 +1,10 @@
+#include "property/RandomUserTest.h"
 #include "state/mdlTransfers.h"
 #include "state/mdlVar.h"
-#include "support/WorldTest.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <map>
-#include <random>
 #include <utility>
 
 namespace tarvik {
@@ -32,29 +31,15 @@ struct LinesTally {
 };
 
 /// A random user on up to three lines at once.
-class TwoLinesTest : public WorldTest, public testing::WithParamInterface<unsigned> {
+class TwoLinesTest : public RandomUserTest {
 protected:
-    TwoLinesTest() {
-        phoneBook({"Harbour", "Ridge", "Quay"});
-        machine.desktop.answerAny = [this](const MsgBoxRequest& request) {
-            return answered(request);
-        };
-        setIni("[Settings]\r\n");
-        start("/r");
-    }
+    TwoLinesTest() { begin({"Harbour", "Ridge", "Quay"}); }
 
     using Connection = ScriptedConnections::Connection;
 
     std::vector<Connection>& up() { return machine.connections.connections; }
 
-    std::uint32_t below(std::uint32_t limit) {
-        return static_cast<std::uint32_t>(random_() % limit);
-    }
-
-    MsgBoxAnswer answered(const MsgBoxRequest& request) {
-        if (request.buttons != MsgBoxButtons::YesNo) {
-            return MsgBoxAnswer::Ok;
-        }
+    bool countsTheSession() override {
         const bool yes = below(2) == 0;
         if (!yes) {
             // Nothing counts that was up by then, whichever of them the question named.
@@ -62,7 +47,7 @@ protected:
                 reference_.lines[one.handle].left = reference_.lines[one.handle].seen;
             }
         }
-        return yes ? MsgBoxAnswer::Yes : MsgBoxAnswer::No;
+        return yes;
     }
 
     const char* freeEntry() {
@@ -164,7 +149,6 @@ protected:
 
     LinesTally reference_;
     std::vector<std::string> gone_; ///< since the last tick: what follows it at once it might be
-    std::mt19937_64 random_{GetParam()};
 };
 
 TEST_P(TwoLinesTest, NothingIsCountedTwiceNothingIsLostNothingIsNegative) {

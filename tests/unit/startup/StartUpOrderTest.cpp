@@ -18,13 +18,6 @@ constexpr const char* onlyEntriesFailed =
 
 class StartUpOrderTest : public WorldTest {
 protected:
-    void expectInstanceQuestion(MsgBoxAnswer answer, std::function<void()> meanwhile = {}) {
-        expectBox("Warning: Another instance of Velmars Tarvik seems to be running.\rAre you sure "
-                  "that you want to start another instance?\r(This could cause the protocol file "
-                  "to become corrupt!)",
-                  MsgBoxButtons::YesNo, MsgBoxIcon::Question, answer, std::move(meanwhile));
-    }
-
     void expectLockWarning(std::function<void()> meanwhile = {}) {
         expectBox("Warning: Unable to set \"IsLocked\"-flag in INI-file!", MsgBoxButtons::OkOnly,
                   MsgBoxIcon::Exclamation, MsgBoxAnswer::Ok, std::move(meanwhile));

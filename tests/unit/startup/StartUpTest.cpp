@@ -7,19 +7,10 @@
 namespace tarvik {
 namespace {
 
-constexpr const char* instanceQuestion =
-    "Warning: Another instance of Velmars Tarvik seems to be running.\rAre you sure that you want "
-    "to start another instance?\r(This could cause the protocol file to become corrupt!)";
-
 constexpr const char* minimisedInstead =
     "This desktop has no notification area.\rThe main window is minimised instead of being hidden.";
 
-class StartUpTest : public WorldTest {
-protected:
-    void expectInstanceQuestion(MsgBoxAnswer answer) {
-        expectBox(instanceQuestion, MsgBoxButtons::YesNo, MsgBoxIcon::Question, answer);
-    }
-};
+class StartUpTest : public WorldTest {};
 
 TEST_F(StartUpTest, ThePlainStartShowsTheMainWindowInFront) {
     startQuietly();

@@ -5,7 +5,7 @@
 #include "history/mdlHistoryImport.h"
 #include "history/mdlListViewEx.h"
 #include "settings/mdlSettingsControls.h"
-#include "startup/Faults.h"
+#include "state/Faults.h"
 #include "ui/mdlGUI.h"
 #include "ui/mdlGUIFigures.h"
 #include "ui/mdlGUILists.h"

@@ -32,6 +32,13 @@ void WorldTest::expectFailure(std::string text) {
     expectBox(std::move(text), MsgBoxButtons::OkOnly, MsgBoxIcon::Critical);
 }
 
+void WorldTest::expectInstanceQuestion(MsgBoxAnswer answer, std::function<void()> meanwhile) {
+    expectBox("Warning: Another instance of Velmars Tarvik seems to be running.\rAre you sure that "
+              "you want to start another instance?\r(This could cause the protocol file to become "
+              "corrupt!)",
+              MsgBoxButtons::YesNo, MsgBoxIcon::Question, answer, std::move(meanwhile));
+}
+
 void WorldTest::expectFirstRunBoxes() {
     expectWarning("Warning: Unable to set \"IsLocked\"-flag in INI-file!");
     expectWarning("Warning: Old settings could not be loaded.\rAssuming first run.");
@@ -89,6 +96,16 @@ void WorldTest::newWorld() {
     world.reset();
     machine.instances.endProgram();
     world.emplace(machine.platform);
+}
+
+std::vector<std::string> WorldTest::notes() const {
+    std::vector<std::string> shown;
+    for (const auto& [request, data] : machine.notificationArea.requests) {
+        if ((data.uFlags & NotificationArea::info) != 0) {
+            shown.emplace_back(data.szInfo);
+        }
+    }
+    return shown;
 }
 
 } // namespace tarvik

@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace tarvik {
 
@@ -38,6 +39,9 @@ protected:
     void expectWarning(std::string text);
     void expectFailure(std::string text);
 
+    /// Announces the question whether to start beside another instance.
+    void expectInstanceQuestion(MsgBoxAnswer answer = MsgBoxAnswer::Yes,
+                                std::function<void()> meanwhile = {});
     /// Announces the two boxes of a first run.
     void expectFirstRunBoxes();
     /// Announces the question about a session that was running before, with its answer.
@@ -61,6 +65,8 @@ protected:
     /// A connection that the program counts from its beginning.
     std::uint32_t dialledConnection(const std::string& entry = "Harbour");
     void setTotals(Currency sent, Currency rcvd, Currency duration);
+    /// The notes that were shown, in their order.
+    std::vector<std::string> notes() const;
     /// One tick of monitoring.
     void tick() { frmMain().timUpdateStats.fire(); }
 };

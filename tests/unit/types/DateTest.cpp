@@ -1,5 +1,5 @@
 #include "types/Date.h"
-#include "types/ErrorOf.h"
+#include "support/ErrorOf.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "types/Convert.h"
-#include "types/ErrorOf.h"
+#include "support/ErrorOf.h"
 #include "types/LocaleForms.h"
 
 #include <gtest/gtest.h>

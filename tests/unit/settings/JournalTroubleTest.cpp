@@ -1,6 +1,5 @@
-#include "settings/mdlSettingsJournal.h"
+#include "settings/JournalRestartTest.h"
 #include "settings/mdlSettingsRestore.h"
-#include "startup/JournalRestartTest.h"
 
 #include <gmock/gmock.h>
 
@@ -98,14 +97,22 @@ TEST_F(JournalTroubleTest, AnEndWhileTheBoxOfAFirstRunIsOpenLosesNothing) {
     EXPECT_FALSE(machine.files.exists(aside));
 }
 
-TEST_F(JournalTroubleTest, AJournalThatMayNotBeWrittenIsLeftAloneAndTold) {
+struct ClosedCase {
+    const char* name;
+    void (ScriptedFiles::*close)(const std::string& path);
+};
+
+class ClosedJournalTest : public JournalTroubleTest,
+                          public testing::WithParamInterface<ClosedCase> {};
+
+TEST_P(ClosedJournalTest, IsLeftAloneAndTold) {
     count(5000);
     newWorld();
     machine.connections.disconnect(ridge);
     const std::string before = machine.files.file(path);
-    machine.files.setReadOnly(path);
+    (machine.files.*GetParam().close)(path);
 
-    expectAnotherInstanceQuestion();
+    expectInstanceQuestion();
     start("/r");
     ridge = machine.connections.connect("Ridge");
     tick();
@@ -115,6 +122,11 @@ TEST_F(JournalTroubleTest, AJournalThatMayNotBeWrittenIsLeftAloneAndTold) {
     ASSERT_EQ(notes().size(), 1U);
     EXPECT_THAT(notes()[0], HasSubstr("cannot be read and is left alone"));
 }
+
+INSTANTIATE_TEST_SUITE_P(All, ClosedJournalTest,
+                         testing::Values(ClosedCase{"ForWriting", &ScriptedFiles::setReadOnly},
+                                         ClosedCase{"ForReading", &ScriptedFiles::setUnreadable}),
+                         [](const auto& given) { return std::string(given.param.name); });
 
 TEST_F(JournalTroubleTest, SettingsThatWereAppliedBeforeAnErrorAreThereAgain) {
     setIni("[Settings]\r\n");
@@ -175,7 +187,7 @@ TEST_F(JournalTroubleTest, AJournalThatHoldsOnlyDamageIsPutAside) {
     }
     machine.files.setFile(path, bytes);
 
-    expectAnotherInstanceQuestion();
+    expectInstanceQuestion();
     start();
 
     EXPECT_FALSE(journalIsThere());
@@ -195,7 +207,7 @@ TEST_F(JournalTroubleTest, AnEntryWhoseSettingsNobodyCanHaveMeantIsCalledDamaged
         other.keep(entry, true);
     }
 
-    expectAnotherInstanceQuestion();
+    expectInstanceQuestion();
     start();
 
     ASSERT_EQ(notes().size(), 1U);

@@ -1,4 +1,4 @@
-#include "startup/JournalRestartTest.h"
+#include "settings/JournalRestartTest.h"
 
 #include <gmock/gmock.h>
 
@@ -8,7 +8,7 @@ namespace {
 using testing::HasSubstr;
 using testing::StartsWith;
 
-TEST_F(JournalRestartTest, anOrderlyEndLeavesTheIniFileAlone) {
+TEST_F(JournalRestartTest, AnOrderlyEndLeavesTheIniFileAlone) {
     count(5000);
     EXPECT_TRUE(journalIsThere());
 
@@ -18,7 +18,7 @@ TEST_F(JournalRestartTest, anOrderlyEndLeavesTheIniFileAlone) {
     EXPECT_THAT(ini(), HasSubstr("Rcvd=5000"));
 }
 
-TEST_F(JournalRestartTest, whileNothingChangesNoFileIsMade) {
+TEST_F(JournalRestartTest, WhileNothingChangesNoFileIsMade) {
     setIni("[Settings]\r\n");
     start("/r");
     for (int i = 0; i < 100; ++i) {
@@ -28,7 +28,7 @@ TEST_F(JournalRestartTest, whileNothingChangesNoFileIsMade) {
     EXPECT_FALSE(journalIsThere());
 }
 
-TEST_F(JournalRestartTest, anEndWhoseSaveFailedIsMadeGoodByTheNextStart) {
+TEST_F(JournalRestartTest, AnEndWhoseSaveFailedIsMadeGoodByTheNextStart) {
     count(5000);
     machine.files.replaceFailure = ErrorNumber::DiskFull;
     expectWarning("Warning: State could not be saved.");
@@ -44,7 +44,7 @@ TEST_F(JournalRestartTest, anEndWhoseSaveFailedIsMadeGoodByTheNextStart) {
     EXPECT_EQ(received(), 5011);
 }
 
-TEST_F(JournalRestartTest, aResetIsNotUndoneByARestart) {
+TEST_F(JournalRestartTest, AResetIsNotUndoneByARestart) {
     resetAndQuit();
     EXPECT_TRUE(journalIsThere()) << "the file alone would bring them back";
 
@@ -55,7 +55,7 @@ TEST_F(JournalRestartTest, aResetIsNotUndoneByARestart) {
     EXPECT_TRUE(notes().empty()) << "it ended in order";
 }
 
-TEST_F(JournalRestartTest, settingsThatWereWrittenIntoTheFileAfterAnEndInOrderHold) {
+TEST_F(JournalRestartTest, SettingsThatWereWrittenIntoTheFileAfterAnEndInOrderHold) {
     resetAndQuit();
     std::string text = ini();
     const std::string before = "RefreshInterval=1000";
@@ -69,7 +69,7 @@ TEST_F(JournalRestartTest, settingsThatWereWrittenIntoTheFileAfterAnEndInOrderHo
     EXPECT_EQ(received(), 0);
 }
 
-TEST_F(JournalRestartTest, afterAResetTheNextRecordMakesTheJournalNeedless) {
+TEST_F(JournalRestartTest, AfterAResetTheNextRecordMakesTheJournalNeedless) {
     resetAndQuit();
     newWorld();
     start("/r");
@@ -85,7 +85,7 @@ TEST_F(JournalRestartTest, afterAResetTheNextRecordMakesTheJournalNeedless) {
     EXPECT_EQ(received(), 40);
 }
 
-TEST_F(JournalRestartTest, aJournalOfAnotherFileIsPutAside) {
+TEST_F(JournalRestartTest, AJournalOfAnotherFileIsPutAside) {
     count(5000);
     newWorld();
     setIni("[Settings]\r\nLastState=b\r\nDateStamp1=b\r\nLastDateStamp=1\r\n[b]\r\nSent=0\r\nRcvd="
@@ -100,7 +100,7 @@ TEST_F(JournalRestartTest, aJournalOfAnotherFileIsPutAside) {
     EXPECT_THAT(notes()[0], HasSubstr("Tarvik.2026-11-16.journal"));
 }
 
-TEST_F(JournalRestartTest, aSecondOneOfTheDayGetsANumber) {
+TEST_F(JournalRestartTest, ASecondOneOfTheDayGetsANumber) {
     machine.files.setFile("C:\\Prog\\Tarvik.2026-11-16.journal", "the first");
     count(5000);
     newWorld();
@@ -114,14 +114,14 @@ TEST_F(JournalRestartTest, aSecondOneOfTheDayGetsANumber) {
     EXPECT_EQ(received(), 0);
 }
 
-TEST_F(JournalRestartTest, aCopyBesideTheOneThatHasTheJournalSpoilsNothing) {
+TEST_F(JournalRestartTest, ACopyBesideTheOneThatHasTheJournalSpoilsNothing) {
     count(5000);
     const std::string before = machine.files.file(path);
     machine.files.heldElsewhere = true;
     newWorld();
     machine.instances.error = 183; // the other copy has the name too
     machine.connections.disconnect(ridge);
-    expectAnotherInstanceQuestion();
+    expectInstanceQuestion();
     start("/r");
     ridge = machine.connections.connect("Ridge");
     tick();
@@ -134,7 +134,7 @@ TEST_F(JournalRestartTest, aCopyBesideTheOneThatHasTheJournalSpoilsNothing) {
     EXPECT_EQ(machine.files.file(path), before);
 }
 
-TEST_F(JournalRestartTest, withoutRoomTheProgramWorksAsBeforeAndSaysSoOnce) {
+TEST_F(JournalRestartTest, WithoutRoomTheProgramWorksAsBeforeAndSaysSoOnce) {
     machine.files.holdFailure = ErrorNumber::DiskFull;
 
     count(5000);
@@ -148,7 +148,7 @@ TEST_F(JournalRestartTest, withoutRoomTheProgramWorksAsBeforeAndSaysSoOnce) {
     EXPECT_THAT(ini(), HasSubstr("Rcvd=5002"));
 }
 
-TEST_F(JournalRestartTest, whatIsNoJournalIsLeftAloneAndTold) {
+TEST_F(JournalRestartTest, WhatIsNoJournalIsLeftAloneAndTold) {
     machine.files.setFile(path, "My own notes");
 
     count(5000);
@@ -159,7 +159,7 @@ TEST_F(JournalRestartTest, whatIsNoJournalIsLeftAloneAndTold) {
     EXPECT_THAT(notes()[0], HasSubstr("left alone"));
 }
 
-TEST_F(JournalRestartTest, theEndOfASessionIsFlushedAtOnce) {
+TEST_F(JournalRestartTest, TheEndOfASessionIsFlushedAtOnce) {
     count(5000);
     tickAfter(5, 1);
     const int flushes = machine.files.flushes;
@@ -173,7 +173,7 @@ TEST_F(JournalRestartTest, theEndOfASessionIsFlushedAtOnce) {
     EXPECT_EQ(received(), 5001);
 }
 
-TEST_F(JournalRestartTest, theEndOfASessionThatWasDialledAnewUnderItsHandleIsFlushedAtOnce) {
+TEST_F(JournalRestartTest, TheEndOfASessionThatWasDialledAnewUnderItsHandleIsFlushedAtOnce) {
     count(5000);
     tickAfter(5, 1);
     const int flushes = machine.files.flushes;
@@ -189,7 +189,7 @@ TEST_F(JournalRestartTest, theEndOfASessionThatWasDialledAnewUnderItsHandleIsFlu
     EXPECT_EQ(received(), 5004);
 }
 
-TEST_F(JournalRestartTest, theEndOfASessionThatIsListedStillIsFlushedOnce) {
+TEST_F(JournalRestartTest, TheEndOfASessionThatIsListedStillIsFlushedOnce) {
     count(5000);
     tickAfter(5, 1);
     const int flushes = machine.files.flushes;
@@ -205,7 +205,7 @@ TEST_F(JournalRestartTest, theEndOfASessionThatIsListedStillIsFlushedOnce) {
     EXPECT_EQ(received(), 5001);
 }
 
-TEST_F(JournalRestartTest, aMachineThatGoesToSleepFindsEverythingFlushed) {
+TEST_F(JournalRestartTest, AMachineThatGoesToSleepFindsEverythingFlushed) {
     count(5000);
     tickAfter(1, 77);
 
@@ -216,7 +216,7 @@ TEST_F(JournalRestartTest, aMachineThatGoesToSleepFindsEverythingFlushed) {
     EXPECT_EQ(received(), 5077);
 }
 
-TEST_F(JournalRestartTest, monitoringThatStopsIsKeptAtOnce) {
+TEST_F(JournalRestartTest, MonitoringThatStopsIsKeptAtOnce) {
     count(5000);
     tickAfter(1, 77);
     expectStopQuestion(MsgBoxAnswer::Ok);
@@ -228,7 +228,7 @@ TEST_F(JournalRestartTest, monitoringThatStopsIsKeptAtOnce) {
     EXPECT_EQ(received(), 5077);
 }
 
-TEST_F(JournalRestartTest, aPowerCutCostsHalfAMinuteAtMost) {
+TEST_F(JournalRestartTest, APowerCutCostsHalfAMinuteAtMost) {
     count(5000);
     for (int second = 0; second < 300; ++second) {
         tickAfter(1, 10);
@@ -242,7 +242,7 @@ TEST_F(JournalRestartTest, aPowerCutCostsHalfAMinuteAtMost) {
     EXPECT_LT(received(), counted);
 }
 
-TEST_F(JournalRestartTest, aKillCostsFiveSecondsAtMost) {
+TEST_F(JournalRestartTest, AKillCostsFiveSecondsAtMost) {
     count(5000);
     for (int second = 0; second < 303; ++second) {
         tickAfter(1, 10);
@@ -255,6 +255,38 @@ TEST_F(JournalRestartTest, aKillCostsFiveSecondsAtMost) {
         EXPECT_LE(found.entry.totals.rcvd, Currency::fromWhole(counted));
         world->journal = std::move(next);
     }
+}
+
+TEST_F(JournalRestartTest, WhileTheQuestionAboutASessionIsOpenItDoesNotCount) {
+    setIni("[Settings]\r\n");
+    ridge = machine.connections.connect("Ridge");
+    machine.connections.transfer(ridge, 1000, 0, 9000);
+    std::string journalThen;
+    const auto sleep = [&] {
+        frmMain().Pause.raise();
+        journalThen = machine.files.file(path);
+    };
+    expectBox("Monitoring has been started and an active connection with transfer has been "
+              "detected.\r\rIf you have already monitored this online-session with Tarvik then\r"
+              "this may result in an unwanted offset of the recorded transfer.\r\rDo you want to "
+              "use (record) the this online-session (1000 bytes)?\r(Press NO if you restarted "
+              "Tarvik.)",
+              MsgBoxButtons::YesNo, MsgBoxIcon::Question, MsgBoxAnswer::Yes, sleep);
+    start("/r");
+    tick();
+    EXPECT_EQ(received(), 1000);
+
+    newWorld();
+    machine.files.setFile(path, journalThen);
+    expectInstanceQuestion();
+    start();
+    EXPECT_EQ(received(), 0);
+
+    expectSessionQuestion("1000", MsgBoxAnswer::Yes);
+    frmMain().cmdMonitor.press();
+    tick();
+
+    EXPECT_EQ(received(), 1000) << "there was no answer before the kill";
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "startup/JournalRestartTest.h"
+#include "settings/JournalRestartTest.h"
 #include "monitor/mdlCodeDial.h"
 
 #include <gmock/gmock.h>
@@ -8,7 +8,7 @@ namespace {
 
 using testing::StartsWith;
 
-TEST_F(JournalRestartTest, whatTheWindowShowedIsShownAgain) {
+TEST_F(JournalRestartTest, WhatTheWindowShowedIsShownAgain) {
     count(5000);
     const std::string shown = frmMain().txtBytesRcvdTotal.text();
 
@@ -18,7 +18,7 @@ TEST_F(JournalRestartTest, whatTheWindowShowedIsShownAgain) {
     EXPECT_EQ(frmMain().txtBytesRcvdTotal.text(), shown);
 }
 
-TEST_F(JournalRestartTest, aNoteTellsWhatWasBroughtBack) {
+TEST_F(JournalRestartTest, ANoteTellsWhatWasBroughtBack) {
     count(5000);
 
     restartAfterKill();
@@ -27,7 +27,7 @@ TEST_F(JournalRestartTest, aNoteTellsWhatWasBroughtBack) {
     EXPECT_THAT(notes()[0], StartsWith("When the program last ended, not all was stored."));
 }
 
-TEST_F(JournalRestartTest, theSameSessionIsCarriedOnToTheByte) {
+TEST_F(JournalRestartTest, TheSameSessionIsCarriedOnToTheByte) {
     count(5000);
     pass(60, 700);
 
@@ -39,7 +39,7 @@ TEST_F(JournalRestartTest, theSameSessionIsCarriedOnToTheByte) {
     EXPECT_FALSE(state().FirstOnlineUpdate);
 }
 
-TEST_F(JournalRestartTest, threeKillsInOneSessionLoseAndDoubleNothing) {
+TEST_F(JournalRestartTest, ThreeKillsInOneSessionLoseAndDoubleNothing) {
     count(5000);
     for (int i = 0; i < 3; ++i) {
         pass(60, 100);
@@ -54,7 +54,7 @@ TEST_F(JournalRestartTest, threeKillsInOneSessionLoseAndDoubleNothing) {
     EXPECT_EQ(state().BytesRcvdTotal, Currency(5330));
 }
 
-TEST_F(JournalRestartTest, whatWasDeclinedStaysDeclined) {
+TEST_F(JournalRestartTest, WhatWasDeclinedStaysDeclined) {
     setIni("[Settings]\r\n");
     ridge = machine.connections.connect("Ridge");
     machine.connections.transfer(ridge, 1000, 0, 9000);
@@ -69,7 +69,7 @@ TEST_F(JournalRestartTest, whatWasDeclinedStaysDeclined) {
     EXPECT_EQ(received(), 75);
 }
 
-TEST_F(JournalRestartTest, aSessionThatEndedMeanwhileIsInTheTotals) {
+TEST_F(JournalRestartTest, ASessionThatEndedMeanwhileIsInTheTotals) {
     count(5000);
     machine.connections.disconnect(ridge);
 
@@ -80,7 +80,7 @@ TEST_F(JournalRestartTest, aSessionThatEndedMeanwhileIsInTheTotals) {
     EXPECT_EQ(received(), 5000);
 }
 
-TEST_F(JournalRestartTest, anotherSessionOfTheSameEntryIsAskedAbout) {
+TEST_F(JournalRestartTest, AnotherSessionOfTheSameEntryIsAskedAbout) {
     count(5000);
     machine.connections.disconnect(ridge);
     pass(60);
@@ -88,7 +88,7 @@ TEST_F(JournalRestartTest, anotherSessionOfTheSameEntryIsAskedAbout) {
     machine.connections.transfer(ridge, 6000, 0, 30'000);
 
     newWorld();
-    expectAnotherInstanceQuestion();
+    expectInstanceQuestion();
     expectSessionQuestion("6000", MsgBoxAnswer::Yes);
     start("/r");
     tick();
@@ -96,13 +96,13 @@ TEST_F(JournalRestartTest, anotherSessionOfTheSameEntryIsAskedAbout) {
     EXPECT_EQ(received(), 11'000);
 }
 
-TEST_F(JournalRestartTest, aSessionWhoseCounterHasFallenIsAskedAbout) {
+TEST_F(JournalRestartTest, ASessionWhoseCounterHasFallenIsAskedAbout) {
     count(5000);
     pass(20, 0);
     machine.connections.connection(ridge)->statistics.dwBytesRcved = 4999;
 
     newWorld();
-    expectAnotherInstanceQuestion();
+    expectInstanceQuestion();
     expectSessionQuestion("4999", MsgBoxAnswer::No);
     start("/r");
     tick();
@@ -110,12 +110,12 @@ TEST_F(JournalRestartTest, aSessionWhoseCounterHasFallenIsAskedAbout) {
     EXPECT_EQ(received(), 5000);
 }
 
-TEST_F(JournalRestartTest, aSessionOverAnotherDeviceIsAskedAbout) {
+TEST_F(JournalRestartTest, ASessionOverAnotherDeviceIsAskedAbout) {
     count(5000);
     machine.connections.connection(ridge)->deviceName = "Line 2";
 
     newWorld();
-    expectAnotherInstanceQuestion();
+    expectInstanceQuestion();
     expectSessionQuestion("5000", MsgBoxAnswer::No);
     start("/r");
     tick();
@@ -123,12 +123,12 @@ TEST_F(JournalRestartTest, aSessionOverAnotherDeviceIsAskedAbout) {
     EXPECT_EQ(received(), 5000);
 }
 
-TEST_F(JournalRestartTest, aSessionThatBeganAtAnotherMomentIsAskedAbout) {
+TEST_F(JournalRestartTest, ASessionThatBeganAtAnotherMomentIsAskedAbout) {
     count(5000);
     machine.clock.advanceSeconds(60); // nothing passes on the line: it is not the same one
 
     newWorld();
-    expectAnotherInstanceQuestion();
+    expectInstanceQuestion();
     expectSessionQuestion("5000", MsgBoxAnswer::No);
     start("/r");
     tick();
@@ -136,7 +136,7 @@ TEST_F(JournalRestartTest, aSessionThatBeganAtAnotherMomentIsAskedAbout) {
     EXPECT_EQ(received(), 5000);
 }
 
-TEST_F(JournalRestartTest, summerTimeMakesNoOtherSession) {
+TEST_F(JournalRestartTest, SummerTimeMakesNoOtherSession) {
     count(5000);
     pass(60, 700);
     machine.clock.now = Date(machine.clock.now.serial() - 1.0 / 24); // it has ended
@@ -147,7 +147,7 @@ TEST_F(JournalRestartTest, summerTimeMakesNoOtherSession) {
     EXPECT_EQ(received(), 5730);
 }
 
-TEST_F(JournalRestartTest, aSleepOfTheMachineMakesNoOtherSession) {
+TEST_F(JournalRestartTest, ASleepOfTheMachineMakesNoOtherSession) {
     count(5000);
     const std::uint64_t asleep = machine.clock.steady;
     pass(60, 700);
@@ -160,13 +160,13 @@ TEST_F(JournalRestartTest, aSleepOfTheMachineMakesNoOtherSession) {
 }
 
 /// The machine dials at each of its starts: as long after the start the line is as old.
-TEST_F(JournalRestartTest, aSessionAfterAStartOfTheMachineIsAnother) {
+TEST_F(JournalRestartTest, ASessionAfterAStartOfTheMachineIsAnother) {
     count(5000);
     pass(60, 700);
     machine.clock.universal += 100'000;
 
     newWorld();
-    expectAnotherInstanceQuestion();
+    expectInstanceQuestion();
     expectSessionQuestion("5700", MsgBoxAnswer::Yes);
     start("/r");
     tick();
@@ -175,7 +175,7 @@ TEST_F(JournalRestartTest, aSessionAfterAStartOfTheMachineIsAnother) {
 }
 
 /// Both lines went on; until each is read what it had counted stands in the totals.
-TEST_F(JournalRestartTest, aLimitDoesNotCountALineTwiceInTheFirstTick) {
+TEST_F(JournalRestartTest, ALimitDoesNotCountALineTwiceInTheFirstTick) {
     setIni("[Settings]\r\nTransferTicker=1\r\nTransferTickerValue=1\r\n");
     start("/r");
     ridge = machine.connections.connect("Ridge");
@@ -193,11 +193,11 @@ TEST_F(JournalRestartTest, aLimitDoesNotCountALineTwiceInTheFirstTick) {
     EXPECT_EQ(notes().size(), before) << notes().back();
 }
 
-TEST_F(JournalRestartTest, aCallThatFailsOnceDoesNotGiveASessionUp) {
+TEST_F(JournalRestartTest, ACallThatFailsOnceDoesNotGiveASessionUp) {
     for (const char* call : {"RasGetConnectStatus", "RasGetConnectionStatistics"}) {
         count(5000);
         newWorld();
-        expectAnotherInstanceQuestion();
+        expectInstanceQuestion();
         start();
         machine.connections.failNext(call, 1);
         frmMain().cmdMonitor.press();
@@ -213,7 +213,7 @@ TEST_F(JournalRestartTest, aCallThatFailsOnceDoesNotGiveASessionUp) {
 
 /// A tick that fails at the second line: the first one's figures are newer than the second one's
 /// when the next kill comes.
-TEST_F(JournalRestartTest, eachSessionGoesOnFromItsOwnReading) {
+TEST_F(JournalRestartTest, EachSessionGoesOnFromItsOwnReading) {
     setIni("[Settings]\r\n");
     start("/r");
     ridge = machine.connections.connect("Ridge");
@@ -224,7 +224,7 @@ TEST_F(JournalRestartTest, eachSessionGoesOnFromItsOwnReading) {
     machine.connections.transfer(harbour, 0, 0, 60'000);
     pass(60);
     newWorld();
-    expectAnotherInstanceQuestion();
+    expectInstanceQuestion();
     start("/r");
     machine.connections.failNext("RasGetConnectionStatistics", 0);
     machine.connections.failNext("RasGetConnectionStatistics", 0);
@@ -247,7 +247,7 @@ TEST_F(JournalRestartTest, eachSessionGoesOnFromItsOwnReading) {
     EXPECT_EQ(received(), 5851);
 }
 
-TEST_F(JournalRestartTest, aSessionThatTheProgramHasHungUpIsOverAlsoWhileTheLineLingers) {
+TEST_F(JournalRestartTest, ASessionThatTheProgramHasHungUpIsOverAlsoWhileTheLineLingers) {
     count(5000);
     const ScriptedConnections::Connection lingering = *machine.connections.connection(ridge);
     frmMain().cmdDisconnect.press();
@@ -255,7 +255,7 @@ TEST_F(JournalRestartTest, aSessionThatTheProgramHasHungUpIsOverAlsoWhileTheLine
     tickAfter(10);
 
     newWorld();
-    expectAnotherInstanceQuestion();
+    expectInstanceQuestion();
     expectSessionQuestion("5000", MsgBoxAnswer::No);
     start("/r");
     tick();
@@ -263,7 +263,7 @@ TEST_F(JournalRestartTest, aSessionThatTheProgramHasHungUpIsOverAlsoWhileTheLine
     EXPECT_EQ(received(), 5000);
 }
 
-TEST_F(JournalRestartTest, aServiceThatKnowsItsSessionsIsBelieved) {
+TEST_F(JournalRestartTest, AServiceThatKnowsItsSessionsIsBelieved) {
     setIni("[Settings]\r\n");
     start("/r");
     ridge = machine.connections.connect("Ridge");
@@ -278,14 +278,14 @@ TEST_F(JournalRestartTest, aServiceThatKnowsItsSessionsIsBelieved) {
 
     machine.connections.marks[ridge] = "another";
     newWorld();
-    expectAnotherInstanceQuestion();
+    expectInstanceQuestion();
     expectSessionQuestion("5000", MsgBoxAnswer::Yes);
     start("/r");
     tick();
     EXPECT_EQ(received(), 10'000);
 }
 
-TEST_F(JournalRestartTest, twoLinesAreCarriedOn) {
+TEST_F(JournalRestartTest, TwoLinesAreCarriedOn) {
     setIni("[Settings]\r\n");
     start("/r");
     ridge = machine.connections.connect("Ridge");
@@ -307,13 +307,13 @@ TEST_F(JournalRestartTest, twoLinesAreCarriedOn) {
     EXPECT_EQ(received(), 5857);
 }
 
-TEST_F(JournalRestartTest, besideASessionThatGoesOnAnotherOneIsAskedAbout) {
+TEST_F(JournalRestartTest, BesideASessionThatGoesOnAnotherOneIsAskedAbout) {
     count(5000);
     const std::uint32_t harbour = machine.connections.connect("Harbour");
     machine.connections.transfer(harbour, 830, 0, 3000);
 
     newWorld();
-    expectAnotherInstanceQuestion();
+    expectInstanceQuestion();
     expectSessionQuestion("830", MsgBoxAnswer::No);
     start("/r");
     tick();
@@ -325,7 +325,7 @@ TEST_F(JournalRestartTest, besideASessionThatGoesOnAnotherOneIsAskedAbout) {
     EXPECT_EQ(received(), 5064);
 }
 
-TEST_F(JournalRestartTest, besideASessionThatGoesOnTheLineTheProgramDialledIsNotAskedAbout) {
+TEST_F(JournalRestartTest, BesideASessionThatGoesOnTheLineTheProgramDialledIsNotAskedAbout) {
     count(5000);
     restartAfterKill();
     ASSERT_GT(DialIn("Harbour", ""), Long(0));
@@ -340,7 +340,7 @@ TEST_F(JournalRestartTest, besideASessionThatGoesOnTheLineTheProgramDialledIsNot
     EXPECT_EQ(received(), 5830);
 }
 
-TEST_F(JournalRestartTest, aDialOfALineThatIsUpStillGoesOnWithItsSession) {
+TEST_F(JournalRestartTest, ADialOfALineThatIsUpStillGoesOnWithItsSession) {
     machine.connections.joinsRunning = true;
     count(5000);
     pass(10, 30);
@@ -353,7 +353,7 @@ TEST_F(JournalRestartTest, aDialOfALineThatIsUpStillGoesOnWithItsSession) {
     EXPECT_EQ(received(), 5030);
 }
 
-TEST_F(JournalRestartTest, besideSessionsThatGoOnTheAddressIsAskedForOnce) {
+TEST_F(JournalRestartTest, BesideSessionsThatGoOnTheAddressIsAskedForOnce) {
     setIni("[Settings]\r\nLogIPAddress=1\r\n");
     start("/r");
     ridge = machine.connections.connect("Ridge");
@@ -364,7 +364,7 @@ TEST_F(JournalRestartTest, besideSessionsThatGoOnTheAddressIsAskedForOnce) {
     machine.sockets.hostFound = false;
 
     newWorld();
-    expectAnotherInstanceQuestion();
+    expectInstanceQuestion();
     expectWarning("Winsock.dll is not responding.");
     start("/r");
     tick();
@@ -372,7 +372,7 @@ TEST_F(JournalRestartTest, besideSessionsThatGoOnTheAddressIsAskedForOnce) {
     EXPECT_FALSE(state().FirstOnlineUpdate);
 }
 
-TEST_F(JournalRestartTest, settingsThatWereConfirmedAreThereAgain) {
+TEST_F(JournalRestartTest, SettingsThatWereConfirmedAreThereAgain) {
     setIni("[Settings]\r\n");
     start();
     frmMain().cmdOptions.press();
@@ -390,7 +390,7 @@ TEST_F(JournalRestartTest, settingsThatWereConfirmedAreThereAgain) {
     EXPECT_EQ(frmMain().lblTransferTotal.caption(), "total (MBytes):");
 }
 
-TEST_F(JournalRestartTest, aFirstRunIsKeptToo) {
+TEST_F(JournalRestartTest, AFirstRunIsKeptToo) {
     expectFirstRunBoxes();
     start("/r");
     ridge = machine.connections.connect("Ridge");

@@ -42,15 +42,9 @@ protected:
         tick();
         tickAfter(10, bytes);
     }
-    void expectAnotherInstanceQuestion() {
-        expectBox("Warning: Another instance of Velmars Tarvik seems to be running.\rAre you sure "
-                  "that you want to start another instance?\r(This could cause the protocol file "
-                  "to become corrupt!)",
-                  MsgBoxButtons::YesNo, MsgBoxIcon::Question, MsgBoxAnswer::Yes);
-    }
     void restartAfterKill(const std::string& commandLine = {}) {
         newWorld();
-        expectAnotherInstanceQuestion();
+        expectInstanceQuestion();
         start(commandLine);
     }
     /// 7,000 bytes are on record; they are reset, and the program is left.
@@ -65,15 +59,6 @@ protected:
         frmMain().cmdQuit.press();
     }
     void endSession() { frmMain().unload(UnloadMode::AppWindows); }
-    std::vector<std::string> notes() const {
-        std::vector<std::string> result;
-        for (const auto& request : machine.notificationArea.requests) {
-            if ((request.data.uFlags & NotificationArea::info) != 0) {
-                result.emplace_back(request.data.szInfo);
-            }
-        }
-        return result;
-    }
 };
 
 } // namespace tarvik

@@ -1,4 +1,4 @@
-#include "startup/JournalRestartTest.h"
+#include "settings/JournalRestartTest.h"
 
 #include <gmock/gmock.h>
 
@@ -19,7 +19,7 @@ protected:
         newWorld();
         machine.connections.disconnect(ridge);
         machine.files.holdFailure = ErrorNumber::PermissionDenied;
-        expectAnotherInstanceQuestion();
+        expectInstanceQuestion();
         start("/r");
     }
 };
@@ -81,7 +81,7 @@ TEST_F(JournalReachTest, OneThatAnotherProgramHasOpenIsTold) {
     newWorld();
     machine.files.heldElsewhere = true;
 
-    expectAnotherInstanceQuestion();
+    expectInstanceQuestion();
     start();
 
     ASSERT_EQ(notes().size(), 1U) << "no other copy of the program is running";
@@ -94,7 +94,7 @@ TEST_F(JournalReachTest, OneThatAnotherCopyHasIsNotLookedForAgain) {
     machine.connections.disconnect(ridge);
     machine.instances.error = alreadyExists;
     machine.files.heldElsewhere = true;
-    expectAnotherInstanceQuestion();
+    expectInstanceQuestion();
     start("/r");
     machine.files.heldElsewhere = false;
     const std::string before = machine.files.file(path);

@@ -1,4 +1,4 @@
-#include "startup/JournalRestartTest.h"
+#include "settings/JournalRestartTest.h"
 
 #include <gmock/gmock.h>
 
@@ -135,61 +135,11 @@ TEST_F(JournalResetTest, AKillBeforeTheFileIsPutAsideIsAResetThatIsStillDue) {
     machine.files.setFile(path, journalThen);
     setIni(iniThen);
 
-    expectAnotherInstanceQuestion();
+    expectInstanceQuestion();
     start();
 
     EXPECT_EQ(received(), 7000);
     EXPECT_NE(state().TransferResetLast, machine.clock.now.dateOnly());
-}
-
-TEST_F(JournalResetTest, WhileTheQuestionAboutASessionIsOpenItDoesNotCount) {
-    setIni("[Settings]\r\n");
-    ridge = machine.connections.connect("Ridge");
-    machine.connections.transfer(ridge, 1000, 0, 9000);
-    std::string journalThen;
-    const auto sleep = [&] {
-        frmMain().Pause.raise();
-        journalThen = machine.files.file(path);
-    };
-    expectBox("Monitoring has been started and an active connection with transfer has been "
-              "detected.\r\rIf you have already monitored this online-session with Tarvik then\r"
-              "this may result in an unwanted offset of the recorded transfer.\r\rDo you want to "
-              "use (record) the this online-session (1000 bytes)?\r(Press NO if you restarted "
-              "Tarvik.)",
-              MsgBoxButtons::YesNo, MsgBoxIcon::Question, MsgBoxAnswer::Yes, sleep);
-    start("/r");
-    tick();
-    EXPECT_EQ(received(), 1000);
-
-    newWorld();
-    machine.files.setFile(path, journalThen);
-    expectAnotherInstanceQuestion();
-    start();
-    EXPECT_EQ(received(), 0);
-
-    expectSessionQuestion("1000", MsgBoxAnswer::Yes);
-    frmMain().cmdMonitor.press();
-    tick();
-
-    EXPECT_EQ(received(), 1000) << "there was no answer before the kill";
-}
-
-TEST_F(JournalResetTest, AJournalThatIsOutOfReachIsLeftAloneAndTold) {
-    count(5000);
-    newWorld();
-    machine.connections.disconnect(ridge);
-    const std::string before = machine.files.file(path);
-    machine.files.setUnreadable(path);
-
-    expectAnotherInstanceQuestion();
-    start("/r");
-    ridge = machine.connections.connect("Ridge");
-    tick();
-    tickAfter(10, 3);
-
-    EXPECT_EQ(machine.files.file(path), before);
-    ASSERT_EQ(notes().size(), 1U);
-    EXPECT_THAT(notes()[0], HasSubstr("cannot be read and is left alone"));
 }
 
 } // namespace
