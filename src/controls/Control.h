@@ -56,7 +56,7 @@ public:
 
 /// What every control has: a name, a place in a list, and whether it is seen and can be used.
 ///
-/// the control is the truth and its view follows it. Setting a property to the value it has does
+/// The control is the truth, and its view follows it. Setting a property to the value it has does
 /// nothing; a change is told to the view, if there is one.
 class Control {
 public:

@@ -37,7 +37,7 @@ struct JournalEntry {
     std::optional<Date> resetIfGone;
     Amount totals; ///< all that counts, that of sessions under way included
     Currency tickerBase;
-    /// In the order of the table of settings; see `rawValue`.
+    /// In the order of the table of settings; see `settingsAsNumbers`.
     std::array<std::int64_t, settingCount> settings{};
     std::string address; ///< 255 characters at most
     /// Those under way. What counts of each is in the totals.

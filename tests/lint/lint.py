@@ -5,6 +5,7 @@ are, their formatting, and the scripts. Each rule first proves on made-up offend
 Exit status: 0 all is well, 1 something is wrong, 77 all is well but a tool was missing."""
 
 import pathlib
+import re
 import subprocess
 import sys
 
@@ -41,6 +42,14 @@ def chosen(names, suffixes, folders=("",)):
     return [name for name in names if name.endswith(suffixes) and name.startswith(folders)]
 
 
+def shell_scripts(names):
+    """By their names, or by their first line."""
+    def is_one(name):
+        with open(ROOT / name, "rb") as file:
+            return re.match(rb"#!\S*(?:/env )?\S*\b(?:ba|da)?sh\b", file.readline(80)) is not None
+    return [name for name in names if name.endswith(".sh") or is_one(name)]
+
+
 def texts_of(names):
     return {name: (ROOT / name).read_text(encoding="utf-8", errors="replace") for name in names}
 
@@ -63,6 +72,7 @@ def problems_of(names, missing):
     yield from rules.check_names(code)
     yield from rules.check_standard_headers(code)
     yield from rules.check_trap_names(code)
+    yield from rules.check_exceptions(code)
     yield from rules.check_accessors(code)
     yield from rules.check_text_tables(code)
     yield from rules.check_words(texts_of([name for name in names if not name.endswith(NOT_TEXTS)]))
@@ -73,7 +83,7 @@ def problems_of(names, missing):
     for check, argument in (
         (tools.check_format, chosen(names, (".cpp", ".h"))),
         (tools.check_headers_alone, list(headers_alone(names))),
-        (tools.check_shell, [*chosen(names, ".sh"), ".ci/run"]),
+        (tools.check_shell, shell_scripts(names)),
         (tools.check_python, chosen(names, ".py")),
     ):
         try:

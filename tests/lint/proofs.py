@@ -20,6 +20,13 @@ def trap(function, name, call="guarded"):
     return {"src/ui/mdlA.cpp": "%s\n    %s(%s, [] {});\n}\n" % (function, call, name)}
 
 
+EXCEPTED = {*rules.SHARED_NAMES, *rules.NAMED_BY_CALLERS}
+
+
+def procedures(names):
+    return {"src/ui/A.cpp": "".join("void %s() {\n}\n" % name for name in sorted(names))}
+
+
 STATEMENT = "    a();\n"
 LONG = STATEMENT * rules.LONGEST_FUNCTION
 
@@ -77,6 +84,9 @@ OFFENDERS = [
     (rules.check_trap_names, trap("void A() {", "name")),
     (rules.check_trap_names, trap("void cmdConnect_Click() {", '"cmdConnect_Click"')),
     (rules.check_trap_names, trap("void optA_Click() {", '"optB_Click"', "showChosenView")),
+    (rules.check_exceptions, procedures(EXCEPTED - {"cmdConnect_Click"})),
+    (rules.check_exceptions, {**procedures(EXCEPTED - {"nextWeekday"}),
+                              "src/ui/B.cpp": "    nextWeekday();\n// void nextWeekday() {\n"}),
     (rules.check_accessors, {"src/controls/A.cpp": "void f() { platform().desktop.beep(); }\n"}),
     (rules.check_accessors, {"src/forms/A.cpp": "int a = state().a;\n"}),
     (rules.check_accessors, {"src/controls/A.cpp": "bool a = b && platform().c;\n"}),
@@ -121,6 +131,7 @@ INNOCENTS = [
     (rules.check_names, {"src/types/A.h": "const int a = 1'000'000; // long\nint b = 1'0;\n"}),
     (rules.check_names, {"platforms/linux/A.h": "QString text;\n"}),
     (rules.check_names, {"src/types/A.h": 'text = "Windows Sockets version ";\n'}),
+    (rules.check_exceptions, procedures(EXCEPTED)),
     (rules.check_accessors, {"src/ports/Platform.h": "Platform& platform();\n"}),
     (rules.check_accessors, {"src/ui/A.cpp": "void f() { platform().desktop.beep(); }\n"}),
     (rules.check_accessors, {"src/forms/A.cpp": "A& a() {\n    return AScope::get(\"none\");\n}\n"}),
@@ -135,6 +146,9 @@ INNOCENTS = [
     (rules.check_function_length, {"src/ui/A.cpp": body("T f()", "    return {\n" + "{1},\n" * 90 + "};\n")}),
     (rules.check_function_length, {"src/ui/A.h": body("class A", LONG) + body("namespace a", LONG)}),
     (rules.check_function_length, {"src/ui/A.cpp": body("void f()", "    a(); // {\n") + LONG}),
+    (rules.check_once, {"src/types/A.h": "#pragma once\n\nint a;\n", "src/types/A.cpp": "int a;\n"}),
+    (rules.check_standard_headers, {"src/types/A.h": '#include <vector>\n#include "types/B.h"\n',
+                                    "platforms/linux/A.cpp": "#include <fstream>\n"}),
     (rules.check_lists, {"CMakeLists.txt": GLOB}),
     (rules.check_lists, {"tests/CMakeLists.txt": "add_executable(x unit/A.cpp)\n"}),
 ]

@@ -71,6 +71,9 @@ NAMED_BY_CALLERS = {"nextWeekday", "quarterBoundary", "showChosenView", "onGotFo
 # Procedures of forms that have the same name carry the form's before it.
 FORM_PREFIX = re.compile(r"^frm[A-Z][A-Za-z]+_")
 
+# The beginning of a procedure, by its name.
+PROCEDURE = re.compile(r"^(?:[\w:<>,&*]+ )+(?:\w+::)?([A-Za-z]\w*)\(", re.MULTILINE)
+
 # Comments and what stands in quotes.
 TOKENS = re.compile(
     r"""//[^\n]*|/\*.*?\*/|R"\((?:.*?)\)"|"(?:\\.|[^"\\\n])*"|(?<![0-9A-Fa-f])'(?:\\.|[^'\\\n])+'""",
@@ -261,14 +264,22 @@ def check_once(files):
             yield name + ": does not begin with #pragma once"
 
 
+def check_exceptions(files):
+    """Whoever is excepted from having his own name in the error trap is there."""
+    code = "\n".join(without_comments(text) for name, text in files.items()
+                     if name.startswith("src/"))
+    defined = {found.group(1) for found in PROCEDURE.finditer(code)}
+    for name in sorted({*SHARED_NAMES, *NAMED_BY_CALLERS} - defined):
+        yield "src/: no procedure is called %s, which tests/lint/rules.py excepts" % name
+
+
 def check_trap_names(files):
     """The error trap reports a procedure under its own name: that of the function it stands in."""
-    beginning = re.compile(r"^(?:[\w:<>,&*]+ )+(?:\w+::)?([A-Za-z]\w*)\(", re.MULTILINE)
     for name, text in files.items():
         if not name.startswith("src/"):
             continue
         code = without_comments(text, strings=False)
-        begins = [(found.start(), found.group(1)) for found in beginning.finditer(code)]
+        begins = [(found.start(), found.group(1)) for found in PROCEDURE.finditer(code)]
         for found in re.finditer(r"\b(\w+)\(\s*(?:\"(\w+)\"|(\w+))\s*[,)(]", code):
             call, literal = found.group(1), found.group(2)
             if call != "guarded" and (call not in NAMED_BY_CALLERS or literal is None):

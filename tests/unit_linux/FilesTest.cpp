@@ -20,7 +20,6 @@ protected:
     TemporaryFolder folder;
     std::string path = folder.path() + "/Tarvik.ini";
     LinuxFiles files;
-
 };
 
 TEST_F(FilesTest, TheModeOfTheOldFileStays) {

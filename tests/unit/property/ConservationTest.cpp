@@ -1,8 +1,7 @@
-#include "settings/mdlSettingsLog.h"
 #include "property/RandomUserTest.h"
+#include "settings/mdlSettingsLog.h"
 #include "state/mdlTransfers.h"
 #include "state/mdlVar.h"
-
 
 namespace tarvik {
 namespace {

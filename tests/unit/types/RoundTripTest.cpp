@@ -1,5 +1,5 @@
-#include "types/Convert.h"
 #include "support/ErrorOf.h"
+#include "types/Convert.h"
 #include "types/LocaleForms.h"
 
 #include <gtest/gtest.h>
