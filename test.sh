@@ -405,15 +405,14 @@ stage "packages" packages first
 stage "32-bit Wine" wine first
 stage "lint" lint checks
 stage "the scripts where something is closed, missing or silent" scripts_tests checks
-stage "build, warnings are errors" build_debug builds
-stage "kill at every step" kill_at_every_step checks build_debug
-stage "user stories on the scripted and the real face" stories desktop build_debug
-stage "the built program from outside" outside_tests desktop build_debug
-stage "the built program from outside, on Wayland" outside_tests_wayland desktop build_debug
-stage "the program on a real NetworkManager" network_tests desktop build_debug
-stage "a session without a display" headless_session desktop build_debug
 stage "build for Windows, warnings are errors" build_windows builds
 stage "build with AddressSanitizer and UBSan" build_sanitized builds
+stage "build, warnings are errors" build_debug builds
+stage "user stories on the scripted and the real face" stories desktop build_debug
+stage "the built program from outside" outside_tests desktop build_debug
+stage "the built program from outside, on Wayland" outside_tests_wayland wayland build_debug
+stage "the program on a real NetworkManager" network_tests network build_debug
+stage "a session without a display" headless_session desktop build_debug
 stage "build of the packages' programs" build_packaged builds
 stage "build for Windows, checked" build_windows_checked builds
 stage "clang-tidy" tidy builds build_packaged
@@ -421,6 +420,7 @@ stage "clang-tidy on the code for Windows" tidy_windows builds
 stage "unit, face and soak tests under AddressSanitizer and UBSan" tests_sanitized checks build_sanitized
 stage "a random user on the scripted and the Linux face, sanitized" monkey checks build_sanitized
 stage "fuzz targets, a fixed number of runs" fuzz checks build_sanitized
+stage "kill at every step" kill_at_every_step checks build_debug
 stage "unit tests on Windows" unit_windows wine build_windows
 stage "face and services on Windows" windows_tests wine build_windows
 stage "user stories on Windows" stories_windows wine build_windows
