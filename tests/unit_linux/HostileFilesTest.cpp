@@ -48,7 +48,7 @@ void makeLink(const std::string& path) {
 }
 
 constexpr const char* zero = "/dev/zero";
-constexpr const char* full = "/dev/full";
+constexpr const char* fullDevice = "/dev/full";
 constexpr const char* null = "/dev/null";
 constexpr const char* nowhere = "/nowhere/at/all";
 constexpr const char* itself = "Tarvik.ini";
@@ -129,9 +129,9 @@ INSTANTIATE_TEST_SUITE_P(
         OddFile{"Directory", [](const std::string& path) { mkdir(path.c_str(), 0755); }},
         OddFile{"Pipe", [](const std::string& path) { mkfifo(path.c_str(), 0644); }},
         OddFile{"Socket", makeSocket}, OddFile{"LinkToZeros", makeLink<&zero>},
-        OddFile{"LinkToFullDevice", makeLink<&full>}, OddFile{"LinkToNullDevice", makeLink<&null>},
-        OddFile{"LinkToNothing", makeLink<&nowhere>}, OddFile{"LinkToItself", makeLink<&itself>},
-        OddFile{"LinkToFolder", makeLink<&root>}),
+        OddFile{"LinkToFullDevice", makeLink<&fullDevice>},
+        OddFile{"LinkToNullDevice", makeLink<&null>}, OddFile{"LinkToNothing", makeLink<&nowhere>},
+        OddFile{"LinkToItself", makeLink<&itself>}, OddFile{"LinkToFolder", makeLink<&root>}),
     [](const auto& test) { return std::string(test.param.name); });
 
 class HostileFilesTest : public testing::Test {
@@ -142,7 +142,7 @@ protected:
 };
 
 TEST_F(HostileFilesTest, DevicesAreNeitherReadNorWrittenTo) {
-    for (const char* device : {zero, full, null, "/dev/tty"}) {
+    for (const char* device : {zero, fullDevice, null, "/dev/tty"}) {
         std::string bytes;
         EXPECT_TRUE(files.read(device, bytes)) << device;
         EXPECT_TRUE(files.replace(device, {"x"})) << device;

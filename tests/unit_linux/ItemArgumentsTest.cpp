@@ -75,10 +75,10 @@ struct Method {
 };
 
 constexpr const char* menuPath = "/MenuBar";
-constexpr const char* itemPath = "/StatusNotifierItem";
+constexpr const char* pathOfItem = "/StatusNotifierItem";
 constexpr const char* menu = "com.canonical.dbusmenu";
-constexpr const char* item = "org.kde.StatusNotifierItem";
-constexpr const char* properties = "org.freedesktop.DBus.Properties";
+constexpr const char* itemCalls = "org.kde.StatusNotifierItem";
+constexpr const char* propertyCalls = "org.freedesktop.DBus.Properties";
 
 const std::vector<Method> methods{{menuPath, menu, "GetLayout"},
                                   {menuPath, menu, "GetGroupProperties"},
@@ -87,16 +87,16 @@ const std::vector<Method> methods{{menuPath, menu, "GetLayout"},
                                   {menuPath, menu, "EventGroup"},
                                   {menuPath, menu, "AboutToShow"},
                                   {menuPath, menu, "AboutToShowGroup"},
-                                  {menuPath, properties, "Get"},
-                                  {menuPath, properties, "GetAll"},
-                                  {menuPath, properties, "Set"},
-                                  {itemPath, item, "SecondaryActivate"},
-                                  {itemPath, item, "ContextMenu"},
-                                  {itemPath, item, "Scroll"},
-                                  {itemPath, item, "Activate"},
-                                  {itemPath, properties, "Get"},
-                                  {itemPath, properties, "GetAll"},
-                                  {itemPath, properties, "Set"}};
+                                  {menuPath, propertyCalls, "Get"},
+                                  {menuPath, propertyCalls, "GetAll"},
+                                  {menuPath, propertyCalls, "Set"},
+                                  {pathOfItem, itemCalls, "SecondaryActivate"},
+                                  {pathOfItem, itemCalls, "ContextMenu"},
+                                  {pathOfItem, itemCalls, "Scroll"},
+                                  {pathOfItem, itemCalls, "Activate"},
+                                  {pathOfItem, propertyCalls, "Get"},
+                                  {pathOfItem, propertyCalls, "GetAll"},
+                                  {pathOfItem, propertyCalls, "Set"}};
 
 /// The icon is with a panel, and some program of the user's calls it with whatever it likes.
 class ItemArgumentsTest : public testing::Test {
