@@ -62,6 +62,8 @@ TEST_F(TextFieldContract, WhatAHandlerPutsBackIsShown) {
 }
 
 TEST_F(TextFieldContract, APartIsSelectedWhenTheModelSaysSo) {
+    goBehindTheText();
+
     field.select(1, 3);
     face->settle();
 
@@ -69,6 +71,7 @@ TEST_F(TextFieldContract, APartIsSelectedWhenTheModelSaysSo) {
 }
 
 TEST_F(TextFieldContract, APartIsSelectedAgainAfterTheUserSelectedAnother) {
+    goBehindTheText();
     field.select(1, 3);
     face->settle();
     face->selectByHand(field, 0, 2);
