@@ -272,6 +272,20 @@ bool canBeKept(const Amount& amount) {
     return fits(amount.rcvd) && fits(amount.sent) && fits(amount.duration);
 }
 
+bool mayHaveSaved(const JournalEntry& entry, const Amount& totals) {
+    if (!canBeKept(totals)) {
+        return false;
+    }
+    Amount missing = entry.totals - totals;
+    for (const FormerSession& one : entry.sessions) {
+        missing = missing - one.session.counted;
+    }
+    return totals == entry.totals ||
+           std::any_of(entry.sessions.begin(), entry.sessions.end(), [&](const auto& shown) {
+               return missing + shown.session.counted == Amount();
+           });
+}
+
 std::string bodyOf(const JournalEntry& entry) {
     Writer to;
     to.bytes.reserve(journalPlace);

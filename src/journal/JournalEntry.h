@@ -51,6 +51,10 @@ bool canBeKept(const Amount& amount);
 /// Dates of the years that one can be written in can be kept.
 bool canBeKept(Date date);
 
+/// Whether a save at the moment of the entry may have written these totals: of the sessions under
+/// way it takes only the one that is shown, whichever it is.
+bool mayHaveSaved(const JournalEntry& entry, const Amount& totals);
+
 // One place of the file holds one entry. docs/files.md has every byte.
 
 /// Bytes that an entry has at most, and that each place of the file has: a disk writes whole

@@ -74,7 +74,7 @@ void CheckReset() {
         // the reset is not lost.
         if (s.TransferResetBackup != 0) {
             const bool backedUp = BackupINIFile();
-            WithdrawReset();
+            WithdrawReset(backedUp);
             if (backedUp) {
                 tellOfDoubt();
             } else if (!userResetsWithoutBackup()) {

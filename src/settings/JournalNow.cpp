@@ -18,6 +18,21 @@
 
 namespace tarvik {
 
+namespace {
+
+/// Whether the file is there; nothing where nobody knows. What has been read from it tells where
+/// a look at its name fails at the moment: the start's own lock stands in it before all else.
+std::optional<bool> fileIsThere() {
+    const FileKind kind = platform().files.Dir(usualIniFile());
+    if (kind != FileKind::Other) {
+        return kind == FileKind::File;
+    }
+    return GetStringFromINI(SettingsSection, "IsLocked").empty() ? std::nullopt
+                                                                 : std::optional(true);
+}
+
+} // namespace
+
 std::string journalFile(const std::string& addition) {
     const std::string ini = usualIniFile();
     const std::size_t ending = std::string(IniFileBaseName).rfind('.');
@@ -37,11 +52,12 @@ IniContent contentWithFile() {
 
 std::optional<IniContent> contentOfFile() {
     const ProfileReading reading(platform().profile, usualIniFile());
-    if (!reading.readable()) {
+    const auto isThere = reading.readable() ? fileIsThere() : std::nullopt;
+    if (!isThere) {
         return std::nullopt;
     }
     IniContent content = contentWithFile();
-    content.exists = platform().files.Dir(usualIniFile()) == FileKind::File;
+    content.exists = *isThere;
     return content;
 }
 
@@ -74,7 +90,8 @@ std::optional<JournalEntry> entryNow() {
 bool wasSavedMeanwhile(const JournalEntry& entry, const IniContent& file) {
     const std::int32_t records = file.lastDateStamp - entry.standsOn.lastDateStamp;
     const bool ownSave = records == 1 || (records == 0 && file.exists && !entry.standsOn.exists);
-    return ownSave && totalsOfFile() == entry.totals;
+    const auto saved = ownSave ? totalsOfFile() : std::nullopt;
+    return saved && mayHaveSaved(entry, *saved);
 }
 
 } // namespace tarvik

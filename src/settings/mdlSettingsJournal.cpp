@@ -87,11 +87,11 @@ void AnnounceReset() {
     });
 }
 
-void WithdrawReset() {
-    guarded("WithdrawReset", [] {
+void WithdrawReset(bool Gone) {
+    guarded("WithdrawReset", [&] {
         Journal& j = journal();
         j.resetIfGone.reset();
-        if (platform().files.Dir(usualIniFile()) == FileKind::None) {
+        if (Gone || platform().files.Dir(usualIniFile()) == FileKind::None) {
             j.standsOn = {};
         } else {
             noteOwnSave();

@@ -23,8 +23,9 @@ void NoteSave();
 /// The program has saved its state and is about to put the file aside for a reset. A start that
 /// finds the file gone takes the reset for done.
 void AnnounceReset();
-/// The file was put aside, or could not be: what comes next stands on what is there now.
-void WithdrawReset();
+/// The file was put aside, or could not be: what comes next stands on what is there now. `Gone`
+/// tells that it was deleted: a look at its name may fail.
+void WithdrawReset(bool Gone);
 
 /// The end: the journal goes if the INI file alone restores what the window shows. `Saved` tells
 /// whether the state was saved.

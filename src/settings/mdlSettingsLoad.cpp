@@ -73,10 +73,11 @@ void load(const Setting& setting) {
 bool LoadState() {
     const bool loaded = guarded("LoadState", false, [](bool& result) {
         SetIniFileName(false, false);
-        // A file that one look finds and the other does not is there, and out of reach at times.
+        // A file that only the second look finds is there, and out of reach at times. Of one that
+        // the first has found, the reading tells.
         const FileKind kind = platform().files.Dir(usualIniFile());
         const bool found = !state().IniFileName.empty();
-        state().IniFileUnread = kind == FileKind::Other || (kind == FileKind::File && !found);
+        state().IniFileUnread = !found && (kind == FileKind::Other || kind == FileKind::File);
         if (!found) {
             return;
         }

@@ -25,12 +25,17 @@ bool isOwnFile(const struct stat& info) {
     return S_ISREG(info.st_mode) && info.st_uid == geteuid() && info.st_nlink <= 1;
 }
 
-/// The open file still has that name: whoever held it before may have deleted it.
-bool stillNamed(int file, const std::string& path) {
+/// Whether the open file still has that name: whoever held it before may have deleted it. Failed
+/// where nobody can tell.
+Outcome outcomeOfName(int file, const std::string& path) {
     struct stat opened {};
     struct stat named {};
-    return fstat(file, &opened) == 0 && lstat(path.c_str(), &named) == 0 &&
-           opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+    if (fstat(file, &opened) != 0 ||
+        (lstat(path.c_str(), &named) != 0 && errno != ENOENT && errno != ENOTDIR)) {
+        return Outcome::Failed;
+    }
+    return opened.st_dev == named.st_dev && opened.st_ino == named.st_ino ? Outcome::Held
+                                                                          : Outcome::Absent;
 }
 
 /// A file system without locks has nobody else.
@@ -91,8 +96,9 @@ std::optional<ErrorNumber> LinuxHeldFile::flush() {
 }
 
 std::optional<ErrorNumber> LinuxHeldFile::remove() {
-    if (!stillNamed(file_.number(), path_)) {
-        return std::nullopt;
+    const Outcome outcome = outcomeOfName(file_.number(), path_);
+    if (outcome != Outcome::Held) {
+        return outcome == Outcome::Absent ? std::nullopt : std::optional(errorNumberOf(errno));
     }
     if (unlink(path_.c_str()) != 0) {
         return errorNumberOf(errno);
@@ -121,8 +127,8 @@ Holding holdFile(const std::string& path) {
     if (!lockForUs(file.number())) {
         return notHeld(Outcome::Busy);
     }
-    return stillNamed(file.number(), path) ? holding(std::move(file), path)
-                                           : notHeld(Outcome::Absent);
+    const Outcome outcome = outcomeOfName(file.number(), path);
+    return outcome == Outcome::Held ? holding(std::move(file), path) : notHeld(outcome);
 }
 
 Holding makeHeldFile(const std::string& path, std::size_t size, const std::string& like) {
