@@ -1,7 +1,8 @@
 #include "faults/Operations.h"
 
 #include "common/ProfileForm.h"
-#include "faults/Life.h"
+#include "faults/Lives.h"
+#include "faults/Told.h"
 #include "monitor/mdlCodeReset.h"
 #include "settings/mdlSettings.h"
 #include "settings/mdlSettingsBackup.h"
@@ -280,6 +281,7 @@ std::vector<Operation> operations(const std::string& folder, char separator) {
          {lockWarning, firstRunWarning},
          allWarnings,
          {{{"Tarvik.ini", "[Settings]\nIsLocked=0\n"}}}},
+        startAfterKill(usualFolder(), lifeWarnings),
         wholeLife(folder, usualFolder(), lifeWarnings),
         secondLife(folder, usualFolder(), lifeWarnings),
     };
@@ -349,7 +351,8 @@ std::string troubleAfter(const Operation& operation, const States& states,
     if (found) {
         found = withoutPassing(std::move(*found));
     }
-    if (!isOneOf(states, found)) {
+    const bool ended = endsInTheMiddle(fault) && !fault.starts_with("fail");
+    if ((ended || !operation.manyWays) && !isOneOf(states, found)) {
         return "neither an old state nor the new one\n" + shown(found);
     }
     const bool hadRecords = hasEarlierRecords(states.front().value_or(Folder()));
@@ -369,12 +372,18 @@ std::string troubleAfter(const Operation& operation, const States& states,
     }
     restart.boxes.clear();
     const bool nothingCounted = isNothing(restart.world.state);
+    const Figures counted = shownNow();
     quit(restart);
     Folder after = folderAt(folder);
-    if (!fault.starts_with("kill") && !fault.starts_with("cut")) {
-        // Nothing could be written at the one moment, or into another folder: it is set aside.
-        std::erase_if(after, [](const auto& file) {
-            return file.first.starts_with("Tarvik.2026") && file.first.ends_with(".journal");
+    if (!ended) {
+        // Of a folder that was away the journal stands on the file that was made there meanwhile.
+        const bool mayDiffer = fault.starts_with("vanish") || operation.countedWithout();
+        const std::string trouble = mayDiffer ? "" : troubleWithAside(after, counted);
+        if (!trouble.empty()) {
+            return trouble + shown(after);
+        }
+        std::erase_if(after, [&](const auto& file) {
+            return isAside(file.first) && !before.contains(file.first);
         });
     }
     Folder names = before;

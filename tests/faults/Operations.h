@@ -19,11 +19,15 @@ struct Operation {
     std::vector<std::string> mayWarn = {};
     /// What is right beside the states between its steps: a step may fail, and the next succeed.
     std::vector<Folder> alsoRight = {};
-    /// It is only ended at each call: with calls that fail it may take many right ways.
-    bool endsOnly = false;
+    /// With calls that fail it may take many right ways, of which `look` tells the wrong ones; few
+    /// of those faults are tried.
+    bool manyWays = false;
     /// What is wrong with what the next start shows, after that fault and on the files found.
     std::function<std::string(Session& restart, const Folder& found, const std::string& fault)>
         look = [](Session&, const Folder&, const std::string&) { return std::string(); };
+    /// The run has told that it could not read the journal and counts without it: what the journal
+    /// says is in the one that is set aside only.
+    std::function<bool()> countedWithout = [] { return false; };
 };
 
 /// Start, end, save, backup, export, locking and unlocking. `folder` and `separator` are those of

@@ -64,7 +64,18 @@ private:
     std::unique_ptr<HeldFile> real_;
 };
 
+std::string TellingFiles::joined(const std::vector<std::string_view>& pieces) {
+    std::string all;
+    for (const std::string_view piece : pieces) {
+        all += piece;
+    }
+    return all;
+}
+
 Holding TellingFiles::telling(Holding held) {
+    if (held.outcome != Holding::Outcome::Held && held.outcome != Holding::Outcome::Absent) {
+        heldChanges("hold failed", {});
+    }
     if (held.file) {
         held.file = std::make_unique<Held>(*this, std::move(held.file));
     }
@@ -75,7 +86,7 @@ Session::Session(Files& real, const std::string& folder, char separator)
     : files(real), platform_(scripted.withFiles(profile_, files)) {
     scripted.program.folderPath = folder;
     scripted.program.separator = separator;
-    scripted.connections.entries = {{.name = "Harbour"}};
+    scripted.connections.entries = {{.name = "Harbour"}, {.name = "Ridge"}};
     scripted.desktop.answerAny = [this](const MsgBoxRequest& request) {
         boxes.push_back(request.text);
         const bool asks = request.buttons == MsgBoxButtons::YesNo ||

@@ -27,7 +27,9 @@ class TellingFiles : public Files {
 public:
     explicit TellingFiles(Files& real) : real_(real) {}
     std::function<void()> changed = [] {};
-    /// What becomes of a file that is held: `write` and `flush`, before and afterwards.
+    /// What becomes of a file that is held: `hold failed`; `write`, then `written` or `write
+    /// failed`; `flushed` or `flush failed`. And `save` with the content that another file is about
+    /// to have.
     std::function<void(const std::string& step, std::string_view bytes)> heldChanges =
         [](const std::string&, std::string_view) {};
 
@@ -38,6 +40,7 @@ public:
     }
     FileResult replaceIf(const std::string& path, const std::vector<std::string_view>& pieces,
                          const LastLook& stillRight) override {
+        heldChanges("save", joined(pieces));
         return told(real_.replaceIf(path, pieces, stillRight));
     }
     FileResult FileCopy(const std::string& source, const std::string& target) override {
@@ -55,6 +58,7 @@ public:
 
 private:
     class Held;
+    static std::string joined(const std::vector<std::string_view>& pieces);
     Holding telling(Holding held);
     FileResult told(FileResult result) {
         changed();

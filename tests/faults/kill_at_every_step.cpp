@@ -117,7 +117,8 @@ private:
         one("kill " + at);
         one("killhalf " + at);
         cutsAt(call);
-        if (operation_->endsOnly) {
+        if (operation_->manyWays) {
+            fewFailuresAt(call, calls);
             return;
         }
         for (const int error : {ENOSPC, EIO, EACCES, EROFS, ENOENT}) {
@@ -136,6 +137,20 @@ private:
         // How the program cleans up after a failure ends within a few calls.
         for (int second = call + 1; second <= std::min(call + 8, calls); ++second) {
             one("failkill " + at + " " + std::to_string(EIO) + " " + std::to_string(second));
+        }
+    }
+
+    /// Once, for good, and full; and a kill soon after the first and long after it.
+    void fewFailuresAt(int call, int calls) {
+        const std::string at = std::to_string(call);
+        const std::string once = " " + std::to_string(EIO) + " ";
+        one("fail " + at + once + "1");
+        one("fail " + at + " " + std::to_string(ENOSPC) + " 1000000");
+        one("full " + at);
+        for (const int later : {5, 23}) {
+            if (call + later <= calls) {
+                one("failkill " + at + once + std::to_string(call + later));
+            }
         }
     }
 

@@ -112,7 +112,9 @@ private:
         if (name == "WriteFile") {
             one("killhalf " + call);
         }
-        if (operation_->endsOnly) {
+        if (operation_->manyWays) {
+            one("fail " + call + " " + std::to_string(ERROR_NOT_READY) + " 1");
+            one("fail " + call + " " + std::to_string(ERROR_DISK_FULL) + " 1000000");
             return;
         }
         for (const DWORD error : {ERROR_DISK_FULL, ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION,

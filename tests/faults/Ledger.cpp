@@ -1,0 +1,95 @@
+#include "faults/Ledger.h"
+
+#include <algorithm>
+
+namespace tarvik::faults {
+
+Line& Ledger::line(const std::string& entry) {
+    return *std::find_if(lines.begin(), lines.end(),
+                         [&](const Line& one) { return one.up && one.entry == entry; });
+}
+
+Figures Ledger::all() const {
+    Figures sum = finished;
+    for (const Line& one : lines) {
+        sum = sum + one.counted();
+    }
+    return sum;
+}
+
+Figures Ledger::shown() const {
+    const auto last = std::find_if(lines.begin(), lines.end(), [&](const Line& one) {
+        return one.known && one.handle == lookedAt_;
+    });
+    return last == lines.end() ? finished : finished + last->counted();
+}
+
+void Ledger::list() {
+    for (const Line& one : lines) {
+        finished = one.up ? finished : finished + one.counted();
+    }
+    std::erase_if(lines, [](const Line& one) { return !one.up; });
+}
+
+void Ledger::look(Line& at) {
+    at.seen = at.carried;
+    at.known = true;
+    at.silent = false;
+    lookedAt_ = at.handle;
+}
+
+void Ledger::lookAtAll() {
+    for (Line& one : lines) {
+        look(one);
+    }
+}
+
+void Ledger::reset() {
+    finished = {};
+    for (Line& one : lines) {
+        one.offset = {};
+        one.silent = true;
+    }
+}
+
+std::string Ledger::troubleWithSession(const FormerSession& session, bool ending) const {
+    const LineSession& told = session.session;
+    const std::string name = told.connection.szEntryName;
+    const auto found = std::find_if(lines.begin(), lines.end(), [&](const Line& one) {
+        return one.known && one.handle == told.connection.hrasconn && one.entry == name;
+    });
+    if (found == lines.end()) {
+        return "a session of " + name + " that is not under way";
+    }
+    const Figures counted = figuresOf(told.counted);
+    const Figures offset = figuresOf(told.offset);
+    const bool isFinished = ending && counted == Figures() && offset == found->seen;
+    if (figuresOf(told.totals) != found->seen ||
+        (!isFinished && (counted != found->counted() || offset != found->offset))) {
+        return name + " with " + figuresOf(told.totals).text() + ", of which " + counted.text() +
+               " count and " + offset.text() + " do not, instead of " + found->seen.text() + ", " +
+               found->counted().text() + " and " + found->offset.text();
+    }
+    return {};
+}
+
+std::string Ledger::troubleWith(const JournalEntry& entry, bool ending) const {
+    if (figuresOf(entry.totals) != all()) {
+        return figuresOf(entry.totals).text() + " instead of " + all().text();
+    }
+    if (entry.ended) {
+        return entry.sessions.empty() && ending ? "" : "an end in order that is none";
+    }
+    for (const FormerSession& one : entry.sessions) {
+        if (std::string trouble = troubleWithSession(one, ending); !trouble.empty()) {
+            return trouble;
+        }
+    }
+    const auto known =
+        std::count_if(lines.begin(), lines.end(), [](const Line& one) { return one.known; });
+    return entry.sessions.size() == static_cast<std::size_t>(known)
+               ? ""
+               : std::to_string(entry.sessions.size()) + " sessions of " + std::to_string(known);
+}
+
+} // namespace tarvik::faults
