@@ -84,6 +84,7 @@ std::uint32_t ScriptedConnections::RasEnumConnectionsA(RASCONNA* buffer, std::ui
     if (const std::uint32_t code = called("RasEnumConnectionsA")) {
         return code;
     }
+    readSinceListed_.clear();
     if (buffer->dwSize != RASCONNA::size) {
         return ras::invalidSize;
     }
@@ -145,6 +146,7 @@ std::uint32_t ScriptedConnections::RasGetConnectionStatistics(std::uint32_t hand
     if (line->statisticsFailure != 0) {
         return line->statisticsFailure;
     }
+    readSinceListed_.insert(handle);
     *statistics = line->statistics;
     statistics->dwSize = RAS_STATS::size;
     return ras::success;

@@ -87,7 +87,7 @@ public:
         return marks.contains(handle) ? marks.at(handle) : std::string();
     }
     bool resume(std::uint32_t handle, const std::string& mark) override {
-        return sessionMark(handle) == mark;
+        return sessionMark(handle) == mark && !readSinceListed_.contains(handle);
     }
     std::uint32_t RasEnumEntriesA(const char* reserved, const char* phoneBook, void* buffer,
                                   std::uint32_t* bytes, std::uint32_t* count) override;
@@ -113,6 +113,7 @@ private:
     bool hasEntry(const char* name) const;
 
     std::map<std::string, std::deque<std::uint32_t>> failures_;
+    std::set<std::uint32_t> readSinceListed_;
     std::uint32_t lastHandle_ = 0;
 };
 

@@ -52,25 +52,33 @@ bool isFormer(const FormerSession& former, const RASCONNA& connection,
 
 } // namespace
 
-void ResumeFormer(const RASCONNA& Connection, const std::optional<RAS_STATS>& Now) {
+bool ResumeFormer(const RASCONNA& Connection, const std::optional<RAS_STATS>& Now) {
     State& s = state();
     const auto former =
         std::find_if(s.FormerSessions.begin(), s.FormerSessions.end(),
                      [&](const FormerSession& one) { return isFormer(one, Connection, Now); });
-    if (former != s.FormerSessions.end()) {
-        LineSession session = former->session;
-        session.connection = Connection;
-        session.resumed = session.inTotals = true;
-        s.LineSessions.push_back(session);
-        s.FormerSessions.erase(former);
+    if (former == s.FormerSessions.end()) {
+        return false;
     }
+    LineSession session = former->session;
+    session.connection = Connection;
+    session.resumed = session.inTotals = true;
+    s.LineSessions.push_back(session);
+    s.FormerSessions.erase(former);
+    return true;
 }
 
 void LookForFormer(const RASCONNA& Connection) {
     State& s = state();
+    // The service is asked first for those that it knows itself: one that was read is another to
+    // it.
+    if (ResumeFormer(Connection, std::nullopt)) {
+        return;
+    }
     const bool mayBeFormer = std::any_of(
-        s.FormerSessions.begin(), s.FormerSessions.end(),
-        [&](const FormerSession& one) { return sameEntry(one.session.connection, Connection); });
+        s.FormerSessions.begin(), s.FormerSessions.end(), [&](const FormerSession& one) {
+            return one.mark.empty() && sameEntry(one.session.connection, Connection);
+        });
     if (mayBeFormer) {
         bool failed = false;
         ResumeFormer(Connection, figuresOf(Connection.hrasconn, failed));
