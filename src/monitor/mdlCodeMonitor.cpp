@@ -193,7 +193,9 @@ bool UpdateStats() {
             ShowRasErrorMessage(failed.name, failed.code);
             ToggleMonitoringActive(false);
         }
-        const bool over = std::exchange(state().SessionOver, false);
+        // After a reset the session under way counts from its beginning, from the next tick on.
+        const bool over =
+            std::exchange(state().SessionOver, std::exchange(state().WasReset, false));
         KeepJournal(over ? KeepWhen::AtOnce : KeepWhen::Due);
     });
 }

@@ -86,6 +86,7 @@ void CheckReset() {
         ResetTransfers(true);
         s.TransferResetLast = today;
         s.FileOfDoubtfulReset.clear();
+        s.WasReset = true;
         KeepJournal(KeepWhen::AtOnce);
     });
 }
@@ -95,6 +96,7 @@ void ResetTransfersRequest() {
         if (MsgBox("Are you really sure you want to reset the (overall) values?",
                    MsgBoxButtons::YesNo, MsgBoxIcon::Question) == MsgBoxAnswer::Yes) {
             ResetTransfers(true);
+            state().SessionOver = true;
             KeepJournal(KeepWhen::AtOnce);
             // Without monitoring no tick would show it.
             UpdateValuesInGUI(true, true, false);

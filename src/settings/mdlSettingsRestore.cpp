@@ -111,8 +111,11 @@ bool restore(JournalEntry& entry, const IniContent& file) {
     }
     const bool same = entry.standsOn == file || holdsNothing(entry, file);
     if (!same && !reset && !wasSavedMeanwhile(entry, file)) {
-        putAside("The file of settings is another one than the journal of the running count stands "
-                 "on.");
+        putAside(file.exists
+                     ? "The file of settings is another one than the journal of the running "
+                       "count stands on."
+                     : "The file of settings that the journal of the running count stands on "
+                       "is gone.");
         return false;
     }
     if (reset) {
@@ -147,8 +150,8 @@ std::string whatIsLeftAlone(JournalFinding::Kind kind) {
                                   notKept)
                    : std::string();
     case Kind::Refused:
-        return aboutJournal("What has the name of the journal of the running count is none of the "
-                            "user's and is left alone." +
+        return aboutJournal("What has the name of the journal of the running count is no file of "
+                            "the user's alone and is left alone." +
                             notKept);
     default:
         return {};
@@ -190,6 +193,10 @@ void LookForJournalAgain() {
     Journal& j = journal();
     const std::string shown = j.shownAtStart;
     const auto entry = entryNow();
+    const std::string& read = state().IniFileName;
+    if (!read.empty() && read != usualIniFile()) {
+        return; // the history shows another file
+    }
     if (const auto file = contentOfFile(); entry && file) {
         takeJournal(*file, bodyOf(*entry) == shown && state().LineSessions.empty());
         if (!j.inUse()) {

@@ -115,8 +115,9 @@ struct State {
     bool FirstOnlineUpdate = false; ///< no online tick has been handled in this run
     bool DialInStarted = false;     ///< the program dialled the connection itself
     bool DeclinedInTick = false;    ///< in this tick the user declined to count what had passed
-    /// A session has ended since the journal was last written.
+    /// What counts has changed by more than a line has carried since: the journal is due at once.
     bool SessionOver = false;
+    bool WasReset = false;          ///< in this tick, the totals
     bool AddressAsked = false;      ///< the computer's address, in this run
     bool QuestionOpen = false;      ///< the user has not answered yet whether the session counts
     bool LimitWarningArmed = false; ///< the limit warning may be shown

@@ -50,6 +50,7 @@ void cmdOptions_Click() {
     guarded("cmdOptions_Click", [] {
         FrmOptions& options = forms().frmOptions;
         if (!options.visible()) {
+            KeepJournal(KeepWhen::Due); // what it has to bring back comes before the user's wishes
             InitControls();
         }
         ToggleFormVisibility(options, true);

@@ -133,5 +133,17 @@ TEST_F(HeldFileTest, AKilledProgramHoldsItNoMore) {
     EXPECT_EQ(files.hold(path).outcome, Outcome::Held);
 }
 
+/// A file manager moves it to the trash, say: what is written there nobody finds.
+TEST_F(HeldFileTest, WhatLiesUnderAnotherNameIsWrittenNoMore) {
+    const Holding held = files.holdOrMake(path, 16, ini);
+    std::filesystem::rename(path, in("moved"));
+
+    EXPECT_EQ(held.file->write(0, "abcd"), ErrorNumber::FileNotFound);
+
+    files.replace(path, {"another"});
+    EXPECT_EQ(held.file->write(0, "abcd"), ErrorNumber::FileNotFound);
+    EXPECT_EQ(contentOf(path), "another");
+}
+
 } // namespace
 } // namespace tarvik

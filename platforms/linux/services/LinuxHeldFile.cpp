@@ -75,8 +75,8 @@ std::optional<ErrorNumber> LinuxHeldFile::read(std::string& bytes) {
 }
 
 std::optional<ErrorNumber> LinuxHeldFile::write(std::size_t offset, std::string_view bytes) {
-    struct stat info {};
-    if (fstat(file_.number(), &info) == 0 && info.st_nlink == 0) {
+    // What was deleted, or lies under another name now, nobody finds again.
+    if (!stillNamed(file_.number(), path_)) {
         return ErrorNumber::FileNotFound;
     }
     const ssize_t written = retried([&] {

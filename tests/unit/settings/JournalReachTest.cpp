@@ -118,5 +118,37 @@ TEST_F(JournalReachTest, TotalsBeyondWhatItHoldsAreToldOnce) {
     EXPECT_THAT(notes()[0], HasSubstr("cannot be written"));
 }
 
+TEST_F(JournalReachTest, ItIsBroughtBackBeforeTheOptionsAreShownAlsoWithoutMonitoring) {
+    count(5000);
+    newWorld();
+    machine.connections.disconnect(ridge);
+    machine.files.holdFailure = ErrorNumber::PermissionDenied;
+    expectInstanceQuestion();
+    start();
+    machine.files.holdFailure.reset();
+    machine.clock.advanceSeconds(10);
+
+    frmMain().cmdOptions.press();
+    frmOptions().cmdOK.press();
+
+    EXPECT_EQ(received(), 5000);
+    EXPECT_FALSE(machine.files.exists(aside));
+}
+
+TEST_F(JournalReachTest, WhileTheHistoryShowsAnotherFileItIsNotJudged) {
+    startOutOfReach();
+    const std::string own = state().IniFileName;
+    machine.files.setFile("C:\\Old\\Tarvik.ini", "[Settings]\r\nLastDateStamp=7\r\n");
+    state().IniFileName = "C:\\Old\\Tarvik.ini";
+    machine.files.holdFailure.reset();
+    tickAfter(10);
+    EXPECT_FALSE(machine.files.exists(aside));
+
+    state().IniFileName = own;
+    tickAfter(10);
+
+    EXPECT_EQ(received(), 5000);
+}
+
 } // namespace
 } // namespace tarvik

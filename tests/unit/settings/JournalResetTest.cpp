@@ -142,5 +142,34 @@ TEST_F(JournalResetTest, AKillBeforeTheFileIsPutAsideIsAResetThatIsStillDue) {
     EXPECT_NE(state().TransferResetLast, machine.clock.now.dateOnly());
 }
 
+/// The session counts from its beginning again, from the next tick on.
+TEST_F(JournalResetTest, AfterAResetWithinASessionAKillCostsNoMoreThanElsewhere) {
+    count(5000);
+    expectBox("Are you really sure you want to reset the (overall) values?", MsgBoxButtons::YesNo,
+              MsgBoxIcon::Question, MsgBoxAnswer::Yes);
+    frmOptions().cmdResetValues.press();
+    tickAfter(1);
+    ASSERT_EQ(received(), 5000);
+    machine.connections.disconnect(ridge);
+
+    restartAfterKill("/r");
+
+    EXPECT_EQ(received(), 5000);
+}
+
+TEST_F(JournalResetTest, NorAfterAResetByTheCalendar) {
+    count(5000);
+    state().TransferResetEnable = 1;
+    state().TransferReset = enDateCalc::EndOfMonth;
+    tickAfter(1);
+    tickAfter(1);
+    ASSERT_EQ(received(), 5000);
+    machine.connections.disconnect(ridge);
+
+    restartAfterKill("/r");
+
+    EXPECT_EQ(received(), 5000);
+}
+
 } // namespace
 } // namespace tarvik
