@@ -47,7 +47,7 @@ void KeepJournal(KeepWhen When) {
     guarded("KeepJournal", [&] {
         Journal& j = journal();
         const bool atOnce = When == KeepWhen::AtOnce;
-        if (!j.shownAtStart.empty() && (atOnce || j.isDue())) {
+        if (!j.shownAtStart.empty() && j.isDue()) {
             LookForJournalAgain();
         }
         if (j.inUse() && (atOnce || j.isDue())) {

@@ -108,6 +108,7 @@ void Expected::requestReset() {
     if (question("Are you really sure you want to reset the (overall) values?",
                  MsgBoxButtons::YesNo, MsgBoxIcon::Question, 2) == MsgBoxAnswer::Yes) {
         tally.reset();
+        tally.sessionOver = true;
         keep(true);
         stale = false;
         ++resets;
@@ -120,6 +121,7 @@ void Expected::closeWarning() {
 }
 
 void Expected::confirmOptions(const Settings& chosen) {
+    keep(false); // before they are shown
     const int lastReset = settings.lastReset;
     settings = chosen;
     settings.lastReset = lastReset;
@@ -161,7 +163,8 @@ void Expected::tick(std::vector<Session> listed, Failure failure, Trouble troubl
         showFailure(failed_);
         switchOff();
     }
-    keep(std::exchange(tally.sessionOver, false));
+    // What the session under way counts again after a reset is kept at once, too.
+    keep(std::exchange(tally.sessionOver, std::exchange(wasReset_, false)));
 }
 
 void Expected::readListed(Session& one, std::vector<Session>& listed, Failure& failure) {
@@ -271,6 +274,7 @@ void Expected::checkReset() {
     tally.reset();
     settings.lastReset = now_.day;
     resetInDoubt_ = false;
+    wasReset_ = true;
     keep(true);
     ++resets;
 }

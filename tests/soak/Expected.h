@@ -167,6 +167,7 @@ private:
     bool failureTold_ = false; ///< of the journal, in this run
     /// What this run began with; nothing unless it looks for a journal that was out of reach.
     std::optional<Saying> shownAtStart_;
+    bool wasReset_ = false; ///< in this tick
     bool resetIsAnnounced_ = false;
 };
 

@@ -228,11 +228,15 @@ void ReferenceTally::resume(const Session& session, bool isRead) {
     former_.erase(former);
 }
 
-/// Read is what may be one of them: its state first, its counters only where it is connected.
+/// The service's word comes first. Read is what may be one of those it has no word for: its state
+/// first, its counters only where it is connected.
 void ReferenceTally::lookForFormer(const Session& session) {
     using Fails = Session::Fails;
-    if (std::none_of(former_.begin(), former_.end(),
-                     [&](const Known& one) { return one.last.entry == session.entry; })) {
+    resume(session, false);
+    if (known_.contains(session.handle) ||
+        std::none_of(former_.begin(), former_.end(), [&](const Known& one) {
+            return one.mark == 0 && one.last.entry == session.entry;
+        })) {
         return;
     }
     const auto fails = [&](Fails what) {
