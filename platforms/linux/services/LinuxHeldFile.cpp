@@ -76,7 +76,7 @@ std::optional<ErrorNumber> LinuxHeldFile::read(std::string& bytes) {
 
 std::optional<ErrorNumber> LinuxHeldFile::write(std::size_t offset, std::string_view bytes) {
     // What was deleted, or lies under another name now, nobody finds again.
-    if (!stillNamed(file_.number(), path_)) {
+    if (outcomeOfName(file_.number(), path_) == Outcome::Absent) {
         return ErrorNumber::FileNotFound;
     }
     const ssize_t written = retried([&] {
