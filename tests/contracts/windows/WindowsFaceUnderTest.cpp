@@ -191,6 +191,8 @@ public:
         SendMessageA(edit, WM_KEYDOWN, key, 1);
         SendMessageA(edit, WM_CHAR, static_cast<WPARAM>(letter), 1);
         SendMessageA(edit, WM_KEYUP, key, comesUp);
+        // A key comes as a message that waited: a form that it ends goes when that was handled.
+        PostMessageA(edit, WM_NULL, 0, 0);
     }
     void paste(TextBox& field, const std::string& text) override {
         constexpr WPARAM pasteKey = 0x16;
