@@ -166,9 +166,9 @@ void Life::passIntoReset(std::uint32_t seconds) {
     advance(seconds);
     // The reset comes with the first of the lines; those after it are read anew then.
     book_.look(book_.lines.front());
-    const Ledger before = book_;
+    const Carried before = book_;
     book_.reset();
-    const Ledger after = book_;
+    const Carried after = book_;
     for (std::size_t i = 1; i < book_.lines.size(); ++i) {
         book_.look(book_.lines[i]);
     }
@@ -187,7 +187,7 @@ bool Life::end(const std::vector<std::string>& said) {
     return told_.inPeace;
 }
 
-void Life::expect(std::vector<Ledger> stages, bool resets) {
+void Life::expect(std::vector<Carried> stages, bool resets) {
     stages_ = std::move(stages);
     stage_ = 0;
     told_.resetting = resets;
@@ -256,7 +256,7 @@ void Life::noteSave(const std::string& ini) {
         return;
     }
     records_.insert(newest->section);
-    const auto isRight = [&](const Ledger& one) {
+    const auto isRight = [&](const Carried& one) {
         return newest->figures == (told_.ending ? one.all() : one.shown());
     };
     if (std::none_of(stages_.begin(), stages_.end(), isRight)) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "faults/Ledger.h"
+#include "faults/Carried.h"
 #include "faults/Session.h"
 #include "faults/Told.h"
 #include "state/mdlVar.h"
@@ -56,7 +56,7 @@ public:
     /// Everything is reset outside of a tick.
     template <class Deed>
     void reset(Deed&& deed) {
-        const Ledger before = book_;
+        const Carried before = book_;
         book_.reset();
         expect({before, book_}, true);
         deed();
@@ -74,7 +74,7 @@ private:
     void tick(std::uint32_t seconds);
     std::uint32_t made(const std::string& entry);
     /// What is written from now on tells one of these, in their order.
-    void expect(std::vector<Ledger> stages, bool resets = false);
+    void expect(std::vector<Carried> stages, bool resets = false);
     /// What stands in the book is kept, and on the disk where `flushed` says so.
     void demandKept(bool flushed);
     void note(const std::string& step, std::string_view bytes);
@@ -86,8 +86,8 @@ private:
     Session& session_;
     std::string folder_;
     Told told_;
-    Ledger book_;
-    std::vector<Ledger> stages_;
+    Carried book_;
+    std::vector<Carried> stages_;
     std::size_t stage_ = 0;
     std::set<std::string> records_{"12.11.2026|08:00:00", "14.11.2026|09:30:00"}; ///< known ones
     std::uint32_t used_ = 0; ///< handles up to here are those of lines before

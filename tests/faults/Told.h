@@ -1,7 +1,7 @@
 #pragma once
 
+#include "faults/Carried.h"
 #include "faults/Figures.h"
-#include "faults/Ledger.h"
 #include "faults/Session.h"
 #include "journal/JournalEntry.h"
 

@@ -25,7 +25,7 @@ struct Line {
 
 /// What all lines have carried: the book that the program's own figures are held against. It is
 /// kept from what the life lets the lines do, never from what the program says.
-class Ledger {
+class Carried {
 public:
     std::vector<Line> lines; ///< in the service's order
     Figures finished;        ///< of the lines that are over, since the last reset

@@ -1,15 +1,15 @@
-#include "faults/Ledger.h"
+#include "faults/Carried.h"
 
 #include <algorithm>
 
 namespace tarvik::faults {
 
-Line& Ledger::line(const std::string& entry) {
+Line& Carried::line(const std::string& entry) {
     return *std::find_if(lines.begin(), lines.end(),
                          [&](const Line& one) { return one.up && one.entry == entry; });
 }
 
-Figures Ledger::all() const {
+Figures Carried::all() const {
     Figures sum = finished;
     for (const Line& one : lines) {
         sum = sum + one.counted();
@@ -17,34 +17,34 @@ Figures Ledger::all() const {
     return sum;
 }
 
-Figures Ledger::shown() const {
+Figures Carried::shown() const {
     const auto last = std::find_if(lines.begin(), lines.end(), [&](const Line& one) {
         return one.known && one.handle == lookedAt_;
     });
     return last == lines.end() ? finished : finished + last->counted();
 }
 
-void Ledger::list() {
+void Carried::list() {
     for (const Line& one : lines) {
         finished = one.up ? finished : finished + one.counted();
     }
     std::erase_if(lines, [](const Line& one) { return !one.up; });
 }
 
-void Ledger::look(Line& at) {
+void Carried::look(Line& at) {
     at.seen = at.carried;
     at.known = true;
     at.silent = false;
     lookedAt_ = at.handle;
 }
 
-void Ledger::lookAtAll() {
+void Carried::lookAtAll() {
     for (Line& one : lines) {
         look(one);
     }
 }
 
-void Ledger::reset() {
+void Carried::reset() {
     finished = {};
     for (Line& one : lines) {
         one.offset = {};
@@ -52,7 +52,7 @@ void Ledger::reset() {
     }
 }
 
-std::string Ledger::troubleWithSession(const FormerSession& session, bool ending) const {
+std::string Carried::troubleWithSession(const FormerSession& session, bool ending) const {
     const LineSession& told = session.session;
     const std::string name = told.connection.szEntryName;
     const auto found = std::find_if(lines.begin(), lines.end(), [&](const Line& one) {
@@ -73,7 +73,7 @@ std::string Ledger::troubleWithSession(const FormerSession& session, bool ending
     return {};
 }
 
-std::string Ledger::troubleWith(const JournalEntry& entry, bool ending) const {
+std::string Carried::troubleWith(const JournalEntry& entry, bool ending) const {
     if (figuresOf(entry.totals) != all()) {
         return figuresOf(entry.totals).text() + " instead of " + all().text();
     }
