@@ -4,8 +4,7 @@ namespace tarvik {
 namespace {
 
 TEST_F(JournalTest, AFlushThatFailedIsNotBelievedAtTheSecondTry) {
-    Journal journal;
-    journal.take(path, ini);
+    Journal journal = taken();
     journal.keep(entryOf(5), true);
     machine.files.flushFailure = ErrorNumber::PathFileAccess;
     EXPECT_FALSE(journal.keep(entryOf(6), true));
@@ -21,8 +20,7 @@ TEST_F(JournalTest, AFlushThatFailedIsNotBelievedAtTheSecondTry) {
 }
 
 TEST_F(JournalTest, AFlushIsDueAfterThirtySecondsWheneverTheLastLookWas) {
-    Journal journal;
-    journal.take(path, ini);
+    Journal journal = taken();
     journal.keep(entryOf(5), true);
     machine.clock.advanceSeconds(28);
     journal.keep(entryOf(6), false);

@@ -18,8 +18,7 @@ TEST_F(JournalTest, WithoutAFileNothingIsFoundAndNoneIsMade) {
 }
 
 TEST_F(JournalTest, TheFirstEntryMakesTheFile) {
-    Journal journal;
-    journal.take(path, ini);
+    Journal journal = taken();
 
     EXPECT_TRUE(journal.keep(entryOf(5), false));
 
@@ -29,8 +28,7 @@ TEST_F(JournalTest, TheFirstEntryMakesTheFile) {
 }
 
 TEST_F(JournalTest, WhatAStartShowsAnywayMakesNoFile) {
-    Journal journal;
-    journal.take(path, ini);
+    Journal journal = taken();
     journal.needNot(entryOf(5));
 
     journal.keep(entryOf(5), true);
@@ -39,8 +37,7 @@ TEST_F(JournalTest, WhatAStartShowsAnywayMakesNoFile) {
 }
 
 TEST_F(JournalTest, TheSameIsNotWrittenTwice) {
-    Journal journal;
-    journal.take(path, ini);
+    Journal journal = taken();
     journal.keep(entryOf(5), true);
     const int writes = machine.files.writesInPlace;
     const int flushes = machine.files.flushes;
@@ -55,8 +52,7 @@ TEST_F(JournalTest, TheSameIsNotWrittenTwice) {
 }
 
 TEST_F(JournalTest, ItIsFlushedEveryHalfMinuteAtMost) {
-    Journal journal;
-    journal.take(path, ini);
+    Journal journal = taken();
     for (int second = 0; second < 300; second += 5) {
         journal.keep(entryOf(second), false);
         machine.clock.advanceSeconds(5);
@@ -67,8 +63,7 @@ TEST_F(JournalTest, ItIsFlushedEveryHalfMinuteAtMost) {
 }
 
 TEST_F(JournalTest, WhatWasWrittenLastIsFlushedWhenItsTimeHasCome) {
-    Journal journal;
-    journal.take(path, ini);
+    Journal journal = taken();
     journal.keep(entryOf(1), true);
     machine.clock.advanceSeconds(5);
     journal.keep(entryOf(2), false);
@@ -81,8 +76,7 @@ TEST_F(JournalTest, WhatWasWrittenLastIsFlushedWhenItsTimeHasCome) {
 }
 
 TEST_F(JournalTest, ItIsDueAfterFiveSeconds) {
-    Journal journal;
-    journal.take(path, ini);
+    Journal journal = taken();
     EXPECT_TRUE(journal.isDue());
     journal.keep(entryOf(1), false);
 
@@ -97,8 +91,7 @@ TEST_F(JournalTest, APowerCutLeavesWhatWasFlushedLast) {
     for (int unflushed = 0; unflushed < 5; ++unflushed) {
         for (const std::size_t kept : {std::size_t{0}, std::size_t{10}, std::size_t{200},
                                        journalPlace, journalPlace + 10, journalPlace + 100}) {
-            Journal journal;
-            journal.take(path, ini);
+            Journal journal = taken();
             journal.keep(entryOf(1), true);
             journal.keep(entryOf(2), true);
             for (int i = 0; i < unflushed; ++i) {
@@ -119,8 +112,7 @@ TEST_F(JournalTest, APowerCutLeavesWhatWasFlushedLast) {
 TEST_F(JournalTest, ASectorThatAPowerCutDestroysHoldsNothingThatWasFlushed) {
     constexpr std::size_t sector = 4096;
     for (int unflushed = 1; unflushed < 5; ++unflushed) {
-        Journal journal;
-        journal.take(path, ini);
+        Journal journal = taken();
         journal.keep(entryOf(1), true);
         journal.keep(entryOf(2), true);
         const std::string flushed = machine.files.file(path);
@@ -144,8 +136,7 @@ TEST_F(JournalTest, ASectorThatAPowerCutDestroysHoldsNothingThatWasFlushed) {
 
 TEST_F(JournalTest, AKillLeavesWhatWasWrittenLast) {
     for (int writes = 1; writes < 9; ++writes) {
-        Journal journal;
-        journal.take(path, ini);
+        Journal journal = taken();
         for (int i = 1; i <= writes; ++i) {
             journal.keep(entryOf(i), i % 3 == 0);
         }
@@ -159,8 +150,7 @@ TEST_F(JournalTest, AKillLeavesWhatWasWrittenLast) {
 /// Nothing of what a write has begun is of use to anybody, wherever it goes.
 TEST_F(JournalTest, AWriteThatIsCutOffLeavesTheOneBefore) {
     for (int writes = 1; writes < 12; ++writes) {
-        Journal journal;
-        journal.take(path, ini);
+        Journal journal = taken();
         for (int i = 1; i <= writes; ++i) {
             journal.keep(entryOf(i), i % 4 == 1);
         }
@@ -193,13 +183,8 @@ TEST_F(JournalTest, TheNextRunGoesOnWhereTheLastStopped) {
 }
 
 TEST_F(JournalTest, WhatTheLastRunDidNotFlushIsFlushedBeforeItIsReliedOn) {
-    Journal last;
-    last.take(path, ini);
-    last.keep(entryOf(1), true);
-    last.keep(entryOf(2), false);
-    last.leave();
-    Journal next;
-    next.take(path, ini);
+    leaveEntries({{1, true}, {2, false}});
+    Journal next = taken();
     next.leave();
 
     machine.files.cutPower();
@@ -208,8 +193,7 @@ TEST_F(JournalTest, WhatTheLastRunDidNotFlushIsFlushedBeforeItIsReliedOn) {
 }
 
 TEST_F(JournalTest, AnotherCopyThatHasItIsNotDisturbed) {
-    Journal first;
-    first.take(path, ini);
+    Journal first = taken();
     first.keep(entryOf(1), true);
     const std::string before = machine.files.file(path);
 
@@ -221,10 +205,8 @@ TEST_F(JournalTest, AnotherCopyThatHasItIsNotDisturbed) {
 }
 
 TEST_F(JournalTest, AFileThatAnotherCopyHasMadeMeanwhileIsLeftToIt) {
-    Journal second;
-    second.take(path, ini);
-    Journal first;
-    first.take(path, ini);
+    Journal second = taken();
+    Journal first = taken();
     first.keep(entryOf(1), true);
     const std::string before = machine.files.file(path);
 
@@ -233,8 +215,7 @@ TEST_F(JournalTest, AFileThatAnotherCopyHasMadeMeanwhileIsLeftToIt) {
     EXPECT_FALSE(second.inUse());
     EXPECT_EQ(machine.files.file(path), before);
     first.leave();
-    Journal third;
-    third.take(path, ini);
+    Journal third = taken();
     third.leave();
     EXPECT_EQ(machine.files.file(path), before);
 }
@@ -259,8 +240,7 @@ TEST_F(JournalTest, ADirectoryOfItsNameIsLeftAlone) {
 }
 
 TEST_F(JournalTest, WhatCannotBeWrittenIsTold) {
-    Journal journal;
-    journal.take(path, ini);
+    Journal journal = taken();
     machine.files.holdFailure = ErrorNumber::DiskFull;
     EXPECT_FALSE(journal.keep(entryOf(1), false));
 
@@ -272,8 +252,7 @@ TEST_F(JournalTest, WhatCannotBeWrittenIsTold) {
 }
 
 TEST_F(JournalTest, AFileThatWasDeletedIsMadeAnew) {
-    Journal journal;
-    journal.take(path, ini);
+    Journal journal = taken();
     journal.keep(entryOf(1), true);
     machine.files.remove(path);
 
@@ -284,8 +263,7 @@ TEST_F(JournalTest, AFileThatWasDeletedIsMadeAnew) {
 }
 
 TEST_F(JournalTest, WhatItSaidLastIsWrittenAgainWhereTheFileWasDeleted) {
-    Journal journal;
-    journal.take(path, ini);
+    Journal journal = taken();
     journal.keep(entryOf(1), true);
     machine.files.remove(path);
     machine.files.holdFailure = ErrorNumber::FileNotFound;
@@ -299,11 +277,7 @@ TEST_F(JournalTest, WhatItSaidLastIsWrittenAgainWhereTheFileWasDeleted) {
 }
 
 TEST_F(JournalTest, AFileThatWasLetGoIsNotFlushed) {
-    Journal last;
-    last.take(path, ini);
-    last.keep(entryOf(1), true);
-    last.keep(entryOf(2), false);
-    last.leave();
+    leaveEntries({{1, true}, {2, false}});
     machine.files.meanwhile = [this](const std::string& operation, const std::string&) {
         machine.files.holdFailure =
             operation == "flush" ? FileResult(ErrorNumber::PathFileAccess) : std::nullopt;
@@ -322,8 +296,7 @@ TEST_F(JournalTest, AFileThatWasLetGoIsNotFlushed) {
 }
 
 TEST_F(JournalTest, WhatCannotBeMadeIsTriedLaterAndLater) {
-    Journal journal;
-    journal.take(path, ini);
+    Journal journal = taken();
     machine.files.holdFailure = ErrorNumber::DiskFull;
     int attempts = 0;
     machine.files.meanwhile = [&](const std::string& operation, const std::string&) {
@@ -340,8 +313,7 @@ TEST_F(JournalTest, WhatCannotBeMadeIsTriedLaterAndLater) {
 }
 
 TEST_F(JournalTest, AtASpecialMomentTheFileIsTriedAtOnce) {
-    Journal journal;
-    journal.take(path, ini);
+    Journal journal = taken();
     machine.files.holdFailure = ErrorNumber::DiskFull;
     for (int i = 0; i < 5; ++i) {
         journal.keep(entryOf(i), false);
@@ -363,11 +335,7 @@ TEST_F(JournalTest, WhatCannotBeOpenedIsNotTakenForNothing) {
 }
 
 TEST_F(JournalTest, TwoPlacesThatWereBegunHeldSomethingOnce) {
-    Journal last;
-    last.take(path, ini);
-    last.keep(entryOf(1), true);
-    last.keep(entryOf(2), true);
-    last.leave();
+    leaveEntries({{1, true}, {2, true}});
     std::string bytes = machine.files.file(path);
     bytes[50] = static_cast<char>(bytes[50] ^ 1);
     bytes[journalPlace + 50] = static_cast<char>(bytes[journalPlace + 50] ^ 1);
@@ -398,11 +366,7 @@ TEST_F(JournalTest, LongerEntriesOfAnotherVersionAreLeftAlone) {
 }
 
 TEST_F(JournalTest, BesideAWholeEntryADamagedVersionIsNotBelieved) {
-    Journal last;
-    last.take(path, ini);
-    last.keep(entryOf(1), true);
-    last.keep(entryOf(2), true);
-    last.leave();
+    leaveEntries({{1, true}, {2, true}});
     std::string bytes = machine.files.file(path);
     bytes[journalPlace + 8] = 2;
     machine.files.setFile(path, bytes);
@@ -411,8 +375,7 @@ TEST_F(JournalTest, BesideAWholeEntryADamagedVersionIsNotBelieved) {
 }
 
 TEST_F(JournalTest, TheEndDeletesIt) {
-    Journal journal;
-    journal.take(path, ini);
+    Journal journal = taken();
     journal.keep(entryOf(1), true);
 
     EXPECT_TRUE(journal.end());
@@ -422,8 +385,7 @@ TEST_F(JournalTest, TheEndDeletesIt) {
 }
 
 TEST_F(JournalTest, WhatCannotBeDeletedIsStillKept) {
-    Journal journal;
-    journal.take(path, ini);
+    Journal journal = taken();
     journal.keep(entryOf(1), true);
     machine.files.killFailure = ErrorNumber::PermissionDenied;
 
@@ -437,8 +399,7 @@ TEST_F(JournalTest, WhatCannotBeDeletedIsStillKept) {
 TEST_F(JournalTest, WhatAPowerCutLeftOfTheFirstEntryIsTakenOver) {
     for (const std::size_t kept : {std::size_t{0}, std::size_t{3}, std::size_t{100}}) {
         machine.files.setFile(path, std::string(journalPlaces * journalPlace, '\0'));
-        Journal journal;
-        journal.take(path, ini);
+        Journal journal = taken();
         journal.keep(entryOf(1), false);
         journal.leave();
         std::string bytes = machine.files.file(path);

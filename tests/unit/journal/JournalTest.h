@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <initializer_list>
+#include <utility>
 
 namespace tarvik {
 
@@ -23,6 +25,21 @@ protected:
         entry.moment = Date::fromCivil({2026, 11, 16});
         entry.totals.rcvd = received;
         return entry;
+    }
+
+    /// One that has looked at the file, as a start does.
+    static Journal taken() {
+        Journal journal;
+        journal.take(path, ini);
+        return journal;
+    }
+    /// A run that was killed has kept these entries, flushed or not.
+    static void leaveEntries(std::initializer_list<std::pair<std::int32_t, bool>> entries) {
+        Journal last = taken();
+        for (const auto& [received, flushed] : entries) {
+            last.keep(entryOf(received), flushed);
+        }
+        last.leave();
     }
 
     /// What the next start finds, as bytes received; -1 for no entry.

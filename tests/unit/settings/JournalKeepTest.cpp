@@ -57,10 +57,7 @@ TEST_F(JournalRestartTest, AResetIsNotUndoneByARestart) {
 
 TEST_F(JournalRestartTest, SettingsThatWereWrittenIntoTheFileAfterAnEndInOrderHold) {
     resetAndQuit();
-    std::string text = ini();
-    const std::string before = "RefreshInterval=1000";
-    ASSERT_NE(text.find(before), std::string::npos);
-    setIni(text.replace(text.find(before), before.size(), "RefreshInterval=200"));
+    editInterval();
 
     newWorld();
     start();
@@ -88,20 +85,19 @@ TEST_F(JournalRestartTest, AfterAResetTheNextRecordMakesTheJournalNeedless) {
 TEST_F(JournalRestartTest, AJournalOfAnotherFileIsPutAside) {
     count(5000);
     newWorld();
-    setIni("[Settings]\r\nLastState=b\r\nDateStamp1=b\r\nLastDateStamp=1\r\n[b]\r\nSent=0\r\nRcvd="
-           "77\r\nDuration=5\r\n");
+    setRecord("77");
 
     start();
 
     EXPECT_EQ(received(), 77);
     EXPECT_FALSE(journalIsThere());
-    EXPECT_TRUE(machine.files.exists("C:\\Prog\\Tarvik.2026-11-16.journal"));
+    EXPECT_TRUE(machine.files.exists(aside));
     ASSERT_EQ(notes().size(), 1U);
     EXPECT_THAT(notes()[0], HasSubstr("Tarvik.2026-11-16.journal"));
 }
 
 TEST_F(JournalRestartTest, ASecondOneOfTheDayGetsANumber) {
-    machine.files.setFile("C:\\Prog\\Tarvik.2026-11-16.journal", "the first");
+    machine.files.setFile(aside, "the first");
     count(5000);
     newWorld();
     machine.files.remove(iniPath);
@@ -109,7 +105,7 @@ TEST_F(JournalRestartTest, ASecondOneOfTheDayGetsANumber) {
     expectFirstRunBoxes();
     start();
 
-    EXPECT_EQ(machine.files.file("C:\\Prog\\Tarvik.2026-11-16.journal"), "the first");
+    EXPECT_EQ(machine.files.file(aside), "the first");
     EXPECT_TRUE(machine.files.exists("C:\\Prog\\Tarvik.2026-11-16.1.journal"));
     EXPECT_EQ(received(), 0);
 }
@@ -119,7 +115,7 @@ TEST_F(JournalRestartTest, ACopyBesideTheOneThatHasTheJournalSpoilsNothing) {
     const std::string before = machine.files.file(path);
     machine.files.heldElsewhere = true;
     newWorld();
-    machine.instances.error = 183; // the other copy has the name too
+    machine.instances.error = alreadyExists;
     machine.connections.disconnect(ridge);
     expectInstanceQuestion();
     start("/r");
@@ -168,8 +164,7 @@ TEST_F(JournalRestartTest, TheEndOfASessionIsFlushedAtOnce) {
     tickAfter(1);
 
     EXPECT_EQ(machine.files.flushes, flushes + 1);
-    machine.files.cutPower();
-    restartAfterKill();
+    restartAfterPowerCut();
     EXPECT_EQ(received(), 5001);
 }
 
@@ -200,8 +195,7 @@ TEST_F(JournalRestartTest, TheEndOfASessionThatIsListedStillIsFlushedOnce) {
     }
 
     EXPECT_EQ(machine.files.flushes, flushes + 1);
-    machine.files.cutPower();
-    restartAfterKill();
+    restartAfterPowerCut();
     EXPECT_EQ(received(), 5001);
 }
 
@@ -211,8 +205,7 @@ TEST_F(JournalRestartTest, AMachineThatGoesToSleepFindsEverythingFlushed) {
 
     frmMain().Pause.raise();
 
-    machine.files.cutPower();
-    restartAfterKill();
+    restartAfterPowerCut();
     EXPECT_EQ(received(), 5077);
 }
 
@@ -223,8 +216,7 @@ TEST_F(JournalRestartTest, MonitoringThatStopsIsKeptAtOnce) {
 
     frmMain().cmdMonitor.press();
 
-    machine.files.cutPower();
-    restartAfterKill();
+    restartAfterPowerCut();
     EXPECT_EQ(received(), 5077);
 }
 
@@ -235,8 +227,7 @@ TEST_F(JournalRestartTest, APowerCutCostsHalfAMinuteAtMost) {
     }
     const std::int64_t counted = received();
 
-    machine.files.cutPower();
-    restartAfterKill();
+    restartAfterPowerCut();
 
     EXPECT_GE(received(), counted - 300 - 50);
     EXPECT_LT(received(), counted);

@@ -44,7 +44,7 @@ TEST_P(LookOfStart, ThatFailsLosesNothing) {
 
     EXPECT_TRUE(failed);
     EXPECT_EQ(received(), 5000);
-    EXPECT_FALSE(machine.files.exists("C:\\Prog\\Tarvik.2026-11-16.journal"));
+    EXPECT_FALSE(machine.files.exists(aside));
     EXPECT_TRUE(SaveState());
 }
 
@@ -52,8 +52,7 @@ INSTANTIATE_TEST_SUITE_P(All, LookOfStart, testing::Values(3, 4));
 
 TEST_F(JournalLooksTest, ALookThatFailsAfterTheFileWasPutAsideLosesNothing) {
     count(5000);
-    state().TransferResetEnable = state().TransferResetBackup = 1;
-    state().TransferReset = enDateCalc::EndOfMonth;
+    makeResetDue(true);
     machine.files.meanwhile = [this, gone = false](const std::string& operation,
                                                    const std::string& file) mutable {
         gone = gone || (operation == "Kill" && file == iniPath);
@@ -74,13 +73,7 @@ TEST_F(JournalLooksTest, ALookThatFailsAfterTheFileWasPutAsideLosesNothing) {
 }
 
 TEST_F(JournalLooksTest, ARecordWithoutTheLineBesideIsKnownForTheProgramsOwn) {
-    setIni("[Settings]\r\n");
-    start("/r");
-    ridge = machine.connections.connect("Ridge");
-    const std::uint32_t harbour = machine.connections.connect("Harbour");
-    tick();
-    machine.connections.transfer(harbour, 830, 0, 10'000);
-    tickAfter(10, 5000);
+    countTwoLines();
     ASSERT_TRUE(SaveState()); // has 830, and is not noted
 
     restartAfterKill();

@@ -10,9 +10,6 @@ using testing::HasSubstr;
 /// A journal that somebody has open when the program starts, and lets go later.
 class JournalReachTest : public JournalRestartTest {
 protected:
-    static constexpr std::uint32_t alreadyExists = 183;
-    static constexpr const char* aside = "C:\\Prog\\Tarvik.2026-11-16.journal";
-
     /// 5,000 bytes were counted when the program was killed; the line is down.
     void startOutOfReach() {
         count(5000);
@@ -107,8 +104,7 @@ TEST_F(JournalReachTest, OneThatAnotherCopyHasIsNotLookedForAgain) {
 }
 
 TEST_F(JournalReachTest, TotalsBeyondWhatItHoldsAreToldOnce) {
-    setIni("[Settings]\r\nLastState=a\r\nDateStamp1=a\r\nLastDateStamp=1\r\n[a]\r\nSent=0\r\n"
-           "Rcvd=900000000000000\r\nDuration=5\r\n");
+    setRecord("900000000000000");
     start("/r");
     for (int i = 0; i < 5; ++i) {
         tickAfter(10);

@@ -12,17 +12,33 @@ class JournalResetTest : public JournalRestartTest {
 protected:
     /// 7,000 bytes are on record; a reset is due, and comes with the first tick of a line.
     void resetByCalendar(bool withBackup) {
-        setIni("[Settings]\r\nLastState=a\r\nDateStamp1=a\r\nLastDateStamp=1\r\n"
-               "RefreshInterval=200\r\nTransferResetEnable=1\r\nTransferReset="
-               "8\r\nTransferResetLast=01.01.2001\r\nTransferResetBackup=" +
-               std::string(withBackup ? "1" : "0") +
-               "\r\n[a]\r\nSent=0\r\nRcvd=7000\r\nDuration=5\r\n");
+        setRecord("7000", "RefreshInterval=200\r\nTransferResetEnable=1\r\nTransferReset=8\r\n"
+                          "TransferResetLast=01.01.2001\r\nTransferResetBackup=" +
+                              std::string(withBackup ? "1" : "0") + "\r\n");
         start("/r");
         EXPECT_EQ(received(), 7000);
         ridge = machine.connections.connect("Ridge");
         tick();
         EXPECT_EQ(received(), 0);
     }
+    /// The same with a backup, killed where it deletes the INI file; the line is down then.
+    void killInBackup() {
+        machine.files.meanwhile = [this](const std::string& operation, const std::string& which) {
+            if (operation == "Kill" && which == iniPath) {
+                journalThen = machine.files.file(path);
+                iniThen = ini();
+            }
+        };
+        resetByCalendar(true);
+        machine.files.meanwhile = nullptr;
+        machine.connections.disconnect(ridge);
+        newWorld();
+        ASSERT_FALSE(journalThen.empty());
+        machine.files.setFile(path, journalThen);
+    }
+
+    std::string journalThen; // as they were before the INI file was deleted
+    std::string iniThen;
 };
 
 TEST_F(JournalResetTest, AResetWhoseSessionEndsWithItIsNotUndoneByARestart) {
@@ -58,12 +74,9 @@ TEST_F(JournalResetTest, APowerCutWithoutAnIniFileLosesNeitherSettingsNorReset) 
 TEST_F(JournalResetTest, AResetOnDemandIsOnTheDiskAtOnce) {
     count(5000);
     frmMain().Pause.raise(); // they are on the disk
-    expectBox("Are you really sure you want to reset the (overall) values?", MsgBoxButtons::YesNo,
-              MsgBoxIcon::Question, MsgBoxAnswer::Yes);
-    frmOptions().cmdResetValues.press();
+    reset();
 
-    machine.files.cutPower();
-    restartAfterKill();
+    restartAfterPowerCut();
 
     EXPECT_EQ(received(), 0);
 }
@@ -71,13 +84,11 @@ TEST_F(JournalResetTest, AResetOnDemandIsOnTheDiskAtOnce) {
 TEST_F(JournalResetTest, AResetByTheCalendarIsOnTheDiskAtOnce) {
     count(5000);
     frmMain().Pause.raise(); // they are on the disk
-    state().TransferResetEnable = 1;
-    state().TransferReset = enDateCalc::EndOfMonth;
+    makeResetDue(false);
     tickAfter(1);
     ASSERT_EQ(received(), 0);
 
-    machine.files.cutPower();
-    restartAfterKill();
+    restartAfterPowerCut();
 
     EXPECT_EQ(received(), 0);
 }
@@ -86,9 +97,7 @@ TEST_F(JournalResetTest, AResetBeforeTheFirstTickLetsTheWholeSessionCountAnew) {
     count(5000);
     pass(10, 30);
     restartAfterKill();
-    expectBox("Are you really sure you want to reset the (overall) values?", MsgBoxButtons::YesNo,
-              MsgBoxIcon::Question, MsgBoxAnswer::Yes);
-    frmOptions().cmdResetValues.press();
+    reset();
     EXPECT_EQ(received(), 0);
 
     frmMain().cmdMonitor.press();
@@ -98,18 +107,7 @@ TEST_F(JournalResetTest, AResetBeforeTheFirstTickLetsTheWholeSessionCountAnew) {
 }
 
 TEST_F(JournalResetTest, AKillWhileTheFileIsPutAsideIsAResetThatWasDone) {
-    std::string journalThen;
-    machine.files.meanwhile = [&](const std::string& operation, const std::string& which) {
-        if (operation == "Kill" && which == iniPath) {
-            journalThen = machine.files.file(path);
-        }
-    };
-    resetByCalendar(true);
-    machine.files.meanwhile = nullptr;
-    machine.connections.disconnect(ridge);
-    newWorld();
-    ASSERT_FALSE(journalThen.empty());
-    machine.files.setFile(path, journalThen);
+    killInBackup();
 
     expectFirstRunBoxes();
     start("/r");
@@ -120,19 +118,7 @@ TEST_F(JournalResetTest, AKillWhileTheFileIsPutAsideIsAResetThatWasDone) {
 }
 
 TEST_F(JournalResetTest, AKillBeforeTheFileIsPutAsideIsAResetThatIsStillDue) {
-    std::string journalThen;
-    std::string iniThen;
-    machine.files.meanwhile = [&](const std::string& operation, const std::string& which) {
-        if (operation == "Kill" && which == iniPath) {
-            journalThen = machine.files.file(path);
-            iniThen = ini();
-        }
-    };
-    resetByCalendar(true);
-    machine.files.meanwhile = nullptr;
-    machine.connections.disconnect(ridge);
-    newWorld();
-    machine.files.setFile(path, journalThen);
+    killInBackup();
     setIni(iniThen);
 
     expectInstanceQuestion();
@@ -145,9 +131,7 @@ TEST_F(JournalResetTest, AKillBeforeTheFileIsPutAsideIsAResetThatIsStillDue) {
 /// The session counts from its beginning again, from the next tick on.
 TEST_F(JournalResetTest, AfterAResetWithinASessionAKillCostsNoMoreThanElsewhere) {
     count(5000);
-    expectBox("Are you really sure you want to reset the (overall) values?", MsgBoxButtons::YesNo,
-              MsgBoxIcon::Question, MsgBoxAnswer::Yes);
-    frmOptions().cmdResetValues.press();
+    reset();
     tickAfter(1);
     ASSERT_EQ(received(), 5000);
     machine.connections.disconnect(ridge);
@@ -159,8 +143,7 @@ TEST_F(JournalResetTest, AfterAResetWithinASessionAKillCostsNoMoreThanElsewhere)
 
 TEST_F(JournalResetTest, NorAfterAResetByTheCalendar) {
     count(5000);
-    state().TransferResetEnable = 1;
-    state().TransferReset = enDateCalc::EndOfMonth;
+    makeResetDue(false);
     tickAfter(1);
     tickAfter(1);
     ASSERT_EQ(received(), 5000);

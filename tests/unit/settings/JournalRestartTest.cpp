@@ -87,11 +87,7 @@ TEST_F(JournalRestartTest, AnotherSessionOfTheSameEntryIsAskedAbout) {
     ridge = machine.connections.connect("Ridge");
     machine.connections.transfer(ridge, 6000, 0, 30'000);
 
-    newWorld();
-    expectInstanceQuestion();
-    expectSessionQuestion("6000", MsgBoxAnswer::Yes);
-    start("/r");
-    tick();
+    restartAsking("6000", MsgBoxAnswer::Yes);
 
     EXPECT_EQ(received(), 11'000);
 }
@@ -101,11 +97,7 @@ TEST_F(JournalRestartTest, ASessionWhoseCounterHasFallenIsAskedAbout) {
     pass(20, 0);
     machine.connections.connection(ridge)->statistics.dwBytesRcved = 4999;
 
-    newWorld();
-    expectInstanceQuestion();
-    expectSessionQuestion("4999", MsgBoxAnswer::No);
-    start("/r");
-    tick();
+    restartAsking("4999", MsgBoxAnswer::No);
 
     EXPECT_EQ(received(), 5000);
 }
@@ -114,11 +106,7 @@ TEST_F(JournalRestartTest, ASessionOverAnotherDeviceIsAskedAbout) {
     count(5000);
     machine.connections.connection(ridge)->deviceName = "Line 2";
 
-    newWorld();
-    expectInstanceQuestion();
-    expectSessionQuestion("5000", MsgBoxAnswer::No);
-    start("/r");
-    tick();
+    restartAsking("5000", MsgBoxAnswer::No);
 
     EXPECT_EQ(received(), 5000);
 }
@@ -127,11 +115,7 @@ TEST_F(JournalRestartTest, ASessionThatBeganAtAnotherMomentIsAskedAbout) {
     count(5000);
     machine.clock.advanceSeconds(60); // nothing passes on the line: it is not the same one
 
-    newWorld();
-    expectInstanceQuestion();
-    expectSessionQuestion("5000", MsgBoxAnswer::No);
-    start("/r");
-    tick();
+    restartAsking("5000", MsgBoxAnswer::No);
 
     EXPECT_EQ(received(), 5000);
 }
@@ -165,11 +149,7 @@ TEST_F(JournalRestartTest, ASessionAfterAStartOfTheMachineIsAnother) {
     pass(60, 700);
     machine.clock.universal += 100'000;
 
-    newWorld();
-    expectInstanceQuestion();
-    expectSessionQuestion("5700", MsgBoxAnswer::Yes);
-    start("/r");
-    tick();
+    restartAsking("5700", MsgBoxAnswer::Yes);
 
     EXPECT_EQ(received(), 10'700);
 }
@@ -179,7 +159,7 @@ TEST_F(JournalRestartTest, ALimitDoesNotCountALineTwiceInTheFirstTick) {
     setIni("[Settings]\r\nTransferTicker=1\r\nTransferTickerValue=1\r\n");
     start("/r");
     ridge = machine.connections.connect("Ridge");
-    const std::uint32_t harbour = machine.connections.connect("Harbour");
+    harbour = machine.connections.connect("Harbour");
     tick();
     machine.connections.transfer(harbour, 900'000, 0, 10'000);
     tickAfter(10, 900'000);
@@ -214,13 +194,7 @@ TEST_F(JournalRestartTest, ACallThatFailsOnceDoesNotGiveASessionUp) {
 /// A tick that fails at the second line: the first one's figures are newer than the second one's
 /// when the next kill comes.
 TEST_F(JournalRestartTest, EachSessionGoesOnFromItsOwnReading) {
-    setIni("[Settings]\r\n");
-    start("/r");
-    ridge = machine.connections.connect("Ridge");
-    const std::uint32_t harbour = machine.connections.connect("Harbour");
-    tick();
-    machine.connections.transfer(harbour, 830, 0, 10'000);
-    tickAfter(10, 5000);
+    countTwoLines();
     machine.connections.transfer(harbour, 0, 0, 60'000);
     pass(60);
     newWorld();
@@ -254,11 +228,7 @@ TEST_F(JournalRestartTest, ASessionThatTheProgramHasHungUpIsOverAlsoWhileTheLine
     machine.connections.connections.push_back(lingering);
     tickAfter(10);
 
-    newWorld();
-    expectInstanceQuestion();
-    expectSessionQuestion("5000", MsgBoxAnswer::No);
-    start("/r");
-    tick();
+    restartAsking("5000", MsgBoxAnswer::No);
 
     EXPECT_EQ(received(), 5000);
 }
@@ -277,22 +247,12 @@ TEST_F(JournalRestartTest, AServiceThatKnowsItsSessionsIsBelieved) {
     EXPECT_EQ(received(), 5000);
 
     machine.connections.marks[ridge] = "another";
-    newWorld();
-    expectInstanceQuestion();
-    expectSessionQuestion("5000", MsgBoxAnswer::Yes);
-    start("/r");
-    tick();
+    restartAsking("5000", MsgBoxAnswer::Yes);
     EXPECT_EQ(received(), 10'000);
 }
 
 TEST_F(JournalRestartTest, TwoLinesAreCarriedOn) {
-    setIni("[Settings]\r\n");
-    start("/r");
-    ridge = machine.connections.connect("Ridge");
-    const std::uint32_t harbour = machine.connections.connect("Harbour");
-    tick();
-    machine.connections.transfer(harbour, 830, 0, 10'000);
-    tickAfter(10, 5000);
+    countTwoLines();
 
     machine.connections.transfer(harbour, 7, 0, 10'000);
     pass(10, 20);
@@ -309,14 +269,10 @@ TEST_F(JournalRestartTest, TwoLinesAreCarriedOn) {
 
 TEST_F(JournalRestartTest, BesideASessionThatGoesOnAnotherOneIsAskedAbout) {
     count(5000);
-    const std::uint32_t harbour = machine.connections.connect("Harbour");
+    harbour = machine.connections.connect("Harbour");
     machine.connections.transfer(harbour, 830, 0, 3000);
 
-    newWorld();
-    expectInstanceQuestion();
-    expectSessionQuestion("830", MsgBoxAnswer::No);
-    start("/r");
-    tick();
+    restartAsking("830", MsgBoxAnswer::No);
     machine.connections.transfer(harbour, 4, 0, 1000);
     tickAfter(1, 60);
     machine.connections.disconnect(harbour);
@@ -354,13 +310,7 @@ TEST_F(JournalRestartTest, ADialOfALineThatIsUpStillGoesOnWithItsSession) {
 }
 
 TEST_F(JournalRestartTest, BesideSessionsThatGoOnTheAddressIsAskedForOnce) {
-    setIni("[Settings]\r\nLogIPAddress=1\r\n");
-    start("/r");
-    ridge = machine.connections.connect("Ridge");
-    const std::uint32_t harbour = machine.connections.connect("Harbour");
-    tick();
-    machine.connections.transfer(harbour, 1, 0, 10'000);
-    tickAfter(10, 5000);
+    countTwoLines("LogIPAddress=1\r\n");
     machine.sockets.hostFound = false;
 
     newWorld();
@@ -391,11 +341,7 @@ TEST_F(JournalRestartTest, SettingsThatWereConfirmedAreThereAgain) {
 }
 
 TEST_F(JournalRestartTest, AFirstRunIsKeptToo) {
-    expectFirstRunBoxes();
-    start("/r");
-    ridge = machine.connections.connect("Ridge");
-    tick();
-    tickAfter(10, 5000);
+    countInFirstRun(5000);
     EXPECT_FALSE(machine.files.exists(iniPath));
 
     newWorld();

@@ -14,8 +14,13 @@ namespace tarvik {
 class JournalRestartTest : public WorldTest {
 protected:
     static constexpr const char* path = "C:\\Prog\\Tarvik.journal";
+    /// Where a journal goes that is set aside on the day of these tests.
+    static constexpr const char* aside = "C:\\Prog\\Tarvik.2026-11-16.journal";
+    /// The system's error for a name of a single copy that another one has.
+    static constexpr std::uint32_t alreadyExists = 183;
 
     std::uint32_t ridge = 0;
+    std::uint32_t harbour = 0; // where two lines are up
 
     JournalRestartTest() { phoneBook({"Ridge", "Harbour"}); }
 
@@ -42,21 +47,79 @@ protected:
         tick();
         tickAfter(10, bytes);
     }
+    /// The same of a first run, which makes no INI file.
+    void countInFirstRun(std::uint32_t bytes) {
+        expectFirstRunBoxes();
+        start("/r");
+        ridge = machine.connections.connect("Ridge");
+        tick();
+        tickAfter(10, bytes);
+    }
+    /// 5,000 bytes of one line and 830 of another are counted, each from its first moment.
+    void countTwoLines(const std::string& settings = {}) {
+        setIni("[Settings]\r\n" + settings);
+        start("/r");
+        ridge = machine.connections.connect("Ridge");
+        harbour = machine.connections.connect("Harbour");
+        tick();
+        machine.connections.transfer(harbour, 830, 0, 10'000);
+        tickAfter(10, 5000);
+    }
     void restartAfterKill(const std::string& commandLine = {}) {
         newWorld();
         expectInstanceQuestion();
         start(commandLine);
     }
-    /// 7,000 bytes are on record; they are reset, and the program is left.
-    void resetAndQuit() {
-        setIni("[Settings]\r\nLastState=a\r\nDateStamp1=a\r\nLastDateStamp=1\r\n[a]\r\nSent=0\r\n"
-               "Rcvd=7000\r\nDuration=5\r\n");
-        start();
-        EXPECT_EQ(received(), 7000);
+    void restartAfterPowerCut(const std::string& commandLine = {}) {
+        machine.files.cutPower();
+        restartAfterKill(commandLine);
+    }
+    /// A kill and a start that monitors and asks about a session of that many bytes.
+    void restartAsking(const std::string& bytes, MsgBoxAnswer answer) {
+        newWorld();
+        expectInstanceQuestion();
+        expectSessionQuestion(bytes, answer);
+        start("/r");
+        tick();
+    }
+    /// An INI file whose only record has that many bytes, with more settings.
+    void setRecord(const std::string& bytes, const std::string& settings = {}) {
+        setIni("[Settings]\r\nLastState=a\r\nDateStamp1=a\r\nLastDateStamp=1\r\n" + settings +
+               "[a]\r\nSent=0\r\nRcvd=" + bytes + "\r\nDuration=5\r\n");
+    }
+    /// The values are reset on demand.
+    void reset() {
         expectBox("Are you really sure you want to reset the (overall) values?",
                   MsgBoxButtons::YesNo, MsgBoxIcon::Question, MsgBoxAnswer::Yes);
         frmOptions().cmdResetValues.press();
+    }
+    /// 7,000 bytes are on record; they are reset, and the program is left.
+    void resetAndQuit() {
+        setRecord("7000");
+        start();
+        EXPECT_EQ(received(), 7000);
+        reset();
         frmMain().cmdQuit.press();
+    }
+    /// The next tick finds a reset by the calendar to be due.
+    void makeResetDue(bool withBackup) {
+        state().TransferResetEnable = 1;
+        state().TransferReset = enDateCalc::EndOfMonth;
+        state().TransferResetBackup = withBackup ? 1 : 0;
+    }
+    /// Announces the question about a reset whose backup failed, with its answer.
+    void expectBackupQuestion(MsgBoxAnswer answer) {
+        expectBox("The criteria to reset the transfer records has been reached.\rHowever - An "
+                  "error occured while trying to create the backup-file.\rDo you want to reset the "
+                  "transfers recorded anyway?",
+                  MsgBoxButtons::YesNo, MsgBoxIcon::Question, answer);
+    }
+    /// Somebody writes another interval into the INI file, by hand.
+    void editInterval() {
+        std::string text = ini();
+        const std::string before = "RefreshInterval=1000";
+        ASSERT_NE(text.find(before), std::string::npos);
+        setIni(text.replace(text.find(before), before.size(), "RefreshInterval=200"));
     }
     void endSession() { frmMain().unload(UnloadMode::AppWindows); }
 };

@@ -11,22 +11,14 @@ using testing::HasSubstr;
 /// What goes wrong around the journal: backups, saves, files that are out of reach.
 class JournalTroubleTest : public JournalRestartTest {
 protected:
-    static constexpr std::uint32_t alreadyExists = 183;
-    static constexpr const char* aside = "C:\\Prog\\Tarvik.2026-11-16.journal";
-
     /// 5,000 bytes were counted; a reset by the calendar is due, and its backup fails after the
     /// state was saved.
     void failBackup(MsgBoxAnswer answer) {
         count(5000);
-        state().TransferResetEnable = 1;
-        state().TransferReset = enDateCalc::EndOfMonth;
-        state().TransferResetBackup = 1;
+        makeResetDue(true);
         machine.files.setKind("C:\\Prog\\Tarvik.2026-11-16.ini", FileKind::Other);
         expectError("75 (Path/File access error)", "BackupINIFile");
-        expectBox("The criteria to reset the transfer records has been reached.\rHowever - An "
-                  "error occured while trying to create the backup-file.\rDo you want to reset "
-                  "the transfers recorded anyway?",
-                  MsgBoxButtons::YesNo, MsgBoxIcon::Question, answer);
+        expectBackupQuestion(answer);
         tickAfter(1);
     }
 };
@@ -48,8 +40,7 @@ TEST_F(JournalTroubleTest, AResetAfterABackupThatFailedIsNotUndoneByAKill) {
     ASSERT_EQ(received(), 0);
     const Date reset = state().TransferResetLast;
 
-    machine.files.cutPower();
-    restartAfterKill();
+    restartAfterPowerCut();
 
     EXPECT_EQ(received(), 0);
     EXPECT_EQ(state().TransferResetLast, reset);
@@ -57,15 +48,10 @@ TEST_F(JournalTroubleTest, AResetAfterABackupThatFailedIsNotUndoneByAKill) {
 
 TEST_F(JournalTroubleTest, AResetThatWasDeclinedIsAnnouncedNoMore) {
     count(5000);
-    state().TransferResetEnable = 1;
-    state().TransferReset = enDateCalc::EndOfMonth;
-    state().TransferResetBackup = 1;
+    makeResetDue(true);
     machine.files.killFailure = ErrorNumber::PermissionDenied;
     expectError("70 (Permission denied)", "BackupINIFile");
-    expectBox("The criteria to reset the transfer records has been reached.\rHowever - An error "
-              "occured while trying to create the backup-file.\rDo you want to reset the transfers "
-              "recorded anyway?",
-              MsgBoxButtons::YesNo, MsgBoxIcon::Question, MsgBoxAnswer::No);
+    expectBackupQuestion(MsgBoxAnswer::No);
     tickAfter(1);
     machine.files.cutPower();
     newWorld();
@@ -76,11 +62,7 @@ TEST_F(JournalTroubleTest, AResetThatWasDeclinedIsAnnouncedNoMore) {
 }
 
 TEST_F(JournalTroubleTest, AnEndWhileTheBoxOfAFirstRunIsOpenLosesNothing) {
-    expectFirstRunBoxes();
-    start("/r");
-    ridge = machine.connections.connect("Ridge");
-    tick();
-    tickAfter(10, 5000);
+    countInFirstRun(5000);
     machine.connections.disconnect(ridge);
     newWorld();
     expectWarning("Warning: Unable to set \"IsLocked\"-flag in INI-file!");
@@ -138,8 +120,7 @@ TEST_F(JournalTroubleTest, SettingsThatWereAppliedBeforeAnErrorAreThereAgain) {
     frmOptions().cmdOK.press();
     ASSERT_EQ(state().UnitTransferTotal, TransferUnit::MegaBytes);
 
-    machine.files.cutPower();
-    restartAfterKill();
+    restartAfterPowerCut();
 
     EXPECT_EQ(state().UnitTransferTotal, TransferUnit::MegaBytes);
 }
@@ -160,10 +141,7 @@ TEST_F(JournalTroubleTest, AJournalThatCannotBeDeletedSaysThatTheEndWasInOrder) 
     endSession();
     machine.files.killFailure.reset();
     ASSERT_TRUE(journalIsThere());
-    std::string text = ini();
-    const std::string before = "RefreshInterval=1000";
-    ASSERT_NE(text.find(before), std::string::npos);
-    setIni(text.replace(text.find(before), before.size(), "RefreshInterval=200"));
+    editInterval();
 
     newWorld();
     expectSessionQuestion("5000", MsgBoxAnswer::No);
@@ -219,8 +197,7 @@ TEST_F(JournalTroubleTest, AfterAJournalWasPutAsideTheFirstLookWritesNothing) {
     machine.files.cutPower();
     newWorld();
     machine.connections.disconnect(ridge);
-    setIni("[Settings]\r\nLastState=b\r\nDateStamp1=b\r\nLastDateStamp=1\r\n[b]\r\nSent=0\r\nRcvd="
-           "77\r\nDuration=5\r\n");
+    setRecord("77");
     machine.files.meanwhile = [this](const std::string& operation, const std::string&) {
         machine.files.holdFailure =
             operation == "flush" ? FileResult(ErrorNumber::PathFileAccess) : std::nullopt;
@@ -264,14 +241,9 @@ TEST_F(JournalTroubleTest, AFileOfSettingsThatCannotBeReadAgainIsTold) {
 /// A save whose file is in its place, and whose folder may not be on the disk yet.
 TEST_F(JournalTroubleTest, AfterASaveThatFailedLateWhatIsCountedIsStillKept) {
     count(5000);
-    state().TransferResetEnable = 1;
-    state().TransferReset = enDateCalc::EndOfMonth;
-    state().TransferResetBackup = 1;
+    makeResetDue(true);
     machine.files.lateFailure = ErrorNumber::PathFileAccess;
-    expectBox("The criteria to reset the transfer records has been reached.\rHowever - An error "
-              "occured while trying to create the backup-file.\rDo you want to reset the transfers "
-              "recorded anyway?",
-              MsgBoxButtons::YesNo, MsgBoxIcon::Question, MsgBoxAnswer::No);
+    expectBackupQuestion(MsgBoxAnswer::No);
     tickAfter(1);
     state().TransferResetEnable = 0;
     tickAfter(10, 100);
@@ -285,11 +257,7 @@ TEST_F(JournalTroubleTest, AfterASaveThatFailedLateWhatIsCountedIsStillKept) {
 
 /// Room comes back while the box tells of it: the file that the end makes then says nothing.
 TEST_F(JournalTroubleTest, ASaveThatFailsWhereNoFileWasLosesNothing) {
-    expectFirstRunBoxes();
-    start("/r");
-    ridge = machine.connections.connect("Ridge");
-    tick();
-    tickAfter(10, 5000);
+    countInFirstRun(5000);
     machine.connections.disconnect(ridge);
     tickAfter(1);
     frmMain().cmdMonitor.press();
@@ -309,8 +277,7 @@ TEST_F(JournalTroubleTest, ASaveThatFailsWhereNoFileWasLosesNothing) {
 TEST_F(JournalTroubleTest, ACopyThatCountedNothingHidesNothingThatAnotherHasSaved) {
     setIni("[Settings]\r\n");
     start("/r");
-    setIni("[Settings]\r\nIsLocked=1\r\nLastState=a\r\nDateStamp1=a\r\nLastDateStamp=1\r\n[a]"
-           "\r\nSent=0\r\nRcvd=5000\r\nDuration=5\r\n");
+    setRecord("5000", "IsLocked=1\r\n");
     endSession();
     EXPECT_FALSE(journalIsThere());
 
