@@ -88,9 +88,12 @@ std::optional<JournalEntry> entryNow() {
 }
 
 bool wasSavedMeanwhile(const JournalEntry& entry, const IniContent& file) {
-    const std::int32_t records = file.lastDateStamp - entry.standsOn.lastDateStamp;
-    const bool ownSave = records == 1 || (records == 0 && file.exists && !entry.standsOn.exists);
-    const auto saved = ownSave ? totalsOfFile() : std::nullopt;
+    const bool isNew = file.exists && !entry.standsOn.exists;
+    if (isNew && file.lastState.empty() && file.lastDateStamp == 0) {
+        return true;
+    }
+    const bool hasOneMore = file.lastDateStamp - entry.standsOn.lastDateStamp == 1;
+    const auto saved = hasOneMore ? totalsOfFile() : std::nullopt;
     return saved && mayHaveSaved(entry, *saved);
 }
 

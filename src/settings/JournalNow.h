@@ -30,8 +30,10 @@ std::optional<Amount> totalsOfFile();
 /// may have them: that is left to the file.
 std::optional<JournalEntry> entryNow();
 
-/// The journal's state became the file's: a save of the program's own that it could not note any
-/// more.
+/// The file is of the program's own making since: the journal's state became its newest record,
+/// which could not be noted any more, or there is a file where none was that tells nothing of what
+/// was counted (a save without totals, or the mark of a program that runs no longer after a save
+/// that failed).
 bool wasSavedMeanwhile(const JournalEntry& entry, const IniContent& file);
 
 } // namespace tarvik

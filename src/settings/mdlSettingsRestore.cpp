@@ -27,12 +27,6 @@ namespace tarvik {
 
 namespace {
 
-/// Where no file was, there is one that tells nothing of what was counted: the program's own mark
-/// that it runs no longer, after a save that failed.
-bool holdsNothing(const JournalEntry& entry, const IniContent& file) {
-    return !entry.standsOn.exists && file.lastState.empty() && file.lastDateStamp == 0;
-}
-
 bool wasResetMeanwhile(const JournalEntry& entry, const IniContent& file) {
     return entry.resetIfGone && !file.exists;
 }
@@ -109,8 +103,7 @@ bool restore(JournalEntry& entry, const IniContent& file) {
         putAside(damagedText);
         return false;
     }
-    const bool same = entry.standsOn == file || holdsNothing(entry, file);
-    if (!same && !reset && !wasSavedMeanwhile(entry, file)) {
+    if (entry.standsOn != file && !reset && !wasSavedMeanwhile(entry, file)) {
         putAside(file.exists
                      ? "The file of settings is another one than the journal of the running "
                        "count stands on."
@@ -190,13 +183,13 @@ void takeJournal(const IniContent& file, bool asAtStart) {
 } // namespace
 
 void LookForJournalAgain() {
-    Journal& j = journal();
-    const std::string shown = j.shownAtStart;
-    const auto entry = entryNow();
     const std::string& read = state().IniFileName;
     if (!read.empty() && read != usualIniFile()) {
         return; // the history shows another file
     }
+    Journal& j = journal();
+    const std::string shown = j.shownAtStart;
+    const auto entry = entryNow();
     if (const auto file = contentOfFile(); entry && file) {
         takeJournal(*file, bodyOf(*entry) == shown && state().LineSessions.empty());
         if (!j.inUse()) {
