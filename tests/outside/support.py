@@ -139,14 +139,36 @@ class ProgramTest(unittest.TestCase):
         self.assertEqual(program.end(), 0)
         self.expect_only_the_ini_file()
 
-    def connect(self, program, entry="Ridge DSL"):
-        """Starts monitoring if need be, dials, and waits for the first bytes."""
+    def dial(self, program, entry="Ridge DSL"):
+        """Starts monitoring if need be, and dials."""
         if program.text("lblMonitoring") != "Monitoring: active":
             program.press("cmdMonitor")
         program.choose("cboConnections", entry)
         program.press("cmdConnect")
+
+    def connect(self, program, entry="Ridge DSL"):
+        """Dials while monitoring is on, and waits for the first bytes."""
+        self.dial(program, entry)
         program.wait_text("txtActiveConnection", lambda text: entry in text)
         program.wait_text("txtBytesRcvd", lambda text: text != "0")
+
+    def start_without_file(self, **options):
+        """Where the program can neither read nor write its INI file."""
+        program = self.start(**options)
+        program.expect_box(LOCK_WARNING, "OK")
+        program.expect_box(FIRST_RUN_WARNING, "OK")
+        return program
+
+    def quit_without_file(self, program):
+        """Where the INI file cannot be written."""
+        program.press("cmdQuit")
+        self.expect_unsaved(program)
+
+    def expect_unsaved(self, program):
+        """The end of a program that cannot write its INI file."""
+        program.expect_box("Warning: State could not be saved.", "OK")
+        program.expect_box('Warning: Unable to unset "IsLocked"-flag in INI-file!', "OK")
+        self.assertEqual(program.wait_exit(), 0)
 
     def quit(self, program):
         program.press("cmdQuit")

@@ -13,9 +13,7 @@ class FileTest(ProgramTest):
     def test_a_folder_that_cannot_be_written_leaves_the_file_to_the_users_data(self):
         self.folder.chmod(stat.S_IRUSR | stat.S_IXUSR)
         data = self.desktop.folder / "data"
-        program = self.start(before=powerless(), XDG_DATA_HOME=str(data))
-        program.expect_box(LOCK_WARNING, "OK")
-        program.expect_box(FIRST_RUN_WARNING, "OK")
+        program = self.start_without_file(before=powerless(), XDG_DATA_HOME=str(data))
         self.quit(program)
         text = (data / "velmars-tarvik" / "Tarvik.ini").read_text(encoding="utf-8")
         self.assertEqual(keys_of(text, "Settings")["IsLocked"], "0")
@@ -27,10 +25,7 @@ class FileTest(ProgramTest):
         program = self.start()
         program.expect_box(LOCK_WARNING, "OK")
         program.find("cmdQuit")
-        program.press("cmdQuit")
-        program.expect_box("Warning: State could not be saved.", "OK")
-        program.expect_box('Warning: Unable to unset "IsLocked"-flag in INI-file!', "OK")
-        self.assertEqual(program.wait_exit(), 0)
+        self.quit_without_file(program)
         self.assertEqual(self.read_ini(), "[Settings]\nRefreshInterval=500\n")
 
     def test_a_directory_in_the_files_place_is_told_and_the_program_runs(self):
@@ -43,20 +38,13 @@ class FileTest(ProgramTest):
         program.expect_box(FIRST_RUN_WARNING, "OK")
         program.press("cmdQuit")
         program.expect_box(directory, "OK")
-        program.expect_box("Warning: State could not be saved.", "OK")
-        program.expect_box('Warning: Unable to unset "IsLocked"-flag in INI-file!', "OK")
-        self.assertEqual(program.wait_exit(), 0)
+        self.expect_unsaved(program)
 
     def assert_told_and_left(self):
         """The program runs without the file and says that nothing is saved."""
         before = self.ini.lstat()
-        program = self.start()
-        program.expect_box(LOCK_WARNING, "OK")
-        program.expect_box(FIRST_RUN_WARNING, "OK")
-        program.press("cmdQuit")
-        program.expect_box("Warning: State could not be saved.", "OK")
-        program.expect_box('Warning: Unable to unset "IsLocked"-flag in INI-file!', "OK")
-        self.assertEqual(program.wait_exit(), 0)
+        program = self.start_without_file()
+        self.quit_without_file(program)
         after = self.ini.lstat()
         self.assertEqual((after.st_ino, after.st_mode), (before.st_ino, before.st_mode))
 
@@ -77,16 +65,11 @@ class FileTest(ProgramTest):
             file.truncate(1 << 30)
         before = self.ini.stat()
         begin = time.monotonic()
-        program = self.start()
-        program.expect_box(LOCK_WARNING, "OK")
-        program.expect_box(FIRST_RUN_WARNING, "OK")
+        program = self.start_without_file()
         program.find("cmdQuit")
         # Reading it once takes a second, and each key would have it read.
         self.assertLess(time.monotonic() - begin, 10)
-        program.press("cmdQuit")
-        program.expect_box("Warning: State could not be saved.", "OK")
-        program.expect_box('Warning: Unable to unset "IsLocked"-flag in INI-file!', "OK")
-        self.assertEqual(program.wait_exit(), 0)
+        self.quit_without_file(program)
         after = self.ini.stat()
         self.assertEqual((after.st_ino, after.st_size, after.st_blocks, after.st_mtime_ns),
                          (before.st_ino, before.st_size, before.st_blocks, before.st_mtime_ns))

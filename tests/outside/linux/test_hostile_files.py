@@ -6,7 +6,7 @@ import time
 import unittest
 
 from desktop import wait_for
-from support import FIRST_RUN_WARNING, IMPORT_QUESTION, LOCK_WARNING, ProgramTest
+from support import IMPORT_QUESTION, ProgramTest
 
 STRANGER = 65534  # the number of a user who owns nothing here
 
@@ -22,13 +22,8 @@ class PlantedLinkTest(ProgramTest):
         os.lchown(self.ini, STRANGER, STRANGER)
 
     def check(self):
-        program = self.start()
-        program.expect_box(LOCK_WARNING, "OK")
-        program.expect_box(FIRST_RUN_WARNING, "OK")
-        program.press("cmdQuit")
-        program.expect_box("Warning: State could not be saved.", "OK")
-        program.expect_box('Warning: Unable to unset "IsLocked"-flag in INI-file!', "OK")
-        self.assertEqual(program.wait_exit(), 0)
+        program = self.start_without_file()
+        self.quit_without_file(program)
         self.assertEqual(self.victim.read_text(encoding="utf-8"), "export EDITOR=vi\n")
         self.assertTrue(self.ini.is_symlink())
 
@@ -47,9 +42,7 @@ class DamagedTotalTest(ProgramTest):
             "[x]\nRcvd=922337203685477\n"
         )
         program = self.start_quietly()
-        program.press("cmdMonitor")
-        program.choose("cboConnections", "Ridge DSL")
-        program.press("cmdConnect")
+        self.dial(program)
         program.expect_box(
             'Error 6 (Overflow)\noccured in function "UpdateValuesInGUI".\n'
             "Please contact the author for support.",

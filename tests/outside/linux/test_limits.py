@@ -43,9 +43,7 @@ class LimitTest(ProgramTest):
         )
         program = self.start_quietly()
 
-        program.press("cmdMonitor")
-        program.choose("cboConnections", "Ridge DSL")
-        program.press("cmdConnect")
+        self.dial(program)
 
         # The connection itself may be gone before anybody has seen it.
         program.wait_text("txtBytesRcvdTotal", lambda text: int(text.replace(",", "")) > 40000)
@@ -79,9 +77,7 @@ class ResetTest(ProgramTest):
         self.ini.unlink()
         self.ini.mkdir()
 
-        program.press("cmdMonitor")
-        program.choose("cboConnections", "Ridge DSL")
-        program.press("cmdConnect")
+        self.dial(program)
         question = program.box_text()
         while not question.startswith("The criteria"):
             program.answer("OK")
