@@ -1,11 +1,7 @@
+#include "IconTest.h"
 #include "SessionBusStandIn.h"
 #include "Waiting.h"
-#include "forms/frmSysTray.h"
-#include "linux/face/LinuxNotificationArea.h"
-#include "support/FormOn.h"
-#include "support/QtMachine.h"
 
-#include <gtest/gtest.h>
 #include <sdbus-c++/sdbus-c++.h>
 
 #include <chrono>
@@ -99,17 +95,12 @@ const std::vector<Method> methods{{menuPath, menu, "GetLayout"},
                                   {pathOfItem, propertyCalls, "Set"}};
 
 /// The icon is with a panel, and some program of the user's calls it with whatever it likes.
-class ItemArgumentsTest : public testing::Test {
+class ItemArgumentsTest : public IconTest {
 protected:
     ItemArgumentsTest() {
-        tray.load();
-        data.cbSize = NOTIFYICONDATAA::size;
-        data.hWnd = tray.picSysTrayHook.hWnd();
-        data.uFlags = NotificationArea::message | NotificationArea::icon | NotificationArea::tip;
-        area.Shell_NotifyIconA(NotificationArea::add, &data);
+        ask(NotificationArea::add);
         EXPECT_TRUE(spinUntil([this] { return !panel.items.empty(); }));
     }
-    ~ItemArgumentsTest() override { tray.unload(); }
 
     /// Whether anything is answered, be it an error. The argument is passed so many times.
     bool isAnswered(const Method& method, const OddArgument& argument, int times) {
@@ -135,11 +126,7 @@ protected:
                answer.get();
     }
 
-    QtMachine machine;
-    FormOn<FrmSysTray> tray{machine.desktop};
     PanelStandIn panel;
-    face::LinuxNotificationArea area{machine.desktop};
-    NOTIFYICONDATAA data{};
 };
 
 TEST_F(ItemArgumentsTest, NoneOfThemEndsTheProgram) {

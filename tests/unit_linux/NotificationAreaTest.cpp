@@ -1,11 +1,8 @@
+#include "IconTest.h"
 #include "SessionBusStandIn.h"
 #include "Waiting.h"
-#include "forms/frmSysTray.h"
 #include "linux/face/BusNames.h"
 #include "linux/face/ItemTypes.h"
-#include "linux/face/LinuxNotificationArea.h"
-#include "support/FormOn.h"
-#include "support/QtMachine.h"
 #include "support/QtWidgets.h"
 
 #include <QApplication>
@@ -15,8 +12,6 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QTimer>
-
-#include <gtest/gtest.h>
 
 #include <memory>
 #include <optional>
@@ -32,22 +27,8 @@ struct NoteArgument {
     enum : int { application, replaced, icon, summary, body, actions, hints, timeout };
 };
 
-class NotificationAreaTest : public testing::Test {
+class NotificationAreaTest : public IconTest {
 protected:
-    NotificationAreaTest() {
-        tray.load();
-        data.cbSize = NOTIFYICONDATAA::size;
-        data.hWnd = tray.picSysTrayHook.hWnd();
-        data.uFlags = NotificationArea::message | NotificationArea::icon | NotificationArea::tip;
-    }
-    ~NotificationAreaTest() override {
-        // What the handlers of the test wrote to is gone.
-        tray.mnuPopUp.Click.connect({});
-        tray.unload();
-    }
-
-    bool ask(std::uint32_t request) { return area.Shell_NotifyIconA(request, &data); }
-
     bool note(std::string_view title, std::string_view text, std::uint32_t milliseconds = 0) {
         NOTIFYICONDATAA record{};
         record.uFlags = NotificationArea::info;
@@ -59,11 +40,6 @@ protected:
 
     /// The menu that a panel gets; null where there is none.
     static QMenu* panelMenu() { return qobject_cast<QMenu*>(windowNamed("mnuPopUp")); }
-
-    QtMachine machine;
-    FormOn<FrmSysTray> tray{machine.desktop};
-    face::LinuxNotificationArea area{machine.desktop};
-    NOTIFYICONDATAA data{};
 };
 
 TEST_F(NotificationAreaTest, WithoutATrayAnIconIsNotAdded) {
