@@ -2,6 +2,7 @@
 of X with its software renderer, so that real mouse presses and keys reach it as well."""
 
 import contextlib
+import fcntl
 import itertools
 import os
 import signal
@@ -26,22 +27,41 @@ class _Display:
         stop(self.server)
 
 
+@contextlib.contextmanager
+def alone_among_starting_displays():
+    """Two servers that find the number of one that was killed may both take it: then nobody reaches
+    the first of them."""
+    folder = os.open("/tmp", os.O_RDONLY | os.O_DIRECTORY)
+    try:
+        fcntl.flock(folder, fcntl.LOCK_EX)
+        yield
+    finally:
+        os.close(folder)
+
+
 class XDisplay(_Display):
     """An X server without a window manager; end it with close()."""
 
     def __init__(self, environment, screen="1000x700x24"):
-        read_end, write_end = os.pipe()
-        self.server = start(
-            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", screen, "-nolisten", "tcp"],
-            environment, pass_fds=[write_end],
-        )
-        os.close(write_end)
-        with os.fdopen(read_end) as answer:
-            number = answer.readline().strip()
+        with alone_among_starting_displays():
+            self.server, number = self._started(environment, screen)
         if not number:
             raise Failure("the virtual display did not start")
         # What a program needs in its environment to come here.
         self.environment = {"DISPLAY": ":" + number, "QT_QPA_PLATFORM": "xcb"}
+
+    @staticmethod
+    def _started(environment, screen):
+        """The server and its number; it goes on where the last program leaves it."""
+        read_end, write_end = os.pipe()
+        server = start(
+            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", screen, "-nolisten", "tcp",
+             "-noreset"],
+            environment, pass_fds=[write_end],
+        )
+        os.close(write_end)
+        with os.fdopen(read_end) as answer:
+            return server, answer.readline().strip()
 
 
 class FarDisplay:
