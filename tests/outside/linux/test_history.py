@@ -76,18 +76,18 @@ class HistoryTest(ProgramTest):
             program.press("cmdHistory")
         return program
 
-    def pointer_to(self, program, node, offset):
+    def pointer_to(self, node, offset, *then):
         area = node.get_extents(0)
         subprocess.run(
             ["xdotool", "mousemove", str(area.x + area.width - 40 - offset),
-             str(area.y + area.height // 2)],
+             str(area.y + area.height // 2), *then],
             env=self.desktop.environment, check=True,
         )
 
-    def reads(self, program, chart):
+    def reads(self, chart):
         """What the chart says once the pointer has moved over it; nothing when it says nothing."""
         self.moves = getattr(self, "moves", 0) + 1
-        self.pointer_to(program, chart, 20 * (self.moves % 2))
+        self.pointer_to(chart, 20 * (self.moves % 2))
         end = time.monotonic() + 1  # a move may have gone to a list that was just closing
         while time.monotonic() < end:
             chart.clear_cache()
@@ -96,9 +96,16 @@ class HistoryTest(ProgramTest):
             time.sleep(0.02)
         return None
 
-    def reading(self, program, chart):
+    def reads_after_click(self, chart):
+        """The same after a click beside the chart, which leaves the focus where it is. On Wayland no
+        window hears of the pointer after a list that was closed as it opened, until then."""
+        self.pointer_to(chart, -45, "click", "1")
+        return self.reads(chart)
+
+    def reading(self, chart):
         """What the chart reads off under the pointer: the title, the record, the values."""
-        title, number, moment, values = wait_for("a reading", lambda: self.reads(program, chart)).groups()
+        said = wait_for("a reading", lambda: self.reads(chart) or self.reads_after_click(chart))
+        title, number, moment, values = said.groups()
         number = int(number.replace(",", ""))
         record = self.records[number - 1]
         self.assertEqual(moment, record["date"] + " " + record["time"])
@@ -131,7 +138,7 @@ class HistoryTest(ProgramTest):
                         elif m > 0:
                             continue
                         with self.subTest(shown=shown, data=data_type, type=chart_type, unit=unit):
-                            title, number, values = self.reading(program, chart)
+                            title, number, values = self.reading(chart)
                             self.assertEqual(title, TITLES[shown])
                             self.assertEqual(values, "; ".join(
                                 name + " " + value_text(column, number, data_type, divisor)
@@ -232,7 +239,7 @@ class HistoryTest(ProgramTest):
             encoding="utf-8",
         )
         chart = program.find("mscHistory")
-        before = self.reading(program, chart)
+        before = self.reading(chart)
         program.press("cmdImport")
         program.expect_box(IMPORT_QUESTION, "No")
         wait_for("the dialog", lambda: self.desktop.is_active("Import history..."))
@@ -248,7 +255,7 @@ class HistoryTest(ProgramTest):
 
         wait_for("the end of it", lambda: program.is_enabled("cmdImport"))
         self.assertFalse(program.is_showing("prgWork"))
-        title, number, _ = self.reading(program, chart)
+        title, number, _ = self.reading(chart)
         self.assertEqual(title, before[0])
         self.assertLessEqual(number, 1096)
         self.quit(program)
