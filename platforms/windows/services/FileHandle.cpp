@@ -74,6 +74,12 @@ ErrorNumber errorNumberOf(DWORD systemError) {
     }
 }
 
+bool markDeleted(const FileHandle& file) {
+    FILE_DISPOSITION_INFO gone{};
+    gone.DeleteFile = TRUE;
+    return SetFileInformationByHandle(file.get(), FileDispositionInfo, &gone, sizeof gone) != FALSE;
+}
+
 bool writeAll(const FileHandle& file, std::string_view bytes) {
     while (!bytes.empty()) {
         const auto wanted = static_cast<DWORD>(std::min(bytes.size(), portion));

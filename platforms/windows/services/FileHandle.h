@@ -42,6 +42,9 @@ ErrorNumber errorNumberOf(DWORD systemError);
 /// Writes everything; false with the system's last error set.
 bool writeAll(const FileHandle& file, std::string_view bytes);
 
+/// Has the file deleted when its handles are closed; false with the system's last error set.
+bool markDeleted(const FileHandle& file);
+
 /// Reads the rest of the file into `bytes`; false with the system's last error set, also for more
 /// than a gigabyte, or than memory holds.
 bool readAll(const FileHandle& file, std::string& bytes);

@@ -47,6 +47,15 @@ FileHandle openOrdinary(const std::string& path, DWORD access) {
     return file;
 }
 
+/// The system's simple call leaves the deletion to be written later: a power cut soon after would
+/// bring the file back, and with it what a reset has put aside.
+bool deleteThrough(const std::string& path) {
+    const FileHandle file(CreateFileA(path.c_str(), DELETE, everyone, nullptr, OPEN_EXISTING,
+                                      FILE_FLAG_WRITE_THROUGH | FILE_FLAG_OPEN_REPARSE_POINT,
+                                      nullptr));
+    return file && markDeleted(file);
+}
+
 /// There is nothing of that name, which is more than that nothing can be found out about it.
 bool tellsAbsence(DWORD error) {
     return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND ||
@@ -177,7 +186,7 @@ FileResult WindowsFiles::Kill(const std::string& path) {
         return ErrorNumber::PathFileAccess;
     }
     const AccessList rights = AccessList::of(path);
-    if (DeleteFileA(path.c_str()) == FALSE) {
+    if (!deleteThrough(path)) {
         return lastError();
     }
     deleted_ = path;

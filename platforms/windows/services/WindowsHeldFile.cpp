@@ -127,10 +127,7 @@ std::optional<ErrorNumber> WindowsHeldFile::flush() {
 }
 
 std::optional<ErrorNumber> WindowsHeldFile::remove() {
-    FILE_DISPOSITION_INFO gone{};
-    gone.DeleteFile = TRUE;
-    const auto result =
-        done(SetFileInformationByHandle(file_.get(), FileDispositionInfo, &gone, sizeof gone));
+    const auto result = done(static_cast<BOOL>(markDeleted(file_)));
     if (!result) {
         file_.close();
     }
