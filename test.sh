@@ -134,11 +134,15 @@ tell_stages() {
     done
 }
 
-# build PRESET TARGET...: configures and builds.
+# build PRESET [-DOPTION...] TARGET...: configures and builds.
 build() {
-    local preset=$1
+    local preset=$1 options=()
     shift
-    cmake --preset "$preset" >/dev/null && cmake --build --preset "$preset" --target "$@"
+    while [[ $1 == -D* ]]; do
+        options+=("$1")
+        shift
+    done
+    cmake --preset "$preset" "${options[@]}" >/dev/null && cmake --build --preset "$preset" --target "$@"
 }
 
 # in_shares PROGRAM: a share of its tests for each processor, side by side; what each share said, in turn.
@@ -172,25 +176,32 @@ lint() {
     /usr/bin/python3 tests/lint/lint.py
 }
 
-build_debug() {
+build_release() {
     needs "${packages_build[@]}" "${packages_library[@]}" || return $cannot_run
-    # Each file by itself here, so that none leans on what another one includes. The unit and face
-    # tests are built once, with sanitizers, and once for Windows, without.
-    build debug tarvik tarvik-demo scenarios_scripted scenarios_qt kill_at_every_step faults \
-        years_of_days day_of_ticks empty_window bench_ini bench_history bench_work bench_journal
+    # What is tested from outside is what the packages hold. The unit and face tests are built once, with
+    # sanitizers, and once for Windows, without.
+    build release -DTARVIK_TESTS=ON -DTARVIK_BENCH=ON tarvik tarvik-demo documents scenarios_scripted \
+        scenarios_qt kill_at_every_step faults years_of_days day_of_ticks empty_window \
+        bench_ini bench_history bench_work bench_journal
+}
+
+# Each file by itself, so that none leans on what another one includes.
+alone() {
+    needs "${packages_build[@]}" "${packages_library[@]}" || return $cannot_run
+    build debug all
 }
 
 # Every file call of the program fails or is its last, once each; prints the count of cases.
 kill_at_every_step() {
     needs "${packages_build[@]}" "${packages_library[@]}" || return $cannot_run
-    build/debug/bin/kill_at_every_step
+    build/release/bin/kill_at_every_step
 }
 
 stories() {
     needs "${packages_build[@]}" "${packages_library[@]}" || return $cannot_run
     local status=0 face
     for face in scripted qt; do
-        "build/debug/bin/scenarios_$face" --gtest_brief=1 || status=1
+        "build/release/bin/scenarios_$face" --gtest_brief=1 || status=1
     done
     return $status
 }
@@ -203,11 +214,6 @@ build_sanitized() {
 build_windows_checked() {
     needs "${packages_build[@]}" "${packages_windows[@]}" || return $cannot_run
     build windows-checked monkey_win32
-}
-
-build_packaged() {
-    needs "${packages_build[@]}" || return $cannot_run
-    scripts/package.sh build
 }
 
 packages_quick() {
@@ -263,7 +269,7 @@ fuzz() {
 
 outside_tests() {
     needs "${packages_build[@]}" "${packages_display[@]}" "${packages_office[@]}" || return $cannot_run
-    TARVIK_DEMO="$PWD/build/debug/bin/tarvik-demo" \
+    TARVIK_DEMO="$PWD/build/release/bin/tarvik-demo" \
         /usr/bin/python3 -B -m unittest discover -s tests/outside/linux -t tests/outside
 }
 
@@ -278,7 +284,7 @@ network_tests() {
     needs "${packages_build[@]}" "${packages_display[@]}" "${packages_network[@]}" || return $cannot_run
     [ "$(id -u)" -eq 0 ] || { echo "Only root can make the world for these tests." >&2; return $cannot_run; }
     scripts/nm-rig.sh up || return $cannot_run
-    scripts/nm-rig.sh run env TARVIK_DEMO="$PWD/build/debug/bin/tarvik" \
+    scripts/nm-rig.sh run env TARVIK_DEMO="$PWD/build/release/bin/tarvik" \
         /usr/bin/python3 -B -m unittest discover -s tests/outside/network -t tests/outside
     status=$?
     scripts/nm-rig.sh down
@@ -287,7 +293,7 @@ network_tests() {
 
 headless_session() {
     needs "${packages_build[@]}" "${packages_display[@]}" || return $cannot_run
-    /usr/bin/python3 -B scripts/play_session.py build/debug/bin/tarvik-demo build/session
+    /usr/bin/python3 -B scripts/play_session.py build/release/bin/tarvik-demo build/session
 }
 
 tidy() {
@@ -406,30 +412,30 @@ stage "32-bit Wine" wine first
 stage "lint" lint checks
 stage "the scripts where something is closed, missing or silent" scripts_tests checks
 stage "build for Windows, warnings are errors" build_windows builds
+stage "build, warnings are errors" build_release builds
 stage "build with AddressSanitizer and UBSan" build_sanitized builds
-stage "build, warnings are errors" build_debug builds
-stage "user stories on the scripted and the real face" stories desktop build_debug
-stage "the built program from outside" outside_tests desktop build_debug
-stage "the built program from outside, on Wayland" outside_tests_wayland wayland build_debug
-stage "the program on a real NetworkManager" network_tests network build_debug
-stage "a session without a display" headless_session desktop build_debug
-stage "build of the packages' programs" build_packaged builds
+stage "user stories on the scripted and the real face" stories desktop build_release
+stage "the built program from outside" outside_tests desktop build_release
+stage "the built program from outside, on Wayland" outside_tests_wayland wayland build_release
+stage "the program on a real NetworkManager" network_tests network build_release
+stage "a session without a display" headless_session desktop build_release
 stage "build for Windows, checked" build_windows_checked builds
-stage "clang-tidy" tidy builds build_packaged
+stage "clang-tidy" tidy builds build_release
 stage "clang-tidy on the code for Windows" tidy_windows builds
+stage "kill at every step" kill_at_every_step checks build_release
 stage "unit, face and soak tests under AddressSanitizer and UBSan" tests_sanitized checks build_sanitized
 stage "a random user on the scripted and the Linux face, sanitized" monkey checks build_sanitized
 stage "fuzz targets, a fixed number of runs" fuzz checks build_sanitized
-stage "kill at every step" kill_at_every_step checks build_debug
 stage "unit tests on Windows" unit_windows wine build_windows
 stage "face and services on Windows" windows_tests wine build_windows
 stage "user stories on Windows" stories_windows wine build_windows
 stage "the built Windows programs from outside" programs_windows wine build_windows
-stage "the screenshots of the documents" document_screenshots wine build_debug build_windows
+stage "the screenshots of the documents" document_screenshots wine build_release build_windows
 stage "kill at every step on Windows" kill_on_windows wine build_windows
 stage "a random user on the Windows face, checked" monkey_windows wine build_windows_checked
-stage "the package for Debian and the archive for Windows" made_packages wine build_packaged
+stage "the package for Debian and the archive for Windows" made_packages wine build_release
 only_named "unit tests and user stories on the scripted face" unit
+only_named "build of each file by itself" alone
 only_named "breaks of the journal's code, each of which its tests must notice" mutants
 only_named "run.sh, test.sh and the package on a bare Debian 12" bare
 

@@ -2,23 +2,12 @@
 # Makes the packages in build/packages, or in the folder that is named: a .deb of what is built for
 # Linux and a .zip of what is built for Windows. The same sources give the same files, byte by byte.
 #
-#   package.sh [FOLDER]   makes them
-#   package.sh build      only builds what goes into the .deb
+#   package.sh [FOLDER]
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 # shellcheck source=scripts/packages.sh
 . scripts/packages.sh
 
-build_for_debian() {
-    cmake --preset release -DTARVIK_TESTS=OFF -DTARVIK_BENCH=OFF >/dev/null
-    cmake --build --preset release --target tarvik tarvik-demo documents
-}
-
-if [ "${1:-}" = build ]; then
-    install_missing "${packages_build[@]}"
-    build_for_debian
-    exit
-fi
 install_missing "${packages_build[@]}" "${packages_windows[@]}" "${packages_package[@]}"
 folder=$(mkdir -p "${1:-build/packages}" && readlink -f "${1:-build/packages}")
 # The time that stands in the packages is that of the last change.
@@ -27,7 +16,8 @@ folder=$(mkdir -p "${1:-build/packages}" && readlink -f "${1:-build/packages}")
 export SOURCE_DATE_EPOCH
 umask 022
 
-build_for_debian
+cmake --preset release -DTARVIK_TESTS=OFF -DTARVIK_BENCH=OFF >/dev/null
+cmake --build --preset release --target tarvik tarvik-demo documents
 cmake --preset windows >/dev/null
 cmake --build --preset windows --target tarvik tarvik-demo
 

@@ -7,7 +7,7 @@
 #
 # The screenshots are the same each time: the demo's line and clock stand still, and everything runs on
 # displays of its own, in a network of its own, on a computer called "home". Needs
-# build/debug/bin/tarvik-demo, build/windows/bin/tarvik-demo.exe and scripts/wine32.sh set up; without
+# build/release/bin/tarvik-demo, build/windows/bin/tarvik-demo.exe and scripts/wine32.sh set up; without
 # root a kernel that gives users namespaces of their own.
 set -euo pipefail
 root=$(dirname "$(dirname "$(readlink -f "$0")")")

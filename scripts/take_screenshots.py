@@ -16,7 +16,7 @@ sys.path.insert(0, str(ROOT / "tests" / "outside"))
 
 from desktop import Desktop, Failure, Program, end_with_parent, wait_for  # noqa: E402
 
-LINUX_DEMO = ROOT / "build/debug/bin/tarvik-demo"
+LINUX_DEMO = ROOT / "build/release/bin/tarvik-demo"
 WINDOWS_DEMO = ROOT / "build/windows/bin/tarvik-demo.exe"
 ENTRY = "Ridge DSL"
 STILL = {"TARVIK_DEMO_SEED": "1", "TARVIK_DEMO_AGE": "4632"}

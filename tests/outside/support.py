@@ -11,7 +11,7 @@ import unittest
 from desktop import Desktop, Program
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-EXECUTABLE = os.environ.get("TARVIK_DEMO", ROOT / "build/debug/bin/tarvik-demo")
+EXECUTABLE = os.environ.get("TARVIK_DEMO", ROOT / "build/release/bin/tarvik-demo")
 SCREENSHOTS = ROOT / "build" / "failed-system-tests"
 LOCK_WARNING = 'Warning: Unable to set "IsLocked"-flag in INI-file!'
 FIRST_RUN_WARNING = "Warning: Old settings could not be loaded.\nAssuming first run."
