@@ -28,6 +28,7 @@ public:
     tarvik::Date currentTime() override { return moment_.timeOnly(); }
     std::uint64_t steadyMilliseconds() override { return 0; }
     std::int64_t universalMilliseconds() override { return 0; }
+    int minutesAhead(std::int64_t /*universal*/) override { return 0; }
 
 private:
     tarvik::Date moment_ = tarvik::Date::fromCivil(

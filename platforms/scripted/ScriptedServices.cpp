@@ -1,6 +1,7 @@
 #include "scripted/ScriptedServices.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace tarvik {
 
@@ -55,6 +56,18 @@ bool leaveDialog(ScriptedDialogs& dialogs, OPENFILENAMEA* data, const DialogPlac
 }
 
 } // namespace
+
+int ScriptedClock::minutesAhead(std::int64_t moment) {
+    if (zone) {
+        return zone(moment);
+    }
+    constexpr double firstOf1970 = 25'569; // as a serial
+    constexpr double minutesInDay = 1440;
+    constexpr double millisecondsInMinute = 60'000;
+    const double ahead = (now.serial() - firstOf1970) * minutesInDay -
+                         static_cast<double>(universal) / millisecondsInMinute;
+    return static_cast<int>(std::lround(std::clamp(ahead, -minutesInDay, minutesInDay)));
+}
 
 LocaleData germanLocale() {
     LocaleData data;

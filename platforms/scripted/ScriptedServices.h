@@ -10,6 +10,7 @@
 #include "ports/Sockets.h"
 #include "ports/SystemErrorText.h"
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <set>
@@ -29,6 +30,8 @@ public:
     std::uint64_t steady = 1'000'000;
     /// Goes on with `advanceSeconds` as well, milliseconds.
     std::int64_t universal = 1'794'816'922'000;
+    /// Minutes ahead of universal time, by the moment; without one, as far as `now` is.
+    std::function<int(std::int64_t universal)> zone;
 
     void set(const CivilTime& civil) { now = Date::fromCivil(civil); }
     void advanceSeconds(double seconds) {
@@ -41,6 +44,7 @@ public:
     Date currentTime() override { return read().timeOnly(); }
     std::uint64_t steadyMilliseconds() override { return steady; }
     std::int64_t universalMilliseconds() override { return universal; }
+    int minutesAhead(std::int64_t moment) override;
 
 private:
     Date read() {

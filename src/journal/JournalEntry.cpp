@@ -1,5 +1,7 @@
 #include "journal/JournalEntry.h"
 
+#include "types/CheckSum.h"
+
 #include <algorithm>
 #include <bit>
 #include <cstring>
@@ -16,29 +18,6 @@ constexpr std::size_t mostText = 512;
 constexpr std::size_t mostName = 256;
 constexpr std::size_t mostLastState = 127;
 constexpr std::size_t mostAddress = 255;
-
-constexpr std::array<std::uint64_t, 256> sumTable() {
-    constexpr std::uint64_t polynomial = 0x42F0'E1EB'A9EA'3693;
-    std::array<std::uint64_t, 256> table{};
-    for (std::size_t i = 0; i < table.size(); ++i) {
-        std::uint64_t value = std::uint64_t{i} << 56U;
-        for (int bit = 0; bit < 8; ++bit) {
-            value = (value << 1U) ^ ((value >> 63U) != 0 ? polynomial : 0);
-        }
-        table[i] = value;
-    }
-    return table;
-}
-
-std::uint64_t sumOf(std::string_view bytes) {
-    static constexpr auto table = sumTable();
-    std::uint64_t sum = ~std::uint64_t{0};
-    for (const char byte : bytes) {
-        const auto first = static_cast<unsigned char>(sum >> 56U);
-        sum = (sum << 8U) ^ table[first ^ static_cast<unsigned char>(byte)];
-    }
-    return ~sum;
-}
 
 class Writer {
 public:
@@ -316,7 +295,7 @@ std::string placeOf(std::string_view body, Date moment, std::uint64_t number) {
     to.number(number);
     to.date(moment);
     to.bytes += body;
-    to.number(sumOf(to.bytes));
+    to.number(checkSum(to.bytes));
     return std::move(to.bytes);
 }
 
@@ -341,7 +320,7 @@ JournalPlace readPlace(std::string_view bytes) {
         return place;
     }
     const std::string_view summed = bytes.substr(0, length - sumSize);
-    if (Reader(bytes.substr(summed.size(), sumSize)).number<std::uint64_t>() != sumOf(summed)) {
+    if (Reader(bytes.substr(summed.size(), sumSize)).number<std::uint64_t>() != checkSum(summed)) {
         return place;
     }
     if (version != journalVersion) {

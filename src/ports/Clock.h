@@ -25,6 +25,11 @@ public:
     /// Universal time, milliseconds since 1 January 1970: neither summer time nor another zone
     /// changes it. Whoever sets the user's clock sets this one with it.
     virtual std::int64_t universalMilliseconds() = 0;
+
+    /// Minutes that the user's wall clock is ahead of universal time at that moment of it, past or
+    /// to come, by the rules of the user's zone as they are known now. Whatever the moment, from
+    /// -24 to 24 hours; beyond the years 1970 to 9999 anything of that.
+    virtual int minutesAhead(std::int64_t universal) = 0;
 };
 
 /// Day and time of the user's clock.

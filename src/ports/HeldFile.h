@@ -17,8 +17,9 @@ public:
     /// Lets the file go; it stays where it is.
     virtual ~HeldFile() = default;
 
-    /// No file of this program's is longer, bytes.
-    static constexpr std::size_t longest = std::size_t{1} << 20U;
+    /// No file of this program's is longer, bytes: ten lines that are always up have less in their
+    /// quarter hours.
+    static constexpr std::size_t longest = std::size_t{1} << 25U;
 
     /// Reads the whole file; PathFileAccess for one that is longer.
     virtual std::optional<ErrorNumber> read(std::string& bytes) = 0;

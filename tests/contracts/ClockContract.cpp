@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <cstdlib>
+
 namespace tarvik {
 namespace {
 
@@ -35,6 +38,32 @@ TEST(ClockContract, UniversalTimeIsTheUsersButForItsZone) {
         firstOf1970;
 
     EXPECT_NEAR(universal, momentOf(*machine.clock).serial(), widestZone);
+}
+
+TEST(ClockContract, TheZoneIsWhatLiesBetweenUniversalTimeAndTheUsers) {
+    const ClockUnderTest machine = clockUnderTest();
+    constexpr double minutesInDay = 1440;
+    constexpr double firstOf1970 = 25'569; // as a serial
+    const std::int64_t universal = machine.clock->universalMilliseconds();
+
+    const int ahead = machine.clock->minutesAhead(universal);
+
+    const double local = momentOf(*machine.clock).serial() - firstOf1970;
+    EXPECT_NEAR(ahead, local * minutesInDay - static_cast<double>(universal) / 60'000, 1.0);
+}
+
+TEST(ClockContract, EveryMomentHasAZone) {
+    const ClockUnderTest machine = clockUnderTest();
+    constexpr int widest = 24 * 60;
+    constexpr std::int64_t end = 253'402'300'800'000; // of the year 9999
+    constexpr std::int64_t step = end / 9973;
+
+    for (std::int64_t moment = 0; moment < end; moment += step) {
+        EXPECT_LE(std::abs(machine.clock->minutesAhead(moment)), widest) << moment;
+    }
+    for (const std::int64_t beyond : {INT64_MIN, std::int64_t{-1}, end, INT64_MAX}) {
+        EXPECT_LE(std::abs(machine.clock->minutesAhead(beyond)), widest) << beyond;
+    }
 }
 
 } // namespace

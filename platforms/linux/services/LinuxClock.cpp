@@ -42,4 +42,14 @@ std::int64_t LinuxClock::universalMilliseconds() {
     return duration_cast<milliseconds>(system_clock::now().time_since_epoch()).count();
 }
 
+int LinuxClock::minutesAhead(std::int64_t universal) {
+    constexpr std::int64_t millisecondsInSecond = 1000;
+    constexpr int secondsInMinute = 60;
+    const auto seconds = static_cast<std::time_t>(universal / millisecondsInSecond);
+    std::tm local{};
+    return localtime_r(&seconds, &local) == nullptr
+               ? 0
+               : static_cast<int>(local.tm_gmtoff / secondsInMinute);
+}
+
 } // namespace tarvik

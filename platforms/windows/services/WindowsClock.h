@@ -11,6 +11,7 @@ public:
     Date currentTime() override;
     std::uint64_t steadyMilliseconds() override;
     std::int64_t universalMilliseconds() override;
+    int minutesAhead(std::int64_t universal) override;
 };
 
 } // namespace tarvik

@@ -29,6 +29,17 @@ TEST(ScriptedClockTest, MidnightMayPassBetweenTwoReadings) {
     EXPECT_EQ(longTimeText(time, LocaleData{}), "00:00:01");
 }
 
+TEST(ScriptedClockTest, TheZoneIsHowFarTheWallClockIsAheadUnlessOneIsGiven) {
+    ScriptedClock clock;
+    clock.set({2026, 11, 16, 13, 45, 22});
+
+    EXPECT_EQ(clock.minutesAhead(0), 330);
+    clock.zone = [](std::int64_t moment) { return moment < 1000 ? 60 : 120; };
+
+    EXPECT_EQ(clock.minutesAhead(999), 60);
+    EXPECT_EQ(clock.minutesAhead(1000), 120);
+}
+
 TEST(ScriptedInstancesTest, AnswersAsScriptedAndNotesWhatItWasAsked) {
     ScriptedInstances instances;
     instances.error = 183;

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <chrono>
+
+namespace tarvik {
+
+/// Universal time: every zone has the same.
+using Moment = std::chrono::sys_seconds;
+/// What the user's wall clock shows.
+using LocalMoment = std::chrono::local_seconds;
+/// A day of the user's calendar.
+using LocalDay = std::chrono::local_days;
+
+/// What a wall clock shows that is so many minutes ahead of universal time.
+inline LocalMoment localOf(Moment moment, std::chrono::minutes ahead) {
+    return LocalMoment(moment.time_since_epoch() + ahead);
+}
+/// When such a wall clock shows this.
+inline Moment momentOf(LocalMoment local, std::chrono::minutes ahead) {
+    return Moment(local.time_since_epoch() - ahead);
+}
+
+/// The day that a wall clock's time is on.
+inline LocalDay dayOf(LocalMoment local) {
+    return std::chrono::floor<std::chrono::days>(local);
+}
+
+/// From 1970 to 9999: what is written with four digits and read again.
+constexpr Moment firstMoment{std::chrono::sys_days(std::chrono::year{1970} / 1 / 1)};
+constexpr Moment endOfMoments{std::chrono::sys_days(std::chrono::year{9999} / 12 / 31)};
+
+} // namespace tarvik
