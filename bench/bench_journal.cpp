@@ -22,7 +22,7 @@ namespace {
 
 constexpr int secondsOfDay = 24 * 60 * 60;
 
-struct Traffic {
+struct Written {
     long writes = 0;
     long bytes = 0;
     long flushes = 0;
@@ -32,7 +32,7 @@ struct Traffic {
 class CountedFiles : public FaceFiles {
 public:
     using FaceFiles::FaceFiles;
-    Traffic traffic;
+    Written traffic;
 
     Holding hold(const std::string& path) override { return counted(FaceFiles::hold(path)); }
     Holding holdOrMake(const std::string& path, std::size_t size,
@@ -43,7 +43,7 @@ public:
 private:
     class Counted : public HeldFile {
     public:
-        Counted(Traffic& traffic, std::unique_ptr<HeldFile> real)
+        Counted(Written& traffic, std::unique_ptr<HeldFile> real)
             : traffic_(traffic), real_(std::move(real)) {}
 
         FileResult read(std::string& bytes) override { return real_->read(bytes); }
@@ -59,7 +59,7 @@ private:
         FileResult remove() override { return real_->remove(); }
 
     private:
-        Traffic& traffic_;
+        Written& traffic_;
         std::unique_ptr<HeldFile> real_;
     };
 
@@ -96,7 +96,7 @@ public:
     void connect() { handle_ = scripted_.connections.connect("Line"); }
     void hangUp() { scripted_.connections.disconnect(handle_); }
     void leaveJournal() { world_.journal.leave(); }
-    Traffic& traffic() { return files_.traffic; }
+    Written& traffic() { return files_.traffic; }
 
 private:
     ScriptedPlatform scripted_;
@@ -121,7 +121,7 @@ void printDay(const char* name, Machine& machine, std::uint32_t bytesEachSecond)
     for (int i = 0; i < secondsOfDay; ++i) {
         machine.second(bytesEachSecond);
     }
-    const Traffic& all = machine.traffic();
+    const Written& all = machine.traffic();
     std::printf("a day of %s: %ld writes, %ld bytes, %ld flushes\n", name, all.writes, all.bytes,
                 all.flushes);
 }

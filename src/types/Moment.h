@@ -25,8 +25,9 @@ inline LocalDay dayOf(LocalMoment local) {
     return std::chrono::floor<std::chrono::days>(local);
 }
 
-/// From 1970 to 9999: what is written with four digits and read again.
-constexpr Moment firstMoment{std::chrono::sys_days(std::chrono::year{1970} / 1 / 1)};
-constexpr Moment endOfMoments{std::chrono::sys_days(std::chrono::year{9999} / 12 / 31)};
+/// Moments that are written with a year of four digits, also where the wall clock is a day ahead or
+/// behind, and read again.
+constexpr Moment firstMoment{std::chrono::sys_days(std::chrono::year{1970} / 1 / 2)};
+constexpr Moment lastMoment{std::chrono::sys_days(std::chrono::year{9999} / 12 / 30)};
 
 } // namespace tarvik

@@ -106,6 +106,20 @@ TEST_F(HeldFileContract, AFileOfTwoNamesIsRefused) {
     EXPECT_EQ(files.holdOrMake(path, 16, ini).outcome, Outcome::Refused);
 }
 
+TEST_F(HeldFileContract, OneWithoutAByteMayBeMadeAndGrows) {
+    const auto file = made(0);
+    std::string bytes = "any";
+    EXPECT_FALSE(file->read(bytes));
+    EXPECT_EQ(bytes, "");
+
+    EXPECT_FALSE(file->write(0, "one\n"));
+    EXPECT_FALSE(file->write(4, "two\n"));
+
+    EXPECT_FALSE(file->flush());
+    EXPECT_FALSE(file->read(bytes));
+    EXPECT_EQ(bytes, "one\ntwo\n");
+}
+
 TEST_F(HeldFileContract, WhatIsTooLongIsNotRead) {
     files.replace(path, {std::string(HeldFile::longest + 1, 'x')});
     const Holding held = files.hold(path);

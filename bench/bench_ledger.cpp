@@ -1,0 +1,95 @@
+// Prints what a ledger of three lines that are always up costs after ten years: the size of its
+// file, the time to read and to fold it on the disk, and what nine plans take to be told.
+//
+//     bench_ledger
+
+#include "FaceUnderTest.h"
+#include "ledger/Ledger.h"
+#include "plan/Forecast.h"
+#include "scripted/ScriptedPlatform.h"
+
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tarvik {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr Moment today = std::chrono::sys_days(2026y / 11 / 16);
+constexpr LocalDay todaysDay = std::chrono::local_days(2026y / 11 / 16);
+
+double millisecondsOf(const std::function<void()>& work) {
+    const auto begin = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin)
+        .count();
+}
+
+std::vector<LedgerEntry> tenYears() {
+    std::vector<LedgerEntry> entries;
+    for (Moment at = today - 3653 * 24h; at < today; at += quarterHour) {
+        const auto bytes = static_cast<std::uint64_t>(at.time_since_epoch().count()) % 99'999'999;
+        for (const char* line : {"Ridge", "Harbour", "Office"}) {
+            entries.push_back(
+                {.at = at, .ahead = 60min, .line = line, .traffic = {bytes, bytes / 10, 900'000}});
+        }
+    }
+    return entries;
+}
+
+void tellPlans(const Ledger& ledger) {
+    constexpr int plans = 9;
+    const Zone zone = [](Moment) { return 60min; };
+    const History history(ledger.book());
+    for (int number = 1; number <= plans; ++number) {
+        Plan plan{.number = number, .rollOver = RollOver::All};
+        plan.allowance = DataSize{.thousandths = 500'000, .unit = SizeUnit::GB};
+        const auto standing = standingOf(plan, history, today, zone);
+        budgetOf(plan, history, *standing, today, zone);
+        forecastOf(plan, history, *standing, today, zone, {});
+    }
+}
+
+void measure(const std::string& folder) {
+    FaceFiles files;
+    ScriptedPlatform machine;
+    Platform platform = machine.withFiles(machine.profile, files);
+    const PlatformScope scope(platform);
+    const std::string path = folder + "/Tarvik.ledger";
+    Ledger ledger;
+    LedgerBook book;
+    book.head = {.version = ledgerVersion, .begun = today - 3653 * 24h, .ahead = 60min};
+    book.entries = folded(tenYears(), todaysDay, std::chrono::months(13));
+    writeAndFlush(path, textOf(book));
+    const double reading = millisecondsOf([&] { ledger.take(path); });
+    std::printf("ten years, three lines: %zu entries, %zu bytes\n", ledger.book().entries.size(),
+                ledger.size());
+    std::printf("to read it: %.1f ms\n", reading);
+    std::printf("to find that it is folded: %.1f ms\n",
+                millisecondsOf([&] { ledger.fold(todaysDay); }));
+    ledger.add({{.at = today, .ahead = 60min, .line = "Ridge", .traffic = {1, 1, 1}}});
+    ledger.add({{.at = today, .ahead = 60min, .line = "Ridge", .traffic = {1, 1, 1}}});
+    std::printf("to fold it: %.1f ms\n", millisecondsOf([&] { ledger.fold(todaysDay); }));
+    std::printf("one more entry, on the disk: %.2f ms\n", millisecondsOf([&] {
+                    ledger.add({{.at = today, .ahead = 60min, .line = "Ridge"}});
+                }));
+    std::printf("nine plans: %.2f ms\n", millisecondsOf([&] { tellPlans(ledger); }));
+}
+
+} // namespace
+} // namespace tarvik
+
+int main() {
+    const auto folder =
+        std::filesystem::temp_directory_path() /
+        ("tarvik-bench-" +
+         std::to_string(std::chrono::steady_clock::now().time_since_epoch().count()));
+    std::filesystem::create_directories(folder);
+    tarvik::measure(folder.string());
+    std::filesystem::remove_all(folder);
+}

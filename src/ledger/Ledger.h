@@ -1,0 +1,77 @@
+#pragma once
+
+#include "ledger/LedgerBook.h"
+#include "ports/Files.h"
+#include "ports/HeldFile.h"
+#include "types/Current.h"
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace tarvik {
+
+/// The file of what each line has carried, `Tarvik.ledger` beside the INI file. It is made when the
+/// user says so, written to at its end, and shortened by replacing it whole.
+class Ledger {
+public:
+    /// What is found where it would be.
+    enum class Finding : std::uint8_t {
+        Nothing,      ///< none: it was never begun
+        Book,         ///< taken; some of it may be `damaged`
+        Busy,         ///< another copy of the program has it
+        OtherVersion, ///< written by a program that this one does not understand
+        Refused,      ///< something that is no ledger of the user's has its name
+        Unread,       ///< it is there and out of reach: nobody knows what it says
+    };
+
+    /// Looks for the file and takes it.
+    Finding take(const std::string& path);
+    /// Makes it, as open as the INI file, unless there is one. `Book` if it is this program's now,
+    /// `Unread` where it cannot be made.
+    Finding begin(const std::string& path, const std::string& iniFile, Moment now,
+                  std::chrono::minutes ahead);
+
+    /// The file is there and this program's.
+    bool inUse() const { return file_ != nullptr; }
+    const LedgerBook& book() const { return book_; }
+    /// Bytes of the file.
+    std::size_t size() const { return end_; }
+    /// What in the file is no line of a ledger.
+    const std::string& damaged() const { return damaged_; }
+
+    /// Puts what is damaged into the file `aside` and takes it out of this one. FileAlreadyExists
+    /// where something else has that name; what is aside already is not put there again.
+    FileResult mend(const std::string& aside);
+
+    /// Adds to the file and flushes it to the disk: all of it or, for whoever tries again, nothing.
+    FileResult add(const std::vector<LedgerEntry>& entries);
+    FileResult add(const LedgerNote& note);
+
+    /// One entry for each line and quarter hour, older than 13 months for each line and day.
+    FileResult fold(LocalDay today);
+
+    /// Lets the file go where it is.
+    void release() { *this = Ledger(); }
+
+private:
+    Finding look(const std::string& path, Holding held);
+    FileResult append(const std::string& text);
+    FileResult replaceBy(const std::string& text);
+
+    std::string path_;
+    std::unique_ptr<HeldFile> file_;
+    LedgerBook book_;
+    std::string damaged_;
+    std::size_t end_ = 0;      ///< of what is written for certain
+    bool isBrokenOff_ = false; ///< its last line has no end
+};
+
+/// The ledger in use. One must be in place (see `Current`).
+Ledger& ledger();
+
+using LedgerScope = Current<Ledger>;
+
+} // namespace tarvik

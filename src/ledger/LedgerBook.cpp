@@ -1,0 +1,170 @@
+#include "ledger/LedgerBook.h"
+
+#include <algorithm>
+#include <tuple>
+#include <utility>
+
+namespace tarvik {
+
+namespace {
+
+using std::chrono::hours;
+using std::chrono::year_month_day;
+using Span = LedgerEntry::Span;
+
+bool isEarlier(const LedgerEntry& a, const LedgerEntry& b) {
+    return a.at < b.at;
+}
+
+void sortByMoment(std::vector<LedgerEntry>& entries) {
+    if (!std::is_sorted(entries.begin(), entries.end(), isEarlier)) {
+        std::stable_sort(entries.begin(), entries.end(), isEarlier);
+    }
+}
+
+auto keyOf(const LedgerEntry& entry) {
+    return std::tie(entry.at, entry.span, entry.inside, entry.ahead, entry.line);
+}
+
+/// The same day of the month so much earlier; the month's last where it has no such day.
+LocalDay monthsBefore(LocalDay day, std::chrono::months months) {
+    const year_month_day date(day);
+    const auto month = date.year() / date.month() - months;
+    const year_month_day last(month / std::chrono::last);
+    return LocalDay(month / std::min(date.day(), last.day()));
+}
+
+void makeDay(LedgerEntry& entry) {
+    entry.at = momentOf(localDayOf(entry) + hours(12), entry.ahead);
+    entry.span = Span::Day;
+}
+
+/// Entries of one key that follow each other become one.
+void joinEqual(std::vector<LedgerEntry>& entries) {
+    auto last = entries.begin();
+    for (auto next = entries.begin(); next != entries.end(); ++next) {
+        if (next == last) {
+            continue;
+        }
+        if (keyOf(*next) == keyOf(*last)) {
+            last->traffic = last->traffic + next->traffic;
+        } else if (++last != next) {
+            *last = std::move(*next);
+        }
+    }
+    entries.erase(last == entries.end() ? last : last + 1, entries.end());
+}
+
+/// Takes the first line without its end off the bytes; nothing where no line is ended any more.
+std::string_view takeLine(std::string_view& bytes) {
+    const std::size_t end = bytes.find('\n');
+    const std::string_view line = bytes.substr(0, end);
+    bytes.remove_prefix(end == std::string_view::npos ? bytes.size() : end + 1);
+    return line;
+}
+
+/// Takes over what the line says.
+struct Entering {
+    LedgerBook& book;
+
+    bool operator()(std::monostate /*nothing*/) const { return false; }
+    bool operator()(const LedgerHead& /*second*/) const { return false; }
+    bool operator()(LedgerEntry& entry) const {
+        book.entries.push_back(std::move(entry));
+        return true;
+    }
+    bool operator()(const LedgerNote& note) const {
+        book.notes.push_back(note);
+        return true;
+    }
+};
+
+void readLines(std::string_view bytes, LedgerReading& reading) {
+    while (!bytes.empty()) {
+        const std::string_view rest = bytes;
+        const std::string_view line = takeLine(bytes);
+        const std::string_view whole = rest.substr(0, rest.size() - bytes.size());
+        LedgerLine found = whole.size() > line.size() ? readLedgerLine(line) : LedgerLine();
+        if (!std::visit(Entering{reading.book}, found)) {
+            reading.damaged += whole;
+        }
+    }
+}
+
+} // namespace
+
+void enter(LedgerBook& book, const std::vector<LedgerEntry>& entries) {
+    for (const LedgerEntry& one : entries) {
+        const auto place =
+            std::upper_bound(book.entries.begin(), book.entries.end(), one, isEarlier);
+        book.entries.insert(place, one);
+    }
+}
+
+std::span<const LedgerEntry> entriesBetween(const LedgerBook& book, Moment from, Moment to) {
+    const auto first = [&](Moment moment) {
+        return std::partition_point(book.entries.begin(), book.entries.end(),
+                                    [&](const LedgerEntry& one) { return one.at < moment; });
+    };
+    return {first(from), first(std::max(from, to))};
+}
+
+std::string textOf(const LedgerBook& book) {
+    constexpr std::size_t usualLine = 80;
+    std::string text = textOf(book.head);
+    text.reserve(usualLine * (book.entries.size() + book.notes.size() + 1));
+    for (const LedgerNote& note : book.notes) {
+        text += textOf(note);
+    }
+    for (const LedgerEntry& entry : book.entries) {
+        text += textOf(entry);
+    }
+    return text;
+}
+
+LedgerReading readLedger(std::string_view bytes) {
+    LedgerReading reading;
+    std::string_view rest = bytes;
+    const std::string_view line = takeLine(rest);
+    const LedgerLine first = line.size() < bytes.size() ? readLedgerLine(line) : LedgerLine();
+    const auto* const head = std::get_if<LedgerHead>(&first);
+    if (head != nullptr && head->version != ledgerVersion) {
+        reading.kind = LedgerReading::Kind::OtherVersion;
+        return reading;
+    }
+    readLines(head == nullptr ? bytes : rest, reading);
+    sortByMoment(reading.book.entries);
+    if (head != nullptr) {
+        reading.kind = LedgerReading::Kind::Book;
+        reading.book.head = *head;
+    } else if (!reading.book.entries.empty()) {
+        reading.kind = LedgerReading::Kind::Book;
+        const LedgerEntry& earliest = reading.book.entries.front();
+        reading.book.head = {
+            .version = ledgerVersion, .begun = earliest.at, .ahead = earliest.ahead};
+    } else {
+        reading.kind = rest.empty() && mayBeginLedger(bytes) ? LedgerReading::Kind::Nothing
+                                                             : LedgerReading::Kind::Foreign;
+    }
+    return reading;
+}
+
+std::vector<LedgerEntry> folded(std::vector<LedgerEntry> entries, LocalDay today,
+                                std::chrono::months quarters) {
+    const LocalDay firstOfQuarters = monthsBefore(today, quarters);
+    for (LedgerEntry& one : entries) {
+        if (one.span == Span::Quarter && localDayOf(one) < firstOfQuarters) {
+            makeDay(one);
+        }
+    }
+    const auto isBefore = [](const LedgerEntry& one, const LedgerEntry& other) {
+        return keyOf(one) < keyOf(other);
+    };
+    if (!std::is_sorted(entries.begin(), entries.end(), isBefore)) {
+        std::sort(entries.begin(), entries.end(), isBefore);
+    }
+    joinEqual(entries);
+    return entries;
+}
+
+} // namespace tarvik

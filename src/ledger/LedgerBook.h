@@ -1,0 +1,50 @@
+#pragma once
+
+#include "ledger/LedgerEntry.h"
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvik {
+
+/// All that a ledger says.
+struct LedgerBook {
+    LedgerHead head;
+    std::vector<LedgerEntry> entries; ///< the earlier first
+    std::vector<LedgerNote> notes;    ///< in the order in which they were written
+};
+
+/// Puts what was written later where its moment belongs.
+void enter(LedgerBook& book, const std::vector<LedgerEntry>& entries);
+
+/// Those from the one moment up to, but not at, the other.
+std::span<const LedgerEntry> entriesBetween(const LedgerBook& book, Moment from, Moment to);
+
+/// The file as it begins, or as it is folded.
+std::string textOf(const LedgerBook& book);
+
+struct LedgerReading {
+    enum class Kind : std::uint8_t {
+        Nothing, ///< empty, or cut off in its first line
+        Book,
+        OtherVersion, ///< written by a program that this one does not understand
+        Foreign,      ///< no ledger
+    };
+
+    Kind kind = Kind::Nothing;
+    LedgerBook book;
+    /// What no line of a ledger is: a tail that was cut off, or what somebody changed. The rest
+    /// holds without it.
+    std::string damaged;
+};
+
+LedgerReading readLedger(std::string_view bytes);
+
+/// Entries with one for each line and quarter hour; what lies further back than so many months of
+/// the user's calendar with one for each line and day. What has been folded stays as it is.
+std::vector<LedgerEntry> folded(std::vector<LedgerEntry> entries, LocalDay today,
+                                std::chrono::months quarters);
+
+} // namespace tarvik
