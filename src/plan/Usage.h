@@ -1,0 +1,81 @@
+#pragma once
+
+#include "ledger/LedgerBook.h"
+#include "plan/Period.h"
+#include "plan/Plan.h"
+#include "types/Traffic.h"
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace tarvik {
+
+/// An amount in both of what a plan counts in.
+struct Quantity {
+    std::uint64_t bytes = 0;
+    std::uint64_t milliseconds = 0;
+
+    std::uint64_t of(Measure measure) const {
+        return measure == Measure::Bytes ? bytes : milliseconds;
+    }
+
+    friend bool operator==(const Quantity&, const Quantity&) = default;
+    friend constexpr Quantity operator+(const Quantity& a, const Quantity& b) {
+        return {sumUpTo(a.bytes, b.bytes), sumUpTo(a.milliseconds, b.milliseconds)};
+    }
+    /// Nothing where it is below zero.
+    friend constexpr Quantity operator-(const Quantity& a, const Quantity& b) {
+        return {lessDownTo(a.bytes, b.bytes), lessDownTo(a.milliseconds, b.milliseconds)};
+    }
+};
+
+/// The lesser of each.
+Quantity lesser(const Quantity& a, const Quantity& b);
+
+/// What the lines have carried: what a ledger says, and what is not in it yet. Both outlive it.
+class History {
+public:
+    explicit History(const LedgerBook& book, std::span<const LedgerEntry> unwritten = {})
+        : book_(book), unwritten_(unwritten) {}
+
+    const LedgerBook& book() const { return book_; }
+    /// What the plan's lines have carried from the one moment up to, but not at, the other.
+    Traffic carried(const Plan& plan, Moment from, Moment to) const;
+
+private:
+    const LedgerBook& book_;
+    std::span<const LedgerEntry> unwritten_;
+};
+
+/// What of that the plan counts.
+Quantity countedOf(const Plan& plan, const Traffic& traffic);
+
+/// What the plan allows in a period of its own; nothing in what it does not limit.
+Quantity allowanceOf(const Plan& plan);
+bool isLimited(const Plan& plan, Measure measure);
+
+/// What was used of a period before a moment in it, or in all: what the provider said last, and
+/// what was counted since.
+Quantity usedOf(const Plan& plan, const History& history, const Period& period, Moment before);
+
+/// How a plan stands.
+struct Standing {
+    Period period;
+    Quantity used;
+    Quantity allowance;
+    Quantity rolledOver; ///< what the period before has left
+    Quantity extended;
+
+    /// All that may be used. used + left = total + over.
+    Quantity total() const { return allowance + rolledOver + extended; }
+    Quantity left() const { return total() - used; }
+    Quantity over() const { return used - total(); }
+};
+
+/// Nothing where no period is.
+std::optional<Standing> standingOf(const Plan& plan, const History& history, Moment now,
+                                   const Zone& zone);
+
+} // namespace tarvik
