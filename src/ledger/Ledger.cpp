@@ -2,6 +2,7 @@
 
 #include "ports/Platform.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -82,7 +83,9 @@ Ledger::Finding Ledger::begin(const std::string& path, const std::string& iniFil
     if (finding != Finding::Nothing) {
         return finding;
     }
-    book_.head = {.version = ledgerVersion, .begun = now, .ahead = ahead};
+    book_.head = {.version = ledgerVersion,
+                  .begun = std::clamp(now, firstMoment, lastMoment),
+                  .ahead = ahead};
     if (append(textOf(book_.head))) {
         file_->remove();
         release();
@@ -122,7 +125,9 @@ FileResult Ledger::add(const std::vector<LedgerEntry>& entries) {
     return failure;
 }
 
-FileResult Ledger::add(const LedgerNote& note) {
+FileResult Ledger::add(const LedgerNote& said) {
+    LedgerNote note = said;
+    note.at = std::clamp(note.at, firstMoment, lastMoment);
     const FileResult failure = append(textOf(note));
     if (!failure) {
         book_.notes.push_back(note);

@@ -48,7 +48,7 @@ public:
 
     /// Adds to the file and flushes it to the disk: all of it or, for whoever tries again, nothing.
     FileResult add(const std::vector<LedgerEntry>& entries);
-    FileResult add(const LedgerNote& note);
+    FileResult add(const LedgerNote& said);
 
     /// One entry for each line and quarter hour, older than 13 months for each line and day.
     FileResult fold(LocalDay today);

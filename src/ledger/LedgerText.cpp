@@ -19,6 +19,10 @@ using std::chrono::year_month_day;
 
 constexpr std::size_t dateSize = 10; // 2026-11-16
 
+bool isWritten(Moment moment) {
+    return firstMoment <= moment && moment <= lastMoment;
+}
+
 } // namespace
 
 void LedgerWriter::word(std::string_view value) {
@@ -124,7 +128,7 @@ year_month_day LedgerReader::date(std::string_view text) {
                               std::chrono::month(digits(text, 5, 2, 12)),
                               std::chrono::day(digits(text, 8, 2, 31))};
     demand(text.size() >= dateSize && text[4] == '-' && text[7] == '-' && date.ok() &&
-           date.year() >= std::chrono::year(1970));
+           date.year() >= std::chrono::year(1969));
     return good ? date : year_month_day(std::chrono::sys_days());
 }
 
@@ -146,7 +150,8 @@ Moment LedgerReader::minute() {
     const std::string_view text = word();
     constexpr std::string_view form = "2026-11-16T07:15Z";
     const Moment result = std::chrono::sys_days(date(text)) + clock(text, dateSize + 1, 23);
-    demand(text.size() == form.size() && text[dateSize] == 'T' && text.back() == 'Z');
+    demand(text.size() == form.size() && text[dateSize] == 'T' && text.back() == 'Z' &&
+           isWritten(result));
     return result;
 }
 
@@ -156,7 +161,7 @@ Moment LedgerReader::second() {
     const Moment result = std::chrono::sys_days(date(text)) + clock(text, dateSize + 1, 23) +
                           seconds(digits(text, dateSize + 7, 2, 59));
     demand(text.size() == form.size() && text[dateSize] == 'T' && text[dateSize + 6] == ':' &&
-           text.back() == 'Z');
+           text.back() == 'Z' && isWritten(result));
     return result;
 }
 

@@ -59,6 +59,8 @@ bool readHangUp(Threshold& threshold, std::string_view word) {
         return false;
     }
     threshold.hangUp = HangUp::AtOnce;
+    threshold.grace = {};
+    threshold.graceMinutes = 0;
     if (pieces.size() == 1) {
         return true;
     }

@@ -25,9 +25,9 @@ inline LocalDay dayOf(LocalMoment local) {
     return std::chrono::floor<std::chrono::days>(local);
 }
 
-/// Moments that are written with a year of four digits, also where the wall clock is a day ahead or
-/// behind, and read again.
-constexpr Moment firstMoment{std::chrono::sys_days(std::chrono::year{1970} / 1 / 2)};
+/// Moments that are written and read again: universal time has four digits for their years, and so
+/// has the wall clock, a day ahead or behind at most.
+constexpr Moment firstMoment{std::chrono::sys_days(std::chrono::year{1970} / 1 / 1)};
 constexpr Moment lastMoment{std::chrono::sys_days(std::chrono::year{9999} / 12 / 30)};
 
 } // namespace tarvik

@@ -173,6 +173,19 @@ TEST(FoldTest, WhatHasBeenFoldedStaysAsItIs) {
     EXPECT_LT(once.size(), 2000U);
 }
 
+TEST(FoldTest, ADayAtTheEdgeOfWhatIsWrittenIsReadBack) {
+    LedgerEntry first = entryAt(firstMoment, 1);
+    first.ahead = -24h;
+    LedgerEntry last = entryAt(lastMoment, 2);
+    last.ahead = 24h;
+    LedgerBook book = someBook();
+    const LocalDay later = std::chrono::local_days(12'000y / 1 / 1);
+
+    book.entries = folded({first, last}, later, thirteen);
+
+    EXPECT_EQ(readLedger(textOf(book)).book.entries, book.entries);
+}
+
 TEST(FoldTest, NothingIsLost) {
     std::vector<LedgerEntry> entries;
     for (unsigned i = 0; i < 3000; ++i) {

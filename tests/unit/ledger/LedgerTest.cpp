@@ -173,6 +173,18 @@ TEST_F(LedgerTest, NotesStandBesideTheEntries) {
     EXPECT_EQ(ledger.book().notes, std::vector<LedgerNote>{note});
 }
 
+TEST_F(LedgerTest, AClockThatShowsNoYearOfFourDigitsIsTakenForTheNearest) {
+    ledger.begin(path, ini, Moment(-1s), 0min);
+    ledger.add({.at = lastMoment + 72h, .ahead = 0min, .plan = 1, .what = Extension{.bytes = 5}});
+
+    ledger.release();
+
+    EXPECT_EQ(ledger.take(path), Finding::Book);
+    EXPECT_EQ(ledger.book().head.begun, firstMoment);
+    ASSERT_EQ(ledger.book().notes.size(), 1U);
+    EXPECT_EQ(ledger.book().notes[0].at, lastMoment);
+}
+
 TEST_F(LedgerTest, FoldingReplacesTheFileByOneThatSaysTheSame) {
     begin();
     ledger.add({entryAt(day, 1)});

@@ -143,6 +143,13 @@ TEST_F(PlanSettingsTest, AThresholdThatIsNoneIsLeftOut) {
               (std::vector{fullPlan().thresholds[0], fullPlan().thresholds[2]}));
 }
 
+TEST_F(PlanSettingsTest, OfTwoWordsForHangingUpTheLastCounts) {
+    const auto threshold = readThreshold("80 hangup+5MB+30min hangup");
+
+    ASSERT_TRUE(threshold);
+    EXPECT_EQ(*threshold, (Threshold{.percent = 80, .note = false, .hangUp = HangUp::AtOnce}));
+}
+
 TEST_F(PlanSettingsTest, NumbersBeyondTheirRangeAreNone) {
     const auto takes = [](std::string_view key, std::string_view value) {
         const auto row = std::find_if(planSettings().begin(), planSettings().end(),
