@@ -98,7 +98,7 @@ run_lanes() {
     for lane in "${lanes[@]}"; do
         [ "$lane" != first ] || continue
         {
-            [[ $lane != builds && $lane != checks ]] || renice -n 10 -p "$BASHPID" >/dev/null
+            [[ " builds checks random " != *" $lane "* ]] || renice -n 10 -p "$BASHPID" >/dev/null
             # shellcheck disable=SC2086
             run_lane ${stages_of[$lane]}
         } &
@@ -182,7 +182,7 @@ build_release() {
     # sanitizers, and once for Windows, without.
     build release -DTARVIK_TESTS=ON -DTARVIK_BENCH=ON tarvik tarvik-demo documents scenarios_scripted \
         scenarios_qt kill_at_every_step faults years_of_days day_of_ticks empty_window \
-        bench_ini bench_history bench_work bench_journal
+        bench_ini bench_history bench_work bench_journal bench_ledger
 }
 
 # Each file by itself, so that none leans on what another one includes.
@@ -358,7 +358,7 @@ windows_tests() {
 
 kill_on_windows() {
     scripts/wine32.sh ready || return $cannot_run
-    WINE32_TIMEOUT=900 scripts/wine32.sh run build/windows/bin/kill_at_every_step.exe
+    WINE32_TIMEOUT=2400 scripts/wine32.sh run build/windows/bin/kill_at_every_step.exe
 }
 
 stories_windows() {
@@ -422,16 +422,16 @@ stage "a session without a display" headless_session desktop build_release
 stage "build for Windows, checked" build_windows_checked builds
 stage "clang-tidy" tidy builds build_release
 stage "clang-tidy on the code for Windows" tidy_windows builds
-stage "kill at every step" kill_at_every_step checks build_release
 stage "unit, face and soak tests under AddressSanitizer and UBSan" tests_sanitized checks build_sanitized
-stage "a random user on the scripted and the Linux face, sanitized" monkey checks build_sanitized
-stage "fuzz targets, a fixed number of runs" fuzz checks build_sanitized
+stage "a random user on the scripted and the Linux face, sanitized" monkey random build_sanitized
+stage "fuzz targets, a fixed number of runs" fuzz random build_sanitized
+stage "kill at every step on Windows" kill_on_windows kills build_windows
+stage "kill at every step" kill_at_every_step kills build_release
 stage "unit tests on Windows" unit_windows wine build_windows
 stage "face and services on Windows" windows_tests wine build_windows
 stage "user stories on Windows" stories_windows wine build_windows
 stage "the built Windows programs from outside" programs_windows wine build_windows
 stage "the screenshots of the documents" document_screenshots wine build_release build_windows
-stage "kill at every step on Windows" kill_on_windows wine build_windows
 stage "a random user on the Windows face, checked" monkey_windows wine build_windows_checked
 stage "the package for Debian and the archive for Windows" made_packages wine build_release
 only_named "unit tests and user stories on the scripted face" unit
