@@ -10,12 +10,14 @@ trap 'rm -rf "$folder"' EXIT
 
 install_missing "${packages_build[@]}" "${packages_display[@]}" "${packages_bench[@]}"
 cmake --preset release -DTARVIK_TESTS=OFF -DTARVIK_BENCH=ON >/dev/null
-cmake --build --preset release --target tarvik-demo empty_window bench_ini bench_history bench_work bench_journal
+cmake --build --preset release --target tarvik-demo empty_window bench_ini bench_history bench_work bench_journal \
+    bench_ledger
 /usr/bin/python3 -B bench/bench_face.py build/release/bin/tarvik-demo build/release/bin/empty_window \
     "$folder/linux"
 build/release/bin/bench_work >>"$folder/linux"
 build/release/bin/bench_ini
 build/release/bin/bench_journal
+build/release/bin/bench_ledger
 build/release/bin/bench_history
 
 # Reading a real VPN, beside others that do, in a world of its own.

@@ -446,5 +446,12 @@ class StagesTest(ScriptTest):
         self.assertNotIn("'.git/", names)
 
 
+class BreaksTest(unittest.TestCase):
+    def test_each_break_of_the_code_still_finds_its_place(self):
+        told = subprocess.run([sys.executable, "-B", ROOT / "scripts/mutants.py", "--texts"],
+                              capture_output=True, text=True)
+        self.assertEqual((told.returncode, told.stdout), (0, ""))
+
+
 if __name__ == "__main__":
     unittest.main()
