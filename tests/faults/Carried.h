@@ -23,7 +23,7 @@ struct Line {
     Figures counted() const { return silent || !known ? Figures() : seen - offset; }
 };
 
-/// What all lines have carried: the book that the program's own figures are held against. It is
+/// What all lines have carried: what the program's own figures are held against. It is
 /// kept from what the life lets the lines do, never from what the program says.
 class Carried {
 public:

@@ -32,13 +32,13 @@ Life::Life(Session& session, std::string folder, const Figures& finished,
             const MsgBoxAnswer answer = usual(request);
             return declines_ && request.text.starts_with(questionBegin) ? MsgBoxAnswer::No : answer;
         };
-    book_.finished = finished;
-    book_.lines = former;
-    for (Line& one : book_.lines) {
+    carried_.finished = finished;
+    carried_.lines = former;
+    for (Line& one : carried_.lines) {
         one.up = false;
         used_ = std::max(used_, one.handle);
     }
-    expect({book_});
+    expect({carried_});
 }
 
 Life::~Life() {
@@ -60,16 +60,16 @@ void Life::start(const Figures& inFile) {
     const bool unread = hasBox(unreadWarning);
     told_.leftAlone = unread || hasNote("left alone");
     if (told_.leftAlone) {
-        book_.finished = unread ? Figures() : inFile;
-        std::erase_if(book_.lines, [](const Line& one) { return !one.up; });
-        for (Line& one : book_.lines) {
+        carried_.finished = unread ? Figures() : inFile;
+        std::erase_if(carried_.lines, [](const Line& one) { return !one.up; });
+        for (Line& one : carried_.lines) {
             one.known = false;
         }
     }
     if (hasNote("is now")) {
         told_.add("the start has set a journal aside");
     }
-    expect({book_});
+    expect({carried_});
 }
 
 /// A handle that no line had before.
@@ -86,12 +86,12 @@ void Life::connect(const std::string& entry, const Figures& carried) {
     Line line{.handle = made(entry), .entry = entry, .carried = carried};
     session_.scripted.connections.transfer(line.handle, counter(carried.rcvd),
                                            counter(carried.sent), counter(carried.time));
-    book_.lines.push_back(std::move(line));
+    carried_.lines.push_back(std::move(line));
 }
 
 void Life::stay(const std::string& entry, const Figures& more) {
     ScriptedConnections& service = session_.scripted.connections;
-    const auto former = std::find_if(book_.lines.begin(), book_.lines.end(),
+    const auto former = std::find_if(carried_.lines.begin(), carried_.lines.end(),
                                      [&](const Line& one) { return one.entry == entry; });
     former->up = true;
     former->carried = former->carried + more;
@@ -102,13 +102,13 @@ void Life::stay(const std::string& entry, const Figures& more) {
 }
 
 void Life::carry(const std::string& entry, std::int64_t rcvd, std::int64_t sent) {
-    Line& line = book_.line(entry);
+    Line& line = carried_.line(entry);
     line.carried = line.carried + Figures{rcvd, sent, 0};
     session_.scripted.connections.transfer(line.handle, counter(rcvd), counter(sent), 0);
 }
 
 void Life::drop(const std::string& entry) {
-    Line& line = book_.line(entry);
+    Line& line = carried_.line(entry);
     session_.scripted.connections.disconnect(line.handle);
     line.up = false;
     pass(1);
@@ -116,22 +116,22 @@ void Life::drop(const std::string& entry) {
 }
 
 void Life::redial(const std::string& entry) {
-    Line& line = book_.line(entry);
+    Line& line = carried_.line(entry);
     session_.scripted.connections.disconnect(line.handle);
     line.up = false;
     const auto handle = static_cast<std::uint32_t>(DialIn(entry, "").value());
-    book_.lines.push_back({.handle = handle, .entry = entry});
+    carried_.lines.push_back({.handle = handle, .entry = entry});
 }
 
 void Life::advance(std::uint32_t seconds) {
     session_.scripted.clock.advanceSeconds(seconds);
-    for (Line& one : book_.lines) {
+    for (Line& one : carried_.lines) {
         if (one.up) {
             one.carried.time += std::int64_t{seconds} * 1000;
             session_.scripted.connections.transfer(one.handle, 0, 0, seconds * 1000);
         }
     }
-    book_.list();
+    carried_.list();
 }
 
 void Life::tick(std::uint32_t seconds) {
@@ -145,18 +145,18 @@ void Life::tick(std::uint32_t seconds) {
 
 void Life::pass(std::uint32_t seconds) {
     advance(seconds);
-    book_.lookAtAll();
-    expect({book_});
+    carried_.lookAtAll();
+    expect({carried_});
     tick(seconds);
 }
 
 void Life::passDeclined(std::uint32_t seconds) {
     advance(seconds);
-    book_.lookAtAll();
-    for (Line& one : book_.lines) {
+    carried_.lookAtAll();
+    for (Line& one : carried_.lines) {
         one.offset = one.carried;
     }
-    expect({book_});
+    expect({carried_});
     declines_ = true;
     tick(seconds);
     declines_ = false;
@@ -165,21 +165,21 @@ void Life::passDeclined(std::uint32_t seconds) {
 void Life::passIntoReset(std::uint32_t seconds) {
     advance(seconds);
     // The reset comes with the first of the lines; those after it are read anew then.
-    book_.look(book_.lines.front());
-    const Carried before = book_;
-    book_.reset();
-    const Carried after = book_;
-    for (std::size_t i = 1; i < book_.lines.size(); ++i) {
-        book_.look(book_.lines[i]);
+    carried_.look(carried_.lines.front());
+    const Carried before = carried_;
+    carried_.reset();
+    const Carried after = carried_;
+    for (std::size_t i = 1; i < carried_.lines.size(); ++i) {
+        carried_.look(carried_.lines[i]);
     }
-    expect({before, after, book_}, true);
+    expect({before, after, carried_}, true);
     tick(0);
-    expect({book_});
+    expect({carried_});
 }
 
 bool Life::end(const std::vector<std::string>& said) {
     told_.ending = true;
-    expect({book_});
+    expect({carried_});
     window().unload(UnloadMode::AppWindows);
     told_.saved = !hasBox(unsavedWarning);
     told_.inPeace = session_.boxes == said;
@@ -193,7 +193,7 @@ void Life::expect(std::vector<Carried> stages, bool resets) {
     told_.resetting = resets;
     told_.all = stages_.back().all();
     told_.lines.clear();
-    std::copy_if(book_.lines.begin(), book_.lines.end(), std::back_inserter(told_.lines),
+    std::copy_if(carried_.lines.begin(), carried_.lines.end(), std::back_inserter(told_.lines),
                  [](const Line& one) { return one.up; });
     told_.clock = session_.scripted.clock.now.serial();
     told_.universal = session_.scripted.clock.universal;
@@ -206,10 +206,10 @@ void Life::demandKept(bool flushed) {
         return;
     }
     if (told_.entries.empty() || !told_.entries.back().whole ||
-        !book_.troubleWith(readPlace(told_.entries.back().bytes).entry, false).empty()) {
-        told_.add("what counts is not kept: " + book_.all().text());
+        !carried_.troubleWith(readPlace(told_.entries.back().bytes).entry, false).empty()) {
+        told_.add("what counts is not kept: " + carried_.all().text());
     } else if (flushed && !told_.entries.back().flushed) {
-        told_.add("what counts is not flushed: " + book_.all().text());
+        told_.add("what counts is not flushed: " + carried_.all().text());
     }
 }
 

@@ -56,11 +56,11 @@ public:
     /// Everything is reset outside of a tick.
     template <class Deed>
     void reset(Deed&& deed) {
-        const Carried before = book_;
-        book_.reset();
-        expect({before, book_}, true);
+        const Carried before = carried_;
+        carried_.reset();
+        expect({before, carried_}, true);
         deed();
-        expect({book_});
+        expect({carried_});
         demandKept(true);
     }
     /// True when no box came but these.
@@ -75,7 +75,7 @@ private:
     std::uint32_t made(const std::string& entry);
     /// What is written from now on tells one of these, in their order.
     void expect(std::vector<Carried> stages, bool resets = false);
-    /// What stands in the book is kept, and on the disk where `flushed` says so.
+    /// What the lines have carried is kept, and on the disk where `flushed` says so.
     void demandKept(bool flushed);
     void note(const std::string& step, std::string_view bytes);
     void noteEntry(std::string_view bytes);
@@ -86,7 +86,7 @@ private:
     Session& session_;
     std::string folder_;
     Told told_;
-    Carried book_;
+    Carried carried_;
     std::vector<Carried> stages_;
     std::size_t stage_ = 0;
     std::set<std::string> records_{"12.11.2026|08:00:00", "14.11.2026|09:30:00"}; ///< known ones
