@@ -98,7 +98,7 @@ run_lanes() {
     for lane in "${lanes[@]}"; do
         [ "$lane" != first ] || continue
         {
-            [[ " builds checks random " != *" $lane "* ]] || renice -n 10 -p "$BASHPID" >/dev/null
+            [[ " builds checks kills random " != *" $lane "* ]] || renice -n 10 -p "$BASHPID" >/dev/null
             # shellcheck disable=SC2086
             run_lane ${stages_of[$lane]}
         } &
