@@ -315,7 +315,7 @@ public:
 private:
     Node* node() {
         const auto found = files_.nodes_.find(path_);
-        return found == files_.nodes_.end() ? nullptr : &found->second;
+        return found == files_.nodes_.end() || !found->second.held ? nullptr : &found->second;
     }
 
     ScriptedFiles& files_;

@@ -21,6 +21,12 @@ bool hasPassed(std::uint64_t since, std::uint64_t now, std::uint64_t interval) {
     return since == 0 || now - since >= interval;
 }
 
+/// Nothing was ever written to it.
+bool isBlank(HeldFile& file) {
+    std::string bytes;
+    return !file.read(bytes) && bytes.find_first_not_of('\0') == std::string::npos;
+}
+
 /// A power cut leaves one place at most that was begun where none is whole: the first entry's. Two
 /// of them held something once.
 JournalFinding::Kind kindWithoutEntry(const std::vector<JournalPlace::Kind>& places) {
@@ -114,8 +120,8 @@ bool Journal::isDue() const {
            (unflushed && hasPassed(flushedAt_, now, betweenFlushes));
 }
 
-/// False when the file cannot be made. Where another copy of the program has made one meanwhile,
-/// that is left alone, and this copy works without.
+/// False when the file cannot be made, or something else lies there now, which is left alone. Where
+/// another copy of the program has made one meanwhile, this one works without.
 bool Journal::make(std::uint64_t now, bool atOnce) {
     if (file_) {
         return true;
@@ -124,11 +130,10 @@ bool Journal::make(std::uint64_t now, bool atOnce) {
         return false;
     }
     Holding held = platform().files.holdOrMake(path_, fileSize, iniFile_);
-    std::string bytes;
-    if (held.outcome == Outcome::Busy || (held.file && !held.file->read(bytes) &&
-                                          bytes.find_first_not_of('\0') != std::string::npos)) {
+    const bool isOthers = held.file && !isBlank(*held.file);
+    if (held.outcome == Outcome::Busy || isOthers) {
         leave();
-        return true;
+        return !isOthers;
     }
     file_ = std::move(held.file);
     notMadeBefore_ = file_ ? 0 : now + pause_;

@@ -220,6 +220,18 @@ TEST_F(JournalTest, AFileThatAnotherCopyHasMadeMeanwhileIsLeftToIt) {
     EXPECT_EQ(machine.files.file(path), before);
 }
 
+TEST_F(JournalTest, WhatHasTakenItsNameInMidRunIsLeftAloneAndTold) {
+    Journal journal = taken();
+    journal.keep(entryOf(1), true);
+    machine.files.remove(path);
+    machine.files.setFile(path, "somebody's");
+
+    EXPECT_FALSE(journal.keep(entryOf(2), false));
+
+    EXPECT_FALSE(journal.inUse());
+    EXPECT_EQ(machine.files.file(path), "somebody's");
+}
+
 TEST_F(JournalTest, WhatIsNoJournalIsLeftAlone) {
     machine.files.setFile(path, "no journal at all");
     Journal journal;
