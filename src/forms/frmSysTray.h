@@ -3,6 +3,8 @@
 #include "controls/Form.h"
 
 #include <cstdint>
+#include <string>
+#include <vector>
 
 namespace tarvik {
 
@@ -25,6 +27,10 @@ public:
 
     /// The desktop shows balloon notes.
     bool balloonSupport = false;
+    /// Notes that the desktop has not shown yet, the oldest first; since when it has been asked for
+    /// the last time, steady milliseconds.
+    std::vector<std::string> notesToTell;
+    std::uint64_t notesTriedAt = 0;
     /// The user has been told that a main window put aside is only minimised.
     bool minimisingTold = false;
     /// What icon and tip told last.

@@ -18,6 +18,7 @@
 #include "ui/mdlGUIFigures.h"
 #include "ui/mdlGUILists.h"
 #include "ui/mdlGUIStatistics.h"
+#include "ui/mdlSysTray.h"
 
 #include <algorithm>
 #include <string>
@@ -197,6 +198,7 @@ bool UpdateStats() {
         const bool over =
             std::exchange(state().SessionOver, std::exchange(state().WasReset, false));
         KeepJournal(over ? KeepWhen::AtOnce : KeepWhen::Due);
+        TellWhatWaits();
     });
 }
 

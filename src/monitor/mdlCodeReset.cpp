@@ -36,16 +36,18 @@ bool fileIsKept() {
     std::string copy;
     if (!keepIniFile(s.FileOfDoubtfulReset, copy)) {
         if (!std::exchange(s.ResetWaitTold, true)) {
-            Tell(std::string("The date of the last reset may be misread. The totals are not reset "
-                             "before a copy of the file can be made.") +
-                 CR + s.FileOfDoubtfulReset);
+            TellSoon(
+                std::string("The date of the last reset may be misread. The totals are not reset "
+                            "before a copy of the file can be made.") +
+                CR + nameWithoutFolder(s.FileOfDoubtfulReset));
         }
         return false;
     }
     if (!copy.empty()) {
-        Tell(std::string("The date of the last reset may be misread: another language writes it "
-                         "differently. Before the reset of the totals the file was copied to ") +
-             CR + nameWithoutFolder(copy));
+        TellSoon(
+            std::string("The date of the last reset may be misread: another language writes it "
+                        "differently. Before the reset of the totals the file was copied to ") +
+            CR + nameWithoutFolder(copy));
     }
     return true;
 }
@@ -53,8 +55,9 @@ bool fileIsKept() {
 /// The backup is the copy then.
 void tellOfDoubt() {
     if (!state().FileOfDoubtfulReset.empty()) {
-        Tell("The date of the last reset may be misread: another language writes it differently. "
-             "The file as it was before the reset of the totals is the backup of today.");
+        TellSoon(
+            "The date of the last reset may be misread: another language writes it differently. "
+            "The file as it was before the reset of the totals is the backup of today.");
     }
 }
 

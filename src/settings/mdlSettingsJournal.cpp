@@ -20,7 +20,7 @@ namespace {
 
 void tellOfFailure() {
     if (!std::exchange(journal().failureTold, true)) {
-        Tell(
+        TellSoon(
             aboutJournal("The journal of the running count cannot be written. What is counted from "
                          "now on is stored when the program ends."));
     }

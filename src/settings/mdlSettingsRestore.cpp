@@ -219,7 +219,7 @@ void RestoreFromJournal() {
 void TellOfJournal() {
     guarded("TellOfJournal", [] {
         if (const std::string text = std::exchange(journal().toTell, {}); !text.empty()) {
-            Tell(text);
+            TellSoon(text);
         }
     });
 }

@@ -1,6 +1,7 @@
 #include "ui/mdlSysTray.h"
 
 #include "forms/Forms.h"
+#include "ports/Clock.h"
 #include "ports/NotificationArea.h"
 #include "ports/Platform.h"
 #include "state/mdlTools.h"
@@ -14,6 +15,8 @@ namespace {
 constexpr std::uint32_t iconIdentifier = 1;
 constexpr std::uint32_t mouseMoveMessage = 512;
 constexpr std::uint32_t balloonVersion = 3;
+/// Milliseconds from one attempt to show a note that waits to the next.
+constexpr std::uint64_t betweenNotes = 5'000;
 
 TrayIcon iconFor(TrayState state) {
     switch (state) {
@@ -57,6 +60,15 @@ NOTIFYICONDATAA currentRecord() {
     const FrmSysTray& tray = forms().frmSysTray;
     return iconRecord(static_cast<TrayState>(tray.iconState),
                       static_cast<TrayState>(tray.tipState));
+}
+
+/// One at a time: the next one would take its place.
+void tellNext() {
+    FrmSysTray& tray = forms().frmSysTray;
+    tray.notesTriedAt = platform().clock.steadyMilliseconds();
+    if (Tell(tray.notesToTell.front())) {
+        tray.notesToTell.erase(tray.notesToTell.begin());
+    }
 }
 
 } // namespace
@@ -116,6 +128,25 @@ bool ShowBalloonTip(const std::string& Text, const std::string& Title, std::uint
 
 bool Tell(const std::string& Text) {
     return ShowBalloonTip(Text, "Velmars Tarvik", informationIcon, balloonMilliseconds);
+}
+
+void TellSoon(const std::string& Text) {
+    guarded("TellSoon", [&] {
+        forms().frmSysTray.notesToTell.push_back(Text);
+        if (forms().frmSysTray.notesToTell.size() == 1) {
+            tellNext();
+        }
+    });
+}
+
+void TellWhatWaits() {
+    guarded("TellWhatWaits", [] {
+        const FrmSysTray& tray = forms().frmSysTray;
+        if (!tray.notesToTell.empty() &&
+            platform().clock.steadyMilliseconds() - tray.notesTriedAt >= betweenNotes) {
+            tellNext();
+        }
+    });
 }
 
 bool RemoveFromSysTray() {

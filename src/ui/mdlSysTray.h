@@ -31,6 +31,13 @@ bool ShowBalloonTip(const std::string& Text, const std::string& Title, std::uint
 /// Shows such a note under the program's name.
 bool Tell(const std::string& Text);
 
+/// The same as soon as the desktop shows notes, which may be later: for what the user must get to
+/// know, and no box may ask about, since nothing is counted behind a box that nobody closes.
+void TellSoon(const std::string& Text);
+/// Shows the next of those that wait, at most every five seconds. Asks the desktop for nothing when
+/// none waits.
+void TellWhatWaits();
+
 /// Removes the icon and unloads the form that owns it.
 bool RemoveFromSysTray();
 

@@ -154,7 +154,7 @@ TEST_F(DoubtfulResetTest, WithoutRoomForTheCopyTheResetWaitsAndThatIsToldOnce) {
     EXPECT_EQ(state().BytesRcvdTotal, Currency(7));
     EXPECT_EQ(notes(), std::vector<std::string>{
                            "The date of the last reset may be misread. The totals are not reset "
-                           "before a copy of the file can be made.\rC:\\Prog\\Tarvik.ini"});
+                           "before a copy of the file can be made.\rTarvik.ini"});
     machine.files.replaceFailure = std::nullopt;
 
     tick();

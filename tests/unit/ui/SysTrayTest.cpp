@@ -17,6 +17,21 @@ protected:
     /// A mouse message of the icon, as the desktop delivers it.
     void iconTells(int message) { frmSysTray().picSysTrayHook.MouseMove.raise(message); }
     void choose(int entry) { frmSysTray().mnuPopUp.choose(entry); }
+
+    /// The desktop shows no notes; monitoring is on.
+    void hideDesktop() {
+        choose(FrmSysTray::monitoring);
+        machine.notificationArea.present = false;
+    }
+    /// It does; what was asked for in vain is forgotten.
+    void showDesktop() {
+        machine.notificationArea.present = true;
+        machine.notificationArea.requests.clear();
+    }
+    void tickAfter(int seconds) {
+        machine.clock.advanceSeconds(seconds);
+        tick();
+    }
 };
 
 TEST_F(SysTrayTest, TheIconsRecordNamesThePictureThatReceivesItsMessages) {
@@ -146,6 +161,41 @@ TEST_F(SysTrayTest, TheLastEntryIsRefusedWhileMonitoring) {
     choose(FrmSysTray::quit);
 
     EXPECT_TRUE(frmMain().loaded());
+}
+
+TEST_F(SysTrayTest, ANoteThatTheDesktopCannotShowYetIsShownWhenItCan) {
+    hideDesktop();
+    TellSoon("what matters");
+    showDesktop();
+
+    tickAfter(5);
+    tickAfter(5);
+
+    EXPECT_EQ(notes(), std::vector<std::string>{"what matters"});
+}
+
+TEST_F(SysTrayTest, ADesktopThatShowsNoNotesIsAskedEveryFiveSeconds) {
+    hideDesktop();
+    TellSoon("what matters");
+
+    for (int second = 1; second <= 10; ++second) {
+        tickAfter(1);
+    }
+
+    EXPECT_EQ(notes().size(), 3U);
+}
+
+TEST_F(SysTrayTest, NotesThatWaitComeOneAfterTheOther) {
+    hideDesktop();
+    TellSoon("first");
+    TellSoon("second");
+    showDesktop();
+
+    tickAfter(5);
+    EXPECT_EQ(notes(), std::vector<std::string>{"first"});
+    tickAfter(5);
+
+    EXPECT_EQ(notes(), (std::vector<std::string>{"first", "second"}));
 }
 
 TEST_F(SysTrayTest, AnErrorOfTheMenuIsReportedUnderItsName) {
