@@ -2,6 +2,7 @@
 #include "support/TemporaryFolder.h"
 #include "windows/services/FileHandle.h"
 #include "windows/services/WindowsFiles.h"
+#include "windows/services/WindowsHeldFile.h"
 
 #include <gtest/gtest.h>
 
@@ -63,6 +64,20 @@ TEST_F(HeldFileTest, WhatCannotBeDeletedIsStillHeld) {
     EXPECT_FALSE(held.file->read(bytes));
     EXPECT_EQ(bytes, "abcd");
     SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+/// The user looks at a window that stands still meanwhile.
+TEST_F(HeldFileTest, ARunWaitsOnceForWhatAnotherProgramHasOpen) {
+    files.replace(path, {"kept"});
+    const FileHandle other(
+        CreateFileA(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    ASSERT_TRUE(other);
+    Patience patience;
+
+    EXPECT_EQ(holdFile(path, patience).outcome, Outcome::Busy);
+
+    EXPECT_FALSE(patience.pause());
+    EXPECT_EQ(holdFile(path, patience).outcome, Outcome::Busy);
 }
 
 } // namespace

@@ -13,6 +13,14 @@
 namespace tarvik {
 namespace {
 
+TEST(ProgramTest, ADriveThatWasPulledOutOpensNoBoxOfTheSystems) {
+    const UINT before = SetErrorMode(0);
+
+    const WindowsProgram program;
+
+    EXPECT_EQ(SetErrorMode(before), UINT{SEM_FAILCRITICALERRORS});
+}
+
 TEST(LibraryTest, AFunctionOfTheSystemIsFound) {
     Library library("kernel32.dll");
 

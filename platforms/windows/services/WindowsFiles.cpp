@@ -195,12 +195,12 @@ FileResult WindowsFiles::Kill(const std::string& path) {
 }
 
 Holding WindowsFiles::hold(const std::string& path) {
-    return holdFile(path);
+    return holdFile(path, patience_);
 }
 
 Holding WindowsFiles::holdOrMake(const std::string& path, std::size_t size,
                                  const std::string& like) {
-    Holding found = holdFile(path);
+    Holding found = holdFile(path, patience_);
     if (found.outcome != Holding::Outcome::Absent) {
         return found;
     }

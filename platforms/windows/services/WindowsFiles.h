@@ -2,6 +2,7 @@
 
 #include "ports/Files.h"
 #include "windows/services/AccessList.h"
+#include "windows/services/WindowsHeldFile.h"
 
 #include <string>
 #include <utility>
@@ -35,6 +36,7 @@ private:
     std::string home_;
     std::string deleted_; ///< the last file deleted; empty for none
     AccessList deletedRights_;
+    Patience patience_; ///< with what is to be held
 };
 
 } // namespace tarvik

@@ -46,12 +46,9 @@ bool isOpenElsewhere(const std::string& path) {
 }
 
 /// A scanner or an indexer lets the file go soon. The last error is that of the last attempt.
-FileHandle openOwnPatiently(const std::string& path) {
-    constexpr int attempts = 20;
-    constexpr DWORD pause = 50;
+FileHandle openOwnPatiently(const std::string& path, Patience& patience) {
     FileHandle file = openOwn(path, OPEN_EXISTING);
-    for (int i = 1; i < attempts && !file && isOpenElsewhere(path); ++i) {
-        Sleep(pause);
+    while (!file && isOpenElsewhere(path) && patience.pause()) {
         file = openOwn(path, OPEN_EXISTING);
     }
     return file;
@@ -99,6 +96,16 @@ std::optional<ErrorNumber> done(BOOL result) {
 
 } // namespace
 
+bool Patience::pause() {
+    constexpr DWORD milliseconds = 50;
+    if (pausesLeft_ == 0) {
+        return false;
+    }
+    --pausesLeft_;
+    Sleep(milliseconds);
+    return true;
+}
+
 std::optional<ErrorNumber> WindowsHeldFile::read(std::string& bytes) {
     bytes.clear();
     LARGE_INTEGER size{};
@@ -134,8 +141,8 @@ std::optional<ErrorNumber> WindowsHeldFile::remove() {
     return result;
 }
 
-Holding holdFile(const std::string& path) {
-    FileHandle file = openOwnPatiently(path);
+Holding holdFile(const std::string& path, Patience& patience) {
+    FileHandle file = openOwnPatiently(path, patience);
     if (!file) {
         switch (GetLastError()) {
         case ERROR_FILE_NOT_FOUND:

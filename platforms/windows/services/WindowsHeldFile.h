@@ -22,9 +22,20 @@ private:
     FileHandle file_;
 };
 
+/// How long a run waits in all for what other programs have open: one second, whatever it asks for.
+/// The user waits with it.
+class Patience {
+public:
+    /// Pauses for a moment; false, at once, when no patience is left.
+    bool pause();
+
+private:
+    int pausesLeft_ = 20;
+};
+
 /// Takes an ordinary file of the user's own that has one name: neither a link nor anything that is
-/// not a file.
-Holding holdFile(const std::string& path);
+/// not a file. Waits for another program that has it open as long as there is patience.
+Holding holdFile(const std::string& path, Patience& patience);
 
 /// Makes one of `size` zeros with the access list of the file `like`, where that is there. Failed,
 /// with nothing left behind, where it cannot be made.

@@ -41,7 +41,8 @@ std::string userDataFolder() {
     if (SHGetFolderPathW(nullptr, CSIDL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, path) != S_OK) {
         return {};
     }
-    return codePagePath(path) + "\\Velmars Tarvik";
+    const std::string folder = codePagePath(path);
+    return folder.empty() ? folder : folder + "\\Velmars Tarvik";
 }
 
 } // namespace
@@ -80,6 +81,9 @@ bool canWriteIn(const std::string& folder) {
 WindowsProgram::WindowsProgram()
     : folder_(folderOfPath(codePagePath(executablePath()))),
       commandLine_(argumentsOf(GetCommandLineA())) {
+    // A drive that was pulled out is a failure of the call that meets it, not a box of the system's
+    // behind which nothing is counted.
+    SetErrorMode(SetErrorMode(SEM_FAILCRITICALERRORS) | SEM_FAILCRITICALERRORS);
     if (folder_.empty() || !canWriteIn(folder_)) {
         folder_ = userDataFolder();
     }
