@@ -258,7 +258,7 @@ monkey_windows() {
     needs "${packages_build[@]}" "${packages_windows[@]}" || return $cannot_run
     scripts/wine32.sh ready || return $cannot_run
     TARVIK_MONKEY_STEPS=${TARVIK_MONKEY_STEPS:-5000} WINDOWS_BIN=build/windows-checked/bin \
-            WINDOWS_TIMEOUT=540 on_windows monkey_win32
+            WINDOWS_TIMEOUT=1200 on_windows monkey_win32
 }
 
 # So many runs of each target, the same ones every time; scripts/fuzz.sh alone searches on.
@@ -330,7 +330,7 @@ on_windows() {
     scripts/wine32.sh ready || return $cannot_run
     folder=$(mktemp -d)
     cp "${WINDOWS_BIN:-build/windows/bin}"/*.exe "$folder"
-    WINE32_DESKTOP=1 WINE32_TIMEOUT=${WINDOWS_TIMEOUT:-300} scripts/wine32.sh run "$folder/$program.exe" --gtest_brief=1 "$@" |
+    WINE32_DESKTOP=1 WINE32_TIMEOUT=${WINDOWS_TIMEOUT:-900} scripts/wine32.sh run "$folder/$program.exe" --gtest_brief=1 "$@" |
         tee "$folder/said"
     status=${PIPESTATUS[0]}
     # Whoever breaks down may still end with 0, when the debugger puts it away.

@@ -266,7 +266,7 @@ public:
     std::string complaints() override { return eyes_.complaints(); }
 
     bool waitUntil(const std::function<bool()>& condition) override {
-        constexpr qint64 deadline = 20'000;
+        constexpr qint64 deadline = 60'000;
         QElapsedTimer passed;
         passed.start();
         while (!condition() && passed.elapsed() < deadline) {

@@ -226,7 +226,7 @@ public:
     std::string boxTrouble() override { return boxes_.trouble(); }
 
     bool waitUntil(const std::function<bool()>& condition) override {
-        constexpr ULONGLONG deadline = 20'000;
+        constexpr ULONGLONG deadline = 60'000;
         const ULONGLONG begin = GetTickCount64();
         while (!condition() && GetTickCount64() - begin < deadline) {
             WaitMessage(); // the watch wakes it

@@ -57,7 +57,7 @@ std::string classOf(HWND window) {
 
 bool spinUntil(const std::function<void()>& handleMessages,
                const std::function<bool()>& condition) {
-    constexpr ULONGLONG fairWhile = 10'000;
+    constexpr ULONGLONG fairWhile = 60'000;
     const ULONGLONG begin = GetTickCount64();
     while (!condition() && GetTickCount64() - begin < fairWhile) {
         MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);

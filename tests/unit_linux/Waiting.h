@@ -11,7 +11,7 @@ namespace tarvik {
 inline bool spinUntil(const std::function<bool()>& condition) {
     QElapsedTimer passed;
     passed.start();
-    while (!condition() && passed.elapsed() < 10'000) {
+    while (!condition() && passed.elapsed() < 60'000) {
         QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
     }
     return condition();

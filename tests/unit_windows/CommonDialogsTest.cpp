@@ -30,7 +30,7 @@ bool leave(int button, std::string* caption = nullptr) {
 /// A fair while from now on.
 class Deadline {
 public:
-    bool over() const { return GetTickCount64() - begin_ > 10'000; }
+    bool over() const { return GetTickCount64() - begin_ > 60'000; }
 
 private:
     ULONGLONG begin_ = GetTickCount64();

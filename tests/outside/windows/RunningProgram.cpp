@@ -10,7 +10,7 @@ namespace tarvik {
 
 namespace {
 
-constexpr ULONGLONG fairWhile = 20'000; // milliseconds
+constexpr ULONGLONG fairWhile = 60'000; // milliseconds
 
 std::string ownFolder() {
     char path[MAX_PATH];
