@@ -21,10 +21,10 @@ bool hasPassed(std::uint64_t since, std::uint64_t now, std::uint64_t interval) {
     return since == 0 || now - since >= interval;
 }
 
-/// Nothing was ever written to it.
-bool isBlank(HeldFile& file) {
+/// Somebody has written to it; one that cannot be read was made just now.
+bool holdsSomething(HeldFile& file) {
     std::string bytes;
-    return !file.read(bytes) && bytes.find_first_not_of('\0') == std::string::npos;
+    return !file.read(bytes) && bytes.find_first_not_of('\0') != std::string::npos;
 }
 
 /// A power cut leaves one place at most that was begun where none is whole: the first entry's. Two
@@ -130,7 +130,7 @@ bool Journal::make(std::uint64_t now, bool atOnce) {
         return false;
     }
     Holding held = platform().files.holdOrMake(path_, fileSize, iniFile_);
-    const bool isOthers = held.file && !isBlank(*held.file);
+    const bool isOthers = held.file && holdsSomething(*held.file);
     if (held.outcome == Outcome::Busy || isOthers) {
         leave();
         return !isOthers;
