@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # Builds the fuzz targets and runs them: fuzz.sh [seconds for each, 180 unless told [target ...]]. They
-# begin with what earlier searches found, tests/fuzz/corpus; what is found stays in build/fuzz/corpus for
-# the next time, and for an input that breaks something the command that shows it again is printed.
-# With FUZZ_RUNS set, instead, so many runs of each target from what is checked in, the same ones every
-# time. "fuzz.sh keep [target ...]" searches nothing: the fewest inputs that reach all that was reached
-# go into tests/fuzz/corpus.
+# begin with the seeds and, where tests/fuzz/corpus is there, with what earlier searches have kept in it;
+# what is found stays in build/fuzz/corpus for the next time, and for an input that breaks something the
+# command that shows it again is printed. With FUZZ_RUNS set, instead, so many runs of each target from
+# what is checked in, the same ones every time. "fuzz.sh keep [target ...]" searches nothing: the fewest
+# inputs that reach all that was reached go into tests/fuzz/corpus, which is made if it is not there.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 # shellcheck source=scripts/packages.sh
@@ -47,7 +47,7 @@ fuzz() {
     fi
 }
 
-# found TARGET: what is checked in of it, as files in build/fuzz/found.
+# found TARGET: what earlier searches have kept of it, as files in build/fuzz/found; none if none did.
 found() {
     rm -rf "build/fuzz/found/$1" && mkdir -p "build/fuzz/found/$1"
     [ ! -e "$corpus/$1.tar.gz" ] || tar -xzf "$corpus/$1.tar.gz" -C "build/fuzz/found/$1"
