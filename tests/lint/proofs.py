@@ -2,6 +2,7 @@
 right, is no rule."""
 
 import pathlib
+import re
 import tempfile
 
 import rules
@@ -16,8 +17,8 @@ def including(name, target):
     return {name: '#include "%s"\n' % path, target: ""}
 
 
-def trap(function, name, call="guarded"):
-    return {"src/ui/mdlA.cpp": "%s\n    %s(%s, [] {});\n}\n" % (function, call, name)}
+def trap(function, name, call="guarded", folder="src/ui"):
+    return {folder + "/mdlA.cpp": "%s\n    %s(%s, [] {});\n}\n" % (function, call, name)}
 
 
 EXCEPTED = {*rules.SHARED_NAMES, *rules.NAMED_BY_CALLERS}
@@ -35,7 +36,97 @@ def body(head, lines):
     return "%s {\n%s}\n" % (head, lines)
 
 
+FOLDERS = ["src/" + one for floor in rules.FLOORS for one in floor]
+# The floors as they are meant, by one folder of each, the lowest first: whoever turns two of them
+# around in the rules is told.
+UPWARDS = ["types", "ports", "state", "forms", "ui", "ledger", "settings", "plan", "monitor", "startup",
+           "wiring"]
+# What platforms may include of src/, as it is meant.
+SEEN = ["src/types", "src/ports", "src/controls", "src/forms"]
+# Examples of the words that stand for several; any other word is its own.
+EXAMPLES = [
+    "Qt", "Qt6", "QString", "Gtk", "GtkWidget", "Windows", "DBus", "dbus_bus_get", "vprintf", "vsnprintf",
+    "the " + "specification", "The " + "specification", "spec" + ".md", "Part " + "1.1", "issue " + "7",
+    "Issue " + "#7", "issue " + "#", "debian" + ".org", "npm" + "js",
+    "pypi" + ".org", "crates" + ".io",
+]
+
+
+def examples_of(word):
+    """What that word of a list stands for: at least one, whatever is added to the list."""
+    plain = [word] if re.fullmatch(r"[\w:/-]+", word) else []
+    return plain or [one for one in EXAMPLES if re.fullmatch(word, one)]
+
+
+def offending_orders():
+    """Each folder of a floor includes each one beside it, and each of the floor above."""
+    for below, above in zip(UPWARDS, UPWARDS[1:]):
+        yield including("src/%s/A.h" % below, "src/%s/B.h" % above)
+    for number, floor in enumerate(rules.FLOORS):
+        for one in floor:
+            for other in [*floor, *(rules.FLOORS[number - 1] if number else [])]:
+                if one != other:
+                    yield including("src/%s/A.h" % one, "src/%s/B.h" % other)
+    for platform in ["common", *rules.PLATFORMS]:
+        others = ["platforms/" + one for one in rules.PLATFORMS if one != platform]
+        for folder in [*others, *(one for one in FOLDERS if one not in SEEN)]:
+            yield including("platforms/%s/A.h" % platform, folder + "/B.h")
+
+
+def innocent_orders():
+    """Each folder includes each one of the floor below, itself, and what platforms may see."""
+    for above, below in zip(rules.FLOORS, [*rules.FLOORS[1:], []]):
+        for one in above:
+            for other in [one, *below]:
+                yield including("src/%s/A.h" % one, "src/%s/B.h" % other)
+    for platform in ["common", *rules.PLATFORMS]:
+        for folder in ["platforms/common", *SEEN]:
+            yield including("platforms/%s/A.h" % platform, folder + "/B.h")
+
+
+def offending_words():
+    for check, words, name in ((rules.check_names, rules.SYSTEM_NAMES, "src/types/A.h"),
+                               (rules.check_names, rules.BANNED_WORDS, "src/types/A.h"),
+                               (rules.check_words, rules.FOREIGN_WORDS, "README.md")):
+        for word in words:
+            for example in examples_of(word):
+                yield check, {name: "a %s b;\n" % example}
+
+
+def table_with(block):
+    """A function that returns a list of nothing but a lambda with a long block in it."""
+    return {"src/ui/A.cpp": body("T f()", "    return {[] {\n%s {\n%s}\n}};\n" % (block, LONG))}
+
+
+def long_blocks():
+    heads = {"else": "else if (a)", "for": "for (int a : b)"}
+    words = {"if", "else", "for", "while", "switch", "catch", *rules.BLOCKS}
+    return [table_with(heads.get(word, word + " (a)")) for word in sorted(words)]
+
+
+RETURNED = "    return {\n" + "{1},\n" * (rules.LONGEST_FUNCTION + 1) + "};\n"
+WIDE = "a " * (rules.WIDEST // 2) + "a"
+
 OFFENDERS = [
+    *((rules.check_order, files) for files in offending_orders()),
+    *offending_words(),
+    *((rules.check_names, {folder + "/A.h": "HWND window;\n"}) for folder in FOLDERS),
+    *((rules.check_trap_names, trap("void A() {", '"B"', folder=folder)) for folder in FOLDERS),
+    (rules.check_names, {"src/types/A.h": "/* a\n// */ long b;\n"}),
+    (rules.check_names, {"src/types/A.h": 'auto a = R"(")"; long b; // "\n'}),
+    (rules.check_once, {"src/types/A.h": "\n#pragma once\n"}),
+    (rules.check_once, {"src/types/A.h": "// A list.\n#pragma once\n"}),
+    *((rules.check_function_length, {"src/ui/A.h": body("int f() " + word, LONG)})
+      for word in ("override", "noexcept", "const noexcept override")),
+    (rules.check_function_length, {"src/ui/A.cpp": body("auto f() -> std::vector<int>", LONG)}),
+    (rules.check_function_length, {"src/ui/A.cpp": body("int a = [](int b) mutable", LONG)}),
+    (rules.check_function_length, {"src/ui/A.cpp": body("T f()", RETURNED + RETURNED)}),
+    (rules.check_function_length, {"src/ui/A.cpp": body("T f()", RETURNED + "    a({\n" + LONG + "});\n")}),
+    (rules.check_function_length, table_with("g(a)")),
+    (rules.check_columns, {"README.md": WIDE + "\n"}),
+    (rules.check_columns, {"README.md": "- " + WIDE[2:] + "\n"}),
+    (rules.check_columns, {"README.md": "[a](b) %s\n" % ("a" * rules.WIDEST)}),
+    (rules.check_columns, {"README.md": "```\na\n```\n" + WIDE + "\n"}),
     (rules.check_order, including("src/types/A.h", "src/ports/B.h")),
     (rules.check_order, including("src/ports/A.h", "src/state/mdlVar.h")),
     (rules.check_order, including("src/state/mdlTools.h", "src/forms/Forms.h")),
@@ -115,6 +206,14 @@ OFFENDERS = [
 ]
 
 INNOCENTS = [
+    *((rules.check_order, files) for files in innocent_orders()),
+    *((rules.check_function_length, files) for files in long_blocks()),
+    (rules.check_names, {"src/types/A.h": "/* a long\nlong line */\nint a;\n"}),
+    (rules.check_names, {"src/types/A.h": 'auto a = R"(a "long" line)";\n'}),
+    (rules.check_columns, {"README.md": WIDE[1:] + "\n"}),
+    (rules.check_columns, {"README.md": "| " + WIDE + " |\n# " + WIDE + "\n"}),
+    (rules.check_columns, {"README.md": "```\n" + WIDE + "\n```\n"}),
+    (rules.check_columns, {"README.md": "- [%s](b)\n![%s](c d)\n`%s`\n" % (WIDE, WIDE, WIDE)}),
     (rules.check_text_tables, {"src/types/A.h": "std::unordered_set<std::string, TextHash> a;\n"}),
     (rules.check_text_tables, {"src/types/A.h": "std::unordered_map<int, std::string> a;\n"}),
     (rules.check_order, including("src/ui/mdlGUI.cpp", "src/forms/Forms.h")),
@@ -188,6 +287,14 @@ def failed_proofs():
         for problem in check(files):
             yield "%s is wrong: %s" % (check.__name__, problem)
     proven = {check for check, _ in OFFENDERS}
+    words = [*rules.SYSTEM_NAMES, *rules.BANNED_WORDS, *rules.FOREIGN_WORDS]
+    for word in words:
+        if not examples_of(word):
+            yield "%s: no example of it in tests/lint/proofs.py" % word
+    for example in set(EXAMPLES).difference(*map(examples_of, words)):
+        yield "%s: the example of no word in tests/lint/rules.py" % example
+    if {"src/" + one for one in UPWARDS} - set(FOLDERS) or len(UPWARDS) != len(rules.FLOORS):
+        yield "UPWARDS: not one folder of each floor"
     for name, rule in vars(rules).items():
         if name.startswith("check_") and rule not in proven:
             yield name + " was never seen to fail"

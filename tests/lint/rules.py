@@ -4,6 +4,7 @@ import re
 
 LONGEST = 500
 LONGEST_FUNCTION = 60
+WIDEST = 112
 
 # The folders of src/, from the top floor to the lowest: a file may include files of its own folder
 # and of the floors below it, never of a folder beside its own.
@@ -35,24 +36,25 @@ STANDARD_HEADERS = set(
     .split()
 )
 
-# "Windows Sockets" is the name of an interface that users read in messages.
-SYSTEM_NAMES = re.compile(
-    r"\b(Qt[0-9]?|Q[A-Z][a-z]\w+|GTK|Gtk\w*|KDE|GNOME|Win32|WinAPI|Windows(?! [Ss]ockets\b)|Linux|Unix|POSIX|X11"
-    r"|Wayland|D-Bus|[Dd][Bb]us\w*|HWND|HINSTANCE|DWORD|LPSTR)\b"
-)
-BANNED_WORDS = re.compile(
-    r"\b(long|f?printf|s?n?printf|v\w*printf|strftime|setlocale|getenv|cout|cerr|cin)\b"
-    r"|\bsystem_clock\b|\bstd::(time|localtime|gmtime)\b"
-)
+# What src/ names nowhere, not even in comments. "Windows Sockets" is the name of an interface that
+# users read in messages.
+SYSTEM_NAMES = [
+    r"Qt[0-9]?", r"Q[A-Z][a-z]\w+", "GTK", r"Gtk\w*", "KDE", "GNOME", "Win32", "WinAPI",
+    r"Windows(?! [Ss]ockets\b)", "Linux", "Unix", "POSIX", "X11", "Wayland", "D-Bus", r"[Dd][Bb]us\w*",
+    "HWND", "HINSTANCE", "DWORD", "LPSTR",
+]
+# What its code does not use.
+BANNED_WORDS = [
+    "long", "printf", "fprintf", "sprintf", "snprintf", r"v\w*printf", "strftime", "setlocale", "getenv",
+    "cout", "cerr", "cin", "system_clock", "std::time", "std::localtime", "std::gmtime",
+]
 
 # Written in pieces, so that this file does not hold what it looks for.
-FOREIGN_WORDS = re.compile(
-    "|".join([
-        r"\b[Tt]he " + r"specification\b", r"\bspec" + r"\.md\b", r"\bPart " + r"[0-9]+\.[0-9]",
-        r"\b[Ii]ssue " + r"#?[0-9]", r"\b[Ii]ssue " + "#", "/wo" + "rk/", "/ho" + "me/",
-        "debian" + r"\.org", "npm" + r"js\b", "pypi" + r"\.org", "crates" + r"\.io",
-    ])
-)
+FOREIGN_WORDS = [
+    r"\b[Tt]he " + r"specification\b", r"\bspec" + r"\.md\b", r"\bPart " + r"[0-9]+\.[0-9]",
+    r"\b[Ii]ssue " + r"#?[0-9]", r"\b[Ii]ssue " + "#", "/wo" + "rk/", "/ho" + "me/",
+    "debian" + r"\.org", "npm" + r"js\b", "pypi" + r"\.org", "crates" + r"\.io",
+]
 
 # Procedures that report errors under another name than their own, on purpose.
 SHARED_NAMES = {
@@ -190,11 +192,16 @@ def check_circles(files):
             return
 
 
+def words_in(text, words):
+    """Where one of the words stands alone."""
+    return re.finditer(r"\b(?:%s)\b" % "|".join(words), text)
+
+
 def check_names(files):
     for name, text in files.items():
         if name.startswith("src/"):
-            found = [*SYSTEM_NAMES.finditer(text), *BANNED_WORDS.finditer(without_comments(text))]
-            for word in found:
+            for word in [*words_in(text, SYSTEM_NAMES),
+                         *words_in(without_comments(text), BANNED_WORDS)]:
                 yield "%s: names %s" % (name, word.group(0))
 
 
@@ -210,7 +217,7 @@ def check_standard_headers(files):
 
 def check_words(files):
     for name, text in files.items():
-        for found in FOREIGN_WORDS.finditer(text):
+        for found in re.finditer("|".join(FOREIGN_WORDS), text):
             yield "%s:%d: says %s" % (name, text.count("\n", 0, found.start()) + 1, found.group(0))
 
 
@@ -220,9 +227,26 @@ def check_length(files):
             yield "%s: %d lines" % (name, text.count("\n"))
 
 
+# What Markdown cannot break, and a line that is one: a table's, a heading.
+UNBREAKABLE = re.compile(r"`[^`]*`|!?\[[^]]*\]\([^)]*\)")
+ONE_LINE = re.compile(r"[|#]")
+
+
+def check_columns(files):
+    """Lines of texts that could be broken are, but for what is quoted between fences."""
+    for name, text in files.items():
+        fenced = False
+        for number, line in enumerate(text.splitlines(), 1):
+            fenced ^= line.startswith("```")
+            words = UNBREAKABLE.sub("x", re.sub(r"^\s*([-*]|[0-9]+\.) ", "", line)).split()
+            if len(line) > WIDEST and len(words) > 1 and not fenced and not ONE_LINE.match(line):
+                yield "%s:%d: %d columns" % (name, number, len(line))
+
+
 # What stands before the brace of a function or of a lambda with parameters, and of what it holds.
 FUNCTION_HEAD = re.compile(r"\)\s*(?:(?:const|override|noexcept|mutable)\s*)*(?:->\s*[^{};]+)?$")
-BLOCK_HEAD = re.compile(r"\s*(?:if|else|for|while|switch|catch)\b")
+BLOCKS = ["if", "else", "for", "while", "switch", "catch"]
+BLOCK_HEAD = re.compile(r"\s*(?:%s)\b" % "|".join(BLOCKS))
 
 
 def braced(code):
