@@ -86,9 +86,11 @@ struct JournalPlace {
 
     Kind kind = Kind::Empty;
     std::uint64_t number = 0; ///< of a whole one: the higher, the newer
-    JournalEntry entry;
+    JournalEntry entry;       ///< that of a whole one
 };
 
+/// What the bytes of a place say: any bytes, as many as a place has or, at the end of a file that
+/// was cut off, fewer.
 JournalPlace readPlace(std::string_view bytes);
 
 } // namespace tarvik

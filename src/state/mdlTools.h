@@ -21,8 +21,9 @@ void ReportError(const char* FunctionName, ErrorNumber Number, const char* Descr
 /// Reports the error being handled, whatever was thrown.
 void ReportCurrentError(const char* FunctionName);
 
-/// The error trap of every procedure: an error raised in `body` is reported under the procedure's
-/// name and ends the procedure; the caller goes on. What `body` did before stays done.
+/// The error trap around what a procedure does that an event, a tick, the start or the end calls:
+/// an error raised in `body` ends it there and is reported under the procedure's name; whoever
+/// called the procedure goes on. What `body` did before stays done.
 template <class Body>
 void guarded(const char* FunctionName, Body&& body) {
     try {

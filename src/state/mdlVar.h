@@ -21,9 +21,6 @@ enum class TransferUnit : std::uint8_t { Bytes = 0, KiloBytes = 1, MegaBytes = 2
 /// The named ones.
 inline constexpr int transferUnitCount = 4;
 
-/// Unit of a duration on the history chart's axis.
-enum class DurationUnit : std::uint8_t { MilliSeconds = 0, Seconds = 1, Minutes = 2, Hours = 3 };
-
 /// When the totals are reset: the middle or the end of a period.
 enum class enDateCalc : std::uint8_t {
     MiddleOfDay = 0,

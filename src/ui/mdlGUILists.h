@@ -15,13 +15,17 @@ bool PreInitGUI();
 /// if it is still there.
 void RefreshEntries();
 
+/// Fills the lists of the options, units and when the totals are reset, and selects the first of
+/// each.
 void PreInitOptions();
 
+/// The same for the history: kinds of chart and of data, units, and what is shown.
 void PreInitHistory();
 
-/// Fill a list with the four units and select the first.
+/// Replaces what a list holds by the four units of bytes and selects the first.
 void FillTransferUnitComboBox(ComboBox& Combo);
 
+/// The same with the four units of a duration.
 void FillDurationUnitComboBox(ComboBox& Combo);
 
 /// The last position of the text in the list, without regard to case and blanks around it; -1 when

@@ -33,6 +33,7 @@ void cmdSortByIP_Click();
 void cmdSortByTime_Click();
 void lvwCompleteLog_DblClick();
 
+/// Lets the window's controls do the above; once, before the window is loaded.
 void connectHistoryEvents();
 
 } // namespace tarvik

@@ -27,6 +27,7 @@ void Form_Unload();
 /// What has changed is kept now: the machine may not come back.
 void Form_Pause();
 
+/// Lets the window and its controls do the above; once, before the window is loaded.
 void connectMainEvents();
 
 } // namespace tarvik

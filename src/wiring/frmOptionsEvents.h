@@ -22,6 +22,8 @@ void cmdOK_Click();
 /// Hides the dialog, as its close box does; what was edited is overwritten when it is opened again.
 void frmOptions_cmdCancel_Click();
 
+/// Lets the dialog's controls do the above, and each numeric field what `connectNumericField` says;
+/// once, before the dialog is loaded.
 void connectOptionsEvents();
 
 } // namespace tarvik

@@ -10,6 +10,7 @@ void chkInternetState_Click();
 /// Hides the window; its close box does the same.
 void frmStatistics_cmdCancel_Click();
 
+/// Lets the window's controls do the above; once, before the window is loaded.
 void connectStatisticsEvents();
 
 } // namespace tarvik

@@ -11,6 +11,7 @@ void picSysTrayHook_MouseMove(int X);
 /// Runs an entry of the menu; a separator does nothing.
 void mnuPopUpEntry_Click(int Index);
 
+/// Lets the icon and its menu do the above; once, before the form is loaded.
 void connectSysTrayEvents();
 
 } // namespace tarvik

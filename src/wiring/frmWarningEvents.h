@@ -14,6 +14,7 @@ void frmWarning_cmdCancel_Click();
 /// The close box and Escape hide the window until the next tick finds the limit exceeded.
 void frmWarning_Close();
 
+/// Lets the window and its controls do the above; once, before the window is loaded.
 void connectWarningEvents();
 
 } // namespace tarvik
