@@ -69,10 +69,7 @@ TEST_F(JournalRestartTest, SettingsThatWereWrittenIntoTheFileAfterAnEndInOrderHo
 TEST_F(JournalRestartTest, AfterAResetTheNextRecordMakesTheJournalNeedless) {
     resetAndQuit();
     newWorld();
-    start("/r");
-    ridge = machine.connections.connect("Ridge");
-    tick();
-    tickAfter(10, 40);
+    startAndCount(40);
     endSession();
 
     EXPECT_FALSE(journalIsThere());
@@ -118,10 +115,7 @@ TEST_F(JournalRestartTest, ACopyBesideTheOneThatHasTheJournalSpoilsNothing) {
     machine.instances.error = alreadyExists;
     machine.connections.disconnect(ridge);
     expectInstanceQuestion();
-    start("/r");
-    ridge = machine.connections.connect("Ridge");
-    tick();
-    tickAfter(10, 3);
+    startAndCount(3);
 
     EXPECT_EQ(machine.files.file(path), before);
     EXPECT_EQ(received(), 3);

@@ -39,21 +39,22 @@ protected:
                                          static_cast<std::uint32_t>(seconds) * 1000);
         }
     }
-    /// The program has counted that many bytes of a session that was there from its first moment.
-    void count(std::uint32_t bytes) {
-        setIni("[Settings]\r\nIsLocked=0\r\n");
+    /// The program is started and counts that many bytes of a session that it sees begin.
+    void startAndCount(std::uint32_t bytes) {
         start("/r");
         ridge = machine.connections.connect("Ridge");
         tick();
         tickAfter(10, bytes);
     }
+    /// The program has counted that many bytes of a session that was there from its first moment.
+    void count(std::uint32_t bytes) {
+        setIni("[Settings]\r\nIsLocked=0\r\n");
+        startAndCount(bytes);
+    }
     /// The same of a first run, which makes no INI file.
     void countInFirstRun(std::uint32_t bytes) {
         expectFirstRunBoxes();
-        start("/r");
-        ridge = machine.connections.connect("Ridge");
-        tick();
-        tickAfter(10, bytes);
+        startAndCount(bytes);
     }
     /// 5,000 bytes of one line and 830 of another are counted, each from its first moment.
     void countTwoLines(const std::string& settings = {}) {

@@ -95,10 +95,7 @@ TEST_P(ClosedJournalTest, IsLeftAloneAndTold) {
     (machine.files.*GetParam().close)(path);
 
     expectInstanceQuestion();
-    start("/r");
-    ridge = machine.connections.connect("Ridge");
-    tick();
-    tickAfter(10, 3);
+    startAndCount(3);
 
     EXPECT_EQ(machine.files.file(path), before);
     ASSERT_EQ(notes().size(), 1U);
@@ -216,10 +213,7 @@ TEST_F(JournalTroubleTest, TheNoteAboutAFailureFindsRoomForTheName) {
     machine.files.holdFailure = ErrorNumber::DiskFull;
     setIni("[Settings]\r\n");
     machine.files.setFile(machine.program.folderPath + "\\Tarvik.ini", "[Settings]\r\n");
-    start("/r");
-    ridge = machine.connections.connect("Ridge");
-    tick();
-    tickAfter(10, 5);
+    startAndCount(5);
 
     ASSERT_EQ(notes().size(), 1U);
     EXPECT_THAT(notes()[0], testing::EndsWith("\rTarvik.journal"));
