@@ -45,7 +45,7 @@ std::vector<LedgerEntry> tenYears() {
 void tellPlans(const Ledger& ledger) {
     constexpr int plans = 9;
     const Zone zone = [](Moment) { return 60min; };
-    const History history(ledger.book());
+    const History history(ledger.contents());
     for (int number = 1; number <= plans; ++number) {
         Plan plan{.number = number, .rollOver = RollOver::All};
         plan.allowance = DataSize{.thousandths = 500'000, .unit = SizeUnit::GB};
@@ -62,13 +62,13 @@ void measure(const std::string& folder) {
     const PlatformScope scope(platform);
     const std::string path = folder + "/Tarvik.ledger";
     Ledger ledger;
-    LedgerBook book;
-    book.head = {.version = ledgerVersion, .begun = today - 3653 * 24h, .ahead = 60min};
-    book.entries = folded(tenYears(), todaysDay, std::chrono::months(13));
-    writeAndFlush(path, textOf(book));
+    LedgerContents contents;
+    contents.head = {.version = ledgerVersion, .begun = today - 3653 * 24h, .ahead = 60min};
+    contents.entries = folded(tenYears(), todaysDay, std::chrono::months(13));
+    writeAndFlush(path, textOf(contents));
     const double reading = millisecondsOf([&] { ledger.take(path); });
-    std::printf("ten years, three lines: %zu entries, %zu bytes\n", ledger.book().entries.size(),
-                ledger.size());
+    std::printf("ten years, three lines: %zu entries, %zu bytes\n",
+                ledger.contents().entries.size(), ledger.size());
     std::printf("to read it: %.1f ms\n", reading);
     std::printf("to find that it is folded: %.1f ms\n",
                 millisecondsOf([&] { ledger.fold(todaysDay); }));

@@ -32,8 +32,8 @@ Ledger::Finding findingOf(LedgerReading::Kind kind) {
     switch (kind) {
     case LedgerReading::Kind::Nothing:
         return Ledger::Finding::Nothing;
-    case LedgerReading::Kind::Book:
-        return Ledger::Finding::Book;
+    case LedgerReading::Kind::Ledger:
+        return Ledger::Finding::Taken;
     case LedgerReading::Kind::OtherVersion:
         return Ledger::Finding::OtherVersion;
     default:
@@ -58,12 +58,12 @@ Ledger::Finding Ledger::look(const std::string& path, Holding held) {
     }
     LedgerReading reading = readLedger(bytes);
     const Finding finding = findingOf(reading.kind);
-    if (finding == Finding::Book || finding == Finding::Nothing) {
+    if (finding == Finding::Taken || finding == Finding::Nothing) {
         path_ = path;
         file_ = std::move(held.file);
-        book_ = std::move(reading.book);
+        contents_ = std::move(reading.contents);
         damaged_ = std::move(reading.damaged);
-        end_ = finding == Finding::Book ? bytes.size() : 0;
+        end_ = finding == Finding::Taken ? bytes.size() : 0;
         isBrokenOff_ = end_ > 0 && bytes.back() != '\n';
     }
     return finding;
@@ -83,15 +83,15 @@ Ledger::Finding Ledger::begin(const std::string& path, const std::string& iniFil
     if (finding != Finding::Nothing) {
         return finding;
     }
-    book_.head = {.version = ledgerVersion,
-                  .begun = std::clamp(now, firstMoment, lastMoment),
-                  .ahead = ahead};
-    if (append(textOf(book_.head))) {
+    contents_.head = {.version = ledgerVersion,
+                      .begun = std::clamp(now, firstMoment, lastMoment),
+                      .ahead = ahead};
+    if (append(textOf(contents_.head))) {
         file_->remove();
         release();
         return Finding::Unread;
     }
-    return Finding::Book;
+    return Finding::Taken;
 }
 
 FileResult Ledger::append(const std::string& text) {
@@ -120,7 +120,7 @@ FileResult Ledger::add(const std::vector<LedgerEntry>& entries) {
     }
     const FileResult failure = text.empty() ? std::nullopt : append(text);
     if (!failure) {
-        enter(book_, entries);
+        enter(contents_, entries);
     }
     return failure;
 }
@@ -130,7 +130,7 @@ FileResult Ledger::add(const LedgerNote& said) {
     note.at = std::clamp(note.at, firstMoment, lastMoment);
     const FileResult failure = append(textOf(note));
     if (!failure) {
-        book_.notes.push_back(note);
+        contents_.notes.push_back(note);
     }
     return failure;
 }
@@ -168,7 +168,7 @@ FileResult Ledger::mend(const std::string& aside) {
         return ErrorNumber::FileAlreadyExists;
     }
     FileResult failure = there == damaged_ ? std::nullopt : files.replace(aside, {damaged_});
-    failure = failure ? failure : replaceBy(textOf(book_));
+    failure = failure ? failure : replaceBy(textOf(contents_));
     if (!failure) {
         damaged_.clear();
     }
@@ -179,21 +179,21 @@ FileResult Ledger::fold(LocalDay today) {
     if (!file_ || !damaged_.empty()) {
         return std::nullopt; // what is damaged is put aside first
     }
-    LedgerBook book = book_;
+    LedgerContents contents = contents_;
     std::string text;
     for (const int months : {13, 6, 3, 1}) {
-        book.entries = folded(std::move(book.entries), today, std::chrono::months(months));
-        if (book.entries == book_.entries && end_ <= longestFolded) {
+        contents.entries = folded(std::move(contents.entries), today, std::chrono::months(months));
+        if (contents.entries == contents_.entries && end_ <= longestFolded) {
             return std::nullopt;
         }
-        text = textOf(book);
+        text = textOf(contents);
         if (text.size() <= longestFolded) {
             break;
         }
     }
     const FileResult failure = replaceBy(text);
     if (!failure) {
-        book_ = std::move(book);
+        contents_ = std::move(contents);
     }
     return failure;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ledger/LedgerBook.h"
+#include "ledger/LedgerContents.h"
 #include "ports/Files.h"
 #include "ports/HeldFile.h"
 #include "types/Current.h"
@@ -20,7 +20,7 @@ public:
     /// What is found where it would be.
     enum class Finding : std::uint8_t {
         Nothing,      ///< none: it was never begun
-        Book,         ///< taken; some of it may be `damaged`
+        Taken,        ///< this program has it; some of it may be `damaged`
         Busy,         ///< another copy of the program has it
         OtherVersion, ///< written by a program that this one does not understand
         Refused,      ///< something that is no ledger of the user's has its name
@@ -29,14 +29,14 @@ public:
 
     /// Looks for the file and takes it.
     Finding take(const std::string& path);
-    /// Makes it, as open as the INI file, unless there is one. `Book` if it is this program's now,
+    /// Makes it, as open as the INI file, unless there is one. `Taken` if it is this program's now,
     /// `Unread` where it cannot be made.
     Finding begin(const std::string& path, const std::string& iniFile, Moment now,
                   std::chrono::minutes ahead);
 
     /// The file is there and this program's.
     bool inUse() const { return file_ != nullptr; }
-    const LedgerBook& book() const { return book_; }
+    const LedgerContents& contents() const { return contents_; }
     /// Bytes of the file.
     std::size_t size() const { return end_; }
     /// What in the file is no line of a ledger.
@@ -63,7 +63,7 @@ private:
 
     std::string path_;
     std::unique_ptr<HeldFile> file_;
-    LedgerBook book_;
+    LedgerContents contents_;
     std::string damaged_;
     std::size_t end_ = 0;      ///< of what is written for certain
     bool isBrokenOff_ = false; ///< its last line has no end

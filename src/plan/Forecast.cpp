@@ -57,7 +57,7 @@ public:
 
     /// The ledger has the last four weeks.
     bool knowsWeeks() const {
-        return history_.book().head.begun <= beginOf(today_ - days(daysInWeek * weeksKnown));
+        return history_.contents().head.begun <= beginOf(today_ - days(daysInWeek * weeksKnown));
     }
 
     /// What the rest of the period carries if its days are as those of that week, the last one
@@ -183,7 +183,7 @@ std::optional<Forecast> forecastOf(const Plan& plan, const History& history,
                                    const Capacity& capacity) {
     constexpr std::uint32_t leastKnown = 6 * 3600;
     const Period& period = standing.period;
-    const Moment since = std::max(period.begin, history.book().head.begun);
+    const Moment since = std::max(period.begin, history.contents().head.begun);
     const std::uint32_t elapsed = secondsFrom(since, now);
     if (elapsed < leastKnown || period.end == Period::endless) {
         return std::nullopt;

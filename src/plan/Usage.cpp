@@ -18,9 +18,9 @@ bool isOfPlan(const Plan& plan, const LedgerNote& note) {
     return note.plan == plan.number && note.at >= plan.made;
 }
 
-bool isTakenBack(const LedgerBook& book, const LedgerNote& note) {
+bool isTakenBack(const LedgerContents& contents, const LedgerNote& note) {
     const bool extension = std::holds_alternative<Extension>(note.what);
-    return std::any_of(book.notes.begin(), book.notes.end(), [&](const LedgerNote& one) {
+    return std::any_of(contents.notes.begin(), contents.notes.end(), [&](const LedgerNote& one) {
         const auto* const back = std::get_if<TakenBack>(&one.what);
         return back != nullptr && one.plan == note.plan && back->extension == extension &&
                back->at == note.at;
@@ -28,14 +28,14 @@ bool isTakenBack(const LedgerBook& book, const LedgerNote& note) {
 }
 
 /// What the provider said last of the period before that moment, if that holds.
-const ProvidersFigure* lastFigure(const Plan& plan, const LedgerBook& book, Measure measure,
+const ProvidersFigure* lastFigure(const Plan& plan, const LedgerContents& contents, Measure measure,
                                   const Period& period, Moment before) {
     const LedgerNote* last = nullptr;
-    for (const LedgerNote& one : book.notes) {
+    for (const LedgerNote& one : contents.notes) {
         const auto* const figure = std::get_if<ProvidersFigure>(&one.what);
         if (figure != nullptr && figure->measure == measure && isOfPlan(plan, one) &&
             period.has(one.at) && one.at < before && (last == nullptr || one.at >= last->at) &&
-            !isTakenBack(book, one)) {
+            !isTakenBack(contents, one)) {
             last = &one;
         }
     }
@@ -56,12 +56,13 @@ bool isOver(const Extension& extension, const LedgerNote& note, Moment now) {
     return extension.today && now >= momentOf(day + std::chrono::days(1), note.ahead);
 }
 
-Quantity extendedBy(const Plan& plan, const LedgerBook& book, const Period& period, Moment now) {
+Quantity extendedBy(const Plan& plan, const LedgerContents& contents, const Period& period,
+                    Moment now) {
     Quantity sum;
-    for (const LedgerNote& one : book.notes) {
+    for (const LedgerNote& one : contents.notes) {
         const auto* const extension = std::get_if<Extension>(&one.what);
         if (extension != nullptr && isOfPlan(plan, one) && period.has(one.at) &&
-            !isOver(*extension, one, now) && !isTakenBack(book, one)) {
+            !isOver(*extension, one, now) && !isTakenBack(contents, one)) {
             sum = sum + Quantity{extension->bytes, extension->milliseconds};
         }
     }
@@ -82,7 +83,7 @@ Quantity rolledOverTo(const Plan& plan, const History& history, const Period& pe
     }
     const auto before = periodOf(plan.period, period.number - 1, zone);
     // Of what nobody has counted, nobody knows what was left.
-    if (!before || history.book().head.begun >= before->end) {
+    if (!before || history.contents().head.begun >= before->end) {
         return {};
     }
     const Quantity unused = allowanceOf(plan) - usedOf(plan, history, *before, before->end);
@@ -97,7 +98,7 @@ Quantity lesser(const Quantity& a, const Quantity& b) {
 
 Traffic History::carried(const Plan& plan, Moment from, Moment to) const {
     Traffic sum;
-    for (const LedgerEntry& one : entriesBetween(book_, from, to)) {
+    for (const LedgerEntry& one : entriesBetween(contents_, from, to)) {
         sum = isOfPlan(plan, one) ? sum + one.traffic : sum;
     }
     for (const LedgerEntry& one : unwritten_) {
@@ -132,7 +133,7 @@ Quantity usedOf(const Plan& plan, const History& history, const Period& period, 
     const Quantity counted =
         countedOf(plan, history.carried(plan, period.begin, std::min(before, period.end)));
     const auto corrected = [&](Measure measure) {
-        return correctedBy(lastFigure(plan, history.book(), measure, period, before),
+        return correctedBy(lastFigure(plan, history.contents(), measure, period, before),
                            counted.of(measure));
     };
     return {corrected(Measure::Bytes), corrected(Measure::Time)};
@@ -148,7 +149,7 @@ std::optional<Standing> standingOf(const Plan& plan, const History& history, Mom
                     .used = usedOf(plan, history, *period, period->end),
                     .allowance = allowanceOf(plan),
                     .rolledOver = rolledOverTo(plan, history, *period, zone),
-                    .extended = extendedBy(plan, history.book(), *period, now)};
+                    .extended = extendedBy(plan, history.contents(), *period, now)};
 }
 
 } // namespace tarvik

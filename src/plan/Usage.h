@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ledger/LedgerBook.h"
+#include "ledger/LedgerContents.h"
 #include "plan/Period.h"
 #include "plan/Plan.h"
 #include "types/Traffic.h"
@@ -37,15 +37,15 @@ Quantity lesser(const Quantity& a, const Quantity& b);
 /// What the lines have carried: what a ledger says, and what is not in it yet. Both outlive it.
 class History {
 public:
-    explicit History(const LedgerBook& book, std::span<const LedgerEntry> unwritten = {})
-        : book_(book), unwritten_(unwritten) {}
+    explicit History(const LedgerContents& contents, std::span<const LedgerEntry> unwritten = {})
+        : contents_(contents), unwritten_(unwritten) {}
 
-    const LedgerBook& book() const { return book_; }
+    const LedgerContents& contents() const { return contents_; }
     /// What the plan's lines have carried from the one moment up to, but not at, the other.
     Traffic carried(const Plan& plan, Moment from, Moment to) const;
 
 private:
-    const LedgerBook& book_;
+    const LedgerContents& contents_;
     std::span<const LedgerEntry> unwritten_;
 };
 

@@ -42,9 +42,9 @@ std::string withSumsRight(const std::string& bytes) {
 /// What each line has carried inside another or not.
 using Sums = std::map<std::pair<std::string, bool>, Traffic>;
 
-Sums sumsOf(const LedgerBook& book) {
+Sums sumsOf(const LedgerContents& contents) {
     Sums sums;
-    for (const LedgerEntry& one : book.entries) {
+    for (const LedgerEntry& one : contents.entries) {
         Traffic& sum = sums[{one.line, one.inside}];
         sum = sum + one.traffic;
     }
@@ -54,25 +54,26 @@ Sums sumsOf(const LedgerBook& book) {
 /// What stands in the file is what the ledger says, and every line of it is as it would be written.
 void requireSame(const ScriptedPlatform& machine, const Ledger& ledger) {
     const LedgerReading reading = readLedger(machine.files.file(path));
-    require(reading.kind == LedgerReading::Kind::Book, "what was written is a ledger");
-    require(reading.book.entries == ledger.book().entries, "the entries are those of the file");
-    require(reading.book.notes == ledger.book().notes, "the notes are those of the file");
-    require(reading.book.head == ledger.book().head, "the first line is that of the file");
+    require(reading.kind == LedgerReading::Kind::Ledger, "what was written is a ledger");
+    require(reading.contents.entries == ledger.contents().entries,
+            "the entries are those of the file");
+    require(reading.contents.notes == ledger.contents().notes, "the notes are those of the file");
+    require(reading.contents.head == ledger.contents().head, "the first line is that of the file");
 }
 
 void work(ScriptedPlatform& machine, Ledger& ledger) {
-    const Sums before = sumsOf(ledger.book());
-    const std::size_t notes = ledger.book().notes.size();
+    const Sums before = sumsOf(ledger.contents());
+    const std::size_t notes = ledger.contents().notes.size();
     require(!ledger.mend(aside) && ledger.damaged().empty(), "what is damaged is put aside");
     require(readLedger(machine.files.file(path)).damaged.empty(), "nothing damaged is left");
     requireSame(machine, ledger);
     require(!ledger.fold(today), "a ledger is folded");
-    require(sumsOf(ledger.book()) == before, "no figure is lost in folding");
-    const auto once = ledger.book().entries;
-    require(!ledger.fold(today) && ledger.book().entries == once, "what is folded stays so");
+    require(sumsOf(ledger.contents()) == before, "no figure is lost in folding");
+    const auto once = ledger.contents().entries;
+    require(!ledger.fold(today) && ledger.contents().entries == once, "what is folded stays so");
     require(!ledger.add({{.at = firstMoment, .line = "Line", .traffic = {1, 2, 3}}}),
             "a ledger is added to");
-    require(ledger.book().notes.size() == notes, "no note is lost");
+    require(ledger.contents().notes.size() == notes, "no note is lost");
     requireSame(machine, ledger);
 }
 
@@ -83,12 +84,12 @@ void play(Input input) {
     const PlatformScope scope(machine.platform);
     machine.files.setFile(path, bytes);
     Ledger ledger;
-    if (ledger.take(path) == Finding::Book) {
+    if (ledger.take(path) == Finding::Taken) {
         work(machine, ledger);
         return;
     }
     require(machine.files.file(path) == bytes, "what is no ledger is left alone");
-    const bool begun = ledger.begin(path, ini, firstMoment, {}) == Finding::Book;
+    const bool begun = ledger.begin(path, ini, firstMoment, {}) == Finding::Taken;
     require(begun || machine.files.file(path) == bytes, "also when one is to be begun");
     if (begun) {
         work(machine, ledger);

@@ -31,19 +31,19 @@ Moment momentFrom(Input& input) {
     return std::clamp(moment, firstMoment, lastMoment);
 }
 
-LedgerBook bookFrom(Input& input, Moment now) {
+LedgerContents contentsFrom(Input& input, Moment now) {
     constexpr int entries = 16;
-    LedgerBook book;
-    book.head = {.version = 1, .begun = momentFrom(input)};
+    LedgerContents contents;
+    contents.head = {.version = 1, .begun = momentFrom(input)};
     for (int i = 0; i < entries; ++i) {
         const std::chrono::seconds before(input.number() % 8'000'000);
         const Traffic traffic{input.wideNumber(), input.wideNumber(), input.number()};
-        enter(book, {{.inside = input.flag(),
-                      .at = quarterOf(std::max(now - before, firstMoment)),
-                      .line = i % 2 == 0 ? "Line" : "Other",
-                      .traffic = traffic}});
+        enter(contents, {{.inside = input.flag(),
+                          .at = quarterOf(std::max(now - before, firstMoment)),
+                          .line = i % 2 == 0 ? "Line" : "Other",
+                          .traffic = traffic}});
     }
-    return book;
+    return contents;
 }
 
 bool isWithin(const Quantity& part, const Quantity& whole) {
@@ -84,7 +84,7 @@ void requireSense(const Plan& plan, const History& history, Moment now) {
 
 void play(Input input) {
     const Moment now = momentFrom(input);
-    const LedgerBook book = bookFrom(input, now);
+    const LedgerContents contents = contentsFrom(input, now);
     ScriptedPlatform machine;
     PrivateProfile& profile = machine.platform.profile;
     machine.files.setFile(ini, input.everything());
@@ -95,7 +95,7 @@ void play(Input input) {
         }
         require(writePlan(profile, ini, *plan), "a plan is written");
         require(readPlan(profile, ini, number) == plan, "and read as it was");
-        requireSense(*plan, History(book), now);
+        requireSense(*plan, History(contents), now);
         require(erasePlan(profile, ini, number) && !readPlan(profile, ini, number),
                 "an erased plan is gone");
     }

@@ -30,7 +30,7 @@ protected:
         Ledger next;
         next.take(path);
         std::vector<std::uint64_t> result;
-        for (const LedgerEntry& one : next.book().entries) {
+        for (const LedgerEntry& one : next.contents().entries) {
             result.push_back(one.traffic.rcvd);
         }
         return result;
@@ -53,7 +53,7 @@ TEST_F(LedgerTest, NoneIsMadeUntilTheUserSaysSo) {
 }
 
 TEST_F(LedgerTest, WhatIsAddedIsFoundAgain) {
-    EXPECT_EQ(begin(), Finding::Book);
+    EXPECT_EQ(begin(), Finding::Taken);
 
     EXPECT_FALSE(ledger.add({entryAt(day, 1), entryAt(day + 15min, 2)}));
     EXPECT_FALSE(ledger.add({entryAt(day + 30min, 3)}));
@@ -84,17 +84,17 @@ TEST_F(LedgerTest, OneThatWasBegunBeforeGoesOn) {
     ledger.add({entryAt(day, 1)});
     ledger.release();
 
-    EXPECT_EQ(ledger.begin(path, ini, day + 1h, 0min), Finding::Book);
+    EXPECT_EQ(ledger.begin(path, ini, day + 1h, 0min), Finding::Taken);
 
-    EXPECT_EQ(ledger.book().head.begun, day);
-    EXPECT_EQ(ledger.book().entries.size(), 1U);
+    EXPECT_EQ(ledger.contents().head.begun, day);
+    EXPECT_EQ(ledger.contents().entries.size(), 1U);
 }
 
 TEST_F(LedgerTest, ABeginningThatWasCutOffIsBegunAnew) {
     files.setFile(path, "0123456789ABCDEF Tarv");
 
     EXPECT_EQ(ledger.take(path), Finding::Nothing);
-    EXPECT_EQ(begin(), Finding::Book);
+    EXPECT_EQ(begin(), Finding::Taken);
 
     EXPECT_EQ(ledger.size(), files.file(path).size());
     ledger.add({entryAt(day, 1)});
@@ -143,7 +143,7 @@ TEST_F(LedgerTest, WhatCouldNotBeAddedIsAddedLaterAndOnce) {
     begin();
     files.flushFailure = ErrorNumber::DiskFull;
     EXPECT_EQ(ledger.add({entryAt(day, 1)}), ErrorNumber::DiskFull);
-    EXPECT_TRUE(ledger.book().entries.empty());
+    EXPECT_TRUE(ledger.contents().entries.empty());
     files.flushFailure = {};
 
     EXPECT_FALSE(ledger.add({entryAt(day, 1)}));
@@ -170,7 +170,7 @@ TEST_F(LedgerTest, NotesStandBesideTheEntries) {
 
     ledger.release();
     ledger.take(path);
-    EXPECT_EQ(ledger.book().notes, std::vector<LedgerNote>{note});
+    EXPECT_EQ(ledger.contents().notes, std::vector<LedgerNote>{note});
 }
 
 TEST_F(LedgerTest, AClockThatShowsNoYearOfFourDigitsIsTakenForTheNearest) {
@@ -179,10 +179,10 @@ TEST_F(LedgerTest, AClockThatShowsNoYearOfFourDigitsIsTakenForTheNearest) {
 
     ledger.release();
 
-    EXPECT_EQ(ledger.take(path), Finding::Book);
-    EXPECT_EQ(ledger.book().head.begun, firstMoment);
-    ASSERT_EQ(ledger.book().notes.size(), 1U);
-    EXPECT_EQ(ledger.book().notes[0].at, lastMoment);
+    EXPECT_EQ(ledger.take(path), Finding::Taken);
+    EXPECT_EQ(ledger.contents().head.begun, firstMoment);
+    ASSERT_EQ(ledger.contents().notes.size(), 1U);
+    EXPECT_EQ(ledger.contents().notes[0].at, lastMoment);
 }
 
 TEST_F(LedgerTest, FoldingReplacesTheFileByOneThatSaysTheSame) {
@@ -218,7 +218,7 @@ TEST_F(LedgerTest, WhereFoldingFailsTheFileGoesOnAsItWas) {
 
     EXPECT_EQ(ledger.fold(today), ErrorNumber::DiskFull);
 
-    EXPECT_EQ(ledger.book().entries.size(), 2U);
+    EXPECT_EQ(ledger.contents().entries.size(), 2U);
     EXPECT_FALSE(ledger.add({entryAt(day, 4)}));
     EXPECT_EQ(found(), (std::vector<std::uint64_t>{1, 2, 4}));
 }
@@ -241,7 +241,7 @@ TEST_F(LedgerTest, WhoeverTakesItWhileItIsFoldedHasIt) {
     ledger.add({entryAt(day, 2)});
     Ledger other;
     files.meanwhile = [&](const std::string& operation, const std::string& /*path*/) {
-        if (operation == "LastLook" && other.take(path) == Finding::Book) {
+        if (operation == "LastLook" && other.take(path) == Finding::Taken) {
             other.add({entryAt(day, 4)});
         }
     };
@@ -275,9 +275,9 @@ TEST_F(TornLedgerTest, TheTailIsPutAsideOnce) {
     EXPECT_EQ(files.file(aside), torn);
     EXPECT_EQ(ledger.damaged(), "");
     ledger.release();
-    EXPECT_EQ(ledger.take(path), Finding::Book);
+    EXPECT_EQ(ledger.take(path), Finding::Taken);
     EXPECT_EQ(ledger.damaged(), "");
-    EXPECT_EQ(ledger.book().entries.size(), 1U);
+    EXPECT_EQ(ledger.contents().entries.size(), 1U);
 }
 
 TEST_F(TornLedgerTest, WhatIsAddedBeforeIsNotLost) {

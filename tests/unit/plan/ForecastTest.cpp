@@ -9,10 +9,10 @@ namespace {
 /// 10 GB a month, 3.1 of them used by noon of 19 November: 12 days are left.
 class BudgetTest : public testing::Test {
 protected:
-    BudgetTest() { enter(book, {carriedAt(utc(11, 5), 3'000 * megabyte)}); }
+    BudgetTest() { enter(contents, {carriedAt(utc(11, 5), 3'000 * megabyte)}); }
 
     Budget budget(Moment at) const {
-        const History history(book);
+        const History history(contents);
         const auto standing = standingOf(plan, history, at, inLondon);
         const auto result = budgetOf(plan, history, *standing, at, inLondon);
         EXPECT_TRUE(result);
@@ -20,7 +20,7 @@ protected:
     }
 
     Plan plan = tenGigabytes();
-    LedgerBook book = bookWith({carriedAt(utc(11, 19), 100 * megabyte)});
+    LedgerContents contents = contentsWith({carriedAt(utc(11, 19), 100 * megabyte)});
 };
 
 TEST_F(BudgetTest, WhatIsLeftIsDealtOutToTheDaysThatAreLeft) {
@@ -63,7 +63,7 @@ TEST_F(BudgetTest, TheDayAPeriodEndsOnIsOneOfThem) {
 }
 
 TEST_F(BudgetTest, WhoeverUsedTooMuchHasNothing) {
-    enter(book, {carriedAt(utc(11, 18), 7'000 * megabyte)});
+    enter(contents, {carriedAt(utc(11, 18), 7'000 * megabyte)});
 
     const Budget result = budget(utc(11, 19, 12h));
 
@@ -72,7 +72,7 @@ TEST_F(BudgetTest, WhoeverUsedTooMuchHasNothing) {
 }
 
 TEST_F(BudgetTest, WhatTheProviderSaidTodayIsNoUseOfTheDaysBefore) {
-    book.notes.push_back(
+    contents.notes.push_back(
         {.at = utc(11, 19, 6h),
          .plan = 1,
          .what = ProvidersFigure{Measure::Bytes, 3'200 * megabyte, 3'100 * megabyte}});
@@ -91,7 +91,7 @@ TEST_F(BudgetTest, HoursHaveTheirOwn) {
 
 TEST_F(BudgetTest, WhatIsNotLimitedHasNone) {
     plan.allowance.reset();
-    const History history(book);
+    const History history(contents);
     const auto standing = standingOf(plan, history, noon, inLondon);
 
     EXPECT_FALSE(budgetOf(plan, history, *standing, noon, inLondon));
@@ -99,7 +99,7 @@ TEST_F(BudgetTest, WhatIsNotLimitedHasNone) {
 
 TEST_F(BudgetTest, APackWithoutADateHasNone) {
     plan.period = {.kind = PeriodKind::Pack, .from = dayOfCalendar(2026, 11, 1)};
-    const History history(book);
+    const History history(contents);
     const auto standing = standingOf(plan, history, noon, inLondon);
 
     EXPECT_FALSE(budgetOf(plan, history, *standing, noon, inLondon));
@@ -109,19 +109,19 @@ TEST_F(BudgetTest, APackWithoutADateHasNone) {
 class ForecastTest : public testing::Test {
 protected:
     std::optional<Forecast> forecast(Moment at, const Zone& zone = inLondon) const {
-        const History history(book);
+        const History history(contents);
         const auto standing = standingOf(plan, history, at, zone);
         return forecastOf(plan, history, *standing, at, zone, capacity);
     }
 
     Plan plan = tenGigabytes();
-    LedgerBook book = bookWith({});
+    LedgerContents contents = contentsWith({});
     Capacity capacity;
 };
 
 TEST_F(ForecastTest, WithoutFourWeeksItGoesOnAsSoFar) {
-    book.head.begun = utc(11, 1);
-    enter(book, {carriedAt(utc(11, 5), 3'000 * megabyte)});
+    contents.head.begun = utc(11, 1);
+    enter(contents, {carriedAt(utc(11, 5), 3'000 * megabyte)});
 
     const auto result = forecast(utc(11, 11)); // 10 of 30 days
 
@@ -132,8 +132,8 @@ TEST_F(ForecastTest, WithoutFourWeeksItGoesOnAsSoFar) {
 }
 
 TEST_F(ForecastTest, WhereTheLedgerBeganLaterItsPaceIsFromThere) {
-    book.head.begun = utc(11, 6);
-    enter(book, {carriedAt(utc(11, 6), 1'000 * megabyte)});
+    contents.head.begun = utc(11, 6);
+    enter(contents, {carriedAt(utc(11, 6), 1'000 * megabyte)});
 
     EXPECT_EQ(forecast(utc(11, 11))->expected.bytes, 5'000 * megabyte);
 }
@@ -141,7 +141,7 @@ TEST_F(ForecastTest, WhereTheLedgerBeganLaterItsPaceIsFromThere) {
 TEST_F(ForecastTest, UntilSixHoursAreKnownThereIsNone) {
     EXPECT_FALSE(forecast(utc(11, 1, 359min)));
     EXPECT_TRUE(forecast(utc(11, 1, 6h)));
-    book.head.begun = utc(11, 10);
+    contents.head.begun = utc(11, 10);
 
     EXPECT_FALSE(forecast(utc(11, 10, 359min)));
     EXPECT_TRUE(forecast(utc(11, 10, 6h)));
@@ -150,7 +150,7 @@ TEST_F(ForecastTest, UntilSixHoursAreKnownThereIsNone) {
 TEST_F(ForecastTest, WithFourWeeksADayIsAsThoseOfItsName) {
     // 16 November 2026 is a Monday; the Tuesdays before carried 100, 200, 300 and 400 MB.
     for (unsigned week = 0; week < 4; ++week) {
-        enter(book, {carriedAt(utc(11, 10) - week * 168h, (4 - week) * 100 * megabyte)});
+        enter(contents, {carriedAt(utc(11, 10) - week * 168h, (4 - week) * 100 * megabyte)});
     }
 
     const auto result = forecast(utc(11, 16)); // two Tuesdays to come, two passed this month
@@ -162,7 +162,7 @@ TEST_F(ForecastTest, WithFourWeeksADayIsAsThoseOfItsName) {
 }
 
 TEST_F(ForecastTest, OfTodayTheRestIsItsPart) {
-    enter(book, {carriedAt(utc(11, 9), 400 * megabyte)}); // a Monday
+    enter(contents, {carriedAt(utc(11, 9), 400 * megabyte)}); // a Monday
 
     const auto result = forecast(utc(11, 16, 18h));
 
@@ -172,7 +172,7 @@ TEST_F(ForecastTest, OfTodayTheRestIsItsPart) {
 
 TEST_F(ForecastTest, OfTheLastDayItIsThePartBeforeTheEnd) {
     plan.period.hour = 6;
-    enter(book, {carriedAt(utc(11, 10), 400 * megabyte)}); // a Tuesday, as is 1 December
+    enter(contents, {carriedAt(utc(11, 10), 400 * megabyte)}); // a Tuesday, as is 1 December
 
     EXPECT_EQ(forecast(utc(11, 25))->expected.bytes, (400 + 25) * megabyte);
     EXPECT_EQ(forecast(utc(12, 1))->expected.bytes, (400 + 25) * megabyte);
@@ -182,7 +182,7 @@ TEST_F(ForecastTest, OfTheLastDayItIsThePartBeforeTheEnd) {
 TEST_F(ForecastTest, ADayOfSummerTimeIsAsLongAsItIs) {
     plan.period = {.kind = PeriodKind::Weekday};
     // Sundays; 25 October 2026 has 25 hours in Berlin.
-    enter(book, {carriedAt(utc(10, 18, 12h), 1'000 * megabyte)});
+    enter(contents, {carriedAt(utc(10, 18, 12h), 1'000 * megabyte)});
 
     const auto result = forecast(utc(10, 25, 13h), inBerlin); // ten hours are left
 
@@ -190,8 +190,8 @@ TEST_F(ForecastTest, ADayOfSummerTimeIsAsLongAsItIs) {
 }
 
 TEST_F(ForecastTest, ItIsNeverMoreThanTheLineCanCarry) {
-    book.head.begun = utc(11, 1);
-    enter(book, {carriedAt(utc(11, 1), 3'000 * megabyte)});
+    contents.head.begun = utc(11, 1);
+    enter(contents, {carriedAt(utc(11, 1), 3'000 * megabyte)});
     capacity.bytesPerSecond = 100;
 
     const auto result = forecast(utc(11, 2));
@@ -203,12 +203,12 @@ TEST_F(ForecastTest, ItIsNeverMoreThanTheLineCanCarry) {
 }
 
 TEST_F(ForecastTest, NoLineIsUpLongerThanThereIsTime) {
-    book.head.begun = utc(11, 1);
+    contents.head.begun = utc(11, 1);
     std::vector<LedgerEntry> all;
     for (int i = 0; i < 96; ++i) {
         all.push_back(carriedAt(utc(11, 1) + i * 15min, 0));
     }
-    enter(book, all);
+    enter(contents, all);
 
     const auto result = forecast(utc(11, 2));
 
@@ -218,9 +218,9 @@ TEST_F(ForecastTest, NoLineIsUpLongerThanThereIsTime) {
 }
 
 TEST_F(ForecastTest, ItGoesOnFromWhatTheProviderSaid) {
-    book.head.begun = utc(11, 1);
-    enter(book, {carriedAt(utc(11, 5), 1'000 * megabyte)});
-    book.notes.push_back(
+    contents.head.begun = utc(11, 1);
+    enter(contents, {carriedAt(utc(11, 5), 1'000 * megabyte)});
+    contents.notes.push_back(
         {.at = utc(11, 9),
          .plan = 1,
          .what = ProvidersFigure{Measure::Bytes, 4'000 * megabyte, 1'000 * megabyte}});
@@ -230,15 +230,15 @@ TEST_F(ForecastTest, ItGoesOnFromWhatTheProviderSaid) {
 
 TEST_F(ForecastTest, OfTheLargerDirectionTheSumsAreCompared) {
     plan.counted = Counted::Larger;
-    book.head.begun = utc(11, 1);
-    enter(book, {carriedAt(utc(11, 5), 1'000, 600), carriedAt(utc(11, 6), 0, 600)});
+    contents.head.begun = utc(11, 1);
+    enter(contents, {carriedAt(utc(11, 5), 1'000, 600), carriedAt(utc(11, 6), 0, 600)});
 
     EXPECT_EQ(forecast(utc(11, 16))->expected.bytes, 2'400U);
 }
 
 TEST_F(ForecastTest, TheLargestFiguresDoNotWrap) {
-    book.head.begun = utc(11, 1);
-    enter(book, {carriedAt(utc(11, 5), UINT64_MAX, UINT64_MAX)});
+    contents.head.begun = utc(11, 1);
+    enter(contents, {carriedAt(utc(11, 5), UINT64_MAX, UINT64_MAX)});
 
     EXPECT_EQ(forecast(utc(11, 6))->most.bytes, UINT64_MAX);
 }

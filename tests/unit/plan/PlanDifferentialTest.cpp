@@ -39,7 +39,7 @@ public:
     Moment moment;
     Changes changes;
     Plan plan;
-    LedgerBook book;
+    LedgerContents contents;
     std::vector<LedgerEntry> unwritten;
     Capacity capacity;
 
@@ -126,12 +126,12 @@ private:
     }
 
     void drawHistory() {
-        book.head.begun = near(chance_.onceIn(2) ? 60 : 20);
+        contents.head.begun = near(chance_.onceIn(2) ? 60 : 20);
         std::vector<LedgerEntry> entries;
         for (std::uint64_t left = chance_.between(0, 14); left > 0; --left) {
             entries.push_back(drawEntry());
         }
-        enter(book, entries);
+        enter(contents, entries);
         for (std::uint64_t left = chance_.below(3); left > 0; --left) {
             unwritten.push_back(drawEntry());
         }
@@ -149,10 +149,10 @@ private:
                 note.what = Extension{chance_.below(1U << 22U), chance_.below(1U << 22U),
                                       chance_.onceIn(2)};
             }
-            book.notes.push_back(note);
+            contents.notes.push_back(note);
             if (chance_.onceIn(4)) {
                 note.what = TakenBack{chance_.onceIn(2), note.at};
-                book.notes.push_back(note);
+                contents.notes.push_back(note);
             }
         }
     }
@@ -173,10 +173,10 @@ std::int64_t secondsOf(Moment moment) {
 }
 
 /// The whole ledger as the reference reads it.
-LedgerBook allOf(const ChanceCase& drawn) {
-    LedgerBook book = drawn.book;
-    book.entries.insert(book.entries.end(), drawn.unwritten.begin(), drawn.unwritten.end());
-    return book;
+LedgerContents allOf(const ChanceCase& drawn) {
+    LedgerContents contents = drawn.contents;
+    contents.entries.insert(contents.entries.end(), drawn.unwritten.begin(), drawn.unwritten.end());
+    return contents;
 }
 
 void expectPeriods(const ChanceCase& drawn, const Standing& standing, const Spans& spans) {
@@ -211,7 +211,7 @@ void expectInvariants(const Standing& standing, const std::optional<Budget>& bud
 }
 
 void expectSame(const ChanceCase& drawn, const Standing& standing, const Spans& spans) {
-    const History history(drawn.book, drawn.unwritten);
+    const History history(drawn.contents, drawn.unwritten);
     const Zone zone = drawn.zone();
     const auto budget = budgetOf(drawn.plan, history, standing, drawn.moment, zone);
     const auto forecast =
@@ -241,7 +241,7 @@ TEST(PlanDifferentialTest, TwoStatementsOfAPlanTellTheSame) {
     for (int i = 0; i < cases && !testing::Test::HasFatalFailure(); ++i) {
         SCOPED_TRACE(i);
         const ChanceCase drawn(chance);
-        const auto standing = standingOf(drawn.plan, History(drawn.book, drawn.unwritten),
+        const auto standing = standingOf(drawn.plan, History(drawn.contents, drawn.unwritten),
                                          drawn.moment, drawn.zone());
         const auto spans =
             reference::spansAt(drawn.plan.period, secondsOf(drawn.moment), drawn.changes);

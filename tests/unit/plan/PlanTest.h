@@ -54,12 +54,13 @@ inline Plan tenGigabytes() {
 }
 
 /// A ledger that began with 2026.
-inline LedgerBook bookWith(std::vector<LedgerEntry> entries, std::vector<LedgerNote> notes = {}) {
-    LedgerBook book;
-    book.head = {.version = 1, .begun = utc(1, 1), .ahead = 0min};
-    enter(book, entries);
-    book.notes = std::move(notes);
-    return book;
+inline LedgerContents contentsWith(std::vector<LedgerEntry> entries,
+                                   std::vector<LedgerNote> notes = {}) {
+    LedgerContents contents;
+    contents.head = {.version = 1, .begun = utc(1, 1), .ahead = 0min};
+    enter(contents, entries);
+    contents.notes = std::move(notes);
+    return contents;
 }
 
 } // namespace tarvik::plans

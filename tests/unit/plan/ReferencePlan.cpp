@@ -134,9 +134,10 @@ struct Sum {
     }
 };
 
-Sum sumBetween(const Plan& plan, const LedgerBook& book, std::int64_t from, std::int64_t to) {
+Sum sumBetween(const Plan& plan, const LedgerContents& contents, std::int64_t from,
+               std::int64_t to) {
     Sum sum;
-    for (const LedgerEntry& one : book.entries) {
+    for (const LedgerEntry& one : contents.entries) {
         if (seconds(one.at) >= from && seconds(one.at) < to && counts(plan, one)) {
             sum.add({one.traffic.rcvd, one.traffic.sent, one.traffic.milliseconds});
         }
@@ -154,8 +155,8 @@ std::uint64_t orNothing(std::uint64_t a, std::uint64_t b) {
     return a < b ? 0 : a - b;
 }
 
-bool isBack(const LedgerBook& book, const LedgerNote& note, bool extension) {
-    for (const LedgerNote& one : book.notes) {
+bool isBack(const LedgerContents& contents, const LedgerNote& note, bool extension) {
+    for (const LedgerNote& one : contents.notes) {
         const auto* const back = std::get_if<TakenBack>(&one.what);
         if (back != nullptr && one.plan == note.plan && back->at == note.at &&
             back->extension == extension) {
@@ -170,14 +171,14 @@ bool isHeard(const Plan& plan, const LedgerNote& note, Span span) {
            seconds(note.at) < span.end;
 }
 
-std::uint64_t corrected(const Plan& plan, const LedgerBook& book, Span span, std::int64_t before,
-                        Measure measure, std::uint64_t counted) {
+std::uint64_t corrected(const Plan& plan, const LedgerContents& contents, Span span,
+                        std::int64_t before, Measure measure, std::uint64_t counted) {
     std::int64_t last = INT64_MIN;
     std::uint64_t result = counted;
-    for (const LedgerNote& one : book.notes) {
+    for (const LedgerNote& one : contents.notes) {
         const auto* const figure = std::get_if<ProvidersFigure>(&one.what);
         if (figure != nullptr && figure->measure == measure && isHeard(plan, one, span) &&
-            seconds(one.at) < before && seconds(one.at) >= last && !isBack(book, one, false)) {
+            seconds(one.at) < before && seconds(one.at) >= last && !isBack(contents, one, false)) {
             last = seconds(one.at);
             const std::uint64_t sum = figure->told + counted;
             result = sum < figure->counted ? 0 : sum - figure->counted;
@@ -186,11 +187,11 @@ std::uint64_t corrected(const Plan& plan, const LedgerBook& book, Span span, std
     return result;
 }
 
-Pair usedBefore(const Plan& plan, const LedgerBook& book, Span span, std::int64_t before) {
+Pair usedBefore(const Plan& plan, const LedgerContents& contents, Span span, std::int64_t before) {
     const Pair counted =
-        pairOf(plan, sumBetween(plan, book, span.begin, std::min(before, span.end)));
-    return {corrected(plan, book, span, before, Measure::Bytes, counted.bytes),
-            corrected(plan, book, span, before, Measure::Time, counted.time)};
+        pairOf(plan, sumBetween(plan, contents, span.begin, std::min(before, span.end)));
+    return {corrected(plan, contents, span, before, Measure::Bytes, counted.bytes),
+            corrected(plan, contents, span, before, Measure::Time, counted.time)};
 }
 
 Pair allowed(const Plan& plan) {
@@ -198,12 +199,12 @@ Pair allowed(const Plan& plan) {
             plan.hours ? static_cast<std::uint64_t>(*plan.hours) * 3'600'000 : 0};
 }
 
-Pair rolledOver(const Plan& plan, const LedgerBook& book, const Spans& spans) {
+Pair rolledOver(const Plan& plan, const LedgerContents& contents, const Spans& spans) {
     if (plan.rollOver == RollOver::None || !spans.before ||
-        seconds(book.head.begun) >= spans.before->end) {
+        seconds(contents.head.begun) >= spans.before->end) {
         return {};
     }
-    const Pair used = usedBefore(plan, book, *spans.before, spans.before->end);
+    const Pair used = usedBefore(plan, contents, *spans.before, spans.before->end);
     Pair unused{orNothing(allowed(plan).bytes, used.bytes),
                 orNothing(allowed(plan).time, used.time)};
     if (plan.rollOver == RollOver::UpTo) {
@@ -214,11 +215,11 @@ Pair rolledOver(const Plan& plan, const LedgerBook& book, const Spans& spans) {
     return unused;
 }
 
-Pair extended(const Plan& plan, const LedgerBook& book, Span span, std::int64_t moment) {
+Pair extended(const Plan& plan, const LedgerContents& contents, Span span, std::int64_t moment) {
     Pair sum;
-    for (const LedgerNote& one : book.notes) {
+    for (const LedgerNote& one : contents.notes) {
         const auto* const extension = std::get_if<Extension>(&one.what);
-        if (extension == nullptr || !isHeard(plan, one, span) || isBack(book, one, true)) {
+        if (extension == nullptr || !isHeard(plan, one, span) || isBack(contents, one, true)) {
             continue;
         }
         const std::int64_t ahead = one.ahead.count() * 60;
@@ -234,13 +235,13 @@ Pair extended(const Plan& plan, const LedgerBook& book, Span span, std::int64_t 
 /// What a day carries: its moments and what it carried.
 struct Days {
     const Plan& plan;
-    const LedgerBook& book;
+    const LedgerContents& contents;
     const Changes& zone;
     std::int64_t today;
 
     std::int64_t begin(std::int64_t day) const { return firstAt(zone, day * secondsInDay); }
     Sum carried(std::int64_t day) const {
-        return sumBetween(plan, book, begin(day), begin(day + 1));
+        return sumBetween(plan, contents, begin(day), begin(day + 1));
     }
     /// As the rest of the period from that moment would be in one of the weeks before.
     Sum rest(std::int64_t moment, std::int64_t end, std::int64_t week) const {
@@ -260,7 +261,7 @@ struct Days {
     }
 };
 
-void tellBudget(const Plan& plan, const LedgerBook& book, Span span, std::int64_t moment,
+void tellBudget(const Plan& plan, const LedgerContents& contents, Span span, std::int64_t moment,
                 const Changes& zone, Account& account) {
     if (span.end == endOfTime || (!plan.allowance && !plan.hours)) {
         return;
@@ -271,7 +272,7 @@ void tellBudget(const Plan& plan, const LedgerBook& book, Span span, std::int64_
     const std::int64_t last = dayOfMoment(span.end - 1);
     account.daysLeft = last - today + 1;
     const std::int64_t midnight = std::max(firstAt(zone, today * secondsInDay), span.begin);
-    const Pair before = usedBefore(plan, book, span, midnight);
+    const Pair before = usedBefore(plan, contents, span, midnight);
     const auto left = static_cast<std::uint64_t>(last - today + 1);
     const auto passed = static_cast<std::uint64_t>(today - first + 1);
     const auto all = static_cast<std::uint64_t>(last - first + 1);
@@ -310,16 +311,16 @@ std::array<std::uint64_t, 3> around(std::uint64_t expected, std::uint64_t elapse
     return {expected - doubt, expected, expected + doubt};
 }
 
-void tellForecast(const Plan& plan, const LedgerBook& book, Span span, std::int64_t moment,
+void tellForecast(const Plan& plan, const LedgerContents& contents, Span span, std::int64_t moment,
                   const Changes& zone, std::optional<std::uint64_t> bytesPerSecond,
                   std::uint64_t lines, Account& account) {
-    const std::int64_t begun = seconds(book.head.begun);
+    const std::int64_t begun = seconds(contents.head.begun);
     const std::int64_t elapsed = moment - std::max(span.begin, begun);
     if (elapsed < 21'600 || span.end == endOfTime) {
         return;
     }
-    const Days days{plan, book, zone, dayNumber(moment + aheadAt(zone, moment))};
-    const Sum soFar = sumBetween(plan, book, span.begin, span.end);
+    const Days days{plan, contents, zone, dayNumber(moment + aheadAt(zone, moment))};
+    const Sum soFar = sumBetween(plan, contents, span.begin, span.end);
     const auto left = static_cast<std::uint64_t>(span.end - moment);
     const auto more = [&](const Sum& rest) {
         Sum all = soFar;
@@ -404,17 +405,17 @@ std::optional<Spans> spansAt(const PeriodRule& rule, std::int64_t moment, const 
     return spans;
 }
 
-Account accountOf(const Plan& plan, const LedgerBook& book, const Spans& spans, std::int64_t moment,
-                  const Changes& zone, std::optional<std::uint64_t> bytesPerSecond,
-                  std::uint64_t lines) {
+Account accountOf(const Plan& plan, const LedgerContents& contents, const Spans& spans,
+                  std::int64_t moment, const Changes& zone,
+                  std::optional<std::uint64_t> bytesPerSecond, std::uint64_t lines) {
     Account account;
-    account.used = usedBefore(plan, book, spans.now, spans.now.end);
-    account.rolledOver = rolledOver(plan, book, spans);
-    account.extended = extended(plan, book, spans.now, moment);
+    account.used = usedBefore(plan, contents, spans.now, spans.now.end);
+    account.rolledOver = rolledOver(plan, contents, spans);
+    account.extended = extended(plan, contents, spans.now, moment);
     account.total = {allowed(plan).bytes + account.rolledOver.bytes + account.extended.bytes,
                      allowed(plan).time + account.rolledOver.time + account.extended.time};
-    tellBudget(plan, book, spans.now, moment, zone, account);
-    tellForecast(plan, book, spans.now, moment, zone, bytesPerSecond, lines, account);
+    tellBudget(plan, contents, spans.now, moment, zone, account);
+    tellForecast(plan, contents, spans.now, moment, zone, bytesPerSecond, lines, account);
     return account;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ledger/LedgerBook.h"
+#include "ledger/LedgerContents.h"
 #include "plan/Plan.h"
 
 #include <cstdint>
@@ -51,8 +51,8 @@ struct Account {
     std::optional<Pair> most;
 };
 
-Account accountOf(const Plan& plan, const LedgerBook& book, const Spans& spans, std::int64_t moment,
-                  const Changes& zone, std::optional<std::uint64_t> bytesPerSecond,
-                  std::uint64_t lines);
+Account accountOf(const Plan& plan, const LedgerContents& contents, const Spans& spans,
+                  std::int64_t moment, const Changes& zone,
+                  std::optional<std::uint64_t> bytesPerSecond, std::uint64_t lines);
 
 } // namespace tarvik::reference

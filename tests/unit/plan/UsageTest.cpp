@@ -5,8 +5,8 @@
 namespace tarvik::plans {
 namespace {
 
-Standing standing(const Plan& plan, const LedgerBook& book, Moment at = noon) {
-    const auto result = standingOf(plan, History(book), at, inLondon);
+Standing standing(const Plan& plan, const LedgerContents& contents, Moment at = noon) {
+    const auto result = standingOf(plan, History(contents), at, inLondon);
     EXPECT_TRUE(result);
     return result.value_or(Standing());
 }
@@ -28,11 +28,11 @@ LedgerNote takingBack(const LedgerNote& note) {
 }
 
 TEST(UsageTest, WhatThePeriodCarriedIsUsed) {
-    const LedgerBook book =
-        bookWith({carriedAt(utc(10, 31, 1425min), 1), carriedAt(utc(11, 1), 20),
-                  carriedAt(utc(11, 30, 1425min), 300, 4), carriedAt(utc(12, 1), 5000)});
+    const LedgerContents contents =
+        contentsWith({carriedAt(utc(10, 31, 1425min), 1), carriedAt(utc(11, 1), 20),
+                      carriedAt(utc(11, 30, 1425min), 300, 4), carriedAt(utc(12, 1), 5000)});
 
-    const Standing result = standing(tenGigabytes(), book);
+    const Standing result = standing(tenGigabytes(), contents);
 
     EXPECT_EQ(result.used, (Quantity{324, 1'800'000}));
     EXPECT_EQ(result.total(), (Quantity{10'000 * megabyte, 0}));
@@ -40,32 +40,34 @@ TEST(UsageTest, WhatThePeriodCarriedIsUsed) {
 }
 
 TEST(UsageTest, WhatIsNotInTheLedgerYetIsUsed) {
-    const LedgerBook book = bookWith({carriedAt(utc(11, 1), 20)});
+    const LedgerContents contents = contentsWith({carriedAt(utc(11, 1), 20)});
     const std::vector<LedgerEntry> unwritten{carriedAt(utc(11, 2), 5), carriedAt(utc(12, 1), 700)};
 
-    const auto result = standingOf(tenGigabytes(), History(book, unwritten), noon, inLondon);
+    const auto result = standingOf(tenGigabytes(), History(contents, unwritten), noon, inLondon);
 
     EXPECT_EQ(result->used.bytes, 25U);
 }
 
 TEST(UsageTest, AChangedDayCutsThePastAnew) {
-    const LedgerBook book = bookWith({carriedAt(utc(11, 5), 20), carriedAt(utc(11, 12), 1)});
+    const LedgerContents contents =
+        contentsWith({carriedAt(utc(11, 5), 20), carriedAt(utc(11, 12), 1)});
     Plan plan = tenGigabytes();
 
-    EXPECT_EQ(standing(plan, book).used.bytes, 21U);
+    EXPECT_EQ(standing(plan, contents).used.bytes, 21U);
     plan.period.day = 10;
 
-    EXPECT_EQ(standing(plan, book).used.bytes, 1U);
+    EXPECT_EQ(standing(plan, contents).used.bytes, 1U);
 }
 
 class CountedTest : public testing::Test {
 protected:
-    const LedgerBook book = bookWith({carriedAt(utc(11, 5), 20, 3), carriedAt(utc(11, 6), 1, 5)});
+    const LedgerContents contents =
+        contentsWith({carriedAt(utc(11, 5), 20, 3), carriedAt(utc(11, 6), 1, 5)});
 
     std::uint64_t used(Counted counted) const {
         Plan plan = tenGigabytes();
         plan.counted = counted;
-        return standing(plan, book).used.bytes;
+        return standing(plan, contents).used.bytes;
     }
 };
 
@@ -81,59 +83,62 @@ protected:
     LinesTest() {
         LedgerEntry tunnel = carriedAt(utc(11, 5), 700, 0, "Office");
         tunnel.inside = true;
-        enter(book, {tunnel});
+        enter(contents, {tunnel});
     }
 
-    LedgerBook book = bookWith({carriedAt(utc(11, 5), 20), carriedAt(utc(11, 5), 3, 0, "Harbour")});
+    LedgerContents contents =
+        contentsWith({carriedAt(utc(11, 5), 20), carriedAt(utc(11, 5), 3, 0, "Harbour")});
     Plan plan = tenGigabytes();
 };
 
 TEST_F(LinesTest, AllThatDoNotRunInsideAnotherCount) {
-    EXPECT_EQ(standing(plan, book).used.bytes, 23U);
+    EXPECT_EQ(standing(plan, contents).used.bytes, 23U);
 }
 
 TEST_F(LinesTest, ChosenOnesCountWhereverTheyRun) {
     plan.lines = {"Office", "Harbour"};
 
-    EXPECT_EQ(standing(plan, book).used.bytes, 703U);
+    EXPECT_EQ(standing(plan, contents).used.bytes, 703U);
 }
 
 TEST(ProvidersFigureTest, ItHoldsAndWhatIsCountedLaterComesOnTop) {
-    const LedgerBook book = bookWith({carriedAt(utc(11, 5), 20), carriedAt(utc(11, 10), 7)},
-                                     {saying(utc(11, 6), 50, 20)});
+    const LedgerContents contents = contentsWith(
+        {carriedAt(utc(11, 5), 20), carriedAt(utc(11, 10), 7)}, {saying(utc(11, 6), 50, 20)});
 
-    EXPECT_EQ(standing(tenGigabytes(), book).used.bytes, 57U);
+    EXPECT_EQ(standing(tenGigabytes(), contents).used.bytes, 57U);
 }
 
 TEST(ProvidersFigureTest, ItMayBeLessThanWasCounted) {
-    const LedgerBook book = bookWith({carriedAt(utc(11, 5), 20)}, {saying(utc(11, 6), 5, 20)});
+    const LedgerContents contents =
+        contentsWith({carriedAt(utc(11, 5), 20)}, {saying(utc(11, 6), 5, 20)});
 
-    EXPECT_EQ(standing(tenGigabytes(), book).used.bytes, 5U);
+    EXPECT_EQ(standing(tenGigabytes(), contents).used.bytes, 5U);
 }
 
 TEST(ProvidersFigureTest, TheLastOneCounts) {
-    const LedgerBook book = bookWith({carriedAt(utc(11, 5), 20)},
-                                     {saying(utc(11, 6), 50, 20), saying(utc(11, 7), 30, 20)});
+    const LedgerContents contents = contentsWith(
+        {carriedAt(utc(11, 5), 20)}, {saying(utc(11, 6), 50, 20), saying(utc(11, 7), 30, 20)});
 
-    EXPECT_EQ(standing(tenGigabytes(), book).used.bytes, 30U);
+    EXPECT_EQ(standing(tenGigabytes(), contents).used.bytes, 30U);
 }
 
 TEST(ProvidersFigureTest, ItIsOfItsPeriodAlone) {
-    const LedgerBook book = bookWith({carriedAt(utc(10, 5), 20), carriedAt(utc(11, 5), 3)},
-                                     {saying(utc(10, 6), 50, 20)});
+    const LedgerContents contents = contentsWith(
+        {carriedAt(utc(10, 5), 20), carriedAt(utc(11, 5), 3)}, {saying(utc(10, 6), 50, 20)});
 
-    EXPECT_EQ(standing(tenGigabytes(), book).used.bytes, 3U);
+    EXPECT_EQ(standing(tenGigabytes(), contents).used.bytes, 3U);
 }
 
 TEST(ProvidersFigureTest, TakenBackItIsAsIfItHadNotBeen) {
     const LedgerNote first = saying(utc(11, 6), 50, 20);
     const LedgerNote second = saying(utc(11, 7), 70, 20);
-    LedgerBook book = bookWith({carriedAt(utc(11, 5), 20)}, {first, second, takingBack(second)});
+    LedgerContents contents =
+        contentsWith({carriedAt(utc(11, 5), 20)}, {first, second, takingBack(second)});
 
-    EXPECT_EQ(standing(tenGigabytes(), book).used.bytes, 50U);
-    book.notes.push_back(takingBack(first));
+    EXPECT_EQ(standing(tenGigabytes(), contents).used.bytes, 50U);
+    contents.notes.push_back(takingBack(first));
 
-    EXPECT_EQ(standing(tenGigabytes(), book).used.bytes, 20U);
+    EXPECT_EQ(standing(tenGigabytes(), contents).used.bytes, 20U);
 }
 
 TEST(ProvidersFigureTest, AnotherPlansIsNotThisOnes) {
@@ -143,50 +148,52 @@ TEST(ProvidersFigureTest, AnotherPlansIsNotThisOnes) {
     Plan plan = tenGigabytes();
     plan.made = utc(11, 7);
 
-    EXPECT_EQ(standing(plan, bookWith({carriedAt(utc(11, 5), 20)}, {other, earlier})).used.bytes,
-              20U);
+    EXPECT_EQ(
+        standing(plan, contentsWith({carriedAt(utc(11, 5), 20)}, {other, earlier})).used.bytes,
+        20U);
 }
 
 TEST(ProvidersFigureTest, HoursHaveTheirOwn) {
     LedgerNote note = saying(utc(11, 6), 0, 0);
     note.what = ProvidersFigure{Measure::Time, 10 * hour, 900'000};
 
-    const Standing result = standing(tenGigabytes(), bookWith({carriedAt(utc(11, 5), 20)}, {note}));
+    const Standing result =
+        standing(tenGigabytes(), contentsWith({carriedAt(utc(11, 5), 20)}, {note}));
 
     EXPECT_EQ(result.used, (Quantity{20, 10 * hour}));
 }
 
 TEST(ExtensionTest, OneForThePeriodHoldsUntilItsEnd) {
-    const LedgerBook book = bookWith({}, {extending(utc(11, 6), 500, false)});
+    const LedgerContents contents = contentsWith({}, {extending(utc(11, 6), 500, false)});
 
-    EXPECT_EQ(standing(tenGigabytes(), book).extended.bytes, 500U);
-    EXPECT_EQ(standing(tenGigabytes(), book, utc(11, 30, 1439min)).extended.bytes, 500U);
-    EXPECT_EQ(standing(tenGigabytes(), book, utc(12, 1)).extended.bytes, 0U);
+    EXPECT_EQ(standing(tenGigabytes(), contents).extended.bytes, 500U);
+    EXPECT_EQ(standing(tenGigabytes(), contents, utc(11, 30, 1439min)).extended.bytes, 500U);
+    EXPECT_EQ(standing(tenGigabytes(), contents, utc(12, 1)).extended.bytes, 0U);
 }
 
 TEST(ExtensionTest, OneForTodayEndsWithTheUsersDay) {
-    const LedgerBook book = bookWith({}, {extending(utc(11, 6, 10h), 500, true)});
+    const LedgerContents contents = contentsWith({}, {extending(utc(11, 6, 10h), 500, true)});
 
-    EXPECT_EQ(standing(tenGigabytes(), book, utc(11, 6, 1379min)).extended.bytes, 500U);
-    EXPECT_EQ(standing(tenGigabytes(), book, utc(11, 6, 23h)).extended.bytes, 0U);
+    EXPECT_EQ(standing(tenGigabytes(), contents, utc(11, 6, 1379min)).extended.bytes, 500U);
+    EXPECT_EQ(standing(tenGigabytes(), contents, utc(11, 6, 23h)).extended.bytes, 0U);
 }
 
 TEST(ExtensionTest, SeveralAddUpAndEachMayBeTakenBack) {
     const LedgerNote first = extending(utc(11, 6), 500, false);
     const LedgerNote second = extending(utc(11, 7), 30, false);
-    LedgerBook book = bookWith({}, {first, second});
+    LedgerContents contents = contentsWith({}, {first, second});
 
-    EXPECT_EQ(standing(tenGigabytes(), book).extended.bytes, 530U);
-    book.notes.push_back(takingBack(first));
+    EXPECT_EQ(standing(tenGigabytes(), contents).extended.bytes, 530U);
+    contents.notes.push_back(takingBack(first));
 
-    EXPECT_EQ(standing(tenGigabytes(), book).extended.bytes, 30U);
+    EXPECT_EQ(standing(tenGigabytes(), contents).extended.bytes, 30U);
 }
 
 TEST(ExtensionTest, APlanThatLimitsNoBytesIsNotExtended) {
     Plan plan;
     plan.hours = 20;
 
-    EXPECT_EQ(standing(plan, bookWith({}, {extending(utc(11, 6), 500, false)})).extended,
+    EXPECT_EQ(standing(plan, contentsWith({}, {extending(utc(11, 6), 500, false)})).extended,
               Quantity());
 }
 
@@ -196,74 +203,74 @@ protected:
 
     Plan plan = tenGigabytes();
     /// 4 GB in September, 7 GB in October.
-    LedgerBook book =
-        bookWith({carriedAt(utc(9, 5), 4'000 * megabyte), carriedAt(utc(10, 5), 7'000 * megabyte)});
+    LedgerContents contents = contentsWith(
+        {carriedAt(utc(9, 5), 4'000 * megabyte), carriedAt(utc(10, 5), 7'000 * megabyte)});
 };
 
 TEST_F(RollOverTest, WhatWasNotUsedComesOnTop) {
-    EXPECT_EQ(standing(plan, book).rolledOver.bytes, 3'000 * megabyte);
-    EXPECT_EQ(standing(plan, book).total().bytes, 13'000 * megabyte);
+    EXPECT_EQ(standing(plan, contents).rolledOver.bytes, 3'000 * megabyte);
+    EXPECT_EQ(standing(plan, contents).total().bytes, 13'000 * megabyte);
 }
 
 TEST_F(RollOverTest, ItGoesToNoThirdPeriod) {
-    EXPECT_EQ(standing(plan, book, utc(10, 16)).rolledOver.bytes, 6'000 * megabyte);
-    EXPECT_EQ(standing(plan, book).rolledOver.bytes, 3'000 * megabyte);
-    EXPECT_EQ(standing(plan, bookWith({}), utc(11, 16)).rolledOver.bytes, 10'000 * megabyte);
+    EXPECT_EQ(standing(plan, contents, utc(10, 16)).rolledOver.bytes, 6'000 * megabyte);
+    EXPECT_EQ(standing(plan, contents).rolledOver.bytes, 3'000 * megabyte);
+    EXPECT_EQ(standing(plan, contentsWith({}), utc(11, 16)).rolledOver.bytes, 10'000 * megabyte);
 }
 
 TEST_F(RollOverTest, ItMayBeUpToAnAmount) {
     plan.rollOver = RollOver::UpTo;
     plan.rollOverMost = {.thousandths = 1'500, .unit = SizeUnit::GB};
 
-    EXPECT_EQ(standing(plan, book).rolledOver.bytes, 1'500 * megabyte);
+    EXPECT_EQ(standing(plan, contents).rolledOver.bytes, 1'500 * megabyte);
 }
 
 TEST_F(RollOverTest, OrNothing) {
     plan.rollOver = RollOver::None;
 
-    EXPECT_EQ(standing(plan, book).rolledOver, Quantity());
+    EXPECT_EQ(standing(plan, contents).rolledOver, Quantity());
 }
 
 TEST_F(RollOverTest, WhoeverUsedMoreHasNothingLeft) {
-    enter(book, {carriedAt(utc(10, 6), 9'000 * megabyte)});
+    enter(contents, {carriedAt(utc(10, 6), 9'000 * megabyte)});
 
-    EXPECT_EQ(standing(plan, book).rolledOver, Quantity());
+    EXPECT_EQ(standing(plan, contents).rolledOver, Quantity());
 }
 
 TEST_F(RollOverTest, OfAPeriodBeforeTheLedgerNothingComes) {
-    book.head.begun = utc(11, 1);
-    EXPECT_EQ(standing(plan, book).rolledOver, Quantity());
+    contents.head.begun = utc(11, 1);
+    EXPECT_EQ(standing(plan, contents).rolledOver, Quantity());
 
-    book.head.begun = utc(11, 1) - 1s;
-    EXPECT_EQ(standing(plan, book).rolledOver.bytes, 3'000 * megabyte);
+    contents.head.begun = utc(11, 1) - 1s;
+    EXPECT_EQ(standing(plan, contents).rolledOver.bytes, 3'000 * megabyte);
 }
 
 TEST_F(RollOverTest, TheFirstPeriodHasNoneBeforeIt) {
     plan.period = {.kind = PeriodKind::Days, .every = 30, .from = dayOfCalendar(2026, 11, 10)};
 
-    EXPECT_EQ(standing(plan, book).rolledOver, Quantity());
+    EXPECT_EQ(standing(plan, contents).rolledOver, Quantity());
 }
 
 TEST_F(RollOverTest, HoursRollOverToo) {
     plan.hours = 20;
-    EXPECT_EQ(standing(plan, book).rolledOver.milliseconds, 20 * hour - 900'000);
+    EXPECT_EQ(standing(plan, contents).rolledOver.milliseconds, 20 * hour - 900'000);
 
     plan.rollOver = RollOver::UpTo;
     plan.rollOverHours = 2;
-    EXPECT_EQ(standing(plan, book).rolledOver.milliseconds, 2 * hour);
+    EXPECT_EQ(standing(plan, contents).rolledOver.milliseconds, 2 * hour);
 }
 
 TEST(StandingTest, OutsideAPackThereIsNone) {
     Plan plan = tenGigabytes();
     plan.period = {.kind = PeriodKind::Pack, .from = dayOfCalendar(2026, 12, 1)};
 
-    EXPECT_FALSE(standingOf(plan, History(bookWith({})), noon, inLondon));
+    EXPECT_FALSE(standingOf(plan, History(contentsWith({})), noon, inLondon));
 }
 
 TEST(StandingTest, UsedAndLeftAreAllThereIsAndWhatIsOver) {
-    const LedgerBook book = bookWith({carriedAt(utc(11, 5), 12'000 * megabyte)});
+    const LedgerContents contents = contentsWith({carriedAt(utc(11, 5), 12'000 * megabyte)});
 
-    const Standing result = standing(tenGigabytes(), book);
+    const Standing result = standing(tenGigabytes(), contents);
 
     EXPECT_EQ(result.left().bytes, 0U);
     EXPECT_EQ(result.over().bytes, 2'000 * megabyte);
@@ -274,9 +281,9 @@ TEST(StandingTest, TheLargestFiguresDoNotWrap) {
     Plan plan = tenGigabytes();
     plan.allowance = readDataSize("8388608 TiB");
     plan.rollOver = RollOver::All;
-    const LedgerBook book = bookWith({carriedAt(utc(11, 5), UINT64_MAX, UINT64_MAX)});
+    const LedgerContents contents = contentsWith({carriedAt(utc(11, 5), UINT64_MAX, UINT64_MAX)});
 
-    const Standing result = standing(plan, book);
+    const Standing result = standing(plan, contents);
 
     EXPECT_EQ(result.used.bytes, UINT64_MAX);
     EXPECT_EQ(result.total().bytes, UINT64_MAX);

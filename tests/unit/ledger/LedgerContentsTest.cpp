@@ -1,4 +1,4 @@
-#include "ledger/LedgerBook.h"
+#include "ledger/LedgerContents.h"
 #include "ledger/LedgerTest.h"
 
 #include <gtest/gtest.h>
@@ -13,39 +13,39 @@ using Kind = LedgerReading::Kind;
 
 constexpr std::chrono::months thirteen{13};
 
-LedgerBook someBook() {
-    LedgerBook book;
-    book.head = {.version = 1, .begun = day, .ahead = 1h};
-    book.entries = {entryAt(day, 1), entryAt(day + 15min, 2), entryAt(day + 30min, 3)};
-    book.notes = {{.at = day + 1min, .ahead = 1h, .plan = 1, .what = Extension{.bytes = 5}}};
-    return book;
+LedgerContents someContents() {
+    LedgerContents contents;
+    contents.head = {.version = 1, .begun = day, .ahead = 1h};
+    contents.entries = {entryAt(day, 1), entryAt(day + 15min, 2), entryAt(day + 30min, 3)};
+    contents.notes = {{.at = day + 1min, .ahead = 1h, .plan = 1, .what = Extension{.bytes = 5}}};
+    return contents;
 }
 
-TEST(LedgerBookTest, WhatWasWrittenIsReadBack) {
-    const LedgerReading reading = readLedger(textOf(someBook()));
+TEST(LedgerContentsTest, WhatWasWrittenIsReadBack) {
+    const LedgerReading reading = readLedger(textOf(someContents()));
 
-    ASSERT_EQ(reading.kind, Kind::Book);
-    EXPECT_EQ(reading.book.head, someBook().head);
-    EXPECT_EQ(reading.book.entries, someBook().entries);
-    EXPECT_EQ(reading.book.notes, someBook().notes);
+    ASSERT_EQ(reading.kind, Kind::Ledger);
+    EXPECT_EQ(reading.contents.head, someContents().head);
+    EXPECT_EQ(reading.contents.entries, someContents().entries);
+    EXPECT_EQ(reading.contents.notes, someContents().notes);
     EXPECT_EQ(reading.damaged, "");
 }
 
-TEST(LedgerBookTest, WhereverATailIsCutOffTheLinesBeforeItHold) {
-    const std::string whole = textOf(someBook());
-    const std::size_t head = textOf(someBook().head).size();
+TEST(LedgerContentsTest, WhereverATailIsCutOffTheLinesBeforeItHold) {
+    const std::string whole = textOf(someContents());
+    const std::size_t head = textOf(someContents().head).size();
 
     for (std::size_t kept = head; kept < whole.size(); ++kept) {
         const LedgerReading reading = readLedger(whole.substr(0, kept));
         const std::size_t end = whole.rfind('\n', kept - 1) + 1;
-        ASSERT_EQ(reading.kind, Kind::Book) << kept;
+        ASSERT_EQ(reading.kind, Kind::Ledger) << kept;
         EXPECT_EQ(reading.damaged, whole.substr(end, kept - end)) << kept;
-        EXPECT_EQ(textOf(reading.book), whole.substr(0, end)) << kept;
+        EXPECT_EQ(textOf(reading.contents), whole.substr(0, end)) << kept;
     }
 }
 
-TEST(LedgerBookTest, AFirstLineThatIsNotWholeIsNothingYet) {
-    const std::string head = textOf(someBook().head);
+TEST(LedgerContentsTest, AFirstLineThatIsNotWholeIsNothingYet) {
+    const std::string head = textOf(someContents().head);
 
     for (std::size_t kept = 0; kept < head.size(); ++kept) {
         EXPECT_EQ(readLedger(head.substr(0, kept)).kind, Kind::Nothing) << kept;
@@ -53,67 +53,67 @@ TEST(LedgerBookTest, AFirstLineThatIsNotWholeIsNothingYet) {
     EXPECT_EQ(readLedger(std::string(4096, '\0')).kind, Kind::Nothing);
 }
 
-TEST(LedgerBookTest, WhatIsNoLedgerIsLeftAlone) {
+TEST(LedgerContentsTest, WhatIsNoLedgerIsLeftAlone) {
     EXPECT_EQ(readLedger("Somebody's letter\n").kind, Kind::Foreign);
     EXPECT_EQ(readLedger("\n").kind, Kind::Foreign);
     EXPECT_EQ(readLedger("0123456789ABCDEF Tarvik ledger 1\nand more\n").kind, Kind::Foreign);
 }
 
-TEST(LedgerBookTest, AnotherVersionIsLeftAloneWhateverFollows) {
-    LedgerBook book = someBook();
-    book.head.version = 2;
+TEST(LedgerContentsTest, AnotherVersionIsLeftAloneWhateverFollows) {
+    LedgerContents contents = someContents();
+    contents.head.version = 2;
 
-    EXPECT_EQ(readLedger(textOf(book)).kind, Kind::OtherVersion);
+    EXPECT_EQ(readLedger(textOf(contents)).kind, Kind::OtherVersion);
 }
 
-TEST(LedgerBookTest, ALineThatSomebodyChangedIsTakenOutAndTheOthersHold) {
-    std::string text = textOf(someBook());
+TEST(LedgerContentsTest, ALineThatSomebodyChangedIsTakenOutAndTheOthersHold) {
+    std::string text = textOf(someContents());
     const std::size_t first = text.find("Ridge");
     text.replace(first, 5, "Bridge");
 
     const LedgerReading reading = readLedger(text);
 
-    EXPECT_EQ(reading.book.entries.size(), 2U);
+    EXPECT_EQ(reading.contents.entries.size(), 2U);
     EXPECT_NE(reading.damaged.find("Bridge\n"), std::string::npos);
     EXPECT_EQ(reading.damaged.find("Ridge\n"), std::string::npos);
 }
 
-TEST(LedgerBookTest, WithoutAFirstLineItBeganWithItsEarliestEntry) {
-    const std::string text = textOf(someBook()).substr(1);
+TEST(LedgerContentsTest, WithoutAFirstLineItBeganWithItsEarliestEntry) {
+    const std::string text = textOf(someContents()).substr(1);
 
     const LedgerReading reading = readLedger(text);
 
-    EXPECT_EQ(reading.kind, Kind::Book);
-    EXPECT_EQ(reading.book.head, someBook().head);
+    EXPECT_EQ(reading.kind, Kind::Ledger);
+    EXPECT_EQ(reading.contents.head, someContents().head);
     EXPECT_EQ(reading.damaged, text.substr(0, text.find('\n') + 1));
 }
 
-TEST(LedgerBookTest, EntriesAreReadInTheOrderOfTheirMoments) {
-    LedgerBook book = someBook();
-    std::swap(book.entries.front(), book.entries.back());
+TEST(LedgerContentsTest, EntriesAreReadInTheOrderOfTheirMoments) {
+    LedgerContents contents = someContents();
+    std::swap(contents.entries.front(), contents.entries.back());
 
-    EXPECT_EQ(readLedger(textOf(book)).book.entries[0].at, day);
+    EXPECT_EQ(readLedger(textOf(contents)).contents.entries[0].at, day);
 }
 
-TEST(LedgerBookTest, WhatIsEnteredLaterComesToItsPlace) {
-    LedgerBook book = someBook();
+TEST(LedgerContentsTest, WhatIsEnteredLaterComesToItsPlace) {
+    LedgerContents contents = someContents();
 
-    enter(book, {entryAt(day + 15min, 20), entryAt(day - 15min, 10)});
+    enter(contents, {entryAt(day + 15min, 20), entryAt(day - 15min, 10)});
 
     std::vector<std::uint64_t> received;
-    for (const LedgerEntry& one : book.entries) {
+    for (const LedgerEntry& one : contents.entries) {
         received.push_back(one.traffic.rcvd);
     }
     EXPECT_EQ(received, (std::vector<std::uint64_t>{10, 1, 2, 20, 3}));
 }
 
-TEST(LedgerBookTest, BetweenTwoMomentsTheFirstBelongsAndTheSecondDoesNot) {
-    const LedgerBook book = someBook();
+TEST(LedgerContentsTest, BetweenTwoMomentsTheFirstBelongsAndTheSecondDoesNot) {
+    const LedgerContents contents = someContents();
 
-    EXPECT_EQ(entriesBetween(book, day, day + 30min).size(), 2U);
-    EXPECT_EQ(entriesBetween(book, day + 1s, day + 30min + 1s).size(), 2U);
-    EXPECT_EQ(entriesBetween(book, day + 30min, day).size(), 0U);
-    EXPECT_EQ(entriesBetween(book, firstMoment, lastMoment).size(), 3U);
+    EXPECT_EQ(entriesBetween(contents, day, day + 30min).size(), 2U);
+    EXPECT_EQ(entriesBetween(contents, day + 1s, day + 30min + 1s).size(), 2U);
+    EXPECT_EQ(entriesBetween(contents, day + 30min, day).size(), 0U);
+    EXPECT_EQ(entriesBetween(contents, firstMoment, lastMoment).size(), 3U);
 }
 
 TEST(FoldTest, ALineHasOneEntryForAQuarterHour) {
@@ -178,12 +178,12 @@ TEST(FoldTest, ADayAtTheEdgeOfWhatIsWrittenIsReadBack) {
     first.ahead = -24h;
     LedgerEntry last = entryAt(lastMoment, 2);
     last.ahead = 24h;
-    LedgerBook book = someBook();
+    LedgerContents contents = someContents();
     const LocalDay later = std::chrono::local_days(12'000y / 1 / 1);
 
-    book.entries = folded({first, last}, later, thirteen);
+    contents.entries = folded({first, last}, later, thirteen);
 
-    EXPECT_EQ(readLedger(textOf(book)).book.entries, book.entries);
+    EXPECT_EQ(readLedger(textOf(contents)).contents.entries, contents.entries);
 }
 
 TEST(FoldTest, NothingIsLost) {

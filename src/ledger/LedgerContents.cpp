@@ -1,4 +1,4 @@
-#include "ledger/LedgerBook.h"
+#include "ledger/LedgerContents.h"
 
 #include <algorithm>
 #include <tuple>
@@ -65,16 +65,16 @@ std::string_view takeLine(std::string_view& bytes) {
 
 /// Takes over what the line says.
 struct Entering {
-    LedgerBook& book;
+    LedgerContents& contents;
 
     bool operator()(std::monostate /*nothing*/) const { return false; }
     bool operator()(const LedgerHead& /*second*/) const { return false; }
     bool operator()(LedgerEntry& entry) const {
-        book.entries.push_back(std::move(entry));
+        contents.entries.push_back(std::move(entry));
         return true;
     }
     bool operator()(const LedgerNote& note) const {
-        book.notes.push_back(note);
+        contents.notes.push_back(note);
         return true;
     }
 };
@@ -85,7 +85,7 @@ void readLines(std::string_view bytes, LedgerReading& reading) {
         const std::string_view line = takeLine(bytes);
         const std::string_view whole = rest.substr(0, rest.size() - bytes.size());
         LedgerLine found = whole.size() > line.size() ? readLedgerLine(line) : LedgerLine();
-        if (!std::visit(Entering{reading.book}, found)) {
+        if (!std::visit(Entering{reading.contents}, found)) {
             reading.damaged += whole;
         }
     }
@@ -93,30 +93,31 @@ void readLines(std::string_view bytes, LedgerReading& reading) {
 
 } // namespace
 
-void enter(LedgerBook& book, const std::vector<LedgerEntry>& entries) {
+void enter(LedgerContents& contents, const std::vector<LedgerEntry>& entries) {
     for (const LedgerEntry& one : entries) {
         const auto place =
-            std::upper_bound(book.entries.begin(), book.entries.end(), one, isEarlier);
-        book.entries.insert(place, one);
+            std::upper_bound(contents.entries.begin(), contents.entries.end(), one, isEarlier);
+        contents.entries.insert(place, one);
     }
 }
 
-std::span<const LedgerEntry> entriesBetween(const LedgerBook& book, Moment from, Moment to) {
+std::span<const LedgerEntry> entriesBetween(const LedgerContents& contents, Moment from,
+                                            Moment to) {
     const auto first = [&](Moment moment) {
-        return std::partition_point(book.entries.begin(), book.entries.end(),
+        return std::partition_point(contents.entries.begin(), contents.entries.end(),
                                     [&](const LedgerEntry& one) { return one.at < moment; });
     };
     return {first(from), first(std::max(from, to))};
 }
 
-std::string textOf(const LedgerBook& book) {
+std::string textOf(const LedgerContents& contents) {
     constexpr std::size_t usualLine = 80;
-    std::string text = textOf(book.head);
-    text.reserve(usualLine * (book.entries.size() + book.notes.size() + 1));
-    for (const LedgerNote& note : book.notes) {
+    std::string text = textOf(contents.head);
+    text.reserve(usualLine * (contents.entries.size() + contents.notes.size() + 1));
+    for (const LedgerNote& note : contents.notes) {
         text += textOf(note);
     }
-    for (const LedgerEntry& entry : book.entries) {
+    for (const LedgerEntry& entry : contents.entries) {
         text += textOf(entry);
     }
     return text;
@@ -133,14 +134,14 @@ LedgerReading readLedger(std::string_view bytes) {
         return reading;
     }
     readLines(head == nullptr ? bytes : rest, reading);
-    sortByMoment(reading.book.entries);
+    sortByMoment(reading.contents.entries);
     if (head != nullptr) {
-        reading.kind = LedgerReading::Kind::Book;
-        reading.book.head = *head;
-    } else if (!reading.book.entries.empty()) {
-        reading.kind = LedgerReading::Kind::Book;
-        const LedgerEntry& earliest = reading.book.entries.front();
-        reading.book.head = {
+        reading.kind = LedgerReading::Kind::Ledger;
+        reading.contents.head = *head;
+    } else if (!reading.contents.entries.empty()) {
+        reading.kind = LedgerReading::Kind::Ledger;
+        const LedgerEntry& earliest = reading.contents.entries.front();
+        reading.contents.head = {
             .version = ledgerVersion, .begun = earliest.at, .ahead = earliest.ahead};
     } else {
         reading.kind = rest.empty() && mayBeginLedger(bytes) ? LedgerReading::Kind::Nothing

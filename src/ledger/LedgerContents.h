@@ -10,31 +10,32 @@
 namespace tarvik {
 
 /// All that a ledger says.
-struct LedgerBook {
+struct LedgerContents {
     LedgerHead head;
     std::vector<LedgerEntry> entries; ///< the earlier first
     std::vector<LedgerNote> notes;    ///< in the order in which they were written
 };
 
 /// Puts what was written later where its moment belongs.
-void enter(LedgerBook& book, const std::vector<LedgerEntry>& entries);
+void enter(LedgerContents& contents, const std::vector<LedgerEntry>& entries);
 
 /// Those from the one moment up to, but not at, the other.
-std::span<const LedgerEntry> entriesBetween(const LedgerBook& book, Moment from, Moment to);
+std::span<const LedgerEntry> entriesBetween(const LedgerContents& contents, Moment from, Moment to);
 
 /// The file as it begins, or as it is folded.
-std::string textOf(const LedgerBook& book);
+std::string textOf(const LedgerContents& contents);
 
+/// What the bytes of a file are, read as a ledger.
 struct LedgerReading {
     enum class Kind : std::uint8_t {
         Nothing, ///< empty, or cut off in its first line
-        Book,
+        Ledger,
         OtherVersion, ///< written by a program that this one does not understand
         Foreign,      ///< no ledger
     };
 
     Kind kind = Kind::Nothing;
-    LedgerBook book;
+    LedgerContents contents;
     /// What no line of a ledger is: a tail that was cut off, or what somebody changed. The rest
     /// holds without it.
     std::string damaged;
