@@ -20,6 +20,9 @@ namespace {
 
 using Paths = std::vector<sdbus::ObjectPath>;
 
+// The kinds of connections that are dialled, said a second time on purpose: whatever the answers,
+// no entry and no line may be of another kind, and the program's own list is not asked which those
+// are.
 constexpr std::array dialledTypes{"gsm", "cdma", "pppoe", "adsl", "bluetooth", "vpn", "wireguard"};
 constexpr std::array otherTypes{"802-3-ethernet", "", "loopback"};
 constexpr std::array propertyNames{"Uuid",

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <ostream>
 #include <vector>
@@ -12,6 +13,9 @@ namespace {
 
 constexpr Colour black{0, 0, 0};
 constexpr Colour white{255, 255, 255};
+
+// What the colours are measured with. `KnownContrastTest` holds it against figures that were worked
+// out apart from any code: the program's own measure cannot be wrong in the same way unnoticed.
 
 /// Relative luminance as accessibility guidelines define it.
 double luminance(const Colour& colour) {
@@ -33,6 +37,32 @@ double lightness(const Colour& colour) {
     const double y = luminance(colour);
     return y > 0.008856 ? 116 * std::cbrt(y) - 16 : 903.3 * y;
 }
+
+struct KnownContrast {
+    Colour colour;
+    double withWhite;
+    double withBlack;
+    double light; ///< L*
+};
+
+class KnownContrastTest : public testing::TestWithParam<KnownContrast> {};
+
+TEST_P(KnownContrastTest, IsWhatIsMeasured) {
+    EXPECT_NEAR(contrast(GetParam().colour, white), GetParam().withWhite, 0.0005);
+    EXPECT_NEAR(contrast(black, GetParam().colour), GetParam().withBlack, 0.0005);
+    EXPECT_NEAR(lightness(GetParam().colour), GetParam().light, 0.005);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, KnownContrastTest,
+                         testing::Values(KnownContrast{{255, 255, 255}, 1, 21, 100},
+                                         KnownContrast{{0, 0, 0}, 21, 1, 0},
+                                         KnownContrast{{255, 0, 0}, 3.998, 5.252, 53.23},
+                                         KnownContrast{{0, 255, 0}, 1.372, 15.304, 87.74},
+                                         KnownContrast{{0, 0, 255}, 8.592, 2.444, 32.3},
+                                         KnownContrast{{119, 119, 119}, 4.478, 4.689, 50.03},
+                                         KnownContrast{{10, 10, 10}, 19.798, 1.061, 2.74},
+                                         KnownContrast{{11, 11, 11}, 19.683, 1.067, 3.02},
+                                         KnownContrast{{217, 95, 2}, 3.758, 5.588, 55.01}));
 
 /// A background that a desktop uses, with the text on it.
 struct Ground {
@@ -70,6 +100,51 @@ std::vector<Ground> grounds() {
     }
     return all;
 }
+
+/// What stands on the two grounds that most desktops have, measured against them.
+struct UsualCase {
+    Ground ground;
+    std::array<Colour, 2> columns;
+    std::array<double, 2> ofColumns;
+    std::array<double, 2> ofFills;
+    double ofMinorGrid;
+    double ofMajorGrid;
+    double ofAxis;
+};
+
+class UsualPaletteTest : public testing::TestWithParam<UsualCase> {};
+
+TEST_P(UsualPaletteTest, HasTheContrastsThatWereChosen) {
+    const UsualCase& expected = GetParam();
+    const Colour& background = expected.ground.background;
+
+    const ChartPalette palette = ChartPalette::on(background, expected.ground.text);
+
+    EXPECT_EQ(palette.columns, expected.columns);
+    for (std::size_t i = 0; i < expected.columns.size(); ++i) {
+        EXPECT_NEAR(contrast(palette.columns[i], background), expected.ofColumns[i], 0.005);
+        EXPECT_NEAR(contrast(palette.fills[i], background), expected.ofFills[i], 0.005);
+    }
+    EXPECT_NEAR(contrast(palette.minorGrid, background), expected.ofMinorGrid, 0.005);
+    EXPECT_NEAR(contrast(palette.majorGrid, background), expected.ofMajorGrid, 0.005);
+    EXPECT_NEAR(contrast(palette.axis, background), expected.ofAxis, 0.005);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, UsualPaletteTest,
+                         testing::Values(UsualCase{.ground = {white, black},
+                                                   .columns = {{{16, 68, 140}, {217, 95, 2}}},
+                                                   .ofColumns = {9.427, 3.758},
+                                                   .ofFills = {1.896, 1.556},
+                                                   .ofMinorGrid = 1.412,
+                                                   .ofMajorGrid = 2.434,
+                                                   .ofAxis = 5.742},
+                                         UsualCase{.ground = {black, white},
+                                                   .columns = {{{140, 200, 255}, {222, 116, 34}}},
+                                                   .ofColumns = {11.821, 6.627},
+                                                   .ofFills = {2.151, 1.646},
+                                                   .ofMinorGrid = 1.388,
+                                                   .ofMajorGrid = 2.998,
+                                                   .ofAxis = 7.371}));
 
 class ChartPaletteTest : public testing::TestWithParam<Ground> {
 protected:
