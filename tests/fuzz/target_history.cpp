@@ -3,10 +3,10 @@
 // Input: bytes for the locale and for what is pressed; then the file.
 
 #include "FuzzWorld.h"
-#include "common/ReferenceProfile.h"
 #include "settings/mdlSettings.h"
 #include "settings/mdlSettingsLog.h"
 #include "startup/mdlStartUp.h"
+#include "support/ReferenceProfile.h"
 
 #include <algorithm>
 

@@ -8,8 +8,8 @@
 #include "Fuzz.h"
 #include "common/MemoryFiles.h"
 #include "common/ProfileEngine.h"
-#include "common/ReferenceProfile.h"
 #include "common/Utf16.h"
+#include "support/ReferenceProfile.h"
 
 #include <algorithm>
 #include <memory>

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "monitor/ReferenceBoundary.h"
 #include "ports/Desktop.h"
 #include "soak/Chance.h"
 #include "soak/ReferenceJournal.h"
 #include "soak/ReferenceTally.h"
 #include "soak/Settings.h"
+#include "support/ReferenceBoundary.h"
 
 #include <optional>
 #include <set>

@@ -1,5 +1,5 @@
 #include "common/ProfileTest.h"
-#include "common/ReferenceProfile.h"
+#include "support/ReferenceProfile.h"
 
 #include <random>
 

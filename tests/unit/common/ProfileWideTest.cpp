@@ -1,6 +1,6 @@
 #include "common/ProfileTest.h"
-#include "common/ReferenceProfile.h"
 #include "common/Utf16.h"
+#include "support/ReferenceProfile.h"
 
 #include <random>
 

@@ -1,7 +1,7 @@
 #include "monitor/mdlDateCalc.h"
 
 #include "monitor/DateOn.h"
-#include "monitor/ReferenceBoundary.h"
+#include "support/ReferenceBoundary.h"
 #include "support/WorldTest.h"
 
 #include <array>

@@ -1,4 +1,4 @@
-#include "common/ReferenceProfile.h"
+#include "support/ReferenceProfile.h"
 
 namespace tarvik {
 

@@ -1,4 +1,4 @@
-#include "monitor/ReferenceBoundary.h"
+#include "support/ReferenceBoundary.h"
 
 #include <algorithm>
 #include <array>
