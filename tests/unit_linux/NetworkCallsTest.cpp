@@ -29,9 +29,20 @@ protected:
 
     void carried(std::uint64_t received) { write("wwan0", "statistics/rx_bytes", received); }
 
-    void startAgain() {
+    /// The service ends, is started again, and lists a call.
+    void startAgainWithACall() {
+        service.stop();
+        EXPECT_TRUE(soon([&] { return lines().empty() && code == 711; }));
         service.start();
         modem = service.addDevice("wwan0");
+        call();
+    }
+
+    /// A line of that kind that is up over a device.
+    std::string lineOver(const std::string& device, const std::string& name, const char* kind,
+                         const std::string& ip4 = "/") {
+        return service.addLine(service.addProfile(name, kind), activated,
+                               {sdbus::ObjectPath(device)}, ip4);
     }
 
     std::uint32_t received(std::uint32_t line) { return statisticsOf(line).dwBytesRcved; }
@@ -100,10 +111,7 @@ TEST_F(NetworkCallsTest, ACallThatOutlivesTheServiceKeepsItsHandleAndItsFigures)
     const auto line = onlyLine();
     EXPECT_EQ(received(line), 400U);
 
-    service.stop();
-    EXPECT_TRUE(soon([&] { return lines().empty() && code == 711; }));
-    startAgain();
-    call();
+    startAgainWithACall();
     carried(5430);
 
     EXPECT_EQ(onlyLine(), line);
@@ -116,10 +124,7 @@ TEST_F(NetworkCallsTest, AnotherCallAfterTheServiceWasStartedAgainIsAnotherSessi
     const auto line = onlyLine();
     EXPECT_EQ(received(line), 400U);
 
-    service.stop();
-    EXPECT_TRUE(soon([&] { return lines().empty() && code == 711; }));
-    startAgain();
-    call();
+    startAgainWithACall();
     makeInterface("wwan0", 4, 900, 0); // plugged in again
 
     EXPECT_NE(onlyLine(), line);
@@ -130,8 +135,7 @@ TEST_F(NetworkCallsTest, TheLineThatCarriesAnotherIsTheLastOfTheList) {
     makeInterface("tun0", 7, 50, 60);
     call();
     service.addDevice("tun0", "/ip/tun0");
-    service.addLine(service.addProfile("office", "vpn"), activated, {sdbus::ObjectPath(modem)},
-                    "/ip/tun0");
+    lineOver(modem, "office", "vpn", "/ip/tun0");
 
     EXPECT_EQ(names(), (Names{"office", "mobile"}));
 
@@ -145,10 +149,8 @@ TEST_F(NetworkCallsTest, ALineBesideOnesWithinEachOtherIsListedBeforeTheCarrier)
     service.addDevice("tun0", "/ip/tun0");
     service.addDevice("tun1", "/ip/tun1");
     call();
-    service.addLine(service.addProfile("beside", "vpn"), activated, {sdbus::ObjectPath(wire)},
-                    "/ip/tun1");
-    service.addLine(service.addProfile("office", "vpn"), activated, {sdbus::ObjectPath(modem)},
-                    "/ip/tun0");
+    lineOver(wire, "beside", "vpn", "/ip/tun1");
+    lineOver(modem, "office", "vpn", "/ip/tun0");
 
     EXPECT_EQ(names(), (Names{"office", "beside", "mobile"}));
     EXPECT_EQ(connections.carrierOf(lines().at(1).hrasconn), 0U);
@@ -157,8 +159,7 @@ TEST_F(NetworkCallsTest, ALineBesideOnesWithinEachOtherIsListedBeforeTheCarrier)
 TEST_F(NetworkCallsTest, ATunnelRunsOverTheOnlyConnectionThatIsThere) {
     const std::string tunnel = service.addDevice("wg0");
     call();
-    service.addLine(service.addProfile("zone", "wireguard"), activated,
-                    {sdbus::ObjectPath(tunnel)});
+    lineOver(tunnel, "zone", "wireguard");
 
     EXPECT_EQ(names(), (Names{"zone", "mobile"}));
     EXPECT_EQ(connections.carrierOf(lines().at(0).hrasconn), lines().at(1).hrasconn);
@@ -168,10 +169,8 @@ TEST_F(NetworkCallsTest, ATunnelRunsOverTheConnectionWithTheDefaultRoute) {
     const std::string tunnel = service.addDevice("wg0");
     const std::string wire = service.addDevice("eth0", "/ip/eth0");
     const std::string mobileLine = call();
-    const std::string wired = service.addLine(service.addProfile("wire", "802-3-ethernet"),
-                                              activated, {sdbus::ObjectPath(wire)});
-    service.addLine(service.addProfile("zone", "wireguard"), activated,
-                    {sdbus::ObjectPath(tunnel)});
+    const std::string wired = lineOver(wire, "wire", "802-3-ethernet");
+    lineOver(tunnel, "zone", "wireguard");
     service.setPrimary(wired, "802-3-ethernet");
     EXPECT_EQ(names(), (Names{"mobile", "zone"}));
     EXPECT_EQ(connections.carrierOf(lines().at(1).hrasconn), 0U);

@@ -73,15 +73,19 @@ protected:
         ::WritePrivateProfileStringA(nullptr, nullptr, nullptr, path.c_str());
     }
 
+    /// What both files hold, for whoever is told of a difference.
+    std::string bothFiles() const { return contentOf(ours) + "\n-- theirs\n" + contentOf(theirs); }
+
     void compareRead(const ProfileRead& read) {
-        ASSERT_EQ(engineText(ours, read), systemText(theirs, read))
-            << "[" << read.section << "]" << read.key << "\n"
-            << contentOf(ours) << "\n-- theirs\n"
-            << contentOf(theirs);
-        ASSERT_EQ(engineNumber(ours, read), systemNumber(theirs, read))
-            << "[" << read.section << "]" << read.key << "\n"
-            << contentOf(ours) << "\n-- theirs\n"
-            << contentOf(theirs);
+        const std::string key = "[" + read.section + "]" + read.key + "\n";
+        ASSERT_EQ(engineText(ours, read), systemText(theirs, read)) << key << bothFiles();
+        ASSERT_EQ(engineNumber(ours, read), systemNumber(theirs, read)) << key << bothFiles();
+    }
+
+    void compareSomeReads() {
+        for (int i = 0; i < 4; ++i) {
+            ASSERT_NO_FATAL_FAILURE(compareRead(chance.read()));
+        }
     }
 
     void writeKey(const ProfileWrite& write) {
@@ -99,6 +103,18 @@ protected:
         const bool systemDone = ::WritePrivateProfileSectionA(write.section.c_str(), lines.data(),
                                                               theirs.c_str()) != FALSE;
         ASSERT_EQ(done, systemDone);
+    }
+
+    /// A few writes to both files, each followed by a look.
+    void compareSomeWrites() {
+        for (int i = 0; i < 5; ++i) {
+            if (chance.oneIn(4)) {
+                ASSERT_NO_FATAL_FAILURE(writeSection(chance.sectionWrite()));
+            } else {
+                ASSERT_NO_FATAL_FAILURE(writeKey(chance.keyWrite()));
+            }
+            ASSERT_NO_FATAL_FAILURE(compareRead(chance.read()));
+        }
     }
 
     /// A dozen keys of either file, by either side.
@@ -164,23 +180,14 @@ TEST_P(WideProfileDifferentialTest, EveryReadOfRandomFilesGivesTheSame) {
         ASSERT_NO_FATAL_FAILURE(beginWide());
         ASSERT_NO_FATAL_FAILURE(
             compareRead({.section = "a", .key = "Sent", .fallback = "", .size = 128}));
-        for (int i = 0; i < 4; ++i) {
-            ASSERT_NO_FATAL_FAILURE(compareRead(chance.read())) << "round " << round;
-        }
+        ASSERT_NO_FATAL_FAILURE(compareSomeReads()) << "round " << round;
     }
 }
 
 TEST_P(WideProfileDifferentialTest, RandomWritesLeaveFilesOfTheirFormThatReadTheSameToBoth) {
     for (int round = 0; round < 150; ++round) {
         ASSERT_NO_FATAL_FAILURE(beginWide());
-        for (int i = 0; i < 5; ++i) {
-            if (chance.oneIn(4)) {
-                ASSERT_NO_FATAL_FAILURE(writeSection(chance.sectionWrite()));
-            } else {
-                ASSERT_NO_FATAL_FAILURE(writeKey(chance.keyWrite()));
-            }
-            ASSERT_NO_FATAL_FAILURE(compareRead(chance.read())) << "round " << round;
-        }
+        ASSERT_NO_FATAL_FAILURE(compareSomeWrites()) << "round " << round;
         ASSERT_NO_FATAL_FAILURE(compareCrosswise()) << "round " << round;
         ASSERT_NO_FATAL_FAILURE(expectForeignLinesKept()) << "round " << round;
     }
@@ -193,15 +200,12 @@ INSTANTIATE_TEST_SUITE_P(Each, WideProfileDifferentialTest, testing::Bool(), [](
 TEST_F(ProfileDifferentialTest, EveryReadOfRandomFilesGivesTheSame) {
     for (int round = 0; round < 1000; ++round) {
         ASSERT_NO_FATAL_FAILURE(begin());
-        for (int i = 0; i < 4; ++i) {
-            ASSERT_NO_FATAL_FAILURE(compareRead(chance.read())) << "round " << round;
-        }
+        ASSERT_NO_FATAL_FAILURE(compareSomeReads()) << "round " << round;
     }
 }
 
 TEST_F(ProfileDifferentialTest, ABufferThatIsTooSmallIsFilledTheSame) {
-    put(ours, {"[a]\r\nx=some text\r\n"});
-    put(theirs, {"[a]\r\nx=some text\r\n"});
+    ASSERT_NO_FATAL_FAILURE(beginWith("[a]\r\nx=some text\r\n"));
     for (std::size_t size = 1; size < 12; ++size) {
         for (const char* key : {"x", "missing"}) {
             ASSERT_NO_FATAL_FAILURE(
@@ -214,17 +218,8 @@ TEST_F(ProfileDifferentialTest, ABufferThatIsTooSmallIsFilledTheSame) {
 TEST_F(ProfileDifferentialTest, RandomWritesLeaveFilesThatReadTheSameToBoth) {
     for (int round = 0; round < 400; ++round) {
         ASSERT_NO_FATAL_FAILURE(begin());
-        for (int i = 0; i < 5; ++i) {
-            if (chance.oneIn(4)) {
-                ASSERT_NO_FATAL_FAILURE(writeSection(chance.sectionWrite()));
-            } else {
-                ASSERT_NO_FATAL_FAILURE(writeKey(chance.keyWrite()));
-            }
-            ASSERT_NO_FATAL_FAILURE(compareRead(chance.read())) << "round " << round;
-        }
-        ASSERT_NO_FATAL_FAILURE(compareCrosswise()) << "round " << round << "\n"
-                                                    << contentOf(ours) << "\n-- theirs\n"
-                                                    << contentOf(theirs);
+        ASSERT_NO_FATAL_FAILURE(compareSomeWrites()) << "round " << round;
+        ASSERT_NO_FATAL_FAILURE(compareCrosswise()) << "round " << round << "\n" << bothFiles();
     }
 }
 
