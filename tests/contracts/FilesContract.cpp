@@ -97,6 +97,19 @@ TEST_F(FilesContract, ADirectoryIsNeitherReadNorReplaced) {
     EXPECT_EQ(files.Dir(path), FileKind::Directory);
 }
 
+TEST_F(FilesContract, ADirectoryAsSettingsHasNoKeysAndStays) {
+    machine->makeFolder(path);
+    ProfileEngine engine(files, machine->lineEnd());
+    std::string buffer(16, '\0');
+
+    EXPECT_EQ(engine.GetPrivateProfileStringA("a", "x", "none", buffer.data(), 16, path), 4U);
+    EXPECT_FALSE(engine.WritePrivateProfileStringA("a", "x", "1", path));
+
+    EXPECT_STREQ(buffer.c_str(), "none");
+    EXPECT_EQ(files.Dir(path), FileKind::Directory);
+    EXPECT_EQ(machine->names(), Names{"Tarvik.ini"});
+}
+
 TEST_F(FilesContract, ADeviceIsNeitherReadNorReplaced) {
     const std::string device = machine->device();
     std::string bytes = "before";

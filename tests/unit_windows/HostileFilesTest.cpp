@@ -1,12 +1,11 @@
-#include "windows/services/FileHandle.h"
 #include "windows/services/WindowsFiles.h"
 
-#include "common/ProfileEngine.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <array>
+#include <string>
+#include <vector>
 
 namespace tarvik {
 namespace {
@@ -16,18 +15,7 @@ using Names = std::vector<std::string>;
 class HostileFilesTest : public testing::Test {
 protected:
     TemporaryFolder folder;
-    std::string path = folder.path() + "\\Tarvik.ini";
     WindowsFiles files;
-
-    void put(const std::string& name, const std::string& bytes) {
-        ASSERT_FALSE(WindowsFiles().replace(folder.path() + "\\" + name, {bytes}));
-    }
-    /// A file of that name as an interrupted write leaves it, or as one under way has it.
-    FileHandle temporary(const std::string& name) const {
-        return FileHandle(CreateFileA((folder.path() + "\\" + name).c_str(), GENERIC_WRITE,
-                                      FILE_SHARE_DELETE, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL,
-                                      nullptr));
-    }
 };
 
 TEST_F(HostileFilesTest, ADeviceInTheFolderIsNeitherReadNorReplaced) {
@@ -44,18 +32,6 @@ TEST_F(HostileFilesTest, ADeviceInTheFolderIsNeitherReadNorReplaced) {
         EXPECT_EQ(bytes, "") << name;
     }
     EXPECT_EQ(folder.names(), Names{});
-}
-
-TEST_F(HostileFilesTest, ADirectoryAsSettingsHasNoKeysAndStays) {
-    CreateDirectoryA(path.c_str(), nullptr);
-    ProfileEngine engine(files, "\r\n");
-    std::array<char, 16> buffer{};
-
-    EXPECT_EQ(engine.GetPrivateProfileStringA("a", "x", "none", buffer.data(), 16, path), 4U);
-    EXPECT_FALSE(engine.WritePrivateProfileStringA("a", "x", "1", path));
-
-    EXPECT_EQ(files.Dir(path), FileKind::Directory);
-    EXPECT_EQ(folder.names(), Names{"Tarvik.ini"});
 }
 
 TEST_F(HostileFilesTest, NamesThatTheSystemForbidsAreToldAndNothingIsWritten) {
