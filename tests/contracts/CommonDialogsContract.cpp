@@ -36,10 +36,19 @@ TEST_F(CommonDialogsContract, ACancelledDialogIsNoErrorAndLeavesTheProposedName)
     EXPECT_EQ(chosen(), "data.csv");
 }
 
+TEST_F(CommonDialogsContract, TheDialogHasTheRecordsTitle) {
+    data.lpstrTitle = "Title of its own";
+    machine->cancelNext();
+
+    open();
+
+    EXPECT_EQ(machine->title(), "Title of its own");
+}
+
 TEST_F(CommonDialogsContract, AFileToOpenComesAsItsFullPath) {
     const std::string path = machine->path("data.csv");
     machine->makeFile(path);
-    machine->chooseNext(path);
+    machine->chooseNext(path, MsgBoxAnswer::No);
 
     EXPECT_TRUE(open());
 
@@ -48,22 +57,22 @@ TEST_F(CommonDialogsContract, AFileToOpenComesAsItsFullPath) {
 
 TEST_F(CommonDialogsContract, ANewFileToSaveComesAsItsFullPathUnasked) {
     data.Flags = static_cast<std::uint32_t>(DialogFlag::Flag_OverwritePrompt);
-    machine->chooseNext(machine->path("new.csv"));
+    machine->chooseNext(machine->path("new.csv"), MsgBoxAnswer::No);
 
     EXPECT_TRUE(save());
 
-    EXPECT_EQ(machine->asked(), 0);
+    EXPECT_TRUE(machine->questions().empty());
     EXPECT_EQ(chosen(), machine->path("new.csv"));
 }
 
 TEST_F(CommonDialogsContract, WithoutTheOptionAFileIsOverwrittenUnasked) {
     const std::string path = machine->path("data.csv");
     machine->makeFile(path);
-    machine->chooseNext(path);
+    machine->chooseNext(path, MsgBoxAnswer::No);
 
     EXPECT_TRUE(save());
 
-    EXPECT_EQ(machine->asked(), 0);
+    EXPECT_TRUE(machine->questions().empty());
     EXPECT_EQ(chosen(), path);
 }
 

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "ports/CommonDialogs.h"
+#include "ports/Desktop.h"
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace tarvik {
 
@@ -19,10 +21,13 @@ public:
 
     // What the user does at the next dialog.
     virtual void cancelNext() = 0;
-    /// He enters that path and confirms it; if he is asked anything then, he says no.
-    virtual void chooseNext(const std::string& path) = 0;
-    /// How often he was asked.
-    virtual int asked() const = 0;
+    /// He enters that path and confirms it; if he is asked anything then, he gives that answer, and
+    /// cancels a dialog that is open still or comes again.
+    virtual void chooseNext(const std::string& path, MsgBoxAnswer answer) = 0;
+    /// The title of the last dialog.
+    virtual std::string title() const = 0;
+    /// What he was asked.
+    virtual std::vector<std::string> questions() const = 0;
 };
 
 /// Those of the platform that this program of tests is for.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "contracts/DialogsUnderTest.h"
 #include "contracts/FaceUnderTest.h"
 
 #include <memory>
@@ -14,5 +15,13 @@ struct OutsideNamesUnderTest {
     std::string told;   ///< what is seen of it
 };
 OutsideNamesUnderTest outsideNamesUnderTest();
+
+/// The same of file dialogs, with a name that a file can have.
+struct OutsideDialogsUnderTest {
+    std::unique_ptr<DialogsUnderTest> machine;
+    std::string turned;
+    std::string told;
+};
+OutsideDialogsUnderTest outsideDialogsUnderTest();
 
 } // namespace tarvik

@@ -11,8 +11,9 @@ public:
     std::string path(const std::string& name) const override { return "C:\\Prog\\" + name; }
     void makeFile(const std::string&) override {}
     void cancelNext() override { dialogs_.chosen.clear(); }
-    void chooseNext(const std::string& path) override { dialogs_.chosen = path; }
-    int asked() const override { return 0; }
+    void chooseNext(const std::string& path, MsgBoxAnswer) override { dialogs_.chosen = path; }
+    std::string title() const override { return dialogs_.title; }
+    std::vector<std::string> questions() const override { return {}; }
 
 private:
     ScriptedDialogs dialogs_;
