@@ -39,6 +39,21 @@ inline std::string inCharacters(const Pixels& pixels) {
     return text;
 }
 
+/// The runs of rows that hold anything but the colour of the last pixel: of a text, its lines.
+inline int linesIn(const Pixels& pixels) {
+    const std::uint32_t ground = pixels.values.back();
+    int lines = 0;
+    bool before = false;
+    for (int y = 0; y < pixels.height; ++y) {
+        const auto row = pixels.values.begin() + y * pixels.width;
+        const bool holds = std::any_of(row, row + pixels.width,
+                                       [ground](std::uint32_t one) { return one != ground; });
+        lines += holds && !before ? 1 : 0;
+        before = holds;
+    }
+    return lines;
+}
+
 /// The part of the pixels whose colours the eye would tell apart.
 inline double differingPart(const Pixels& a, const Pixels& b) {
     if (a.width != b.width || a.height != b.height) {

@@ -1,11 +1,9 @@
-#include "ImagePixels.h"
-
 #include "support/ChartForm.h"
 #include "support/FormOn.h"
 #include "support/QtMachine.h"
 #include "support/QtWidgets.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QFontMetrics>
 #include <QWidget>
 
@@ -23,7 +21,6 @@ protected:
     ~ChartFaceTest() override { form.unload(); }
 
     QWidget& chart() { return theWidget("chtValues"); }
-    Pixels image() { return pixelsOf(chart().grab().toImage()); }
 
     QtMachine machine;
     FormOn<ChartForm> form{machine.platform.desktop};
@@ -39,20 +36,6 @@ TEST_F(ChartFaceTest, TheChartHasRoomForItsCharacters) {
 TEST_F(ChartFaceTest, TheChartTakesTheFocusByTabAndClick) {
     EXPECT_EQ(chart().focusPolicy(), Qt::StrongFocus);
     EXPECT_EQ(chart().window()->focusWidget(), &chart());
-}
-
-TEST_F(ChartFaceTest, ADarkPaletteMakesADarkImage) {
-    form.fill(24);
-    const Pixels light = image();
-    QPalette dark = QApplication::palette();
-    dark.setColor(QPalette::Base, QColor(30, 32, 34));
-    dark.setColor(QPalette::Text, QColor(220, 220, 220));
-
-    chart().setPalette(dark);
-
-    const Pixels now = image();
-    EXPECT_EQ(now.at(2, 2), 0x1E2022U);
-    EXPECT_GT(differingPart(now, light), 0.9);
 }
 
 } // namespace

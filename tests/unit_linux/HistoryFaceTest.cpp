@@ -110,16 +110,6 @@ TEST_F(HistoryFaceTest, AScreenReaderChangesTheView) {
     }
 }
 
-TEST_F(HistoryFaceTest, ARecordOfManyDigitsIsNotCut) {
-    showLog(2);
-    frmHistory().txtCurrentStop.setText("10000.) 22.11.2026/23:59:59 (00:12:40:000) S:987654321; "
-                                        "R:987654321 (IP: 10.0.1.30)");
-    takeQueued();
-
-    const auto& box = widget<QLineEdit>(frmHistory().txtCurrentStop);
-    EXPECT_LT(box.fontMetrics().horizontalAdvance(box.text()) + 4, box.contentsRect().width());
-}
-
 class RecordBoxTest : public HistoryFaceTest, public testing::WithParamInterface<const char*> {
 protected:
     ~RecordBoxTest() override { QApplication::setFont(before_); }

@@ -22,7 +22,7 @@
 namespace tarvik {
 namespace {
 
-/// Two fields that stand behind a button, which has the focus first, and labels of both kinds.
+/// Two fields that stand behind a button, which has the focus first, and a label.
 class FieldForm : public Form {
 public:
     FieldForm() : Form("frmField", "Fields") {
@@ -31,7 +31,6 @@ public:
             item(txtFirst).wide(20),
             row({item(lblSecond), item(txtSecond).wide(20)}),
             item(lblPlain),
-            item(lblWrapped).wide(20),
         }));
         setInitialFocus(cmdOk);
     }
@@ -42,7 +41,6 @@ public:
     Label lblSecond{
         *this, "lblSecond", {.caption = "Second:", .mnemonic = 'S', .labelled = &txtSecond}};
     Label lblPlain{*this, "lblPlain", {.caption = "plain"}};
-    Label lblWrapped{*this, "lblWrapped", {.caption = "", .wrapped = true}};
 };
 
 /// Notes why a widget gets the focus.
@@ -134,23 +132,6 @@ TEST_F(TextFieldTest, AnotherClickIntoTheSameFieldRaisesNothing) {
 
     click(widgetNamed("txtFirst"));
 
-    EXPECT_EQ(times, 0);
-}
-
-TEST_F(TextFieldTest, AWindowThatGivesTheFocusBackRaisesNothing) {
-    int times = 0;
-    press(Qt::Key_Tab);
-    form.txtFirst.GotFocus.connect([&] { ++times; });
-    const FocusReasons reasons(widgetNamed("txtFirst"));
-    QWidget other;
-    other.show();
-    other.activateWindow();
-    ASSERT_TRUE(spinUntil([&] { return other.isActiveWindow(); }));
-
-    widgetNamed("txtFirst")->window()->activateWindow();
-
-    EXPECT_TRUE(spinUntil([&] { return widgetNamed("txtFirst")->hasFocus(); }));
-    EXPECT_EQ(reasons.seen, std::vector{Qt::ActiveWindowFocusReason});
     EXPECT_EQ(times, 0);
 }
 
@@ -277,16 +258,6 @@ TEST_F(TextFieldTest, AFormMayBeUnloadedByGotFocusBeforeTheSelectionIsMadeAgain)
     ASSERT_TRUE(takeQueued());
 }
 
-TEST_F(TextFieldTest, AWrappedLabelBreaksATextThatDoesNotFit) {
-    auto* label = qobject_cast<QLabel*>(widgetNamed("lblWrapped"));
-
-    form.lblWrapped.setCaption("many words that do not find room in a single line of this label");
-    ASSERT_TRUE(takeQueued());
-
-    EXPECT_LT(label->width(), label->fontMetrics().horizontalAdvance(label->text()));
-    EXPECT_GE(label->heightForWidth(label->width()), 2 * label->fontMetrics().lineSpacing());
-}
-
 TEST_F(TextFieldTest, AnyOtherLabelStaysInOneLine) {
     auto* label = qobject_cast<QLabel*>(widgetNamed("lblPlain"));
 
@@ -295,17 +266,6 @@ TEST_F(TextFieldTest, AnyOtherLabelStaysInOneLine) {
     EXPECT_TRUE(spinUntil(
         [&] { return label->width() >= label->fontMetrics().horizontalAdvance(label->text()); }));
     EXPECT_LT(label->sizeHint().height(), 2 * label->fontMetrics().lineSpacing());
-}
-
-TEST_F(TextFieldTest, ALabelShowsCarriageReturnAndLineFeedAsOneLineBreak) {
-    auto* label = qobject_cast<QLabel*>(widgetNamed("lblWrapped"));
-    form.lblWrapped.setCaption("one");
-    const int oneLine = label->heightForWidth(label->width());
-
-    form.lblWrapped.setCaption("one\r\ntwo");
-
-    EXPECT_EQ(label->text(), QStringLiteral("one\ntwo"));
-    EXPECT_EQ(label->heightForWidth(label->width()) - oneLine, label->fontMetrics().lineSpacing());
 }
 
 } // namespace

@@ -94,15 +94,6 @@ TEST_F(WindowSizeTest, IsTheSmallestInWhichEveryViewFits) {
     }
 }
 
-TEST_F(WindowSizeTest, StaysWhenAnyControlComesOrGoes) {
-    for (Form* form : windows()) {
-        open(*form);
-        for (Control* control : controlsInOrder(*form->layout())) {
-            hideAndShow({control}, {control});
-        }
-    }
-}
-
 TEST_F(WindowSizeTest, StaysInWhateverOrderFramesComeAndGo) {
     for (Form* form : windows()) {
         std::vector<Control*> order = framesOf(*form);

@@ -1,3 +1,5 @@
+#include "SystemColours.h"
+
 #include "support/FormOn.h"
 #include "support/MemorySheet.h"
 
@@ -6,8 +8,6 @@
 #include "support/Win32Windows.h"
 
 #include <gtest/gtest.h>
-
-#include <array>
 
 namespace tarvik {
 namespace {
@@ -128,34 +128,15 @@ TEST_F(ChartFaceTest, TheTabKeyComesAndGoes) {
     EXPECT_NE(GetWindowLongA(chart(), GWL_STYLE) & WS_TABSTOP, 0);
 }
 
-/// The system's colours of windows and their text, for a while.
-class SystemColours {
-public:
-    SystemColours(COLORREF background, COLORREF text) {
-        const std::array<COLORREF, 2> colours{background, text};
-        SetSysColors(2, places.data(), colours.data());
-    }
-    ~SystemColours() { SetSysColors(2, places.data(), before_.data()); }
-    SystemColours(const SystemColours&) = delete;
-    SystemColours& operator=(const SystemColours&) = delete;
-
-private:
-    static constexpr std::array<INT, 2> places{COLOR_WINDOW, COLOR_WINDOWTEXT};
-    std::array<COLORREF, 2> before_{GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_WINDOWTEXT)};
-};
-
-TEST_F(ChartFaceTest, DarkColoursMakeADarkImage) {
+TEST_F(ChartFaceTest, OtherColoursOfTheSystemLetItBePaintedAnew) {
     form.fill(24);
-    const Pixels light = image();
     settle();
     UpdateWindow(chart());
 
     const SystemColours dark(RGB(30, 32, 34), RGB(220, 220, 220));
     SendMessageA(window(), WM_SYSCOLORCHANGE, 0, 0);
 
-    EXPECT_TRUE(GetUpdateRect(chart(), nullptr, FALSE)) << "it is to be painted anew";
-    EXPECT_EQ(image().at(2, 2), 0x1E2022U);
-    EXPECT_GT(differingPart(image(), light), 0.9);
+    EXPECT_TRUE(GetUpdateRect(chart(), nullptr, FALSE));
 }
 
 } // namespace

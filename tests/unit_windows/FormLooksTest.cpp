@@ -4,7 +4,6 @@
 #include "forms/frmMain.h"
 #include "forms/frmOptions.h"
 #include "forms/frmStatistics.h"
-#include "forms/frmWarning.h"
 
 #include <array>
 #include <map>
@@ -79,32 +78,7 @@ protected:
         ReleaseDC(window, context);
         return origin.y + top;
     }
-
-    template <class Shown>
-    void hideAndShowEverything(int resolution) {
-        FormOn<Shown> shown{machine.platform.desktop};
-        ASSERT_NO_FATAL_FAILURE(open(shown, resolution));
-        const auto before = sizeOf(shown);
-        for (Control* control : controlsInOrder(*shown.layout())) {
-            for (int i = 0; i < 2; ++i) {
-                control->setVisible(!control->visible());
-                settle();
-                EXPECT_EQ(sizeOf(shown), before) << shown.name() << " " << control->name();
-            }
-        }
-        close(shown);
-    }
 };
-
-TEST_F(FormLooksTest, NoWindowChangesItsSizeByWhatIsShownOrHidden) {
-    for (const int resolution : {plain, fine}) {
-        hideAndShowEverything<FrmMain>(resolution);
-        hideAndShowEverything<FrmHistory>(resolution);
-        hideAndShowEverything<FrmOptions>(resolution);
-        hideAndShowEverything<FrmStatistics>(resolution);
-        hideAndShowEverything<FrmWarning>(resolution);
-    }
-}
 
 TEST_F(FormLooksTest, AWindowThatWasMinimisedComesBackAsLargeAsItWas) {
     FormOn<FrmMain> shown{machine.platform.desktop};
@@ -119,27 +93,6 @@ TEST_F(FormLooksTest, AWindowThatWasMinimisedComesBackAsLargeAsItWas) {
 
     EXPECT_EQ(sizeOf(shown), smallest);
     close(shown);
-}
-
-TEST_F(FormLooksTest, TheHistoryKeepsItsSizeInEveryOrderOfItsViews) {
-    for (const int resolution : {plain, fine}) {
-        FormOn<FrmHistory> history{machine.platform.desktop};
-        ASSERT_NO_FATAL_FAILURE(open(history, resolution));
-        const auto before = sizeOf(history);
-        const std::array<Frame*, 3> frames{&history.frameHistory, &history.frameStatistics,
-                                           &history.frameStatisticsIP};
-        for (const std::size_t next : {1U, 0U, 2U, 0U, 1U, 2U, 1U, 0U}) {
-            frames.at(next)->setVisible(true); // for a moment there are two
-            settle();
-            EXPECT_EQ(sizeOf(history), before);
-            for (Frame* other : frames) {
-                other->setVisible(other == frames.at(next));
-            }
-            settle();
-            EXPECT_EQ(sizeOf(history), before);
-        }
-        close(history);
-    }
 }
 
 TEST_F(FormLooksTest, StartingAndStoppingMonitoringMovesNothing) {
@@ -194,26 +147,6 @@ TEST_F(FormLooksTest, TheOptionsCannotBeMaximised) {
     EXPECT_NE(GetWindowLongA(ownWindow("frmHistory"), GWL_STYLE) & WS_MAXIMIZEBOX, 0);
     close(options);
     close(history);
-}
-
-TEST_F(FormLooksTest, ARecordOfManyDigitsIsNotCut) {
-    for (const int resolution : {plain, fine}) {
-        FormOn<FrmHistory> history{machine.platform.desktop};
-        ASSERT_NO_FATAL_FAILURE(open(history, resolution));
-        history.frameHistory.setVisible(false);
-        history.frameStatistics.setVisible(true);
-        const std::string record = "10000.) 22.11.2026/23:59:59 (00:12:40:000) S:987654321; "
-                                   "R:987654321 (IP: 10.0.1.30)";
-        history.txtCurrentStop.setText(record);
-        settle();
-
-        const HWND box = windowOf(history.txtCurrentStop);
-        const LRESULT last = SendMessageA(box, EM_POSFROMCHAR, record.size() - 1, 0);
-        RECT area{};
-        GetClientRect(box, &area);
-        EXPECT_LT(static_cast<int>(LOWORD(last)) + 8, static_cast<int>(area.right)) << resolution;
-        close(history);
-    }
 }
 
 TEST_F(FormLooksTest, TheTextOfABoxStandsAsHighAsThatOfItsLabel) {

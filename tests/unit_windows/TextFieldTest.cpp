@@ -48,27 +48,6 @@ void selectIn(HWND edit, Selected part) {
     SendMessageA(edit, EM_SETSEL, static_cast<WPARAM>(part.from), part.to);
 }
 
-/// The lines of text that are painted in a window: the runs of rows that hold anything.
-int paintedLines(HWND window) {
-    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
-    RECT area{};
-    GetClientRect(window, &area);
-    const HDC context = GetDC(window);
-    const COLORREF ground = GetPixel(context, area.right - 1, area.bottom - 1);
-    int lines = 0;
-    bool before = false;
-    for (int row = 0; row < area.bottom; ++row) {
-        bool ink = false;
-        for (int place = 0; place < area.right && !ink; ++place) {
-            ink = GetPixel(context, place, row) != ground;
-        }
-        lines += ink && !before ? 1 : 0;
-        before = ink;
-    }
-    ReleaseDC(window, context);
-    return lines;
-}
-
 /// A form with fields, of which a test writes down what they raise.
 class TextFieldTest : public Win32FaceTest {
 protected:
@@ -89,21 +68,6 @@ protected:
         ASSERT_NO_FATAL_FAILURE(showFields());
         SetFocus(windowOf(textBox));
         ASSERT_EQ(GetFocus(), windowOf(textBox));
-    }
-
-    /// Another window is the active one for a while.
-    void leaveAndComeBack() {
-        const HWND own = GetActiveWindow();
-        const HWND other = CreateWindowExA(0, "STATIC", "other", WS_OVERLAPPEDWINDOW | WS_VISIBLE,
-                                           0, 0, 100, 100, nullptr, nullptr, nullptr, nullptr);
-        SetActiveWindow(other);
-        SetFocus(other);
-        settle();
-        ASSERT_EQ(GetFocus(), other);
-        SetActiveWindow(own);
-        settle();
-        DestroyWindow(other);
-        ASSERT_EQ(GetActiveWindow(), own);
     }
 
     /// Writes down each event of the field with the text it has then.
@@ -147,21 +111,6 @@ TEST_F(TextFieldTest, LeavingAFieldIsNotToldAsComing) {
     SetFocus(windowOf(fields.txtFixed));
 
     EXPECT_TRUE(seen.empty());
-}
-
-TEST_F(TextFieldTest, ComingBackToTheWindowIsNotComingToTheField) {
-    fields.txtField.GotFocus.connect([this] { fields.txtField.select(0, 5); });
-    ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtField));
-    settle();
-    press('2');
-    press('5');
-    ASSERT_EQ(fields.txtField.text(), "25");
-
-    leaveAndComeBack();
-    press('0');
-
-    EXPECT_EQ(GetFocus(), windowOf(fields.txtField));
-    EXPECT_EQ(fields.txtField.text(), "250");
 }
 
 TEST_F(TextFieldTest, ComingToAWindowThatWasHiddenIsComingToItsField) {
@@ -314,29 +263,6 @@ TEST_F(TextFieldTest, OnlyALabelOfOneLineStandsInTheMiddleOfItsHeight) {
 
     EXPECT_TRUE(inTheMiddle(fields.lblPlain));
     EXPECT_FALSE(inTheMiddle(fields.lblWrapped));
-}
-
-TEST_F(TextFieldTest, AWrappedLabelShowsTheLinesOfItsText) {
-    ASSERT_NO_FATAL_FAILURE(showFields());
-
-    fields.lblWrapped.setCaption("HH\r\nHH\r\nHH");
-    settle();
-
-    EXPECT_EQ(paintedLines(windowOf(fields.lblPlain)), 1);
-    EXPECT_EQ(paintedLines(windowOf(fields.lblWrapped)), 3);
-}
-
-TEST_F(TextFieldTest, AWrappedLabelBreaksALineThatIsTooLong) {
-    ASSERT_NO_FATAL_FAILURE(showFields());
-    std::string words;
-    for (int i = 0; i < 12; ++i) {
-        words += "HHHH ";
-    }
-
-    fields.lblWrapped.setCaption(words);
-    settle();
-
-    EXPECT_GE(paintedLines(windowOf(fields.lblWrapped)), 2);
 }
 
 } // namespace

@@ -5,10 +5,12 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QMouseEvent>
 #include <QScreen>
 #include <QSemaphore>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -51,6 +53,55 @@ void enlarge(const Form& form, int width, int height) {
 
 bool isActive(const Form& form) {
     return QApplication::activeWindow() == windowNamed(form.name());
+}
+
+std::shared_ptr<void> otherWindow(const Form& form) {
+    const auto bringUp = [](QWidget& window) {
+        window.activateWindow();
+        if (!QTest::qWaitForWindowActive(&window)) {
+            throw std::runtime_error("a window does not become active");
+        }
+    };
+    auto other = std::make_unique<QWidget>();
+    other->show();
+    bringUp(*other);
+    return {other.release(), [bringUp, &own = theWindowOf(form)](QWidget* shown) {
+                delete shown;
+                bringUp(own);
+            }};
+}
+
+std::array<int, 2> sizeOf(const Form& form) {
+    const QWidget& window = theWindowOf(form);
+    return {window.width(), window.height()};
+}
+
+std::vector<int> resolutions() {
+    return {96};
+}
+
+/// There is only one here.
+void moveToResolution(const Form&, int) {}
+
+bool showsWholeText(const TextBox& field) {
+    constexpr int margins = 4;
+    const auto& edit = theWidgetOf<QLineEdit>(field);
+    return edit.fontMetrics().horizontalAdvance(edit.text()) + margins <
+           edit.contentsRect().width();
+}
+
+int paintedLines(const Label& label) {
+    return linesIn(pixelsOf(theWidgetOf(label).grab().toImage()));
+}
+
+std::shared_ptr<void> otherColours(const Form& form, const Colour& ground, const Colour& text) {
+    const auto toolkits = [](const Colour& one) { return QColor(one.red, one.green, one.blue); };
+    QPalette palette = QApplication::palette();
+    palette.setColor(QPalette::Base, toolkits(ground));
+    palette.setColor(QPalette::Text, toolkits(text));
+    QWidget& window = theWindowOf(form);
+    window.setPalette(palette);
+    return {&window, [](QWidget* shown) { shown->setPalette(QPalette()); }};
 }
 
 bool clickDuringCall(const Control& button) {

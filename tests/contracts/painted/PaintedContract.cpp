@@ -97,6 +97,16 @@ TEST_F(PaintedChartContract, NothingIsReadWhenThePointerHasLeft) {
     EXPECT_EQ(chart.readRow(), Chart::none);
 }
 
+TEST_F(PaintedChartContract, DarkColoursMakeADarkImage) {
+    form.fill(24);
+    const Pixels light = painted();
+
+    const auto dark = otherColours(form, {30, 32, 34}, {220, 220, 220});
+
+    EXPECT_EQ(painted().at(2, 2), 0x1E2022U);
+    EXPECT_GT(differingPart(painted(), light), 0.9);
+}
+
 TEST_F(PaintedChartContract, TheFocusIsSeen) {
     giveFocus(form.cmdOk);
     const Pixels without = painted();

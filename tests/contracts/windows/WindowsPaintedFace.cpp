@@ -1,5 +1,6 @@
 #include "contracts/painted/PaintedFace.h"
 
+#include "../../unit_windows/SystemColours.h"
 #include "support/MemorySheet.h"
 #include "support/Win32Windows.h"
 
@@ -7,7 +8,7 @@ namespace tarvik {
 
 namespace {
 
-SIZE sizeOf(const Control& control) {
+SIZE innerSizeOf(const Control& control) {
     RECT area{};
     GetClientRect(windowOf(control), &area);
     return {area.right, area.bottom};
@@ -16,7 +17,7 @@ SIZE sizeOf(const Control& control) {
 } // namespace
 
 Pixels pixelsOf(const Chart& chart) {
-    const SIZE size = sizeOf(chart);
+    const SIZE size = innerSizeOf(chart);
     const MemorySheet sheet(size.cx, size.cy);
     SendMessageA(windowOf(chart), WM_PRINTCLIENT, reinterpret_cast<WPARAM>(sheet.context()),
                  PRF_CLIENT);
@@ -24,7 +25,7 @@ Pixels pixelsOf(const Chart& chart) {
 }
 
 void movePointer(const Chart& chart, int x) {
-    SendMessageA(windowOf(chart), WM_MOUSEMOVE, 0, MAKELPARAM(x, sizeOf(chart).cy / 2));
+    SendMessageA(windowOf(chart), WM_MOUSEMOVE, 0, MAKELPARAM(x, innerSizeOf(chart).cy / 2));
 }
 
 void takePointerAway(const Chart& chart) {
@@ -47,6 +48,63 @@ void enlarge(const Form& form, int width, int height) {
 
 bool isActive(const Form& form) {
     return GetActiveWindow() == windowOf(form);
+}
+
+std::shared_ptr<void> otherWindow(const Form& form) {
+    const HWND own = windowOf(form);
+    const HWND other = CreateWindowExA(0, "STATIC", "other", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
+                                       100, 100, nullptr, nullptr, nullptr, nullptr);
+    SetActiveWindow(other);
+    SetFocus(other);
+    return {other, [own](HWND shown) {
+                SetActiveWindow(own);
+                DestroyWindow(shown);
+            }};
+}
+
+std::array<int, 2> sizeOf(const Form& form) {
+    RECT outer{};
+    GetWindowRect(windowOf(form), &outer);
+    return {static_cast<int>(outer.right - outer.left), static_cast<int>(outer.bottom - outer.top)};
+}
+
+std::vector<int> resolutions() {
+    return {96, 144};
+}
+
+void moveToResolution(const Form& form, int dotsPerInch) {
+    constexpr UINT resolutionChanged = 0x02E0;
+    constexpr int usual = 96;
+    const RECT place{.left = 0, .top = 0, .right = 200, .bottom = 100};
+    if (dotsPerInch != usual) {
+        SendMessageA(windowOf(form), resolutionChanged, MAKEWPARAM(dotsPerInch, dotsPerInch),
+                     reinterpret_cast<LPARAM>(&place));
+    }
+}
+
+bool showsWholeText(const TextBox& field) {
+    constexpr int lastLetter = 8;
+    const HWND edit = windowOf(field);
+    const LRESULT last = SendMessageA(edit, EM_POSFROMCHAR, field.text().size() - 1, 0);
+    return static_cast<int>(LOWORD(last)) + lastLetter < innerSizeOf(field).cx;
+}
+
+int paintedLines(const Label& label) {
+    const HWND window = windowOf(label);
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+    const SIZE size = innerSizeOf(label);
+    const MemorySheet sheet(size.cx, size.cy);
+    const HDC context = GetDC(window);
+    BitBlt(sheet.context(), 0, 0, size.cx, size.cy, context, 0, 0, SRCCOPY);
+    ReleaseDC(window, context);
+    return linesIn(sheet.pixels());
+}
+
+std::shared_ptr<void> otherColours(const Form& form, const Colour& ground, const Colour& text) {
+    const auto systems = [](const Colour& one) { return RGB(one.red, one.green, one.blue); };
+    auto colours = std::make_shared<SystemColours>(systems(ground), systems(text));
+    SendMessageA(windowOf(form), WM_SYSCOLORCHANGE, 0, 0);
+    return colours;
 }
 
 bool clickDuringCall(const Control& button) {
