@@ -56,6 +56,7 @@ private:
             ++traffic_.flushes;
             return real_->flush();
         }
+        bool isInPlace(std::size_t size) override { return real_->isInPlace(size); }
         FileResult remove() override { return real_->remove(); }
 
     private:

@@ -302,6 +302,10 @@ public:
         files_.tell("flushed", path_);
         return std::nullopt;
     }
+    bool isInPlace(std::size_t size) override {
+        Node* const mine = node();
+        return mine != nullptr && mine->bytes.size() >= size;
+    }
     FileResult remove() override {
         files_.tell("remove", path_);
         if (node() == nullptr || files_.killFailure) {

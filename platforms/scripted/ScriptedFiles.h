@@ -90,6 +90,8 @@ public:
     FileResult Name(const std::string& path, const std::string& newPath) override;
     FileResult Kill(const std::string& path) override;
     Holding hold(const std::string& path) override;
+    /// Somebody cuts a file off, also one that is held.
+    void cutOff(const std::string& path, std::size_t size) { nodes_.at(path).bytes.resize(size); }
     Holding holdOrMake(const std::string& path, std::size_t size, const std::string& like) override;
 
 private:

@@ -104,6 +104,7 @@ void Journal::look(const std::string& bytes, JournalFinding& finding) {
         return;
     }
     finding.kind = JournalFinding::Kind::Entry;
+    length_ = bytes.size();
     written_ = bodyOf(finding.entry);
     // It may be that nobody has flushed it; else the one before it is taken care of.
     if (file_->flush()) {
@@ -120,8 +121,8 @@ bool Journal::isDue() const {
            (unflushed && hasPassed(flushedAt_, now, betweenFlushes));
 }
 
-/// False when the file cannot be made, or something else lies there now, which is left alone. Where
-/// another copy of the program has made one meanwhile, this one works without.
+/// False when the file cannot be made, or something else lies there now, which is left alone. What
+/// another program holds may be let go: it is tried again.
 bool Journal::make(std::uint64_t now, bool atOnce) {
     if (file_) {
         return true;
@@ -130,10 +131,9 @@ bool Journal::make(std::uint64_t now, bool atOnce) {
         return false;
     }
     Holding held = platform().files.holdOrMake(path_, fileSize, iniFile_);
-    const bool isOthers = held.file && holdsSomething(*held.file);
-    if (held.outcome == Outcome::Busy || isOthers) {
+    if (held.file && holdsSomething(*held.file)) {
         leave();
-        return !isOthers;
+        return false;
     }
     file_ = std::move(held.file);
     notMadeBefore_ = file_ ? 0 : now + pause_;
@@ -145,10 +145,11 @@ bool Journal::keep(const JournalEntry& entry, bool atOnce) {
     const std::uint64_t now = platform().clock.steadyMilliseconds();
     const std::string body = bodyOf(entry);
     lookedAt_ = now;
+    if (file_ && !file_->isInPlace(length_)) {
+        written_.clear();
+    }
     if (body != written_) {
-        const auto written = [&] {
-            return make(now, atOnce) && (!inUse_ || put(body, entry.moment));
-        };
+        const auto written = [&] { return make(now, atOnce) && put(body, entry.moment); };
         const bool wasThere = isThere();
         if (!written() && (isThere() || !wasThere || !written())) {
             return false;
@@ -168,8 +169,8 @@ std::size_t Journal::nextPlace() const {
 
 bool Journal::put(const std::string& body, Date moment) {
     const std::size_t place = nextPlace();
-    const FileResult failure =
-        file_->write(place * journalPlace, placeOf(body, moment, number_ + 1));
+    const std::string bytes = placeOf(body, moment, number_ + 1);
+    const FileResult failure = file_->write(place * journalPlace, bytes);
     if (failure == ErrorNumber::FileNotFound) {
         release(); // somebody has deleted it: it is made anew
     }
@@ -177,6 +178,7 @@ bool Journal::put(const std::string& body, Date moment) {
         return false;
     }
     ++number_;
+    length_ = std::max(length_, place * journalPlace + bytes.size());
     lastPlace_ = place;
     written_ = body;
     return true;
@@ -210,6 +212,7 @@ void Journal::leave() {
 void Journal::release() {
     file_.reset();
     written_.clear();
+    length_ = 0;
     number_ = 0;
     lastPlace_ = flushedPlace_ = nowhere;
 }

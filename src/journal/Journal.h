@@ -51,8 +51,8 @@ public:
     /// What a start shows without a journal: as long as there is nothing else to say, no file is
     /// made.
     void needNot(const JournalEntry& entry) { written_ = bodyOf(entry); }
-    /// Writes an entry that says something new, and flushes it where `atOnce` or the time says so.
-    /// True unless the file could not be written.
+    /// Writes an entry that says something new, or that somebody has taken away, and flushes it
+    /// where `atOnce` or the time says so. True unless the file could not be written.
     bool keep(const JournalEntry& entry, bool atOnce);
 
     /// Deletes the file and keeps no more. False when it cannot be deleted: then it is still kept.
@@ -91,6 +91,7 @@ private:
     std::string iniFile_;
     std::unique_ptr<HeldFile> file_;
     std::string written_;                ///< the body of the last entry
+    std::size_t length_ = 0;             ///< of the file, bytes, as far as this run knows
     std::uint64_t number_ = 0;           ///< of the last entry
     std::size_t lastPlace_ = nowhere;    ///< of the last entry
     std::size_t flushedPlace_ = nowhere; ///< of the last one that is on the disk

@@ -28,6 +28,9 @@ public:
     virtual std::optional<ErrorNumber> write(std::size_t offset, std::string_view bytes) = 0;
     /// Returns when everything written is on the disk.
     virtual std::optional<ErrorNumber> flush() = 0;
+    /// The file still stands under its name and has no less than so many bytes; also where nobody
+    /// can tell.
+    virtual bool isInPlace(std::size_t size) = 0;
     /// Deletes the file while it is still held, so that nobody else finds it half gone.
     virtual std::optional<ErrorNumber> remove() = 0;
 };

@@ -120,6 +120,16 @@ TEST_F(HeldFileContract, OneWithoutAByteMayBeMadeAndGrows) {
     EXPECT_EQ(bytes, "one\ntwo\n");
 }
 
+TEST_F(HeldFileContract, ItIsInPlaceAsLongAsItHasSoManyBytes) {
+    const auto file = made(16);
+
+    EXPECT_TRUE(file->isInPlace(16));
+    EXPECT_FALSE(file->isInPlace(17));
+
+    file->write(16, "x");
+    EXPECT_TRUE(file->isInPlace(17));
+}
+
 TEST_F(HeldFileContract, WhatIsTooLongIsNotRead) {
     files.replace(path, {std::string(HeldFile::longest + 1, 'x')});
     const Holding held = files.hold(path);

@@ -57,6 +57,7 @@ public:
         files_.heldChanges(result ? "flush failed" : "flushed", {});
         return result;
     }
+    bool isInPlace(std::size_t size) override { return real_->isInPlace(size); }
     FileResult remove() override { return real_->remove(); }
 
 private:

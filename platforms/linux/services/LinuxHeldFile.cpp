@@ -95,6 +95,12 @@ std::optional<ErrorNumber> LinuxHeldFile::flush() {
                : std::optional(errorNumberOf(errno));
 }
 
+bool LinuxHeldFile::isInPlace(std::size_t size) {
+    struct stat info {};
+    return outcomeOfName(file_.number(), path_) != Outcome::Absent &&
+           (fstat(file_.number(), &info) != 0 || info.st_size >= static_cast<off_t>(size));
+}
+
 std::optional<ErrorNumber> LinuxHeldFile::remove() {
     const Outcome outcome = outcomeOfName(file_.number(), path_);
     if (outcome != Outcome::Held) {

@@ -17,6 +17,7 @@ public:
     /// FileNotFound once the file has no name any more.
     std::optional<ErrorNumber> write(std::size_t offset, std::string_view bytes) override;
     std::optional<ErrorNumber> flush() override;
+    bool isInPlace(std::size_t size) override;
     std::optional<ErrorNumber> remove() override;
 
 private:

@@ -133,6 +133,11 @@ std::optional<ErrorNumber> WindowsHeldFile::flush() {
     return done(FlushFileBuffers(file_.get()));
 }
 
+bool WindowsHeldFile::isInPlace(std::size_t size) {
+    LARGE_INTEGER now{};
+    return GetFileSizeEx(file_.get(), &now) == FALSE || now.QuadPart >= static_cast<LONGLONG>(size);
+}
+
 std::optional<ErrorNumber> WindowsHeldFile::remove() {
     const auto result = done(static_cast<BOOL>(markDeleted(file_)));
     if (!result) {

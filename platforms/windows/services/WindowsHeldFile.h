@@ -16,6 +16,8 @@ public:
     std::optional<ErrorNumber> read(std::string& bytes) override;
     std::optional<ErrorNumber> write(std::size_t offset, std::string_view bytes) override;
     std::optional<ErrorNumber> flush() override;
+    /// Nobody else can take its name away.
+    bool isInPlace(std::size_t size) override;
     std::optional<ErrorNumber> remove() override;
 
 private:

@@ -210,14 +210,58 @@ TEST_F(JournalTest, AFileThatAnotherCopyHasMadeMeanwhileIsLeftToIt) {
     first.keep(entryOf(1), true);
     const std::string before = machine.files.file(path);
 
-    EXPECT_TRUE(second.keep(entryOf(2), true));
+    EXPECT_FALSE(second.keep(entryOf(2), true));
+    first.leave();
+    EXPECT_FALSE(second.keep(entryOf(3), true));
 
     EXPECT_FALSE(second.inUse());
     EXPECT_EQ(machine.files.file(path), before);
-    first.leave();
-    Journal third = taken();
-    third.leave();
-    EXPECT_EQ(machine.files.file(path), before);
+}
+
+TEST_F(JournalTest, OneThatCouldNotBeMadeForAnotherProgramIsMadeWhenThatLetsGo) {
+    Journal journal = taken();
+    machine.files.setFile(path, "");
+    machine.files.heldElsewhere = true;
+    EXPECT_FALSE(journal.keep(entryOf(1), true));
+    machine.files.heldElsewhere = false;
+
+    EXPECT_TRUE(journal.keep(entryOf(2), true));
+
+    journal.leave();
+    EXPECT_EQ(found(), 2);
+}
+
+TEST_F(JournalTest, WhatSomebodyHasTakenAwayIsWrittenAgainThoughNothingIsNew) {
+    Journal journal = taken();
+    journal.keep(entryOf(1), true);
+    machine.files.remove(path);
+
+    EXPECT_TRUE(journal.keep(entryOf(1), false));
+
+    journal.leave();
+    EXPECT_EQ(found(), 1);
+}
+
+TEST_F(JournalTest, WhatSomebodyHasCutOffIsWrittenAgainThoughNothingIsNew) {
+    leaveEntries({{1, true}, {2, true}});
+    Journal journal = taken();
+    machine.files.cutOff(path, 100);
+
+    EXPECT_TRUE(journal.keep(entryOf(2), true));
+
+    journal.leave();
+    EXPECT_EQ(found(), 2);
+}
+
+TEST_F(JournalTest, AShortFileThatAPowerCutHasLeftIsNotWrittenAgain) {
+    leaveEntries({{1, true}});
+    machine.files.setFile(path, machine.files.file(path).substr(0, journalPlace));
+    Journal journal = taken();
+    const int before = machine.files.writesInPlace;
+
+    EXPECT_TRUE(journal.keep(entryOf(1), false));
+
+    EXPECT_EQ(machine.files.writesInPlace, before);
 }
 
 TEST_F(JournalTest, WhatHasTakenItsNameInMidRunIsLeftAloneAndTold) {
