@@ -18,7 +18,6 @@
 #include "ui/mdlGUIFigures.h"
 #include "ui/mdlGUILists.h"
 #include "ui/mdlGUIStatistics.h"
-#include "ui/mdlSysTray.h"
 
 #include <algorithm>
 #include <string>
@@ -198,7 +197,6 @@ bool UpdateStats() {
         const bool over =
             std::exchange(state().SessionOver, std::exchange(state().WasReset, false));
         KeepJournal(over ? KeepWhen::AtOnce : KeepWhen::Due);
-        TellWhatWaits();
     });
 }
 

@@ -90,6 +90,7 @@ void CheckReset() {
         s.TransferResetLast = today;
         s.FileOfDoubtfulReset.clear();
         s.WasReset = true;
+        OverruleJournal();
         KeepJournal(KeepWhen::AtOnce);
     });
 }
@@ -100,6 +101,7 @@ void ResetTransfersRequest() {
                    MsgBoxButtons::YesNo, MsgBoxIcon::Question) == MsgBoxAnswer::Yes) {
             ResetTransfers(true);
             state().SessionOver = true;
+            OverruleJournal();
             KeepJournal(KeepWhen::AtOnce);
             // Without monitoring no tick would show it.
             UpdateValuesInGUI(true, true, false);

@@ -47,6 +47,7 @@ void KeepJournal(KeepWhen When) {
     guarded("KeepJournal", [&] {
         Journal& j = journal();
         const bool atOnce = When == KeepWhen::AtOnce;
+        TellWhatWaits();
         if (!j.shownAtStart.empty() && j.isDue()) {
             LookForJournalAgain();
         }
@@ -58,6 +59,12 @@ void KeepJournal(KeepWhen When) {
             }
         }
     });
+}
+
+void OverruleJournal() {
+    if (std::string& shown = journal().shownAtStart; !shown.empty()) {
+        shown = "what no entry says";
+    }
 }
 
 void NoteRecord() {
@@ -104,6 +111,7 @@ void EndJournal(bool Saved) {
     guarded("EndJournal", [&] {
         Journal& j = journal();
         if (!j.inUse()) {
+            PutOutdatedJournalAside();
             return;
         }
         std::optional<JournalEntry> entry = entryNow();

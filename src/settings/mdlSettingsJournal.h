@@ -15,6 +15,10 @@ enum class KeepWhen {
 /// a journal, and after the end. A failure is told once, in a note.
 void KeepJournal(KeepWhen When);
 
+/// The totals were reset: what a journal that is out of reach says does not come back, though there
+/// was nothing to reset here.
+void OverruleJournal();
+
 /// The newest record of the file holds the totals, from the save under way on.
 void NoteRecord();
 

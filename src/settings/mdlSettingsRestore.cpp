@@ -94,6 +94,8 @@ void putAside(const std::string& why) {
                                      : aboutJournal(why + " The journal is now ", aside.name);
 }
 
+constexpr const char* outOfReachText =
+    "The journal of the running count was out of reach, and this run has counted since.";
 constexpr const char* damagedText = "The journal of the running count is damaged.";
 
 /// Takes over what the last run left. True when it is what stands here now.
@@ -143,8 +145,8 @@ std::string whatIsLeftAlone(JournalFinding::Kind kind) {
                                   notKept)
                    : std::string();
     case Kind::Refused:
-        return aboutJournal("What has the name of the journal of the running count is no file of "
-                            "the user's alone and is left alone." +
+        return aboutJournal("What has the name of the journal of the running count is no journal "
+                            "of the user's own and is left alone." +
                             notKept);
     default:
         return {};
@@ -167,8 +169,7 @@ void takeJournal(const IniContent& file, bool asAtStart) {
     if (found.kind == JournalFinding::Kind::Damaged) {
         putAside(damagedText);
     } else if (found.kind == JournalFinding::Kind::Entry && !asAtStart) {
-        putAside(
-            "The journal of the running count was out of reach, and this run has counted since.");
+        putAside(outOfReachText);
     } else if (found.kind == JournalFinding::Kind::Entry && restore(found.entry, file)) {
         return;
     }
@@ -196,6 +197,14 @@ void LookForJournalAgain() {
             j.toTell.clear(); // that was told at the start
             j.shownAtStart = shown;
         }
+        TellOfJournal();
+    }
+}
+
+void PutOutdatedJournalAside() {
+    const auto entry = entryNow();
+    if (!journal().shownAtStart.empty() && entry && bodyOf(*entry) != journal().shownAtStart) {
+        putAside(outOfReachText);
         TellOfJournal();
     }
 }

@@ -12,4 +12,8 @@ void TellOfJournal();
 /// and tells what it has found.
 void LookForJournalAgain();
 
+/// The end of a run that could not read the journal: if it has counted or set something, the
+/// journal is put aside, for the next start would take it for what stood here last.
+void PutOutdatedJournalAside();
+
 } // namespace tarvik

@@ -1,3 +1,4 @@
+#include "monitor/mdlCodeReset.h"
 #include "settings/JournalRestartTest.h"
 
 #include <gmock/gmock.h>
@@ -58,6 +59,48 @@ TEST_F(JournalReachTest, WhereSomethingWasCountedMeanwhileItIsSetAsideAndKeptAne
     EXPECT_THAT(notes()[1], HasSubstr("has counted since"));
     restartAfterKill("/r");
     EXPECT_EQ(received(), 33);
+}
+
+/// The next start would take it for what stood here last.
+TEST_F(JournalReachTest, WhatWasSetMeanwhileIsNotUndoneByItAfterAnEndInOrder) {
+    startOutOfReach();
+    frmMain().cmdOptions.press();
+    frmOptions().chkTransferTicker.setValue(true);
+    frmOptions().cmdOK.press();
+    endSession();
+    machine.files.holdFailure.reset();
+
+    newWorld();
+    start();
+
+    EXPECT_NE(state().TransferTicker, 0);
+    EXPECT_TRUE(machine.files.exists(aside));
+}
+
+TEST_F(JournalReachTest, AResetMeanwhileIsNotUndoneByItAfterAnEndInOrder) {
+    startOutOfReach();
+    expectBox("Are you really sure you want to reset the (overall) values?", MsgBoxButtons::YesNo,
+              MsgBoxIcon::Question, MsgBoxAnswer::Yes);
+    state().BytesRcvdTotal = 7;
+    ResetTransfersRequest();
+    endSession();
+    machine.files.holdFailure.reset();
+
+    newWorld();
+    start();
+
+    EXPECT_EQ(received(), 0);
+}
+
+TEST_F(JournalReachTest, WhereNothingWasCountedOrSetAnEndInOrderLeavesItToTheNextStart) {
+    startOutOfReach();
+    endSession();
+    machine.files.holdFailure.reset();
+
+    newWorld();
+    start();
+
+    EXPECT_EQ(received(), 5000);
 }
 
 TEST_F(JournalReachTest, WhereItIsGoneMeanwhileANewOneIsKept) {
