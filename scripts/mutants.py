@@ -36,10 +36,15 @@ def stale():
 
 
 def copy():
-    """Files that are as they were stay as they are, so that little is built a second time."""
+    """Files that are as they were stay as they are, so that little is built a second time; those that
+    are gone go."""
     names = subprocess.run(
         ["git", "-c", "safe.directory=*", "ls-files", "-z", "--cached", "--others", "--exclude-standard"],
         cwd=ROOT, capture_output=True, text=True, check=True).stdout.split("\0")
+    for path in TREE.rglob("*"):
+        name = path.relative_to(TREE)
+        if path.is_file() and name.parts[0] != "build" and not (ROOT / name).is_file():
+            path.unlink()
     for name in names:
         if (ROOT / name).is_file():
             put(TREE / name, (ROOT / name).read_bytes())
