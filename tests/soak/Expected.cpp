@@ -108,7 +108,7 @@ void Expected::requestReset() {
     if (question("Are you really sure you want to reset the (overall) values?",
                  MsgBoxButtons::YesNo, MsgBoxIcon::Question, 2) == MsgBoxAnswer::Yes) {
         tally.reset();
-        tally.sessionOver = true;
+        tally.sessionOver = overruled_ = true;
         keep(true);
         stale = false;
         ++resets;
@@ -274,7 +274,7 @@ void Expected::checkReset() {
     tally.reset();
     settings.lastReset = now_.day;
     resetInDoubt_ = false;
-    wasReset_ = true;
+    wasReset_ = overruled_ = true;
     keep(true);
     ++resets;
 }

@@ -145,6 +145,7 @@ private:
     void endJournal(bool saved, bool deletionFails);
     void takeJournal(bool asAtStart);
     void lookAgain();
+    bool isAsAtStart() const;
     void putJournalAside(const char* why);
     bool goOnFrom(const Saying& found);
     bool isOwnSave(const Saying& before) const;
@@ -167,7 +168,8 @@ private:
     bool failureTold_ = false; ///< of the journal, in this run
     /// What this run began with; nothing unless it looks for a journal that was out of reach.
     std::optional<Saying> shownAtStart_;
-    bool wasReset_ = false; ///< in this tick
+    bool overruled_ = false; ///< a reset in this run goes before what that journal says
+    bool wasReset_ = false;  ///< in this tick
     bool resetIsAnnounced_ = false;
 };
 

@@ -45,6 +45,7 @@ void Expected::start(bool argumentRun) {
     // Without a file nothing is shown before the first tick.
     stale = !file.exists;
     resetIsAnnounced_ = failureTold_ = false;
+    overruled_ = false;
     shownAtStart_.reset();
     takeJournal(true);
     if (shownAtStart_) {
@@ -71,10 +72,16 @@ void Expected::takeJournal(bool asAtStart) {
     }
 }
 
+/// Nothing was counted, set or reset in this run.
+bool Expected::isAsAtStart() const {
+    return !overruled_ && sayingNow().sameAs(*shownAtStart_);
+}
+
 /// One that was out of reach may be in reach by now. That it is not was told at the start.
 void Expected::lookAgain() {
+    const bool isUntouched = isAsAtStart();
     const std::optional<Saying> shown = std::exchange(shownAtStart_, std::nullopt);
-    takeJournal(sayingNow().sameAs(*shown) && !tally.knowsSessions());
+    takeJournal(isUntouched && !tally.knowsSessions());
     if (!journal.isKept()) {
         shownAtStart_ = shown;
     }
@@ -137,8 +144,12 @@ void Expected::write(const Saying& saying, bool atOnce) {
     }
 }
 
-/// It stays where the file alone would show something else, or where nobody may delete it.
+/// It stays where the file alone would show something else, or where nobody may delete it. One that
+/// was out of reach must not undo what this run has done.
 void Expected::endJournal(bool saved, bool deletionFails) {
+    if (!journal.isKept() && shownAtStart_ && !isAsAtStart()) {
+        putJournalAside(countedMeanwhile);
+    }
     Saying last = sayingNow();
     const bool isNeeded = !saved || file.totals() != last.counts.all;
     if (isNeeded || !journal.deleteIt(deletionFails)) {

@@ -74,20 +74,19 @@ void ReferenceJournal::putAside() {
     onDisk_.reset();
 }
 
-/// One that cannot be made is tried again later and later. Where another program is quicker, the
-/// run goes without.
+/// One that cannot be made is tried again later and later. A program that is quicker leaves it
+/// blank.
 bool ReferenceJournal::make(std::int64_t seconds, bool atOnce) {
     if (seconds < notMadeBefore_ && !atOnce) {
         return false;
     }
-    if (trouble == JournalTrouble::Full || trouble == JournalTrouble::Closed) {
+    isThere_ = isThere_ || trouble == JournalTrouble::Held;
+    if (trouble == JournalTrouble::Full || opensFail()) {
         notMadeBefore_ = seconds + pause_;
         pause_ = std::clamp(2 * pause_, betweenWrites, longestPause);
         return false;
     }
-    isThere_ = true;
-    isOpen_ = trouble != JournalTrouble::Held;
-    isKept_ = isOpen_;
+    isThere_ = isOpen_ = true;
     notMadeBefore_ = pause_ = 0;
     return true;
 }
@@ -101,9 +100,6 @@ bool ReferenceJournal::keep(const Saying& saying, std::int64_t seconds, bool atO
     if (!known_ || !saying.sameAs(*known_)) {
         if (!isOpen_ && !make(seconds, atOnce)) {
             return false;
-        }
-        if (!isKept_) {
-            return true;
         }
         if (writesFail()) {
             return false;
