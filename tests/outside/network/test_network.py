@@ -19,6 +19,7 @@ SERVER, SINK, SOURCE = "10.8.1.1", "5001", "5002"
 MEGABYTES = 1_000_000
 DAY_OF_TICKS = pathlib.Path(EXECUTABLE).with_name("day_of_ticks")
 TICKS_OF_A_DAY = 24 * 60 * 60
+READY = b"Initialization Sequence Completed"
 DENIED = (
     "Error: RasDial failed with 691:\nAccess was denied because the user name or the password "
     "was not valid on the domain."
@@ -38,6 +39,13 @@ def answers_at_once():
     begin = time.monotonic()
     nmcli("-t", "-f", "STATE", "general")
     return time.monotonic() - begin < 0.5
+
+
+def has_ended(process):
+    try:
+        return pathlib.Path("/proc/%d/stat" % process).read_text().rsplit(")", 1)[1].split()[0] == "Z"
+    except FileNotFoundError:
+        return True
 
 
 def pump(way, amount, server=SERVER, check=True):
@@ -288,14 +296,19 @@ class NetworkTest(ProgramTest):
     def restart_server(self, addresses):
         """The server comes back with other addresses: its clients make their tunnels anew."""
         state = pathlib.Path(os.environ["RIG_STATE"])
-        os.kill(int((state / "server1.pid").read_text()), signal.SIGKILL)
+        log = state / "log" / "server1"
+        former = int((state / "server1.pid").read_text())
+        os.kill(former, signal.SIGKILL)
+        # Until it is gone it has the port, and the next one would end at once.
+        wait_for("the server's end", lambda: has_ended(former))
+        before = log.stat().st_size
         configuration = (state / "server1.conf").read_text()
         other = state / "server1.other"
         other.write_text(configuration.replace("server 10.8.1.0", "server " + addresses))
         subprocess.run(
             ["ip", "netns", "exec", "server", "openvpn", "--config", str(other), "--daemon",
-             "--log-append", str(state / "log" / "server1"),
-             "--writepid", str(state / "server1.pid")], check=True)
+             "--log-append", str(log), "--writepid", str(state / "server1.pid")], check=True)
+        wait_for("the server", lambda: READY in log.read_bytes()[before:])
 
     def index(self):
         try:
