@@ -1,8 +1,8 @@
 #include "types/Blanks.h"
 #include "types/Convert.h"
+#include "types/ExactDigits.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <optional>
@@ -241,15 +241,8 @@ void increment(std::string& digits) {
 
 /// The value times 10^decimals as digits, halves rounded up.
 std::string roundedDigits(double magnitude, int decimals) {
-    // Long enough for the largest double and for every digit of those that a user ever sees.
-    constexpr int precision = 30;
-    std::array<char, 400> buffer{};
-    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
-                                            std::chars_format::fixed, precision);
-    std::string digits(buffer.data(), end);
-    const std::size_t point = digits.find('.');
-    digits.erase(point, 1);
-    const std::size_t kept = point + static_cast<std::size_t>(decimals);
+    std::string digits = exactDigits(magnitude);
+    const std::size_t kept = digits.size() - exactDecimals + static_cast<std::size_t>(decimals);
     const bool up = digits[kept] >= '5';
     digits.resize(kept);
     if (up) {
