@@ -370,13 +370,8 @@ class Program:
         self._act(self.find(name))
 
     def choose(self, name, entry):
-        """Opens a list with a click and chooses an entry with the keyboard; once more where the keys
-        came before the list had the keyboard, as on a busy Wayland desktop."""
-        wait_for("%s in %s" % (entry, name), lambda: self._chooses(name, entry))
-
-    def _chooses(self, name, entry):
-        if not self.is_open(name):
-            self.click(name)
+        """Opens a list with a click and chooses an entry with the keyboard."""
+        self.click(name)
         wait_for("the open list", lambda: self.is_open(name))
         entries = [
             node.get_name() for node in self._walk(self.find(name))
@@ -385,11 +380,7 @@ class Program:
         if entry not in entries:
             raise Failure("no entry %s in %s" % (entry, entries))
         self.key("Home", *["Down"] * entries.index(entry), "Return")
-        try:
-            wait_for("the choice", lambda: self.text(name) == entry, 5)
-        except Failure:
-            return False
-        return True
+        self.wait_text(name, entry)
 
     def is_open(self, name):
         for node in self._walk(self.find(name)):
