@@ -5,9 +5,7 @@ import functools
 import os
 import pathlib
 import shutil
-import sys
 import tempfile
-import traceback
 import unittest
 
 from desktop import Desktop, Program
@@ -53,47 +51,21 @@ def number(text):
 _desktops = []
 
 
-def take_screenshot(test, failure):
-    SCREENSHOTS.mkdir(parents=True, exist_ok=True)
-    screenshot = SCREENSHOTS / (".".join(test.id().split(".")[-2:]) + ".png")
-    test.desktop.screenshot(screenshot)
-    failure.add_note("The screen at that moment: %s" % screenshot)
-
-
-_second_tries = []
-
-
-def tell_second_tries():
-    print("%d passed at the second try only: %s" % (len(_second_tries), ", ".join(_second_tries)))
-
-
-def with_second_try(test):
-    """The test, which names a screenshot of the screen when it fails, and is tried once more, from its
-    beginning: what a compositor or a service of the desktop lost once is no fault of the program's.
-    Each such test is told, with what it failed of first."""
+def with_screenshot(test):
+    """The test, which names a screenshot of the screen when it fails."""
 
     @functools.wraps(test)
     def wrapped(self):
         try:
             test(self)
-            return
         except unittest.SkipTest:
             raise
         except Exception as failure:
-            take_screenshot(self, failure)
-            print("\n%s is tried once more, for it failed:" % self.id())
-            traceback.print_exception(failure, file=sys.stdout)
-        self.tearDown()
-        self.doCleanups()
-        self.setUp()
-        try:
-            test(self)
-        except Exception as failure:
-            take_screenshot(self, failure)
+            SCREENSHOTS.mkdir(parents=True, exist_ok=True)
+            screenshot = SCREENSHOTS / (".".join(self.id().split(".")[-2:]) + ".png")
+            self.desktop.screenshot(screenshot)
+            failure.add_note("The screen at that moment: %s" % screenshot)
             raise
-        if not _second_tries:
-            atexit.register(tell_second_tries)
-        _second_tries.append(self.id())
 
     return wrapped
 
@@ -105,7 +77,7 @@ class ProgramTest(unittest.TestCase):
         super().__init_subclass__(**options)
         for name, member in list(vars(cls).items()):
             if name.startswith("test_"):
-                setattr(cls, name, with_second_try(member))
+                setattr(cls, name, with_screenshot(member))
 
     @property
     def desktop(self):

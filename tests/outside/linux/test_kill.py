@@ -4,7 +4,7 @@ import pathlib
 import signal
 import subprocess
 
-from desktop import DEADLINE, end_with_parent, wait_for
+from desktop import end_with_parent, wait_for
 from support import EXECUTABLE, INSTANCE_QUESTION, ProgramTest, keys_of
 
 LIBRARY = pathlib.Path(EXECUTABLE).with_name("libfaults.so")
@@ -56,7 +56,7 @@ class KillTest(ProgramTest):
                          "IsLocked=1\n" in self.read_ini())
                 if process.poll() is None:
                     process.send_signal(signal.SIGTERM)
-                return process.wait(DEADLINE)
+                return process.wait(30)
             finally:
                 process.kill()
 
