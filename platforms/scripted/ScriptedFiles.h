@@ -71,6 +71,8 @@ public:
     /// bytes of it, from its beginning, reached the disk all the same.
     void cutPower(std::size_t kept = 0);
 
+    /// Somebody cuts a file off, also one that is held.
+    void cutOff(const std::string& path, std::size_t size) { nodes_.at(path).bytes.resize(size); }
     /// What lies there is what lay there then, as if nobody had done anything since. Stamps are not
     /// given a second time.
     void goBackTo(const ScriptedFiles& then);
@@ -90,8 +92,6 @@ public:
     FileResult Name(const std::string& path, const std::string& newPath) override;
     FileResult Kill(const std::string& path) override;
     Holding hold(const std::string& path) override;
-    /// Somebody cuts a file off, also one that is held.
-    void cutOff(const std::string& path, std::size_t size) { nodes_.at(path).bytes.resize(size); }
     Holding holdOrMake(const std::string& path, std::size_t size, const std::string& like) override;
 
 private:

@@ -21,7 +21,7 @@ bool hasPassed(std::uint64_t since, std::uint64_t now, std::uint64_t interval) {
     return since == 0 || now - since >= interval;
 }
 
-/// Somebody has written to it; one that cannot be read was made just now.
+/// Somebody has written to it. One that cannot be read is taken for the new one that it mostly is.
 bool holdsSomething(HeldFile& file) {
     std::string bytes;
     return !file.read(bytes) && bytes.find_first_not_of('\0') != std::string::npos;

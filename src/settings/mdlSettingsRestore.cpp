@@ -159,6 +159,11 @@ bool isOutOfReach(JournalFinding::Kind kind) {
     return kind == Kind::Unread || (kind == Kind::Busy && state().OnlyInstance);
 }
 
+/// Nothing was counted, set or reset since a start that could not read the journal.
+bool isAsAtStart(const JournalEntry& entry) {
+    return bodyOf(entry) == journal().shownAtStart;
+}
+
 /// Takes what is there. `asAtStart`: nothing was counted or set in this run, so that what the last
 /// one left can take its place.
 void takeJournal(const IniContent& file, bool asAtStart) {
@@ -192,7 +197,7 @@ void LookForJournalAgain() {
     const std::string shown = j.shownAtStart;
     const auto entry = entryNow();
     if (const auto file = contentOfFile(); entry && file) {
-        takeJournal(*file, bodyOf(*entry) == shown && state().LineSessions.empty());
+        takeJournal(*file, isAsAtStart(*entry) && state().LineSessions.empty());
         if (!j.inUse()) {
             j.toTell.clear(); // that was told at the start
             j.shownAtStart = shown;
@@ -203,7 +208,7 @@ void LookForJournalAgain() {
 
 void PutOutdatedJournalAside() {
     const auto entry = entryNow();
-    if (!journal().shownAtStart.empty() && entry && bodyOf(*entry) != journal().shownAtStart) {
+    if (!journal().shownAtStart.empty() && entry && !isAsAtStart(*entry)) {
         putAside(outOfReachText);
         TellOfJournal();
     }

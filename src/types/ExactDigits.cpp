@@ -10,6 +10,10 @@ namespace tarvik {
 
 namespace {
 
+/// As many digits at a time as fit a limb.
+constexpr int groupDigits = 9;
+constexpr std::uint32_t group = 1'000'000'000;
+
 /// A natural number with room for the largest double and as many decimals: 1,024 and 100 bits.
 class Natural {
 public:
@@ -101,14 +105,13 @@ private:
 /// The number times 10^exactDecimals.
 Natural scaled(double magnitude) {
     constexpr int mantissaBits = 53;
-    constexpr std::uint32_t thousandMillions = 1'000'000'000;
     int exponent = 0;
     const double fraction = std::frexp(magnitude, &exponent);
     Natural number(static_cast<std::uint64_t>(std::ldexp(fraction, mantissaBits)));
-    static_assert(exactDecimals == 9 + 9 + 9 + 3);
-    number.multiply(thousandMillions);
-    number.multiply(thousandMillions);
-    number.multiply(thousandMillions);
+    static_assert(exactDecimals == 3 * groupDigits + 3);
+    number.multiply(group);
+    number.multiply(group);
+    number.multiply(group);
     number.multiply(1000);
     exponent -= mantissaBits;
     number.shiftLeft(exponent);
@@ -119,8 +122,6 @@ Natural scaled(double magnitude) {
 } // namespace
 
 std::string exactDigits(double magnitude) {
-    constexpr std::uint32_t group = 1'000'000'000;
-    constexpr int groupDigits = 9;
     constexpr std::ptrdiff_t least = exactDecimals + 1;
     Natural number = scaled(magnitude);
     std::array<char, 400> digits{}; // from behind; the largest number has 339

@@ -8,8 +8,8 @@ namespace tarvik {
 inline constexpr int exactDecimals = 30;
 
 /// The digits of a finite number from 0 on, without a point: so many after it, rounded to the
-/// nearest, ties to even, and at least one before it. Exact, whatever the number; a tenth of the
-/// program that the standard library's own would be.
+/// nearest, ties to even, and at least one before it. Exact, whatever the number, without
+/// the tables that the standard library's own conversion brings along.
 std::string exactDigits(double magnitude);
 
 } // namespace tarvik

@@ -90,7 +90,7 @@ BREAKS = [
           "if (!j.shownAtStart.empty() && j.isDue()) {",
           "if (j.shownAtStart.size() == 1 && j.isDue()) {"),
     Break("a journal that was out of reach undoes what was counted since", RESTORE,
-          "takeJournal(*file, bodyOf(*entry) == shown && state().LineSessions.empty());",
+          "takeJournal(*file, isAsAtStart(*entry) && state().LineSessions.empty());",
           "takeJournal(*file, !shown.empty());"),
     Break("a save that the journal could not note makes it another's", NOW,
           "    return saved && mayHaveSaved(entry, *saved);",

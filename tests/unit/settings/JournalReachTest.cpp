@@ -20,6 +20,13 @@ protected:
         expectInstanceQuestion();
         start("/r");
     }
+    /// The run ends in order, and only then somebody lets the journal go.
+    void restartInReach() {
+        endSession();
+        machine.files.holdFailure.reset();
+        newWorld();
+        start();
+    }
 };
 
 TEST_F(JournalReachTest, ItIsToldOnceThatItCannotBeRead) {
@@ -67,11 +74,8 @@ TEST_F(JournalReachTest, WhatWasSetMeanwhileIsNotUndoneByItAfterAnEndInOrder) {
     frmMain().cmdOptions.press();
     frmOptions().chkTransferTicker.setValue(true);
     frmOptions().cmdOK.press();
-    endSession();
-    machine.files.holdFailure.reset();
 
-    newWorld();
-    start();
+    restartInReach();
 
     EXPECT_NE(state().TransferTicker, 0);
     EXPECT_TRUE(machine.files.exists(aside));
@@ -83,22 +87,16 @@ TEST_F(JournalReachTest, AResetMeanwhileIsNotUndoneByItAfterAnEndInOrder) {
               MsgBoxIcon::Question, MsgBoxAnswer::Yes);
     state().BytesRcvdTotal = 7;
     ResetTransfersRequest();
-    endSession();
-    machine.files.holdFailure.reset();
 
-    newWorld();
-    start();
+    restartInReach();
 
     EXPECT_EQ(received(), 0);
 }
 
 TEST_F(JournalReachTest, WhereNothingWasCountedOrSetAnEndInOrderLeavesItToTheNextStart) {
     startOutOfReach();
-    endSession();
-    machine.files.holdFailure.reset();
 
-    newWorld();
-    start();
+    restartInReach();
 
     EXPECT_EQ(received(), 5000);
 }
