@@ -15,6 +15,7 @@ constexpr int impossibleStatus = 86;
 ///     kill N                   the process ends before call N
 ///     killhalf N               the same, in the middle of call N, which writes
 ///     cut N KEPT LOSS          as the power cut that `Disk::cut` describes, before call N
+///     cutflush N KEPT LOSS     the same, before call N of those that flush a file's bytes alone
 ///     fail N ERROR TIMES       call N, and as many as TIMES tells, fails with that error number
 ///     failkill N ERROR M       call N fails, the process ends before call M
 ///     short N TIMES            call N, which reads or writes, moves half of what it should

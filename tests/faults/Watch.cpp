@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <sstream>
+#include <string_view>
 #include <unistd.h>
 
 namespace tarvik::faults {
@@ -30,6 +31,7 @@ Turn::Turn(const char* call, bool ours, Kind kind)
     inside = true;
     ++watch->calls;
     watch->named.append(call).append(" ");
+    watch->flushes += std::string_view(call) == "fdatasync" ? 1 : 0;
     decide(watch->fault);
 }
 
@@ -47,7 +49,7 @@ void Turn::afterWrite() const {
 }
 
 void Turn::decide(const Fault& fault) {
-    const int now = watch->calls;
+    const int now = fault.kind == "cutflush" ? watch->flushes : watch->calls;
     const bool here = now == fault.call;
     if (here) {
         watch->happened = true;
@@ -59,7 +61,7 @@ void Turn::decide(const Fault& fault) {
             cannotHappen();
         }
         half_ = dies_ = true;
-    } else if (fault.kind == "cut" && here) {
+    } else if (fault.kind.starts_with("cut") && here) {
         watch->disk.cut(fault.first, static_cast<Disk::Loss>(fault.second)) ? die()
                                                                             : cannotHappen();
     } else if (fault.kind == "fail" && now >= fault.call &&

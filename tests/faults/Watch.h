@@ -25,6 +25,7 @@ struct Watch {
     Disk disk;
     std::map<int, std::string> open; ///< descriptors of interest, with their paths
     int calls = 0;
+    int flushes = 0; ///< of a file's bytes alone, as the journal's are
     std::string named;
     bool happened = false;
 };
