@@ -200,7 +200,7 @@ TEST_F(NetworkPatienceTest, ADialWhoseConnectionIsNowhereEnds) {
 }
 
 TEST_F(NetworkPatienceTest, ADialThatNeverComesToAnEndIsGivenUpAndTakenBack) {
-    NetworkConnections hasty{folder.path(), {.making = std::chrono::milliseconds(300)}};
+    NetworkConnections hasty{LinkReader(folder.path()), {.making = std::chrono::milliseconds(300)}};
     service.addProfile("mobile", "gsm");
     std::string path;
     service.onActivate = [&](const std::string& profile) {
@@ -214,7 +214,7 @@ TEST_F(NetworkPatienceTest, ADialThatNeverComesToAnEndIsGivenUpAndTakenBack) {
 }
 
 TEST_F(NetworkPatienceTest, ADialOverWhichTheServiceIsStartedAgainEnds) {
-    NetworkConnections patient{folder.path(), {.reason = std::chrono::hours(1)}};
+    NetworkConnections patient{LinkReader(folder.path()), {.reason = std::chrono::hours(1)}};
     service.addProfile("mobile", "gsm");
     std::atomic<bool> asked = false;
     service.onActivate = [&](const std::string& profile) {

@@ -53,7 +53,7 @@ protected:
         write("tun0", "statistics/rx_bytes", 900);
         EXPECT_EQ(statisticsOf(line).dwBytesRcved, 900U);
         mark = connections.sessionMark(line);
-        later = std::make_unique<NetworkConnections>(folder.path());
+        later = std::make_unique<NetworkConnections>(LinkReader(folder.path()));
     }
 
     /// The line in the later process.

@@ -97,7 +97,7 @@ protected:
 
     TemporaryFolder folder;
     Service service;
-    NetworkConnections connections{folder.path()};
+    NetworkConnections connections{LinkReader(folder.path())};
     std::uint32_t code = 0;
     std::uint32_t handle = 0;
 };

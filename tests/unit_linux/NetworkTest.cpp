@@ -1,5 +1,4 @@
-#include "linux/network/LinkAge.h"
-#include "linux/network/LinkReader.h"
+#include "linux/network/LinkFiles.h"
 #include "linux/network/LinkSession.h"
 #include "linux/network/LinuxInternetState.h"
 #include "linux/network/NetworkConnections.h"
@@ -56,7 +55,7 @@ TEST(BusErrorTest, AnErrorOfTheBusBecomesTheNearestCode) {
     EXPECT_EQ(codeOfBusError("org.freedesktop.NetworkManager.Failed"), 651U);
 }
 
-class LinkReaderTest : public testing::Test {
+class LinkFilesTest : public testing::Test {
 protected:
     void write(const std::string& name, const std::string& text) {
         const std::filesystem::path path = std::filesystem::path(folder.path()) / "tun0" / name;
@@ -67,7 +66,7 @@ protected:
     TemporaryFolder folder;
 };
 
-TEST_F(LinkReaderTest, ReadsWhatTheKernelCounts) {
+TEST_F(LinkFilesTest, ReadsWhatTheKernelCounts) {
     write("ifindex", "7");
     write("statistics/rx_bytes", "5000000000");
     write("statistics/tx_bytes", "12");
@@ -85,19 +84,19 @@ TEST_F(LinkReaderTest, ReadsWhatTheKernelCounts) {
     EXPECT_EQ(reading->packetsSent, 0U);
 }
 
-TEST_F(LinkReaderTest, AnInterfaceThatIsNotThereHasNoReading) {
+TEST_F(LinkFilesTest, AnInterfaceThatIsNotThereHasNoReading) {
     EXPECT_FALSE(readLink(folder.path(), "tun0"));
     EXPECT_FALSE(readLink("/sys/class/net", ""));
 }
 
-TEST_F(LinkReaderTest, EveryInterfaceIsRead) {
+TEST_F(LinkFilesTest, EveryInterfaceIsRead) {
     write("ifindex", "7");
 
     EXPECT_EQ(readLinks(folder.path()).size(), 1U);
     EXPECT_TRUE(readLinks(folder.path() + "/none").empty());
 }
 
-TEST_F(LinkReaderTest, TheBitRateIsWhatTheDeviceTells) {
+TEST_F(LinkFilesTest, TheBitRateIsWhatTheDeviceTells) {
     EXPECT_EQ(bitRateOf(folder.path(), "tun0"), 0U);
     write("speed", "100");
     EXPECT_EQ(bitRateOf(folder.path(), "tun0"), 100'000'000U);
@@ -109,7 +108,7 @@ TEST_F(LinkReaderTest, TheBitRateIsWhatTheDeviceTells) {
     EXPECT_EQ(bitRateOf(folder.path(), "tun0"), 0U);
 }
 
-TEST_F(LinkReaderTest, ATunnelsMadeUpBitRateIsNotTold) {
+TEST_F(LinkFilesTest, ATunnelsMadeUpBitRateIsNotTold) {
     write("speed", "10");
     write("tun_flags", "0x1001");
 
@@ -164,14 +163,6 @@ TEST(LinkSessionTest, TheFirstReadingCountsFromTheStartOfTheTunnel) {
     session.sample({.index = 4, .received = 1000, .sent = 10});
 
     EXPECT_EQ(session.total().received, 1000U);
-}
-
-TEST(LinkAgeTest, TheMachinesOwnAddressIsOld) {
-    const auto reading = readLink("/sys/class/net", "lo");
-    ASSERT_TRUE(reading);
-
-    EXPECT_TRUE(addressAge(reading->index));
-    EXPECT_FALSE(addressAge(999'999));
 }
 
 NetworkLine lineOf(const std::string& type, std::uint32_t state) {

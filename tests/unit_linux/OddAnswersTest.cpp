@@ -249,7 +249,7 @@ TEST_F(OddAnswersTest, AProfileThatCannotBeReadIsLeftOutUntilAnythingChanges) {
 
 TEST_F(OddAnswersTest, AListOfProfilesThatCannotBeReadIsReadWhenItCanBe) {
     service.answer("ListConnections", network::settingsPath, {5U});
-    NetworkConnections late{folder.path()};
+    NetworkConnections late{LinkReader(folder.path())};
     RASENTRYNAMEA entry{};
     entry.dwSize = 532;
     std::uint32_t bytes = sizeof entry;

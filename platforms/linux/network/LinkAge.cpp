@@ -1,16 +1,12 @@
 #include "linux/network/LinkAge.h"
 
-#include "linux/services/FileDescriptor.h"
+#include "linux/network/RouteSocket.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <ctime>
 #include <linux/if_addr.h>
-#include <linux/netlink.h>
-#include <linux/rtnetlink.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
 namespace tarvik {
 
@@ -19,38 +15,21 @@ namespace {
 constexpr std::uint64_t stampsPerSecond = 100;
 
 struct Request {
-    nlmsghdr header;
-    ifaddrmsg message;
+    nlmsghdr header{};
+    ifaddrmsg message{};
 };
 
-FileDescriptor askForAddresses() {
-    FileDescriptor connection(socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC, NETLINK_ROUTE));
-    Request request{};
-    request.header.nlmsg_len = sizeof request;
-    request.header.nlmsg_type = RTM_GETADDR;
-    request.header.nlmsg_flags = NLM_F_REQUEST | NLM_F_DUMP;
-    request.message.ifa_family = AF_UNSPEC;
-    if (!connection || send(connection.number(), &request, sizeof request, 0) < 0) {
-        connection.close();
-    }
-    return connection;
-}
-
-/// The stamp of an address's making, in hundredths of a second since the machine's start.
-std::optional<std::uint32_t> stampOf(nlmsghdr* header, std::uint32_t index) {
-    auto* message = static_cast<ifaddrmsg*>(NLMSG_DATA(header));
-    if (message->ifa_index != index) {
+/// The stamp of an address's making, in hundredths of a second since the machine's start; nothing
+/// for an address of another interface.
+std::optional<std::uint32_t> stampOf(const nlmsghdr& answer, std::uint32_t index) {
+    ifaddrmsg message{};
+    ifa_cacheinfo info{};
+    if (answer.nlmsg_len < NLMSG_LENGTH(sizeof message) ||
+        !copyAttribute(answer, sizeof message, IFA_CACHEINFO, &info, sizeof info)) {
         return std::nullopt;
     }
-    auto length = static_cast<int>(IFA_PAYLOAD(header));
-    for (rtattr* part = IFA_RTA(message); RTA_OK(part, length); part = RTA_NEXT(part, length)) {
-        if (part->rta_type == IFA_CACHEINFO) {
-            ifa_cacheinfo info{};
-            std::memcpy(&info, RTA_DATA(part), sizeof info);
-            return info.cstamp;
-        }
-    }
-    return std::nullopt;
+    std::memcpy(&message, NLMSG_DATA(&answer), sizeof message);
+    return message.ifa_index == index ? std::optional(info.cstamp) : std::nullopt;
 }
 
 std::uint64_t millisecondsSinceStart() {
@@ -63,22 +42,17 @@ std::uint64_t millisecondsSinceStart() {
 } // namespace
 
 std::optional<std::uint64_t> addressAge(std::uint32_t index) {
-    const FileDescriptor connection = askForAddresses();
+    Request request;
+    request.header.nlmsg_len = sizeof request;
+    request.header.nlmsg_type = RTM_GETADDR;
+    request.header.nlmsg_flags = NLM_F_DUMP;
+    request.message.ifa_family = AF_UNSPEC;
     std::optional<std::uint32_t> oldest;
-    alignas(nlmsghdr) std::array<char, 16384> buffer{};
-    for (bool done = !connection; !done;) {
-        const ssize_t count = recv(connection.number(), buffer.data(), buffer.size(), 0);
-        auto length = static_cast<unsigned>(std::max<ssize_t>(count, 0));
-        done = count <= 0;
-        auto* header = reinterpret_cast<nlmsghdr*>(buffer.data());
-        for (; NLMSG_OK(header, length); header = NLMSG_NEXT(header, length)) {
-            if (header->nlmsg_type == NLMSG_DONE || header->nlmsg_type == NLMSG_ERROR) {
-                done = true;
-            } else if (const auto stamp = stampOf(header, index)) {
-                oldest = std::min(oldest.value_or(*stamp), *stamp);
-            }
+    RouteSocket().ask(request.header, [&](const nlmsghdr& answer) {
+        if (const auto stamp = stampOf(answer, index)) {
+            oldest = std::min(oldest.value_or(*stamp), *stamp);
         }
-    }
+    });
     if (!oldest) {
         return std::nullopt;
     }

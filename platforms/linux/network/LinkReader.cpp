@@ -1,85 +1,111 @@
 #include "linux/network/LinkReader.h"
 
-#include "linux/services/FileDescriptor.h"
+#include "linux/network/LinkFiles.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <fcntl.h>
-#include <filesystem>
-#include <limits>
-#include <unistd.h>
+#include <cerrno>
+#include <cstring>
+#include <linux/if_link.h>
+#include <net/if.h>
 
 namespace tarvik {
 
 namespace {
 
-std::optional<std::uint64_t> readNumber(const std::string& path) {
-    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    std::array<char, 32> text{};
-    const ssize_t length = file ? read(file.number(), text.data(), text.size()) : -1;
-    std::uint64_t number = 0;
-    if (length <= 0 ||
-        std::from_chars(text.data(), text.data() + length, number).ec != std::errc()) {
+/// A request for one interface, by its name.
+struct NamedRequest {
+    nlmsghdr header{};
+    ifinfomsg message{};
+    rtattr attribute{};
+    std::array<char, IFNAMSIZ> name{};
+};
+
+/// A request for a kind of figures of all interfaces.
+struct FiguresRequest {
+    nlmsghdr header{};
+    if_stats_msg message{};
+};
+
+LinkReading readingOf(std::uint32_t index, const rtnl_link_stats64& figures) {
+    return {.index = index,
+            .received = figures.rx_bytes,
+            .sent = figures.tx_bytes,
+            .packetsReceived = figures.rx_packets,
+            .packetsSent = figures.tx_packets,
+            .checksumErrors = figures.rx_crc_errors,
+            .alignmentErrors = figures.rx_frame_errors,
+            .lengthErrors = figures.rx_length_errors,
+            // Drivers use the one or the other, some both, for the same packets.
+            .overrunErrors =
+                std::max<std::uint64_t>(figures.rx_over_errors, figures.rx_fifo_errors),
+            .missed = figures.rx_missed_errors,
+            .aborted = figures.tx_aborted_errors};
+}
+
+/// The reading in a message that begins with a header of that kind and has the figures in an
+/// attribute of that kind.
+template <class Header>
+std::optional<LinkReading> readingIn(const nlmsghdr& message,
+                                     std::uint32_t (*indexOf)(const Header&), std::uint16_t kind) {
+    Header header{};
+    rtnl_link_stats64 figures{};
+    if (message.nlmsg_len < NLMSG_LENGTH(sizeof header) ||
+        !copyAttribute(message, sizeof header, kind, &figures, sizeof figures)) {
         return std::nullopt;
     }
-    return number;
+    std::memcpy(&header, NLMSG_DATA(&message), sizeof header);
+    return readingOf(indexOf(header), figures);
+}
+
+std::uint32_t indexOfLink(const ifinfomsg& link) {
+    return static_cast<std::uint32_t>(link.ifi_index);
+}
+
+std::uint32_t indexOfFigures(const if_stats_msg& figures) {
+    return figures.ifindex;
 }
 
 } // namespace
 
-std::optional<LinkReading> readLink(const std::string& interfacesFolder,
-                                    const std::string& interface) {
-    const std::string folder = interfacesFolder + "/" + interface;
-    const auto index = readNumber(folder + "/ifindex");
-    if (!index) {
-        return std::nullopt;
+std::optional<LinkReading> LinkReader::read(const std::string& interface) {
+    if (!asks_ || interface.empty() || interface.size() >= IFNAMSIZ) {
+        return readLink(folder_, interface);
     }
-    const auto counter = [&](const char* name) {
-        return readNumber(folder + "/statistics/" + name).value_or(0);
-    };
-    return LinkReading{.index = static_cast<std::uint32_t>(*index),
-                       .received = counter("rx_bytes"),
-                       .sent = counter("tx_bytes"),
-                       .packetsReceived = counter("rx_packets"),
-                       .packetsSent = counter("tx_packets"),
-                       .checksumErrors = counter("rx_crc_errors"),
-                       .alignmentErrors = counter("rx_frame_errors"),
-                       .lengthErrors = counter("rx_length_errors"),
-                       // Drivers use the one or the other, some both, for the same packets.
-                       .overrunErrors =
-                           std::max(counter("rx_over_errors"), counter("rx_fifo_errors")),
-                       .missed = counter("rx_missed_errors"),
-                       .aborted = counter("tx_aborted_errors")};
+    NamedRequest request;
+    request.header.nlmsg_len = sizeof request;
+    request.header.nlmsg_type = RTM_GETLINK;
+    request.attribute.rta_type = IFLA_IFNAME;
+    request.attribute.rta_len = RTA_LENGTH(IFNAMSIZ);
+    std::copy(interface.begin(), interface.end(), request.name.begin());
+    std::optional<LinkReading> reading;
+    const bool answered = socket_.ask(request.header, [&](const nlmsghdr& message) {
+        reading = readingIn<ifinfomsg>(message, indexOfLink, IFLA_STATS64);
+    });
+    const bool notThere = !answered && errno == ENODEV;
+    return reading || notThere ? reading : readLink(folder_, interface);
 }
 
-bool countedOn(const std::optional<LinkReading>& now, std::uint32_t index,
-               const LinkReading& earlier) {
-    return now && now->index == index && now->received >= earlier.received &&
-           now->sent >= earlier.sent;
-}
-
-LinkReadings readLinks(const std::string& interfacesFolder) {
+LinkReadings LinkReader::readAll() {
+    if (!asks_) {
+        return readLinks(folder_);
+    }
+    FiguresRequest request;
+    request.header.nlmsg_len = sizeof request;
+    request.header.nlmsg_type = RTM_GETSTATS;
+    request.header.nlmsg_flags = NLM_F_DUMP;
+    request.message.filter_mask = IFLA_STATS_FILTER_BIT(IFLA_STATS_LINK_64);
     LinkReadings readings;
-    std::error_code ignored;
-    for (const auto& entry : std::filesystem::directory_iterator(interfacesFolder, ignored)) {
-        if (const auto reading = readLink(interfacesFolder, entry.path().filename())) {
-            readings[reading->index] = *reading;
+    const bool answered = socket_.ask(request.header, [&](const nlmsghdr& message) {
+        if (const auto one = readingIn<if_stats_msg>(message, indexOfFigures, IFLA_STATS_LINK_64)) {
+            readings[one->index] = *one;
         }
-    }
-    return readings;
+    });
+    return answered ? readings : readLinks(folder_);
 }
 
-std::uint32_t bitRateOf(const std::string& interfacesFolder, const std::string& interface) {
-    constexpr std::uint64_t perMegabit = 1'000'000;
-    constexpr std::uint64_t most = std::numeric_limits<std::uint32_t>::max();
-    const std::string folder = interfacesFolder + "/" + interface;
-    if (access((folder + "/tun_flags").c_str(), F_OK) == 0) {
-        return 0;
-    }
-    // A device that does not know answers with -1, or with an error.
-    const std::uint64_t megabits = readNumber(folder + "/speed").value_or(0);
-    return static_cast<std::uint32_t>(megabits > most / perMegabit ? most : megabits * perMegabit);
+std::uint32_t LinkReader::bitRate(const std::string& interface) const {
+    return bitRateOf(folder_, interface);
 }
 
 } // namespace tarvik

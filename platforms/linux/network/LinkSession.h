@@ -1,6 +1,6 @@
 #pragma once
 
-#include "linux/network/LinkReader.h"
+#include "linux/network/LinkReading.h"
 
 namespace tarvik {
 

@@ -115,12 +115,11 @@ NetworkConnections::Session NetworkConnections::sessionFor(const NetworkLine& li
 
 /// Whether a connection that NetworkManager found up when it was started is the one of before: over
 /// the same interface, whose counters have not fallen and whose address is not a later one.
-bool NetworkConnections::goesOn(const Session& own, const NetworkLine& line) const {
+bool NetworkConnections::goesOn(const Session& own, const NetworkLine& line) {
     if (own.link == 0 || own.line.uuid != line.uuid || line.state != line_state::activated) {
         return false;
     }
-    const auto now =
-        readLink(interfacesFolder_, line.interface.empty() ? own.line.interface : line.interface);
+    const auto now = links_.read(line.interface.empty() ? own.line.interface : line.interface);
     return countedOn(now, own.link, own.counters.last()) &&
            hadAddressAt(own.link, own.readAt).value_or(true);
 }
@@ -130,7 +129,7 @@ NetworkConnections::Session NetworkConnections::newSession(const NetworkLine& li
     own.handle = ++lastHandle_;
     own.line = line;
     // Some interfaces outlive their connections: what they had counted until now is not this one's.
-    own.before = line.state == line_state::activating ? readLinks(interfacesFolder_) : links_;
+    own.before = line.state == line_state::activating ? links_.readAll() : atListing_;
     return own;
 }
 
@@ -258,7 +257,7 @@ std::uint32_t NetworkConnections::RasEnumConnectionsA(RASCONNA* buffer, std::uin
             ++buffer;
         }
     }
-    links_ = readLinks(interfacesFolder_);
+    atListing_ = links_.readAll();
     return ras::success;
 }
 
@@ -282,7 +281,7 @@ void NetworkConnections::sample(Session& own) {
     if (own.line.interface.empty()) {
         return;
     }
-    const auto reading = readLink(interfacesFolder_, own.line.interface);
+    const auto reading = links_.read(own.line.interface);
     if (!reading) {
         bus_.doubtLines(); // gone or being made anew: what was counted stays
         return;
@@ -292,7 +291,7 @@ void NetworkConnections::sample(Session& own) {
     }
     if (own.link != reading->index) {
         own.link = reading->index;
-        own.bitRate = bitRateOf(interfacesFolder_, own.line.interface);
+        own.bitRate = links_.bitRate(own.line.interface);
     }
     own.counters.sample(*reading);
     own.readAt = steadyMilliseconds();
@@ -372,11 +371,11 @@ std::string NetworkConnections::sessionMark(std::uint32_t handle) {
 
 /// The same profile over the same interface, which has counted on. Its address is no later one;
 /// where it has none, NetworkManager's object must be the same.
-bool NetworkConnections::isSame(const LinkMark& mark, const Session& own) const {
+bool NetworkConnections::isSame(const LinkMark& mark, const Session& own) {
     if (mark.boot != boot_ || own.link != 0 || own.line.uuid != mark.uuid || !isUp(own)) {
         return false;
     }
-    const auto now = readLink(interfacesFolder_, own.line.interface);
+    const auto now = links_.read(own.line.interface);
     if (!countedOn(now, mark.last.index, mark.last) || mark.readAt > steadyMilliseconds()) {
         return false;
     }
@@ -392,7 +391,7 @@ bool NetworkConnections::resume(std::uint32_t handle, const std::string& mark) {
     own->before.clear();
     own->counters.goOnFrom(before->last, before->total);
     own->link = before->last.index;
-    own->bitRate = bitRateOf(interfacesFolder_, own->line.interface);
+    own->bitRate = links_.bitRate(own->line.interface);
     own->activeSince = before->activeSince;
     own->readAt = before->readAt;
     return true;

@@ -2,6 +2,7 @@
 
 #include "common/RasRecords.h"
 #include "linux/network/LinkMark.h"
+#include "linux/network/LinkReader.h"
 #include "linux/network/LinkSession.h"
 #include "linux/network/NetworkBus.h"
 #include "ports/ConnectionProvider.h"
@@ -38,11 +39,10 @@ public:
         std::chrono::milliseconds reason = std::chrono::seconds(2);
     };
 
-    /// `interfacesFolder` is the kernel's folder of network interfaces.
-    explicit NetworkConnections(std::string interfacesFolder = "/sys/class/net")
-        : NetworkConnections(std::move(interfacesFolder), Patience()) {}
-    NetworkConnections(std::string interfacesFolder, Patience patience)
-        : interfacesFolder_(std::move(interfacesFolder)), patience_(patience) {}
+    explicit NetworkConnections(LinkReader links = {})
+        : NetworkConnections(std::move(links), Patience()) {}
+    NetworkConnections(LinkReader links, Patience patience)
+        : links_(std::move(links)), patience_(patience) {}
 
     std::uint32_t RasEnumEntriesA(const char* reserved, const char* phoneBook, void* buffer,
                                   std::uint32_t* bytes, std::uint32_t* count) override;
@@ -83,8 +83,8 @@ private:
     std::uint32_t unavailable() const;
     void takeLines();
     Session sessionFor(const NetworkLine& line, std::vector<Session>& known, bool restarted);
-    bool goesOn(const Session& own, const NetworkLine& line) const;
-    bool isSame(const LinkMark& mark, const Session& own) const;
+    bool goesOn(const Session& own, const NetworkLine& line);
+    bool isSame(const LinkMark& mark, const Session& own);
     Session newSession(const NetworkLine& line);
     void listCarriersLast();
     Session* session(std::uint32_t handle);
@@ -99,13 +99,13 @@ private:
     void sample(Session& session);
     void beginOn(Session& session, const LinkReading& reading);
 
-    std::string interfacesFolder_;
+    LinkReader links_;
     Patience patience_;
     NetworkBus bus_;
     std::vector<RasEntry> asked_;   ///< that the last listing told the room for; it may follow
     std::vector<Session> sessions_; ///< those that are being made, too
     std::vector<Session> former_;   ///< of a NetworkManager that has stopped
-    LinkReadings links_;            ///< all interfaces at the last enumeration
+    LinkReadings atListing_;        ///< all interfaces at the last enumeration
     std::uint64_t starts_ = 0;      ///< of the bus, when the sessions were taken
     std::uint32_t lastHandle_ = 0;
     std::string boot_ = bootOfMachine();
