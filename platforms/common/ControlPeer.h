@@ -3,6 +3,9 @@
 #include "common/FaceContext.h"
 #include "controls/Control.h"
 
+#include <cstdint>
+#include <utility>
+
 namespace tarvik::face {
 
 /// What shows one control on any desktop. It keeps no state of the control's: each refresh asks
@@ -18,6 +21,10 @@ public:
     ControlPeer& operator=(const ControlPeer&) = delete;
 
     void refresh(Property changed) final {
+        if (resting_) {
+            missed_ |= bitOf(changed);
+            return;
+        }
         const bool nested = refreshing_;
         refreshing_ = true;
         if (!refreshShared(changed)) {
@@ -27,6 +34,21 @@ public:
     }
 
     Control& control() const { return control_; }
+
+    /// From here on nobody sees what shows the control: it follows no change.
+    void rest() { resting_ = true; }
+
+    /// It is seen again, and shows what has changed meanwhile.
+    void wake() {
+        resting_ = false;
+        const std::uint32_t missed = std::exchange(missed_, 0);
+        for (int number = 0; missed >> number != 0; ++number) {
+            const auto property = static_cast<Property>(number);
+            if ((missed & bitOf(property)) != 0) {
+                refresh(property);
+            }
+        }
+    }
 
     /// Ends all connection with the control; what shows it may live a little longer.
     void detach() {
@@ -61,10 +83,16 @@ protected:
     FaceContext& context() const { return context_; }
 
 private:
+    static constexpr std::uint32_t bitOf(Property property) {
+        return std::uint32_t{1} << static_cast<int>(property);
+    }
+
     Control& control_;
     FaceContext& context_;
     bool refreshing_ = false;
     bool detached_ = false;
+    bool resting_ = false;
+    std::uint32_t missed_ = 0; ///< what has changed since it rests: a bit for each property
 };
 
 } // namespace tarvik::face

@@ -32,8 +32,8 @@ public:
     virtual ~Desktop() = default;
 
     /// Makes the form's window and its timers, as the model stands, and keeps both in step from
-    /// then on: what the user does goes into the model, what the model tells is shown. The form
-    /// must stay alive until `withdraw`.
+    /// then on: what the user does goes into the model, what the model tells is shown as soon as
+    /// anybody can see it. The form must stay alive until `withdraw`.
     virtual void realise(Form& form) = 0;
 
     /// Ends what `realise` began. May be called from a handler of the form itself: the window goes

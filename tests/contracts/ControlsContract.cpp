@@ -3,7 +3,39 @@
 namespace tarvik {
 namespace {
 
-TEST_F(FaceContract, CaptionsMarkTheirMnemonicsAndNothingElse) {
+class ControlsContract : public FaceContract {
+protected:
+    ControlsContract() { show(); }
+
+    void hide() {
+        form.setVisible(false);
+        face->settle();
+    }
+    void changeAll() {
+        form.txtName.setText("second");
+        form.lblName.setCaption("Other:");
+        form.chkTick.setValue(1);
+        form.cboList.addItem("a");
+        form.cboList.addItem("b");
+        form.cboList.setListIndex(1);
+        form.cmdOk.setCaption("Go");
+        form.cmdOk.setEnabled(false);
+        form.chkTick.setVisible(false);
+        form.txtName.setToolTip("other tip");
+    }
+    void expectAllChanged() {
+        EXPECT_EQ(face->shown(form.txtName), "second");
+        EXPECT_EQ(face->shown(form.lblName), "Other:");
+        EXPECT_TRUE(face->isTicked(form.chkTick));
+        EXPECT_EQ(face->shown(form.cboList), "b");
+        EXPECT_EQ(face->shown(form.cmdOk), "Go");
+        EXPECT_FALSE(face->isEnabled(form.cmdOk));
+        EXPECT_FALSE(face->isVisible(form.chkTick));
+        EXPECT_EQ(face->tip(form.txtName), "other tip");
+    }
+};
+
+TEST_F(ControlsContract, CaptionsMarkTheirMnemonicsAndNothingElse) {
     EXPECT_EQ(face->marked(form.frameAll), "All && sundry");
     EXPECT_EQ(face->marked(form.lblName), "&Name:");
     EXPECT_EQ(face->marked(form.cmdCancel), "&Cancel");
@@ -11,29 +43,45 @@ TEST_F(FaceContract, CaptionsMarkTheirMnemonicsAndNothingElse) {
     EXPECT_EQ(face->shown(form.lblPlain), "this & that");
 }
 
-TEST_F(FaceContract, TheWindowFollowsTheModel) {
-    form.txtName.setText("second");
-    form.lblName.setCaption("Other:");
-    form.chkTick.setValue(1);
-    form.cboList.addItem("a");
-    form.cboList.addItem("b");
-    form.cboList.setListIndex(1);
-    form.cmdOk.setCaption("Go");
-    form.cmdOk.setEnabled(false);
-    form.chkTick.setVisible(false);
-    form.txtName.setToolTip("other tip");
+TEST_F(ControlsContract, TheWindowFollowsTheModel) {
+    changeAll();
 
-    EXPECT_EQ(face->shown(form.txtName), "second");
-    EXPECT_EQ(face->shown(form.lblName), "Other:");
-    EXPECT_TRUE(face->isTicked(form.chkTick));
-    EXPECT_EQ(face->shown(form.cboList), "b");
-    EXPECT_EQ(face->shown(form.cmdOk), "Go");
-    EXPECT_FALSE(face->isEnabled(form.cmdOk));
-    EXPECT_FALSE(face->isVisible(form.chkTick));
-    EXPECT_EQ(face->tip(form.txtName), "other tip");
+    expectAllChanged();
 }
 
-TEST_F(FaceContract, TheModelFollowsTheUser) {
+TEST_F(ControlsContract, AWindowThatWasHiddenShowsWhatHasChanged) {
+    hide();
+    changeAll();
+
+    show();
+
+    expectAllChanged();
+}
+
+TEST_F(ControlsContract, AWindowThatWasMinimisedShowsWhatHasChanged) {
+    form.setMinimised(true);
+    face->settle();
+    changeAll();
+
+    show();
+
+    expectAllChanged();
+}
+
+TEST_F(ControlsContract, WhatIsChangedBackWhileNobodySeesItIsAsBefore) {
+    hide();
+    form.txtName.setText("between");
+    form.cmdOk.setEnabled(false);
+    form.txtName.setText("first");
+    form.cmdOk.setEnabled(true);
+
+    show();
+
+    EXPECT_EQ(face->shown(form.txtName), "first");
+    EXPECT_TRUE(face->isEnabled(form.cmdOk));
+}
+
+TEST_F(ControlsContract, TheModelFollowsTheUser) {
     int changes = 0;
     int clicks = 0;
     form.cboList.addItem("a");
@@ -52,7 +100,7 @@ TEST_F(FaceContract, TheModelFollowsTheUser) {
     EXPECT_EQ(clicks, 1);
 }
 
-TEST_F(FaceContract, WhatTheModelTellsDoesNotComeBackAsTheUsersDoing) {
+TEST_F(ControlsContract, WhatTheModelTellsDoesNotComeBackAsTheUsersDoing) {
     int ticks = 0;
     int chosen = 0;
     int changes = 0;
@@ -73,7 +121,7 @@ TEST_F(FaceContract, WhatTheModelTellsDoesNotComeBackAsTheUsersDoing) {
     EXPECT_EQ(form.cboList.listIndex(), -1);
 }
 
-TEST_F(FaceContract, AHandlerThatChangesWhatTheUserDidIsFollowed) {
+TEST_F(ControlsContract, AHandlerThatChangesWhatTheUserDidIsFollowed) {
     form.chkTick.Click.connect([&] { form.chkTick.setValue(0); });
 
     face->click(form.chkTick);
@@ -81,12 +129,12 @@ TEST_F(FaceContract, AHandlerThatChangesWhatTheUserDidIsFollowed) {
     EXPECT_FALSE(face->isTicked(form.chkTick));
 }
 
-TEST_F(FaceContract, TabsFollowTheLayout) {
+TEST_F(ControlsContract, TabsFollowTheLayout) {
     EXPECT_EQ(face->tabOrder(form, 5),
               (std::vector<std::string>{"txtName", "chkTick", "cboList", "cmdOk", "cmdCancel"}));
 }
 
-TEST_F(FaceContract, ATimerTicksWhileItIsEnabled) {
+TEST_F(ControlsContract, ATimerTicksWhileItIsEnabled) {
     int ticks = 0;
     form.timTick.Tick.connect([&] { ++ticks; });
     form.timTick.setInterval(1);

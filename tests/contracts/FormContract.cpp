@@ -31,6 +31,7 @@ TEST_F(FaceContract, AFormThatIsPutAsideAtOnceIsNeverSeen) {
 
 TEST_F(FaceContract, AFormMayBeWithdrawnByItsOwnHandler) {
     form.cmdOk.Click.connect([&] { form.unload(); });
+    show();
 
     face->click(form.cmdOk);
     form.txtName.setText("nobody shows this");

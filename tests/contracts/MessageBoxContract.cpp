@@ -3,7 +3,12 @@
 namespace tarvik {
 namespace {
 
-TEST_F(FaceContract, ABoxShowsItsTextInLinesAndGivesTheAnswer) {
+class MessageBoxContract : public FaceContract {
+protected:
+    MessageBoxContract() { show(); }
+};
+
+TEST_F(MessageBoxContract, ABoxShowsItsTextInLinesAndGivesTheAnswer) {
     using Lines = std::vector<std::string>;
     Lines lines;
     face->atNextBox([&](ShownBox& box) {
@@ -63,7 +68,7 @@ INSTANTIATE_TEST_SUITE_P(All, ClosedBoxContract,
                                          AnswerCase{MsgBoxButtons::YesNoCancel,
                                                     MsgBoxAnswer::Cancel}));
 
-TEST_F(FaceContract, WhileABoxIsOpenNoTimerTicks) {
+TEST_F(MessageBoxContract, WhileABoxIsOpenNoTimerTicks) {
     int ticks = 0;
     int rounds = 0;
     form.timTick.Tick.connect([&] { ++ticks; });

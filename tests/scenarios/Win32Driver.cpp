@@ -117,6 +117,7 @@ public:
     }
 
     void select(const std::string& name, int row) override {
+        settle();
         const HWND list = control(name);
         const Acting acting(*this, GetParent(list));
         comeTo(list);
@@ -127,6 +128,7 @@ public:
     }
 
     void open(const std::string& name) override {
+        settle();
         const HWND list = control(name);
         const Acting acting(*this, GetParent(list));
         comeTo(list);
@@ -135,6 +137,7 @@ public:
     }
 
     std::string read(const std::string& name) override {
+        settle();
         const HWND found = control(name);
         const Form& form = table(name.substr(0, name.find('.')));
         return seenText(*face::controlWithId(form, GetDlgCtrlID(found)), found);

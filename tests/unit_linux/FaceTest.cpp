@@ -25,7 +25,10 @@ namespace {
 
 class FaceTest : public testing::Test {
 protected:
-    FaceTest() { form.load(); }
+    FaceTest() {
+        form.setVisible(true);
+        takeQueued();
+    }
     ~FaceTest() override {
         // What the handlers of the test wrote to is gone.
         form.QueryUnload.connect({});

@@ -34,6 +34,7 @@ protected:
 };
 
 TEST_F(HandleTest, APictureIsKnownByItsNumber) {
+    show();
     EXPECT_EQ(desktop.pictureOf(form.picLamp.hWnd()), &form.picLamp);
 }
 
@@ -52,12 +53,14 @@ TEST_F(HandleTest, AnUnknownNumberIsNoPicture) {
 }
 
 TEST_F(HandleTest, AnotherControlIsNoPicture) {
+    show();
     ASSERT_NE(form.txtName.hWnd(), 0U);
 
     EXPECT_EQ(desktop.pictureOf(form.txtName.hWnd()), nullptr);
 }
 
 TEST_F(HandleTest, AnUnloadedFormsPictureIsUnknown) {
+    show();
     const std::uint32_t number = form.picLamp.hWnd();
 
     form.unload();

@@ -62,6 +62,7 @@ class TextFieldTest : public testing::Test {
 protected:
     TextFieldTest() {
         form.setVisible(true);
+        takeQueued();
         EXPECT_TRUE(spinUntil([] { return widgetNamed("cmdOk")->hasFocus(); }));
     }
     ~TextFieldTest() override { form.unload(); }

@@ -30,7 +30,10 @@ public:
 
 class OutsideNamesTest : public testing::Test {
 protected:
-    OutsideNamesTest() { form.load(); }
+    OutsideNamesTest() {
+        form.setVisible(true);
+        desktop.processEvents();
+    }
     ~OutsideNamesTest() override {
         form.unload();
         desktop.processEvents();

@@ -51,7 +51,10 @@ void selectIn(HWND edit, Selected part) {
 /// A form with fields, of which a test writes down what they raise.
 class TextFieldTest : public Win32FaceTest {
 protected:
-    TextFieldTest() { fields.load(); }
+    TextFieldTest() {
+        fields.setVisible(true);
+        settle();
+    }
     ~TextFieldTest() override {
         fields.unload();
         settle();

@@ -15,7 +15,7 @@ namespace tarvik {
 /// A desktop with the real window of a form.
 class Win32FaceTest : public testing::Test {
 protected:
-    Win32FaceTest() { form.load(); }
+    Win32FaceTest() { show(); }
     ~Win32FaceTest() override {
         // What the handlers of the test wrote to is gone.
         form.QueryUnload.connect({});

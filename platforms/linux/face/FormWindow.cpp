@@ -22,18 +22,9 @@ FormWindow::FormWindow(Form& form, FaceContext& context) : form_(form), context_
     // What the desktop says, not which window the toolkit takes for the active one: that stays the
     // same while a list or a menu is open, and is not made good when it closes.
     connect(qApp, &QGuiApplication::focusWindowChanged, this, &FormWindow::onFocusMoved);
-    makeWidgets();
+    makeUnseenControls();
     form_.attach(this);
-    if (const LayoutNode* layout = form.layout()) {
-        setLayout(makeLayout(*layout, [this](const Control& control) -> ControlWidget& {
-            return *widgetOf(&control);
-        }));
-        connectLabels();
-        orderTabs();
-        // The toolkit cannot minimise a window that never had a size.
-        resize(sizeHint());
-        refreshVisibility();
-    }
+    refreshVisibility();
 }
 
 FormWindow::~FormWindow() {
@@ -58,18 +49,46 @@ void FormWindow::disconnectForm() {
     }
 }
 
-void FormWindow::makeWidgets() {
-    const bool seen = form_.layout() != nullptr;
+void FormWindow::makeUnseenControls() {
     for (Control* control : form_.controls()) {
-        // What a form without a layout holds is never seen; its timers run all the same, and an
-        // icon of the desktop sends its messages to its picture.
-        const bool works =
-            control->kind() == ControlKind::Timer || control->kind() == ControlKind::Picture;
-        if (seen || works) {
-            if (auto made = makeControlWidget(*control, *this, context_)) {
-                made->shareFocus(focus_);
-                widgets_.push_back(std::move(made));
-            }
+        // What a form without a layout holds is never seen, but an icon of the desktop sends its
+        // messages to its picture.
+        const bool hook = form_.layout() == nullptr && control->kind() == ControlKind::Picture;
+        if (hook || control->kind() == ControlKind::Timer) {
+            makeControl(*control);
+        }
+    }
+}
+
+void FormWindow::makeControl(Control& control) {
+    if (auto made = makeControlWidget(control, *this, context_)) {
+        made->shareFocus(focus_);
+        widgets_.push_back(std::move(made));
+    }
+}
+
+void FormWindow::makeContents() {
+    if (std::exchange(contentsMade_, true)) {
+        return;
+    }
+    for (Control* control : form_.controls()) {
+        if (control->kind() != ControlKind::Timer) {
+            makeControl(*control);
+        }
+    }
+    setLayout(makeLayout(*form_.layout(), [this](const Control& control) -> ControlWidget& {
+        return *widgetOf(&control);
+    }));
+    connectLabels();
+    orderTabs();
+    // The toolkit cannot minimise a window that never had a size.
+    resize(sizeHint());
+}
+
+void FormWindow::followSight(bool seen) {
+    for (const auto& own : widgets_) {
+        if (own->widget() != nullptr) {
+            seen ? own->wake() : own->rest();
         }
     }
 }
@@ -141,9 +160,13 @@ void FormWindow::applyVisibility() {
     const bool front = std::exchange(frontWanted_, false);
     if (!form_.visible()) {
         hide();
-    } else if (form_.minimised()) {
+        return;
+    }
+    makeContents();
+    if (form_.minimised()) {
         showMinimized();
     } else {
+        followSight(true); // before its size is asked for
         setWindowState(windowState() & ~Qt::WindowMinimized);
         show();
         if (front) {
@@ -161,12 +184,23 @@ void FormWindow::closeEvent(QCloseEvent* event) {
     }
 }
 
+void FormWindow::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    followSight(!isMinimized());
+}
+
+void FormWindow::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    followSight(false);
+}
+
 void FormWindow::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    if (detached_ || !isVisible()) {
+    if (detached_ || !isVisible() || event->type() != QEvent::WindowStateChange) {
         return;
     }
-    if (event->type() == QEvent::WindowStateChange && isMinimized()) {
+    followSight(!isMinimized());
+    if (isMinimized()) {
         form_.setMinimised(true);
     }
 }

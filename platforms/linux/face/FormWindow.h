@@ -12,7 +12,8 @@
 namespace tarvik::face {
 
 /// The window of one form, or, for a form without a layout, only its timers and what receives the
-/// mouse messages of an icon.
+/// mouse messages of an icon. What stands in the window is made when it is first to be seen, and
+/// follows its controls while it is seen.
 class FormWindow final : public QWidget, public FormView {
 public:
     FormWindow(Form& form, FaceContext& context);
@@ -37,13 +38,20 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
     /// The desktop gives the keys to that window; null for none of the program's.
     void onFocusMoved(const QWindow* focused);
-    void makeWidgets();
+    void makeUnseenControls();
+    void makeControl(Control& control);
+    /// What stands in the window; does nothing when it is made.
+    void makeContents();
+    /// Its controls rest, or wake.
+    void followSight(bool seen);
     void connectLabels();
     void orderTabs();
     ControlWidget* widgetOf(const Control* control) const;
@@ -54,6 +62,7 @@ private:
     std::vector<std::unique_ptr<ControlWidget>> widgets_;
     Handle handle_;
     bool detached_ = false;
+    bool contentsMade_ = false;
     bool changePending_ = false;
     bool frontWanted_ = false;
 };

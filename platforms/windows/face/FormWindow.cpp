@@ -29,16 +29,9 @@ UnloadMode reasonOf(LPARAM details) {
 
 FormWindow::FormWindow(Form& form, WindowContext& context) : form_(form), context_(context) {
     makeWindow();
-    makeChildren();
+    makeUnseenControls();
     form_.attach(this);
-    if (form_.layout() != nullptr) {
-        useFont(dotsPerInch(window_));
-        groupControls();
-        orderFocus();
-        // No window is smaller than its controls need.
-        SetWindowPos(window_, nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-        refreshVisibility();
-    }
+    refreshVisibility();
 }
 
 FormWindow::~FormWindow() {
@@ -89,23 +82,41 @@ void FormWindow::makeWindow() {
     dontScaleDialog(window_);
 }
 
-void FormWindow::makeChildren() {
-    // Windows are made in the order of the layout, which is then that of the tab key; a label is
-    // made right before the input that it names.
-    std::vector<Control*> controls;
-    if (const LayoutNode* layout = form_.layout()) {
-        controls = controlsInOrder(*layout);
-    }
+void FormWindow::makeUnseenControls() {
     for (Control* control : form_.controls()) {
-        const bool alone = control->kind() == ControlKind::Timer ||
-                           (form_.layout() == nullptr && control->kind() == ControlKind::Picture);
-        if (alone && std::find(controls.begin(), controls.end(), control) == controls.end()) {
-            controls.push_back(control);
+        const bool hook = form_.layout() == nullptr && control->kind() == ControlKind::Picture;
+        if (hook || control->kind() == ControlKind::Timer) {
+            makeControl(*control);
         }
     }
-    for (Control* control : controls) {
-        if (auto made = makeControlWindow(*control, *this)) {
-            children_.push_back(std::move(made));
+}
+
+void FormWindow::makeControl(Control& control) {
+    if (auto made = makeControlWindow(control, *this)) {
+        children_.push_back(std::move(made));
+    }
+}
+
+void FormWindow::makeContents() {
+    if (font_ != nullptr) {
+        return;
+    }
+    // Windows are made in the order of the layout, which is then that of the tab key; a label is
+    // made right before the input that it names.
+    for (Control* control : controlsInOrder(*form_.layout())) {
+        makeControl(*control);
+    }
+    useFont(dotsPerInch(window_));
+    groupControls();
+    orderFocus();
+    // No window is smaller than its controls need.
+    SetWindowPos(window_, nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void FormWindow::followSight(bool seen) {
+    for (const auto& own : children_) {
+        if (own->window() != nullptr) {
+            seen ? own->wake() : own->rest();
         }
     }
 }
@@ -179,12 +190,14 @@ void FormWindow::applyVisibility() {
         arrivalKnown_ = false; // whoever opens it again comes to it anew
         return;
     }
+    makeContents();
     if (form_.minimised()) {
         if (!aside || IsWindowVisible(window_) == FALSE) {
             ShowWindow(window_, SW_SHOWMINNOACTIVE);
         }
         return;
     }
+    followSight(true); // before its size is asked for
     ShowWindow(window_, aside ? SW_RESTORE : SW_SHOW);
     if (front) {
         SetForegroundWindow(window_);
@@ -269,6 +282,9 @@ FormWindow::Answer FormWindow::answerSession(UINT message, WPARAM first, LPARAM 
 
 FormWindow::Answer FormWindow::answerLooks(UINT message, WPARAM first, LPARAM second) {
     switch (message) {
+    case WM_SHOWWINDOW:
+        followSight(first != FALSE && IsIconic(window_) == FALSE);
+        return std::nullopt;
     case WM_SIZE:
         onSize(first);
         return 0;
@@ -284,7 +300,7 @@ FormWindow::Answer FormWindow::answerLooks(UINT message, WPARAM first, LPARAM se
         return 0;
     case WM_SETTINGCHANGE:
     case WM_THEMECHANGED:
-        if (form_.layout() != nullptr) {
+        if (font_ != nullptr) {
             // Not every system can be asked for the resolution of a window again.
             useFont(dotsPerInch_);
             layOut();
@@ -356,8 +372,12 @@ void FormWindow::onTimer(int id) {
 
 void FormWindow::onSize(WPARAM how) {
     if (how == SIZE_MINIMIZED) {
+        followSight(false);
         form_.setMinimised(true);
         return;
+    }
+    if (IsWindowVisible(window_) != FALSE) {
+        followSight(true);
     }
     placeControls();
     // What the program asked for and is not done yet counts for more than what the window tells.

@@ -11,7 +11,8 @@
 namespace tarvik::face {
 
 /// The window of one form, its class named after the form; for a form without a layout a window
-/// that is never seen, with the form's timers and pictures.
+/// that is never seen, with the form's timers and pictures. What stands in the window is made when
+/// it is first to be seen, and follows its controls while it is seen.
 class FormWindow final : public FormView, public ControlSite {
 public:
     FormWindow(Form& form, WindowContext& context);
@@ -52,7 +53,12 @@ private:
     LRESULT passOn(UINT message, WPARAM first, LPARAM second);
 
     void makeWindow();
-    void makeChildren();
+    void makeUnseenControls();
+    void makeControl(Control& control);
+    /// What stands in the window; does nothing when it is made.
+    void makeContents();
+    /// Its controls rest, or wake.
+    void followSight(bool seen);
     void groupControls();
     void orderFocus();
     ControlWindow* childOf(const Control* control) const;
@@ -90,7 +96,7 @@ private:
     Form& form_;
     WindowContext& context_;
     HWND window_ = nullptr;
-    std::unique_ptr<FaceFont> font_;
+    std::unique_ptr<FaceFont> font_; ///< made with the contents
     int dotsPerInch_ = 0;            ///< of the font
     std::unique_ptr<ToolTips> tips_; ///< made with the first tip
     std::vector<std::unique_ptr<ControlWindow>> children_;

@@ -62,7 +62,7 @@ SIZE FormWindow::frameSize() const {
 }
 
 void FormWindow::onSmallestSize(MINMAXINFO& info) const {
-    if (font_ == nullptr || form_.layout() == nullptr || IsIconic(window_) != FALSE) {
+    if (font_ == nullptr || IsIconic(window_) != FALSE) {
         return;
     }
     const LayoutSize& least = leastSize();
@@ -80,7 +80,7 @@ void FormWindow::layOutAgain() {
 
 void FormWindow::layOut() {
     layoutPending_ = false;
-    if (form_.layout() == nullptr || IsIconic(window_) != FALSE) {
+    if (font_ == nullptr || IsIconic(window_) != FALSE) {
         return; // a window that comes back is told its size again
     }
     const LayoutSize least = leastSize();
@@ -98,7 +98,7 @@ void FormWindow::layOut() {
 }
 
 void FormWindow::placeControls() {
-    if (form_.layout() == nullptr || font_ == nullptr) {
+    if (font_ == nullptr) {
         return;
     }
     RECT area{};
@@ -132,7 +132,9 @@ void FormWindow::showWhatIsSeen() {
 }
 
 void FormWindow::onResolution(int resolution, const RECT& place) {
-    useFont(resolution);
+    if (font_ != nullptr) {
+        useFont(resolution);
+    }
     SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left,
                  place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
     layOut();

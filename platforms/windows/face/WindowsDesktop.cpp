@@ -220,6 +220,7 @@ void WindowsDesktop::processEvents() {
         }
         handle(message);
     }
+    bury(); // also what no message has followed
 }
 
 void WindowsDesktop::paintOnly() {

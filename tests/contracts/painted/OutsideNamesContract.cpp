@@ -26,7 +26,10 @@ public:
 
 class OutsideNamesContract : public testing::Test {
 protected:
-    OutsideNamesContract() { form.load(); }
+    OutsideNamesContract() {
+        form.setVisible(true);
+        machine.face->settle();
+    }
     ~OutsideNamesContract() override {
         form.unload();
         machine.face->settle();
