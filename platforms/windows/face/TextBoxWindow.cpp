@@ -1,8 +1,10 @@
 #include "windows/face/ControlWindow.h"
+#include "windows/face/FigureText.h"
 
 #include <commctrl.h>
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -54,6 +56,11 @@ public:
                         makeChild(textBox, site, "EDIT", textFor(textBox, site), styleOf(textBox),
                                   WS_EX_CLIENTEDGE)),
           textBox_(textBox) {
+        if (textBox.readOnly() && !textBox.multiLine() &&
+            textBox.alignment() != TextAlignment::Centre) {
+            figure_.emplace(window(), textBox.alignment() == TextAlignment::Right,
+                            textFor(textBox, site));
+        }
         SetWindowSubclass(window(), onMessage, 0, reinterpret_cast<DWORD_PTR>(this));
     }
     ~TextBoxWindow() override { RemoveWindowSubclass(window(), onMessage, 0); }
@@ -72,7 +79,7 @@ public:
     }
 
     void onNotification(int code) override {
-        if (code == EN_CHANGE) {
+        if (code == EN_CHANGE && !textBox_.readOnly()) {
             fromUser(Property::Text, [this] { textBox_.setText(windowText()); });
         }
     }
@@ -90,22 +97,32 @@ protected:
                          start + textBox_.selLength());
             return;
         }
-        // A text that is there already keeps its place of insertion and its selection.
-        const std::string text = textFor(textBox_, site());
-        if (changed == Property::Text && windowText() != text) {
-            setWindowText(text);
-            if (GetFocus() == window() && !textBox_.readOnly()) {
-                // Typing goes on behind a text that was put in its place.
-                const auto end = static_cast<int>(textBox_.text().size());
-                SendMessageA(window(), EM_SETSEL, static_cast<WPARAM>(end), end);
-            }
+        if (changed == Property::Text) {
+            figure_ ? figure_->show(textFor(textBox_, site())) : showText();
         }
     }
 
 private:
+    void showText() {
+        // A text that is there already keeps its place of insertion and its selection.
+        const std::string text = textFor(textBox_, site());
+        if (windowText() == text) {
+            return;
+        }
+        setWindowText(text);
+        if (GetFocus() == window() && !textBox_.readOnly()) {
+            // Typing goes on behind a text that was put in its place.
+            const auto end = static_cast<int>(textBox_.text().size());
+            SendMessageA(window(), EM_SETSEL, static_cast<WPARAM>(end), end);
+        }
+    }
+
     static LRESULT CALLBACK onMessage(HWND window, UINT message, WPARAM first, LPARAM second,
                                       UINT_PTR, DWORD_PTR own) {
         auto& box = *reinterpret_cast<TextBoxWindow*>(own);
+        if (box.figure_ && box.figure_->answers(message)) {
+            return 0;
+        }
         const HandlingScope handling(box.site().context());
         if (message == WM_CHAR && box.keyGoesDown_) {
             box.held_.push_back({first, second});
@@ -160,8 +177,9 @@ private:
     };
 
     TextBox& textBox_;
-    bool keyGoesDown_ = false;    ///< it is being told
-    std::vector<Character> held_; ///< that came meanwhile
+    std::optional<FigureText> figure_; ///< for one that only shows something
+    bool keyGoesDown_ = false;         ///< it is being told
+    std::vector<Character> held_;      ///< that came meanwhile
 };
 
 } // namespace
