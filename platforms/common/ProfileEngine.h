@@ -52,6 +52,7 @@ public:
                                      const std::string& file) override;
     bool beginReading(const std::string& file) override;
     void endReading() override;
+    void release() override { forget(); }
     void beginUpdate(const std::string& file) override;
     UpdateOutcome commitUpdate() override;
 

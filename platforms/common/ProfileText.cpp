@@ -147,15 +147,27 @@ std::optional<ProfileKey> ProfileText::key(const ProfileSection& section,
     if (section.bodyEnd - section.bodyBegin >= shortBody) {
         return indexedKey(section, name);
     }
-    for (std::uint32_t at = section.bodyBegin; at < section.bodyEnd;) {
-        const Line line = lineAt(at, section.bodyEnd);
-        const auto key = keyOfLine(line.text);
-        if (key && equalWithoutCase(name, key->name)) {
-            return key;
+    const std::vector<ProfileKey>& keys = keysOf(section);
+    const auto found = std::find_if(keys.begin(), keys.end(), [&](const ProfileKey& key) {
+        return equalWithoutCase(name, key.name);
+    });
+    return found == keys.end() ? std::nullopt : std::optional(*found);
+}
+
+/// Of a short section, which is asked for one key after the other.
+const std::vector<ProfileKey>& ProfileText::keysOf(const ProfileSection& section) const {
+    if (lastKeysBody_ != section.bodyBegin) {
+        lastKeys_.clear();
+        lastKeysBody_ = section.bodyBegin;
+        for (std::uint32_t at = section.bodyBegin; at < section.bodyEnd;) {
+            const Line line = lineAt(at, section.bodyEnd);
+            if (const auto key = keyOfLine(line.text)) {
+                lastKeys_.push_back(*key);
+            }
+            at = line.next;
         }
-        at = line.next;
     }
-    return std::nullopt;
+    return lastKeys_;
 }
 
 std::optional<ProfileKey> ProfileText::indexedKey(const ProfileSection& section,

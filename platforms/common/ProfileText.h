@@ -75,6 +75,7 @@ private:
     std::optional<ProfileKey> indexedKey(const ProfileSection& section,
                                          std::string_view name) const;
     const NameIndex& keyIndex(const ProfileSection& section) const;
+    const std::vector<ProfileKey>& keysOf(const ProfileSection& section) const;
 
     std::string bytes_;
     std::vector<ProfileSection> sections_;
@@ -82,6 +83,8 @@ private:
     mutable std::unordered_map<std::uint32_t, NameIndex> keyIndexes_; ///< by the section's body
     mutable std::optional<ProfileKey> lastKey_; ///< found last by such an index
     mutable std::uint32_t lastBody_ = 0;        ///< of that key's section
+    mutable std::vector<ProfileKey> lastKeys_;  ///< of the short section that was asked last
+    mutable std::uint32_t lastKeysBody_ = NameIndex::none; ///< where it begins
 };
 
 /// The text without blanks and tabs around it.

@@ -9,7 +9,9 @@
 #include "ports/Files.h"
 #include "ports/Platform.h"
 #include "ports/PrivateProfile.h"
+#include "settings/mdlSettings.h"
 #include "settings/mdlSettingsLog.h"
+#include "state/mdlConst.h"
 #include "state/mdlTools.h"
 #include "state/mdlVar.h"
 
@@ -60,6 +62,7 @@ public:
             // What was handled meanwhile may have turned to the program's own file.
             state().IniFileName = file_;
         }
+        platform().profile.release();
         return goesOn;
     }
 
@@ -89,13 +92,15 @@ private:
     }
 
     void readRecord(Long number) {
-        log_.sent.push_back(GetBytesSent(number));
-        log_.rcvd.push_back(GetBytesRcvd(number));
-        log_.duration.push_back(GetDuration(number));
-        const std::string address = GetIPAddress(number);
+        const std::string stamp = GetDate(number);
+        const Amount record = recordOf(stamp);
+        log_.sent.push_back(record.sent);
+        log_.rcvd.push_back(record.rcvd);
+        log_.duration.push_back(record.duration);
+        const std::string address =
+            stamp.empty() ? std::string() : GetStringFromINI(stamp, keys::ipAddress);
         log_.address.push_back(address.empty() ? ImportedHistory::noAddress
                                                : log_.addresses.add(address));
-        const std::string stamp = GetDate(number);
         const std::size_t bar = stamp.find('|');
         if (bar == std::string::npos) {
             raise(ErrorNumber::InvalidProcedureCall);

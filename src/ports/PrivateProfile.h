@@ -47,6 +47,9 @@ public:
     virtual bool beginReading(const std::string& file) = 0;
     virtual void endReading() = 0;
 
+    /// No more is read for now: nothing of a file need be kept in memory.
+    virtual void release() = 0;
+
     /// From here on writes to `file` are collected and seen by the readers, but reach the file only
     /// at `commitUpdate`, in one atomic replacement. Updates do not nest.
     virtual void beginUpdate(const std::string& file) = 0;

@@ -99,6 +99,16 @@ TEST_F(ProfileUpdateTest, AFileIsReadOnceForManyReads) {
     EXPECT_EQ(files.reads, 1);
 }
 
+TEST_F(ProfileUpdateTest, AFileThatWasReleasedIsReadAgain) {
+    given("[a]\nx=1\n");
+    EXPECT_EQ(value("a", "x"), "1");
+
+    engine.release();
+
+    EXPECT_EQ(value("a", "x"), "1");
+    EXPECT_EQ(files.reads, 2);
+}
+
 TEST_F(ProfileUpdateTest, TheStampIsAskedAtEachRead) {
     given("[a]\nx=1\n");
     value("a", "x");

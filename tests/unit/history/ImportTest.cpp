@@ -55,6 +55,15 @@ TEST_F(ImportTest, TheQuestionIsAskedToTheLetter) {
     EXPECT_EQ(box.caption, "Velmars Tarvik.");
 }
 
+TEST_F(ImportTest, TheFileIsNotKeptInMemoryOnceItIsImported) {
+    import(numberedLog(3));
+    const int before = machine.files.reads;
+
+    EXPECT_EQ(GetNumRecords(), 3);
+
+    EXPECT_EQ(machine.files.reads, before + 1);
+}
+
 TEST_F(ImportTest, AnsweringCancelLeavesEverythingAsItWas) {
     import(numberedLog(3));
     select(2);
