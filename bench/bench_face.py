@@ -11,7 +11,7 @@ import sys
 import time
 
 HERE = pathlib.Path(__file__).resolve().parent
-sys.path.insert(0, str(HERE.parent / "tests" / "system"))
+sys.path.insert(0, str(HERE.parent / "tests" / "outside"))
 
 from desktop import DEADLINE, Desktop, Failure, end_with_parent, wait_for  # noqa: E402
 from support import keys_of  # noqa: E402

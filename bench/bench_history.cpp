@@ -2,7 +2,9 @@
 // other parsers that read the same values from the same file, exporting, sorting, and the chart.
 // A parser that is not installed is left out.
 //
-//     bench_history [most records, 1000000 unless told [most for configparser, 100000]]
+//     bench_history [most records, 1000000 unless told [most for configparser, 100000 [ROWS]]]
+//
+// ROWS is a file to which rows for the table of scripts/bench.sh are added.
 
 #include "CountedMemory.h"
 #include "OtherParsers.h"
@@ -119,6 +121,16 @@ public:
         found->figures.push_back(text.str());
     }
 
+    /// One row for the table of all faces: of a measure, for the longest log, beside another one.
+    void addRow(std::ostream& rows, const std::string& measure, const std::string& beside) const {
+        const std::string own = lastOf(measure);
+        const std::string floor = lastOf(beside);
+        if (floor != "-") {
+            rows << measure << ", " << columns_.back() << " records\t" << own << '\t' << floor
+                 << '\t' << beside << '\n';
+        }
+    }
+
     void print() const {
         std::cout << std::left << std::setw(nameWidth) << "records" << std::right;
         for (const int records : columns_) {
@@ -141,6 +153,12 @@ private:
         std::string name;
         std::vector<std::string> figures;
     };
+
+    std::string lastOf(const std::string& name) const {
+        const auto found = std::find_if(rows_.begin(), rows_.end(),
+                                        [&](const Row& row) { return row.name == name; });
+        return found == rows_.end() ? "-" : found->figures.back();
+    }
 
     std::vector<int> columns_;
     std::vector<Row> rows_;
@@ -304,6 +322,11 @@ int main(int count, char** arguments) {
     }
     std::filesystem::remove_all(folder);
     table.print();
+    if (count > 3) {
+        std::ofstream rows(arguments[3], std::ios::app);
+        table.addRow(rows, "import by the program, ms", "GLib's key file: load and values, ms");
+        table.addRow(rows, "redraw as lines into an image, ms", "redraw, no canvas, ms");
+    }
     std::cout << "Medians of several runs; the desktop has nothing to do meanwhile, and the system "
                  "holds the log\nin memory. The program's memory is what it takes by new. "
                  "configparser reads once, and only\nlogs of at most "

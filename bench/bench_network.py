@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Processor time of reading a real VPN's counters once: the program's tick, beside nmcli and
-vnstatd on the same link in the same run: PROGRAM. Run it inside the network tests' world."""
+vnstatd on the same link in the same run: PROGRAM [ROWS], the file that the rows go to as well. Run it
+inside the network tests' world."""
 
 import os
 import pathlib
@@ -11,7 +12,7 @@ import sys
 import time
 
 HERE = pathlib.Path(__file__).resolve().parent
-sys.path.insert(0, str(HERE.parent / "tests" / "system"))
+sys.path.insert(0, str(HERE.parent / "tests" / "outside"))
 
 from bench_face import TITLE, processor_seconds, start, stop  # noqa: E402
 from desktop import Desktop, Failure, wait_for  # noqa: E402
@@ -38,8 +39,10 @@ def nmcli(*arguments):
 
 
 def measured(title, readings, own, service):
+    """Microseconds a reading."""
     print("%-30s %10.0f us a reading, NetworkManager %6.0f us" % (
         title, own / readings * 1e6, service / readings * 1e6))
+    return own / readings * 1e6
 
 
 def program_ticks(desktop, program, manager, aside):
@@ -59,8 +62,8 @@ def program_ticks(desktop, program, manager, aside):
     time.sleep(SECONDS)
     own, service = processor_seconds(process.pid) - own, processor_seconds(manager) - service
     stop(process)
-    measured("Velmars Tarvik, put aside" if aside else "Velmars Tarvik, on the screen",
-             SECONDS / INTERVAL, own, service)
+    return measured("Velmars Tarvik, put aside" if aside else "Velmars Tarvik, on the screen",
+                    SECONDS / INTERVAL, own, service)
 
 
 def nmcli_polls(manager):
@@ -95,7 +98,7 @@ def vnstat_updates(desktop, manager):
     time.sleep(SECONDS)
     own, service = processor_seconds(process.pid) - own, processor_seconds(manager) - service
     stop(process)
-    measured("vnstatd", SECONDS / VNSTAT_INTERVAL, own, service)
+    return measured("vnstatd", SECONDS / VNSTAT_INTERVAL, own, service)
 
 
 def main():
@@ -104,13 +107,17 @@ def main():
         manager = pid_of("NetworkManager")
         nmcli("connection", "up", VPN)
         program = pathlib.Path(sys.argv[1]).resolve()
-        program_ticks(desktop, program, manager, aside=False)
-        program_ticks(desktop, program, manager, aside=True)
+        seen = program_ticks(desktop, program, manager, aside=False)
+        aside = program_ticks(desktop, program, manager, aside=True)
         nmcli_polls(manager)
-        vnstat_updates(desktop, manager)
+        other = vnstat_updates(desktop, manager)
     finally:
         subprocess.run(["nmcli", "connection", "down", VPN], capture_output=True, check=False)
         desktop.close()
+    if len(sys.argv) > 2:
+        with open(sys.argv[2], "a", encoding="utf-8") as file:
+            for name, own in (("on the screen", seen), ("put aside", aside)):
+                file.write("tick of a real VPN, %s, us\t%f\t%f\tvnstatd\n" % (name, own, other))
 
 
 if __name__ == "__main__":

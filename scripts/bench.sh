@@ -1,12 +1,27 @@
 #!/usr/bin/env bash
 # Builds the measuring programs and prints their figures, each beside a bare floor or the nearest
 # peer in the same run; at the end one table of all faces.
+#
+#   bench.sh            the figures
+#   bench.sh --check    fails when one has become a third worse, beside what it stands by, than what is
+#                       stored in bench/ratios.txt
+#   bench.sh --keep     stores how they compare now
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/.."
 # shellcheck source=scripts/packages.sh
 . scripts/packages.sh
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
+
+ratios=()
+case ${1:-} in
+--check | --keep) ratios=("$1" bench/ratios.txt) ;;
+'') ;;
+*)
+    echo "usage: bench.sh [--check | --keep]" >&2
+    exit 2
+    ;;
+esac
 
 install_missing "${packages_build[@]}" "${packages_display[@]}" "${packages_bench[@]}"
 cmake --preset release -DTARVIK_TESTS=OFF -DTARVIK_BENCH=ON >/dev/null
@@ -18,14 +33,15 @@ build/release/bin/bench_work >>"$folder/linux"
 build/release/bin/bench_ini
 build/release/bin/bench_journal
 build/release/bin/bench_ledger
-build/release/bin/bench_history
+build/release/bin/bench_history 1000000 100000 "$folder/linux"
 
 # Reading a real VPN, beside others that do, in a world of its own.
 if [ "$(id -u)" -eq 0 ]; then
     install_missing "${packages_network[@]}" vnstat
     cmake --build --preset release --target tarvik
     scripts/nm-rig.sh up
-    scripts/nm-rig.sh run /usr/bin/python3 -B bench/bench_network.py build/release/bin/tarvik || true
+    scripts/nm-rig.sh run /usr/bin/python3 -B bench/bench_network.py build/release/bin/tarvik "$folder/linux" ||
+        echo "The network could not be measured." >&2
     scripts/nm-rig.sh down
 fi
 
@@ -41,4 +57,4 @@ scripts/wine32.sh run "$folder/bench_win32.exe" rows | tr -d '\r' >"$folder/wind
 scripts/wine32.sh run "$folder/bench_work.exe" | tr -d '\r' >>"$folder/windows"
 
 printf '\nThe log has 100,000 records; Windows is Wine here.\n\n'
-/usr/bin/python3 -B bench/table.py "Linux=$folder/linux" "Windows=$folder/windows"
+/usr/bin/python3 -B bench/table.py "${ratios[@]}" "Linux=$folder/linux" "Windows=$folder/windows"
