@@ -397,6 +397,12 @@ mutants() {
     /usr/bin/python3 -B scripts/mutants.py
 }
 
+# What things cost beside what stands there, against the stored ratios; nothing else may run meanwhile.
+speed() {
+    needs "${packages_build[@]}" "${packages_display[@]}" "${packages_bench[@]}" || return $cannot_run
+    scripts/bench.sh --check
+}
+
 # A bare Debian 12 in a tree of its own, where run.sh, test.sh and the package meet what a newcomer's
 # computer lets them meet; TARVIK_BARE sets what to try. Needs root, and an hour or more.
 bare() {
@@ -422,11 +428,11 @@ stage "a session without a display" headless_session desktop build_release
 stage "build for Windows, checked" build_windows_checked builds
 stage "clang-tidy" tidy builds build_release
 stage "clang-tidy on the code for Windows" tidy_windows builds
+stage "kill at every step" kill_at_every_step checks build_release
 stage "unit, face and soak tests under AddressSanitizer and UBSan" tests_sanitized checks build_sanitized
 stage "a random user on the scripted and the Linux face, sanitized" monkey random build_sanitized
 stage "fuzz targets, a fixed number of runs" fuzz random build_sanitized
 stage "kill at every step on Windows" kill_on_windows kills build_windows
-stage "kill at every step" kill_at_every_step kills build_release
 stage "unit tests on Windows" unit_windows wine build_windows
 stage "face and services on Windows" windows_tests wine build_windows
 stage "user stories on Windows" stories_windows wine build_windows
@@ -436,6 +442,7 @@ stage "a random user on the Windows face, checked" monkey_windows wine build_win
 stage "the package for Debian and the archive for Windows" made_packages wine build_release
 only_named "unit tests and user stories on the scripted face" unit
 only_named "build of each file by itself" alone
+only_named "costs beside what stands there, against the stored ratios" speed
 only_named "breaks of the journal's code, each of which its tests must notice" mutants
 only_named "run.sh, test.sh and the package on a bare Debian 12" bare
 
@@ -454,7 +461,7 @@ rm -rf "$results" && mkdir -p "$results" || exit 1
 if [ -n "$named" ]; then
     run_named
 else
-    echo "All stages take 40 minutes or more; a first run also installs what they need: 4.5 GB of disk in all."
+    echo "All stages take half an hour; a first run also installs what they need: 4.5 GB of disk in all."
     run_lanes
 fi
 
