@@ -362,35 +362,32 @@ class Windows:
     def settle(self, title):
         return self.camera.settled(lambda: self.camera.area(title), 0.5)
 
-    def work(self, title, *keys):
-        """Presses keys and waits until the window looks otherwise and stands still."""
-        before = self.settle(title)
+    def press_until(self, what, condition, patience, *keys):
+        """Presses keys, and again each time that nothing has come of it for so many seconds."""
+        pressed = float("-inf")
 
-        def looks_otherwise():
-            if self.camera.look(self.camera.area(title)) != before:
+        def is_so():
+            nonlocal pressed
+            if condition():
                 return True
-            # A window that has just got the keyboard under a busy Wine misses a key now and then.
-            if time.monotonic() > self.pressed + 10:
-                self.pressed = time.monotonic()
+            if time.monotonic() > pressed + patience:
+                pressed = time.monotonic()
                 self.camera.key(*keys)
             return False
 
-        self.pressed = float("-inf")
-        wait_for("an effect of " + " ".join(keys), looks_otherwise)
+        wait_for(what, is_so)
+
+    def work(self, title, *keys):
+        """Presses keys and waits until the window looks otherwise and stands still."""
+        before = self.settle(title)
+        # A window that has just got the keyboard under a busy Wine misses a key now and then.
+        self.press_until("an effect of " + " ".join(keys),
+                         lambda: self.camera.look(self.camera.area(title)) != before, 10, *keys)
         self.settle(title)
 
     def open(self, key, title):
         """Opens a window by a key; the program takes none while it dials, so it may be pressed anew."""
-        def is_open():
-            if self.camera.has(title):
-                return True
-            if time.monotonic() > self.pressed + 5:
-                self.pressed = time.monotonic()
-                self.camera.key(key)
-            return False
-
-        self.pressed = float("-inf")
-        wait_for("the window " + title, is_open)
+        self.press_until("the window " + title, lambda: self.camera.has(title), 5, key)
         wait_for("the focus", lambda: self.camera.is_active(title))
 
     def connect(self):

@@ -125,19 +125,24 @@ const ProfileSection* ProfileText::section(std::string_view name) const {
     return number == NameIndex::none ? nullptr : &sections_[number];
 }
 
+template <class Take>
+void ProfileText::forEachKey(const ProfileSection& section, Take&& take) const {
+    for (std::uint32_t at = section.bodyBegin; at < section.bodyEnd;) {
+        const Line line = lineAt(at, section.bodyEnd);
+        if (const auto key = keyOfLine(line.text)) {
+            take(*key);
+        }
+        at = line.next;
+    }
+}
+
 const NameIndex& ProfileText::keyIndex(const ProfileSection& section) const {
     const auto known = keyIndexes_.find(section.bodyBegin);
     if (known != keyIndexes_.end()) {
         return known->second;
     }
     std::vector<TextRange> names;
-    for (std::uint32_t at = section.bodyBegin; at < section.bodyEnd;) {
-        const Line line = lineAt(at, section.bodyEnd);
-        if (const auto key = keyOfLine(line.text)) {
-            names.push_back(rangeOf(key->name));
-        }
-        at = line.next;
-    }
+    forEachKey(section, [&](const ProfileKey& key) { names.push_back(rangeOf(key.name)); });
     return keyIndexes_.emplace(section.bodyBegin, NameIndex(bytes_, std::move(names)))
         .first->second;
 }
@@ -159,13 +164,7 @@ const std::vector<ProfileKey>& ProfileText::keysOf(const ProfileSection& section
     if (lastKeysBody_ != section.bodyBegin) {
         lastKeys_.clear();
         lastKeysBody_ = section.bodyBegin;
-        for (std::uint32_t at = section.bodyBegin; at < section.bodyEnd;) {
-            const Line line = lineAt(at, section.bodyEnd);
-            if (const auto key = keyOfLine(line.text)) {
-                lastKeys_.push_back(*key);
-            }
-            at = line.next;
-        }
+        forEachKey(section, [&](const ProfileKey& key) { lastKeys_.push_back(key); });
     }
     return lastKeys_;
 }

@@ -75,6 +75,9 @@ private:
     std::optional<ProfileKey> indexedKey(const ProfileSection& section,
                                          std::string_view name) const;
     const NameIndex& keyIndex(const ProfileSection& section) const;
+    /// Hands over each key of the section, in order.
+    template <class Take>
+    void forEachKey(const ProfileSection& section, Take&& take) const;
     const std::vector<ProfileKey>& keysOf(const ProfileSection& section) const;
 
     std::string bytes_;

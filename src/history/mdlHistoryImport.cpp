@@ -52,6 +52,11 @@ public:
         log_.time.reserve(room_, room_ * std::string_view("23:59:59").size());
     }
 
+    /// However the reading ended, nothing of the file is kept.
+    ~LogReader() { platform().profile.release(); }
+    LogReader(const LogReader&) = delete;
+    LogReader& operator=(const LogReader&) = delete;
+
     /// False when the user has stopped it.
     bool readAll() {
         HistoryWork work(static_cast<std::int32_t>(count_));
@@ -62,7 +67,6 @@ public:
             // What was handled meanwhile may have turned to the program's own file.
             state().IniFileName = file_;
         }
-        platform().profile.release();
         return goesOn;
     }
 

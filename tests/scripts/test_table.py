@@ -20,7 +20,8 @@ class TableTest(unittest.TestCase):
         return subprocess.run(["/usr/bin/python3", "-B", str(TABLE), *arguments, "Linux=%s" % self.rows],
                               capture_output=True, text=True, check=False)
 
-    def check(self, rows):
+    def check_against_one_and_a_half(self, rows):
+        self.table([("tick, us", "300", "200", "another")], "--keep", str(self.stored))
         return self.table(rows, "--check", str(self.stored))
 
     def test_a_row_tells_both_figures_and_how_they_compare(self):
@@ -31,25 +32,19 @@ class TableTest(unittest.TestCase):
                           " another               "])
 
     def test_what_compares_as_stored_passes_whatever_the_times(self):
-        self.table([("tick, us", "300", "200", "another")], "--keep", str(self.stored))
-
-        said = self.check([("tick, us", "3000", "2000", "another")])
+        said = self.check_against_one_and_a_half([("tick, us", "3000", "2000", "another")])
 
         self.assertEqual((said.returncode, said.stdout.splitlines()[-1]),
                          (0, "None is a third worse than what is stored."))
 
     def test_what_has_become_a_third_worse_fails(self):
-        self.table([("tick, us", "300", "200", "another")], "--keep", str(self.stored))
-
-        said = self.check([("tick, us", "410", "200", "another")])
+        said = self.check_against_one_and_a_half([("tick, us", "410", "200", "another")])
 
         self.assertEqual((said.returncode, said.stdout.splitlines()[-1]),
                          (1, "a third worse: Linux, tick, us, another: 2.050, stored 1.500"))
 
     def test_what_is_not_measured_any_more_fails(self):
-        self.table([("tick, us", "300", "200", "another")], "--keep", str(self.stored))
-
-        said = self.check([("tock, us", "1", "200", "another")])
+        said = self.check_against_one_and_a_half([("tock, us", "1", "200", "another")])
 
         self.assertEqual((said.returncode, said.stdout.splitlines()[-1]),
                          (1, "not measured: Linux, tick, us, another"))

@@ -1,5 +1,6 @@
 #include "linux/face/FormWindow.h"
 
+#include "common/UnseenControls.h"
 #include "linux/face/FaceText.h"
 #include "linux/face/FormLayout.h"
 
@@ -22,7 +23,9 @@ FormWindow::FormWindow(Form& form, FaceContext& context) : form_(form), context_
     // What the desktop says, not which window the toolkit takes for the active one: that stays the
     // same while a list or a menu is open, and is not made good when it closes.
     connect(qApp, &QGuiApplication::focusWindowChanged, this, &FormWindow::onFocusMoved);
-    makeUnseenControls();
+    for (Control* control : unseenControls(form_)) {
+        makeControl(*control);
+    }
     form_.attach(this);
     refreshVisibility();
 }
@@ -46,17 +49,6 @@ void FormWindow::disconnectForm() {
     form_.attach(nullptr);
     for (const auto& own : widgets_) {
         own->detach();
-    }
-}
-
-void FormWindow::makeUnseenControls() {
-    for (Control* control : form_.controls()) {
-        // What a form without a layout holds is never seen, but an icon of the desktop sends its
-        // messages to its picture.
-        const bool hook = form_.layout() == nullptr && control->kind() == ControlKind::Picture;
-        if (hook || control->kind() == ControlKind::Timer) {
-            makeControl(*control);
-        }
     }
 }
 

@@ -46,7 +46,6 @@ protected:
 private:
     /// The desktop gives the keys to that window; null for none of the program's.
     void onFocusMoved(const QWindow* focused);
-    void makeUnseenControls();
     void makeControl(Control& control);
     /// What stands in the window; does nothing when it is made.
     void makeContents();

@@ -2,7 +2,6 @@
 
 #include "linux/services/FileDescriptor.h"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <fcntl.h>
@@ -46,9 +45,8 @@ std::optional<LinkReading> readLink(const std::string& interfacesFolder,
                        .checksumErrors = counter("rx_crc_errors"),
                        .alignmentErrors = counter("rx_frame_errors"),
                        .lengthErrors = counter("rx_length_errors"),
-                       // Drivers use the one or the other, some both, for the same packets.
                        .overrunErrors =
-                           std::max(counter("rx_over_errors"), counter("rx_fifo_errors")),
+                           overruns(counter("rx_over_errors"), counter("rx_fifo_errors")),
                        .missed = counter("rx_missed_errors"),
                        .aborted = counter("tx_aborted_errors")};
 }

@@ -36,9 +36,7 @@ LinkReading readingOf(std::uint32_t index, const rtnl_link_stats64& figures) {
             .checksumErrors = figures.rx_crc_errors,
             .alignmentErrors = figures.rx_frame_errors,
             .lengthErrors = figures.rx_length_errors,
-            // Drivers use the one or the other, some both, for the same packets.
-            .overrunErrors =
-                std::max<std::uint64_t>(figures.rx_over_errors, figures.rx_fifo_errors),
+            .overrunErrors = overruns(figures.rx_over_errors, figures.rx_fifo_errors),
             .missed = figures.rx_missed_errors,
             .aborted = figures.tx_aborted_errors};
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -22,6 +23,12 @@ struct LinkReading {
 
     friend bool operator==(const LinkReading&, const LinkReading&) = default;
 };
+
+/// What overran, of the kernel's two counts of it: drivers use the one or the other, some both, for
+/// the same packets.
+inline std::uint64_t overruns(std::uint64_t over, std::uint64_t fifo) {
+    return std::max(over, fifo);
+}
 
 /// Readings of several interfaces, by their index.
 using LinkReadings = std::map<std::uint32_t, LinkReading>;

@@ -1,5 +1,6 @@
 #include "windows/face/FormWindow.h"
 
+#include "common/UnseenControls.h"
 #include "windows/face/ControlIds.h"
 #include "windows/face/TextColour.h"
 #include "windows/face/WindowMessages.h"
@@ -29,7 +30,9 @@ UnloadMode reasonOf(LPARAM details) {
 
 FormWindow::FormWindow(Form& form, WindowContext& context) : form_(form), context_(context) {
     makeWindow();
-    makeUnseenControls();
+    for (Control* control : unseenControls(form_)) {
+        makeControl(*control);
+    }
     form_.attach(this);
     refreshVisibility();
 }
@@ -80,15 +83,6 @@ void FormWindow::makeWindow() {
                               GetModuleHandleA(nullptr), this);
     // The form has its own way to follow the resolution of a screen.
     dontScaleDialog(window_);
-}
-
-void FormWindow::makeUnseenControls() {
-    for (Control* control : form_.controls()) {
-        const bool hook = form_.layout() == nullptr && control->kind() == ControlKind::Picture;
-        if (hook || control->kind() == ControlKind::Timer) {
-            makeControl(*control);
-        }
-    }
 }
 
 void FormWindow::makeControl(Control& control) {

@@ -53,7 +53,6 @@ private:
     LRESULT passOn(UINT message, WPARAM first, LPARAM second);
 
     void makeWindow();
-    void makeUnseenControls();
     void makeControl(Control& control);
     /// What stands in the window; does nothing when it is made.
     void makeContents();
