@@ -9,6 +9,7 @@
 #include "ports/OverwriteQuestion.h"
 #include "ports/Platform.h"
 #include "ports/Program.h"
+#include "settings/DatedName.h"
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
 #include "types/Convert.h"
@@ -81,8 +82,8 @@ bool mayReplace(const std::string& name, const std::string& chosen) {
     if (name == chosen || there == FileKind::None || there == FileKind::Directory) {
         return true; // a directory is not replaced, which writing tells
     }
-    const std::string title = name.substr(name.find_last_of("/\\") + 1);
-    return platform().desktop.messageBox(overwriteQuestion(title)) == MsgBoxAnswer::Yes;
+    const MsgBoxRequest question = overwriteQuestion(nameWithoutFolder(name));
+    return platform().desktop.messageBox(question) == MsgBoxAnswer::Yes;
 }
 
 } // namespace

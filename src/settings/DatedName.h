@@ -10,7 +10,7 @@ namespace tarvik {
 /// Today's date as it stands in names of files, "2026-5-3".
 std::string todayText();
 
-/// The last part of a full path.
+/// The last part of a path.
 std::string nameWithoutFolder(const std::string& path);
 
 /// So many files of one day are kept.

@@ -149,12 +149,14 @@ struct TypedName {
     const char* typed;
     std::uint32_t filter;
     const char* written;
+    char separator = '\\';
 };
 
 class CompletedNameTest : public ExportTest, public testing::WithParamInterface<TypedName> {
 protected:
     CompletedNameTest() {
         import(numberedLog(1));
+        machine.program.separator = GetParam().separator;
         choose(GetParam().typed, GetParam().filter);
         machine.files.setFile(GetParam().written, "old");
     }
@@ -194,17 +196,28 @@ TEST_P(CompletedNameTest, MayBeAnotherOneAfterTheUserSaysNo) {
 
 INSTANTIATE_TEST_SUITE_P(Each, CompletedNameTest,
                          testing::Values(TypedName{"E:\\history", 1, "E:\\history.csv"},
-                                         TypedName{"/mnt/history", 1, "/mnt/history.csv"},
+                                         TypedName{"/mnt/history", 1, "/mnt/history.csv", '/'},
                                          TypedName{" history ", 1, "history.csv"}));
 
 TEST_F(ExportTest, ALineBreakInANameIsToldInTheQuestion) {
     import(numberedLog(1));
-    choose("/mnt/a\nb\r", 1);
-    machine.files.setFile("/mnt/a\nb\r.csv", "old");
+    choose("E:\\a\nb\r", 1);
+    machine.files.setFile("E:\\a\nb\r.csv", "old");
     expectBox("a[U+000A]b[U+000D].csv already exists.\rDo you want to replace it?",
               MsgBoxButtons::YesNo, MsgBoxIcon::Exclamation, MsgBoxAnswer::Yes);
 
-    EXPECT_NE(exportedTo("/mnt/a\nb\r.csv"), "old");
+    EXPECT_NE(exportedTo("E:\\a\nb\r.csv"), "old");
+}
+
+TEST_F(ExportTest, WhatSeparatesNoFoldersHereBelongsToTheNameInTheQuestion) {
+    import(numberedLog(1));
+    machine.program.separator = '/';
+    choose("/mnt/a\\b", 1);
+    machine.files.setFile("/mnt/a\\b.csv", "old");
+    expectBox("a\\b.csv already exists.\rDo you want to replace it?", MsgBoxButtons::YesNo,
+              MsgBoxIcon::Exclamation, MsgBoxAnswer::Yes);
+
+    EXPECT_NE(exportedTo("/mnt/a\\b.csv"), "old");
 }
 
 TEST_F(ExportTest, AFolderOfTheCompletedNameCannotBeReplacedAndIsNotAskedAbout) {
