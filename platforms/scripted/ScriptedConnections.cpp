@@ -158,7 +158,7 @@ bool ScriptedConnections::hasEntry(const char* name) const {
                        [&](const Entry& entry) { return entry.name.substr(0, longest) == name; });
 }
 
-std::optional<LineTotals> ScriptedConnections::lineTotals(std::uint32_t handle) {
+std::optional<Traffic> ScriptedConnections::lineTotals(std::uint32_t handle) {
     const Connection* line = connection(handle);
     return line == nullptr ? std::nullopt : line->totals;
 }

@@ -25,8 +25,8 @@ public:
         std::string deviceName = "Line 1";
         std::uint32_t state = ras::connected;
         RAS_STATS statistics{};
-        std::optional<LineTotals> totals; ///< for a line whose service counts beyond 32 bits
-        std::uint32_t carrier = 0;        ///< handle of the connection that it lies within
+        std::optional<Traffic> totals; ///< for a line whose service counts beyond 32 bits
+        std::uint32_t carrier = 0;     ///< handle of the connection that it lies within
         /// As long as it is not 0, every call for its status, or for its statistics, answers this.
         std::uint32_t statusFailure = 0;
         std::uint32_t statisticsFailure = 0;
@@ -95,7 +95,7 @@ public:
                                       std::uint32_t* count) override;
     std::uint32_t RasGetConnectStatusA(std::uint32_t handle, RASCONNSTATUSA* status) override;
     std::uint32_t RasGetConnectionStatistics(std::uint32_t handle, RAS_STATS* statistics) override;
-    std::optional<LineTotals> lineTotals(std::uint32_t handle) override;
+    std::optional<Traffic> lineTotals(std::uint32_t handle) override;
     std::uint32_t carrierOf(std::uint32_t handle) override;
     bool renumbers() const override { return renumbersConnections; }
     std::uint32_t RasGetEntryDialParamsA(const char* phoneBook, RASDIALPARAMSA* parameters,

@@ -136,9 +136,9 @@ void writeSession(Writer& to, const FormerSession& former) {
     to.number(one.last.dwFramesXmited);
     to.number(one.last.dwConnectDuration);
     to.number(one.readAt);
-    to.number(one.totals.bytesRcvd);
-    to.number(one.totals.bytesSent);
-    to.number(one.totals.duration);
+    to.number(one.totals.rcvd);
+    to.number(one.totals.sent);
+    to.number(one.totals.milliseconds);
     to.amount(one.offset);
     to.amount(one.counted);
     to.text(former.mark, mostText);
@@ -159,9 +159,9 @@ FormerSession readSession(Reader& from) {
     one.last.dwFramesXmited = from.number<std::uint32_t>();
     one.last.dwConnectDuration = from.number<std::uint32_t>();
     one.readAt = from.number<std::int64_t>();
-    one.totals.bytesRcvd = from.number<std::uint64_t>();
-    one.totals.bytesSent = from.number<std::uint64_t>();
-    one.totals.duration = from.number<std::uint64_t>();
+    one.totals.rcvd = from.number<std::uint64_t>();
+    one.totals.sent = from.number<std::uint64_t>();
+    one.totals.milliseconds = from.number<std::uint64_t>();
     one.offset = from.amounts();
     one.counted = from.amounts();
     former.mark = from.text(mostText);

@@ -207,7 +207,7 @@ bool HandleOnline(std::uint32_t Index, const RAS_STATS& Statistics) {
         s.ConnectionActive = true;
         SetActiveConnection(Index);
         const RASCONNA connection = connectionAt(Index);
-        const LineTotals session = CarryOn(connection, Statistics);
+        const Traffic session = CarryOn(connection, Statistics);
         if (forms().frmStatistics.chkActiveConnection.ticked()) {
             SetStatistics(Statistics, session);
         }

@@ -64,9 +64,9 @@ bool impossible(const RAS_STATS& before, const RAS_STATS& now) {
 }
 
 /// Whether figures under a new handle can be of the same session: none of them has fallen.
-bool continues(const LineTotals& before, const LineTotals& now) {
-    return now.duration >= before.duration && now.bytesRcvd >= before.bytesRcvd &&
-           now.bytesSent >= before.bytesSent;
+bool continues(const Traffic& before, const Traffic& now) {
+    return now.milliseconds >= before.milliseconds && now.rcvd >= before.rcvd &&
+           now.sent >= before.sent;
 }
 
 } // namespace
@@ -92,28 +92,28 @@ bool sameEntry(const RASCONNA& a, const RASCONNA& b) {
     return std::strncmp(a.szEntryName, b.szEntryName, sizeof a.szEntryName) == 0;
 }
 
-LineTotals totalsOf(const RAS_STATS& Statistics) {
-    return {.bytesSent = Statistics.dwBytesXmited,
-            .bytesRcvd = Statistics.dwBytesRcved,
-            .duration = Statistics.dwConnectDuration};
+Traffic totalsOf(const RAS_STATS& Statistics) {
+    return {.rcvd = Statistics.dwBytesRcved,
+            .sent = Statistics.dwBytesXmited,
+            .milliseconds = Statistics.dwConnectDuration};
 }
 
 bool isAnother(const LineSession& Session, const RAS_STATS& Now,
-               const std::optional<LineTotals>& Wide) {
+               const std::optional<Traffic>& Wide) {
     // After a hang-up by the program, too, any fall tells: a line that lingers does not fall.
     if (Session.renumbered || Session.hungUp) {
         return Wide ? !continues(Session.totals, *Wide)
                     : !continues(totalsOf(Session.last), totalsOf(Now));
     }
-    return Wide ? Wide->duration < Session.totals.duration
+    return Wide ? Wide->milliseconds < Session.totals.milliseconds
                 : younger(Session.last, Now) || impossible(Session.last, Now);
 }
 
-void addGain(LineTotals& Totals, const RAS_STATS& Before, const RAS_STATS& Now) {
+void addGain(Traffic& Totals, const RAS_STATS& Before, const RAS_STATS& Now) {
     const bool anew = cleared(Before, Now);
-    Totals.bytesRcvd += anew ? Now.dwBytesRcved : gained(Before.dwBytesRcved, Now.dwBytesRcved);
-    Totals.bytesSent += anew ? Now.dwBytesXmited : gained(Before.dwBytesXmited, Now.dwBytesXmited);
-    Totals.duration += gained(Before.dwConnectDuration, Now.dwConnectDuration);
+    Totals.rcvd += anew ? Now.dwBytesRcved : gained(Before.dwBytesRcved, Now.dwBytesRcved);
+    Totals.sent += anew ? Now.dwBytesXmited : gained(Before.dwBytesXmited, Now.dwBytesXmited);
+    Totals.milliseconds += gained(Before.dwConnectDuration, Now.dwConnectDuration);
 }
 
 } // namespace tarvik

@@ -17,14 +17,14 @@ std::optional<RAS_STATS> figuresOf(std::uint32_t handle, bool& failed);
 bool sameEntry(const RASCONNA& a, const RASCONNA& b);
 
 /// A first reading at full width.
-LineTotals totalsOf(const RAS_STATS& Statistics);
+Traffic totalsOf(const RAS_STATS& Statistics);
 
 /// Whether a reading is of another session than the one that was last read under that handle.
 /// `Wide` are its figures where the service counts further than the reading does.
 bool isAnother(const LineSession& Session, const RAS_STATS& Now,
-               const std::optional<LineTotals>& Wide);
+               const std::optional<Traffic>& Wide);
 
 /// Adds what a session has gained from one reading to the next.
-void addGain(LineTotals& Totals, const RAS_STATS& Before, const RAS_STATS& Now);
+void addGain(Traffic& Totals, const RAS_STATS& Before, const RAS_STATS& Now);
 
 } // namespace tarvik

@@ -67,10 +67,10 @@ Currency capped(std::uint64_t figure) {
     return Currency::fromWhole(static_cast<std::int64_t>(std::min(figure, largestSession)));
 }
 
-Amount amountOf(const LineTotals& totals) {
-    return {.rcvd = capped(totals.bytesRcvd),
-            .sent = capped(totals.bytesSent),
-            .duration = capped(totals.duration)};
+Amount amountOf(const Traffic& totals) {
+    return {.rcvd = capped(totals.rcvd),
+            .sent = capped(totals.sent),
+            .duration = capped(totals.milliseconds)};
 }
 
 /// What counts of a session after a reading. What it has carried within another one since the
@@ -196,7 +196,7 @@ void BeginTick(std::uint32_t Count) {
     }
 }
 
-LineTotals CarryOn(const RASCONNA& Connection, const RAS_STATS& Statistics) {
+Traffic CarryOn(const RASCONNA& Connection, const RAS_STATS& Statistics) {
     const auto wide = platform().connections.lineTotals(Connection.hrasconn);
     if (std::erase(state().UnsureConnections, Connection.hrasconn) != 0) {
         ResumeFormer(Connection, Statistics);
@@ -229,7 +229,7 @@ LineTotals CarryOn(const RASCONNA& Connection, const RAS_STATS& Statistics) {
     return session.totals;
 }
 
-void TakeCounters(const RASCONNA& Connection, const LineTotals& Session) {
+void TakeCounters(const RASCONNA& Connection, const Traffic& Session) {
     State& s = state();
     s.CountedConnection = Connection.hrasconn;
     const Amount figures = amountOf(Session);

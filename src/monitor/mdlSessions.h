@@ -22,10 +22,10 @@ void BeginTick(std::uint32_t Count);
 /// its 32-bit counters. Where the service counts no further, what was added since the reading
 /// before is taken modulo 2^32; a first reading is taken as it is. Where a reading cannot be of the
 /// session before, what counted of that one moves into the totals.
-LineTotals CarryOn(const RASCONNA& Connection, const RAS_STATS& Statistics);
+Traffic CarryOn(const RASCONNA& Connection, const RAS_STATS& Statistics);
 
 /// Makes a connection's figures those of the session under way, with its own offset.
-void TakeCounters(const RASCONNA& Connection, const LineTotals& Session);
+void TakeCounters(const RASCONNA& Connection, const Traffic& Session);
 
 /// Leaves out what the session under way has carried so far, and likewise every one that is read
 /// later in this tick.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "types/Traffic.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -62,14 +64,6 @@ struct RAS_STATS {
     std::uint32_t dwConnectDuration; ///< milliseconds
 };
 static_assert(sizeof(RAS_STATS) == RAS_STATS::size);
-
-/// What a connection has carried since it was established, at full width.
-struct LineTotals {
-    std::uint64_t bytesSent = 0;
-    std::uint64_t bytesRcvd = 0;
-    std::uint64_t duration = 0; ///< milliseconds
-    friend bool operator==(const LineTotals&, const LineTotals&) = default;
-};
 
 /// A phone-book entry in the newest form: with flags and the path of its phone book.
 struct RASENTRYNAMEA {
@@ -150,9 +144,10 @@ public:
     virtual std::uint32_t RasGetConnectionStatistics(std::uint32_t handle,
                                                      RAS_STATS* statistics) = 0;
 
-    /// The figures of the last `RasGetConnectionStatistics` of that connection without wrapping.
+    /// The figures of the last `RasGetConnectionStatistics` of that connection without wrapping:
+    /// what it has carried since it was established.
     /// Nothing where the service has no more than the record's 32 bits.
-    virtual std::optional<LineTotals> lineTotals(std::uint32_t handle) {
+    virtual std::optional<Traffic> lineTotals(std::uint32_t handle) {
         static_cast<void>(handle);
         return std::nullopt;
     }

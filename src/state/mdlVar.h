@@ -43,7 +43,7 @@ enum class enDateCalc : std::uint8_t {
 struct LineSession {
     RASCONNA connection{};
     RAS_STATS last{};
-    LineTotals totals;       ///< since it was established
+    Traffic totals;          ///< since it was established
     Amount offset;           ///< of it, what is not to be counted
     Amount counted;          ///< the rest, as long as no total has it
     std::int64_t readAt = 0; ///< when these figures were first read, universal milliseconds

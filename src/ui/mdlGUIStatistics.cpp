@@ -32,14 +32,14 @@ void showHost() {
     window().txtIPAddress.setText(logged ? textOr(s.IPAddress, notObtained) : notObtained);
 }
 
-void showCounters(const RAS_STATS& stats, const LineTotals& session) {
+void showCounters(const RAS_STATS& stats, const Traffic& session) {
     FrmStatistics& w = window();
     w.txtAlignmentError.setText(wholeToText(stats.dwAlignmentErr));
     w.txtBitrate.setText(wholeToText(stats.dwBps));
     w.txtBufferOverrunError.setText(wholeToText(stats.dwBufferOverrunErr));
     w.txtCompressionRatioIn.setText(wholeToText(stats.dwCompressionRatioIn));
     w.txtCompressionRatioOut.setText(wholeToText(stats.dwCompressionRatioOut));
-    w.txtConnectDuration.setText(wholeToText(static_cast<std::int64_t>(session.duration)));
+    w.txtConnectDuration.setText(wholeToText(static_cast<std::int64_t>(session.milliseconds)));
     w.txtCRCError.setText(wholeToText(stats.dwCrcErr));
     w.txtFrames.setText(wholeToText(stats.dwFramesRcved) + " / " +
                         wholeToText(stats.dwFramesXmited));
@@ -48,23 +48,22 @@ void showCounters(const RAS_STATS& stats, const LineTotals& session) {
     w.txtTimeoutError.setText(wholeToText(stats.dwTimeoutErr));
 }
 
-void showThroughput(const LineTotals& session) {
-    if (session.duration == 0) {
+void showThroughput(const Traffic& session) {
+    if (session.milliseconds == 0) {
         raise(ErrorNumber::DivisionByZero);
     }
     constexpr int decimals = 2;
     constexpr double bitsInByte = 8;
     const LocaleData& locale = platform().locale.data();
-    const double bytes =
-        static_cast<double>(session.bytesRcvd) + static_cast<double>(session.bytesSent);
-    const double average = bytes / static_cast<double>(session.duration);
+    const double bytes = static_cast<double>(session.rcvd) + static_cast<double>(session.sent);
+    const double average = bytes / static_cast<double>(session.milliseconds);
     window().txtAverageThroughput.setText(formatGrouped(average, decimals, locale) + " / " +
                                           formatGrouped(average * bitsInByte, decimals, locale));
 }
 
 } // namespace
 
-void SetStatistics(const RAS_STATS& Stats, const LineTotals& Session) {
+void SetStatistics(const RAS_STATS& Stats, const Traffic& Session) {
     guarded("SetStatistics", [&] {
         showHost();
         showCounters(Stats, Session);

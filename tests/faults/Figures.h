@@ -35,9 +35,9 @@ inline Figures figuresOf(const Amount& amount) {
     return {amount.rcvd.integralPart(), amount.sent.integralPart(), amount.duration.integralPart()};
 }
 
-inline Figures figuresOf(const LineTotals& totals) {
+inline Figures figuresOf(const Traffic& totals) {
     const auto plain = [](std::uint64_t figure) { return static_cast<std::int64_t>(figure); };
-    return {plain(totals.bytesRcvd), plain(totals.bytesSent), plain(totals.duration)};
+    return {plain(totals.rcvd), plain(totals.sent), plain(totals.milliseconds)};
 }
 
 inline Amount amountOf(const Figures& figures) {

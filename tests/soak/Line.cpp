@@ -163,9 +163,9 @@ void Line::publish(ScriptedConnections& service) const {
             up.begin(), up.end(), [&](const Session& other) { return other.id == one.inside; });
         listed.carrier = carrier == up.end() ? 0 : carrier->handle;
         if (one.wide) {
-            listed.totals = LineTotals{.bytesSent = static_cast<std::uint64_t>(one.carried.sent),
-                                       .bytesRcvd = static_cast<std::uint64_t>(one.carried.rcvd),
-                                       .duration = static_cast<std::uint64_t>(one.carried.time)};
+            listed.totals = Traffic{.rcvd = static_cast<std::uint64_t>(one.carried.rcvd),
+                                    .sent = static_cast<std::uint64_t>(one.carried.sent),
+                                    .milliseconds = static_cast<std::uint64_t>(one.carried.time)};
         }
         service.connections.push_back(listed);
     }

@@ -70,7 +70,7 @@ protected:
         RAS_STATS statistics{};
         statistics.dwSize = 60;
         EXPECT_EQ(later->RasGetConnectionStatistics(found(), &statistics), 0U);
-        return later->lineTotals(found()).value().bytesRcvd;
+        return later->lineTotals(found()).value().rcvd;
     }
 
     std::string path;

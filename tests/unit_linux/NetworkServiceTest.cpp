@@ -205,8 +205,8 @@ TEST_F(NetworkServiceTest, CountersBeyondTheRecordsWidthAreGivenWhole) {
 
     const auto totals = connections.lineTotals(line);
     ASSERT_TRUE(totals.has_value());
-    EXPECT_EQ(totals->bytesRcvd, 4'294'967'301U);
-    EXPECT_EQ(totals->bytesSent, 30'000'000'000U);
+    EXPECT_EQ(totals->rcvd, 4'294'967'301U);
+    EXPECT_EQ(totals->sent, 30'000'000'000U);
     EXPECT_FALSE(connections.lineTotals(line + 1).has_value());
 }
 

@@ -27,10 +27,7 @@ LinkReading sum(LinkReading a, const LinkReading& b) {
 
 void LinkSession::sample(const LinkReading& reading) {
     // An index is not given again soon; counters that go back tell of a new interface all the same.
-    const bool another =
-        last_.index != 0 && (reading.index != last_.index || reading.received < last_.received ||
-                             reading.sent < last_.sent);
-    if (another) {
+    if (last_.index != 0 && !countedOn(reading, last_.index, last_)) {
         before_ = total_;
         begin_ = {};
     }

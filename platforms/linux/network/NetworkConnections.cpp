@@ -338,14 +338,13 @@ std::uint32_t NetworkConnections::RasGetConnectionStatistics(std::uint32_t handl
     return ras::success;
 }
 
-std::optional<LineTotals> NetworkConnections::lineTotals(std::uint32_t handle) {
+std::optional<Traffic> NetworkConnections::lineTotals(std::uint32_t handle) {
     const Session* own = session(handle);
     if (own == nullptr) {
         return std::nullopt;
     }
     const LinkReading& total = own->counters.total();
-    return LineTotals{
-        .bytesSent = total.sent, .bytesRcvd = total.received, .duration = own->duration};
+    return Traffic{.rcvd = total.received, .sent = total.sent, .milliseconds = own->duration};
 }
 
 std::uint32_t NetworkConnections::carrierOf(std::uint32_t handle) {

@@ -50,7 +50,7 @@ public:
                                       std::uint32_t* count) override;
     std::uint32_t RasGetConnectStatusA(std::uint32_t handle, RASCONNSTATUSA* status) override;
     std::uint32_t RasGetConnectionStatistics(std::uint32_t handle, RAS_STATS* statistics) override;
-    std::optional<LineTotals> lineTotals(std::uint32_t handle) override;
+    std::optional<Traffic> lineTotals(std::uint32_t handle) override;
     std::uint32_t carrierOf(std::uint32_t handle) override;
     std::string sessionMark(std::uint32_t handle) override;
     bool resume(std::uint32_t handle, const std::string& mark) override;

@@ -25,7 +25,7 @@ FormerSession sessionOf(const char* entry, std::int32_t counted) {
     former.session.last.dwFramesXmited = 4;
     former.session.last.dwConnectDuration = 5;
     former.session.readAt = 1'794'816'920'000;
-    former.session.totals = {.bytesSent = 12, .bytesRcvd = 13'000'000'000, .duration = 14};
+    former.session.totals = {.rcvd = 13'000'000'000, .sent = 12, .milliseconds = 14};
     former.session.offset = {.rcvd = 1, .sent = 2, .duration = 3};
     former.session.counted = {.rcvd = counted, .sent = 0, .duration = 0};
     former.mark = std::string("any\0bytes", 9);
@@ -78,7 +78,7 @@ TEST(JournalEntryTest, WhatWasWrittenIsReadBack) {
     EXPECT_EQ(ridge.last.dwFramesXmited, 4U);
     EXPECT_EQ(ridge.last.dwConnectDuration, 5U);
     EXPECT_EQ(ridge.readAt, 1'794'816'920'000);
-    EXPECT_EQ(ridge.totals, (LineTotals{12, 13'000'000'000, 14}));
+    EXPECT_EQ(ridge.totals, (Traffic{.rcvd = 13'000'000'000, .sent = 12, .milliseconds = 14}));
     EXPECT_EQ(ridge.offset, (Amount{1, 2, 3}));
     EXPECT_EQ(ridge.counted, (Amount{5000, 0, 0}));
     EXPECT_EQ(read.sessions[0].mark, std::string("any\0bytes", 9));

@@ -17,7 +17,7 @@ protected:
     void setLineTotals(std::uint32_t handle, std::uint64_t rcvd, std::uint64_t sent,
                        std::uint64_t duration) {
         line().connection(handle)->totals =
-            LineTotals{.bytesSent = sent, .bytesRcvd = rcvd, .duration = duration};
+            Traffic{.rcvd = rcvd, .sent = sent, .milliseconds = duration};
         line().connection(handle)->statistics = {};
         line().transfer(handle, static_cast<std::uint32_t>(rcvd), static_cast<std::uint32_t>(sent),
                         static_cast<std::uint32_t>(duration));

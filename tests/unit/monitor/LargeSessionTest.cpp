@@ -191,8 +191,8 @@ TEST_F(LargeSessionTest, AFullResetForgetsWhatIsBeyond) {
 TEST_F(LargeSessionTest, ALineThatCountsFurtherIsTakenAtItsWord) {
     const std::uint32_t handle = line().connect("Harbour");
     line().transfer(handle, 5, 6, 7);
-    line().connection(handle)->totals = LineTotals{
-        .bytesSent = 20'000'000'006, .bytesRcvd = 30'000'000'005, .duration = 4'320'000'007};
+    line().connection(handle)->totals =
+        Traffic{.rcvd = 30'000'000'005, .sent = 20'000'000'006, .milliseconds = 4'320'000'007};
     expectSessionQuestion("50000000011", MsgBoxAnswer::Yes);
 
     tick();
@@ -205,7 +205,7 @@ TEST_F(LargeSessionTest, ALineThatCountsFurtherIsTakenAtItsWord) {
 TEST_F(LargeSessionTest, ASenselessFigureStopsWhereTheTotalsHaveRoom) {
     const std::uint32_t handle = dialledConnection();
     line().connection(handle)->totals =
-        LineTotals{.bytesSent = UINT64_MAX, .bytesRcvd = UINT64_MAX, .duration = UINT64_MAX};
+        Traffic{.rcvd = UINT64_MAX, .sent = UINT64_MAX, .milliseconds = UINT64_MAX};
 
     tick();
 

@@ -35,7 +35,7 @@ TEST_F(MonitorTest, ATickTakesTheCountersOfTheLine) {
 
 TEST_F(MonitorTest, OnePastTheLastConnectionIsNoneAndItsReadingIsTaken) {
     const std::uint32_t handle = dialledConnection();
-    line().connection(handle)->totals = LineTotals{.bytesRcvd = 77};
+    line().connection(handle)->totals = Traffic{.rcvd = 77};
     state().RasConnections.assign(2, RASCONNA{});
     state().RasConnections.back().hrasconn = handle;
     state().RasConnections.pop_back();
