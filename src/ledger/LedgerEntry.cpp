@@ -13,7 +13,6 @@ namespace {
 
 constexpr std::string_view headWords = "Tarvik ledger ";
 constexpr std::size_t sumDigits = 16;
-constexpr int mostPlans = 9;
 
 constexpr char quarterMark = 'Q';
 constexpr char dayMark = 'D';

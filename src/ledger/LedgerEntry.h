@@ -63,11 +63,14 @@ struct TakenBack {
     friend bool operator==(const TakenBack&, const TakenBack&) = default;
 };
 
+/// So many plans there are at most, with numbers from 1.
+constexpr int mostPlans = 9;
+
 /// What the user has said about a plan.
 struct LedgerNote {
     Moment at{};
     std::chrono::minutes ahead{}; ///< the user's clock, of universal time
-    int plan = 1;                 ///< from 1 to 9
+    int plan = 1;                 ///< from 1 to `mostPlans`
     std::variant<ProvidersFigure, Extension, TakenBack> what = {};
 
     friend bool operator==(const LedgerNote&, const LedgerNote&) = default;

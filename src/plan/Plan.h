@@ -14,7 +14,6 @@ namespace tarvik {
 // What the user has agreed with a provider, as he puts it. docs/counting.md tells what follows from
 // it, with examples.
 
-constexpr int mostPlans = 9;
 constexpr std::size_t mostThresholds = 5;
 constexpr std::size_t longestPlanName = 256; ///< of a plan and of a line, bytes
 
@@ -74,7 +73,7 @@ struct SaidInPeriod {
 };
 
 struct Plan {
-    int number = 1; ///< 1 to 9: under it stand its section of the INI file and its notes
+    int number = 1; ///< 1 to `mostPlans`: under it stand its section of the INI file and its notes
     Counted counted = Counted::Both;
     RollOver rollOver = RollOver::None;
     DealOut dealOut = DealOut::Evenly;

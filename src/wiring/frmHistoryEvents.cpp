@@ -1,6 +1,7 @@
 #include "wiring/frmHistoryEvents.h"
 
 #include "forms/Forms.h"
+#include "history/ChartValues.h"
 #include "history/mdlHistoryChart.h"
 #include "history/mdlHistoryExport.h"
 #include "history/mdlHistoryImport.h"
@@ -202,9 +203,8 @@ void cboChartType_Change() {
 
 void cboDataType_Click() {
     guarded("cboDataType_Click", [] {
-        constexpr int percentual = 2;
-        window().cboTransferUnit.setEnabled(window().cboDataType.listIndex() != percentual &&
-                                            window().data.imported);
+        const bool inPercent = window().cboDataType.listIndex() == ChartView::Percentual;
+        window().cboTransferUnit.setEnabled(!inPercent && window().data.imported);
         PlotRows();
     });
 }
@@ -221,15 +221,14 @@ void cboDataToShow_Click() {
     guarded("cboDataToShow_Click", [] {
         constexpr std::array titles{"Data sent/received", "Data received", "Data sent",
                                     "Data total (received+sent)", "Duration of connections"};
-        constexpr std::size_t duration = 4;
-        const auto chosen = static_cast<std::size_t>(window().cboDataToShow.listIndex());
-        if (chosen < titles.size()) {
-            window().mscHistory.setTitle(titles[chosen]);
+        const int chosen = window().cboDataToShow.listIndex();
+        if (static_cast<std::size_t>(chosen) < titles.size()) {
+            window().mscHistory.setTitle(titles[static_cast<std::size_t>(chosen)]);
         }
         if (window().data.imported) {
             window().data.refilling = true;
-            (chosen == duration ? FillDurationUnitComboBox
-                                : FillTransferUnitComboBox)(window().cboTransferUnit);
+            (chosen == ChartView::Duration ? FillDurationUnitComboBox
+                                           : FillTransferUnitComboBox)(window().cboTransferUnit);
             window().data.refilling = false;
         }
         PlotRows();

@@ -5,6 +5,7 @@
 // and sent, then the INI file.
 
 #include "Fuzz.h"
+#include "ledger/LedgerEntry.h"
 #include "plan/Forecast.h"
 #include "plan/PlanSettings.h"
 #include "plan/Thresholds.h"
