@@ -7,7 +7,6 @@
 #include "ui/mdlGUILists.h"
 
 #include <algorithm>
-#include <cstddef>
 
 namespace tarvik {
 
@@ -15,9 +14,6 @@ namespace {
 
 using O = FrmOptions;
 using S = State;
-
-/// Where the two of the start-up stand.
-constexpr std::ptrdiff_t startUp = 2;
 
 const Settings table{{
     {"UnitTransferCurrent", UnitSetting{&S::UnitTransferCurrent, &O::cboUnitTransferCurrent,
@@ -48,22 +44,27 @@ const Settings table{{
                                           &O::rememberedTransferTicker, 100, 1, 9999}},
 }};
 
+/// Where the one that is kept in that member stands.
+template <class Value>
+SettingsInOrder::iterator placeOf(Value State::*member, SettingsInOrder& order) {
+    return std::find_if(order.begin(), order.end(),
+                        [member](const Setting* setting) { return setting->isKeptIn(member); });
+}
+
 /// The two of the start-up change places.
 SettingsInOrder orderOfShowing() {
     SettingsInOrder result{};
     std::transform(table.begin(), table.end(), result.begin(),
                    [](const Setting& setting) { return &setting; });
-    std::iter_swap(result.begin() + startUp, result.begin() + startUp + 1);
+    std::iter_swap(placeOf(&S::StartUpRunMonitoring, result), placeOf(&S::StartUpMinimise, result));
     return result;
 }
 
 /// Likewise, and they come after the resets.
 SettingsInOrder orderOfWriting() {
     SettingsInOrder result = orderOfShowing();
-    const auto timing = std::find_if(result.begin(), result.end(), [](const Setting* setting) {
-        return setting->isKeptIn(&State::RefreshInterval);
-    });
-    std::rotate(result.begin() + startUp, result.begin() + startUp + 2, timing);
+    std::rotate(placeOf(&S::StartUpMinimise, result), placeOf(&S::StartUpRunMonitoring, result) + 1,
+                placeOf(&S::RefreshInterval, result));
     return result;
 }
 
@@ -99,10 +100,7 @@ void setDefaults(State& state, const LocaleData& locale) {
 
 std::string textOf(const Setting& setting, const State& state, const LocaleData& locale) {
     return std::visit(
-        ByKind{[&](const auto& small) {
-                   static_assert(sizeof(state.*small.value) == sizeof(std::uint8_t));
-                   return wholeToText(static_cast<std::uint8_t>(state.*small.value));
-               },
+        ByKind{[&](const auto& small) { return wholeToText(smallOf(state.*small.value)); },
                [&](const BytesSetting& bytes) { return toText(state.*bytes.value, locale); },
                [&](const NumberSetting& number) { return toText(state.*number.value); },
                [&](const DaySetting& day) { return toText(state.*day.value, locale); }},
@@ -110,19 +108,16 @@ std::string textOf(const Setting& setting, const State& state, const LocaleData&
 }
 
 void show(const Setting& setting, const State& state, FrmOptions& options) {
+    const auto fill = [&](TextBox FrmOptions::*field) {
+        (options.*field).setText(textOf(setting, state, platform().locale.data()));
+    };
     std::visit(
         ByKind{[&](const FlagSetting& flag) { (options.*flag.box).setValue(state.*flag.value); },
                [&](const auto& chosen) {
                    SetComboBox(options.*chosen.list, static_cast<int>(state.*chosen.value));
                },
-               [&](const BytesSetting& bytes) {
-                   const LocaleData& locale = platform().locale.data();
-                   (options.*bytes.field).setText(toText(state.*bytes.value, locale));
-               },
-               [&](const NumberSetting& number) {
-                   (options.*number.field).setText(toText(state.*number.value));
-               },
-               [](const DaySetting&) {}},
+               [&](const BytesSetting& bytes) { fill(bytes.field); },
+               [&](const NumberSetting& number) { fill(number.field); }, [](const DaySetting&) {}},
         setting.kind);
 }
 

@@ -91,6 +91,13 @@ void setSmall(Value& place, std::uint8_t number) {
     place = static_cast<Value>(number);
 }
 
+/// That number.
+template <class Value>
+std::uint8_t smallOf(Value value) {
+    static_assert(sizeof(Value) == sizeof(std::uint8_t));
+    return static_cast<std::uint8_t>(value);
+}
+
 /// One function for each kind, for std::visit; one that takes any stands for those without their
 /// own.
 template <class... Kinds>

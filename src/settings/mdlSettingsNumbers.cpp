@@ -10,11 +10,7 @@ namespace {
 
 std::int64_t rawValue(const Setting& setting, const State& s) {
     return std::visit(
-        ByKind{[&](const FlagSetting& flag) { return std::int64_t{s.*flag.value}; },
-               [&](const UnitSetting& unit) { return static_cast<std::int64_t>(s.*unit.value); },
-               [&](const CriterionSetting& criterion) {
-                   return static_cast<std::int64_t>(s.*criterion.value);
-               },
+        ByKind{[&](const auto& small) { return std::int64_t{smallOf(s.*small.value)}; },
                [&](const BytesSetting& bytes) { return (s.*bytes.value).scaled(); },
                [&](const NumberSetting& number) {
                    return static_cast<std::int64_t>((s.*number.value).value());
@@ -61,18 +57,14 @@ bool canBeMeant(const SettingNumbers& numbers) {
 }
 
 void takeNumber(const Setting& setting, std::int64_t value, State& s) {
-    const auto byte = static_cast<std::uint8_t>(value);
     std::visit(
-        ByKind{[&](const FlagSetting& flag) { s.*flag.value = byte; },
-               [&](const UnitSetting& unit) { s.*unit.value = static_cast<TransferUnit>(byte); },
-               [&](const CriterionSetting& criterion) {
-                   s.*criterion.value = static_cast<enDateCalc>(byte);
-               },
-               [&](const BytesSetting& bytes) { s.*bytes.value = Currency::fromScaled(value); },
-               [&](const NumberSetting& number) {
-                   s.*number.value = static_cast<std::int32_t>(value);
-               },
-               [&](const DaySetting& day) { s.*day.value = Date(std::bit_cast<double>(value)); }},
+        ByKind{
+            [&](const auto& small) { setSmall(s.*small.value, static_cast<std::uint8_t>(value)); },
+            [&](const BytesSetting& bytes) { s.*bytes.value = Currency::fromScaled(value); },
+            [&](const NumberSetting& number) {
+                s.*number.value = static_cast<std::int32_t>(value);
+            },
+            [&](const DaySetting& day) { s.*day.value = Date(std::bit_cast<double>(value)); }},
         setting.kind);
 }
 
