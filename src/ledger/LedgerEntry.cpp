@@ -2,6 +2,7 @@
 
 #include "ledger/LedgerText.h"
 #include "types/CheckSum.h"
+#include "types/Text.h"
 
 #include <algorithm>
 #include <cctype>
@@ -21,15 +22,7 @@ constexpr char extensionMark = 'X';
 constexpr char takenBackMark = 'T';
 
 std::string sumText(std::string_view text) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    constexpr unsigned bitsInDigit = 4;
-    std::uint64_t sum = checkSum(text);
-    std::string result(sumDigits, '0');
-    for (std::size_t i = sumDigits; i > 0; --i) {
-        result[i - 1] = digits[static_cast<std::size_t>(sum & 0xFU)];
-        sum >>= bitsInDigit;
-    }
-    return result;
+    return hexText(checkSum(text), sumDigits);
 }
 
 std::string withSum(const LedgerWriter& to) {

@@ -1,10 +1,10 @@
 #include "types/Escape.h"
 
+#include "types/Text.h"
+
 namespace tarvik {
 
 namespace {
-
-constexpr std::string_view hexDigits = "0123456789ABCDEF";
 
 bool isEscaped(char byte, std::string_view also) {
     const auto number = static_cast<unsigned char>(byte);
@@ -26,10 +26,7 @@ std::string escaped(std::string_view text, std::string_view also) {
     std::string result;
     for (const char byte : text) {
         if (isEscaped(byte, also)) {
-            const auto number = static_cast<unsigned char>(byte);
-            result += '%';
-            result += hexDigits[number / hexDigits.size()];
-            result += hexDigits[number % hexDigits.size()];
+            result += "%" + hexText(static_cast<unsigned char>(byte), 2);
         } else {
             result += byte;
         }

@@ -32,15 +32,19 @@ bool equalWithoutCase(std::string_view a, std::string_view b) {
                       [](char left, char right) { return upper(left) == upper(right); });
 }
 
-std::string characterNumber(std::uint32_t character) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    constexpr int fewest = 4;
-    std::string number;
-    for (int i = 0; i < fewest || character != 0; ++i) {
-        number.insert(number.begin(), digits[character & 0xFU]);
-        character >>= 4U;
+std::string hexText(std::uint64_t number, std::size_t fewest) {
+    constexpr unsigned bitsInDigit = 4;
+    std::string text;
+    for (; number != 0 || text.size() < fewest; number >>= bitsInDigit) {
+        text += hexDigits[static_cast<std::size_t>(number & 0xFU)];
     }
-    return "[U+" + number + "]";
+    std::reverse(text.begin(), text.end());
+    return text;
+}
+
+std::string characterNumber(std::uint32_t character) {
+    constexpr std::size_t fewest = 4;
+    return "[U+" + hexText(character, fewest) + "]";
 }
 
 std::string withControlsTold(std::string_view text) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -15,6 +16,12 @@ std::string upperCase(std::string_view text);
 
 /// Equality without regard to the case of ASCII letters.
 bool equalWithoutCase(std::string_view a, std::string_view b);
+
+/// The digits of hexadecimal numbers, each at the place of its value.
+inline constexpr std::string_view hexDigits = "0123456789ABCDEF";
+
+/// The number in these digits, in so many at least.
+std::string hexText(std::uint64_t number, std::size_t fewest);
 
 /// A character for the eye that is not seen itself, by its number: "[U+000A]".
 std::string characterNumber(std::uint32_t character);

@@ -25,6 +25,14 @@ TEST(TextTest, ComparesWithoutTheCaseOfAsciiLetters) {
     EXPECT_FALSE(equalWithoutCase("@", "`"));
 }
 
+TEST(TextTest, AHexadecimalNumberHasSoManyDigitsAtLeast) {
+    EXPECT_EQ(hexText(0, 1), "0");
+    EXPECT_EQ(hexText(0x0A, 2), "0A");
+    EXPECT_EQ(hexText(0x9B0, 2), "9B0");
+    EXPECT_EQ(hexText(0x0123456789ABCDEF, 16), "0123456789ABCDEF");
+    EXPECT_EQ(hexText(UINT64_MAX, 16), "FFFFFFFFFFFFFFFF");
+}
+
 TEST(TextTest, ACharacterIsToldByItsNumber) {
     EXPECT_EQ(characterNumber(0), "[U+0000]");
     EXPECT_EQ(characterNumber(0x202E), "[U+202E]");
