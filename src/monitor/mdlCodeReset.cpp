@@ -19,6 +19,9 @@ namespace tarvik {
 
 namespace {
 
+constexpr const char* mayBeMisread = "The date of the last reset may be misread";
+constexpr const char* becauseOfLanguage = ": another language writes it differently. ";
+
 bool userResetsWithoutBackup() {
     return MsgBox(std::string("The criteria to reset the transfer records has been reached.") + CR +
                       "However - An error occured while trying to create the backup-file." + CR +
@@ -36,18 +39,16 @@ bool fileIsKept() {
     std::string copy;
     if (!keepIniFile(s.FileOfDoubtfulReset, copy)) {
         if (!std::exchange(s.ResetWaitTold, true)) {
-            TellSoon(
-                std::string("The date of the last reset may be misread. The totals are not reset "
-                            "before a copy of the file can be made.") +
-                CR + nameWithoutFolder(s.FileOfDoubtfulReset));
+            TellSoon(std::string(mayBeMisread) +
+                     ". The totals are not reset before a copy of the file can be made." + CR +
+                     nameWithoutFolder(s.FileOfDoubtfulReset));
         }
         return false;
     }
     if (!copy.empty()) {
-        TellSoon(
-            std::string("The date of the last reset may be misread: another language writes it "
-                        "differently. Before the reset of the totals the file was copied to ") +
-            CR + nameWithoutFolder(copy));
+        TellSoon(std::string(mayBeMisread) + becauseOfLanguage +
+                 "Before the reset of the totals the file was copied to " + CR +
+                 nameWithoutFolder(copy));
     }
     return true;
 }
@@ -55,9 +56,8 @@ bool fileIsKept() {
 /// The backup is the copy then.
 void tellOfDoubt() {
     if (!state().FileOfDoubtfulReset.empty()) {
-        TellSoon(
-            "The date of the last reset may be misread: another language writes it differently. "
-            "The file as it was before the reset of the totals is the backup of today.");
+        TellSoon(std::string(mayBeMisread) + becauseOfLanguage +
+                 "The file as it was before the reset of the totals is the backup of today.");
     }
 }
 

@@ -12,13 +12,10 @@ namespace tarvik {
 
 namespace {
 
-constexpr Colour black{0, 0, 0};
-constexpr Colour red{192, 0, 0};
-
 void switchOn() {
     Forms& f = forms();
     f.frmMain.lblMonitoring.setCaption("Monitoring: active");
-    f.frmMain.lblMonitoring.setForeColour(black);
+    f.frmMain.lblMonitoring.setForeColour(usualTextColour);
     f.frmMain.cmdMonitor.setCaption("Stop Monitoring");
     f.frmSysTray.mnuPopUp.setEntryCaption(FrmSysTray::monitoring, "Stop Monitoring");
     f.frmMain.timUpdateStats.setEnabled(true);
@@ -38,7 +35,7 @@ void switchOff() {
     Forms& f = forms();
     f.frmMain.timUpdateStats.setEnabled(false);
     f.frmMain.lblMonitoring.setCaption("Monitoring: inactive");
-    f.frmMain.lblMonitoring.setForeColour(red);
+    f.frmMain.lblMonitoring.setForeColour(strikingTextColour);
     f.frmMain.cmdMonitor.setCaption("Start Monitoring");
     f.frmSysTray.mnuPopUp.setEntryCaption(FrmSysTray::monitoring, "Start Monitoring");
     f.frmSysTray.mnuPopUp.setEntryEnabled(FrmSysTray::connect, false);

@@ -44,6 +44,10 @@ std::string aboutJournal(const std::string& text, const std::string& path) {
     return text + CR + nameWithoutFolder(path);
 }
 
+std::string aboutUnkeptJournal(const std::string& text) {
+    return aboutJournal(text + " What is counted from now on is stored when the program ends.");
+}
+
 IniContent contentWithFile() {
     return {.exists = true,
             .lastState = GetStringFromINI(SettingsSection, keys::lastState),

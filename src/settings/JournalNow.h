@@ -16,6 +16,9 @@ std::string journalFile(const std::string& addition = {});
 /// A note with the name of that file below its text.
 std::string aboutJournal(const std::string& text, const std::string& path = journalFile());
 
+/// The same of a run that keeps no journal, and what follows from that.
+std::string aboutUnkeptJournal(const std::string& text);
+
 /// The content of the INI file as it is now. Nothing where the file cannot be read: then nobody
 /// knows.
 std::optional<IniContent> contentOfFile();

@@ -20,9 +20,7 @@ namespace {
 
 void tellOfFailure() {
     if (!std::exchange(journal().failureTold, true)) {
-        TellSoon(
-            aboutJournal("The journal of the running count cannot be written. What is counted from "
-                         "now on is stored when the program ends."));
+        TellSoon(aboutUnkeptJournal("The journal of the running count cannot be written."));
     }
 }
 

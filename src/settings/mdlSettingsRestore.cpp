@@ -76,9 +76,6 @@ std::string momentText(Date moment) {
     return toText(moment, platform().locale.data());
 }
 
-/// What follows where a run keeps no journal.
-const std::string notKept = " What is counted from now on is stored when the program ends.";
-
 /// Where it cannot be given another name, it is left alone. `why` is what the note begins with.
 void putAside(const std::string& why) {
     const std::string date = "." + todayText();
@@ -90,7 +87,7 @@ void putAside(const std::string& why) {
     if (aside.failure) {
         journal().leave();
     }
-    journal().toTell = aside.failure ? aboutJournal(why + " The journal is left alone." + notKept)
+    journal().toTell = aside.failure ? aboutUnkeptJournal(why + " The journal is left alone.")
                                      : aboutJournal(why + " The journal is now ", aside.name);
 }
 
@@ -132,22 +129,21 @@ std::string whatIsLeftAlone(JournalFinding::Kind kind) {
     using Kind = JournalFinding::Kind;
     switch (kind) {
     case Kind::OtherVersion:
-        return aboutJournal("The journal of the running count is of another version of the program "
-                            "and is left alone." +
-                            notKept);
+        return aboutUnkeptJournal("The journal of the running count is of another version of the "
+                                  "program and is left alone.");
     case Kind::Unread:
-        return aboutJournal("The journal of the running count cannot be read and is left alone." +
-                            notKept);
+        return aboutUnkeptJournal(
+            "The journal of the running count cannot be read and is left alone.");
     case Kind::Busy:
         return state().OnlyInstance
-                   ? aboutJournal("Another program has the journal of the running count, which is "
-                                  "left alone." +
-                                  notKept)
+                   ? aboutUnkeptJournal(
+                         "Another program has the journal of the running count, which is "
+                         "left alone.")
                    : std::string();
     case Kind::Refused:
-        return aboutJournal("What has the name of the journal of the running count is no journal "
-                            "of the user's own and is left alone." +
-                            notKept);
+        return aboutUnkeptJournal(
+            "What has the name of the journal of the running count is no journal "
+            "of the user's own and is left alone.");
     default:
         return {};
     }

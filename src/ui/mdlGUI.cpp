@@ -12,13 +12,10 @@ namespace tarvik {
 
 namespace {
 
-constexpr Colour black{0, 0, 0};
-constexpr Colour darkRed{192, 0, 0};
-
 void showOnline() {
     Forms& f = forms();
     UpdateValuesInGUI(true, true, false);
-    f.frmMain.lblActiveConnection.setForeColour(darkRed);
+    f.frmMain.lblActiveConnection.setForeColour(strikingTextColour);
     f.frmSysTray.mnuPopUp.setEntryEnabled(FrmSysTray::connect, false);
     if (state().MonitoringActive) {
         f.frmSysTray.mnuPopUp.setEntryEnabled(FrmSysTray::disconnect, true);
@@ -29,7 +26,7 @@ void showOnline() {
 void showOffline() {
     Forms& f = forms();
     UpdateValuesInGUI(true, true, true);
-    f.frmMain.lblActiveConnection.setForeColour(black);
+    f.frmMain.lblActiveConnection.setForeColour(usualTextColour);
     f.frmMain.txtActiveConnection.setText("");
     f.frmSysTray.mnuPopUp.setEntryEnabled(FrmSysTray::disconnect, false);
     if (state().MonitoringActive) {
