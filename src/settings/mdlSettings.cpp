@@ -6,6 +6,7 @@
 #include "ports/PrivateProfile.h"
 #include "ports/Program.h"
 #include "settings/Setting.h"
+#include "settings/mdlSettingsDialog.h"
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
 #include "state/mdlVar.h"

@@ -40,15 +40,7 @@ bool GetLocked();
 /// Writes that an instance is running, or not; true when it was written.
 bool SetLocked(bool bLocked);
 
-/// Loads settings and totals and shows them in the options dialog and the main window. True when a
-/// file was found and read to its end. A file that is there and cannot be read is not written over
-/// in this run.
-bool LoadState();
-
 /// Writes all settings, each only after the one before; true when all were written.
 bool SaveSettings();
-
-/// Lets the user pick a file of settings and records; its full path, or "" for none.
-std::string ShowIniFileDialog();
 
 } // namespace tarvik

@@ -1,4 +1,4 @@
-#include "settings/mdlSettings.h"
+#include "settings/mdlSettingsDialog.h"
 
 #include "dialogs/clsFileDialog.h"
 #include "forms/Forms.h"

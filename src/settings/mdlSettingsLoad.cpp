@@ -1,4 +1,4 @@
-#include "settings/mdlSettings.h"
+#include "settings/mdlSettingsLoad.h"
 
 #include "forms/Forms.h"
 #include "ports/Clock.h"
@@ -7,6 +7,7 @@
 #include "ports/Platform.h"
 #include "ports/PrivateProfile.h"
 #include "settings/Setting.h"
+#include "settings/mdlSettings.h"
 #include "settings/mdlSettingsBackup.h"
 #include "settings/mdlSettingsControls.h"
 #include "state/mdlConst.h"

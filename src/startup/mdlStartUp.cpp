@@ -8,6 +8,7 @@
 #include "settings/Setting.h"
 #include "settings/mdlSettings.h"
 #include "settings/mdlSettingsControls.h"
+#include "settings/mdlSettingsLoad.h"
 #include "settings/mdlSettingsRestore.h"
 #include "startup/mdlArguments.h"
 #include "startup/mdlSingleInstance.h"

@@ -4,6 +4,7 @@
 
 #include "FuzzWorld.h"
 #include "settings/mdlSettings.h"
+#include "settings/mdlSettingsLoad.h"
 #include "settings/mdlSettingsLog.h"
 #include "startup/mdlStartUp.h"
 

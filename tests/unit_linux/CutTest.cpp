@@ -3,6 +3,7 @@
 #include "scripted/ScriptedPlatform.h"
 #include "settings/mdlSettings.h"
 #include "settings/mdlSettingsBackup.h"
+#include "settings/mdlSettingsLoad.h"
 #include "settings/mdlSettingsLog.h"
 #include "support/TemporaryFolder.h"
 #include "wiring/World.h"

@@ -1,6 +1,6 @@
 #include "dialogs/clsFileDialog.h"
 
-#include "settings/mdlSettings.h"
+#include "settings/mdlSettingsDialog.h"
 #include "support/WorldTest.h"
 
 namespace tarvik {

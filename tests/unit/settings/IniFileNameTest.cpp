@@ -1,4 +1,6 @@
 #include "settings/mdlSettings.h"
+#include "settings/mdlSettingsDialog.h"
+#include "settings/mdlSettingsLoad.h"
 #include "settings/mdlSettingsLog.h"
 #include "support/WorldTest.h"
 

@@ -1,4 +1,4 @@
-#include "settings/mdlSettings.h"
+#include "settings/mdlSettingsLoad.h"
 #include "support/WorldTest.h"
 #include "ui/mdlGUILists.h"
 

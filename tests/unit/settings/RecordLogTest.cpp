@@ -2,7 +2,7 @@
 
 #include "state/mdlTransfers.h"
 
-#include "settings/mdlSettings.h"
+#include "settings/mdlSettingsLoad.h"
 #include "startup/mdlStartUp.h"
 #include "support/WorldTest.h"
 

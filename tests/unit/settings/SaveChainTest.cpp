@@ -1,4 +1,5 @@
 #include "settings/mdlSettings.h"
+#include "settings/mdlSettingsLoad.h"
 #include "settings/mdlSettingsLog.h"
 #include "startup/mdlStartUp.h"
 #include "support/WorldTest.h"

@@ -1,4 +1,5 @@
 #include "settings/mdlSettings.h"
+#include "settings/mdlSettingsLoad.h"
 
 #include "settings/Setting.h"
 #include "startup/mdlStartUp.h"

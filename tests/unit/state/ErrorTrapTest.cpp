@@ -1,4 +1,6 @@
 #include "settings/mdlSettings.h"
+#include "settings/mdlSettingsDialog.h"
+#include "settings/mdlSettingsLoad.h"
 #include "settings/mdlSettingsLog.h"
 #include "startup/mdlArguments.h"
 #include "startup/mdlSingleInstance.h"
