@@ -28,17 +28,4 @@ std::string markedCaption(const std::string& caption, char mnemonic) {
     return text;
 }
 
-MsgBoxAnswer closingAnswer(MsgBoxButtons buttons) {
-    switch (buttons) {
-    case MsgBoxButtons::OkCancel:
-    case MsgBoxButtons::YesNoCancel:
-        return MsgBoxAnswer::Cancel;
-    case MsgBoxButtons::YesNo:
-        return MsgBoxAnswer::No;
-    case MsgBoxButtons::OkOnly:
-        break;
-    }
-    return MsgBoxAnswer::Ok;
-}
-
 } // namespace tarvik::face

@@ -1,6 +1,6 @@
 #include "scripted/ScriptedDesktop.h"
 
-#include "common/FaceCaption.h"
+#include "common/ClosingAnswer.h"
 
 #include <algorithm>
 #include <stdexcept>

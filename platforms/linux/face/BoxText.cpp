@@ -1,6 +1,6 @@
 #include "linux/face/BoxText.h"
 
-#include "common/FaceCaption.h"
+#include "common/ClosingAnswer.h"
 #include "common/FittingText.h"
 #include "common/HiddenCharacters.h"
 #include "linux/face/FaceText.h"

@@ -1,6 +1,6 @@
 #include "linux/face/QtDesktop.h"
 
-#include "common/FaceCaption.h"
+#include "common/ClosingAnswer.h"
 #include "linux/face/BoxText.h"
 #include "linux/face/FaceText.h"
 #include "linux/face/FormWindow.h"

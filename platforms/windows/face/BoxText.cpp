@@ -1,6 +1,6 @@
 #include "windows/face/BoxText.h"
 
-#include "common/FaceCaption.h"
+#include "common/ClosingAnswer.h"
 
 namespace tarvik::face {
 

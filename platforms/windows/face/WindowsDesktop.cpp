@@ -1,5 +1,6 @@
 #include "windows/face/WindowsDesktop.h"
 
+#include "common/ClosingAnswer.h"
 #include "common/FaceCaption.h"
 #include "common/FittingText.h"
 #include "windows/face/BoxText.h"

@@ -2,6 +2,7 @@
 #include "support/ControlText.h"
 
 #include "common/ChartReading.h"
+#include "common/ClosingAnswer.h"
 #include "common/FaceCaption.h"
 #include "scripted/ScriptedDesktop.h"
 

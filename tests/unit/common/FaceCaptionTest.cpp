@@ -30,12 +30,5 @@ TEST(FaceCaptionTest, AMarkInTheCaptionIsDoubledSoThatItIsShown) {
     EXPECT_EQ(face::markedCaption("&&", 0), "&&&&");
 }
 
-TEST(FaceCaptionTest, ABoxThatIsClosedWithoutAnAnswerIsDeclinedWhereThatIsPossible) {
-    EXPECT_EQ(face::closingAnswer(MsgBoxButtons::OkOnly), MsgBoxAnswer::Ok);
-    EXPECT_EQ(face::closingAnswer(MsgBoxButtons::OkCancel), MsgBoxAnswer::Cancel);
-    EXPECT_EQ(face::closingAnswer(MsgBoxButtons::YesNo), MsgBoxAnswer::No);
-    EXPECT_EQ(face::closingAnswer(MsgBoxButtons::YesNoCancel), MsgBoxAnswer::Cancel);
-}
-
 } // namespace
 } // namespace tarvik

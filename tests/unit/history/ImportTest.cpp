@@ -1,6 +1,6 @@
 #include "history/mdlHistoryImport.h"
 
-#include "common/FaceCaption.h"
+#include "common/ClosingAnswer.h"
 #include "history/HistoryTest.h"
 #include "history/mdlIPAddresses.h"
 #include "wiring/frmHistoryEvents.h"
