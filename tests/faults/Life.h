@@ -48,18 +48,18 @@ public:
     /// The same: it finds a reset due.
     void passIntoReset(std::uint32_t seconds);
     /// What is to be on the disk at once: a setting, a sleep.
-    template <class Deed>
-    void atOnce(Deed&& deed) {
-        deed();
+    template <class Action>
+    void atOnce(Action&& action) {
+        action();
         demandKept(true);
     }
     /// Everything is reset outside of a tick.
-    template <class Deed>
-    void reset(Deed&& deed) {
+    template <class Action>
+    void reset(Action&& action) {
         const Carried before = carried_;
         carried_.reset();
         expect({before, carried_}, true);
-        deed();
+        action();
         expect({carried_});
         demandKept(true);
     }

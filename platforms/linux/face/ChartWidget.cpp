@@ -31,12 +31,12 @@ std::optional<ReadingStep> stepOf(const QKeyEvent& event) {
 }
 
 /// Paints a chart over the whole widget and tells what the user wants to read off.
-class ChartView : public QWidget {
+class ChartPane : public QWidget {
 public:
     /// What the user does to the chart.
     using Action = std::function<void(Chart&)>;
 
-    ChartView(QWidget* parent, const Chart& chart) : QWidget(parent), painter_(chart) {
+    ChartPane(QWidget* parent, const Chart& chart) : QWidget(parent), painter_(chart) {
         setFocusPolicy(Qt::StrongFocus);
         setMouseTracking(true);
         setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
@@ -105,17 +105,17 @@ private:
 
 /// Lets screen readers know what the widget is.
 QAccessibleInterface* accessibleChart(const QString&, QObject* object) {
-    auto* view = dynamic_cast<ChartView*>(object);
-    return view == nullptr ? nullptr : new QAccessibleWidget(view, QAccessible::Chart);
+    auto* pane = dynamic_cast<ChartPane*>(object);
+    return pane == nullptr ? nullptr : new QAccessibleWidget(pane, QAccessible::Chart);
 }
 
 class ChartWidget : public ControlWidget {
 public:
-    ChartWidget(Chart& chart, ChartView* widget, FaceContext& context)
+    ChartWidget(Chart& chart, ChartPane* widget, FaceContext& context)
         : ControlWidget(chart, widget, context), chart_(chart) {
         static const bool known = (QAccessible::installFactory(accessibleChart), true);
         static_cast<void>(known);
-        widget->act = [this](const ChartView::Action& action) {
+        widget->act = [this](const ChartPane::Action& action) {
             fromUser(Property::Reading, [&] { action(chart_); });
         };
         refresh(Property::Caption);
@@ -140,7 +140,7 @@ private:
 
 std::unique_ptr<ControlWidget> makeChart(Control& control, QWidget& parent, FaceContext& context) {
     auto& chart = static_cast<Chart&>(control);
-    return std::make_unique<ChartWidget>(chart, new ChartView(&parent, chart), context);
+    return std::make_unique<ChartWidget>(chart, new ChartPane(&parent, chart), context);
 }
 
 } // namespace tarvik::face

@@ -7,9 +7,9 @@ namespace tarvik {
 
 namespace {
 
-using Counter = std::uint64_t LinkReading::*;
+using Count = std::uint64_t LinkReading::*;
 
-constexpr std::array counters{
+constexpr std::array counts{
     &LinkReading::received,     &LinkReading::sent,           &LinkReading::packetsReceived,
     &LinkReading::packetsSent,  &LinkReading::checksumErrors, &LinkReading::alignmentErrors,
     &LinkReading::lengthErrors, &LinkReading::overrunErrors,  &LinkReading::missed,
@@ -17,8 +17,8 @@ constexpr std::array counters{
 };
 
 LinkReading sum(LinkReading a, const LinkReading& b) {
-    for (const Counter counter : counters) {
-        a.*counter += b.*counter;
+    for (const Count count : counts) {
+        a.*count += b.*count;
     }
     return a;
 }
@@ -34,8 +34,8 @@ void LinkSession::sample(const LinkReading& reading) {
     last_ = reading;
     LinkReading own = reading;
     if (reading.index == begin_.index) {
-        for (const Counter counter : counters) {
-            own.*counter -= std::min(own.*counter, begin_.*counter);
+        for (const Count count : counts) {
+            own.*count -= std::min(own.*count, begin_.*count);
         }
     }
     total_ = sum(own, before_);

@@ -11,9 +11,9 @@ namespace {
 constexpr int fineness = 8;
 
 /// A bitmap in memory with a device context to draw on it.
-class Canvas {
+class MemoryBitmap {
 public:
-    explicit Canvas(int side) : side_(side), context_(CreateCompatibleDC(nullptr)) {
+    explicit MemoryBitmap(int side) : side_(side), context_(CreateCompatibleDC(nullptr)) {
         BITMAPINFO info{};
         info.bmiHeader.biSize = sizeof info.bmiHeader;
         info.bmiHeader.biWidth = side;
@@ -25,13 +25,13 @@ public:
         points_ = static_cast<const std::uint32_t*>(bits);
         previous_ = SelectObject(context_, bitmap_);
     }
-    ~Canvas() {
+    ~MemoryBitmap() {
         SelectObject(context_, previous_);
         DeleteObject(bitmap_);
         DeleteDC(context_);
     }
-    Canvas(const Canvas&) = delete;
-    Canvas& operator=(const Canvas&) = delete;
+    MemoryBitmap(const MemoryBitmap&) = delete;
+    MemoryBitmap& operator=(const MemoryBitmap&) = delete;
 
     explicit operator bool() const { return points_ != nullptr; }
 
@@ -109,20 +109,20 @@ constexpr std::uint32_t opaque = 0xFF000000U;
 
 Raster rasterOn(const Drawing& drawing, int side, Colour background) {
     Raster raster{.side = side, .points = {}};
-    Canvas canvas(side * fineness);
-    if (!canvas) {
+    MemoryBitmap bitmap(side * fineness);
+    if (!bitmap) {
         return {};
     }
-    canvas.fill(background);
+    bitmap.fill(background);
     for (const DrawingShape& shape : drawing.shapes) {
-        canvas.draw(shape);
+        bitmap.draw(shape);
     }
     GdiFlush();
     for (int row = 0; row < side; ++row) {
         for (int column = 0; column < side; ++column) {
             std::uint32_t point = opaque;
             for (const unsigned shift : {0U, 8U, 16U}) {
-                point |= canvas.mean(column, row, shift) << shift;
+                point |= bitmap.mean(column, row, shift) << shift;
             }
             raster.points.push_back(point);
         }
