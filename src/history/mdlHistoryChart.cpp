@@ -31,6 +31,16 @@ ChartView chosenView() {
             .unit = w.cboTransferUnit.listIndex()};
 }
 
+void SetAxis(const ChartView& view) {
+    guarded("SetAxis", [&] {
+        if (auto title = valueTitle(view)) {
+            ChartAxis axis = window().mscHistory.axis(ChartAxisId::Y);
+            axis.title = std::move(*title);
+            window().mscHistory.setAxis(ChartAxisId::Y, std::move(axis));
+        }
+    });
+}
+
 Value valueOfLaterRecord(const ChartView& view, Long r, bool second) {
     return guarded("GetTransfer1stRow", Value(), [&](Value& result) {
         result = valueOfLater(window().data.log, view, r, second);
@@ -156,8 +166,8 @@ void PlotRows() {
                    MsgBoxButtons::OkOnly, MsgBoxIcon::Exclamation);
             return;
         }
-        SetAxis();
         const ChartView view = chosenView();
+        SetAxis(view);
         const std::vector<std::string> labels = columnLabels(view);
         if (const auto columns = calculate(view, labels.size())) {
             fill(view, *columns, labels);
@@ -174,13 +184,7 @@ void ClearDiagram() {
 }
 
 void SetAxis() {
-    guarded("SetAxis", [] {
-        if (auto title = valueTitle(chosenView())) {
-            ChartAxis axis = window().mscHistory.axis(ChartAxisId::Y);
-            axis.title = std::move(*title);
-            window().mscHistory.setAxis(ChartAxisId::Y, std::move(axis));
-        }
-    });
+    SetAxis(chosenView());
 }
 
 Currency GetTransfer(Long r, bool Second) {
