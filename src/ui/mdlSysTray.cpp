@@ -158,15 +158,4 @@ bool RemoveFromSysTray() {
     });
 }
 
-void frmSysTray_Form_Initialize() {
-    guarded("Form_Initialize", [] {
-        constexpr std::uint32_t otherFamily = 0x80000000U;
-        const std::uint32_t version = platform().notificationArea.GetVersion();
-        const std::uint32_t major = version & 0xFFU;
-        const std::uint32_t minor = (version >> 8U) & 0xFFU;
-        forms().frmSysTray.balloonSupport =
-            (version & otherFamily) == 0 ? major >= 5 : major == 4 && minor == 90;
-    });
-}
-
 } // namespace tarvik

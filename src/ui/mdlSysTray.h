@@ -41,7 +41,4 @@ void TellWhatWaits();
 /// Removes the icon and unloads the form that owns it.
 bool RemoveFromSysTray();
 
-/// Decides once whether the desktop shows balloons.
-void frmSysTray_Form_Initialize();
-
 } // namespace tarvik

@@ -10,7 +10,6 @@
 #include "state/mdlTools.h"
 #include "state/mdlVar.h"
 #include "ui/mdlGUIWindows.h"
-#include "ui/mdlSysTray.h"
 
 namespace tarvik {
 
@@ -45,6 +44,17 @@ void connectTheOnlyEntry() {
 }
 
 } // namespace
+
+void frmSysTray_Form_Initialize() {
+    guarded("Form_Initialize", [] {
+        constexpr std::uint32_t otherFamily = 0x80000000U;
+        const std::uint32_t version = platform().notificationArea.GetVersion();
+        const std::uint32_t major = version & 0xFFU;
+        const std::uint32_t minor = (version >> 8U) & 0xFFU;
+        forms().frmSysTray.balloonSupport =
+            (version & otherFamily) == 0 ? major >= 5 : major == 4 && minor == 90;
+    });
+}
 
 void picSysTrayHook_MouseMove(int X) {
     guarded("picSysTrayHook_MouseMove", [&] {

@@ -4,6 +4,9 @@ namespace tarvik {
 
 // What the icon in the notification area and its menu do.
 
+/// Decides once whether the desktop shows balloons.
+void frmSysTray_Form_Initialize();
+
 /// The icon's mouse messages arrive as moves of the picture, the message's number as the place: the
 /// left button released shows or hides the main window, the right one opens the menu.
 void picSysTrayHook_MouseMove(int X);
