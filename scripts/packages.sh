@@ -13,6 +13,8 @@ packages_lint=(clang-format git python3 shellcheck pyflakes3)
 packages_network=(network-manager network-manager-openvpn openvpn dbus-daemon iproute2 openssl procps)
 packages_windows=(g++-mingw-w64-i686-posix googletest)
 packages_wine=(debootstrap util-linux xvfb openbox imagemagick xdotool python3 python3-pefile)
+# Not of this machine, but of the tree of i386 that wine32.sh makes; its order is in the mark of a tree that is there.
+packages_wine_tree=(wine32 libwine fonts-wine fonts-liberation libxrender1 libxcursor1 libxfixes3 libxi6 libxrandr2 libxinerama1 libxcomposite1)
 packages_bare=(debootstrap util-linux)
 packages_test=("${packages_library[@]}" "${packages_lint[@]}" clang-tidy gcovr)
 
