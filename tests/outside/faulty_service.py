@@ -10,6 +10,7 @@ import threading
 
 from gi.repository import Gio, GLib
 
+from bus_connection import bus_at
 from processes import end_with_parent, stop
 
 SLOWNESS = 8000  # milliseconds until a slow one answers
@@ -82,13 +83,7 @@ def answer(call, kind):
 
 
 def serve(name, kind):
-    flags = (
-        Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
-        | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
-    )
-    bus = Gio.DBusConnection.new_for_address_sync(
-        os.environ["DBUS_SESSION_BUS_ADDRESS"], flags, None, None
-    )
+    bus = bus_at(os.environ["DBUS_SESSION_BUS_ADDRESS"])
 
     def on_message(connection, message, incoming):
         if not incoming:

@@ -4,6 +4,7 @@ import threading
 
 from gi.repository import Gio, GLib
 
+from bus_connection import bus_at
 from desktop import wait_for
 
 WATCHER = """
@@ -37,11 +38,7 @@ class ItemPanel:
 
     def _run(self, address, ready):
         self.context.push_thread_default()
-        flags = (
-            Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
-            | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
-        )
-        self.bus = Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
+        self.bus = bus_at(address)
         interface = Gio.DBusNodeInfo.new_for_xml(WATCHER).interfaces[0]
         self.bus.register_object(
             "/StatusNotifierWatcher", interface, self._on_call, self._on_property, None

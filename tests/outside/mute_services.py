@@ -9,23 +9,16 @@ import sys
 import threading
 import time
 
-from gi.repository import Gio, GLib
+from gi.repository import GLib
 
 import selection_holder
+from bus_connection import bus_at
 from faulty_service import FaultyService
 from processes import start, stop
 from support import ProgramTest
 
 LONGEST_WAIT = 0.2  # seconds that the window may wait for anybody but its user
 LONGEST = 5.0  # seconds for what takes a fraction of one, and takes 25 where it waits
-
-
-def bus_at(address):
-    flags = (
-        Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
-        | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
-    )
-    return Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
 
 
 def has_owner(name, address):
