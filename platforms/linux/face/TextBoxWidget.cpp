@@ -2,11 +2,14 @@
 #include "linux/face/ControlWidget.h"
 #include "linux/face/FaceText.h"
 #include "linux/face/Palette.h"
+#include "linux/face/Underlay.h"
 
 #include <QEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPaintEvent>
+#include <QPainter>
 #include <QStyle>
 #include <QStyleOptionFrame>
 
@@ -17,11 +20,14 @@ namespace tarvik::face {
 namespace {
 
 /// A line of text; one that cannot be edited has the window's background, so that it does not
-/// invite typing.
+/// invite typing. Figures change many times a second: such a box paints what it lies on itself,
+/// from a picture, so that neither the frame that it stands in nor its own border is painted each
+/// time.
 class LineEdit : public QLineEdit {
 public:
     LineEdit(QWidget* parent, bool readOnly) : QLineEdit(parent) {
         setReadOnly(readOnly);
+        setAttribute(Qt::WA_OpaquePaintEvent, readOnly);
         applyBackground();
     }
 
@@ -78,6 +84,36 @@ protected:
         }
     }
 
+    void paintEvent(QPaintEvent* event) override {
+        const bool onUnderlay = isReadOnly() && Underlay::fits(*this);
+        if (onUnderlay != testAttribute(Qt::WA_OpaquePaintEvent)) {
+            // What it lies on has not been painted this time, or for nothing.
+            setAttribute(Qt::WA_OpaquePaintEvent, onUnderlay);
+            update();
+        }
+        if (onUnderlay) {
+            QStyleOptionFrame panel;
+            initStyleOption(&panel);
+            QPainter painter(this);
+            underlay_.paint(painter, event->rect(), panel, *this);
+        }
+        onlyText_ = onUnderlay;
+        QLineEdit::paintEvent(event);
+        onlyText_ = false;
+    }
+
+    /// While only the text is wanted, a panel without border and ground, which puts the text where
+    /// that with them does.
+    void initStyleOption(QStyleOptionFrame* option) const override {
+        QLineEdit::initStyleOption(option);
+        if (onlyText_) {
+            const int border = option->lineWidth;
+            option->rect.adjust(border, border, -border, -border);
+            option->lineWidth = 0;
+            option->palette.setBrush(QPalette::Base, Qt::NoBrush);
+        }
+    }
+
     void changeEvent(QEvent* event) override {
         QLineEdit::changeEvent(event);
         if (event->type() == QEvent::ApplicationPaletteChange) {
@@ -99,7 +135,9 @@ private:
         }
     }
 
+    Underlay underlay_;
     bool focusByMouse_ = false;
+    bool onlyText_ = false;
 };
 
 class TextBoxWidget : public ControlWidget {
