@@ -63,6 +63,7 @@ Ledger::Finding Ledger::look(const std::string& path, Holding held) {
         file_ = std::move(held.file);
         contents_ = std::move(reading.contents);
         damaged_ = std::move(reading.damaged);
+        hasHead_ = reading.hasHead;
         end_ = finding == Finding::Taken ? bytes.size() : 0;
         isBrokenOff_ = end_ > 0 && bytes.back() != '\n';
     }
@@ -91,6 +92,7 @@ Ledger::Finding Ledger::begin(const std::string& path, const std::string& iniFil
         release();
         return Finding::Unread;
     }
+    hasHead_ = true;
     return Finding::Taken;
 }
 
@@ -158,26 +160,31 @@ FileResult Ledger::replaceBy(const std::string& text) {
     return std::nullopt; // it is there, whatever went wrong behind it
 }
 
-FileResult Ledger::mend(const std::string& aside) {
-    if (!file_ || damaged_.empty()) {
-        return std::nullopt;
-    }
+FileResult Ledger::putAside(const std::string& aside) const {
     Files& files = platform().files;
     std::string there;
     if (files.Dir(aside) != FileKind::None && (files.read(aside, there) || there != damaged_)) {
         return ErrorNumber::FileAlreadyExists;
     }
-    FileResult failure = there == damaged_ ? std::nullopt : files.replace(aside, {damaged_});
+    return there == damaged_ ? std::nullopt : files.replace(aside, {damaged_});
+}
+
+FileResult Ledger::mend(const std::string& aside) {
+    if (!file_ || (damaged_.empty() && hasHead_)) {
+        return std::nullopt;
+    }
+    FileResult failure = damaged_.empty() ? std::nullopt : putAside(aside);
     failure = failure ? failure : replaceBy(textOf(contents_));
     if (!failure) {
         damaged_.clear();
+        hasHead_ = true;
     }
     return failure;
 }
 
 FileResult Ledger::fold(LocalDay today) {
-    if (!file_ || !damaged_.empty()) {
-        return std::nullopt; // what is damaged is put aside first
+    if (!file_ || !damaged_.empty() || !hasHead_) {
+        return std::nullopt; // it is mended first
     }
     LedgerContents contents = contents_;
     std::string text;

@@ -42,8 +42,9 @@ public:
     /// What in the file is no line of a ledger.
     const std::string& damaged() const { return damaged_; }
 
-    /// Puts what is damaged into the file `aside` and takes it out of this one. FileAlreadyExists
-    /// where something else has that name; what is aside already is not put there again.
+    /// Puts what is damaged into the file `aside` and takes it out of this one, which gets its first
+    /// line again if that is gone. FileAlreadyExists where something else has that name; what is
+    /// aside already is not put there again.
     FileResult mend(const std::string& aside);
 
     /// Adds to the file and flushes it to the disk: all of it or, for whoever tries again, nothing.
@@ -60,11 +61,13 @@ private:
     Finding look(const std::string& path, Holding held);
     FileResult append(const std::string& text);
     FileResult replaceBy(const std::string& text);
+    FileResult putAside(const std::string& aside) const;
 
     std::string path_;
     std::unique_ptr<HeldFile> file_;
     LedgerContents contents_;
     std::string damaged_;
+    bool hasHead_ = false;
     std::size_t end_ = 0;      ///< of what is written for certain
     bool isBrokenOff_ = false; ///< its last line has no end
 };

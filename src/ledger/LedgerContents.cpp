@@ -137,6 +137,7 @@ LedgerReading readLedger(std::string_view bytes) {
     sortByMoment(reading.contents.entries);
     if (head != nullptr) {
         reading.kind = LedgerReading::Kind::Ledger;
+        reading.hasHead = true;
         reading.contents.head = *head;
     } else if (!reading.contents.entries.empty()) {
         reading.kind = LedgerReading::Kind::Ledger;

@@ -36,6 +36,7 @@ struct LedgerReading {
 
     Kind kind = Kind::Nothing;
     LedgerContents contents;
+    bool hasHead = false; ///< else it is told from the earliest entry
     /// What no line of a ledger is: a tail that was cut off, or what somebody changed. The rest
     /// holds without it.
     std::string damaged;

@@ -329,5 +329,22 @@ TEST_F(TornLedgerTest, WhereItCannotBePutAsideTheFileStaysAsItIs) {
     EXPECT_NE(files.file(path).find(torn), std::string::npos);
 }
 
+TEST_F(LedgerTest, AFirstLineThatIsGoneStandsThereAgainBeforeAnythingIsAdded) {
+    begin();
+    ledger.add({entryAt(day, 1)});
+    ledger.release();
+    const std::string whole = files.file(path);
+    files.setFile(path, whole.substr(whole.find('\n') + 1));
+    ledger.take(path);
+    const LedgerHead head = ledger.contents().head;
+
+    EXPECT_FALSE(ledger.mend(aside));
+
+    EXPECT_EQ(files.Dir(aside), FileKind::None);
+    ledger.add({entryAt(day - 24h, 2)});
+    EXPECT_EQ(readLedger(files.file(path)).contents.head, head);
+    EXPECT_EQ(found(), (std::vector<std::uint64_t>{2, 1}));
+}
+
 } // namespace
 } // namespace tarvik
