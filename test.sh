@@ -400,6 +400,7 @@ mutants() {
 # What things cost beside what stands there, against the stored ratios; nothing else may run meanwhile.
 speed() {
     needs "${packages_build[@]}" "${packages_display[@]}" "${packages_bench[@]}" || return $cannot_run
+    [ "$(id -u)" -eq 0 ] || { echo "Only root can measure the network." >&2; return $cannot_run; }
     scripts/bench.sh --check
 }
 

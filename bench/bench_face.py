@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Time to the first window, memory after the start and processor time per tick of the program,
-beside an empty window of the same toolkit in the same run: PROGRAM EMPTY_WINDOW [ROWS], the file that the rows go to as well."""
+beside an empty window of the same toolkit in the same run: PROGRAM EMPTY_WINDOW [ROWS], the file that
+the rows go to as well."""
 
 import os
 import pathlib

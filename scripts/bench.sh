@@ -23,6 +23,11 @@ case ${1:-} in
     ;;
 esac
 
+if [ ${#ratios[@]} -gt 0 ] && [ "$(id -u)" -ne 0 ]; then
+    echo "Only root can measure the network, which the stored ratios tell of too." >&2
+    exit 1
+fi
+
 install_missing "${packages_build[@]}" "${packages_display[@]}" "${packages_bench[@]}"
 cmake --preset release -DTARVIK_TESTS=OFF -DTARVIK_BENCH=ON >/dev/null
 cmake --build --preset release --target tarvik-demo empty_window bench_ini bench_history bench_work bench_journal \

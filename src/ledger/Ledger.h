@@ -42,9 +42,9 @@ public:
     /// What in the file is no line of a ledger.
     const std::string& damaged() const { return damaged_; }
 
-    /// Puts what is damaged into the file `aside` and takes it out of this one, which gets its first
-    /// line again if that is gone. FileAlreadyExists where something else has that name; what is
-    /// aside already is not put there again.
+    /// Puts what is damaged into the file `aside` and takes it out of this one, which gets its
+    /// first line again if that is gone. FileAlreadyExists where something else has that name; what
+    /// is aside already is not put there again.
     FileResult mend(const std::string& aside);
 
     /// Adds to the file and flushes it to the disk: all of it or, for whoever tries again, nothing.

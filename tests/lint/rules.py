@@ -323,8 +323,9 @@ def check_trap_names(files):
 def check_accessors(files):
     """What is in use of platform, state, windows and journal is asked for by procedures alone: what
     those are made of works for any."""
-    accessor = re.compile(r"\b\w+& \w+\(\) \{\s*return \w+Scope::get\([^)]*\);\s*\}")
-    asks = re.compile(r"(?<!\w& )(?<![.>])\b(?:state|forms|platform|journal)\(\)|\b\w+Scope::get\(")
+    accessor = re.compile(r"\b\w+& (\w+)\(\) \{\s*return \w+Scope::get\([^)]*\);\s*\}")
+    known = {found.group(1) for text in files.values() for found in accessor.finditer(text)}
+    asks = re.compile(r"(?<!\w& )(?<![.>])\b(?:%s)\(\)|\b\w+Scope::get\(" % ("|".join(sorted(known)) or "none"))
     for name, text in files.items():
         if name.startswith(("src/types/", "src/ports/", "src/controls/", "src/forms/",
                             "platforms/")):

@@ -1,7 +1,10 @@
 """The checks that the compiler's own tools make."""
 
 import concurrent.futures
+import contextlib
+import hashlib
 import os
+import re
 import shutil
 import subprocess
 
@@ -44,9 +47,32 @@ def check_python(names, root):
     yield from complaints(["pyflakes3"], names, root)
 
 
+def text_with_includes(name, folders, root, seen):
+    """The texts of the file and of all that it includes of ours, once each."""
+    if name in seen:
+        return ""
+    seen.add(name)
+    text = (root / name).read_text(encoding="utf-8")
+    for path in re.findall(r'^#include "([^"]+)"', text, re.MULTILINE):
+        for folder in folders:
+            if (root / folder / path).is_file():
+                text += text_with_includes(os.path.normpath("%s/%s" % (folder, path)), folders, root, seen)
+                break
+    return text
+
+
 def check_headers_alone(headers, root):
-    """Every header compiles by itself; `headers` are pairs of a name and its include folders."""
+    """Every header compiles by itself; `headers` are pairs of a name and its include folders. What has
+    compiled is remembered in build/lint, and compiled again when it or what it includes is another."""
     compiler = tool("g++")
+    version = subprocess.run([compiler, "--version"], capture_output=True, check=False).stdout.decode()
+    remembered = root / "build/lint/headers"
+    good = set(remembered.read_text(encoding="ascii").split()) if remembered.exists() else set()
+
+    def key_of(header):
+        name, folders = header
+        text = "\0".join([version, name, *folders, text_with_includes(name, folders, root, set())])
+        return hashlib.sha256(text.encode()).hexdigest()
 
     def offence(header):
         name, folders = header
@@ -61,5 +87,12 @@ def check_headers_alone(headers, root):
         first = next((line for line in run.stderr.splitlines() if "error:" in line), run.stderr)
         return "%s: does not compile by itself: %s" % (name, first)
 
+    keys = {header[0]: key_of(header) for header in headers}
+    unknown = [header for header in headers if keys[header[0]] not in good]
     with concurrent.futures.ThreadPoolExecutor(min(2, os.cpu_count() or 1)) as workers:
-        yield from filter(None, workers.map(offence, headers))
+        offences = dict(zip((name for name, _ in unknown), workers.map(offence, unknown)))
+    with contextlib.suppress(OSError):  # where nothing can be written, all are compiled each time
+        remembered.parent.mkdir(parents=True, exist_ok=True)
+        remembered.write_text("\n".join(key for name, key in keys.items() if not offences.get(name)),
+                              encoding="ascii")
+    yield from filter(None, offences.values())
