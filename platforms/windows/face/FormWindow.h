@@ -90,6 +90,7 @@ private:
     SIZE frameSize() const;
     void layOut();
     void placeControls();
+    void paintAnew(const LayoutRect& rect) const;
     void showWhatIsSeen();
 
     Form& form_;
@@ -100,6 +101,7 @@ private:
     std::unique_ptr<ToolTips> tips_; ///< made with the first tip
     std::vector<std::unique_ptr<ControlWindow>> children_;
     mutable std::optional<LayoutSize> leastSize_; ///< as long as no control has changed its size
+    std::vector<PlacedControl> placed_;           ///< where they stand
     bool detached_ = false;
     bool changePending_ = false;
     bool frontWanted_ = false;

@@ -3,6 +3,7 @@
 #include "windows/face/WindowMessages.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvik::face {
 
@@ -15,6 +16,14 @@ constexpr int frameSide = 6;
 constexpr int frameTop = 11;
 
 constexpr int widestTip = 60; // characters
+
+/// Where the control stands among them; nowhere if it does not.
+LayoutRect rectIn(const std::vector<PlacedControl>& placed, const Control* control) {
+    const auto found = std::find_if(placed.begin(), placed.end(), [&](const PlacedControl& one) {
+        return one.control == control;
+    });
+    return found == placed.end() ? LayoutRect() : found->rect;
+}
 
 } // namespace
 
@@ -32,6 +41,7 @@ void FormWindow::useFont(int resolution) {
     }
     font_ = std::move(font); // the old one only goes when nobody uses it any more
     leastSize_.reset();
+    InvalidateRect(window_, nullptr, TRUE);
 }
 
 const LayoutSize& FormWindow::leastSize() const {
@@ -103,18 +113,29 @@ void FormWindow::placeControls() {
     }
     RECT area{};
     GetClientRect(window_, &area);
-    const auto placed = solveLayout(*form_.layout(), metrics(),
-                                    {static_cast<int>(area.right), static_cast<int>(area.bottom)});
-    HDWP moves = BeginDeferWindowPos(static_cast<int>(placed.size()));
-    for (const PlacedControl& each : placed) {
-        const LayoutRect& rect = each.rect;
-        moves = DeferWindowPos(moves, childOf(each.control)->window(), nullptr, rect.left, rect.top,
-                               rect.width, rect.height, SWP_NOZORDER | SWP_NOACTIVATE);
+    const auto before = std::exchange(
+        placed_, solveLayout(*form_.layout(), metrics(),
+                             {static_cast<int>(area.right), static_cast<int>(area.bottom)}));
+    HDWP moves = BeginDeferWindowPos(static_cast<int>(placed_.size()));
+    // Frames leave what they hold to the form, which must paint it anew: no more than that, or a
+    // text that changes every second makes the whole window flicker.
+    for (const PlacedControl& each : placed_) {
+        const LayoutRect from = rectIn(before, each.control);
+        const LayoutRect& to = each.rect;
+        if (from != to) {
+            moves = DeferWindowPos(moves, childOf(each.control)->window(), nullptr, to.left, to.top,
+                                   to.width, to.height, SWP_NOZORDER | SWP_NOACTIVATE);
+            paintAnew(from);
+            paintAnew(to);
+        }
     }
     EndDeferWindowPos(moves);
     showWhatIsSeen();
-    // Frames leave what they hold to the form, which must paint it anew.
-    InvalidateRect(window_, nullptr, TRUE);
+}
+
+void FormWindow::paintAnew(const LayoutRect& rect) const {
+    const RECT area{rect.left, rect.top, rect.left + rect.width, rect.top + rect.height};
+    InvalidateRect(window_, &area, TRUE);
 }
 
 void FormWindow::showWhatIsSeen() {
@@ -126,6 +147,7 @@ void FormWindow::showWhatIsSeen() {
         const HWND window = childOf(control)->window();
         if (seen != ((GetWindowLongA(window, GWL_STYLE) & WS_VISIBLE) != 0)) {
             ShowWindow(window, seen ? SW_SHOWNA : SW_HIDE);
+            paintAnew(rectIn(placed_, control));
         }
     }
     focusMayMove();
