@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Processor time of reading a real VPN's counters once: the program's tick, beside nmcli and
-vnstatd on the same link in the same run: PROGRAM [ROWS], the file that the rows go to as well. Run it
-inside the network tests' world."""
+vnstatd on the same link in the same run, and the floor, an empty window of the same toolkit that wakes
+as often: PROGRAM EMPTY_WINDOW [ROWS], the file that the rows go to as well. Run it inside the network
+tests' world."""
 
 import os
 import pathlib
@@ -66,6 +67,17 @@ def program_ticks(desktop, program, manager, aside):
                     SECONDS / INTERVAL, own, service)
 
 
+def empty_wakes(desktop, empty, manager):
+    process, _ = start(desktop, [str(empty), "%d" % (INTERVAL * 1000)], "Empty window")
+    subprocess.run(["xdotool", "getactivewindow", "windowminimize"], env=desktop.environment, check=True)
+    time.sleep(2)
+    own, service = processor_seconds(process.pid), processor_seconds(manager)
+    time.sleep(SECONDS)
+    own, service = processor_seconds(process.pid) - own, processor_seconds(manager) - service
+    stop(process)
+    return measured("an empty window, put aside", SECONDS / INTERVAL, own, service)
+
+
 def nmcli_polls(manager):
     def children():
         usage = resource.getrusage(resource.RUSAGE_CHILDREN)
@@ -106,18 +118,20 @@ def main():
     try:
         manager = pid_of("NetworkManager")
         nmcli("connection", "up", VPN)
-        program = pathlib.Path(sys.argv[1]).resolve()
+        program, empty = (pathlib.Path(name).resolve() for name in sys.argv[1:3])
         seen = program_ticks(desktop, program, manager, aside=False)
         aside = program_ticks(desktop, program, manager, aside=True)
+        floor = empty_wakes(desktop, empty, manager)
         nmcli_polls(manager)
         other = vnstat_updates(desktop, manager)
     finally:
         subprocess.run(["nmcli", "connection", "down", VPN], capture_output=True, check=False)
         desktop.close()
-    if len(sys.argv) > 2:
-        with open(sys.argv[2], "a", encoding="utf-8") as file:
+    if len(sys.argv) > 3:
+        with open(sys.argv[3], "a", encoding="utf-8") as file:
             for name, own in (("on the screen", seen), ("put aside", aside)):
                 file.write("tick of a real VPN, %s, us\t%f\t%f\tvnstatd\n" % (name, own, other))
+            file.write("tick of a real VPN, put aside, us\t%f\t%f\tempty window\n" % (aside, floor))
 
 
 if __name__ == "__main__":

@@ -45,7 +45,8 @@ if [ "$(id -u)" -eq 0 ]; then
     install_missing "${packages_network[@]}" vnstat
     cmake --build --preset release --target tarvik
     scripts/nm-rig.sh up
-    scripts/nm-rig.sh run /usr/bin/python3 -B bench/bench_network.py build/release/bin/tarvik "$folder/linux" ||
+    scripts/nm-rig.sh run /usr/bin/python3 -B bench/bench_network.py build/release/bin/tarvik \
+        build/release/bin/empty_window "$folder/linux" ||
         echo "The network could not be measured." >&2
     scripts/nm-rig.sh down
 fi
