@@ -134,6 +134,14 @@ class Desktop:
             lambda: (self._windows("--name", "^" + re.escape(title) + "$") or [None])[0],
         )
 
+    def activate(self, title):
+        """Brings the window of that title back and to the front, as a list of windows does."""
+        subprocess.run(
+            ["xdotool", "search", "--name", "^" + re.escape(title) + "$", "windowactivate"],
+            env=self.environment, check=True,
+        )
+        wait_for("the window in front", lambda: self.is_active(title))
+
     def _numbers(self, *words):
         """The windows that a property names, in its order."""
         answer = subprocess.run(

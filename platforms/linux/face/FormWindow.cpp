@@ -157,14 +157,26 @@ void FormWindow::applyVisibility() {
     makeContents();
     if (form_.minimised()) {
         showMinimized();
+        wordToMinimise_ = true;
     } else {
         followSight(true); // before its size is asked for
+        takeBackWordToMinimise();
         setWindowState(windowState() & ~Qt::WindowMinimized);
         show();
         if (front) {
             raise();
             activateWindow();
         }
+    }
+}
+
+void FormWindow::takeBackWordToMinimise() {
+    // A window that was minimised once and that the user has brought back is still to be shown
+    // minimised as far as the window manager of X is told: the toolkit tells it another state only
+    // when it takes it for a change.
+    if (wordToMinimise_ && !isVisible()) {
+        wordToMinimise_ = false;
+        setWindowState(windowState() | Qt::WindowMinimized);
     }
 }
 

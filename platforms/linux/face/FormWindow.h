@@ -47,6 +47,7 @@ private:
     /// The desktop gives the keys to that window; null for none of the program's.
     void onFocusMoved(const QWindow* focused);
     void makeControl(Control& control);
+    void takeBackWordToMinimise();
     /// What stands in the window; does nothing when it is made.
     void makeContents();
     /// Its controls rest, or wake.
@@ -64,6 +65,7 @@ private:
     bool contentsMade_ = false;
     bool changePending_ = false;
     bool frontWanted_ = false;
+    bool wordToMinimise_ = false; ///< may still stand at the window manager
 };
 
 } // namespace tarvik::face

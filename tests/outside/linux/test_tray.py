@@ -257,6 +257,21 @@ class NoteTest(ProgramTest):
         )
         self.assertTrue(program.running())
 
+    def test_a_window_that_was_minimised_so_comes_back_with_the_first_click_on_an_icon(self):
+        program = self.start_quietly()
+        program.key("alt+F4")
+        wait_for("the minimised window", lambda: self.desktop.is_iconic("Velmars Tarvik"))
+        self.desktop.activate("Velmars Tarvik")
+        self.addCleanup(self.desktop.close_panel, self.desktop.open_panel())
+        wait_for("the window in front", lambda: self.desktop.is_active("Velmars Tarvik"))
+        program.key("alt+F4")
+        wait_for("the hidden window", lambda: not program.is_showing("frmMain"))
+
+        self.desktop.click_icon(1)
+
+        wait_for("the window in front", lambda: self.desktop.is_active("Velmars Tarvik"))
+        self.assertFalse(self.desktop.is_iconic("Velmars Tarvik"))
+
 
 if __name__ == "__main__":
     unittest.main()
