@@ -3,10 +3,10 @@
 #include "common/NameIndex.h"
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace tarvik {
@@ -82,8 +82,10 @@ private:
 
     std::string bytes_;
     std::vector<ProfileSection> sections_;
-    NameIndex names_;                                                 ///< of the sections
-    mutable std::unordered_map<std::uint32_t, NameIndex> keyIndexes_; ///< by the section's body
+    NameIndex names_; ///< of the sections
+    /// By the section's body. A hash of these could be made to collide: whoever writes the file
+    /// chooses where its sections begin.
+    mutable std::map<std::uint32_t, NameIndex> keyIndexes_;
     mutable std::optional<ProfileKey> lastKey_; ///< found last by such an index
     mutable std::uint32_t lastBody_ = 0;        ///< of that key's section
     mutable std::vector<ProfileKey> lastKeys_;  ///< of the short section that was asked last

@@ -69,9 +69,11 @@ void sweep(const std::string& path) {
     }
 }
 
-/// A new file, which no other program sweeps up while it is open.
+/// A new file, which no other program sweeps up while it is open; none where somebody does so again
+/// and again.
 FileDescriptor makeTemporary(const std::string& folder, std::string& path) {
-    while (true) {
+    constexpr int attempts = 100;
+    for (int i = 0; i < attempts; ++i) {
         path = folder + '/';
         path.append(beginning).append(letters).append(temporaryEnding);
         FileDescriptor file(
@@ -83,6 +85,8 @@ FileDescriptor makeTemporary(const std::string& folder, std::string& path) {
             return file;
         }
     }
+    errno = EBUSY;
+    return FileDescriptor();
 }
 
 } // namespace

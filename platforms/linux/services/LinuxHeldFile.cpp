@@ -127,7 +127,7 @@ Holding holdFile(const std::string& path) {
     if (!file) {
         return notHeld(errno == ENOENT ? Outcome::Absent : Outcome::Failed);
     }
-    if (fstat(file.number(), &info) != 0 || !S_ISREG(info.st_mode) || info.st_uid != geteuid()) {
+    if (fstat(file.number(), &info) != 0 || !isOwnFile(info)) {
         return notHeld(Outcome::Refused);
     }
     if (!lockForUs(file.number())) {
