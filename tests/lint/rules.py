@@ -178,14 +178,23 @@ def arrows_between(files, whole):
     return arrows
 
 
-def unit_of(name):
-    """A header and the sources beside it that bear its name."""
-    return name.rsplit(".", 1)[0]
+def units_of(files):
+    """A header and the sources beside it that say what it declares, by file: those that bear its name,
+    and in src/ those without a header of their name that include it before anything else."""
+    units = {}
+    for name, text in files.items():
+        own = name.rsplit(".", 1)[0]
+        first = next(iter(included(name, text, files)), None)
+        if name.startswith("src/") and name.endswith(".cpp") and own + ".h" not in files and first:
+            beside = first.rsplit("/", 1)[0] == name.rsplit("/", 1)[0]
+            own = first.rsplit(".", 1)[0] if beside else own
+        units[name] = own
+    return units
 
 
 def check_circles(files):
     """Neither files nor units, nor folders, need each other in a circle."""
-    for whole in (lambda name: name, unit_of, lambda name: name.rsplit("/", 1)[0]):
+    for whole in (lambda name: name, units_of(files).get, lambda name: name.rsplit("/", 1)[0]):
         circle = circle_in(arrows_between(files, whole))
         if circle:
             yield "a circle: " + " -> ".join(circle)
