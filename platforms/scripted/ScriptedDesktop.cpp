@@ -209,15 +209,23 @@ void ScriptedDesktop::run() {
     }
 }
 
+void ScriptedDesktop::pause() {
+    forEachRealised([](Form& form) { form.Pause.raise(); });
+}
+
 void ScriptedDesktop::endSession() {
     ending_ = true;
+    forEachRealised([](Form& form) { form.unload(UnloadMode::AppWindows); });
+    hasQuit = true;
+}
+
+void ScriptedDesktop::forEachRealised(const std::function<void(Form& form)>& act) const {
     for (Form* realised : realisedForms()) {
-        // The end of one form may have withdrawn the next, which may be gone then.
+        // What one form does may have withdrawn the next, which may be gone then.
         if (isRealised(realised)) {
-            realised->unload(UnloadMode::AppWindows);
+            act(*realised);
         }
     }
-    hasQuit = true;
 }
 
 bool ScriptedDesktop::isRealised(const Form* form) const {

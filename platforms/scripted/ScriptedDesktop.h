@@ -71,6 +71,8 @@ public:
     /// True while neither a box nor a blocking call is under way.
     bool takesInput() const { return busy_ == 0; }
 
+    /// The machine goes to sleep: every realised form is told, whatever is under way.
+    void pause();
     /// What the end of the user's session does to the forms.
     void endSession();
 
@@ -89,6 +91,7 @@ private:
     class Recorder;
 
     bool isRealised(const Form* form) const;
+    void forEachRealised(const std::function<void(Form& form)>& act) const;
     Recorder* nextDue(std::uint64_t until) const;
 
     std::vector<std::unique_ptr<Window>> windows_;

@@ -74,5 +74,78 @@ TEST_F(EndOfSessionContract, AfterwardsNoWindowIsMade) {
     face->desktop().run(); // returns at once
 }
 
+// The machine goes to sleep.
+
+class SecondForm : public Form {
+public:
+    SecondForm() : Form("frmSecond", "Second") { setLayout(column({item(cmdOk)})); }
+    CommandButton cmdOk{*this, "cmdOk", {.caption = "OK"}};
+};
+
+class SleepContract : public EndOfSessionContract {
+protected:
+    SleepContract() {
+        second.load();
+        form.Pause.connect([this] { ++pauses; });
+        second.Pause.connect([this] { ++pausesOfSecond; });
+    }
+    ~SleepContract() override {
+        second.unload();
+        face->settle();
+    }
+
+    FormOn<SecondForm> second{face->desktop()};
+    int pauses = 0;
+    int pausesOfSecond = 0;
+};
+
+TEST_F(SleepContract, EveryFormIsToldEachTimeAndNothingEnds) {
+    face->goToSleep();
+    face->goToSleep();
+
+    EXPECT_EQ(pauses, 2);
+    EXPECT_EQ(pausesOfSecond, 2);
+    EXPECT_TRUE(form.loaded());
+    EXPECT_EQ(modes, std::vector<UnloadMode>());
+}
+
+TEST_F(SleepContract, AFormThatIsNotLoadedIsToldNothing) {
+    form.unload();
+
+    face->goToSleep();
+
+    EXPECT_EQ(pauses, 0);
+    EXPECT_EQ(pausesOfSecond, 1);
+}
+
+TEST_F(SleepContract, AFormThatEndsBeforeItsTurnIsToldNothing) {
+    int told = 0;
+    form.Pause.connect([&] {
+        ++told;
+        second.unload();
+    });
+    second.Pause.connect([&] {
+        ++told;
+        form.unload();
+    });
+
+    face->goToSleep();
+
+    EXPECT_EQ(told, 1);
+}
+
+TEST_F(SleepContract, WhileABoxIsOpenTheFormIsToldAndTheBoxStays) {
+    int whileOpen = 0;
+    face->atNextBox([&](ShownBox& box) {
+        face->goToSleep();
+        whileOpen = pauses;
+        box.press(MsgBoxAnswer::Yes);
+    });
+
+    EXPECT_EQ(ask(MsgBoxButtons::YesNo), MsgBoxAnswer::Yes);
+
+    EXPECT_EQ(whileOpen, 1);
+}
+
 } // namespace
 } // namespace tarvik

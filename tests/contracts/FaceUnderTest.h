@@ -48,6 +48,8 @@ public:
     virtual bool canClose(MsgBoxButtons buttons) const = 0;
     /// The user's session ends.
     virtual void endSession() = 0;
+    /// The machine is about to sleep.
+    virtual void goToSleep() = 0;
 
     // Windows.
     virtual bool hasWindow(const Form& form) const = 0;

@@ -44,7 +44,7 @@ bool live(Session& session, const std::string& folder) {
     life.redial("Harbour");
     life.carry("Harbour", 6000, 600);
     life.pass(10);
-    life.atOnce([&] { life.window().Pause.raise(); });
+    life.atOnce([&] { session.scripted.desktop.pause(); });
     life.drop("Ridge");
     life.connect("Ridge");
     life.carry("Ridge", 40, 4);

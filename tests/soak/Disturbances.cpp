@@ -155,7 +155,7 @@ void Run::pass(std::int64_t seconds) {
 void Run::sleep(std::int64_t seconds) {
     if (chance_.onceIn(2)) {
         expected_.pause();
-        act("the machine tells that it goes to sleep", [this] { window().Pause.raise(); });
+        act("the machine tells that it goes to sleep", [this] { machine_.desktop.pause(); });
     }
     note("sleep");
     calendar_.sleep(seconds);

@@ -90,7 +90,7 @@ void Run::announce(const Box& box) {
     machine_.desktop.expect(
         {box.text, box.buttons, box.icon, box.answer, [this, sleeps = box.sleeps, dies = box.dies] {
              if (sleeps) {
-                 window().Pause.raise();
+                 machine_.desktop.pause();
              }
              if (dies) {
                  filesAtDeath_ = machine_.files;

@@ -114,28 +114,5 @@ TEST_F(EndOfSessionTest, TheSignalsThatEndAProcessEndTheSession) {
     EXPECT_EQ(unloads, 1);
 }
 
-TEST_F(EndOfSessionTest, AMachineThatGoesToSleepIsToldToEveryFormAndEndsNothing) {
-    int pauses = 0;
-    form.Pause.connect([&] { ++pauses; });
-
-    desktop.pause();
-    desktop.pause();
-
-    EXPECT_EQ(pauses, 2);
-    EXPECT_TRUE(form.loaded());
-    EXPECT_TRUE(modes.empty());
-    form.unload();
-}
-
-TEST_F(EndOfSessionTest, AFormThatIsNotLoadedIsToldNothing) {
-    int pauses = 0;
-    form.Pause.connect([&] { ++pauses; });
-    form.unload();
-
-    desktop.pause();
-
-    EXPECT_EQ(pauses, 0);
-}
-
 } // namespace
 } // namespace tarvik

@@ -244,14 +244,18 @@ void QtDesktop::quit() {
     loop_.quit();
 }
 
-void QtDesktop::unloadForms() {
+void QtDesktop::forEachForm(const std::function<void(Form& form)>& act) const {
     const std::vector<FormWindow*> realised = windows_;
-    for (FormWindow* window : realised) {
-        // Unloading one form may have unloaded others.
+    for (const FormWindow* window : realised) {
+        // What one form does may have unloaded others.
         if (std::find(windows_.begin(), windows_.end(), window) != windows_.end()) {
-            window->form().unload(UnloadMode::AppWindows);
+            act(window->form());
         }
     }
+}
+
+void QtDesktop::unloadForms() {
+    forEachForm([](Form& form) { form.unload(UnloadMode::AppWindows); });
 }
 
 void QtDesktop::loseDisplay() {
@@ -265,10 +269,7 @@ void QtDesktop::loseDisplay() {
 }
 
 void QtDesktop::pause() {
-    const std::vector<FormWindow*> realised = windows_;
-    for (FormWindow* window : realised) {
-        window->form().Pause.raise();
-    }
+    forEachForm([](Form& form) { form.Pause.raise(); });
 }
 
 void QtDesktop::endSession() {

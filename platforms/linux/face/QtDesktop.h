@@ -9,6 +9,7 @@
 #include <QEventLoop>
 #include <QObject>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -77,6 +78,7 @@ private:
     /// Before what a box stands: the dialog that is open, or a window.
     QWidget* boxOwner() const;
     FormWindow* windowOf(std::uint32_t handle) const;
+    void forEachForm(const std::function<void(Form& form)>& act) const;
     void unloadForms();
 
     FaceContext context_;

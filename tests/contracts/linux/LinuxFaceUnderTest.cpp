@@ -113,6 +113,7 @@ public:
     }
     bool canClose(MsgBoxButtons) const override { return true; }
     void endSession() override { machine_.desktop.endSession(); }
+    void goToSleep() override { machine_.desktop.pause(); }
 
     bool hasWindow(const Form& form) const override { return windowOf(form) != nullptr; }
     bool isSeen(const Form& form) const override { return windowOf(form)->isVisible(); }

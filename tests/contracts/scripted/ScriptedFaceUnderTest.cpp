@@ -60,6 +60,7 @@ public:
     }
     bool canClose(MsgBoxButtons) const override { return true; }
     void endSession() override { desktop_.endSession(); }
+    void goToSleep() override { desktop_.pause(); }
 
     bool hasWindow(const Form& form) const override { return desktop_.form(form.name()) == &form; }
     bool isSeen(const Form& form) const override { return wasTold(form, " shown"); }

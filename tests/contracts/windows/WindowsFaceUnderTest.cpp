@@ -39,6 +39,16 @@ WPARAM codeOf(FaceKey key) {
     }
 }
 
+/// Those of forms have the forms' names for classes.
+BOOL CALLBACK takeFormWindow(HWND window, LPARAM list) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    if (process == GetCurrentProcessId() && classOf(window).starts_with("frm")) {
+        reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+    }
+    return TRUE;
+}
+
 class Win32Box : public ShownBox {
 public:
     explicit Win32Box(const OpenBox& box) : box_(box) {
@@ -99,6 +109,12 @@ public:
         }
         EXPECT_TRUE(SendMessageA(told.front(), WM_QUERYENDSESSION, 0, 0));
         SendMessageA(told.front(), WM_ENDSESSION, TRUE, 0);
+    }
+    /// As the system does: every window is told.
+    void goToSleep() override {
+        for (const HWND told : formWindows()) {
+            SendMessageA(told, WM_POWERBROADCAST, PBT_APMSUSPEND, 0);
+        }
     }
 
     bool hasWindow(const Form& form) const override { return windowOf(form) != nullptr; }
@@ -280,13 +296,9 @@ public:
 
 private:
     /// The windows that the system would ask.
-    std::vector<HWND> formWindows() const {
+    static std::vector<HWND> formWindows() {
         std::vector<HWND> windows;
-        for (const char* name : {"frmThrowAway", "frmList", "frmChart", "frmPutAside"}) {
-            if (const HWND window = ownWindow(name); window != nullptr) {
-                windows.push_back(window);
-            }
-        }
+        EnumWindows(takeFormWindow, reinterpret_cast<LPARAM>(&windows));
         return windows;
     }
 

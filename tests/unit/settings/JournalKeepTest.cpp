@@ -197,7 +197,7 @@ TEST_F(JournalRestartTest, AMachineThatGoesToSleepFindsEverythingFlushed) {
     count(5000);
     tickAfter(1, 77);
 
-    frmMain().Pause.raise();
+    machine.desktop.pause();
 
     restartAfterPowerCut();
     EXPECT_EQ(received(), 5077);
@@ -248,7 +248,7 @@ TEST_F(JournalRestartTest, WhileTheQuestionAboutASessionIsOpenItDoesNotCount) {
     machine.connections.transfer(ridge, 1000, 0, 9000);
     std::string journalThen;
     const auto sleep = [&] {
-        frmMain().Pause.raise();
+        machine.desktop.pause();
         journalThen = machine.files.file(path);
     };
     expectBox("Monitoring has been started and an active connection with transfer has been "

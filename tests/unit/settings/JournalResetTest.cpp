@@ -73,7 +73,7 @@ TEST_F(JournalResetTest, APowerCutWithoutAnIniFileLosesNeitherSettingsNorReset) 
 
 TEST_F(JournalResetTest, AResetOnDemandIsOnTheDiskAtOnce) {
     count(5000);
-    frmMain().Pause.raise(); // they are on the disk
+    machine.desktop.pause(); // they are on the disk
     reset();
 
     restartAfterPowerCut();
@@ -83,7 +83,7 @@ TEST_F(JournalResetTest, AResetOnDemandIsOnTheDiskAtOnce) {
 
 TEST_F(JournalResetTest, AResetByTheCalendarIsOnTheDiskAtOnce) {
     count(5000);
-    frmMain().Pause.raise(); // they are on the disk
+    machine.desktop.pause(); // they are on the disk
     makeResetDue(false);
     tickAfter(1);
     ASSERT_EQ(received(), 0);

@@ -208,7 +208,7 @@ TEST_F(JournalRestartTest, EachSessionGoesOnFromItsOwnReading) {
     expectFailure("Error: RasGetConnectionStatistics failed with 668:\rNo connection.");
     expectStopQuestion(MsgBoxAnswer::Ok);
     tick();
-    frmMain().Pause.raise();
+    machine.desktop.pause();
 
     machine.connections.transfer(harbour, 1, 0, 10'000);
     pass(10, 20);

@@ -203,7 +203,7 @@ TEST_F(JournalTroubleTest, AfterAJournalWasPutAsideTheFirstLookWritesNothing) {
     machine.files.meanwhile = nullptr;
     machine.files.holdFailure.reset();
 
-    frmMain().Pause.raise();
+    machine.desktop.pause();
 
     EXPECT_FALSE(journalIsThere());
 }
