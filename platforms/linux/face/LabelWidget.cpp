@@ -29,7 +29,7 @@ public:
 protected:
     void changeEvent(QEvent* event) override {
         QLabel::changeEvent(event);
-        if (event->type() == QEvent::ApplicationPaletteChange) {
+        if (event->type() == QEvent::PaletteChange) {
             applyColour();
         }
     }

@@ -116,7 +116,7 @@ protected:
 
     void changeEvent(QEvent* event) override {
         QLineEdit::changeEvent(event);
-        if (event->type() == QEvent::ApplicationPaletteChange) {
+        if (event->type() == QEvent::PaletteChange) {
             applyBackground();
         }
     }
