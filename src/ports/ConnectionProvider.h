@@ -118,7 +118,7 @@ static_assert(sizeof(RASDIALEXTENSIONS) == RASDIALEXTENSIONS::size);
 ///
 /// All operations are called from the user-interface thread, except `RasDialA`, which may run on a
 /// helper thread while the user-interface thread waits for it; never two at a time. Each returns 0
-/// on success or the service's error code.
+/// on success or the service's error code, which is 632 for a record of a size that is not known.
 class ConnectionProvider {
 public:
     virtual ~ConnectionProvider() = default;

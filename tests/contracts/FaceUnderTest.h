@@ -13,7 +13,7 @@
 
 namespace tarvik {
 
-enum class FaceKey { Enter, Escape, Left, Right, PageUp, PageDown, Home, End, Space };
+enum class FaceKey { Enter, Escape, Tab, Delete, Left, Right, PageUp, PageDown, Home, End, Space };
 
 /// A message box that is open.
 class ShownBox {
@@ -56,8 +56,15 @@ public:
     virtual bool isSeen(const Form& form) const = 0;
     virtual bool isMinimised(const Form& form) const = 0;
     virtual void pressCloseBox(const Form& form) = 0;
+    /// As the buttons of its window do.
+    virtual void minimiseByHand(Form& form) = 0;
+    virtual void restoreByHand(Form& form) = 0;
     /// The first inputs in the order in which the Tab key leads through them.
     virtual std::vector<std::string> tabOrder(const Form& form, int count) const = 0;
+    /// The control of the form that keys reach; empty for none.
+    virtual std::string focused(const Form& form) const = 0;
+    /// The key of a small letter is pressed with Alt.
+    virtual void pressMnemonic(Form& form, char letter) = 0;
 
     // Controls.
     /// The caption with the mark of its mnemonic, as the toolkit has it.
@@ -81,6 +88,8 @@ public:
     /// The user comes to the field. While a box is open no focus comes there: the field is told all
     /// the same.
     virtual void goInto(TextBox& field) = 0;
+    /// The user clicks on the beginning of its text.
+    virtual void clickInto(TextBox& field) = 0;
     /// The key of a small letter goes down, writes it, and comes up.
     virtual void type(TextBox& field, char letter) = 0;
     /// Pastes a text of the clipboard into the field that has the focus, by the keyboard.

@@ -29,6 +29,15 @@ TEST_F(FaceContract, AFormThatIsPutAsideAtOnceIsNeverSeen) {
     EXPECT_TRUE(form.minimised());
 }
 
+TEST_F(FaceContract, AFormKnowsThatTheUserPutItAsideAndBroughtItBack) {
+    show();
+
+    face->minimiseByHand(form);
+    EXPECT_TRUE(face->waitUntil([this] { return form.minimised(); }));
+    face->restoreByHand(form);
+    EXPECT_TRUE(face->waitUntil([this] { return !form.minimised(); }));
+}
+
 TEST_F(FaceContract, AFormMayBeWithdrawnByItsOwnHandler) {
     form.cmdOk.Click.connect([&] { form.unload(); });
     show();

@@ -43,6 +43,32 @@ TEST_F(TextFieldContract, ComingToItIsTold) {
     EXPECT_EQ(seen, Events{"GotFocus first/first"});
 }
 
+TEST_F(TextFieldContract, ComingByAClickIsToldOnce) {
+    writeDownEvents();
+
+    face->clickInto(field);
+
+    EXPECT_EQ(seen, Events{"GotFocus first/first"});
+}
+
+TEST_F(TextFieldContract, AnotherClickIntoItIsNotToldAsComing) {
+    face->clickInto(field);
+    writeDownEvents();
+
+    face->clickInto(field);
+
+    EXPECT_EQ(seen, Events());
+}
+
+TEST_F(TextFieldContract, WhatIsSelectedOnComingByAClickStaysSelected) {
+    field.GotFocus.connect([this] { field.select(0, 5); });
+
+    face->clickInto(field);
+    face->settle();
+
+    EXPECT_EQ(face->selected(field), "first");
+}
+
 TEST_F(TextFieldContract, AKeyIsToldBeforeItChangesTheTextAndAfterwards) {
     goBehindTheText();
     writeDownEvents();

@@ -11,14 +11,9 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMouseEvent>
-#include <QPointer>
 #include <QPushButton>
-#include <QTimer>
 
 #include <gtest/gtest.h>
-
-#include <thread>
 
 namespace tarvik {
 namespace {
@@ -86,34 +81,12 @@ TEST_F(FaceTest, ThePointerWaitsNoLongerThanTheCall) {
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
-TEST_F(FaceTest, AWindowOutlivesTheHandlerThatWithdrawsIt) {
-    form.cmdOk.Click.connect([&] { form.unload(); });
-    auto* button = widgetNamed<QPushButton>("cmdOk");
-    const QPointer<QWidget> shownWindow = button->window();
-
-    button->click();
-
-    EXPECT_FALSE(shownWindow.isNull());
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_TRUE(shownWindow.isNull());
-}
-
 TEST(PaletteTest, BlackIsThePalettesOwnColour) {
     QPalette dark;
     dark.setColor(QPalette::Window, QColor(40, 40, 40));
     dark.setColor(QPalette::WindowText, QColor(230, 230, 230));
 
     EXPECT_EQ(face::readableColour({0, 0, 0}, dark), QColor(230, 230, 230));
-}
-
-TEST(PaletteTest, AColourIsMadeReadableOnLightAndDark) {
-    for (const int shade : {0, 40, 128, 240, 255}) {
-        QPalette palette;
-        palette.setColor(QPalette::Window, QColor(shade, shade, shade));
-        const QColor red = face::readableColour({192, 0, 0}, palette);
-
-        EXPECT_GE(face::contrastRatio(red, palette.color(QPalette::Window)), 4.5) << shade;
-    }
 }
 
 TEST(PaletteTest, AReadableColourStaysAsItIs) {

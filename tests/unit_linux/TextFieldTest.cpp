@@ -95,26 +95,6 @@ protected:
     FormOn<FieldForm> form{machine.platform.desktop};
 };
 
-TEST_F(TextFieldTest, TabIntoAFieldRaisesGotFocus) {
-    int times = 0;
-    form.txtFirst.GotFocus.connect([&] { ++times; });
-
-    press(Qt::Key_Tab);
-
-    EXPECT_TRUE(widgetNamed("txtFirst")->hasFocus());
-    EXPECT_EQ(times, 1);
-}
-
-TEST_F(TextFieldTest, AClickIntoAFieldRaisesGotFocus) {
-    int times = 0;
-    form.txtSecond.GotFocus.connect([&] { ++times; });
-
-    click(widgetNamed("txtSecond"));
-
-    EXPECT_TRUE(widgetNamed("txtSecond")->hasFocus());
-    EXPECT_EQ(times, 1);
-}
-
 TEST_F(TextFieldTest, OnlyTheFieldThatIsReachedRaisesGotFocus) {
     std::vector<std::string> reached;
     form.txtFirst.GotFocus.connect([&] { reached.emplace_back("first"); });
@@ -124,16 +104,6 @@ TEST_F(TextFieldTest, OnlyTheFieldThatIsReachedRaisesGotFocus) {
     press(Qt::Key_Tab);
 
     EXPECT_EQ(reached, (std::vector<std::string>{"first", "second"}));
-}
-
-TEST_F(TextFieldTest, AnotherClickIntoTheSameFieldRaisesNothing) {
-    int times = 0;
-    click(widgetNamed("txtFirst"));
-    form.txtFirst.GotFocus.connect([&] { ++times; });
-
-    click(widgetNamed("txtFirst"));
-
-    EXPECT_EQ(times, 0);
 }
 
 TEST_F(TextFieldTest, APopupThatGivesTheFocusBackRaisesNothing) {
@@ -181,16 +151,6 @@ TEST_F(TextFieldTest, TheSelectionCountsBytesWhereCharactersHaveMore) {
     EXPECT_EQ(widgetNamed<QLineEdit>("txtFirst")->selectedText(), QStringLiteral("x\u00fc"));
 }
 
-TEST_F(TextFieldTest, TheSelectionOutlivesTheClickThatBroughtTheFocus) {
-    form.txtFirst.setText("1234");
-    form.txtFirst.GotFocus.connect([&] { form.txtFirst.select(0, 4); });
-
-    click(widgetNamed("txtFirst"));
-    ASSERT_TRUE(takeQueued());
-
-    EXPECT_EQ(widgetNamed<QLineEdit>("txtFirst")->selectedText(), QStringLiteral("1234"));
-}
-
 TEST_F(TextFieldTest, ASelectionMadeAfterTheClickIsMadeOnce) {
     form.txtFirst.setText("1234");
     click(widgetNamed("txtFirst"));
@@ -212,35 +172,6 @@ TEST_F(TextFieldTest, ALaterClickPutsTheSelectionAside) {
     ASSERT_TRUE(takeQueued());
 
     EXPECT_EQ(widgetNamed<QLineEdit>("txtFirst")->selectedText(), QString());
-}
-
-TEST_F(TextFieldTest, TheWidgetOutlivesAKeyGoingDownThatUnloadsTheForm) {
-    press(Qt::Key_Tab);
-    const QPointer<QLineEdit> edit = widgetNamed<QLineEdit>("txtFirst");
-    form.txtFirst.KeyDown.connect([&] { form.unload(); });
-
-    QKeyEvent down(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, QStringLiteral("a"));
-    QCoreApplication::sendEvent(edit, &down);
-
-    EXPECT_FALSE(form.loaded());
-    EXPECT_EQ(form.txtFirst.text(), "");
-    EXPECT_FALSE(edit.isNull());
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_TRUE(edit.isNull());
-}
-
-TEST_F(TextFieldTest, TheWidgetOutlivesAKeyComingUpThatUnloadsTheForm) {
-    press(Qt::Key_Tab);
-    const QPointer<QLineEdit> edit = widgetNamed<QLineEdit>("txtFirst");
-    form.txtFirst.KeyUp.connect([&] { form.unload(); });
-
-    press(Qt::Key_A, QStringLiteral("a"));
-
-    EXPECT_FALSE(form.loaded());
-    EXPECT_EQ(form.txtFirst.text(), "a");
-    EXPECT_FALSE(edit.isNull());
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_TRUE(edit.isNull());
 }
 
 TEST_F(TextFieldTest, AFormMayBeUnloadedByGotFocusBeforeTheSelectionIsMadeAgain) {

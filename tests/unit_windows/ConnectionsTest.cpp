@@ -370,29 +370,6 @@ TEST_F(ConnectionsTest, TextsComeFromTheServiceAboveSixHundred) {
     EXPECT_EQ(connections.RasGetErrorStringA(599, buffer, sizeof buffer), 87U);
 }
 
-TEST_F(ConnectionsTest, RecordsThatAreOneByteLongerAreRefused) {
-    service->entries = {{.name = "One"}};
-    service->connect("One");
-    auto entry = sized<RASENTRYNAMEA>(533);
-    auto line = sized<RASCONNA>(413);
-    auto status = sized<RASCONNSTATUSA>(161);
-    auto statistics = sized<RAS_STATS>(61);
-    auto asked = sized<RASDIALPARAMSA>(1053);
-    auto parameters = sized<RASDIALPARAMSA>(1052);
-    auto extensions = sized<RASDIALEXTENSIONS>(17);
-    std::uint32_t bytes = sizeof entry;
-    std::uint32_t count = 0;
-    std::uint32_t handle = 0;
-    bool found = false;
-
-    EXPECT_EQ(connections.RasEnumEntriesA(nullptr, nullptr, &entry, &bytes, &count), 632U);
-    EXPECT_EQ(connections.RasEnumConnectionsA(&line, &bytes, &count), 632U);
-    EXPECT_EQ(connections.RasGetConnectStatusA(1, &status), 632U);
-    EXPECT_EQ(connections.RasGetConnectionStatistics(1, &statistics), 632U);
-    EXPECT_EQ(connections.RasGetEntryDialParamsA(nullptr, &asked, &found), 632U);
-    EXPECT_EQ(connections.RasDialA(&extensions, nullptr, &parameters, 0, nullptr, &handle), 632U);
-}
-
 struct FailureCase {
     const char* function;
     std::uint32_t (*call)(ConnectionProvider& connections);

@@ -1,10 +1,7 @@
 #include "Win32FaceTest.h"
 
-#include "common/ReadableColour.h"
 #include "windows/face/ControlIds.h"
 #include "windows/face/TextColour.h"
-
-#include <algorithm>
 
 namespace tarvik {
 namespace {
@@ -43,58 +40,6 @@ TEST_F(FaceTest, BytesOfTheCodePageAreShownAsTheyAre) {
     form.txtName.setText("\xE9\xDF");
 
     EXPECT_EQ(textOf(windowOf(form.txtName)), "\xE9\xDF");
-}
-
-TEST_F(FaceTest, WhatTheUserDoesToTheWindowReachesTheModel) {
-    show();
-
-    ShowWindow(window(), SW_MINIMIZE);
-    settle();
-    EXPECT_TRUE(form.minimised());
-
-    ShowWindow(window(), SW_RESTORE);
-    settle();
-    EXPECT_FALSE(form.minimised());
-}
-
-TEST_F(FaceTest, TheFocusBeginsWhereTheFormSays) {
-    show();
-
-    EXPECT_TRUE(spinUntil([&] { return GetFocus() == windowOf(form.cboList); }));
-}
-
-TEST_F(FaceTest, EnterPressesTheDefaultButtonAndEscapeTheOther) {
-    int accepted = 0;
-    int cancelled = 0;
-    form.cmdOk.Click.connect([&] { ++accepted; });
-    form.cmdCancel.Click.connect([&] { ++cancelled; });
-    show();
-    ASSERT_TRUE(spinUntil([&] { return GetFocus() == windowOf(form.cboList); }));
-
-    press(VK_RETURN);
-    EXPECT_EQ(accepted, 1);
-    press(VK_ESCAPE);
-    EXPECT_EQ(cancelled, 1);
-}
-
-TEST_F(FaceTest, TheTabKeyMovesTheFocus) {
-    show();
-    ASSERT_TRUE(spinUntil([&] { return GetFocus() == windowOf(form.cboList); }));
-
-    press(VK_TAB);
-
-    EXPECT_EQ(GetFocus(), windowOf(form.cmdOk));
-}
-
-TEST_F(FaceTest, TheMnemonicOfALabelMovesToItsInput) {
-    show();
-    ASSERT_TRUE(spinUntil([&] { return GetFocus() == windowOf(form.cboList); }));
-    constexpr LPARAM withAlt = 1 << 29;
-
-    PostMessageA(GetFocus(), WM_SYSCHAR, 'n', withAlt);
-    settle();
-
-    EXPECT_EQ(GetFocus(), windowOf(form.txtName));
 }
 
 TEST_F(FaceTest, NoControlIsCutOffOrLiesOverAnother) {
@@ -171,50 +116,6 @@ TEST_F(FaceTest, ALabelTakesTheColourOfItsText) {
 TEST(TextColourTest, BlackIsTheUsersOwnColour) {
     EXPECT_EQ(face::textColour({}, RGB(255, 255, 255), false), GetSysColor(COLOR_WINDOWTEXT));
     EXPECT_EQ(face::textColour({192, 0, 10}, RGB(255, 255, 255), false), RGB(192, 0, 10));
-}
-
-TEST(TextColourTest, OnADarkGroundAColourIsMadeLighter) {
-    const COLORREF shown = face::textColour({192, 0, 0}, RGB(0, 0, 0), false);
-
-    EXPECT_GE(face::contrastRatio({GetRValue(shown), GetGValue(shown), GetBValue(shown)}, {}), 4.5);
-}
-
-/// The system's colour of windows, for its own lifetime.
-class GroundColour {
-public:
-    explicit GroundColour(COLORREF colour) { set(colour); }
-    ~GroundColour() { set(before_); }
-    GroundColour(const GroundColour&) = delete;
-    GroundColour& operator=(const GroundColour&) = delete;
-
-private:
-    static void set(COLORREF colour) {
-        const int element = COLOR_3DFACE;
-        SetSysColors(1, &element, &colour);
-    }
-    COLORREF before_ = GetSysColor(COLOR_3DFACE);
-};
-
-TEST_F(FaceTest, ARedTextCanBeReadOnADarkWindow) {
-    const GroundColour dark(RGB(32, 32, 32));
-    form.lblPlain.setForeColour({192, 0, 0});
-    show();
-    const HWND label = windowOf(form.lblPlain);
-    RedrawWindow(label, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
-
-    double best = 0;
-    RECT area{};
-    GetClientRect(label, &area);
-    const HDC context = GetDC(label);
-    for (int y = 0; y < area.bottom; ++y) {
-        for (int x = 0; x < area.right; ++x) {
-            const COLORREF pixel = GetPixel(context, x, y);
-            const Colour colour{GetRValue(pixel), GetGValue(pixel), GetBValue(pixel)};
-            best = std::max(best, face::contrastRatio(colour, {32, 32, 32}));
-        }
-    }
-    ReleaseDC(label, context);
-    EXPECT_GE(best, 4.5);
 }
 
 TEST(TextColourTest, WithStrongContrastEveryTextHasTheUsersColour) {

@@ -22,4 +22,20 @@ private:
     std::array<COLORREF, 2> before_{GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_WINDOWTEXT)};
 };
 
+/// The system's colour of what windows stand on, for a while.
+class GroundColour {
+public:
+    explicit GroundColour(COLORREF colour) { set(colour); }
+    ~GroundColour() { set(before_); }
+    GroundColour(const GroundColour&) = delete;
+    GroundColour& operator=(const GroundColour&) = delete;
+
+private:
+    static void set(COLORREF colour) {
+        const INT element = COLOR_3DFACE;
+        SetSysColors(1, &element, &colour);
+    }
+    COLORREF before_ = GetSysColor(COLOR_3DFACE);
+};
+
 } // namespace tarvik

@@ -155,20 +155,6 @@ TEST_F(TextFieldTest, AKeyThatRemovesALetterIsToldWhileTheLetterIsThere) {
     EXPECT_EQ(seen, (std::vector<std::string>{"KeyDown first", "Change irst"}));
 }
 
-TEST_F(TextFieldTest, WhatIsSelectedOnComingByMouseStaysSelected) {
-    fields.txtField.GotFocus.connect([this] { fields.txtField.select(0, 5); });
-    ASSERT_NO_FATAL_FAILURE(showFields());
-    const HWND field = windowOf(fields.txtField);
-
-    // The press brings the focus first and moves the insertion point then.
-    SetFocus(field);
-    SendMessageA(field, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
-    SendMessageA(field, WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
-    settle();
-
-    EXPECT_EQ(selectedIn(field), (Selected{0, 5}));
-}
-
 TEST_F(TextFieldTest, TypingGoesOnBehindATextThatTheProgramPutIn) {
     ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtField));
 
@@ -224,39 +210,6 @@ TEST_F(TextFieldTest, WhileACallBlocksAFieldTellsNothing) {
 
     EXPECT_TRUE(seen.empty());
     EXPECT_EQ(textOf(field), "first");
-}
-
-TEST_F(TextFieldTest, TheWindowOutlivesAKeyGoingDownThatWithdrawsTheForm) {
-    ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtField));
-    const HWND field = GetFocus();
-    bool thereInHandler = false;
-    fields.txtField.KeyDown.connect([&] {
-        fields.unload();
-        thereInHandler = IsWindow(field) != FALSE;
-    });
-
-    PostMessageA(field, WM_KEYDOWN, VK_DELETE, 1);
-    settle();
-
-    EXPECT_TRUE(thereInHandler);
-    EXPECT_FALSE(IsWindow(field));
-    EXPECT_EQ(fields.txtField.text(), "first");
-}
-
-TEST_F(TextFieldTest, TheWindowOutlivesAKeyComingUpThatWithdrawsTheForm) {
-    ASSERT_NO_FATAL_FAILURE(showWithFocusIn(fields.txtField));
-    const HWND field = GetFocus();
-    bool thereInHandler = false;
-    fields.txtField.KeyUp.connect([&] {
-        fields.unload();
-        thereInHandler = IsWindow(field) != FALSE;
-    });
-
-    PostMessageA(field, WM_KEYUP, VK_DELETE, 1);
-    settle();
-
-    EXPECT_TRUE(thereInHandler);
-    EXPECT_FALSE(IsWindow(field));
 }
 
 TEST_F(TextFieldTest, OnlyALabelOfOneLineStandsInTheMiddleOfItsHeight) {

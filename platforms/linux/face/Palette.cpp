@@ -18,10 +18,6 @@ QPalette applicationPalette() {
     return QGuiApplication::palette();
 }
 
-double contrastRatio(const QColor& a, const QColor& b) {
-    return contrastRatio(colourOf(a), colourOf(b));
-}
-
 QColor readableColour(const Colour& colour, const QPalette& palette) {
     if (colour == Colour{}) {
         return palette.color(QPalette::WindowText);

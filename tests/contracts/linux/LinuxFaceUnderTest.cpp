@@ -17,6 +17,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QProgressBar>
 #include <QTableView>
 #include <QTest>
@@ -40,6 +41,10 @@ Qt::Key keyOf(FaceKey key) {
         return Qt::Key_Return;
     case FaceKey::Escape:
         return Qt::Key_Escape;
+    case FaceKey::Tab:
+        return Qt::Key_Tab;
+    case FaceKey::Delete:
+        return Qt::Key_Delete;
     case FaceKey::Left:
         return Qt::Key_Left;
     case FaceKey::Right:
@@ -119,6 +124,18 @@ public:
     bool isSeen(const Form& form) const override { return windowOf(form)->isVisible(); }
     bool isMinimised(const Form& form) const override { return windowOf(form)->isMinimized(); }
     void pressCloseBox(const Form& form) override { windowOf(form)->close(); }
+    void minimiseByHand(Form& form) override {
+        windowOf(form)->showMinimized();
+        // Another window is the active one then.
+        elsewhere_ = std::make_unique<QWidget>();
+        elsewhere_->show();
+        activate(*elsewhere_);
+    }
+    void restoreByHand(Form& form) override {
+        windowOf(form)->showNormal();
+        activate(*windowOf(form));
+        elsewhere_.reset();
+    }
     std::vector<std::string> tabOrder(const Form& form, int count) const override {
         std::vector<std::string> names;
         const Control& first = **std::find_if(
@@ -132,6 +149,15 @@ public:
             }
         }
         return names;
+    }
+    std::string focused(const Form& form) const override {
+        const QWidget* there = QApplication::focusWidget();
+        return there == nullptr || there->window() != windowOf(form)
+                   ? std::string()
+                   : there->objectName().toStdString();
+    }
+    void pressMnemonic(Form& form, char letter) override {
+        QTest::keyClick(windowOf(form)->focusWidget(), letter, Qt::AltModifier);
     }
 
     std::string marked(const Control& control) const override {
@@ -177,7 +203,11 @@ public:
     void press(Control& control, FaceKey key) override {
         QWidget& target = theWidgetOf<QWidget>(control);
         target.setFocus();
-        QTest::keyClick(target.window()->windowHandle(), keyOf(key));
+        const QPointer<QWindow> window = target.window()->windowHandle();
+        QTest::keyPress(window, keyOf(key));
+        if (window != nullptr) { // the key may have ended its form
+            QTest::keyRelease(window, keyOf(key));
+        }
     }
     void enter(TextBox& field, char text) override {
         emit theWidgetOf<QLineEdit>(field).textEdited(QString(QLatin1Char(text)));
@@ -192,9 +222,15 @@ public:
             QCoreApplication::sendEvent(&edit, &come);
             return;
         }
-        edit.window()->activateWindow();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return edit.isActiveWindow(); }, 10'000));
+        activate(*edit.window());
         edit.setFocus(Qt::TabFocusReason);
+        EXPECT_TRUE(edit.hasFocus());
+    }
+    void clickInto(TextBox& field) override {
+        const auto& edit = theWidgetOf<QLineEdit>(field);
+        activate(*edit.window());
+        QTest::mouseClick(edit.window()->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                          edit.mapTo(edit.window(), QPoint(3, edit.height() / 2)));
         EXPECT_TRUE(edit.hasFocus());
     }
     void type(TextBox& field, char letter) override {
@@ -271,6 +307,10 @@ public:
     }
 
 private:
+    static void activate(QWidget& window) {
+        window.activateWindow();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return window.isActiveWindow(); }, 10'000));
+    }
     static QTableView& table(const ListView& list) { return theWidgetOf<QTableView>(list); }
     static QPoint placeOf(const ListView& list, int row) {
         const QTableView& shownTable = table(list);
@@ -280,6 +320,7 @@ private:
 
     QtMachine machine_;
     QTimer watch_;
+    std::unique_ptr<QWidget> elsewhere_;
 };
 
 } // namespace

@@ -8,6 +8,8 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QMouseEvent>
+#include <QPalette>
+#include <QPointer>
 #include <QScreen>
 #include <QSemaphore>
 #include <QTest>
@@ -21,6 +23,10 @@ namespace tarvik {
 
 Pixels pixelsOf(const Chart& chart) {
     return pixelsOf(theWidget(chart.name()).grab().toImage());
+}
+
+Pixels pixelsOf(const Control& control) {
+    return pixelsOf(theWidgetOf(control).grab().toImage());
 }
 
 void movePointer(const Chart& chart, int x) {
@@ -91,7 +97,7 @@ bool showsWholeText(const TextBox& field) {
 }
 
 int paintedLines(const Label& label) {
-    return linesIn(pixelsOf(theWidgetOf(label).grab().toImage()));
+    return linesIn(pixelsOf(label));
 }
 
 std::shared_ptr<void> otherColours(const Form& form, const Colour& ground, const Colour& text) {
@@ -102,6 +108,18 @@ std::shared_ptr<void> otherColours(const Form& form, const Colour& ground, const
     QWidget& window = theWindowOf(form);
     window.setPalette(palette);
     return {&window, [](QWidget* shown) { shown->setPalette(QPalette()); }};
+}
+
+std::shared_ptr<void> otherGround(const Colour& ground) {
+    const auto before = std::make_shared<QPalette>(QApplication::palette());
+    QPalette palette = *before;
+    palette.setColor(QPalette::Window, QColor(ground.red, ground.green, ground.blue));
+    QApplication::setPalette(palette);
+    return {before.get(), [before](QPalette* usual) { QApplication::setPalette(*usual); }};
+}
+
+std::function<bool()> presenceOf(const Control& control) {
+    return [widget = QPointer<QWidget>(&theWidgetOf(control))] { return !widget.isNull(); };
 }
 
 bool clickDuringCall(const Control& button) {

@@ -5,6 +5,7 @@
 #include "support/Pixels.h"
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,6 +16,7 @@ namespace tarvik {
 // widgets are those of the face under test.
 
 Pixels pixelsOf(const Chart& chart);
+Pixels pixelsOf(const Control& control);
 void movePointer(const Chart& chart, int x);
 void takePointerAway(const Chart& chart);
 void giveFocus(const Control& control);
@@ -35,6 +37,10 @@ bool showsWholeText(const TextBox& field);
 int paintedLines(const Label& label);
 /// Windows have other colours of ground and text as long as what is returned lives.
 std::shared_ptr<void> otherColours(const Form& form, const Colour& ground, const Colour& text);
+/// Windows have another ground as long as what is returned lives.
+std::shared_ptr<void> otherGround(const Colour& ground);
+/// Tells, whenever it is asked, whether the widget is there that shows the control now.
+std::function<bool()> presenceOf(const Control& control);
 /// Clicks on a button and presses it by the keyboard, from the thread of a blocking call; whether
 /// the pointer shows meanwhile that the program waits.
 bool clickDuringCall(const Control& button);

@@ -68,6 +68,8 @@ public:
     void pressCloseBox(const Form& form) override {
         desktop_.form(form.name())->unload(UnloadMode::FormControlMenu);
     }
+    void minimiseByHand(Form& form) override { form.setMinimised(true); }
+    void restoreByHand(Form& form) override { form.setMinimised(false); }
     std::vector<std::string> tabOrder(const Form& form, int count) const override {
         std::vector<std::string> names;
         for (const Control* control : controlsInOrder(*form.layout())) {
@@ -79,6 +81,21 @@ public:
         }
         names.resize(static_cast<std::size_t>(count));
         return names;
+    }
+    std::string focused(const Form& form) const override {
+        const Control* there = focus_ != nullptr ? focus_ : form.initialFocus();
+        return there == nullptr ? tabOrder(form, 1).front() : there->name();
+    }
+    void pressMnemonic(Form& form, char letter) override {
+        for (const Control* control : form.controls()) {
+            if (control->kind() != ControlKind::Label) {
+                continue;
+            }
+            const auto& label = static_cast<const Label&>(*control);
+            if (label.mnemonic() == letter - 'a' + 'A') {
+                focus_ = label.labelled();
+            }
+        }
     }
 
     std::string marked(const Control& control) const override {
@@ -123,11 +140,14 @@ public:
         }
     }
     void press(Control& control, FaceKey key) override {
+        focus_ = &control;
         if (control.kind() == ControlKind::Chart && goesOn(static_cast<Chart&>(control), key)) {
             return;
         }
         Form& form = formOf(control);
-        if (control.kind() == ControlKind::ListView && key == FaceKey::Enter) {
+        if (key == FaceKey::Tab) {
+            focus_ = behind(control);
+        } else if (control.kind() == ControlKind::ListView && key == FaceKey::Enter) {
             static_cast<ListView&>(control).DblClick.raise();
         } else if (key == FaceKey::Enter && form.defaultButton() != nullptr) {
             form.defaultButton()->press();
@@ -141,7 +161,13 @@ public:
     void choose(ComboBox& list, int entry) override { list.setListIndex(entry); }
     void goInto(TextBox& field) override {
         if (desktop_.takesInput()) {
+            focus_ = &field;
             field.GotFocus.raise();
+        }
+    }
+    void clickInto(TextBox& field) override {
+        if (focus_ != &field) {
+            goInto(field);
         }
     }
     void type(TextBox& field, char letter) override {
@@ -230,6 +256,17 @@ private:
     }
     Form& formOf(const Control& control) const { return *desktop_.form(control.list().name()); }
 
+    /// What the Tab key leads to.
+    const Control* behind(const Control& control) const {
+        const Form& form = formOf(control);
+        const std::vector<std::string> names =
+            tabOrder(form, static_cast<int>(form.controls().size()));
+        const auto next = std::next(std::find(names.begin(), names.end(), control.name()));
+        const auto found = std::find_if(form.controls().begin(), form.controls().end(),
+                                        [&](const Control* one) { return one->name() == *next; });
+        return found == form.controls().end() ? nullptr : *found;
+    }
+
     static bool goesOn(Chart& chart, FaceKey key) {
         using face::ReadingStep;
         switch (key) {
@@ -258,6 +295,7 @@ private:
 
     ScriptedDesktop desktop_;
     std::optional<Selection> byHand_;
+    const Control* focus_ = nullptr; ///< null for the one that has it first
 };
 
 } // namespace

@@ -22,6 +22,10 @@ WPARAM codeOf(FaceKey key) {
         return VK_RETURN;
     case FaceKey::Escape:
         return VK_ESCAPE;
+    case FaceKey::Tab:
+        return VK_TAB;
+    case FaceKey::Delete:
+        return VK_DELETE;
     case FaceKey::Left:
         return VK_LEFT;
     case FaceKey::Right:
@@ -125,6 +129,14 @@ public:
     void pressCloseBox(const Form& form) override {
         SendMessageA(windowOf(form), WM_SYSCOMMAND, SC_CLOSE, 0);
     }
+    void minimiseByHand(Form& form) override {
+        ShowWindow(windowOf(form), SW_MINIMIZE);
+        settle();
+    }
+    void restoreByHand(Form& form) override {
+        ShowWindow(windowOf(form), SW_RESTORE);
+        settle();
+    }
     std::vector<std::string> tabOrder(const Form& form, int count) const override {
         std::vector<std::string> names;
         HWND next = nullptr;
@@ -134,6 +146,17 @@ public:
             names.push_back(control == nullptr ? "" : control->name());
         }
         return names;
+    }
+    std::string focused(const Form& form) const override {
+        const HWND there = GetFocus();
+        const Control* control =
+            GetParent(there) == nullptr ? nullptr : face::controlWithId(form, GetDlgCtrlID(there));
+        return control == nullptr || windowOf(*control) != there ? "" : control->name();
+    }
+    void pressMnemonic(Form&, char letter) override {
+        constexpr LPARAM withAlt = 1 << 29;
+        PostMessageA(GetFocus(), WM_SYSCHAR, static_cast<WPARAM>(letter), withAlt);
+        settle();
     }
 
     std::string marked(const Control& control) const override { return textOf(windowOf(control)); }
@@ -199,6 +222,14 @@ public:
         if (GetFocus() != windowOf(field)) {
             SendMessageA(windowOf(field), WM_SETFOCUS, 0, 0);
         }
+    }
+    /// The press brings the focus first and moves the insertion point then.
+    void clickInto(TextBox& field) override {
+        const HWND edit = windowOf(field);
+        SetFocus(edit);
+        SendMessageA(edit, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
+        SendMessageA(edit, WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
+        settle();
     }
     void type(TextBox& field, char letter) override {
         constexpr LPARAM comesUp = 0xC0000001;

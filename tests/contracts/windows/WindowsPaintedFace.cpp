@@ -24,6 +24,17 @@ Pixels pixelsOf(const Chart& chart) {
     return sheet.pixels();
 }
 
+Pixels pixelsOf(const Control& control) {
+    const HWND window = windowOf(control);
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
+    const SIZE size = innerSizeOf(control);
+    const MemorySheet sheet(size.cx, size.cy);
+    const HDC context = GetDC(window);
+    BitBlt(sheet.context(), 0, 0, size.cx, size.cy, context, 0, 0, SRCCOPY);
+    ReleaseDC(window, context);
+    return sheet.pixels();
+}
+
 void movePointer(const Chart& chart, int x) {
     SendMessageA(windowOf(chart), WM_MOUSEMOVE, 0, MAKELPARAM(x, innerSizeOf(chart).cy / 2));
 }
@@ -90,14 +101,7 @@ bool showsWholeText(const TextBox& field) {
 }
 
 int paintedLines(const Label& label) {
-    const HWND window = windowOf(label);
-    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
-    const SIZE size = innerSizeOf(label);
-    const MemorySheet sheet(size.cx, size.cy);
-    const HDC context = GetDC(window);
-    BitBlt(sheet.context(), 0, 0, size.cx, size.cy, context, 0, 0, SRCCOPY);
-    ReleaseDC(window, context);
-    return linesIn(sheet.pixels());
+    return linesIn(pixelsOf(label));
 }
 
 std::shared_ptr<void> otherColours(const Form& form, const Colour& ground, const Colour& text) {
@@ -105,6 +109,14 @@ std::shared_ptr<void> otherColours(const Form& form, const Colour& ground, const
     auto colours = std::make_shared<SystemColours>(systems(ground), systems(text));
     SendMessageA(windowOf(form), WM_SYSCOLORCHANGE, 0, 0);
     return colours;
+}
+
+std::shared_ptr<void> otherGround(const Colour& ground) {
+    return std::make_shared<GroundColour>(RGB(ground.red, ground.green, ground.blue));
+}
+
+std::function<bool()> presenceOf(const Control& control) {
+    return [window = windowOf(control)] { return IsWindow(window) != FALSE; };
 }
 
 bool clickDuringCall(const Control& button) {

@@ -140,29 +140,6 @@ TEST_F(SimulatedLinkTest, AnUpLineIsInTheConnectedState) {
     EXPECT_EQ(status.rasconnstate, 8192U);
 }
 
-TEST_F(SimulatedLinkTest, RecordsOfAnotherSizeAreRefused) {
-    const std::uint32_t handle = connect(dsl);
-    RASCONNA connection{};
-    connection.dwSize = 411;
-    std::uint32_t bytes = RASCONNA::size;
-    std::uint32_t count = 0;
-    RASCONNSTATUSA status{};
-    status.dwSize = 161;
-    RAS_STATS statistics{};
-    statistics.dwSize = 64;
-    RASDIALPARAMSA parameters = parametersFor(dsl);
-    parameters.dwSize = 1060;
-    RASDIALEXTENSIONS extensions{20, 0, 0, 0};
-    bool found = false;
-    std::uint32_t other = 0;
-
-    EXPECT_EQ(link.RasEnumConnectionsA(&connection, &bytes, &count), 632U);
-    EXPECT_EQ(link.RasGetConnectStatusA(handle, &status), 632U);
-    EXPECT_EQ(link.RasGetConnectionStatistics(handle, &statistics), 632U);
-    EXPECT_EQ(link.RasGetEntryDialParamsA(nullptr, &parameters, &found), 632U);
-    EXPECT_EQ(link.RasDialA(&extensions, nullptr, &parameters, 0, nullptr, &other), 632U);
-}
-
 TEST_F(SimulatedLinkTest, TheStoredUserNameIsFilledIn) {
     RASDIALPARAMSA parameters = parametersFor(modem);
     bool found = false;
