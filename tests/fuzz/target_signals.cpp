@@ -122,6 +122,8 @@ void readAnyMessage(Input& input) {
     }
     message.seal();
     message.rewind(true);
+    NetworkNews news;
+    require(!news.take(message) && news == NetworkNews(), "what has no sender is not believed");
     const BusSignal signal = readSignal(message);
     require(signal.sender.empty() && signal.path.empty(), "what has no sender is of nobody");
     require(signal.values == wanted,

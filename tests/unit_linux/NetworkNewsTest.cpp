@@ -3,6 +3,15 @@
 #include "linux/network/BusSignal.h"
 
 #include <gtest/gtest.h>
+#include <sdbus-c++/sdbus-c++.h>
+
+namespace sdbus {
+
+/// A message that belongs to no bus. The library has it for values of any type, and declares it
+/// nowhere.
+PlainMessage createPlainMessage();
+
+} // namespace sdbus
 
 namespace tarvik {
 namespace {
@@ -42,6 +51,16 @@ protected:
 
     NetworkNews news;
 };
+
+TEST_F(NetworkNewsTest, ASignalWithoutASenderIsNobodys) {
+    sdbus::PlainMessage message = sdbus::createPlainMessage();
+    message.seal();
+    const NetworkNews before = news;
+
+    EXPECT_FALSE(news.take(message));
+
+    EXPECT_TRUE(news == before);
+}
 
 TEST_F(NetworkNewsTest, TheBusTellsWhoTheServiceIs) {
     news.take(ofOwner(bus::service, {network::service, ownerName, std::string()}));

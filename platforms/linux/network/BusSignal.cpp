@@ -1,8 +1,8 @@
 #include "linux/network/BusSignal.h"
 
-#include <sdbus-c++/sdbus-c++.h>
+#include "linux/services/BusHeader.h"
 
-#include <stdexcept>
+#include <sdbus-c++/sdbus-c++.h>
 
 namespace tarvik {
 
@@ -15,15 +15,6 @@ Value next(sdbus::Message& message) {
     Value value;
     message >> value;
     return value;
-}
-
-/// A text from a message's header; "" where there is none, of which the library would make a text.
-std::string header(const sdbus::Message& message, std::string (sdbus::Message::*read)() const) {
-    try {
-        return (message.*read)();
-    } catch (const std::logic_error&) {
-        return {};
-    }
 }
 
 /// Whether there was one more.
@@ -46,10 +37,10 @@ bool readValue(sdbus::Message& message, std::vector<BusSignal::Value>& values) {
 } // namespace
 
 BusSignal readSignal(sdbus::Message& message) {
-    BusSignal signal{.sender = header(message, &sdbus::Message::getSender),
-                     .path = header(message, &sdbus::Message::getPath),
-                     .interface = header(message, &sdbus::Message::getInterfaceName),
-                     .member = header(message, &sdbus::Message::getMemberName),
+    BusSignal signal{.sender = headerOf(message, &sdbus::Message::getSender),
+                     .path = headerOf(message, &sdbus::Message::getPath),
+                     .interface = headerOf(message, &sdbus::Message::getInterfaceName),
+                     .member = headerOf(message, &sdbus::Message::getMemberName),
                      .values = {}};
     try {
         while (signal.values.size() < mostValues && readValue(message, signal.values)) {

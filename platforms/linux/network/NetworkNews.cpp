@@ -2,6 +2,7 @@
 
 #include "linux/network/BusReplies.h"
 #include "linux/network/BusSignal.h"
+#include "linux/services/BusHeader.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -60,6 +61,14 @@ void NetworkNews::take(const BusSignal& signal) {
                has<std::string>(signal, 3) && begins(signal, nm::service)) {
         takeOwner(std::get<std::string>(signal.values[2]));
     }
+}
+
+bool NetworkNews::take(sdbus::Message& message) {
+    const bool believed = believes(headerOf(message, &sdbus::Message::getSender));
+    if (believed) {
+        take(readSignal(message));
+    }
+    return believed;
 }
 
 void NetworkNews::takeOfService(const BusSignal& signal) {

@@ -5,6 +5,10 @@
 #include <optional>
 #include <string>
 
+namespace sdbus {
+class Message;
+} // namespace sdbus
+
 namespace tarvik {
 
 struct BusSignal;
@@ -19,6 +23,9 @@ public:
     /// Who owns NetworkManager's name, as the bus answers; empty for nobody.
     void takeOwner(const std::string& owner);
     void take(const BusSignal& signal);
+    /// The same for a signal as it comes. False, its contents unseen, where the sender is not
+    /// believed: they may be large.
+    bool take(sdbus::Message& message);
     /// Whether signals of that sender are believed at all.
     bool believes(const std::string& sender) const;
     /// Signals may have been missed.

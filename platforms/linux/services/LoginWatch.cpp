@@ -1,5 +1,6 @@
 #include "linux/services/LoginWatch.h"
 
+#include "linux/services/BusHeader.h"
 #include "linux/services/FileDescriptor.h"
 
 #include <sdbus-c++/sdbus-c++.h>
@@ -204,8 +205,8 @@ private:
     /// cannot be read is dropped.
     void onSignal(sdbus::Message& message) {
         try {
-            const std::string sender = message.getSender();
-            const std::string member = message.getMemberName();
+            const std::string sender = headerOf(message, &sdbus::Message::getSender);
+            const std::string member = headerOf(message, &sdbus::Message::getMemberName);
             believed_ = sender == busName || (!owner_.empty() && sender == owner_);
             if (sender == busName && member == "NameOwnerChanged") {
                 onOwner(message);
