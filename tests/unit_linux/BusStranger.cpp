@@ -11,6 +11,8 @@ namespace {
 
 const std::string busName = "org.freedesktop.DBus";
 constexpr uid_t anotherUser = 65534;
+constexpr int mostAtOnce = 200; // more of them do not fit into the library's own queue
+constexpr std::size_t mostBytesAtOnce = 4'000'000;
 
 /// The bus knows a program by the user who connects, and the system knows users by thread.
 void becomeAnother() {
@@ -52,8 +54,18 @@ std::vector<std::string> BusStranger::others() const {
     return names;
 }
 
+void BusStranger::spare(const std::string& service) {
+    std::string owner;
+    theBus(*bus_)
+        ->callMethod("GetNameOwner")
+        .onInterface(busName)
+        .withArguments(service)
+        .storeResultsTo(owner);
+    spared_.push_back(owner);
+}
+
 void BusStranger::flood(int count) {
-    flood(count, [](sdbus::IObject& object) {
+    flood(count, mostAtOnce, [](sdbus::IObject& object) {
         sdbus::Signal signal =
             object.createSignal("org.freedesktop.NetworkManager.Connection.Active", "StateChanged");
         signal << std::uint32_t{4} << std::uint32_t{9};
@@ -61,17 +73,18 @@ void BusStranger::flood(int count) {
     });
 }
 
-void BusStranger::floodUnheard(int count) {
-    const std::string large(10'000, 'x');
-    flood(count, [&](sdbus::IObject& object) {
+void BusStranger::floodUnheard(int count, std::size_t bytes) {
+    const std::string large(bytes, 'x');
+    const auto atOnce = static_cast<int>(mostBytesAtOnce / bytes);
+    flood(count, std::min(mostAtOnce, atOnce), [&](sdbus::IObject& object) {
         sdbus::Signal signal = object.createSignal("org.example.Stranger", "Something");
         signal << large;
         return signal;
     });
 }
 
-void BusStranger::flood(int count, const std::function<sdbus::Signal(sdbus::IObject&)>& make) {
-    constexpr int atOnce = 200; // more of them do not fit into the library's own queue
+void BusStranger::flood(int count, int atOnce,
+                        const std::function<sdbus::Signal(sdbus::IObject&)>& make) {
     const std::vector<std::string> targets = others();
     const auto object = sdbus::createObject(*bus_, "/org/freedesktop/NetworkManager/Flood");
     for (int i = 0; i < count; ++i) {

@@ -3,6 +3,7 @@
 #include <sdbus-c++/sdbus-c++.h>
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -38,18 +39,20 @@ public:
     }
 
     /// Sends so many signals to each other program: of the kind that is looked at closest, or of
-    /// one that nobody listens to.
+    /// one that nobody listens to, with so many bytes in it.
     void flood(int count);
-    void floodUnheard(int count);
+    void floodUnheard(int count, std::size_t bytes = 10'000);
 
     /// The names of all other programs, without those that are spared.
     std::vector<std::string> others() const;
 
     /// Nothing more is sent to those that are there now.
     void spareOthers() { spared_ = others(); }
+    /// The same for the owner of that name.
+    void spare(const std::string& service);
 
 private:
-    void flood(int count, const std::function<sdbus::Signal(sdbus::IObject&)>& make);
+    void flood(int count, int atOnce, const std::function<sdbus::Signal(sdbus::IObject&)>& make);
 
     std::unique_ptr<sdbus::IConnection> bus_;
     std::vector<std::string> spared_;

@@ -106,6 +106,52 @@ TEST_F(NetworkFloodTest, LooksInAFloodThatDoesNotEndTakeLittleTimeTogether) {
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(3));
 }
 
+/// Large signals, of which the socket holds few at a time while the bus keeps the others.
+struct LargeFlood {
+    const char* name;
+    std::size_t bytes;
+    int count; ///< of one burst
+};
+
+/// The window looks once a second, and no more: each look takes some of what waits away.
+class LargeFloodTest : public NetworkFloodTest, public testing::WithParamInterface<LargeFlood> {
+protected:
+    LargeFloodTest() { stranger.spare(network::service); }
+
+    void send() { stranger.floodUnheard(GetParam().count, GetParam().bytes); }
+
+    /// Who reads one filling of the socket with each look, 219 KB, needs more than 50 of them.
+    void expectThatANewLineIsSeenSoon() {
+        service.addLine(service.addProfile("second", "gsm"), activated,
+                        {sdbus::ObjectPath(service.addDevice("wwan0"))});
+        int looks = 1;
+        while (lines().size() < 2 && looks < 15) {
+            std::this_thread::sleep_for(std::chrono::seconds(1));
+            ++looks;
+        }
+        EXPECT_LT(looks, 15);
+    }
+};
+
+TEST_P(LargeFloodTest, ALineThatComesUpBehindABurstIsSeenSoon) {
+    send();
+
+    expectThatANewLineIsSeenSoon();
+}
+
+TEST_P(LargeFloodTest, ALineThatComesUpInAFloodThatDoesNotEndIsSeenSoon) {
+    const Sending sending([this] { send(); });
+    ASSERT_EQ(lines().size(), 1U);
+
+    expectThatANewLineIsSeenSoon();
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, LargeFloodTest,
+                         testing::Values(LargeFlood{"SignalsOf30KB", 30'000, 400},
+                                         LargeFlood{"SignalsOf100KB", 100'000, 120},
+                                         LargeFlood{"SignalsOf2MB", 2'000'000, 20}),
+                         [](const auto& flood) { return std::string(flood.param.name); });
+
 TEST_F(NetworkFloodTest, WithoutRoomForAThreadTheBusIsTakenForNone) {
     NetworkBus bus;
     {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <exception>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -25,9 +26,14 @@ constexpr std::chrono::milliseconds longestOfBusyBus{850};
 /// Whatever has come is handled in less time: NetworkManager sends a few signals in a second, and
 /// one takes 10 to 30 microseconds.
 constexpr std::chrono::milliseconds longestPump{25};
-/// No other program has a reason to send any. The socket holds some 150 small ones, and the bus
-/// keeps 127 MiB behind them: how much that is does not show, and an answer would come after it.
+/// No other program has a reason to send any. The socket holds some 150 small ones, or 130 KB of
+/// those that are so large that there are fewer than 20, and the bus keeps 127 MiB behind them: how
+/// much that is does not show, and an answer would come after it.
 constexpr int mostOfStrangers = 20;
+constexpr int mostBytesOfStrangers = 65'536;
+/// A new connection that greeted too late to be used at once has no more than NetworkManager tells
+/// within a second, or else the flood has found it.
+constexpr int mostBytesBeforeUse = 4'096;
 /// Whoever floods the bus finds the new name within milliseconds: where an answer does not come at
 /// once it does not come in two seconds either, and what is known has to do for a while. The window
 /// is to notice nothing of it, and two may look one after the other.
@@ -55,6 +61,12 @@ bool readIf(bool& stale, const Read& read) {
         }
         return false;
     }
+}
+
+/// How many bytes have come that the library has not read.
+int waitingBytes(const sdbus::IConnection& bus) {
+    int bytes = 0;
+    return ioctl(bus.getEventLoopPollData().fd, FIONREAD, &bytes) == 0 ? bytes : 0;
 }
 
 /// Has the bus pass on what `handle` is to see.
@@ -152,8 +164,14 @@ void NetworkBus::greet() {
 }
 
 /// Only the first look waits for the greeting, the later ones take what has come; in a flood each
-/// waits so long.
+/// waits so long. What greeted after that is left behind where the flood has found it, too.
 std::unique_ptr<sdbus::IConnection> NetworkBus::openBus(std::chrono::milliseconds inFlood) {
+    if (flooded_ && greeted()) {
+        auto bus = greetedBus();
+        if (waitingBytes(*bus) <= mostBytesBeforeUse) {
+            return bus;
+        }
+    }
     const bool isFirst = !connecting_.valid();
     if (isFirst) {
         greet();
@@ -168,6 +186,11 @@ std::unique_ptr<sdbus::IConnection> NetworkBus::openBus(std::chrono::millisecond
         }
         connecting_.wait_for(Patience::turn);
     }
+    return greetedBus();
+}
+
+/// The connection, or why there is none.
+std::unique_ptr<sdbus::IConnection> NetworkBus::greetedBus() {
     try {
         return connecting_.get();
     } catch (const sdbus::Error&) {
@@ -178,28 +201,37 @@ std::unique_ptr<sdbus::IConnection> NetworkBus::openBus(std::chrono::millisecond
 }
 
 void NetworkBus::onSignal(sdbus::Message& message) {
-    ++heard_;
     const std::uint64_t before = news_.starts();
-    ofStrangers_ += news_.take(message) ? 0 : 1;
+    believed_ = news_.take(message);
+    ofStrangers_ += believed_ ? 0 : 1;
     if (news_.starts() != before) {
         quietUntil_ = {};
     }
 }
 
 /// Handles what has come; false when there may be too much behind it. What nobody here has asked
-/// for is a stranger's, too: the library drops it unheard.
+/// for is a stranger's, too: the library drops it unheard. So is a message that has come in part,
+/// for all that shows: nothing of NetworkManager's is that large.
 bool NetworkBus::pump() {
     const auto end = Clock::now() + longestPump;
-    heard_ = 0;
-    int handled = 0;
-    while (bus_->processPendingRequest()) {
-        ++handled;
+    int strangers = std::exchange(ofStrangers_, 0);
+    int bytes = 0;
+    int waiting = waitingBytes(*bus_);
+    bool handled = true;
+    while (handled || waiting > 0) {
+        believed_ = false;
+        handled = bus_->processPendingRequest();
+        const int before = std::exchange(waiting, waitingBytes(*bus_));
+        if (!believed_) {
+            strangers += handled ? 1 : 0;
+            bytes += std::max(0, before - waiting); // the bus may have sent more meanwhile
+        }
         if (Clock::now() >= end) {
             return false;
         }
     }
-    const int unheard = std::max(0, handled - heard_);
-    return std::exchange(ofStrangers_, 0) + unheard <= mostOfStrangers;
+    ofStrangers_ = 0;
+    return strangers <= mostOfStrangers && bytes <= mostBytesOfStrangers;
 }
 
 /// Handles what has come. A flood of signals is left behind, as every answer would come after it:

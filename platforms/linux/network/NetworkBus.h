@@ -100,6 +100,7 @@ private:
     void learnOwner(Clock::time_point end);
     bool greeted() const;
     void greet();
+    std::unique_ptr<sdbus::IConnection> greetedBus();
     std::unique_ptr<sdbus::IConnection> openBus(std::chrono::milliseconds inFlood);
     void onSignal(sdbus::Message& message);
     bool pump();
@@ -117,8 +118,8 @@ private:
     NetworkNews news_;
     std::uint64_t knownSince_ = 0; ///< the start since which the connections were read
     std::uint64_t bookSince_ = 0;  ///< the one that the profiles are of
-    int heard_ = 0;                ///< signals that were asked for, since the last look began
-    int ofStrangers_ = 0;          ///< signals of others, since the ones before were handled
+    bool believed_ = false;        ///< what was handled last is a signal that may be believed
+    int ofStrangers_ = 0;          ///< signals of others, since the last look
     bool flooded_ = false;         ///< there were too many of them at the last look
     bool ownerStale_ = true;       ///< a change of owner may have been missed
     Clock::time_point restUntil_;  ///< no look before, in a flood
