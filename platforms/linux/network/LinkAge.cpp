@@ -13,6 +13,8 @@ namespace tarvik {
 namespace {
 
 constexpr std::uint64_t stampsPerSecond = 100;
+/// A list fails where an address comes or goes while it is made.
+constexpr int mostTries = 3;
 
 struct Request {
     nlmsghdr header{};
@@ -32,6 +34,28 @@ std::optional<std::uint32_t> stampOf(const nlmsghdr& answer, std::uint32_t index
     return message.ifa_index == index ? std::optional(info.cstamp) : std::nullopt;
 }
 
+/// The stamp of the interface's oldest address; nothing where it has none, or where the kernel's
+/// list stays incomplete: one that is left out may be the oldest.
+std::optional<std::uint32_t> oldestStamp(std::uint32_t index) {
+    for (int i = 0; i < mostTries; ++i) {
+        Request request;
+        request.header.nlmsg_len = sizeof request;
+        request.header.nlmsg_type = RTM_GETADDR;
+        request.header.nlmsg_flags = NLM_F_DUMP;
+        request.message.ifa_family = AF_UNSPEC;
+        std::optional<std::uint32_t> oldest;
+        const bool whole = RouteSocket().ask(request.header, [&](const nlmsghdr& answer) {
+            if (const auto stamp = stampOf(answer, index)) {
+                oldest = std::min(oldest.value_or(*stamp), *stamp);
+            }
+        });
+        if (whole) {
+            return oldest;
+        }
+    }
+    return std::nullopt;
+}
+
 std::uint64_t millisecondsSinceStart() {
     timespec now{};
     clock_gettime(CLOCK_MONOTONIC, &now);
@@ -42,17 +66,7 @@ std::uint64_t millisecondsSinceStart() {
 } // namespace
 
 std::optional<std::uint64_t> addressAge(std::uint32_t index) {
-    Request request;
-    request.header.nlmsg_len = sizeof request;
-    request.header.nlmsg_type = RTM_GETADDR;
-    request.header.nlmsg_flags = NLM_F_DUMP;
-    request.message.ifa_family = AF_UNSPEC;
-    std::optional<std::uint32_t> oldest;
-    RouteSocket().ask(request.header, [&](const nlmsghdr& answer) {
-        if (const auto stamp = stampOf(answer, index)) {
-            oldest = std::min(oldest.value_or(*stamp), *stamp);
-        }
-    });
+    const auto oldest = oldestStamp(index);
     if (!oldest) {
         return std::nullopt;
     }
