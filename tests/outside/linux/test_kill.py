@@ -60,6 +60,15 @@ class KillTest(ProgramTest):
             finally:
                 process.kill()
 
+    def kill_at(self, call):
+        """Once in a while a program is told to end so early that it makes a call less than when they
+        were counted: then the last one does not come."""
+        attempts = 3
+        for _ in range(attempts):
+            if self.run_with("kill %d" % call) == CUT:
+                return
+        self.fail("the program has ended before the call")
+
     def files(self):
         """What lies in the folder; a temporary file's name is left to chance."""
         return {
@@ -97,7 +106,7 @@ class KillTest(ProgramTest):
         states = []
         for call in range(1, len(calls) + 1):
             with self.subTest(call=call, name=calls[call - 1]):
-                self.assertEqual(self.run_with("kill %d" % call), CUT)
+                self.kill_at(call)
                 self.assert_whole(self.read_ini())
                 state = self.files()
                 self.assertLessEqual(set(state), {"Tarvik.ini", ".tarvik-.tmp"})
