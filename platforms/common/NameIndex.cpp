@@ -10,15 +10,28 @@ namespace tarvik {
 
 NameIndex::NameIndex(std::string_view text, std::vector<TextRange> names, const NameHash& hash)
     : hash_(hash), names_(std::move(names)), slots_(std::bit_ceil(2 * names_.size() + 1)) {
-    for (std::uint32_t number = 0; number < names_.size(); ++number) {
-        const std::string_view name = slice(text, names_[number]);
-        const std::uint32_t itsHash = hash_(name);
-        Slot& slot = slots_[slotOf(text, name, itsHash)];
-        if (slot.number == none) {
-            slot = {.hash = itsHash, .number = number};
-        } else {
-            allDiffer_ = false;
+    // The slots of a long index lie all over the memory: some are asked for at once, and come while
+    // the next names are worked on.
+    constexpr std::size_t atOnce = 32;
+    std::array<std::uint32_t, atOnce> hashes{};
+    for (std::size_t first = 0; first < names_.size(); first += atOnce) {
+        const std::size_t count = std::min(atOnce, names_.size() - first);
+        for (std::size_t i = 0; i < count; ++i) {
+            hashes[i] = hash_(slice(text, names_[first + i]));
+            __builtin_prefetch(&slots_[hashes[i] & (slots_.size() - 1)], 1);
         }
+        for (std::size_t i = 0; i < count; ++i) {
+            insert(text, static_cast<std::uint32_t>(first + i), hashes[i]);
+        }
+    }
+}
+
+void NameIndex::insert(std::string_view text, std::uint32_t number, std::uint32_t hash) {
+    Slot& slot = slots_[slotOf(text, slice(text, names_[number]), hash)];
+    if (slot.number == none) {
+        slot = {.hash = hash, .number = number};
+    } else {
+        allDiffer_ = false;
     }
 }
 

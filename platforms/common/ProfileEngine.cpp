@@ -65,17 +65,33 @@ std::uint64_t lengthOf(const std::vector<std::string_view>& pieces) {
         [](std::uint64_t sum, std::string_view piece) { return sum + piece.size(); });
 }
 
+/// Both characters of a CR LF are one, also where the text before ended with the first of them. Of
+/// so few bytes that their number fits into one: the compiler then takes many of them at once.
+std::uint8_t lineEndsIn(std::string_view few, char before) {
+    const auto isEnd = [](char character, char last) {
+        return character == '\r' || (character == '\n' && last != '\r');
+    };
+    std::uint8_t ends = isEnd(few.front(), before) ? 1 : 0;
+    for (std::size_t at = 1; at < few.size(); ++at) {
+        ends = static_cast<std::uint8_t>(ends + (isEnd(few[at], few[at - 1]) ? 1 : 0));
+    }
+    return ends;
+}
+
 /// Of a text in pieces.
 bool hasMoreLines(const std::vector<std::string_view>& pieces, std::uint64_t lines) {
     if (lengthOf(pieces) <= lines) {
         return false; // nearly all files
     }
+    constexpr std::size_t few = 128;
     std::uint64_t count = 0;
     char before = 0;
-    for (const std::string_view piece : pieces) {
-        for (const char character : piece) {
-            count += character == '\r' || (character == '\n' && before != '\r') ? 1 : 0;
-            before = character;
+    for (std::string_view piece : pieces) {
+        while (!piece.empty()) {
+            const std::string_view part = piece.substr(0, few);
+            count += lineEndsIn(part, before);
+            before = part.back();
+            piece.remove_prefix(part.size());
         }
     }
     return count > lines;

@@ -266,12 +266,14 @@ std::string toText(Currency value, const LocaleData& locale) {
     const auto bits = static_cast<std::uint64_t>(value.scaled());
     const std::uint64_t magnitude = negative ? 0 - bits : bits;
     constexpr auto scale = static_cast<std::uint64_t>(Currency::scale);
-    std::string text = negative ? "-" : "";
-    text += std::to_string(magnitude / scale);
-    std::string fraction = zeroPadded(static_cast<std::int64_t>(magnitude % scale), 4);
-    fraction.erase(fraction.find_last_not_of('0') + 1);
-    if (!fraction.empty()) {
-        text += locale.decimalSeparator + fraction;
+    std::string text = std::to_string(magnitude / scale);
+    if (negative) {
+        text.insert(0, 1, '-');
+    }
+    if (magnitude % scale != 0) { // bytes and milliseconds are whole
+        text += locale.decimalSeparator;
+        text += zeroPadded(static_cast<std::int64_t>(magnitude % scale), 4);
+        text.erase(text.find_last_not_of('0') + 1);
     }
     return text;
 }

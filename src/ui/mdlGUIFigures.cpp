@@ -68,14 +68,15 @@ double FinaliseTransfer(double Value, bool Current) {
 
 std::string FinaliseTime(Currency Duration) {
     return guarded("FinaliseTime", std::string(), [&](std::string& result) {
-        std::int64_t rest = Duration.integralPart();
-        const std::string milliseconds = zeroPadded(rest % 1000, 3);
-        rest /= 1000;
-        const std::string seconds = zeroPadded(rest % 60, 2);
-        rest /= 60;
-        const std::string minutes = zeroPadded(rest % 60, 2);
-        rest /= 60;
-        result = zeroPadded(rest, 2) + ":" + minutes + ":" + seconds + ":" + milliseconds;
+        const std::int64_t whole = Duration.integralPart();
+        const auto add = [&](std::int64_t part, int digits) {
+            result += ':';
+            result += zeroPadded(part, digits);
+        };
+        result = zeroPadded(whole / 3'600'000, 2);
+        add(whole / 60'000 % 60, 2);
+        add(whole / 1'000 % 60, 2);
+        add(whole % 1'000, 3);
     });
 }
 

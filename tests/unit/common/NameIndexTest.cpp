@@ -68,6 +68,21 @@ TEST(NameIndexTest, OfEqualNamesTheFirstIsFoundAlsoRightBeforeTheSecond) {
     EXPECT_EQ(names.find("twice"), 1U);
 }
 
+TEST(NameIndexTest, OfEqualNamesFarApartTheFirstIsFound) {
+    std::string text;
+    std::vector<TextRange> ranges;
+    for (int number = 0; number < 200; ++number) {
+        const auto begin = static_cast<std::uint32_t>(text.size());
+        text += "name" + std::to_string(number % 90);
+        ranges.push_back({begin, static_cast<std::uint32_t>(text.size())});
+    }
+    const NameIndex index(text, ranges);
+
+    for (std::uint32_t number = 0; number < 90; ++number) {
+        EXPECT_EQ(index.find(text, "NAME" + std::to_string(number)), number);
+    }
+}
+
 TEST(NameIndexTest, NamesThatDifferInCaseAreEqual) {
     const Names names{"first", "Twice", "other", "tWICE", "last"};
     EXPECT_EQ(names.find("other"), 2U);

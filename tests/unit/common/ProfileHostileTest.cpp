@@ -100,6 +100,17 @@ TEST_F(ProfileHostileTest, AFileOfTheMostLinesIsReadWhateverEndsThem) {
     }
 }
 
+TEST_F(ProfileHostileTest, ALineEndOfTwoCharactersIsOneWhereverItLies) {
+    for (std::size_t length = 0; length < 300; ++length) {
+        given("[a]\r\nx=1\r\n;" + std::string(length, '-') + "\r\n");
+        ProfileEngine exact(files, "\n", {}, 3);
+        ProfileEngine strict(files, "\n", {}, 2);
+
+        EXPECT_EQ(exact.GetPrivateProfileIntA("a", "x", 4, file), 1) << length;
+        EXPECT_EQ(strict.GetPrivateProfileIntA("a", "x", 4, file), 4) << length;
+    }
+}
+
 TEST_F(ProfileHostileTest, NothingIsWrittenThatWouldBeTooLongToBeReadAgain) {
     given("[a]\nx=1\n");
     ProfileEngine strict(files, "\n", {}, ProfileEngine::mostLines, 12);
