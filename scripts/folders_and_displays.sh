@@ -10,7 +10,7 @@ can_write() {
         [ -e "$folder" ] || [ ! -w . ] || continue
         foreign=$(find -H "$folder" ! -user "$user" ! -writable -print -quit 2>/dev/null) || true
         if [ -n "$foreign" ] && [ -w . ]; then
-            echo "$PWD/$folder belongs to $(stat -c %U "$foreign"), as after a run as another user. Type this and start again:" >&2
+            echo "$PWD/$folder belongs to $(stat -L -c %U "$foreign"), as after a run as another user. Type this and start again:" >&2
             by_root "chown -R $(id -un)" "$PWD/$folder" >&2
             return 1
         elif [ -n "$foreign" ] || [ ! -w "$folder" ]; then

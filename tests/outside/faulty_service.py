@@ -20,8 +20,10 @@ WATCHER = "org.kde.StatusNotifierWatcher"
 class FaultyService:
     """The service of that name until close(). Kinds: "mute" never answers; "slow" answers late;
     "nonsense" answers everything with numbers; "refusing" with errors, except that it never says
-    what it can do; "panel" is a watcher as it should be, until it is halted; "method" likewise an input
-    method, which takes no key."""
+    what it can do; "handleless" with a file that it does not send; "panel" is a watcher as it should be,
+    until it is halted; "method" likewise an input method, which takes no key; so are the "odd-method",
+    which answers nonsense to keys, and the "slow-method", which is late with them. An address makes it
+    a service of accessibility whose bus is there."""
 
     def __init__(self, address, kind, name=WATCHER):
         self.process = subprocess.Popen(
@@ -56,10 +58,14 @@ class FaultyService:
         stop(self.process)
 
 
+def is_late(method, kind):
+    return kind == "slow" or (kind, method) == ("slow-method", "ProcessKeyEvent")
+
+
 def answer(call, kind):
     """What a service of that kind says; None for nothing."""
     method = call.get_member()
-    if kind == "nonsense":
+    if kind == "nonsense" or (kind, method) == ("odd-method", "ProcessKeyEvent"):
         reply = Gio.DBusMessage.new_method_reply(call)
         reply.set_body(GLib.Variant("(ai)", ([1, 2],)))
     elif kind in ("slow", "refusing") and method != "Introspect":
@@ -70,7 +76,16 @@ def answer(call, kind):
         reply = Gio.DBusMessage.new_method_reply(call)
         if method == "Get":
             reply.set_body(GLib.Variant("(v)", (GLib.Variant("b", True),)))
-    elif kind == "method":
+    elif kind.startswith("unix:"):
+        reply = Gio.DBusMessage.new_method_reply(call)
+        if method == "Get":
+            reply.set_body(GLib.Variant("(v)", (GLib.Variant("b", True),)))
+        elif method == "GetAddress":
+            reply.set_body(GLib.Variant("(s)", (kind,)))
+    elif kind == "handleless":
+        reply = Gio.DBusMessage.new_method_reply(call)
+        reply.set_body(GLib.Variant("(h)", (3,)))
+    elif kind.endswith("method"):
         reply = Gio.DBusMessage.new_method_reply(call)
         if method == "CreateInputContext":
             path = "/org/freedesktop/IBus/InputContext_1"
@@ -98,7 +113,7 @@ def serve(name, kind):
             reply = answer(message, kind)
             if reply is not None:
                 GLib.timeout_add(
-                    SLOWNESS if kind == "slow" else 0,
+                    SLOWNESS if is_late(message.get_member(), kind) else 0,
                     lambda: bool(connection.send_message(reply, Gio.DBusSendMessageFlags.NONE))
                     and False,
                 )

@@ -1,6 +1,7 @@
 """What the tests with services that fall silent share."""
 
 import contextlib
+import itertools
 import os
 import signal
 import socket
@@ -13,11 +14,14 @@ from gi.repository import GLib
 
 import selection_holder
 from bus_connection import bus_at
+from faulty_bus import OddBus, Way
 from faulty_service import FaultyService
 from processes import start, stop
+from session_manager import SessionManager
 from support import ProgramTest
 
 LONGEST_WAIT = 0.2  # seconds that the window may wait for anybody but its user
+PORTAL = "org.freedesktop.portal.Desktop"
 LONGEST = 5.0  # seconds for what takes a fraction of one, and takes 25 where it waits
 
 
@@ -56,6 +60,16 @@ def ibus_at(address, folder):
         "QT_IM_MODULE": "ibus", "IBUS_ADDRESS_FILE": str(told),
         "PATH": "%s:%s" % (folder, os.environ["PATH"]),
     }
+
+
+def path_of(address):
+    """Of the socket that a D-Bus address names."""
+    return address.partition("path=")[2].partition(",")[0]
+
+
+def session_manager_at(path):
+    """The address of one that listens there."""
+    return "unix/%s:%s" % (os.uname().nodename, path)
 
 
 class MuteSocket:
@@ -99,6 +113,8 @@ def hold_clipboard(test, environment, *text):
 
 
 class MuteServiceTest(ProgramTest):
+    numbers = itertools.count()
+
     @property
     def address(self):
         return self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"]
@@ -117,6 +133,26 @@ class MuteServiceTest(ProgramTest):
         self.addCleanup(service.close)
         return service
 
+    def way(self, path, delay=0.0):
+        """To a socket, until the end of the test."""
+        way = Way(self.folder / ("way-%d" % next(self.numbers)), path, delay)
+        self.addCleanup(way.close)
+        return way
+
+    def way_to_bus(self, address, delay=0.0):
+        return self.way(path_of(address), delay)
+
+    def odd_bus(self, greets):
+        """The address of a bus that talks nonsense, once it has greeted if it does."""
+        bus = OddBus(greets)
+        self.addCleanup(bus.close)
+        return bus.address
+
+    def session_manager(self):
+        manager = SessionManager(self.desktop.environment)
+        self.addCleanup(manager.close)
+        return manager
+
     def accessibility_address(self):
         """Of the bus of accessibility, which is started where it does not run."""
         bus = bus_at(self.address)
@@ -125,6 +161,12 @@ class MuteServiceTest(ProgramTest):
         )
         bus.close_sync(None)
         return answer.unpack()[0]
+
+    def bus_with_accessibility(self, address):
+        """The address of a session bus that tells of that bus of accessibility."""
+        own = self.another_bus()
+        self.faulty(address, own, "org.a11y.Bus")
+        return own
 
     def another_bus(self):
         """The address of a session bus on which nothing runs, until the end of the test."""

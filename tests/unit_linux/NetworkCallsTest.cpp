@@ -131,6 +131,71 @@ TEST_F(NetworkCallsTest, AnotherCallAfterTheServiceWasStartedAgainIsAnotherSessi
     EXPECT_EQ(received(onlyLine()), 900U);
 }
 
+/// NetworkManager takes long over its answers, and tells of another change with each.
+class SlowNetworkTest : public NetworkCallsTest {
+protected:
+    SlowNetworkTest() {
+        makeInterface("tun0", 7, 50, 60);
+        vpn = addVpn("office");
+        service.settle();
+        EXPECT_TRUE(bus.refresh());
+        service.onLook = [this] {
+            ++readings;
+            if (slow) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(300));
+                change();
+            }
+        };
+    }
+
+    void change() {
+        service.tell(network::managerPath, "org.freedesktop.DBus.Properties", "PropertiesChanged",
+                     network::service, std::map<std::string, sdbus::Variant>(),
+                     std::vector<std::string>{"ActiveConnections"});
+    }
+
+    /// The readings of so many looks, one right after the other, from a change on.
+    int readingsOf(int looks) {
+        change();
+        const int before = readings;
+        for (int look = 0; look < looks; ++look) {
+            service.settle();
+            EXPECT_TRUE(bus.refresh());
+        }
+        return readings - before;
+    }
+
+    std::atomic<bool> busy = false;
+    std::atomic<bool> slow = true;
+    std::atomic<int> readings = 0;
+    std::string vpn;
+    NetworkBus bus{[this] { return busy.load(); }};
+};
+
+TEST_F(SlowNetworkTest, AChangeThatIsToldDuringAReadingIsNotReadByTheNextLooksOfTheTick) {
+    const int ofOne = readingsOf(1);
+    EXPECT_GT(ofOne, 0);
+    EXPECT_LT(readingsOf(4), 4 * ofOne); // where half a second has passed there is another one
+}
+
+TEST_F(SlowNetworkTest, WhatHasRestedIsReadAtLast) {
+    readingsOf(1);
+    slow = false;
+
+    service.setLineState(vpn, deactivated, 0);
+
+    EXPECT_TRUE(soon([&] { return bus.refresh() && bus.lines().empty(); }));
+}
+
+TEST_F(SlowNetworkTest, NothingRestsOnABusyMachineWhereEachReadingTakesLong) {
+    busy = true;
+
+    const int ofOne = readingsOf(1);
+
+    EXPECT_GT(ofOne, 0);
+    EXPECT_GE(readingsOf(3), 3 * ofOne);
+}
+
 TEST_F(NetworkCallsTest, TheLineThatCarriesAnotherIsTheLastOfTheList) {
     makeInterface("tun0", 7, 50, 60);
     call();

@@ -84,7 +84,16 @@ void NetworkStandIn::registerManager() {
     property(*manager_, network::service, "Connectivity", connectivity_);
     property(*manager_, network::service, "PrimaryConnectionType", primaryType_);
     property(*manager_, network::service, "PrimaryConnection", primary_);
-    property(*manager_, network::service, "ActiveConnections", linePaths_);
+    manager_->registerProperty("ActiveConnections")
+        .onInterface(network::service)
+        .withGetter([this]() -> Paths {
+            answer();
+            if (onLook) {
+                onLook();
+            }
+            const Guard guard(mutex_);
+            return linePaths_;
+        });
     property(*manager_, network::service, "AllDevices", devicePaths_);
     manager_->registerMethod("ActivateConnection")
         .onInterface(network::service)

@@ -64,6 +64,9 @@ public:
     void removeProfile(const std::string& path);
     /// How long it takes to tell one profile's settings.
     void slowDown(std::chrono::milliseconds perProfile) { perProfile_ = perProfile; }
+    /// Each time that the active connections are asked for, or told with a change, before they are
+    /// told; on the stand-in's thread.
+    std::function<void()> onLook;
     /// The profile is another user's: its settings are not told.
     void hideProfile(const std::string& path) { hidden_ = path; }
     std::string addDevice(const std::string& interface, const std::string& ip4 = "/",

@@ -236,8 +236,8 @@ TEST_F(ToolkitServicesTest, AllAreWaitedForTogether) {
     EXPECT_EQ(sessionBus.get(), "disabled:");
     EXPECT_EQ(accessibilityBus.get(), "disabled:");
     EXPECT_EQ(qgetenv("SESSION_MANAGER").isNull(), true);
-    // Of 10 ms: the 150 ms for all, and one more for each whose answer is looked for afterwards.
-    EXPECT_LE(turns, 15 + 2);
+    // Of 10 ms: the 100 ms for all, and one more for each whose answer is looked for afterwards.
+    EXPECT_LE(turns, 10 + 2);
 }
 
 TEST_F(ToolkitServicesTest, ASessionManagerThatIsNotThereIsLeftToTheToolkit) {

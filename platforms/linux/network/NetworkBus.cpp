@@ -18,6 +18,10 @@ namespace {
 /// one after the other are not to be seen.
 constexpr int greetingTurns = 9;
 constexpr std::chrono::seconds quietTime{5};
+/// A reading that takes longer is slow: it is left at that for as long again, but no longer than
+/// this.
+constexpr std::chrono::milliseconds slowReading{100};
+constexpr std::chrono::milliseconds longestRest{500};
 
 /// How long the bus may take for an answer of its own, and how much longer on a busy machine.
 constexpr std::chrono::milliseconds longestOfBus{90};
@@ -291,7 +295,7 @@ bool NetworkBus::refresh(std::chrono::milliseconds profilesFor) {
         if (!news_.running()) {
             book_.clear();
             lines_.clear();
-        } else if (reached && !ownerStale_ && !silent() && due()) {
+        } else if (reached && !ownerStale_ && !silent() && due() && !rests(profilesFor)) {
             readStale(end, profilesFor);
         }
     } catch (const sdbus::Error& error) {
@@ -306,10 +310,24 @@ bool NetworkBus::due() const {
            !book_.complete();
 }
 
+/// A tick looks several times. What changes again while it is read slowly would have each of them
+/// read on for as long as an answer may take. Whoever asks for profiles waits all the same.
+bool NetworkBus::rests(std::chrono::milliseconds profilesFor) const {
+    return known() && profilesFor <= reading && Clock::now() < readAgain_;
+}
+
+/// On a busy machine whatever is read takes long, and a line that comes up must not wait for it.
+void NetworkBus::restAfter(Clock::duration taken) {
+    if (taken > slowReading && !machineIsBusy_()) {
+        readAgain_ = Clock::now() + std::min<Clock::duration>(taken, longestRest);
+    }
+}
+
 void NetworkBus::readStale(Clock::time_point end, std::chrono::milliseconds profilesFor) {
     learnOwner(end); // a halted bus is found so before NetworkManager is waited for
     BusCalls calls(*bus_, end);
     const std::uint64_t start = news_.starts();
+    const auto begin = Clock::now();
     // These first: thousands of profiles are not to keep a connection from being counted.
     const bool read = readIf(news_.linesStale, [&] {
         lines_ = readLines(calls, known() ? lines_ : std::vector<NetworkLine>());
@@ -317,6 +335,7 @@ void NetworkBus::readStale(Clock::time_point end, std::chrono::milliseconds prof
         state_ = readState(calls);
     });
     knownSince_ = read ? start : knownSince_;
+    restAfter(Clock::now() - begin);
     if (std::exchange(bookSince_, start) != start) {
         book_.clear();
     }
@@ -371,6 +390,7 @@ auto NetworkBus::order(const Order& order) {
 
 std::string NetworkBus::activate(const NetworkProfile& profile) {
     news_.forgetReasons();
+    readAgain_ = {};
     return order([&](BusCalls& calls) -> std::string {
         return calls.ask<sdbus::ObjectPath>(nm::managerPath, nm::service, "ActivateConnection",
                                             sdbus::ObjectPath(profile.path), sdbus::ObjectPath("/"),

@@ -33,7 +33,9 @@ struct BusFailure {
 /// An operation blocks for two seconds at most, whatever comes in meanwhile. The bus itself gets a
 /// tenth of a second to greet, and as much for each answer, or a whole one on a busy machine; it is
 /// taken for none as long as it does not greet. Where NetworkManager runs but does not answer in
-/// its time, what it said before stays, and it is left alone for a few seconds.
+/// its time, what it said before stays, and it is left alone for a few seconds. Where it answers
+/// slowly and tells of a change meanwhile, that is read after a rest of as long, half a second at
+/// most.
 ///
 /// Others on the bus may flood this program with signals. A look then takes 90 ms at most, and the
 /// next one is due a second later. It goes on under another name; the connection that it has is
@@ -96,6 +98,8 @@ private:
     bool known() const { return news_.running() && knownSince_ == news_.starts(); }
     bool resting() const { return flooded_ && Clock::now() < restUntil_; }
     bool due() const;
+    bool rests(std::chrono::milliseconds profilesFor) const;
+    void restAfter(Clock::duration taken);
     bool connect(Clock::time_point end, std::chrono::milliseconds inFlood);
     void learnOwner(Clock::time_point end);
     bool greeted() const;
@@ -123,6 +127,7 @@ private:
     bool flooded_ = false;         ///< there were too many of them at the last look
     bool ownerStale_ = true;       ///< a change of owner may have been missed
     Clock::time_point restUntil_;  ///< no look before, in a flood
+    Clock::time_point readAgain_;  ///< no reading before, after a slow one
     Clock::time_point quietUntil_; ///< no call before, after one that was not answered
     ProfileBook book_;
     std::vector<NetworkLine> lines_;

@@ -38,4 +38,13 @@ bool busGreets(const std::string& address, const BusQuestion& question) {
     return true;
 }
 
+void askBus(sdbus::IConnection& bus, int times) {
+    const char* const name = "org.freedesktop.DBus";
+    const auto daemon = sdbus::createProxy(bus, name, "/org/freedesktop/DBus");
+    for (int i = 0; i < times; ++i) {
+        bool is = false;
+        daemon->callMethod("NameHasOwner").onInterface(name).withArguments(name).storeResultsTo(is);
+    }
+}
+
 } // namespace tarvik

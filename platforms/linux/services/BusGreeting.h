@@ -18,4 +18,8 @@ using BusQuestion = std::function<void(sdbus::IConnection&)>;
 /// finds out at once that none is there, and for everything that is no socket of this machine.
 bool busGreets(const std::string& address, const BusQuestion& question = {});
 
+/// Asks the bus itself as often, for one answer after the other. A question is to ask as often as
+/// the toolkit will: a bus that is slow with each answer is found out before it is waited for.
+void askBus(sdbus::IConnection& bus, int times);
+
 } // namespace tarvik

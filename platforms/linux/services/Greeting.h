@@ -18,14 +18,14 @@ bool machineIsBusy();
 /// /proc; also true where the record cannot be read, the thread being over.
 bool tellsOfWaiting(std::istream& stat);
 
-/// The time in which all greetings together are waited for, in turns of 10 ms: 15 of them, or as
+/// The time in which all greetings together are waited for, in turns of 10 ms: ten of them, or as
 /// many as are told. Turns in which a service may not have had its chance do not count, up to one
 /// second together with those that do: none is to be left out because everything starts at once.
 class Patience {
 public:
     static constexpr std::chrono::milliseconds turn{10};
 
-    explicit Patience(std::function<bool()> isBusy = machineIsBusy, int turns = 15)
+    explicit Patience(std::function<bool()> isBusy = machineIsBusy, int turns = 10)
         : isBusy_(std::move(isBusy)), turns_(turns) {}
 
     /// One more turn has passed, in which the greeting waited for its service, or did something

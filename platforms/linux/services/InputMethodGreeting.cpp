@@ -55,6 +55,9 @@ std::string addressIn(const std::string& file) {
     return "";
 }
 
+/// So many answers of its bus the toolkit waits for, beside the method's own.
+constexpr int answersOfMethodsBus = 10;
+
 /// Anything that changes nothing: the toolkit will have it make something for this program, and
 /// wait for that.
 void askMethod(sdbus::IConnection& bus) {
@@ -62,6 +65,7 @@ void askMethod(sdbus::IConnection& bus) {
     sdbus::createProxy(bus, name, "/org/freedesktop/IBus")
         ->getProperty("Address")
         .onInterface(name);
+    askBus(bus, answersOfMethodsBus);
 }
 
 } // namespace

@@ -127,7 +127,10 @@ Holding holdFile(const std::string& path) {
     if (!file) {
         return notHeld(errno == ENOENT ? Outcome::Absent : Outcome::Failed);
     }
-    if (fstat(file.number(), &info) != 0 || !isOwnFile(info)) {
+    if (fstat(file.number(), &info) != 0) {
+        return notHeld(Outcome::Failed);
+    }
+    if (!isOwnFile(info)) {
         return notHeld(Outcome::Refused);
     }
     if (!lockForUs(file.number())) {

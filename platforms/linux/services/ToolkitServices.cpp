@@ -21,6 +21,9 @@ const char* const accessibilityBus = "AT_SPI_BUS_ADDRESS";
 const char* const sessionManager = "SESSION_MANAGER";
 const char* const inputMethod = "QT_IM_MODULE";
 
+/// So many answers of the session bus the toolkit waits for, where accessibility is in use.
+constexpr int answersOfBus = 12;
+
 /// Where the session bus is looked for, "" where it would first have to be started.
 std::string sessionBusAddress() {
     std::string told = fromEnvironment(sessionBus);
@@ -63,7 +66,9 @@ ToolkitServices::ToolkitServices(Patience patience) {
     const std::string display = displayOfX();
     const std::string manager = fromEnvironment(sessionManager);
     const InputMethodPlaces typing = inputMethodPlaces();
-    Greeting ofBus([bus](auto&) { return busGreets(bus); });
+    Greeting ofBus([bus](auto&) {
+        return busGreets(bus, [](sdbus::IConnection& asked) { askBus(asked, answersOfBus); });
+    });
     Greeting ofAccessibility([bus, given, wanted](auto& mayBeSilent) {
         return given.empty() ? accessibilityGreets(bus, wanted, mayBeSilent)
                              : accessibilityBusGreets(given, mayBeSilent);

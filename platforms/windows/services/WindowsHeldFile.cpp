@@ -54,12 +54,18 @@ FileHandle openOwnPatiently(const std::string& path, Patience& patience) {
     return file;
 }
 
-bool isPlainFile(const FileHandle& file) {
+/// Failed where nobody can tell what it is.
+Outcome outcomeOfKind(const FileHandle& file) {
     constexpr DWORD none = FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_DIRECTORY;
     BY_HANDLE_FILE_INFORMATION info{};
-    return GetFileType(file.get()) == FILE_TYPE_DISK &&
-           GetFileInformationByHandle(file.get(), &info) != FALSE &&
-           (info.dwFileAttributes & none) == 0 && info.nNumberOfLinks <= 1;
+    const DWORD type = GetFileType(file.get());
+    if (type == FILE_TYPE_UNKNOWN ||
+        (type == FILE_TYPE_DISK && GetFileInformationByHandle(file.get(), &info) == FALSE)) {
+        return Outcome::Failed;
+    }
+    const bool isPlain =
+        type == FILE_TYPE_DISK && (info.dwFileAttributes & none) == 0 && info.nNumberOfLinks <= 1;
+    return isPlain ? Outcome::Held : Outcome::Refused;
 }
 
 /// What this process tells of itself: the user, or whom what it makes belongs to.
@@ -164,7 +170,10 @@ Holding holdFile(const std::string& path, Patience& patience) {
             attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
         return notHeld(folder ? Outcome::Refused : Outcome::Failed);
     }
-    if (!isPlainFile(file) || !isOwnFile(file)) {
+    if (const Outcome outcome = outcomeOfKind(file); outcome != Outcome::Held) {
+        return notHeld(outcome);
+    }
+    if (!isOwnFile(file)) {
         return notHeld(Outcome::Refused);
     }
     // Not every system keeps a privileged user from writing to such a file.

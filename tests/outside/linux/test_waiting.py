@@ -1,41 +1,16 @@
 """How long the window waits for services of the desktop that are mute, slow, halted, or talk nonsense:
 less than an eye sees, at the start and later."""
 
-import contextlib
 import os
 import signal
-import statistics
 import unittest
 
 from desktop import wait_for
-from event_loop import EventLoop, WindowWatch, first_waits
-from mute_services import (
-    LONGEST_WAIT, MuteServiceTest, MuteSocket, has_owner, hold_clipboard, ibus_at, owner_of,
-)
-
-ALLOWANCE = 0.1  # seconds by which one start differs from another for other reasons
-BUSY = 0.85  # seconds that a busy machine may add, as the program gives its services more time then
-ACCEPTED = b"OK 0123456789abcdef0123456789abcdef\r\n"  # of a bus that then says nothing
+from mute_services import PORTAL, has_owner, hold_clipboard, ibus_at, owner_of
+from waiting import ACCEPTED, StartMeasure, WindowTest
 
 
-class WaitingTest(MuteServiceTest):
-    """The window waits for no service for longer than an eye sees."""
-
-    def setUp(self):
-        super().setUp()
-        if self.desktop.wayland:
-            raise unittest.SkipTest("only a window of X can be asked whether it is alive")
-
-    @contextlib.contextmanager
-    def hardly_waiting(self, program):
-        loop = EventLoop(
-            self.desktop.environment, program.process.pid, self.desktop.display.server.pid,
-            self.desktop.window_called("Velmars Tarvik"),
-        )
-        self.addCleanup(loop.close)
-        yield
-        self.assertLess(loop.longest_wait(), LONGEST_WAIT)
-
+class WaitingTest(WindowTest):
     def test_for_a_mute_panel(self):
         self.watcher("mute")
         program = self.start_quietly()
@@ -156,53 +131,7 @@ class WaitingTest(MuteServiceTest):
         self.check_clipboard("9", "begins")
 
 
-class StartTest(MuteServiceTest):
-    """No service keeps the window from coming, or from living then, for longer than an eye sees,
-    compared with a start at which all answer."""
-
-    undisturbed = None
-
-    def setUp(self):
-        super().setUp()
-        if self.desktop.wayland:
-            raise unittest.SkipTest("only a display of X tells when a window comes")
-        if StartTest.undisturbed is None:
-            StartTest.undisturbed = statistics.median(self.wait()[0] for _ in range(3))
-
-    def wait(self, **environment):
-        """Seconds that a start of the program waits until its window lives, and how many of them
-        are excused by a busy machine."""
-        self.write_ini()  # the one before was killed, of which the next would tell
-        watch = WindowWatch()
-        try:
-            program = self.start(**environment)
-            self.said = program.written
-            process = program.process.pid
-            waited, busy = watch.wait_of(process)
-            window = int(self.desktop.window_called("Velmars Tarvik"))
-            waited += first_waits(process, self.desktop.display.server.pid, window)
-            return waited, min(busy, BUSY)
-        finally:
-            program.stop()
-            watch.close()
-
-    def check(self, left_out=None, **environment):
-        """The start waits hardly longer; what is named is told to be left out."""
-        # Not all that a start waits for, as the disk and the display, is the same every time.
-        least = min(self.waits(**environment))
-
-        self.assertLess(least - StartTest.undisturbed, LONGEST_WAIT + ALLOWANCE)
-        if left_out is not None:
-            self.assertIn(left_out + " does not answer and is left out", self.said())
-
-    def waits(self, **environment):
-        """Of one start, and of two more where that waited too long."""
-        for _ in range(3):
-            waited, excused = self.wait(**environment)
-            yield waited - excused
-            if waited - excused - StartTest.undisturbed < LONGEST_WAIT + ALLOWANCE:
-                return
-
+class StartTest(StartMeasure):
     def test_with_a_mute_session_bus(self):
         self.check("the session bus", DBUS_SESSION_BUS_ADDRESS=self.mute())
 
@@ -271,24 +200,13 @@ class StartTest(MuteServiceTest):
                 self.faulty(kind, own)
                 self.check(DBUS_SESSION_BUS_ADDRESS=own)
 
-    def test_with_a_notification_service(self):
+    def test_with_a_notification_service_and_a_portal(self):
         for kind in ("mute", "slow", "nonsense"):
             with self.subTest(kind):
                 own = self.another_bus()
                 self.faulty(kind, own, "org.freedesktop.Notifications")
+                self.faulty(kind, own, PORTAL)
                 self.check(DBUS_SESSION_BUS_ADDRESS=own)
-
-    def mute(self, word=b""):
-        service = MuteSocket(self.folder / "mute", word)
-        self.addCleanup(service.close)
-        return "unix:path=" + service.path
-
-    def manager(self, word=b""):
-        path = self.mute(word).partition("=")[2]
-        return "unix/%s:%s" % (os.uname().nodename, path)
-
-    def input_method(self, address):
-        return ibus_at(address, self.folder)
 
 
 if __name__ == "__main__":
