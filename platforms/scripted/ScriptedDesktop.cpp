@@ -88,7 +88,10 @@ public:
             views.push_back(std::make_unique<Recorder>(desktop, *control));
         }
     }
-    ~Window() override { form.attach(nullptr); }
+    ~Window() override {
+        form.attach(nullptr);
+        desktop_.deactivate(form);
+    }
     Window(const Window&) = delete;
     Window& operator=(const Window&) = delete;
 
@@ -96,16 +99,50 @@ public:
         desktop_.visibilityTold.push_back(form.name() + (form.minimised() ? " minimised"
                                                          : form.visible() ? " shown"
                                                                           : " hidden"));
+        if (!form.visible() || form.minimised()) {
+            desktop_.deactivate(form);
+        } else if (!form.isQuiet()) {
+            desktop_.activate(form);
+        }
     }
-    void bringToFront() override { desktop_.broughtToFront.push_back(form.name()); }
+    void bringToFront() override {
+        desktop_.broughtToFront.push_back(form.name());
+        if (!form.isQuiet() && form.visible() && !form.minimised()) {
+            desktop_.activate(form);
+        }
+    }
+    void focusOn(Control& control) override {
+        desktop_.focusMoved.push_back(form.name() + "." + control.name());
+        if (desktop_.focused(form) != nullptr) {
+            desktop_.goTo(control);
+        } else {
+            setFocus(control);
+        }
+    }
     std::uint32_t handle() const override { return handle_; }
+
+    /// Who has the focus while the window has it; null for none.
+    Control* focus() const {
+        if (focus_ != nullptr || form.initialFocus() != nullptr) {
+            return focus_ != nullptr ? focus_ : form.initialFocus();
+        }
+        const std::vector<Control*> order =
+            form.layout() == nullptr ? std::vector<Control*>() : controlsInOrder(*form.layout());
+        const auto first = std::find_if(order.begin(), order.end(), [](const Control* control) {
+            return takesKeys(control->kind());
+        });
+        return first == order.end() ? nullptr : *first;
+    }
+    void setFocus(Control& control) { focus_ = &control; }
 
     Form& form;
     std::vector<std::unique_ptr<Recorder>> views;
+    bool tellsLeaving = true; ///< not while that is being told
 
 private:
     ScriptedDesktop& desktop_;
     std::uint32_t handle_;
+    Control* focus_ = nullptr; ///< null for the one that has it first
 };
 
 ScriptedDesktop::ScriptedDesktop()
@@ -226,6 +263,56 @@ void ScriptedDesktop::forEachRealised(const std::function<void(Form& form)>& act
             act(*realised);
         }
     }
+}
+
+ScriptedDesktop::Window* ScriptedDesktop::windowOf(const ControlList& form) const {
+    const auto found = std::find_if(windows_.begin(), windows_.end(),
+                                    [&](const auto& window) { return &window->form == &form; });
+    return found == windows_.end() ? nullptr : found->get();
+}
+
+void ScriptedDesktop::activate(const Form& form) {
+    deactivate(form);
+    active_.push_back(&form);
+}
+
+void ScriptedDesktop::deactivate(const Form& form) {
+    std::erase(active_, &form);
+}
+
+const Control* ScriptedDesktop::focused(const Form& form) const {
+    const Window* const window = windowOf(form);
+    const bool has = window != nullptr && !active_.empty() && active_.back() == &form;
+    return has ? window->focus() : nullptr;
+}
+
+bool ScriptedDesktop::goTo(Control& control) {
+    Window* const window = windowOf(control.list());
+    if (window == nullptr || !control.enabled() || !control.visible()) {
+        return false;
+    }
+    activate(window->form);
+    Control* const left = window->focus();
+    if (left == &control) {
+        return false;
+    }
+    window->setFocus(control);
+    const auto isBox = [](const Control* each) {
+        return each != nullptr && each->kind() == ControlKind::TextBox;
+    };
+    if (isBox(left) && left->enabled() && left->visible() && window->tellsLeaving && takesInput()) {
+        window->tellsLeaving = false;
+        static_cast<TextBox*>(left)->LostFocus.raise();
+        if (windowOf(control.list()) != window) {
+            return true; // the handler has ended the form
+        }
+        window->tellsLeaving = true;
+    }
+    // It may also have moved the focus on, or disabled the control.
+    if (isBox(&control) && window->focus() == &control && control.enabled() && takesInput()) {
+        static_cast<TextBox&>(control).GotFocus.raise();
+    }
+    return true;
 }
 
 bool ScriptedDesktop::isRealised(const Form* form) const {

@@ -48,6 +48,8 @@ public:
     std::vector<std::string> changesTold;
     /// "frmMain shown", "hidden" or "minimised" for each time a realised form told of it.
     std::vector<std::string> visibilityTold;
+    /// "frmMain.cmdMonitor" for each time the program moved the focus of a window.
+    std::vector<std::string> focusMoved;
     /// "frmSysTray.mnuTray" for each menu that was opened.
     std::vector<std::string> menusOpened;
     int beeps = 0;
@@ -71,6 +73,13 @@ public:
     /// True while neither a box nor a blocking call is under way.
     bool takesInput() const { return busy_ == 0; }
 
+    /// The user goes to the control, as by a click into it or the tab key: text boxes that are left
+    /// and reached tell of it. True when the focus was not there. What is hidden or cannot be used
+    /// is not reached.
+    bool goTo(Control& control);
+    /// The control of the form that keys reach; null while another form has them, or none.
+    const Control* focused(const Form& form) const;
+
     /// The machine goes to sleep: every realised form is told, whatever is under way.
     void pause();
     /// What the end of the user's session does to the forms.
@@ -90,10 +99,15 @@ private:
     class Window;
     class Recorder;
 
+    Window* windowOf(const ControlList& form) const;
+    /// The form's window gets the keys, or has them no longer.
+    void activate(const Form& form);
+    void deactivate(const Form& form);
     bool isRealised(const Form* form) const;
     void forEachRealised(const std::function<void(Form& form)>& act) const;
     Recorder* nextDue(std::uint64_t until) const;
 
+    std::vector<const Form*> active_; ///< are seen and have had the keys, the last one at the end
     std::vector<std::unique_ptr<Window>> windows_;
     std::deque<ExpectedBox> expected_;
     std::uint64_t now_ = 0;

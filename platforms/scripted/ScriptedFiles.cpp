@@ -366,6 +366,12 @@ void ScriptedFiles::goBackTo(const ScriptedFiles& then) {
     deletedWasPrivate_ = then.deletedWasPrivate_;
 }
 
+void ScriptedFiles::letAllGo() {
+    for (auto& [path, node] : nodes_) {
+        node.held = false;
+    }
+}
+
 void ScriptedFiles::cutPower(std::size_t kept) {
     for (auto& [path, node] : nodes_) {
         if (node.unflushed) {

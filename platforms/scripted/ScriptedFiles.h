@@ -76,6 +76,8 @@ public:
     /// What lies there is what lay there then, as if nobody had done anything since. Stamps are not
     /// given a second time.
     void goBackTo(const ScriptedFiles& then);
+    /// Whoever held a file has ended.
+    void letAllGo();
 
     int writesInPlace = 0;
     int flushes = 0;

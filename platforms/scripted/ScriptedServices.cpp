@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tarvik {
 
@@ -21,6 +22,13 @@ std::string filterOf(const char* text) {
         ++end;
     }
     return {text, end + 2};
+}
+
+/// By its form, on a machine whose paths have that separator.
+bool isFullPath(const std::string& path, char separator) {
+    const bool rooted = path.size() > 1 && path[0] == separator;
+    const bool drive = path.size() > 3 && path[1] == ':' && path[2] == separator;
+    return separator == '/' ? rooted : drive || (rooted && path[1] == separator);
 }
 
 bool leaveDialog(ScriptedDialogs& dialogs, OPENFILENAMEA* data, const DialogPlacement& place,
@@ -131,12 +139,53 @@ LocaleData japaneseLocale() {
     return data;
 }
 
+bool ScriptedNotificationArea::Shell_NotifyIconA(std::uint32_t request, NOTIFYICONDATAA* data) {
+    requests.push_back({request, *data});
+    const bool isNote = (data->uFlags & info) != 0;
+    const bool done = onlyNotes ? isNote : present;
+    if (request == remove || (isNote && done)) {
+        answered_ = {};
+    }
+    return done;
+}
+
+bool ScriptedNotificationArea::tell(const DesktopNote& note, std::function<void(int)> answered) {
+    if (!onlyNotes && !present) {
+        return false;
+    }
+    notes.push_back(note);
+    answered_ = std::move(answered);
+    return true;
+}
+
+bool ScriptedNotificationArea::answer(int how) {
+    const auto buttons = notesHaveButtons && !notes.empty() ? notes.back().buttons.size() : 0;
+    if (!answered_ || how < noteClicked || how >= static_cast<int>(buttons)) {
+        return false;
+    }
+    std::exchange(answered_, {})(how);
+    return true;
+}
+
 bool ScriptedDialogs::GetOpenFileNameA(OPENFILENAMEA* data, const DialogPlacement& place) {
     return leaveDialog(*this, data, place, false);
 }
 
 bool ScriptedDialogs::GetSaveFileNameA(OPENFILENAMEA* data, const DialogPlacement& place) {
     return leaveDialog(*this, data, place, true);
+}
+
+bool ScriptedProgram::launch(const std::string& path,
+                             const std::vector<std::pair<std::string, std::string>>& variables) {
+    std::string all = path;
+    for (const auto& [name, value] : variables) {
+        all += name + value;
+    }
+    if (launchFails || !isFullPath(path, separator) || all.find('\0') != std::string::npos) {
+        return false;
+    }
+    launches.push_back({path, variables});
+    return true;
 }
 
 std::int32_t ScriptedInstances::CreateMutexA(const std::string& name, std::uint32_t* lastError) {

@@ -15,6 +15,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tarvik {
@@ -83,9 +84,21 @@ public:
     char separator = '\\';
     std::string arguments;
 
+    /// A program that was started, with the variables that it was given.
+    struct Launch {
+        std::string path;
+        std::vector<std::pair<std::string, std::string>> variables;
+    };
+    /// What was started, the oldest first.
+    std::vector<Launch> launches;
+    /// Nothing can be started: the process has other rights than its user, or there is no room.
+    bool launchFails = false;
+
     std::string folder() override { return folderPath; }
     char pathSeparator() override { return separator; }
     std::string commandLine() override { return arguments; }
+    bool launch(const std::string& path,
+                const std::vector<std::pair<std::string, std::string>>& variables) override;
 };
 
 class ScriptedInstances : public SingleInstance {
@@ -123,16 +136,26 @@ public:
     std::uint32_t version = 5;
     std::vector<Request> requests;
     std::vector<std::uint32_t> foregroundWindows;
+    /// The notes that were shown and can be answered, the oldest first.
+    std::vector<DesktopNote> notes;
+    /// False where the desktop's notes have no buttons, whatever is asked for.
+    bool notesHaveButtons = true;
 
-    bool Shell_NotifyIconA(std::uint32_t request, NOTIFYICONDATAA* data) override {
-        requests.push_back({request, *data});
-        return onlyNotes ? (data->uFlags & info) != 0 : present;
-    }
+    bool Shell_NotifyIconA(std::uint32_t request, NOTIFYICONDATAA* data) override;
+    bool tell(const DesktopNote& note, std::function<void(int)> answered) override;
+    /// The user answers the newest note, as `tell` says; false where that is not there any more,
+    /// was answered before or has no such button.
+    bool answer(int how);
+    /// The newest note goes away without an answer: its time is over, or the user closes it.
+    void closeNote() { answered_ = {}; }
     bool SetForegroundWindow(std::uint32_t window) override {
         foregroundWindows.push_back(window);
         return true;
     }
     std::uint32_t GetVersion() override { return version; }
+
+private:
+    std::function<void(int)> answered_; ///< empty where no answer is waited for
 };
 
 /// File dialogs that are left with a name, or not.

@@ -7,9 +7,9 @@
 
 namespace tarvik {
 
-Chart::Chart(ControlList& list, std::string name, Setup setup)
-    : Control(list, ControlKind::Chart, std::move(name)), title_(std::move(setup.title)) {
-    setToolTip(std::move(setup.toolTip));
+Chart::Chart(ControlList& list, const char* name, const Setup& setup)
+    : Control(list, ControlKind::Chart, name), title_(setup.title) {
+    setToolTip(setup.toolTip);
 }
 
 void Chart::setTitle(std::string title) {

@@ -42,13 +42,13 @@ public:
     static constexpr int mostColumns = 2;
 
     struct Setup {
-        std::string title = {};
-        std::string toolTip = {};
+        const char* title = "";
+        const char* toolTip = "";
     };
 
     using RowText = std::function<std::string(int row)>;
 
-    Chart(ControlList& list, std::string name, Setup setup);
+    Chart(ControlList& list, const char* name, const Setup& setup);
 
     const std::string& title() const { return title_; }
     void setTitle(std::string title);

@@ -24,6 +24,9 @@ enum class ControlKind {
     Menu,
 };
 
+/// Whether the focus comes to controls of that kind.
+bool takesKeys(ControlKind kind);
+
 /// What of a control has changed.
 enum class Property {
     Caption,
@@ -91,7 +94,7 @@ public:
 
 protected:
     /// Puts the control into the list; the order of declaration is the list's order.
-    Control(ControlList& list, ControlKind kind, std::string name);
+    Control(ControlList& list, ControlKind kind, const char* name);
 
     void tell(Property changed) const {
         if (view_ != nullptr) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace tarvik {
@@ -11,7 +10,7 @@ class Control;
 /// Controls that belong together, in the order of their declaration, under a name of their own.
 class ControlList {
 public:
-    explicit ControlList(std::string name) : name_(std::move(name)) {}
+    explicit ControlList(const char* name) : name_(name) {}
     virtual ~ControlList() = default;
     ControlList(const ControlList&) = delete;
     ControlList& operator=(const ControlList&) = delete;

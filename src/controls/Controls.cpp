@@ -4,41 +4,53 @@
 #include "types/RunTimeError.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <numeric>
 
 namespace tarvik {
 
 namespace {
 
 /// The caption that it has now will be one of the others once it has changed.
-std::vector<std::string> withOwn(const std::string& caption, std::vector<std::string> others) {
-    if (!others.empty()) {
-        others.push_back(caption);
+std::vector<std::string> withOwn(const std::string& caption, const OtherCaptions& others) {
+    std::vector<std::string> all;
+    for (const char* other : others) {
+        if (other != nullptr) {
+            all.emplace_back(other);
+        }
     }
-    return others;
+    if (!all.empty()) {
+        all.push_back(caption);
+    }
+    return all;
 }
 
 } // namespace
 
-Label::Label(ControlList& list, std::string name, Setup setup)
-    : Control(list, ControlKind::Label, std::move(name)), caption_(std::move(setup.caption)),
-      alignment_(setup.alignment), mnemonic_(setup.mnemonic), labelled_(setup.labelled),
-      wrapped_(setup.wrapped), otherCaptions_(withOwn(caption_, std::move(setup.otherCaptions))) {
-    setToolTip(std::move(setup.toolTip));
+Label::Label(ControlList& list, const char* name, const Setup& setup)
+    : Control(list, ControlKind::Label, name), caption_(setup.caption), alignment_(setup.alignment),
+      mnemonic_(setup.mnemonic), labelled_(setup.labelled), wrapped_(setup.wrapped),
+      otherCaptions_(withOwn(caption_, setup.otherCaptions)) {
+    setToolTip(setup.toolTip);
 }
 
 void Label::setCaption(std::string caption) {
     assign(caption_, std::move(caption), Property::Caption);
 }
 
+void Label::setOtherCaptions(std::vector<std::string> captions) {
+    otherCaptions_ = std::move(captions);
+}
+
 void Label::setForeColour(Colour colour) {
     assign(foreColour_, colour, Property::ForeColour);
 }
 
-TextBox::TextBox(ControlList& list, std::string name, Setup setup)
-    : Control(list, ControlKind::TextBox, std::move(name)), text_(std::move(setup.text)),
-      readOnly_(setup.readOnly), alignment_(setup.alignment), multiLine_(setup.multiLine) {
-    setToolTip(std::move(setup.toolTip));
-    setAccessibleName(std::move(setup.accessibleName));
+TextBox::TextBox(ControlList& list, const char* name, const Setup& setup)
+    : Control(list, ControlKind::TextBox, name), text_(setup.text), readOnly_(setup.readOnly),
+      alignment_(setup.alignment), multiLine_(setup.multiLine) {
+    setToolTip(setup.toolTip);
+    setAccessibleName(setup.accessibleName);
 }
 
 void TextBox::setText(std::string text) {
@@ -54,10 +66,10 @@ void TextBox::select(int start, int length) {
     tell(Property::Selection);
 }
 
-CheckBox::CheckBox(ControlList& list, std::string name, Setup setup)
-    : Control(list, ControlKind::CheckBox, std::move(name)), caption_(std::move(setup.caption)),
+CheckBox::CheckBox(ControlList& list, const char* name, const Setup& setup)
+    : Control(list, ControlKind::CheckBox, name), caption_(setup.caption),
       mnemonic_(setup.mnemonic), readOnly_(setup.readOnly) {
-    setToolTip(std::move(setup.toolTip));
+    setToolTip(setup.toolTip);
 }
 
 void CheckBox::setValue(std::uint8_t value) {
@@ -66,10 +78,10 @@ void CheckBox::setValue(std::uint8_t value) {
     }
 }
 
-OptionButton::OptionButton(ControlList& list, std::string name, Setup setup)
-    : Control(list, ControlKind::OptionButton, std::move(name)), caption_(std::move(setup.caption)),
+OptionButton::OptionButton(ControlList& list, const char* name, const Setup& setup)
+    : Control(list, ControlKind::OptionButton, name), caption_(setup.caption),
       mnemonic_(setup.mnemonic), value_(setup.value) {
-    setToolTip(std::move(setup.toolTip));
+    setToolTip(setup.toolTip);
 }
 
 void OptionButton::setValue(bool value) {
@@ -85,11 +97,10 @@ void OptionButton::setValue(bool value) {
     }
 }
 
-CommandButton::CommandButton(ControlList& list, std::string name, Setup setup)
-    : Control(list, ControlKind::CommandButton, std::move(name)),
-      caption_(std::move(setup.caption)), mnemonic_(setup.mnemonic),
-      otherCaptions_(withOwn(caption_, std::move(setup.otherCaptions))) {
-    setToolTip(std::move(setup.toolTip));
+CommandButton::CommandButton(ControlList& list, const char* name, const Setup& setup)
+    : Control(list, ControlKind::CommandButton, name), caption_(setup.caption),
+      mnemonic_(setup.mnemonic), otherCaptions_(withOwn(caption_, setup.otherCaptions)) {
+    setToolTip(setup.toolTip);
     setEnabled(setup.enabled);
 }
 
@@ -103,10 +114,10 @@ void CommandButton::press() {
     }
 }
 
-ComboBox::ComboBox(ControlList& list, std::string name, Setup setup)
-    : Control(list, ControlKind::ComboBox, std::move(name)) {
-    setToolTip(std::move(setup.toolTip));
-    setAccessibleName(std::move(setup.accessibleName));
+ComboBox::ComboBox(ControlList& list, const char* name, const Setup& setup)
+    : Control(list, ControlKind::ComboBox, name) {
+    setToolTip(setup.toolTip);
+    setAccessibleName(setup.accessibleName);
 }
 
 void ComboBox::addItem(std::string text) {
@@ -114,11 +125,11 @@ void ComboBox::addItem(std::string text) {
     tell(Property::Items);
 }
 
-void ComboBox::clear() {
-    if (items_.empty()) {
+void ComboBox::setItems(std::vector<std::string> texts) {
+    if (items_.empty() && texts.empty()) {
         return;
     }
-    items_.clear();
+    items_ = std::move(texts);
     listIndex_ = none;
     tell(Property::Items);
 }
@@ -136,28 +147,26 @@ std::string ComboBox::text() const {
     return listIndex_ == none ? std::string() : items_[static_cast<std::size_t>(listIndex_)];
 }
 
-ProgressBar::ProgressBar(ControlList& list, std::string name, Setup setup)
-    : Control(list, ControlKind::ProgressBar, std::move(name)) {
-    setToolTip(std::move(setup.toolTip));
-    setAccessibleName(std::move(setup.accessibleName));
+ProgressBar::ProgressBar(ControlList& list, const char* name, const Setup& setup)
+    : Control(list, ControlKind::ProgressBar, name) {
+    setToolTip(setup.toolTip);
+    setAccessibleName(setup.accessibleName);
 }
 
 void ProgressBar::setValue(int percent) {
     assign(value_, std::clamp(percent, 0, complete), Property::Value);
 }
 
-Frame::Frame(ControlList& list, std::string name, Setup setup)
-    : Control(list, ControlKind::Frame, std::move(name)), caption_(std::move(setup.caption)) {}
+Frame::Frame(ControlList& list, const char* name, const Setup& setup)
+    : Control(list, ControlKind::Frame, name), caption_(setup.caption) {}
 
-Picture::Picture(ControlList& list, std::string name)
-    : Control(list, ControlKind::Picture, std::move(name)) {}
+Picture::Picture(ControlList& list, const char* name) : Control(list, ControlKind::Picture, name) {}
 
 void Picture::setDrawing(Drawing drawing) {
     assign(drawing_, std::move(drawing), Property::Drawing);
 }
 
-Timer::Timer(ControlList& list, std::string name)
-    : Control(list, ControlKind::Timer, std::move(name)) {
+Timer::Timer(ControlList& list, const char* name) : Control(list, ControlKind::Timer, name) {
     setEnabled(false);
 }
 
@@ -171,12 +180,13 @@ void Timer::fire() {
     }
 }
 
-Menu::Menu(ControlList& list, std::string name, std::string entryName,
+Menu::Menu(ControlList& list, const char* name, const char* entryName,
            std::vector<std::string> captions)
-    : Control(list, ControlKind::Menu, std::move(name)), entryName_(std::move(entryName)) {
+    : Control(list, ControlKind::Menu, name), entryName_(entryName) {
     for (std::string& caption : captions) {
         entries_.push_back({.caption = std::move(caption)});
     }
+    ownCount_ = entries_.size();
 }
 
 const Menu::Entry& Menu::entry(int index) const {
@@ -196,6 +206,26 @@ void Menu::setEntryCaption(int index, std::string caption) {
 
 void Menu::setEntryEnabled(int index, bool enabled) {
     assign(at(index).enabled, enabled, Property::Entries);
+}
+
+void Menu::setEntriesAbove(const std::vector<std::string>& captions) {
+    const auto own = static_cast<std::ptrdiff_t>(ownCount_);
+    std::vector<Entry> all(entries_.begin(), entries_.begin() + own);
+    for (const std::string& caption : captions) {
+        all.push_back({.caption = caption});
+    }
+    if (!captions.empty()) {
+        all.push_back({.caption = separator});
+    }
+    assign(entries_, std::move(all), Property::Entries);
+}
+
+std::vector<int> Menu::order() const {
+    std::vector<int> numbers(entries_.size());
+    std::iota(numbers.begin(), numbers.end(), 0);
+    const auto own = static_cast<std::ptrdiff_t>(ownCount_);
+    std::rotate(numbers.begin(), numbers.begin() + own, numbers.end());
+    return numbers;
 }
 
 void Menu::choose(int index) {

@@ -5,6 +5,7 @@
 #include "controls/Drawing.h"
 #include "controls/Event.h"
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -13,20 +14,23 @@ namespace tarvik {
 
 enum class TextAlignment { Left, Right, Centre };
 
+/// Captions that a control has at other times, up to two; null where there are fewer.
+using OtherCaptions = std::array<const char*, 2>;
+
 /// A line of text. One that names an input beside it passes its mnemonic on to that input.
 class Label : public Control {
 public:
     struct Setup {
-        std::string caption;
-        std::string toolTip = {};
+        const char* caption = "";
+        const char* toolTip = "";
         TextAlignment alignment = TextAlignment::Left;
         char mnemonic = 0;
         Control* labelled = nullptr;
         bool wrapped = false;
-        std::vector<std::string> otherCaptions = {};
+        OtherCaptions otherCaptions = {};
     };
 
-    Label(ControlList& list, std::string name, Setup setup);
+    Label(ControlList& list, const char* name, const Setup& setup);
 
     const std::string& caption() const { return caption_; }
     void setCaption(std::string caption);
@@ -41,6 +45,8 @@ public:
     bool wrapped() const { return wrapped_; }
     /// Captions that it has at other times: there is room for each, so that nothing moves.
     const std::vector<std::string>& otherCaptions() const { return otherCaptions_; }
+    /// For captions that are not known before the program runs; to be told before anybody sees it.
+    void setOtherCaptions(std::vector<std::string> captions);
 
 private:
     std::string caption_;
@@ -57,20 +63,23 @@ private:
 class TextBox : public Control {
 public:
     struct Setup {
-        std::string text = {};
-        std::string toolTip = {};
-        std::string accessibleName = {};
+        const char* text = "";
+        const char* toolTip = "";
+        const char* accessibleName = "";
         bool readOnly = false;
         TextAlignment alignment = TextAlignment::Left;
         bool multiLine = false;
     };
 
-    TextBox(ControlList& list, std::string name, Setup setup);
+    TextBox(ControlList& list, const char* name, const Setup& setup);
 
     /// Raised when the text has changed, by the user or the program.
     Event<> Change;
     /// Raised when the user has come to the box, by key or mouse.
     Event<> GotFocus;
+    /// Raised when the user has left the box, by key or mouse; not when the window as a whole has
+    /// lost the focus to another one.
+    Event<> LostFocus;
     /// Raised when a key goes down in the box, before it changes the text.
     Event<> KeyDown;
     /// Raised when a key comes up in the box, after it has changed the text.
@@ -101,13 +110,13 @@ private:
 class CheckBox : public Control {
 public:
     struct Setup {
-        std::string caption;
-        std::string toolTip = {};
+        const char* caption = "";
+        const char* toolTip = "";
         char mnemonic = 0;
         bool readOnly = false;
     };
 
-    CheckBox(ControlList& list, std::string name, Setup setup);
+    CheckBox(ControlList& list, const char* name, const Setup& setup);
 
     /// Raised when the value has changed, by the user or the program.
     Event<> Click;
@@ -132,13 +141,13 @@ private:
 class OptionButton : public Control {
 public:
     struct Setup {
-        std::string caption;
-        std::string toolTip = {};
+        const char* caption = "";
+        const char* toolTip = "";
         char mnemonic = 0;
         bool value = false;
     };
 
-    OptionButton(ControlList& list, std::string name, Setup setup);
+    OptionButton(ControlList& list, const char* name, const Setup& setup);
 
     /// Raised when it has been chosen, by the user or the program.
     Event<> Click;
@@ -158,14 +167,14 @@ private:
 class CommandButton : public Control {
 public:
     struct Setup {
-        std::string caption;
-        std::string toolTip = {};
+        const char* caption = "";
+        const char* toolTip = "";
         char mnemonic = 0;
         bool enabled = true;
-        std::vector<std::string> otherCaptions = {};
+        OtherCaptions otherCaptions = {};
     };
 
-    CommandButton(ControlList& list, std::string name, Setup setup);
+    CommandButton(ControlList& list, const char* name, const Setup& setup);
 
     Event<> Click;
 
@@ -189,11 +198,11 @@ public:
     static constexpr int none = -1;
 
     struct Setup {
-        std::string toolTip = {};
-        std::string accessibleName = {};
+        const char* toolTip = "";
+        const char* accessibleName = "";
     };
 
-    ComboBox(ControlList& list, std::string name, Setup setup);
+    ComboBox(ControlList& list, const char* name, const Setup& setup);
 
     /// Raised when another entry has been selected, by the user or the program.
     Event<> Click;
@@ -203,8 +212,11 @@ public:
     const std::vector<std::string>& items() const { return items_; }
     int listCount() const { return static_cast<int>(items_.size()); }
     void addItem(std::string text);
+    /// Puts other entries in place of those that are there; nothing is selected then. The view is
+    /// told once, however many they are.
+    void setItems(std::vector<std::string> texts);
     /// Removes all entries; nothing is selected then.
-    void clear();
+    void clear() { setItems({}); }
     /// Position of the selected entry from 0, or `none`.
     int listIndex() const { return listIndex_; }
     /// Selects an entry or `none`; raises SubscriptOutOfRange (9) for any other position.
@@ -223,11 +235,11 @@ public:
     static constexpr int complete = 100;
 
     struct Setup {
-        std::string toolTip = {};
-        std::string accessibleName = {};
+        const char* toolTip = "";
+        const char* accessibleName = "";
     };
 
-    ProgressBar(ControlList& list, std::string name, Setup setup);
+    ProgressBar(ControlList& list, const char* name, const Setup& setup);
 
     /// Percent.
     int value() const { return value_; }
@@ -242,10 +254,10 @@ private:
 class Frame : public Control {
 public:
     struct Setup {
-        std::string caption;
+        const char* caption = "";
     };
 
-    Frame(ControlList& list, std::string name, Setup setup);
+    Frame(ControlList& list, const char* name, const Setup& setup);
 
     const std::string& caption() const { return caption_; }
 
@@ -256,7 +268,7 @@ private:
 /// A small drawing.
 class Picture : public Control {
 public:
-    Picture(ControlList& list, std::string name);
+    Picture(ControlList& list, const char* name);
 
     /// Raised with the pointer's distance from the left edge, in pixels, when it has moved over the
     /// picture.
@@ -273,7 +285,7 @@ private:
 /// or changing the interval starts a new interval. It is not seen.
 class Timer : public Control {
 public:
-    Timer(ControlList& list, std::string name);
+    Timer(ControlList& list, const char* name);
 
     Event<> Tick;
 
@@ -301,7 +313,7 @@ public:
         friend bool operator==(const Entry&, const Entry&) = default;
     };
 
-    Menu(ControlList& list, std::string name, std::string entryName,
+    Menu(ControlList& list, const char* name, const char* entryName,
          std::vector<std::string> captions);
 
     /// Raised with the number of the entry that was chosen.
@@ -314,6 +326,11 @@ public:
     const Entry& entry(int index) const;
     void setEntryCaption(int index, std::string caption);
     void setEntryEnabled(int index, bool enabled);
+    /// Entries that stand above its own, a line between; their numbers follow on those. They take
+    /// the place of those that were added before; none take them away.
+    void setEntriesAbove(const std::vector<std::string>& captions);
+    /// The numbers of all entries, from the top down.
+    std::vector<int> order() const;
     /// The user chooses an entry; does nothing for a disabled one or a separator.
     void choose(int index);
 
@@ -322,6 +339,7 @@ private:
 
     std::string entryName_;
     std::vector<Entry> entries_;
+    std::size_t ownCount_ = 0; ///< of the entries; behind them are those above
 };
 
 } // namespace tarvik

@@ -2,12 +2,12 @@
 
 #include "ports/Desktop.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tarvik {
 
-Form::Form(std::string name, std::string caption)
-    : ControlList(std::move(name)), caption_(std::move(caption)) {}
+Form::Form(const char* name, const char* caption) : ControlList(name), caption_(caption) {}
 
 void Form::setLayout(LayoutNode root) {
     layout_ = column({std::move(root)});
@@ -72,6 +72,16 @@ void Form::setMinimised(bool minimised) {
 void Form::bringToFront() {
     if (view_ != nullptr) {
         view_->bringToFront();
+    }
+}
+
+void Form::focusOn(Control& control) {
+    if (view_ == nullptr || !control.enabled() || !takesKeys(control.kind())) {
+        return;
+    }
+    const std::vector<Control*> seen = seenControlsInOrder(layout_);
+    if (std::find(seen.begin(), seen.end(), &control) != seen.end()) {
+        view_->focusOn(control);
     }
 }
 

@@ -26,8 +26,10 @@ public:
     virtual ~FormView() = default;
     /// The form was shown or hidden, minimised or restored: ask it.
     virtual void refreshVisibility() = 0;
-    /// Puts the window in front of others and gives it the focus.
+    /// Puts the window in front of others and gives it the focus, unless the form is a quiet one.
     virtual void bringToFront() = 0;
+    /// Gives the focus of the window to a control that can take it.
+    virtual void focusOn(Control& control) = 0;
     /// The number by which the desktop knows the window; 0 where there is none.
     virtual std::uint32_t handle() const { return 0; }
 };
@@ -58,6 +60,9 @@ public:
     bool isDialog() const { return defaultButton_ != nullptr; }
     /// The control that has the focus when the window opens; null for the first in tab order.
     Control* initialFocus() const { return initialFocus_; }
+    /// Its window comes in front of the others of the program without taking the focus: what the
+    /// user is typing goes on where it was.
+    bool isQuiet() const { return quiet_; }
 
     bool loaded() const { return loaded_; }
     /// Loads the form, hidden; does nothing when it is loaded.
@@ -72,6 +77,9 @@ public:
     bool minimised() const { return minimised_; }
     void setMinimised(bool minimised);
     void bringToFront();
+    /// Moves the focus to the control, if its window has it or gets it. Boxes tell of it as when
+    /// the user goes there. What is hidden, cannot be used or takes no keys leaves it where it is.
+    void focusOn(Control& control);
 
     /// The number by which the desktop knows the window; 0 while there is none.
     std::uint32_t hWnd() const { return view_ == nullptr ? 0 : view_->handle(); }
@@ -81,13 +89,14 @@ public:
     void setDesktop(Desktop& desktop) { desktop_ = &desktop; }
 
 protected:
-    Form(std::string name, std::string caption);
+    Form(const char* name, const char* caption);
 
     void setLayout(LayoutNode root);
     void setDefaultButton(CommandButton& button) { defaultButton_ = &button; }
     void setCancelButton(CommandButton& button) { cancelButton_ = &button; }
     void setEscapeCloses() { escapeCloses_ = true; }
     void setInitialFocus(Control& control) { initialFocus_ = &control; }
+    void setQuiet() { quiet_ = true; }
 
 private:
     std::string caption_;
@@ -96,6 +105,7 @@ private:
     CommandButton* cancelButton_ = nullptr;
     bool escapeCloses_ = false;
     Control* initialFocus_ = nullptr;
+    bool quiet_ = false;
     bool loaded_ = false;
     bool unloading_ = false;
     bool visible_ = false;

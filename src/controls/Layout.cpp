@@ -69,6 +69,22 @@ std::vector<Control*> controlsInOrder(const LayoutNode& root) {
     return order;
 }
 
+bool isCollapsed(const LayoutNode& node) {
+    return node.collapses && seenControlsInOrder(node).empty();
+}
+
+std::vector<const LayoutNode*> collapsedNodes(const LayoutNode& root) {
+    if (isCollapsed(root)) {
+        return {&root};
+    }
+    std::vector<const LayoutNode*> nodes;
+    for (const LayoutNode& child : root.children) {
+        const std::vector<const LayoutNode*> inner = collapsedNodes(child);
+        nodes.insert(nodes.end(), inner.begin(), inner.end());
+    }
+    return nodes;
+}
+
 std::vector<Control*> seenControlsInOrder(const LayoutNode& root) {
     std::vector<Control*> order;
     if (root.control != nullptr) {

@@ -11,7 +11,8 @@ class Control;
 /// characters, lines and shares of the room that is left, never in pixels.
 ///
 /// What is hidden keeps its room, so that nothing moves when it comes or goes; what takes turns in
-/// one place stands in a deck, which is as large as the largest of its children needs.
+/// one place stands in a deck, which is as large as the largest of its children needs. Only a node
+/// that collapses gives its room and its gap away: its window gets lower, and higher again.
 ///
 /// Tab order is tree order: within a grid, row by row.
 struct LayoutNode {
@@ -32,12 +33,14 @@ struct LayoutNode {
     int lines = 0;              ///< height of an item at least; 0: as its content needs
     int stretch = 0;            ///< share of the spare room along the row, column or grid column
     bool alike = false;         ///< of a row or column: all items as large as the largest
+    bool collapses = false;     ///< takes no room while nothing of it is seen
     std::vector<LayoutNode> children;
 
     LayoutNode&& wide(int count) && { return characters = count, std::move(*this); }
     LayoutNode&& tall(int count) && { return lines = count, std::move(*this); }
     LayoutNode&& share(int part) && { return stretch = part, std::move(*this); }
     LayoutNode&& sameSize() && { return alike = true, std::move(*this); }
+    LayoutNode&& collapsing() && { return collapses = true, std::move(*this); }
 };
 
 LayoutNode item(Control& control);
@@ -56,5 +59,12 @@ std::vector<Control*> controlsInOrder(const LayoutNode& root);
 
 /// Those of them that are seen: what a frame holds is seen with its frame only.
 std::vector<Control*> seenControlsInOrder(const LayoutNode& root);
+
+/// Whether it collapses and nothing of it is seen: its control is hidden, or without one of its own
+/// every control in it.
+bool isCollapsed(const LayoutNode& node);
+
+/// The nodes of the tree that take no room now, in tree order; what they hold is left out.
+std::vector<const LayoutNode*> collapsedNodes(const LayoutNode& root);
 
 } // namespace tarvik

@@ -14,7 +14,8 @@ using Type = LayoutNode::Type;
 struct Box {
     const LayoutNode* node = nullptr;
     LayoutSize need;
-    bool blank = false; ///< holds no control
+    bool blank = false; ///< holds no control that takes room
+    bool gone = false;  ///< has collapsed
     std::vector<Box> children;
 };
 
@@ -81,14 +82,17 @@ void widen(Track& track, int size, int share) {
     track.share = std::max(track.share, share);
 }
 
-/// A track stands apart when something stands in it; of a grid, also when all its cells are blank.
+/// A track stands apart when something stands in it; of a grid, also when all its cells are blank
+/// and none has collapsed.
 bool hasGaps(const Box& parent, std::size_t first, std::size_t step, std::size_t last) {
+    bool gone = false;
     for (std::size_t i = first; i < last; i += step) {
         if (!parent.children[i].blank) {
             return true;
         }
+        gone = gone || parent.children[i].gone;
     }
-    return parent.node->type == Type::Grid;
+    return parent.node->type == Type::Grid && !gone;
 }
 
 /// The columns and rows of a container, each as large as it needs to be.
@@ -101,7 +105,7 @@ Tracks tracksOf(const Box& box) {
     tracks.rows.resize((cells + count - 1) / count);
     for (std::size_t i = 0; i < cells; ++i) {
         const Box& cell = box.children[i];
-        const int share = cell.node->stretch;
+        const int share = cell.gone ? 0 : cell.node->stretch;
         widen(tracks.columns[i % count], cell.need.width, node.type == Type::Column ? 1 : share);
         widen(tracks.rows[i / count], cell.need.height,
               node.type == Type::Column ? share : (node.type == Type::Row ? 1 : 0));
@@ -117,7 +121,7 @@ Tracks tracksOf(const Box& box) {
 
 /// Makes the items of a row equally wide, or of a column equally high.
 void makeAlike(std::vector<Box>& items, int LayoutSize::*dimension) {
-    const auto isItem = [](const Box& box) { return box.node->type == Type::Item; };
+    const auto isItem = [](const Box& box) { return box.node->type == Type::Item && !box.gone; };
     int largest = 0;
     for (const Box& box : items) {
         largest = std::max(largest, isItem(box) ? box.need.*dimension : 0);
@@ -131,9 +135,14 @@ class Solver {
 public:
     explicit Solver(const LayoutMetrics& metrics) : metrics_(metrics) {}
 
-    /// Measures the node and what it holds, hidden or not, each control once.
+    /// Measures the node and what it holds, hidden or not, each control once; what has collapsed
+    /// counts as empty.
     Box measured(const LayoutNode& node) const {
         Box box{.node = &node, .need = {}, .children = {}};
+        if (isCollapsed(node)) {
+            box.gone = box.blank = true;
+            return box;
+        }
         for (const LayoutNode& child : node.children) {
             box.children.push_back(measured(child));
         }
@@ -145,7 +154,8 @@ public:
     }
 
     void place(const Box& box, const LayoutRect& room, std::vector<PlacedControl>& into) const {
-        if (box.node->control != nullptr && !box.node->control->visible()) {
+        const bool hidden = box.node->control != nullptr && !box.node->control->visible();
+        if (hidden || box.gone) {
             return; // and with it what it holds
         }
         switch (box.node->type) {

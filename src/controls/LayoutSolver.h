@@ -45,7 +45,8 @@ struct PlacedControl {
 };
 
 /// The smallest size in which the whole tree fits, margins included. It is the same whatever of the
-/// tree is visible: no window changes its size by what is shown or hidden in it.
+/// tree is visible, but for what collapses: no window changes its size by what else is shown or
+/// hidden in it.
 LayoutSize minimumSize(const LayoutNode& root, const LayoutMetrics& metrics);
 
 /// The rectangle of every visible control, in tree order, frames before what they hold. Room beyond
@@ -54,7 +55,8 @@ LayoutSize minimumSize(const LayoutNode& root, const LayoutMetrics& metrics);
 ///
 /// An item is as wide as its column. It is as high as it needs to be, in the middle of its row; in
 /// a column, frame or deck one with a share takes the whole height. What is not visible keeps its
-/// room and its gap; a space takes no gap, but a grid's column or row of blanks does.
+/// room and its gap, unless it collapses, which leaves neither room, gap nor share; a space takes
+/// no gap, but a grid's column or row of blanks does.
 std::vector<PlacedControl> solveLayout(const LayoutNode& root, const LayoutMetrics& metrics,
                                        LayoutSize size);
 

@@ -4,10 +4,10 @@
 
 namespace tarvik {
 
-ListView::ListView(ControlList& list, std::string name, Setup setup)
-    : Control(list, ControlKind::ListView, std::move(name)), columns_(std::move(setup.columns)) {
-    setToolTip(std::move(setup.toolTip));
-    setAccessibleName(std::move(setup.accessibleName));
+ListView::ListView(ControlList& list, const char* name, const Setup& setup)
+    : Control(list, ControlKind::ListView, name), columns_(setup.columns) {
+    setToolTip(setup.toolTip);
+    setAccessibleName(setup.accessibleName);
 }
 
 void ListView::setRows(int count, Cell cell, std::vector<std::string> longestTexts) {
@@ -28,7 +28,9 @@ void ListView::setSelectedRow(int row) {
     if (row < none || row >= rowCount_) {
         raise(ErrorNumber::SubscriptOutOfRange);
     }
-    assign(selectedRow_, row, Property::ListIndex);
+    if (assign(selectedRow_, row, Property::ListIndex)) {
+        Click.raise();
+    }
 }
 
 void ListView::setHeadersClickable(bool clickable) {

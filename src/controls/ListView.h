@@ -26,15 +26,17 @@ public:
 
     struct Setup {
         std::vector<ListColumn> columns;
-        std::string toolTip = {};
-        std::string accessibleName = {};
+        const char* toolTip = "";
+        const char* accessibleName = "";
     };
 
     /// The text in a row and column, both counted from 0.
     using Cell = std::function<std::string(int row, int column)>;
 
-    ListView(ControlList& list, std::string name, Setup setup);
+    ListView(ControlList& list, const char* name, const Setup& setup);
 
+    /// Raised when another row has been selected, by the user or the program.
+    Event<> Click;
     /// Raised when the user has clicked twice on a row, or pressed Enter on it.
     Event<> DblClick;
 

@@ -3,6 +3,8 @@
 #include "forms/frmHistory.h"
 #include "forms/frmMain.h"
 #include "forms/frmOptions.h"
+#include "forms/frmPlan.h"
+#include "forms/frmPlanWarning.h"
 #include "forms/frmStatistics.h"
 #include "forms/frmSysTray.h"
 #include "forms/frmWarning.h"
@@ -22,14 +24,16 @@ struct Forms {
     FrmMain frmMain;
     FrmHistory frmHistory;
     FrmOptions frmOptions;
+    FrmPlan frmPlan;
+    FrmPlanWarning frmPlanWarning;
     FrmStatistics frmStatistics;
     FrmSysTray frmSysTray;
     FrmWarning frmWarning;
 
     /// All of them.
     auto all() {
-        return std::to_array<Form*>(
-            {&frmMain, &frmHistory, &frmOptions, &frmStatistics, &frmSysTray, &frmWarning});
+        return std::to_array<Form*>({&frmMain, &frmHistory, &frmOptions, &frmPlan, &frmPlanWarning,
+                                     &frmStatistics, &frmSysTray, &frmWarning});
     }
 };
 

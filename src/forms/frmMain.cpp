@@ -9,18 +9,21 @@ namespace {
 constexpr int bytesWidth = 16;
 constexpr int durationWidth = 14;
 constexpr int connectionWidth = 34;
+// What is longer does not make the window wider.
+constexpr int planWidth = 40;
 } // namespace
 
 Label::Setup FrmMain::columnHeading(const char* caption) {
     return {.caption = caption, .alignment = TextAlignment::Right};
 }
 
-Label::Setup FrmMain::inAnyUnit(const std::string& prefix) {
-    Label::Setup setup{.caption = prefix + transferUnitCaptions.front()};
-    for (std::size_t unit = 1; unit < transferUnitCaptions.size(); ++unit) {
-        setup.otherCaptions.push_back(prefix + transferUnitCaptions[unit]);
+void FrmMain::makeRoomForUnits(Label& label, const std::string& prefix) {
+    std::vector<std::string> captions;
+    captions.reserve(transferUnitCaptions.size());
+    for (const char* unit : transferUnitCaptions) {
+        captions.push_back(prefix + unit);
     }
-    return setup;
+    label.setOtherCaptions(std::move(captions));
 }
 
 TextBox::Setup FrmMain::figure(const char* text, const char* accessibleName, const char* toolTip) {
@@ -32,6 +35,8 @@ TextBox::Setup FrmMain::figure(const char* text, const char* accessibleName, con
 }
 
 FrmMain::FrmMain() : Form("frmMain", "Velmars Tarvik") {
+    makeRoomForUnits(lblTransferCurrent, "current ");
+    makeRoomForUnits(lblTransferTotal, "total ");
     picStatus.setDrawing(statusLamp(LampState::NotMonitoring));
     picStatus.setAccessibleName(statusLampName(LampState::NotMonitoring));
 
@@ -58,11 +63,15 @@ FrmMain::FrmMain() : Form("frmMain", "Velmars Tarvik") {
         space(),
         item(cmdStatistics), item(cmdHistory), item(cmdOptions), item(cmdQuit),
     }).sameSize();
-    setLayout(row({
-        column({std::move(transfers), std::move(status), space()}).share(1),
-        std::move(commands),
+    setLayout(column({
+        row({
+            column({std::move(transfers), std::move(status), space()}).share(1),
+            std::move(commands),
+        }),
+        row({item(lblPlan).wide(planWidth).share(1)}).collapsing(),
     }));
     // clang-format on
+    lblPlan.setVisible(false);
     setInitialFocus(cmdMonitor);
 }
 

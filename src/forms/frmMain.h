@@ -23,7 +23,7 @@ public:
     Label lblTransferRcvd{*this, "lblTransferRcvd", columnHeading("Received")};
     Label lblDuration{*this, "lblDuration", {"Duration"}};
     Label lblDurationTime{*this, "lblDurationTime", columnHeading("hr:min:sec:ms")};
-    Label lblTransferCurrent{*this, "lblTransferCurrent", inAnyUnit("current ")};
+    Label lblTransferCurrent{*this, "lblTransferCurrent", {"current (bytes):"}};
     TextBox txtBytesSent{
         *this, "txtBytesSent",
         figure("", "Sent, current connection",
@@ -38,7 +38,7 @@ public:
         figure("00:00:00:000", "Duration, current connection",
                "This shows the duration of the active connection(s) since monitoring has been "
                "started (current connection only)")};
-    Label lblTransferTotal{*this, "lblTransferTotal", inAnyUnit("total ")};
+    Label lblTransferTotal{*this, "lblTransferTotal", {"total (bytes):"}};
     TextBox txtBytesSentTotal{
         *this, "txtBytesSentTotal",
         figure("", "Sent, total",
@@ -114,11 +114,15 @@ public:
                            .toolTip = "This quits the application (and stops monitoring)",
                            .mnemonic = 'Q'}};
 
+    Label lblPlan{
+        *this, "lblPlan", {.caption = "", .toolTip = "How the plan stands of which most is used"}};
+
     Timer timUpdateStats{*this, "timUpdateStats"};
 
 private:
     static Label::Setup columnHeading(const char* caption);
-    static Label::Setup inAnyUnit(const std::string& prefix);
+    /// Room for the words in each unit.
+    static void makeRoomForUnits(Label& label, const std::string& prefix);
     static TextBox::Setup figure(const char* text, const char* accessibleName, const char* toolTip);
 };
 

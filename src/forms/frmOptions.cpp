@@ -77,7 +77,7 @@ FrmOptions::FrmOptions() : Form("frmOptions", "Velmars Tarvik - Options") {
         row({column({startUpFrame(), unitsFrame(), miscellaneousFrame().share(1)}).share(1),
              column({warningsFrame(), resetFrame().share(1)}).share(1)})
             .share(1),
-        row({space(), item(cmdOK), item(cmdCancel)}).sameSize(),
+        row({item(cmdPlan), row({space(), item(cmdOK), item(cmdCancel)}).sameSize().share(1)}),
     }));
     setDefaultButton(cmdOK);
     setCancelButton(cmdCancel);

@@ -141,6 +141,13 @@ public:
          .accessibleName = "Transfer ticker interval in mega-bytes"}};
     Label lblTransferTicker{*this, "lblTransferTicker", {"MB (ME/2K/XP only)"}};
 
+    CommandButton cmdPlan{
+        *this,
+        "cmdPlan",
+        {.caption = "Plan...",
+         .toolTip = "The bill's own period, what is left of it, and what it comes to",
+         .mnemonic = 'P'}};
+
     CommandButton cmdOK{
         *this,
         "cmdOK",

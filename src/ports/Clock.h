@@ -1,7 +1,9 @@
 #pragma once
 
 #include "types/Date.h"
+#include "types/Moment.h"
 
+#include <chrono>
 #include <cstdint>
 
 namespace tarvik {
@@ -35,6 +37,21 @@ public:
 /// Day and time of the user's clock.
 inline Date momentOf(Clock& clock) {
     return Date(clock.currentDate().serial() + clock.currentTime().serial());
+}
+
+/// The second of universal time that so many milliseconds lie in.
+inline Moment momentOf(std::int64_t universalMilliseconds) {
+    return std::chrono::floor<std::chrono::seconds>(
+        std::chrono::sys_time<std::chrono::milliseconds>(
+            std::chrono::milliseconds(universalMilliseconds)));
+}
+
+/// The second of universal time that it is, and how far the user's clock is ahead of it.
+inline Moment momentNow(Clock& clock) {
+    return momentOf(clock.universalMilliseconds());
+}
+inline std::chrono::minutes aheadNow(Clock& clock) {
+    return std::chrono::minutes(clock.minutesAhead(clock.universalMilliseconds()));
 }
 
 } // namespace tarvik

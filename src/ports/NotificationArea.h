@@ -1,6 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
 
 namespace tarvik {
 
@@ -14,7 +17,7 @@ struct NOTIFYICONDATAA {
     std::uint32_t uID;
     std::uint32_t uFlags;
     std::uint32_t uCallbackMessage;
-    std::uint32_t hIcon; ///< one of the `TrayIcon` values
+    std::uint32_t hIcon; ///< an `iconNumber`; any other shows the first icon
     char szTip[128];
     std::uint32_t dwState;
     std::uint32_t dwStateMask;
@@ -27,6 +30,29 @@ static_assert(sizeof(NOTIFYICONDATAA) == NOTIFYICONDATAA::size);
 
 /// The three icons the program shows in the notification area.
 enum class TrayIcon : std::uint32_t { imgSysTray = 0, imgSysTrayOnline = 1, imgSysTrayOffline = 2 };
+
+/// What an icon bears over its lower right corner: nothing, a small hollow mark, or a full one with
+/// a bar in it.
+enum class TrayMark : std::uint32_t { None = 0, First = 1, Last = 2 };
+
+/// The number of an icon that bears a mark; without one, the icon's own value.
+constexpr std::uint32_t iconNumber(TrayIcon icon, TrayMark mark) {
+    constexpr std::uint32_t icons = 3;
+    return static_cast<std::uint32_t>(icon) + icons * static_cast<std::uint32_t>(mark);
+}
+
+/// A note that the user can answer.
+struct DesktopNote {
+    enum class Urgency : std::uint8_t { Low = 0, Normal = 1, Critical = 2 };
+
+    std::string title;
+    std::string text; ///< a carriage return separates lines
+    Urgency urgency = Urgency::Normal;
+    std::vector<std::string> buttons =
+        {}; ///< captions; not shown where the desktop's notes have none
+
+    friend bool operator==(const DesktopNote&, const DesktopNote&) = default;
+};
 
 /// The notification area of the task bar.
 class NotificationArea {
@@ -42,6 +68,16 @@ public:
     /// notification area. An icon's mouse messages (514 left, 517 right button released) arrive as
     /// mouse moves of the picture that the record names.
     virtual bool Shell_NotifyIconA(std::uint32_t request, NOTIFYICONDATAA* data) = 0;
+
+    /// The answer of who clicks on a note itself, not on one of its buttons.
+    static constexpr int noteClicked = -1;
+
+    /// Shows a note, beside the icon or wherever the desktop shows notes; it takes the place of the
+    /// note before, of whichever kind. False where the desktop shows none. `answered` is called by
+    /// the thread of the windows, once at most and never before this returns, with `noteClicked` or
+    /// the number of a button: as long as the note is there, no other note has taken its place and
+    /// the icon was not removed. What is answered while a box is open is dropped.
+    virtual bool tell(const DesktopNote& note, std::function<void(int)> answered) = 0;
 
     /// Brings a form's window to the foreground, so that a menu opened next is closed by a click
     /// elsewhere.

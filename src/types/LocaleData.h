@@ -18,6 +18,7 @@ struct LocaleData {
     std::string thousandsSeparator = ",";
     std::string amText = "AM";
     std::string pmText = "PM";
+    std::string middleDot = "\xC2\xB7"; ///< set between the parts of a line
     std::array<std::string, 12> shortMonths{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                             "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
     std::array<std::string, 12> longMonths{"January",   "February", "March",    "April",

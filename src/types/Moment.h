@@ -1,5 +1,7 @@
 #pragma once
 
+#include "types/Date.h"
+
 #include <chrono>
 
 namespace tarvik {
@@ -23,6 +25,13 @@ inline Moment momentOf(LocalMoment local, std::chrono::minutes ahead) {
 /// The day that a wall clock's time is on.
 inline LocalDay dayOf(LocalMoment local) {
     return std::chrono::floor<std::chrono::days>(local);
+}
+
+/// The same as a date and time.
+inline Date dateOf(LocalMoment local) {
+    constexpr int first = 25'569; ///< 1 January 1970
+    constexpr double secondsInDay = 86'400;
+    return Date(first + static_cast<double>(local.time_since_epoch().count()) / secondsInDay);
 }
 
 /// Moments that are written and read again: universal time has four digits for their years, and so

@@ -7,6 +7,7 @@
 #include "state/mdlTools.h"
 
 #include <string_view>
+#include <utility>
 
 namespace tarvik {
 
@@ -42,6 +43,11 @@ std::string_view tipFor(TrayState state) {
     return "Velmars Tarvik: Not monitoring.";
 }
 
+std::string tipTextFor(TrayState state) {
+    const std::string& plan = forms().frmSysTray.planTip;
+    return std::string(tipFor(state)) + (plan.empty() ? "" : "\n" + plan);
+}
+
 NOTIFYICONDATAA iconRecord(TrayState iconState, TrayState tipState) {
     NOTIFYICONDATAA data{};
     const bool balloons = forms().frmSysTray.balloonSupport;
@@ -50,9 +56,9 @@ NOTIFYICONDATAA iconRecord(TrayState iconState, TrayState tipState) {
     data.uID = iconIdentifier;
     data.uFlags = NotificationArea::message | NotificationArea::icon | NotificationArea::tip;
     data.uCallbackMessage = mouseMoveMessage;
-    data.hIcon = static_cast<std::uint32_t>(iconFor(iconState));
+    data.hIcon = iconNumber(iconFor(iconState), forms().frmSysTray.planMark);
     data.uTimeoutOrVersion = balloons ? balloonVersion : 0;
-    tipFor(tipState).copy(data.szTip, sizeof data.szTip - 1);
+    tipTextFor(tipState).copy(data.szTip, sizeof data.szTip - 1);
     return data;
 }
 
@@ -62,11 +68,20 @@ NOTIFYICONDATAA currentRecord() {
                       static_cast<TrayState>(tray.tipState));
 }
 
-/// One at a time: the next one would take its place.
+/// One at a time: the next one takes its place. Without ticks nobody would come back to it.
+bool mayTell() {
+    const std::uint64_t tried = forms().frmSysTray.notesTriedAt;
+    return tried == 0 || !forms().frmMain.timUpdateStats.enabled() ||
+           platform().clock.steadyMilliseconds() - tried >= betweenNotes;
+}
+
 void tellNext() {
     FrmSysTray& tray = forms().frmSysTray;
     tray.notesTriedAt = platform().clock.steadyMilliseconds();
-    if (Tell(tray.notesToTell.front())) {
+    const NoteToTell& next = tray.notesToTell.front();
+    const bool isShown = next.answered ? platform().notificationArea.tell(next.note, next.answered)
+                                       : Tell(next.note.text);
+    if (isShown) {
         tray.notesToTell.erase(tray.notesToTell.begin());
     }
 }
@@ -103,6 +118,19 @@ bool ToggleSysTray(TrayState IconState, TrayState TipState) {
     });
 }
 
+void ShowPlanInSysTray(const std::string& Line, TrayMark Mark) {
+    guarded("ShowPlanInSysTray", [&] {
+        FrmSysTray& tray = forms().frmSysTray;
+        if (tray.planTip == Line && tray.planMark == Mark) {
+            return;
+        }
+        tray.planTip = Line;
+        tray.planMark = Mark;
+        NOTIFYICONDATAA data = currentRecord();
+        platform().notificationArea.Shell_NotifyIconA(NotificationArea::modify, &data);
+    });
+}
+
 bool IsInSysTray() {
     return guarded("IsInSysTray", false, [](bool& result) {
         NOTIFYICONDATAA data = currentRecord();
@@ -131,9 +159,15 @@ bool Tell(const std::string& Text) {
 }
 
 void TellSoon(const std::string& Text) {
+    TellSoon({.title = {}, .text = Text}, nullptr);
+}
+
+void TellSoon(DesktopNote Note, std::function<void(int)> Answered) {
     guarded("TellSoon", [&] {
-        forms().frmSysTray.notesToTell.push_back(Text);
-        if (forms().frmSysTray.notesToTell.size() == 1) {
+        FrmSysTray& tray = forms().frmSysTray;
+        const bool isFirst = tray.notesToTell.empty();
+        tray.notesToTell.push_back({std::move(Note), std::move(Answered)});
+        if (isFirst && mayTell()) {
             tellNext();
         }
     });
@@ -141,9 +175,7 @@ void TellSoon(const std::string& Text) {
 
 void TellWhatWaits() {
     guarded("TellWhatWaits", [] {
-        const FrmSysTray& tray = forms().frmSysTray;
-        if (!tray.notesToTell.empty() &&
-            platform().clock.steadyMilliseconds() - tray.notesTriedAt >= betweenNotes) {
+        if (!forms().frmSysTray.notesToTell.empty() && mayTell()) {
             tellNext();
         }
     });

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "ports/NotificationArea.h"
+
 #include <cstdint>
+#include <functional>
 #include <string>
 
 namespace tarvik {
@@ -13,6 +16,10 @@ bool AddToSysTray(TrayState IconState, TrayState TipState);
 
 /// Changes icon and tip. Asks the desktop for nothing when both are as they were.
 bool ToggleSysTray(TrayState IconState, TrayState TipState);
+
+/// A second line for the tip, none where it is empty, and a mark on the icon. Asks the desktop for
+/// nothing when both are as they were.
+void ShowPlanInSysTray(const std::string& Line, TrayMark Mark);
 
 /// True while the icon stands in the notification area, where it can bring a hidden main window
 /// back.
@@ -31,11 +38,14 @@ bool ShowBalloonTip(const std::string& Text, const std::string& Title, std::uint
 /// Shows such a note under the program's name.
 bool Tell(const std::string& Text);
 
-/// The same as soon as the desktop shows notes, which may be later: for what the user must get to
-/// know, and no box may ask about, since nothing is counted behind a box that nobody closes.
+/// The same as soon as the desktop shows notes and the one before has had its time, which may be
+/// later: for what the user must get to know, and no box may ask about, since nothing is counted
+/// behind a box that nobody closes.
 void TellSoon(const std::string& Text);
-/// Shows the next of those that wait, at most every five seconds. Asks the desktop for nothing when
-/// none waits.
+/// The same with a note that the user can answer.
+void TellSoon(DesktopNote Note, std::function<void(int)> Answered);
+/// Shows the next of those that wait, five seconds after the one before. Asks the desktop for
+/// nothing when none waits.
 void TellWhatWaits();
 
 /// Removes the icon and unloads the form that owns it.

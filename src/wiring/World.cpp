@@ -4,6 +4,8 @@
 #include "wiring/frmHistoryEvents.h"
 #include "wiring/frmMainEvents.h"
 #include "wiring/frmOptionsEvents.h"
+#include "wiring/frmPlanEvents.h"
+#include "wiring/frmPlanWarningEvents.h"
 #include "wiring/frmStatisticsEvents.h"
 #include "wiring/frmSysTrayEvents.h"
 #include "wiring/frmWarningEvents.h"
@@ -12,10 +14,12 @@ namespace tarvik {
 
 World::World(Platform& platform)
     : forms(platform.desktop), platformScope_(platform), stateScope_(state), formsScope_(forms),
-      journalScope_(journal) {
+      journalScope_(journal), ledgerScope_(ledger), plansScope_(plans) {
     connectMainEvents();
     connectHistoryEvents();
     connectOptionsEvents();
+    connectPlanEvents();
+    connectPlanWarningEvents();
     connectStatisticsEvents();
     connectSysTrayEvents();
     connectWarningEvents();

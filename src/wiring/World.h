@@ -2,6 +2,8 @@
 
 #include "forms/Forms.h"
 #include "journal/Journal.h"
+#include "ledger/Ledger.h"
+#include "plan/Plans.h"
 #include "ports/Platform.h"
 #include "state/mdlVar.h"
 
@@ -20,12 +22,16 @@ public:
     State state;
     Forms forms;
     Journal journal;
+    Ledger ledger;
+    Plans plans;
 
 private:
     PlatformScope platformScope_;
     StateScope stateScope_;
     FormsScope formsScope_;
     JournalScope journalScope_;
+    LedgerScope ledgerScope_;
+    PlansScope plansScope_;
 };
 
 } // namespace tarvik

@@ -92,6 +92,8 @@ public:
     virtual void clickInto(TextBox& field) = 0;
     /// The key of a small letter goes down, writes it, and comes up.
     virtual void type(TextBox& field, char letter) = 0;
+    /// The key of a small letter goes down and comes up wherever the keys are now.
+    virtual void typeOn(char letter) = 0;
     /// Pastes a text of the clipboard into the field that has the focus, by the keyboard.
     virtual void paste(TextBox& field, const std::string& text) = 0;
     /// The user selects so many letters; with none the next one is written there.

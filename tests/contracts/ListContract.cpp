@@ -76,6 +76,21 @@ TEST_F(ListContract, TheModelsSelectionIsShown) {
     EXPECT_EQ(face->selectedRow(list), 2);
 }
 
+TEST_F(ListContract, WhatWasSelectedBeforeTheWindowWasMadeIsShown) {
+    form.unload(); // the list of the other one has the same name
+    face->settle();
+    FormOn<ListForm> later{face->desktop()};
+    later.fill(3);
+    later.lvwRows.setSelectedRow(1);
+
+    later.setVisible(true);
+    face->settle();
+
+    EXPECT_EQ(face->selectedRow(later.lvwRows), 1);
+    later.unload();
+    face->settle();
+}
+
 TEST_F(ListContract, OtherRowsTakeTheSelectionAway) {
     form.fill(3);
     list.setSelectedRow(2);

@@ -8,6 +8,7 @@
 #include "types/Convert.h"
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -58,6 +59,19 @@ struct ProgramUnderTest {
     /// Where the running program lies, in a folder that the user may write to.
     std::string folder;
     char separator = '/';
+    /// A program that can be started; it leaves its environment at the path that it is given as
+    /// TARVIK_REPORT.
+    std::string startable;
+    std::string report;
+    /// The environment that it was started with, once it is left there; empty when that is not
+    /// within a fair while.
+    std::function<std::map<std::string, std::string>()> reported;
+    /// The value of PATH that this process has itself.
+    std::string path;
+    /// What is no program, or lies nowhere.
+    std::vector<std::string> refused;
+    /// A full path where nothing lies.
+    std::string missing;
 };
 ProgramUnderTest programUnderTest();
 

@@ -46,7 +46,7 @@ def body(head, lines):
 FOLDERS = ["src/" + one for floor in rules.FLOORS for one in floor]
 # The floors as they are meant, by one folder of each, the lowest first: whoever turns two of them
 # around in the rules is told.
-UPWARDS = ["types", "ports", "state", "forms", "ui", "ledger", "settings", "plan", "monitor", "startup",
+UPWARDS = ["types", "ports", "state", "forms", "ui", "ledger", "plan", "settings", "monitor", "startup",
            "wiring"]
 # What platforms may include of src/, as it is meant.
 SEEN = ["src/types", "src/ports", "src/controls", "src/forms"]

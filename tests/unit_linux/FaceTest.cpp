@@ -5,6 +5,7 @@
 #include "support/QtWidgets.h"
 #include "support/ThrowAwayForm.h"
 
+#include <QAbstractItemModel>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -49,6 +50,18 @@ TEST_F(FaceTest, EveryControlHasAWidgetWithItsName) {
     EXPECT_EQ(widgetNamed<QPushButton>("cmdOk")->accessibleDescription(),
               QStringLiteral("id:cmdOk"));
     EXPECT_EQ(window()->windowTitle(), QStringLiteral("Throw-away"));
+}
+
+TEST_F(FaceTest, EntriesThatComeTogetherAreInsertedTogether) {
+    auto& list = *widgetNamed<QComboBox>("cboList");
+    int insertions = 0;
+    QObject::connect(list.model(), &QAbstractItemModel::rowsInserted, [&] { ++insertions; });
+
+    form.cboList.setItems({"Moor", "Dune", "Pier"});
+
+    EXPECT_EQ(insertions, 1);
+    EXPECT_EQ(list.count(), 3);
+    EXPECT_EQ(list.currentIndex(), -1);
 }
 
 TEST_F(FaceTest, ALabelIsTheBuddyOfItsInput) {

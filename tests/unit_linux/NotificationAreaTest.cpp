@@ -1,7 +1,9 @@
 #include "IconTest.h"
 #include "SessionBusStandIn.h"
 #include "Waiting.h"
+#include "common/TrayLamp.h"
 #include "linux/face/BusNames.h"
+#include "linux/face/DrawingPainter.h"
 #include "linux/face/ItemTypes.h"
 #include "support/QtWidgets.h"
 
@@ -363,6 +365,24 @@ TEST_F(NotificationAreaTest, APanelReadsTheTipAndTheImagesOfTheIcon) {
     ASSERT_FALSE(images.isEmpty());
     EXPECT_EQ(images[0].points.size(), 4 * images[0].width * images[0].height);
     EXPECT_NE(images[0].points.count('\0'), images[0].points.size());
+}
+
+TEST_F(NotificationAreaTest, AMarkOfTheIconIsInTheImagesThatAPanelReads) {
+    PanelStandIn panel;
+    ask(NotificationArea::add);
+    data.hIcon = iconNumber(TrayIcon::imgSysTrayOnline, TrayMark::Last);
+    ASSERT_TRUE(spinUntil([&] { return ask(NotificationArea::modify); }));
+
+    const QVariant answer =
+        panel.call(itemPath, QStringLiteral("org.freedesktop.DBus.Properties"),
+                   QStringLiteral("Get"), {itemInterface, QStringLiteral("IconPixmap")});
+
+    const auto images = qdbus_cast<QList<face::ItemPixmap>>(answer.value<QDBusVariant>().variant());
+    const auto expected = face::pixmapsOf(face::iconOf(face::trayDrawing(7)));
+    ASSERT_EQ(images.size(), expected.size());
+    for (qsizetype i = 0; i < images.size(); ++i) {
+        EXPECT_EQ(images[i].points, expected[i].points);
+    }
 }
 
 TEST_F(NotificationAreaTest, AClickOnTheItemIsTheLeftButton) {

@@ -101,8 +101,20 @@ QString NoteServiceStandIn::introspect(const QString&) const {
     return {};
 }
 
+void NoteServiceStandIn::tell(const QString& signal, const QVariantList& values) {
+    QDBusMessage message =
+        QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/Notifications"),
+                                   QStringLiteral("org.freedesktop.Notifications"), signal);
+    message.setArguments(values);
+    name_.connection().send(message);
+}
+
 bool NoteServiceStandIn::handleMessage(const QDBusMessage& message,
                                        const QDBusConnection& connection) {
+    if (message.member() == QStringLiteral("GetCapabilities")) {
+        ++asked;
+        return saysNothing || connection.send(message.createReply(capabilities));
+    }
     if (message.interface() != QStringLiteral("org.freedesktop.Notifications") ||
         message.member() != QStringLiteral("Notify")) {
         return false;

@@ -46,12 +46,19 @@ public:
     QString introspect(const QString& path) const override;
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
 
+    /// Tells everybody on the bus of a note.
+    void tell(const QString& signal, const QVariantList& values);
+
     /// The arguments of each call.
     std::vector<QVariantList> notes;
     /// What the next calls are answered with: a number, an error, or nothing at all.
     unsigned number = 1;
     bool fails = false;
     bool silent = false;
+    /// What the service says that it can do, of whatever type; how often it was asked.
+    QVariant capabilities = QStringList{QStringLiteral("body")};
+    bool saysNothing = false; ///< when it is asked that
+    int asked = 0;
 
 private:
     BusNameStandIn name_;

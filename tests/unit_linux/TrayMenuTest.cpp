@@ -31,6 +31,42 @@ TEST_F(TrayMenuTest, ADisabledEntryCannotBeChosen) {
     EXPECT_EQ(chosen, std::vector<int>{});
 }
 
+TEST_F(TrayMenuTest, EntriesAboveStandOnTopWithALineBelow) {
+    tray.mnuPopUp.setEntriesAbove({"Extend"});
+
+    EXPECT_EQ(menu.actions().size(), 9);
+    EXPECT_EQ(menu.actions().at(0)->text(), QStringLiteral("Extend"));
+    EXPECT_TRUE(menu.actions().at(1)->isSeparator());
+    EXPECT_EQ(menu.actions().at(2)->text(), QStringLiteral("Show/Hide"));
+}
+
+TEST_F(TrayMenuTest, AChosenEntryTellsItsNumberBelowOthersToo) {
+    tray.mnuPopUp.setEntriesAbove({"Extend"});
+
+    menu.actions().at(0)->trigger();
+    menu.actions().at(2 + FrmSysTray::quit)->trigger();
+
+    EXPECT_EQ(chosen, (std::vector<int>{FrmSysTray::extendToday, FrmSysTray::quit}));
+}
+
+TEST_F(TrayMenuTest, EntriesBelowOthersFollowTheModel) {
+    tray.mnuPopUp.setEntriesAbove({"Extend"});
+
+    tray.mnuPopUp.setEntryCaption(FrmSysTray::monitoring, "Stop Monitoring");
+
+    EXPECT_EQ(menu.actions().at(2 + FrmSysTray::monitoring)->text(),
+              QStringLiteral("Stop Monitoring"));
+}
+
+TEST_F(TrayMenuTest, EntriesAboveAreTakenAwayAgain) {
+    tray.mnuPopUp.setEntriesAbove({"Extend"});
+
+    tray.mnuPopUp.setEntriesAbove({});
+
+    EXPECT_EQ(menu.actions().size(), 7);
+    EXPECT_EQ(menu.actions().at(0)->text(), QStringLiteral("Show/Hide"));
+}
+
 TEST_F(TrayMenuTest, ADetachedMenuFollowsTheModelNoMore) {
     menu.detach();
 

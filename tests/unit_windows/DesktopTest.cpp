@@ -104,6 +104,35 @@ TEST_F(DesktopTest, AMenuShowsItsEntriesAndRunsTheChosenOne) {
     hidden.unload();
 }
 
+TEST_F(DesktopTest, EntriesAboveTheOwnOnesStandOnTopAndTellTheirNumbers) {
+    FormOn<HiddenForm> hidden{machine.platform.desktop};
+    hidden.load();
+    hidden.mnuPopUp.setEntriesAbove({"Above"});
+    int chosen = -1;
+    hidden.mnuPopUp.Click.connect([&](int entry) { chosen = entry; });
+    show();
+    std::vector<std::string> captions;
+    const Later choose([&] {
+        const HMENU menu = openMenu(GetCurrentProcessId());
+        if (menu == nullptr) {
+            return false;
+        }
+        for (UINT place = 0; place < 3; ++place) {
+            captions.push_back(captionOf(menu, place));
+        }
+        for (const WPARAM key : {VK_DOWN, VK_RETURN}) {
+            PostMessageA(window(), WM_KEYDOWN, key, 1);
+        }
+        return true;
+    });
+
+    desktop.popUpMenu(hidden.mnuPopUp, form);
+
+    EXPECT_EQ(captions, (std::vector<std::string>{"Above", "", "One && all"}));
+    EXPECT_EQ(chosen, 4);
+    hidden.unload();
+}
+
 TEST_F(DesktopTest, AMenuThatIsClosedRunsNothing) {
     FormOn<HiddenForm> hidden{machine.platform.desktop};
     hidden.load();

@@ -1,39 +1,22 @@
 #include "windows/face/WindowsNotificationArea.h"
 
 #include "HebrewPage.h"
+#include "PlayedTaskBar.h"
 #include "support/Win32Windows.h"
 
 #include "windows/face/DrawingRaster.h"
 
 #include <gtest/gtest.h>
 
-#include <shellapi.h>
-
 #include <cstring>
 #include <optional>
+#include <set>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace tarvik {
 
-using TellTaskBar = BOOL WINAPI(DWORD, ::NOTIFYICONDATAA*);
-
-/// Where this program keeps the address of the system's function.
-extern "C" TellTaskBar* systemsTellTaskBar __asm__("__imp__Shell_NotifyIconA@8");
-
 namespace {
-
-tarvik::NOTIFYICONDATAA iconOf(HWND window, TrayIcon icon) {
-    tarvik::NOTIFYICONDATAA record{};
-    record.cbSize = 488;
-    record.hWnd = static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(window));
-    record.uID = 1;
-    record.uFlags = 7;
-    record.uCallbackMessage = 512;
-    record.hIcon = static_cast<std::uint32_t>(icon);
-    return record;
-}
 
 /// A window that is never seen, for the icon's messages.
 class NotificationAreaTest : public testing::Test {
@@ -105,31 +88,6 @@ TEST_F(NotificationAreaTest, ARemovedIconStaysAway) {
     EXPECT_FALSE(ask(NotificationArea::modify));
 }
 
-/// Stands in the task bar's place for its own lifetime: does nothing but write down what it is
-/// told.
-class PlayedTaskBar {
-public:
-    struct Told {
-        DWORD request = 0;
-        ::NOTIFYICONDATAA record{};
-    };
-
-    PlayedTaskBar() : system_(std::exchange(systemsTellTaskBar, writeDown)) { told.clear(); }
-    ~PlayedTaskBar() { systemsTellTaskBar = system_; }
-    PlayedTaskBar(const PlayedTaskBar&) = delete;
-    PlayedTaskBar& operator=(const PlayedTaskBar&) = delete;
-
-    static inline std::vector<Told> told;
-
-private:
-    static BOOL WINAPI writeDown(DWORD request, ::NOTIFYICONDATAA* record) {
-        told.push_back({.request = request, .record = *record});
-        return TRUE;
-    }
-
-    TellTaskBar* system_;
-};
-
 /// An icon whose task bar is played by the test.
 class NoteTest : public NotificationAreaTest {
 protected:
@@ -146,6 +104,21 @@ protected:
 
     PlayedTaskBar taskBar;
 };
+
+TEST_F(NoteTest, EachNumberOfAnIconHasAnImageOfItsOwnAndAnUnknownOneTheFirsts) {
+    for (std::uint32_t number = 0; number < 10; ++number) {
+        auto record = iconOf(window, static_cast<TrayIcon>(number));
+        area.Shell_NotifyIconA(NotificationArea::add, &record);
+    }
+
+    std::set<HICON> images;
+    for (const PlayedTaskBar::Told& each : PlayedTaskBar::told) {
+        images.insert(each.record.hIcon);
+    }
+    EXPECT_EQ(images.size(), 9U);
+    EXPECT_EQ(images.count(nullptr), 0U);
+    EXPECT_EQ(PlayedTaskBar::told.at(9).record.hIcon, PlayedTaskBar::told.at(0).record.hIcon);
+}
 
 TEST_F(NoteTest, ANoteReachesTheTaskBarWithEachLineEndedAsTheSystemWantsIt) {
     note("one\rtwo\r\nthree");

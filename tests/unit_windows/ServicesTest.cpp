@@ -162,6 +162,19 @@ TEST(LocaleFormsTest, TheProgramUsesTheUsersOwn) {
     EXPECT_EQ(locale.data(), localeDataOf(LOCALE_USER_DEFAULT));
 }
 
+TEST(LocaleFormsTest, AMiddleDotIsOneOfTheCodePage) {
+    const CodePage western{.toUtf8 = [](std::string_view) { return std::string("\xC2\xB7"); },
+                           .fromUtf8 = [](std::string_view) { return std::string("\xB7"); }};
+
+    EXPECT_EQ(localeDataOf(LOCALE_USER_DEFAULT, western).middleDot, "\xB7");
+}
+
+TEST(LocaleFormsTest, WhereTheCodePageHasNoMiddleDotAHyphenStandsForIt) {
+    const CodePage without{.fromUtf8 = [](std::string_view) { return std::string("?"); }};
+
+    EXPECT_EQ(localeDataOf(LOCALE_USER_DEFAULT, without).middleDot, "-");
+}
+
 // Last, for the libraries stay, and some of them start the sockets.
 TEST(OldSystemTest, WhatItAsksForByNameDoesNotComeFromTheProgramsFolder) {
     char program[MAX_PATH];

@@ -53,10 +53,13 @@ protected:
 
 private:
     void showItems() {
-        widget_->clear();
+        QStringList texts;
         for (const std::string& text : combo_.items()) {
-            widget_->addItem(shown(text));
+            texts.push_back(shown(text));
         }
+        widget_->clear();
+        // Each insertion is told to whoever looks at the list.
+        widget_->addItems(texts);
     }
 
     ComboBox& combo_;

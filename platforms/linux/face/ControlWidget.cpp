@@ -17,7 +17,8 @@ void showAccessibleName(QWidget& widget, const Control& control) {
     widget.setAccessibleName(shown(control.accessibleName()));
 }
 
-/// No window changes its size, and nothing in it its place, by what is shown or hidden in it.
+/// No window changes its size, and nothing in it its place, by what is shown or hidden in it. What
+/// collapses is an exception: see FormWindowRoom.cpp.
 void keepRoomWhenHidden(QWidget& widget) {
     QSizePolicy policy = widget.sizePolicy();
     policy.setRetainSizeWhenHidden(true);
@@ -47,7 +48,7 @@ bool ControlWidget::refreshShared(Property changed) {
         showEnabled();
         return true;
     case Property::Visible:
-        widget_->setVisible(control().visible());
+        showVisible();
         return true;
     case Property::ToolTip:
         showToolTip(*widget_, control());
@@ -58,6 +59,11 @@ bool ControlWidget::refreshShared(Property changed) {
     default:
         return false;
     }
+}
+
+void ControlWidget::showVisible() {
+    const auto change = [this] { widget_->setVisible(control().visible()); };
+    changeRoom_ ? changeRoom_(change) : change();
 }
 
 void ControlWidget::showEnabled() {

@@ -8,7 +8,9 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 namespace tarvik::face {
 
@@ -23,17 +25,25 @@ public:
 
     /// The width that an item of so many characters needs; 0: what the widget itself says.
     virtual int widthFor(int characters) const;
+    /// The user has left the control for another one of its window.
+    virtual void onLeave() {}
 
     /// Where the focus goes when the control is enabled again; shared by all of one window, which
     /// outlive none of them.
     void shareFocus(ReturningFocus<QWidget*>& focus) { focus_ = &focus; }
+    /// Runs whatever shows or hides the widget, for one whose room comes and goes with it.
+    void changeRoomBy(std::function<void(const std::function<void()>& change)> run) {
+        changeRoom_ = std::move(run);
+    }
 
 private:
     bool refreshShared(Property changed) final;
     void showEnabled();
+    void showVisible();
 
     QPointer<QWidget> widget_;
     ReturningFocus<QWidget*>* focus_ = nullptr;
+    std::function<void(const std::function<void()>&)> changeRoom_;
     Handle handle_;
 };
 

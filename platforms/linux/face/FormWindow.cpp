@@ -20,6 +20,7 @@ namespace tarvik::face {
 FormWindow::FormWindow(Form& form, FaceContext& context) : form_(form), context_(context) {
     identify(*this, form.name());
     setWindowTitle(shown(form.caption()));
+    setAttribute(Qt::WA_ShowWithoutActivating, form.isQuiet());
     // What the desktop says, not which window the toolkit takes for the active one: that stays the
     // same while a list or a menu is open, and is not made good when it closes.
     connect(qApp, &QGuiApplication::focusWindowChanged, this, &FormWindow::onFocusMoved);
@@ -55,6 +56,9 @@ void FormWindow::disconnectForm() {
 void FormWindow::makeControl(Control& control) {
     if (auto made = makeControlWidget(control, *this, context_)) {
         made->shareFocus(focus_);
+        if (made->widget() != nullptr) {
+            made->widget()->installEventFilter(this);
+        }
         widgets_.push_back(std::move(made));
     }
 }
@@ -73,6 +77,7 @@ void FormWindow::makeContents() {
     }));
     connectLabels();
     orderTabs();
+    watchRoom();
     // The toolkit cannot minimise a window that never had a size.
     resize(sizeHint());
 }
@@ -159,12 +164,18 @@ void FormWindow::applyVisibility() {
         showMinimized();
         wordToMinimise_ = true;
     } else {
+        if (form_.isQuiet() && isMinimized()) {
+            hide(); // one that is brought back gets the focus, one that is shown need not
+        }
         followSight(true); // before its size is asked for
+        moveFocus();
         takeBackWordToMinimise();
         setWindowState(windowState() & ~Qt::WindowMinimized);
         show();
-        if (front) {
+        if (front || form_.isQuiet()) {
             raise();
+        }
+        if (front && !form_.isQuiet()) {
             activateWindow();
         }
     }

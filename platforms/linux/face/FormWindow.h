@@ -6,6 +6,7 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -21,6 +22,7 @@ public:
 
     void refreshVisibility() override;
     void bringToFront() override;
+    void focusOn(Control& control) override;
     std::uint32_t handle() const override { return handle_.number(); }
 
     Form& form() const { return form_; }
@@ -42,6 +44,8 @@ protected:
     void hideEvent(QHideEvent* event) override;
     void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    /// Of what stands in the window: the focus comes to one of them.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     /// The desktop gives the keys to that window; null for none of the program's.
@@ -56,10 +60,23 @@ private:
     void orderTabs();
     ControlWidget* widgetOf(const Control* control) const;
 
+    // Where the keyboard is: see FormWindowFocus.cpp.
+    void moveFocus();
+    bool onArrival(QWidget& widget, bool byUser);
+
+    // What collapses: see FormWindowRoom.cpp.
+    void watchRoom();
+    void changeRoom(QWidget& changed, const std::function<void()>& change);
+    void giveRoom(const LayoutNode& node, bool collapsed);
+
     Form& form_;
     FaceContext& context_;
     ReturningFocus<QWidget*> focus_;
     std::vector<std::unique_ptr<ControlWidget>> widgets_;
+    std::vector<const LayoutNode*> collapsed_; ///< what takes no room now
+    ControlWidget* focusHolder_ = nullptr;     ///< came to have it last
+    Control* focusWanted_ = nullptr;           ///< gets it as soon as the window is seen
+    bool tellsLeaving_ = true;                 ///< not while that is being told
     Handle handle_;
     bool detached_ = false;
     bool contentsMade_ = false;

@@ -1,6 +1,7 @@
 #include "linux/face/ItemMenu.h"
 
 #include "linux/face/ItemTypes.h"
+#include "linux/face/TrayMenu.h"
 
 #include <QAction>
 #include <QDBusArgument>
@@ -9,7 +10,6 @@
 #include <QEvent>
 #include <QStringList>
 
-#include <numeric>
 #include <utility>
 
 namespace tarvik::face {
@@ -125,8 +125,8 @@ QVariantList ItemMenu::answer(const QDBusMessage& message) {
         // An empty list asks for all.
         QList<int> wanted = listOf<QList<int>>(first, QLatin1String("ai"));
         if (wanted.isEmpty()) {
-            wanted.resize(menu_.actions().size() + 1);
-            std::iota(wanted.begin(), wanted.end(), 0);
+            wanted = numbers();
+            wanted.prepend(0);
         }
         QList<ItemMenuProperties> group;
         for (const int number : wanted) {
@@ -158,8 +158,16 @@ QVariantList ItemMenu::answer(const QDBusMessage& message) {
     return {QVariant::fromValue(QList<int>()), QVariant::fromValue(QList<int>())};
 }
 
+QList<int> ItemMenu::numbers() const {
+    QList<int> all;
+    for (const QAction* const entry : menu_.actions()) {
+        all.append(numberOf(*entry) + 1);
+    }
+    return all;
+}
+
 QAction* ItemMenu::action(int number) const {
-    return menu_.actions().value(number - 1);
+    return menu_.actions().value(numbers().indexOf(number));
 }
 
 QVariantMap ItemMenu::properties(int number) const {
@@ -180,8 +188,8 @@ QVariantMap ItemMenu::properties(int number) const {
 QVariant ItemMenu::layout(int number, int depth) const {
     ItemMenuLayout result{number, properties(number), {}};
     if (number == 0 && depth != 0) {
-        for (int i = 1; i <= menu_.actions().size(); ++i) {
-            result.children.append(layout(i, 0));
+        for (const int child : numbers()) {
+            result.children.append(layout(child, 0));
         }
     }
     return QVariant::fromValue(result);
@@ -196,7 +204,9 @@ bool ItemMenu::take(int number, const QString& what) {
 }
 
 bool ItemMenu::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == &menu_ && event->type() == QEvent::ActionChanged) {
+    const QEvent::Type type = event->type();
+    if (watched == &menu_ && (type == QEvent::ActionChanged || type == QEvent::ActionAdded ||
+                              type == QEvent::ActionRemoved)) {
         QDBusMessage changed =
             QDBusMessage::createSignal(path, menuInterface, QStringLiteral("LayoutUpdated"));
         changed << ++revision_ << 0;

@@ -8,7 +8,8 @@
 namespace tarvik::face {
 
 /// A menu that a panel shows by itself: told over the bus, entry by entry, and told again when it
-/// changes. Entries have the numbers 1, 2, … in their order; 0 is the menu itself.
+/// changes. An entry's number is one more than the model's, so that it stays its own when others
+/// come and go; 0 is the menu itself.
 class ItemMenu : public QDBusVirtualObject {
 public:
     static const QString path;
@@ -22,6 +23,7 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    QList<int> numbers() const;
     /// The action of that number; null for none.
     QAction* action(int number) const;
     QVariantMap properties(int number) const;

@@ -6,6 +6,10 @@
 #include "linux/face/FaceText.h"
 #include "linux/face/QtDesktop.h"
 
+#include <QGuiApplication>
+
+#include <utility>
+
 namespace tarvik::face {
 
 namespace {
@@ -26,17 +30,28 @@ Menu* menuOf(const ControlList& list) {
     return nullptr;
 }
 
-QIcon trayIcon(std::uint32_t which) {
-    return iconOf(statusLamp(lampOf(static_cast<TrayIcon>(which))));
+/// How long the panel shows a note, in milliseconds.
+constexpr int balloonTime = 10'000;
+
+/// A window that comes to the front next shows this to the compositor; elsewhere nobody looks at
+/// it.
+void passActivationOn(const QString& token) {
+    if (QGuiApplication::platformName().startsWith(QStringLiteral("wayland"))) {
+        qputenv("XDG_ACTIVATION_TOKEN", token.toUtf8());
+    }
 }
 
 } // namespace
 
-LinuxNotificationArea::LinuxNotificationArea(QtDesktop& desktop) : desktop_(desktop) {}
+LinuxNotificationArea::LinuxNotificationArea(QtDesktop& desktop)
+    : desktop_(desktop), notes_(passActivationOn) {}
 
 LinuxNotificationArea::~LinuxNotificationArea() = default;
 
 bool LinuxNotificationArea::Shell_NotifyIconA(std::uint32_t request, NOTIFYICONDATAA* data) {
+    if (request == remove) {
+        forgetAnswers();
+    }
     if (desktop_.displayLost()) {
         // The icon has gone with the panel.
         return request == remove;
@@ -97,6 +112,14 @@ void LinuxNotificationArea::makeIcon() {
     // What the icon begins may take the icon away: it has to be out of its own handlers by then.
     connect(icon_.get(), &QSystemTrayIcon::activated, this, &LinuxNotificationArea::onActivated,
             Qt::QueuedConnection);
+    connect(
+        icon_.get(), &QSystemTrayIcon::messageClicked, this,
+        [this] {
+            if (const auto answered = std::exchange(balloonAnswered_, {})) {
+                answered(noteClicked);
+            }
+        },
+        Qt::QueuedConnection);
 }
 
 /// Nothing shows the item, though the panel's program has answered: there may be another panel,
@@ -144,7 +167,7 @@ void LinuxNotificationArea::showLast() {
     }
     if (shownIcon_ != which_) {
         shownIcon_ = which_;
-        iconImage_ = trayIcon(*which_);
+        iconImage_ = iconOf(trayDrawing(*which_));
     }
     if (item_ != nullptr) {
         item_->show(iconImage_, tip_);
@@ -164,13 +187,49 @@ bool LinuxNotificationArea::showNote(const NOTIFYICONDATAA& data) {
     const QString text = shownLines(data.szInfo);
     const auto milliseconds = static_cast<int>(data.uTimeoutOrVersion);
     if (notes_.show(title, text, milliseconds)) {
+        balloonAnswered_ = {};
         return true;
     }
-    if (icon_ == nullptr || !QSystemTrayIcon::isSystemTrayAvailable()) {
+    if (!panelShowsNotes()) {
         return false;
     }
+    forgetAnswers();
     icon_->showMessage(title, text, QSystemTrayIcon::Information, milliseconds);
     return true;
+}
+
+bool LinuxNotificationArea::tell(const DesktopNote& note, std::function<void(int)> answered) {
+    if (desktop_.displayLost()) {
+        return false;
+    }
+    const auto told = [this, answered = std::move(answered)](int how) {
+        if (answered && desktop_.takesInput()) {
+            answered(how);
+        }
+    };
+    if (notes_.tell(note, told)) {
+        balloonAnswered_ = {};
+        return true;
+    }
+    if (!panelShowsNotes()) {
+        return false;
+    }
+    forgetAnswers();
+    balloonAnswered_ = told;
+    const bool isWarning = note.urgency == DesktopNote::Urgency::Critical;
+    icon_->showMessage(shown(note.title), shownLines(note.text),
+                       isWarning ? QSystemTrayIcon::Warning : QSystemTrayIcon::Information,
+                       balloonTime);
+    return true;
+}
+
+bool LinuxNotificationArea::panelShowsNotes() const {
+    return icon_ != nullptr && QSystemTrayIcon::isSystemTrayAvailable();
+}
+
+void LinuxNotificationArea::forgetAnswers() {
+    notes_.forget();
+    balloonAnswered_ = {};
 }
 
 bool LinuxNotificationArea::removeIcon() {

@@ -10,6 +10,8 @@
 #include <QObject>
 #include <QSystemTrayIcon>
 
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -29,6 +31,7 @@ public:
     ~LinuxNotificationArea() override;
 
     bool Shell_NotifyIconA(std::uint32_t request, NOTIFYICONDATAA* data) override;
+    bool tell(const DesktopNote& note, std::function<void(int)> answered) override;
     bool SetForegroundWindow(std::uint32_t window) override;
     /// A system that shows notes.
     std::uint32_t GetVersion() override { return 5; }
@@ -40,6 +43,9 @@ private:
     /// Shows what the last record said.
     void showLast();
     bool showNote(const NOTIFYICONDATAA& data);
+    /// The panel itself can show a note beside an icon that is embedded in it.
+    bool panelShowsNotes() const;
+    void forgetAnswers();
     bool removeIcon();
     bool isAdded() const { return panels_ != nullptr; }
     /// Makes what suits the panel that is there now.
@@ -54,8 +60,9 @@ private:
 
     QtDesktop& desktop_;
     DesktopNotes notes_;
-    std::uint32_t picture_ = 0;          ///< receives the icon's mouse messages
-    std::optional<std::uint32_t> which_; ///< which icon the last record showed
+    std::function<void(int)> balloonAnswered_; ///< of the note that the panel shows
+    std::uint32_t picture_ = 0;                ///< receives the icon's mouse messages
+    std::optional<std::uint32_t> which_;       ///< which icon the last record showed
     std::optional<std::uint32_t> shownIcon_;
     QIcon iconImage_; ///< what `shownIcon_` looks like
     QString tip_;

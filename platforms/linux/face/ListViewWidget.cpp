@@ -109,7 +109,8 @@ public:
         numbers->setDefaultSectionSize(widget->fontMetrics().height() + 4);
         widget->horizontalHeader()->setHighlightSections(false);
         widget->horizontalHeader()->setStretchLastSection(true);
-        for (const Property own : {Property::Items, Property::Headers, Property::ColumnWidths}) {
+        for (const Property own :
+             {Property::Items, Property::ListIndex, Property::Headers, Property::ColumnWidths}) {
             refresh(own);
         }
         // The row that the keyboard is at need not be selected.
@@ -133,6 +134,7 @@ protected:
         switch (changed) {
         case Property::Items:
             rows_->takeRows();
+            showSelection(); // new rows have none of their own
             break;
         case Property::ListIndex:
             showSelection();

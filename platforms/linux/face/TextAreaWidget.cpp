@@ -29,6 +29,10 @@ public:
         return ControlWidget::widthFor(characters + scrollBar);
     }
 
+    void onLeave() override {
+        fromUser(Property::Text, [this] { textBox_.LostFocus.raise(); });
+    }
+
 protected:
     void refreshOwn(Property changed) override {
         if (changed == Property::Selection) {

@@ -160,6 +160,10 @@ public:
         return ControlWidget::widthFor(characters) + widget_->surroundings();
     }
 
+    void onLeave() override {
+        fromUser(Property::Text, [this] { textBox_.LostFocus.raise(); });
+    }
+
 protected:
     void refreshOwn(Property changed) override {
         if (changed == Property::Selection) {

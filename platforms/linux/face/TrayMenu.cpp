@@ -4,23 +4,30 @@
 
 #include <QAction>
 
+#include <utility>
+
 namespace tarvik::face {
 
 void fillMenu(QMenu& menu, const Menu& model, const std::function<void(int)>& choose) {
     identify(menu, model.name());
-    const auto& entries = model.entries();
-    for (int i = 0; i < static_cast<int>(entries.size()); ++i) {
-        const Menu::Entry& entry = entries[static_cast<std::size_t>(i)];
+    for (const int number : model.order()) {
+        const Menu::Entry& entry = model.entry(number);
         QAction* action = entry.isSeparator() ? menu.addSeparator()
                                               : menu.addAction(withMnemonic(entry.caption, 0));
-        action->setObjectName(shown(model.entryName()) + QString::number(i));
+        action->setObjectName(shown(model.entryName()) + QString::number(number));
+        action->setData(number);
         action->setEnabled(entry.enabled);
-        QObject::connect(action, &QAction::triggered, &menu, [choose, i] { choose(i); });
+        QObject::connect(action, &QAction::triggered, &menu, [choose, number] { choose(number); });
     }
 }
 
-TrayMenu::TrayMenu(Menu& model, const std::function<void(int)>& choose) : model_(&model) {
-    fillMenu(*this, model, choose);
+int numberOf(const QAction& entry) {
+    return entry.data().toInt();
+}
+
+TrayMenu::TrayMenu(Menu& model, std::function<void(int)> choose)
+    : model_(&model), choose_(std::move(choose)) {
+    fillMenu(*this, model, choose_);
     model.attach(this);
 }
 
@@ -39,13 +46,17 @@ void TrayMenu::refresh(Property changed) {
     if (changed != Property::Entries || model_ == nullptr) {
         return;
     }
-    const auto& entries = model_->entries();
     const QList<QAction*> shownActions = actions();
-    for (qsizetype i = 0; i < shownActions.size(); ++i) {
-        const Menu::Entry& entry = entries[static_cast<std::size_t>(i)];
+    if (shownActions.size() != static_cast<qsizetype>(model_->entries().size())) {
+        clear();
+        fillMenu(*this, *model_, choose_);
+        return;
+    }
+    for (QAction* const action : shownActions) {
+        const Menu::Entry& entry = model_->entry(numberOf(*action));
         if (!entry.isSeparator()) {
-            shownActions[i]->setText(withMnemonic(entry.caption, 0));
-            shownActions[i]->setEnabled(entry.enabled);
+            action->setText(withMnemonic(entry.caption, 0));
+            action->setEnabled(entry.enabled);
         }
     }
 }

@@ -2,7 +2,9 @@
 
 #include "linux/services/Environment.h"
 #include "linux/services/FileDescriptor.h"
+#include "linux/services/ProgramStart.h"
 
+#include <algorithm>
 #include <array>
 #include <climits>
 #include <pwd.h>
@@ -16,6 +18,11 @@ std::string executableFolder() {
     std::array<char, PATH_MAX> path{};
     const ssize_t length = readlink("/proc/self/exe", path.data(), path.size());
     return length > 0 ? folderOf({path.data(), static_cast<std::size_t>(length)}) : std::string();
+}
+
+/// The system would end such a text before its end.
+bool holdsNul(const std::string& text) {
+    return text.find('\0') != std::string::npos;
 }
 
 /// An environment variable that names a folder; relative ones do not count.
@@ -56,6 +63,16 @@ LinuxProgram::LinuxProgram(const std::vector<std::string>& arguments)
     if (folder_.empty() || access(folder_.c_str(), W_OK) != 0) {
         folder_ = userDataFolder();
     }
+}
+
+bool LinuxProgram::launch(const std::string& path,
+                          const std::vector<std::pair<std::string, std::string>>& variables) {
+    const bool whole =
+        !holdsNul(path) && std::none_of(variables.begin(), variables.end(), [](const auto& one) {
+            return holdsNul(one.first) || holdsNul(one.second);
+        });
+    return path.starts_with('/') && whole && !hasOtherRightsThanItsUser() &&
+           startProgram(path, variables);
 }
 
 } // namespace tarvik

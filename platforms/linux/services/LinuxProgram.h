@@ -17,6 +17,8 @@ public:
     std::string folder() override { return folder_; }
     char pathSeparator() override { return '/'; }
     std::string commandLine() override { return commandLine_; }
+    bool launch(const std::string& path,
+                const std::vector<std::pair<std::string, std::string>>& variables) override;
 
 private:
     std::string folder_;

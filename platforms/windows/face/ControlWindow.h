@@ -55,6 +55,8 @@ public:
     virtual void onTimer() {}
     /// The user has come to the control.
     virtual void onArrival() {}
+    /// The user has left the control for another one of its window.
+    virtual void onLeave() {}
     /// The colour of the control's text; black is the system's own.
     virtual Colour textColour() const { return {}; }
 

@@ -103,6 +103,8 @@ void FormWindow::makeContents() {
     useFont(dotsPerInch(window_));
     groupControls();
     orderFocus();
+    leastHeight_ = leastSize().height;
+    collapsed_ = collapsedNodes(*form_.layout());
     // No window is smaller than its controls need.
     SetWindowPos(window_, nullptr, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
@@ -192,10 +194,26 @@ void FormWindow::applyVisibility() {
         return;
     }
     followSight(true); // before its size is asked for
-    ShowWindow(window_, aside ? SW_RESTORE : SW_SHOW);
-    if (front) {
+    if (const Control* wanted = std::exchange(focusWanted_, nullptr)) {
+        moveFocusTo(*wanted);
+    }
+    appear(aside);
+    if (front && !form_.isQuiet()) {
         SetForegroundWindow(window_);
     }
+}
+
+void FormWindow::appear(bool aside) {
+    if (!form_.isQuiet()) {
+        ShowWindow(window_, aside ? SW_RESTORE : SW_SHOW);
+        return;
+    }
+    const HWND active = GetActiveWindow();
+    ShowWindow(window_, aside ? SW_SHOWNOACTIVATE : SW_SHOWNA);
+    if (active != nullptr && GetActiveWindow() != active) {
+        SetActiveWindow(active); // not every system heeds the wish for one that was minimised
+    }
+    SetWindowPos(window_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
 LRESULT CALLBACK FormWindow::onMessage(HWND window, UINT message, WPARAM first, LPARAM second) {

@@ -22,6 +22,7 @@ public:
 
     void refreshVisibility() override;
     void bringToFront() override;
+    void focusOn(Control& control) override;
     std::uint32_t handle() const override {
         return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(window_));
     }
@@ -82,6 +83,9 @@ private:
     void giveFocus();
     static void moveFocus(HWND form, HWND control);
     bool canTake(HWND control) const;
+    void moveFocusTo(const Control& control);
+    void setHolder(const ControlWindow& control);
+    void tellLeaving(const ControlWindow& left);
 
     // Sizes: see FormWindowLayout.cpp.
     void useFont(int resolution);
@@ -89,9 +93,11 @@ private:
     const LayoutSize& leastSize() const;
     SIZE frameSize() const;
     void layOut();
+    bool followsLeastHeight(const LayoutSize& least, LONG height);
     void placeControls();
     void paintAnew(const LayoutRect& rect) const;
     void showWhatIsSeen();
+    void appear(bool aside);
 
     Form& form_;
     WindowContext& context_;
@@ -102,6 +108,8 @@ private:
     std::vector<std::unique_ptr<ControlWindow>> children_;
     mutable std::optional<LayoutSize> leastSize_; ///< as long as no control has changed its size
     std::vector<PlacedControl> placed_;           ///< where they stand
+    std::vector<const LayoutNode*> collapsed_;    ///< what takes no room there
+    int leastHeight_ = 0;                         ///< with that
     bool detached_ = false;
     bool changePending_ = false;
     bool frontWanted_ = false;
@@ -109,7 +117,9 @@ private:
     bool closedByUser_ = false; ///< the close box or the system menu is being answered
     /// Those that have had the focus, the last one first.
     std::vector<const ControlWindow*> focusOrder_;
-    bool arrivalKnown_ = false; ///< the control that has the focus has been told of it
+    bool arrivalKnown_ = false;            ///< the control that has the focus has been told of it
+    bool tellsLeaving_ = true;             ///< not while that is being told
+    const Control* focusWanted_ = nullptr; ///< gets it as soon as the window is seen
 };
 
 } // namespace tarvik::face

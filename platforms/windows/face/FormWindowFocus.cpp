@@ -13,12 +13,51 @@ bool FormWindow::tookFocus(const ControlWindow& control) {
     if (detached_) {
         return false;
     }
-    const bool same = !focusOrder_.empty() && focusOrder_.front() == &control;
-    if (!same) {
-        std::erase(focusOrder_, &control);
-        focusOrder_.insert(focusOrder_.begin(), &control);
+    const ControlWindow* const left = focusOrder_.empty() ? nullptr : focusOrder_.front();
+    setHolder(control);
+    const bool came = !std::exchange(arrivalKnown_, true) || left != &control;
+    if (left != nullptr && left != &control) {
+        tellLeaving(*left);
     }
-    return !std::exchange(arrivalKnown_, true) || !same;
+    // Whoever was told of the leaving may have moved the focus on, disabled the control, or ended
+    // the form.
+    return came && !detached_ && focusOrder_.front() == &control && canTake(control.window());
+}
+
+void FormWindow::setHolder(const ControlWindow& control) {
+    std::erase(focusOrder_, &control);
+    focusOrder_.insert(focusOrder_.begin(), &control);
+}
+
+/// Told is it when the focus has come to another control of the form: what the window as a whole
+/// does is no leaving, and a handler may change whatever it likes by then. One that was hidden or
+/// disabled has not been left by the user.
+void FormWindow::tellLeaving(const ControlWindow& left) {
+    if (tellsLeaving_ && canTake(left.window())) {
+        tellsLeaving_ = false;
+        childOf(&left.control())->onLeave();
+        tellsLeaving_ = true;
+    }
+}
+
+void FormWindow::focusOn(Control& control) {
+    if (form_.visible() && !form_.minimised() && !changePending_) {
+        moveFocusTo(control);
+    } else {
+        focusWanted_ = &control;
+    }
+}
+
+void FormWindow::moveFocusTo(const Control& control) {
+    const ControlWindow* const own = childOf(&control);
+    if (own == nullptr || !canTake(own->window())) {
+        return;
+    }
+    if (GetActiveWindow() == window_ && IsIconic(window_) == FALSE) {
+        moveFocus(window_, own->window());
+    } else {
+        setHolder(*own); // it is given when the window comes back
+    }
 }
 
 bool FormWindow::canTake(HWND control) const {

@@ -96,15 +96,29 @@ void FormWindow::layOut() {
     const LayoutSize least = leastSize();
     RECT area{};
     GetClientRect(window_, &area);
-    if (area.right >= least.width && area.bottom >= least.height) {
+    RECT outer{};
+    GetWindowRect(window_, &outer);
+    const LONG before = outer.bottom - outer.top;
+    const LONG width = outer.right - outer.left + std::max(least.width - area.right, 0L);
+    const LONG height = followsLeastHeight(least, before)
+                            ? least.height + frameSize().cy
+                            : before + std::max(least.height - area.bottom, 0L);
+    if (width == outer.right - outer.left && height == before) {
         placeControls();
         return;
     }
-    const SIZE frame = frameSize();
-    const int width = std::max(static_cast<int>(area.right), least.width);
-    const int height = std::max(static_cast<int>(area.bottom), least.height);
-    SetWindowPos(window_, nullptr, 0, 0, width + frame.cx, height + frame.cy,
-                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowPos(window_, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+/// A window that stands at its least height keeps to that when something has collapsed in it, or no
+/// longer is; any other only gets as high as it must.
+bool FormWindow::followsLeastHeight(const LayoutSize& least, LONG height) {
+    std::vector<const LayoutNode*> collapsed = collapsedNodes(*form_.layout());
+    const bool follows = collapsed != collapsed_ && IsZoomed(window_) == FALSE &&
+                         height <= leastHeight_ + frameSize().cy;
+    collapsed_ = std::move(collapsed);
+    leastHeight_ = least.height;
+    return follows;
 }
 
 void FormWindow::placeControls() {

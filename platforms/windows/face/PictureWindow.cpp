@@ -1,5 +1,8 @@
 #include "windows/face/ControlWindow.h"
 #include "windows/face/DrawingRaster.h"
+#include "windows/face/WindowMessages.h"
+
+#include <shellapi.h>
 
 #include <algorithm>
 
@@ -72,13 +75,31 @@ private:
             case WM_ERASEBKGND:
                 return TRUE; // painting covers everything
             case WM_MOUSEMOVE:
-                own->onMouseMove(static_cast<std::int16_t>(LOWORD(second)));
+                if (!own->onNoteNews(LOWORD(second))) {
+                    own->onMouseMove(static_cast<std::int16_t>(LOWORD(second)));
+                }
                 return 0;
             default:
                 break;
             }
         }
         return DefWindowProcA(window, message, first, second);
+    }
+
+    /// False for what is none, or where nobody listens. What it begins may take the picture away.
+    bool onNoteNews(UINT news) {
+        const auto listener = static_cast<HWND>(GetPropA(window(), noteListenerProperty));
+        if (listener == nullptr || news < NIN_BALLOONSHOW || news > NIN_BALLOONUSERCLICK) {
+            return false;
+        }
+        const HandlingScope handling(site().context());
+        const auto tell = [&] { SendMessageA(listener, noteNewsMessage, news, 0); };
+        if (news == NIN_BALLOONUSERCLICK) {
+            fromUser(Property::Caption, tell);
+        } else {
+            tell();
+        }
+        return true;
     }
 
     void onMouseMove(int place) {

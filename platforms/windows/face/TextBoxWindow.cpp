@@ -88,6 +88,10 @@ public:
         fromUser(Property::Text, [this] { textBox_.GotFocus.raise(); });
     }
 
+    void onLeave() override {
+        fromUser(Property::Text, [this] { textBox_.LostFocus.raise(); });
+    }
+
 protected:
     void refreshOwn(Property changed) override {
         if (changed == Property::Selection) {

@@ -174,14 +174,14 @@ void WindowsDesktop::popUpMenu(Menu& menu, Form& owner) {
         return;
     }
     const HMENU popUp = CreatePopupMenu();
-    const auto& entries = menu.entries();
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        const Menu::Entry& entry = entries[i];
+    for (const int number : menu.order()) {
+        const Menu::Entry& entry = menu.entry(number);
         const UINT state = entry.isSeparator() ? MF_SEPARATOR
                            : entry.enabled     ? MF_STRING
                                                : MF_STRING | MF_GRAYED;
         // Numbers begin at 1: 0 is the answer of a menu that was closed.
-        AppendMenuA(popUp, state, i + 1, context_.shown(markedCaption(entry.caption, 0)).c_str());
+        AppendMenuA(popUp, state, static_cast<UINT_PTR>(number) + 1,
+                    context_.shown(markedCaption(entry.caption, 0)).c_str());
     }
     POINT pointer{};
     GetCursorPos(&pointer);

@@ -4,6 +4,7 @@
 #include "common/TrayLamp.h"
 #include "windows/face/BoxText.h"
 #include "windows/face/DrawingRaster.h"
+#include "windows/face/WindowMessages.h"
 
 #include <shellapi.h>
 
@@ -24,7 +25,12 @@ static_assert(offsetof(::NOTIFYICONDATAA, szTip) + oldestTip == Record::oldestSi
 static_assert(offsetof(::NOTIFYICONDATAA, szInfo) == offsetof(Record, szInfo));
 static_assert(offsetof(::NOTIFYICONDATAA, dwInfoFlags) == offsetof(Record, dwInfoFlags));
 
-bool tell(DWORD request, Record& record) {
+/// Who hears the icon's messages.
+HWND windowOf(const Record& record) {
+    return reinterpret_cast<HWND>(std::uintptr_t{record.hWnd});
+}
+
+bool tellTaskBar(DWORD request, Record& record) {
     return ::Shell_NotifyIconA(request, reinterpret_cast<::NOTIFYICONDATAA*>(&record)) != FALSE;
 }
 
@@ -44,6 +50,11 @@ HWND taskBar() {
 }
 
 constexpr UINT taskBarAnswered = WM_APP;
+static_assert(taskBarAnswered != noteNewsMessage);
+
+/// How long a note is asked to be shown, in milliseconds: the longest that the oldest task bars
+/// take.
+constexpr std::uint32_t noteTime = 30'000;
 
 UINT taskBarCreated() {
     static const UINT message = RegisterWindowMessageA("TaskbarCreated");
@@ -53,6 +64,9 @@ UINT taskBarCreated() {
 } // namespace
 
 WindowsNotificationArea::~WindowsNotificationArea() {
+    if (shown_) {
+        RemovePropA(windowOf(*shown_), noteListenerProperty);
+    }
     if (watcher_ != nullptr) {
         DestroyWindow(watcher_);
     }
@@ -67,8 +81,8 @@ HICON WindowsNotificationArea::iconOf(std::uint32_t which) {
     const std::size_t place = which < icons_.size() ? which : 0;
     HICON& made = icons_[place];
     if (made == nullptr) {
-        const LampState lamp = lampOf(static_cast<TrayIcon>(place));
-        made = makeIcon(statusLamp(lamp), GetSystemMetrics(SM_CXSMICON));
+        made =
+            makeIcon(trayDrawing(static_cast<std::uint32_t>(place)), GetSystemMetrics(SM_CXSMICON));
     }
     return made;
 }
@@ -92,7 +106,11 @@ bool WindowsNotificationArea::Shell_NotifyIconA(std::uint32_t request, Record* d
         static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(iconOf(data->hIcon)));
     tellHidden(record);
     const bool done = tellOrKeep(request, record);
+    if (request == remove || (done && (data->uFlags & info) != 0)) {
+        answered_ = {};
+    }
     if (request == remove) {
+        RemovePropA(windowOf(record), noteListenerProperty);
         shown_.reset();
     } else if (request == add || (request == modify && shown_ && (data->uFlags & tip) != 0)) {
         // The wish is kept even when there is no task bar yet.
@@ -102,10 +120,54 @@ bool WindowsNotificationArea::Shell_NotifyIconA(std::uint32_t request, Record* d
     return done;
 }
 
+Record WindowsNotificationArea::recordOf(const DesktopNote& note) const {
+    const auto shown = [this](const std::string& text) { return withHiddenTold(text, codePage_); };
+    const bool isWarning = note.urgency == DesktopNote::Urgency::Critical;
+    Record record{};
+    record.cbSize = Record::size;
+    record.hWnd = shown_->hWnd;
+    record.uID = shown_->uID;
+    record.uFlags = info;
+    record.uTimeoutOrVersion = noteTime;
+    record.dwInfoFlags = (isWarning ? NIIF_WARNING : NIIF_INFO) | NIIF_RESPECT_QUIET_TIME;
+    // Without a text the task bar would take the last note away.
+    put(note.text.empty() ? " " : boxText(shown(note.text)), record.szInfo, sizeof record.szInfo);
+    put(shown(note.title), record.szInfoTitle, sizeof record.szInfoTitle);
+    return record;
+}
+
+/// The task bar tells the icon's picture of the note.
+bool WindowsNotificationArea::tell(const DesktopNote& note, std::function<void(int)> answered) {
+    if (!shown_ || shown_->cbSize != Record::size) {
+        return false;
+    }
+    Record record = recordOf(note);
+    if (!tellOrKeep(modify, record)) {
+        return false;
+    }
+    answered_ = std::move(answered);
+    noteSeen_ = false;
+    SetPropA(windowOf(record), noteListenerProperty, watcher_);
+    return true;
+}
+
+/// A note that is taken away for the next one may be told of after that was asked for.
+void WindowsNotificationArea::hearOfNote(UINT news) {
+    if (news == NIN_BALLOONSHOW) {
+        noteSeen_ = true;
+    } else if (news == NIN_BALLOONUSERCLICK) {
+        if (const auto answered = std::exchange(answered_, {})) {
+            answered(noteClicked);
+        }
+    } else if (noteSeen_) {
+        answered_ = {};
+    }
+}
+
 /// True for what the task bar did, or will have done as soon as it answers.
 bool WindowsNotificationArea::tellOrKeep(std::uint32_t request, Record& record) {
     if (answers()) {
-        const bool done = tell(request, record);
+        const bool done = tellTaskBar(request, record);
         there_ = request == add ? done || there_ : request != remove && there_;
         return done;
     }
@@ -146,13 +208,13 @@ void WindowsNotificationArea::catchUp() {
         return;
     }
     if (gone_ && !shown_) {
-        tell(remove, *gone_);
+        tellTaskBar(remove, *gone_);
     }
     there_ = there_ || (gone_ && shown_);
     gone_.reset();
     if (there_ && shown_) {
         Record record = *shown_;
-        there_ = tell(modify, record);
+        there_ = tellTaskBar(modify, record);
     }
     if (!there_) {
         addAgain();
@@ -182,7 +244,12 @@ LRESULT CALLBACK WindowsNotificationArea::onMessage(HWND window, UINT message, W
         // A new one knows nothing of the icon.
         area->there_ = false;
         area->gone_.reset();
+        area->answered_ = {};
         area->catchUp();
+        return 0;
+    }
+    if (area != nullptr && message == noteNewsMessage) {
+        area->hearOfNote(static_cast<UINT>(first));
         return 0;
     }
     if (area != nullptr && message == taskBarAnswered) {
@@ -195,9 +262,9 @@ LRESULT CALLBACK WindowsNotificationArea::onMessage(HWND window, UINT message, W
 void WindowsNotificationArea::addAgain() {
     if (shown_) {
         Record record = *shown_;
-        there_ = tell(add, record);
+        there_ = tellTaskBar(add, record);
         if (there_ && record.cbSize == Record::size) {
-            tell(setVersion, record);
+            tellTaskBar(setVersion, record);
         }
     }
 }

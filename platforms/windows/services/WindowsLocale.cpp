@@ -60,6 +60,12 @@ std::string quoted(const std::string& text) {
     return result + "'";
 }
 
+/// A system puts something alike or a question mark in the place of what a code page lacks.
+std::string middleDotIn(const CodePage& codePage) {
+    const std::string dot = codePage.fromUtf8(LocaleData().middleDot);
+    return codePage.toUtf8(dot) == LocaleData().middleDot ? dot : "-";
+}
+
 /// Text that stands for itself needs quotes where it could be taken for a run of letters.
 std::string plainText(const std::string& text) {
     return text.find_first_of("dMyhHmst'") == std::string::npos ? text : quoted(text);
@@ -88,8 +94,9 @@ std::string translatedPattern(const std::string& pattern) {
 
 WindowsLocale::WindowsLocale() : data_(localeDataOf(LOCALE_USER_DEFAULT)) {}
 
-LocaleData localeDataOf(std::uint32_t locale) {
+LocaleData localeDataOf(std::uint32_t locale, const CodePage& codePage) {
     LocaleData data;
+    data.middleDot = middleDotIn(codePage);
     const std::string date = translatedPattern(setting(locale, LOCALE_SSHORTDATE));
     data.shortDate = has(date, "dMy") ? date : "yyyy-MM-dd";
     const std::string time = translatedPattern(setting(locale, LOCALE_STIMEFORMAT));

@@ -1,5 +1,6 @@
 #include "windows/services/WindowsProgram.h"
 
+#include "windows/services/ProgramStart.h"
 #include "windows/services/SystemHeader.h"
 
 #include <shlobj.h>
@@ -34,6 +35,14 @@ std::string exactBytes(const std::wstring& text) {
                                           GetACP() == CP_UTF8 ? nullptr : &lost);
     bytes.resize(lost != FALSE || count < 0 ? 0 : static_cast<std::size_t>(count));
     return bytes;
+}
+
+std::wstring wideOf(const std::string& bytes) {
+    const auto length = static_cast<int>(bytes.size());
+    std::wstring text(bytes.size(), L'\0');
+    const int count = MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, text.data(), length);
+    text.resize(static_cast<std::size_t>(count));
+    return text;
 }
 
 std::string userDataFolder() {
@@ -87,6 +96,19 @@ WindowsProgram::WindowsProgram()
     if (folder_.empty() || !canWriteIn(folder_)) {
         folder_ = userDataFolder();
     }
+}
+
+bool WindowsProgram::launch(const std::string& path,
+                            const std::vector<std::pair<std::string, std::string>>& variables) {
+    const std::wstring file = wideOf(path);
+    std::vector<std::pair<std::wstring, std::wstring>> given;
+    for (const auto& [name, value] : variables) {
+        if ((name + value).find('\0') != std::string::npos) {
+            return false;
+        }
+        given.emplace_back(wideOf(name), wideOf(value));
+    }
+    return isProgramPath(file) && startProgram(file, environmentBlockWith(given));
 }
 
 } // namespace tarvik

@@ -15,6 +15,10 @@ public:
     std::string folder() override { return folder_; }
     char pathSeparator() override { return '\\'; }
     std::string commandLine() override { return commandLine_; }
+    /// Programs are files whose names end in .exe or .com. One that asks for more rights than this
+    /// process has is not started.
+    bool launch(const std::string& path,
+                const std::vector<std::pair<std::string, std::string>>& variables) override;
 
 private:
     std::string folder_;

@@ -91,12 +91,44 @@ private:
     QMessageBox& box_;
 };
 
+/// The toolkit's desktop without a screen activates whatever is shown. Any other leaves the keys
+/// where they are when a window says that it does not want them.
+class QuietShowing : public QObject {
+public:
+    QuietShowing() {
+        if (QGuiApplication::platformName() == QStringLiteral("offscreen")) {
+            qApp->installEventFilter(this);
+        }
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        QWindow* const before = QGuiApplication::focusWindow();
+        if (event->type() == QEvent::Show && before != nullptr && before != watched &&
+            watched->isWindowType() && watched->property("_q_showWithoutActivating").toBool()) {
+            before_ = before;
+        }
+        return false;
+    }
+    /// Once all that waited is done.
+    void giveKeysBack() {
+        if (QWindow* const before = before_) {
+            before_.clear();
+            before->requestActivate();
+            QCoreApplication::processEvents();
+        }
+    }
+
+private:
+    QPointer<QWindow> before_;
+};
+
 class LinuxFaceUnderTest : public FaceUnderTest {
 public:
     Desktop& desktop() override { return machine_.desktop; }
     void settle() override {
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        quietShowing_.giveKeysBack();
     }
     bool waitUntil(const std::function<bool()>& condition) override {
         return QTest::qWaitFor(condition, 10'000);
@@ -241,6 +273,7 @@ public:
             QCoreApplication::sendEvent(&edit, &event);
         }
     }
+    void typeOn(char letter) override { QTest::keyClick(QGuiApplication::focusWindow(), letter); }
     void paste(TextBox& field, const std::string& text) override {
         QGuiApplication::clipboard()->setText(QString::fromStdString(text));
         QTest::keyClick(theWidgetOf<QLineEdit>(field).window()->windowHandle(), Qt::Key_V,
@@ -319,6 +352,7 @@ private:
     }
 
     QtMachine machine_;
+    QuietShowing quietShowing_;
     QTimer watch_;
     std::unique_ptr<QWidget> elsewhere_;
 };

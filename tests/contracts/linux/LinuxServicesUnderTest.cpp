@@ -8,8 +8,12 @@
 #include "linux/services/LinuxSystemErrorText.h"
 #include "support/TemporaryFolder.h"
 
+#include <QThread>
+
+#include <cstdlib>
 #include <ctime>
 #include <filesystem>
+#include <fstream>
 
 namespace tarvik {
 
@@ -22,6 +26,32 @@ std::vector<std::pair<std::string, LocaleData>> allLocales() {
         all.emplace_back(locale.name().toStdString(), localeDataOf(locale));
     }
     return all;
+}
+
+/// A program that leaves its environment at the path that it is given as TARVIK_REPORT.
+std::string newReporter(const TemporaryFolder& folder) {
+    const std::string path = folder.path() + "/a program's name";
+    std::ofstream(path) << "#!/bin/sh\nenv > \"$TARVIK_REPORT.new\"\n"
+                           "mv \"$TARVIK_REPORT.new\" \"$TARVIK_REPORT\"\n";
+    std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+    return path;
+}
+
+/// What stands at that path once something does, which is then taken away.
+std::map<std::string, std::string> takeReport(const std::string& path) {
+    for (int waited = 0; !std::filesystem::exists(path) && waited < 60'000; waited += 5) {
+        QThread::msleep(5);
+    }
+    std::map<std::string, std::string> environment;
+    std::ifstream report(path);
+    for (std::string line; std::getline(report, line);) {
+        const std::size_t sign = line.find('=');
+        if (sign != std::string::npos) {
+            environment[line.substr(0, sign)] = line.substr(sign + 1);
+        }
+    }
+    std::filesystem::remove(path);
+    return environment;
 }
 
 } // namespace
@@ -56,9 +86,17 @@ SocketsUnderTest socketsUnderTest() {
 }
 
 ProgramUnderTest programUnderTest() {
+    const auto folder = std::make_shared<TemporaryFolder>();
+    const std::string report = folder->path() + "/report";
     return {.program = std::make_unique<LinuxProgram>(std::vector<std::string>{}),
             .folder = std::filesystem::read_symlink("/proc/self/exe").parent_path().string(),
-            .separator = '/'};
+            .separator = '/',
+            .startable = newReporter(*folder),
+            .report = report,
+            .reported = [folder, report] { return takeReport(report); },
+            .path = std::getenv("PATH"),
+            .refused = {"", "true", "bin/true", "./true"},
+            .missing = folder->path() + "/none"};
 }
 
 LocalesUnderTest localesUnderTest() {

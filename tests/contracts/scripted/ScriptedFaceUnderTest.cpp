@@ -83,8 +83,8 @@ public:
         return names;
     }
     std::string focused(const Form& form) const override {
-        const Control* there = focus_ != nullptr ? focus_ : form.initialFocus();
-        return there == nullptr ? tabOrder(form, 1).front() : there->name();
+        const Control* there = desktop_.focused(form);
+        return there == nullptr ? "" : there->name();
     }
     void pressMnemonic(Form& form, char letter) override {
         for (const Control* control : form.controls()) {
@@ -93,7 +93,7 @@ public:
             }
             const auto& label = static_cast<const Label&>(*control);
             if (label.mnemonic() == letter - 'a' + 'A') {
-                focus_ = label.labelled();
+                desktop_.goTo(*label.labelled());
             }
         }
     }
@@ -140,13 +140,13 @@ public:
         }
     }
     void press(Control& control, FaceKey key) override {
-        focus_ = &control;
+        desktop_.goTo(control);
         if (control.kind() == ControlKind::Chart && goesOn(static_cast<Chart&>(control), key)) {
             return;
         }
         Form& form = formOf(control);
         if (key == FaceKey::Tab) {
-            focus_ = behind(control);
+            goBehind(control);
         } else if (control.kind() == ControlKind::ListView && key == FaceKey::Enter) {
             static_cast<ListView&>(control).DblClick.raise();
         } else if (key == FaceKey::Enter && form.defaultButton() != nullptr) {
@@ -161,15 +161,10 @@ public:
     void choose(ComboBox& list, int entry) override { list.setListIndex(entry); }
     void goInto(TextBox& field) override {
         if (desktop_.takesInput()) {
-            focus_ = &field;
-            field.GotFocus.raise();
+            desktop_.goTo(field);
         }
     }
-    void clickInto(TextBox& field) override {
-        if (focus_ != &field) {
-            goInto(field);
-        }
-    }
+    void clickInto(TextBox& field) override { goInto(field); }
     void type(TextBox& field, char letter) override {
         if (!desktop_.takesInput()) {
             return;
@@ -179,6 +174,14 @@ public:
         if (desktop_.form(window) != nullptr) {
             write(field, std::string(1, letter));
             field.KeyUp.raise();
+        }
+    }
+    void typeOn(char letter) override {
+        for (Form* form : desktop_.realisedForms()) {
+            Control* const there = form->control(focused(*form));
+            if (there != nullptr && there->kind() == ControlKind::TextBox) {
+                type(static_cast<TextBox&>(*there), letter);
+            }
         }
     }
     void paste(TextBox& field, const std::string& text) override {
@@ -256,15 +259,19 @@ private:
     }
     Form& formOf(const Control& control) const { return *desktop_.form(control.list().name()); }
 
-    /// What the Tab key leads to.
-    const Control* behind(const Control& control) const {
+    /// To what the Tab key leads to: the next one that can be used.
+    void goBehind(const Control& control) {
         const Form& form = formOf(control);
         const std::vector<std::string> names =
             tabOrder(form, static_cast<int>(form.controls().size()));
-        const auto next = std::next(std::find(names.begin(), names.end(), control.name()));
-        const auto found = std::find_if(form.controls().begin(), form.controls().end(),
-                                        [&](const Control* one) { return one->name() == *next; });
-        return found == form.controls().end() ? nullptr : *found;
+        for (auto next = std::next(std::find(names.begin(), names.end(), control.name()));
+             next != names.end(); ++next) {
+            Control* const reached = form.control(*next);
+            if (reached != nullptr && reached->enabled() && isVisible(*reached)) {
+                desktop_.goTo(*reached);
+                return;
+            }
+        }
     }
 
     static bool goesOn(Chart& chart, FaceKey key) {
@@ -295,7 +302,6 @@ private:
 
     ScriptedDesktop desktop_;
     std::optional<Selection> byHand_;
-    const Control* focus_ = nullptr; ///< null for the one that has it first
 };
 
 } // namespace

@@ -41,8 +41,25 @@ SocketsUnderTest socketsUnderTest() {
 }
 
 ProgramUnderTest programUnderTest() {
-    return {
-        .program = std::make_unique<ScriptedProgram>(), .folder = "C:\\Prog", .separator = '\\'};
+    auto program = std::make_unique<ScriptedProgram>();
+    const ScriptedProgram* const started = program.get();
+    const auto reported = [started] {
+        std::map<std::string, std::string> environment{{"PATH", "C:\\Tools"}};
+        if (!started->launches.empty()) {
+            const auto& variables = started->launches.back().variables;
+            environment.insert(variables.begin(), variables.end());
+        }
+        return environment;
+    };
+    return {.program = std::move(program),
+            .folder = "C:\\Prog",
+            .separator = '\\',
+            .startable = "C:\\Tools\\Note.exe",
+            .report = "C:\\Report",
+            .reported = reported,
+            .path = "C:\\Tools",
+            .refused = {"", "Note.exe", "Tools\\Note.exe", "\\Note.exe", "C:Note.exe"},
+            .missing = "C:\\none.exe"};
 }
 
 LocalesUnderTest localesUnderTest() {

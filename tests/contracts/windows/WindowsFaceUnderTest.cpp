@@ -241,6 +241,14 @@ public:
         // A key comes as a message that waited: a form that it ends goes when that was handled.
         PostMessageA(edit, WM_NULL, 0, 0);
     }
+    void typeOn(char letter) override {
+        constexpr LPARAM comesUp = 0xC0000001;
+        const auto key = static_cast<WPARAM>(letter - 'a' + 'A');
+        PostMessageA(GetFocus(), WM_KEYDOWN, key, 1);
+        settle();
+        PostMessageA(GetFocus(), WM_KEYUP, key, comesUp);
+        settle();
+    }
     void paste(TextBox& field, const std::string& text) override {
         constexpr WPARAM pasteKey = 0x16;
         copyText(text);

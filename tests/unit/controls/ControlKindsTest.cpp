@@ -170,6 +170,17 @@ TEST_F(ComboBoxTest, EachNewEntryIsTold) {
     EXPECT_EQ(view.told, Told{Property::Items});
 }
 
+TEST_F(ComboBoxTest, OtherEntriesAreToldOnceAndNoneIsSelected) {
+    combo.setListIndex(1);
+    const RecordingView view(combo);
+
+    combo.setItems({"Moor", "Dune", "Pier"});
+
+    EXPECT_EQ(combo.items(), (std::vector<std::string>{"Moor", "Dune", "Pier"}));
+    EXPECT_EQ(combo.listIndex(), -1);
+    EXPECT_EQ(view.told, Told{Property::Items});
+}
+
 TEST_F(ComboBoxTest, SelectingTellsAndRaisesClickOnce) {
     const RecordingView view(combo);
 
@@ -243,6 +254,33 @@ TEST_F(MenuTest, ADisabledEntryAndALineCannotBeChosen) {
     menu.choose(1);
 
     EXPECT_EQ(chosen, std::vector<int>{});
+}
+
+TEST_F(MenuTest, EntriesAboveItsOwnAreNumberedBehindThoseWithALineBetween) {
+    menu.setEntriesAbove({"New", "Newer"});
+
+    EXPECT_EQ(menu.order(), (std::vector<int>{3, 4, 5, 0, 1, 2}));
+    EXPECT_EQ(menu.entry(4).caption, "Newer");
+    EXPECT_TRUE(menu.entry(5).isSeparator());
+}
+
+TEST_F(MenuTest, OtherEntriesAboveTakeThePlaceOfThoseThatWereThere) {
+    menu.setEntriesAbove({"New", "Newer"});
+
+    menu.setEntriesAbove({"Newest"});
+    EXPECT_EQ(menu.order(), (std::vector<int>{3, 4, 0, 1, 2}));
+    EXPECT_EQ(menu.entry(3).caption, "Newest");
+
+    menu.setEntriesAbove({});
+    EXPECT_EQ(menu.order(), (std::vector<int>{0, 1, 2}));
+}
+
+TEST_F(MenuTest, AChosenEntryAboveRaisesClickWithItsNumber) {
+    menu.setEntriesAbove({"New"});
+
+    menu.choose(3);
+
+    EXPECT_EQ(chosen, std::vector<int>{3});
 }
 
 TEST_F(MenuTest, ANumberWithoutAnEntryIsAnError) {

@@ -38,8 +38,7 @@ std::vector<PropertyCase> everyProperty() {
     const auto button = making<CommandButton>(CommandButton::Setup{.caption = "Old"});
     const auto picture = making<Picture>();
     const auto timer = making<Timer>();
-    const auto menu =
-        making<Menu>(std::string("mnuEntry"), std::vector<std::string>{"Old", "-", "Last"});
+    const auto menu = making<Menu>("mnuEntry", std::vector<std::string>{"Old", "-", "Last"});
     return {
         {"ToolTip", label, [](Control& c) { c.setToolTip("tip"); }, Property::ToolTip},
         {"AccessibleName", picture, [](Control& c) { c.setAccessibleName("Lamp"); },

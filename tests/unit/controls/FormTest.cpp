@@ -199,6 +199,36 @@ TEST_F(FormTest, UnloadingForgetsThatItWasMinimised) {
     EXPECT_FALSE(form.minimised());
 }
 
+TEST_F(FormTest, MovesTheFocusOnlyToWhatIsSeenAndCanBeUsed) {
+    Label label{form, "lblPlain", {.caption = "Plain"}};
+    TextBox hidden{form, "txtHidden", {}};
+    TextBox disabled{form, "txtDisabled", {}};
+    TextBox usable{form, "txtUsable", {}};
+    TextBox elsewhere{form, "txtElsewhere", {}};
+    form.setLayout(column({item(label), item(hidden), item(disabled), item(usable)}));
+    hidden.setVisible(false);
+    disabled.setEnabled(false);
+    form.focusOn(usable); // nothing shows it
+    form.setVisible(true);
+
+    for (Control* control : form.controls()) {
+        form.focusOn(*control);
+    }
+
+    EXPECT_EQ(machine.desktop.focusMoved, Texts{"frmBare.txtUsable"});
+    form.unload();
+}
+
+TEST_F(FormTest, IsQuietOnlyIfItSaysSo) {
+    class Quiet : public Form {
+    public:
+        Quiet() : Form("frmQuiet", "Quiet") { setQuiet(); }
+    };
+
+    EXPECT_TRUE(Quiet().isQuiet());
+    EXPECT_FALSE(form.isQuiet());
+}
+
 TEST_F(FormTest, ComesToTheFrontOnlyWhileItHasAWindow) {
     form.bringToFront();
     form.load();

@@ -41,20 +41,20 @@ protected:
         metrics.frameBottom = 6;
     }
 
-    LayoutNode box(const std::string& name, int width, int height) {
+    LayoutNode box(const char* name, int width, int height) {
         Label& label = *labels.emplace_back(
             std::make_unique<Label>(form, name, Label::Setup{.caption = name}));
         sizes[&label] = {width, height};
         return item(label);
     }
 
-    LayoutNode hidden(const std::string& name, int width, int height) {
+    LayoutNode hidden(const char* name, int width, int height) {
         LayoutNode node = box(name, width, height);
         node.control->setVisible(false);
         return node;
     }
 
-    LayoutNode framed(const std::string& name, int titleWidth, LayoutNode child) {
+    LayoutNode framed(const char* name, int titleWidth, LayoutNode child) {
         Frame& border =
             *frames.emplace_back(std::make_unique<Frame>(form, name, Frame::Setup{name}));
         sizes[&border] = {titleWidth, 12};
@@ -310,6 +310,61 @@ TEST_F(LayoutSolverTest, TheSmallestSizeIsTheSameWhateverIsVisible) {
         EXPECT_EQ(least(root), whole) << control->name();
     }
     EXPECT_EQ(solved(root, {500, 500}), Rects{});
+}
+
+TEST_F(LayoutSolverTest, WhatCollapsesTakesNeitherRoomNorGapWhileItIsHidden) {
+    const LayoutNode root =
+        column({box("a", 30, 20), box("foot", 90, 10).collapsing(), box("b", 40, 20)});
+    EXPECT_EQ(least(root), (LayoutSize{90, 56}));
+
+    root.children[1].control->setVisible(false);
+
+    EXPECT_EQ(least(root), (LayoutSize{40, 43}));
+    EXPECT_EQ(solved(root), (Rects{{"a", {0, 0, 40, 20}}, {"b", {0, 23, 40, 20}}}));
+}
+
+TEST_F(LayoutSolverTest, WhatCollapsesLeavesItsShareToTheOthers) {
+    const LayoutNode root = row({box("a", 30, 20).share(1), //
+                                 hidden("x", 99, 20).share(1).collapsing(), box("b", 40, 20)});
+
+    EXPECT_EQ(solved(root, {95, 20}), (Rects{{"a", {0, 0, 50, 20}}, {"b", {55, 0, 40, 20}}}));
+}
+
+TEST_F(LayoutSolverTest, WhatCollapsedMakesNoOtherAsLargeAsItself) {
+    const LayoutNode root =
+        row({box("a", 30, 20), box("b", 40, 20), hidden("x", 99, 20).collapsing()}).sameSize();
+
+    EXPECT_EQ(least(root), (LayoutSize{85, 20}));
+}
+
+TEST_F(LayoutSolverTest, AGroupCollapsesWhenNothingOfItIsVisible) {
+    const LayoutNode root =
+        column({box("a", 30, 20), row({hidden("x", 40, 10), box("y", 40, 10)}).collapsing()});
+    EXPECT_EQ(least(root), (LayoutSize{85, 33}));
+    EXPECT_EQ(solved(root).at("y"), (LayoutRect{45, 23, 40, 10}));
+
+    root.children[1].children[1].control->setVisible(false);
+
+    EXPECT_EQ(least(root), (LayoutSize{30, 20}));
+}
+
+TEST_F(LayoutSolverTest, AFrameCollapsesWithWhatItHolds) {
+    LayoutNode border = framed("title", 10, box("c", 30, 20));
+    border.control->setVisible(false);
+    const LayoutNode root = row({std::move(border).collapsing(), box("b", 40, 38)});
+
+    EXPECT_EQ(least(root), (LayoutSize{40, 38}));
+    EXPECT_EQ(solved(root), (Rects{{"b", {0, 0, 40, 38}}}));
+}
+
+TEST_F(LayoutSolverTest, AGridRowOfWhatCollapsedTakesNeitherRoomNorGap) {
+    const LayoutNode root = grid(2, {
+                                        box("a", 30, 20), box("b", 60, 20),        //
+                                        hidden("x", 20, 50).collapsing(), blank(), //
+                                        box("c", 30, 20), box("d", 60, 20),        //
+                                    });
+
+    EXPECT_EQ(least(root), (LayoutSize{95, 43}));
 }
 
 TEST_F(LayoutSolverTest, ADeckIsAsLargeAsTheLargestOfItsChildrenWhicheverIsVisible) {

@@ -37,6 +37,31 @@ TEST_F(LayoutTest, AnItemsSizeAndShareCanBeSaidInOneExpression) {
     EXPECT_EQ(node.stretch, 2);
 }
 
+TEST_F(LayoutTest, ANodeCollapsesOnlyIfItIsSaidAndNothingOfItIsVisible) {
+    const LayoutNode fixed = item(first);
+    const LayoutNode whole = row({item(first), item(second)}).collapsing();
+
+    EXPECT_FALSE(isCollapsed(whole));
+    first.setVisible(false);
+    EXPECT_FALSE(isCollapsed(whole));
+    second.setVisible(false);
+
+    EXPECT_TRUE(isCollapsed(whole));
+    EXPECT_FALSE(isCollapsed(fixed));
+}
+
+TEST_F(LayoutTest, TheNodesThatTakeNoRoomAreFoundAtEveryDepth) {
+    const LayoutNode root = column({row({item(first).collapsing(), item(second)}),
+                                    column({item(third).collapsing()}).collapsing()});
+    first.setVisible(false);
+    third.setVisible(false);
+
+    const std::vector<const LayoutNode*> found = collapsedNodes(root);
+
+    EXPECT_EQ(found,
+              (std::vector<const LayoutNode*>{&root.children[0].children[0], &root.children[1]}));
+}
+
 TEST_F(LayoutTest, ARowAndAColumnKeepTheirChildrenInOrder) {
     const LayoutNode across = row({item(first), item(second)});
     const LayoutNode down = column({item(second), item(first)}).sameSize();

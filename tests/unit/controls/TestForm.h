@@ -12,7 +12,7 @@ namespace tarvik {
 /// A form without a layout, for tests that add controls of their own to it.
 class BareForm : public Form {
 public:
-    explicit BareForm(std::string name = "frmBare") : Form(std::move(name), "Bare") {}
+    explicit BareForm(const char* name = "frmBare") : Form(name, "Bare") {}
 
     using Form::setCancelButton;
     using Form::setDefaultButton;

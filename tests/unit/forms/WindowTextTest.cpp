@@ -46,7 +46,7 @@ TEST_F(WindowTextTest, TheOptionsLookAsTheyAreMeant) {
         "| | [ ] Log IP addresses                                            |  | [ ] Make backup of records                 | |\n"
         "| | [ ] Show transfer ticker every:  [ 100    ]  MB (ME/2K/XP only) |  | <      Reset recorded transfer now       > | |\n"
         "| +-----------------------------------------------------------------+  +--------------------------------------------+ |\n"
-        "|                                                                                              <   OK   >  < Cancel > |\n"
+        "| < Plan... >                                                                                  <   OK   >  < Cancel > |\n"
         "+---------------------------------------------------------------------------------------------------------------------+\n");
     // clang-format on
 }

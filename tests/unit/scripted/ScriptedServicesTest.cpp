@@ -69,6 +69,111 @@ TEST(ScriptedNotificationAreaTest, NotesEachRequestWithACopyOfItsRecord) {
     EXPECT_EQ(area.GetVersion(), 5U);
 }
 
+class ScriptedNotesTest : public testing::Test {
+protected:
+    bool tell() {
+        return area.tell(note, [this](int how) { answers.push_back(how); });
+    }
+    bool ask(std::uint32_t request, std::uint32_t flags) {
+        NOTIFYICONDATAA data{};
+        data.uFlags = flags;
+        return area.Shell_NotifyIconA(request, &data);
+    }
+
+    DesktopNote note{.title = "80 %", .text = "Harbour", .buttons = {"Silence", "Details"}};
+    std::vector<int> answers;
+    ScriptedNotificationArea area;
+};
+
+TEST_F(ScriptedNotesTest, ANoteIsRememberedAndAnsweredOnce) {
+    EXPECT_TRUE(tell());
+
+    EXPECT_TRUE(area.answer(1));
+    EXPECT_FALSE(area.answer(1));
+
+    EXPECT_EQ(area.notes, std::vector<DesktopNote>{note});
+    EXPECT_EQ(answers, std::vector<int>{1});
+}
+
+TEST_F(ScriptedNotesTest, AClickOnTheNoteItselfIsAnAnswer) {
+    tell();
+
+    EXPECT_TRUE(area.answer(NotificationArea::noteClicked));
+
+    EXPECT_EQ(answers, std::vector<int>{NotificationArea::noteClicked});
+}
+
+TEST_F(ScriptedNotesTest, ADesktopWithoutNotesShowsNone) {
+    area.present = false;
+
+    EXPECT_FALSE(tell());
+
+    EXPECT_TRUE(area.notes.empty());
+    EXPECT_FALSE(area.answer(NotificationArea::noteClicked));
+}
+
+TEST_F(ScriptedNotesTest, ADesktopThatOnlyShowsNotesShowsIt) {
+    area.present = false;
+    area.onlyNotes = true;
+
+    EXPECT_TRUE(tell());
+}
+
+TEST_F(ScriptedNotesTest, WhatIsNotThereIsNotPressed) {
+    tell();
+
+    EXPECT_FALSE(area.answer(2));
+    EXPECT_FALSE(area.answer(-2));
+    area.notesHaveButtons = false;
+    EXPECT_FALSE(area.answer(0));
+
+    EXPECT_TRUE(answers.empty());
+    EXPECT_TRUE(area.answer(NotificationArea::noteClicked));
+}
+
+TEST_F(ScriptedNotesTest, ANoteThatHasGoneIsNotAnswered) {
+    tell();
+    area.closeNote();
+    EXPECT_FALSE(area.answer(0));
+
+    tell();
+    ask(NotificationArea::modify, NotificationArea::info);
+    EXPECT_FALSE(area.answer(0));
+
+    tell();
+    ask(NotificationArea::remove, 0);
+    EXPECT_FALSE(area.answer(0));
+    EXPECT_TRUE(answers.empty());
+}
+
+TEST_F(ScriptedNotesTest, AChangeOfTheIconLeavesTheNote) {
+    tell();
+
+    ask(NotificationArea::modify, NotificationArea::icon | NotificationArea::tip);
+
+    EXPECT_TRUE(area.answer(0));
+}
+
+TEST(ScriptedProgramTest, RemembersWhatWasStartedWithWhat) {
+    ScriptedProgram program;
+
+    EXPECT_TRUE(program.launch("C:\\Tools\\a.exe", {{"TARVIK_LINE", "Harbour"}}));
+    program.launchFails = true;
+    EXPECT_FALSE(program.launch("C:\\Tools\\b.exe", {}));
+
+    ASSERT_EQ(program.launches.size(), 1U);
+    EXPECT_EQ(program.launches[0].path, "C:\\Tools\\a.exe");
+    EXPECT_EQ(program.launches[0].variables.at(0).second, "Harbour");
+}
+
+TEST(ScriptedProgramTest, AFullPathIsOneOfTheMachinesKind) {
+    ScriptedProgram program;
+    program.separator = '/';
+
+    EXPECT_TRUE(program.launch("/usr/bin/true", {}));
+    EXPECT_FALSE(program.launch("C:\\Tools\\a.exe", {}));
+}
+
 TEST(ScriptedErrorTextsTest, KnowsAccessDeniedAndWhatATestAdds) {
     ScriptedErrorTexts texts;
     texts.texts[2] = "File not found.";

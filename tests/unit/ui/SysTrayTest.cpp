@@ -185,6 +185,16 @@ TEST_F(SysTrayTest, ADesktopThatShowsNoNotesIsAskedEveryFiveSeconds) {
     EXPECT_EQ(notes().size(), 3U);
 }
 
+TEST_F(SysTrayTest, WhileMonitoringASecondNoteDoesNotTakeThePlaceOfTheFirstAtOnce) {
+    choose(FrmSysTray::monitoring);
+    TellSoon("first");
+    TellSoon("second");
+
+    EXPECT_EQ(notes(), std::vector<std::string>{"first"});
+    tickAfter(5);
+    EXPECT_EQ(notes(), (std::vector<std::string>{"first", "second"}));
+}
+
 TEST_F(SysTrayTest, NotesThatWaitComeOneAfterTheOther) {
     hideDesktop();
     TellSoon("first");
