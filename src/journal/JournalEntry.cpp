@@ -14,6 +14,9 @@ namespace {
 constexpr std::string_view magic("TARVIKJ\x1a", 8);
 constexpr std::size_t headSize = 32; ///< magic, version, length, number, moment
 constexpr std::size_t sumSize = 8;
+constexpr std::size_t roomOfBody = journalPlace - headSize - sumSize;
+/// That of what is not in the ledger yet, without a line of it.
+constexpr std::size_t leastOfLedger = sizeof(std::uint64_t) + sizeof(std::uint16_t);
 constexpr std::size_t mostText = 512;
 constexpr std::size_t mostName = 256;
 constexpr std::size_t mostLastState = 127;
@@ -35,6 +38,11 @@ public:
         value = value.substr(0, most);
         number(static_cast<std::uint16_t>(value.size()));
         bytes += value;
+    }
+    void traffic(const Traffic& value) {
+        number(value.rcvd);
+        number(value.sent);
+        number(value.milliseconds);
     }
     void amount(const Amount& value) {
         number(value.rcvd.scaled());
@@ -88,6 +96,13 @@ public:
         demand(value.find('\0') == std::string::npos);
         std::copy(value.begin(), value.end(), target);
     }
+    Traffic traffic() {
+        Traffic result;
+        result.rcvd = number<std::uint64_t>();
+        result.sent = number<std::uint64_t>();
+        result.milliseconds = number<std::uint64_t>();
+        return result;
+    }
     Currency amount() {
         const auto scaled = number<std::int64_t>();
         demand(scaled >= 0 && scaled <= largestKept.scaled());
@@ -123,8 +138,9 @@ bool covers(const Amount& whole, const Amount& part) {
 constexpr std::uint8_t exists = 1;
 constexpr std::uint8_t ended = 2;
 constexpr std::uint8_t announced = 4;
+constexpr std::uint8_t hasLedger = 8;
 
-void writeSession(Writer& to, const FormerSession& former) {
+void writeSession(Writer& to, const FormerSession& former, bool withLedger) {
     const LineSession& one = former.session;
     to.number(one.connection.hrasconn);
     to.text(textOfField(one.connection.szEntryName), mostName);
@@ -136,15 +152,17 @@ void writeSession(Writer& to, const FormerSession& former) {
     to.number(one.last.dwFramesXmited);
     to.number(one.last.dwConnectDuration);
     to.number(one.readAt);
-    to.number(one.totals.rcvd);
-    to.number(one.totals.sent);
-    to.number(one.totals.milliseconds);
+    to.traffic(one.totals);
     to.amount(one.offset);
     to.amount(one.counted);
     to.text(former.mark, mostText);
+    if (withLedger) {
+        to.traffic(one.noted);
+        to.number(one.notedAt);
+    }
 }
 
-FormerSession readSession(Reader& from) {
+FormerSession readSession(Reader& from, bool withLedger) {
     FormerSession former;
     LineSession& one = former.session;
     one.connection.dwSize = RASCONNA::size;
@@ -159,12 +177,17 @@ FormerSession readSession(Reader& from) {
     one.last.dwFramesXmited = from.number<std::uint32_t>();
     one.last.dwConnectDuration = from.number<std::uint32_t>();
     one.readAt = from.number<std::int64_t>();
-    one.totals.rcvd = from.number<std::uint64_t>();
-    one.totals.sent = from.number<std::uint64_t>();
-    one.totals.milliseconds = from.number<std::uint64_t>();
+    one.totals = from.traffic();
     one.offset = from.amounts();
     one.counted = from.amounts();
     former.mark = from.text(mostText);
+    if (withLedger) {
+        one.noted = from.traffic();
+        one.notedAt = from.number<std::int64_t>();
+    } else {
+        one.noted = one.totals; // no ledger was to be told
+        one.notedAt = one.readAt;
+    }
     return former;
 }
 
@@ -176,14 +199,15 @@ bool isTellable(const FormerSession& former, const Amount& left) {
 
 void writeSessions(Writer& to, const JournalEntry& entry) {
     const std::size_t place = to.bytes.size();
+    const std::size_t forLedger = entry.ledger ? leastOfLedger + entry.ledger->lines.size() : 0;
+    const std::size_t room = roomOfBody - std::min(forLedger, roomOfBody);
     std::uint8_t count = 0;
     to.number(count);
     Amount left = entry.totals;
     for (const FormerSession& one : entry.sessions) {
         Writer session;
-        writeSession(session, one);
-        if (isTellable(one, left) &&
-            headSize + to.bytes.size() + session.bytes.size() + sumSize <= journalPlace &&
+        writeSession(session, one, entry.ledger.has_value());
+        if (isTellable(one, left) && to.bytes.size() + session.bytes.size() <= room &&
             count < std::numeric_limits<std::uint8_t>::max()) {
             to.bytes += session.bytes;
             left = left - one.session.counted; // both at least zero: it fits
@@ -196,7 +220,7 @@ void writeSessions(Writer& to, const JournalEntry& entry) {
 void readSessions(Reader& from, JournalEntry& entry) {
     Amount left = entry.totals;
     for (auto count = from.number<std::uint8_t>(); count > 0 && from.good; --count) {
-        FormerSession one = readSession(from);
+        FormerSession one = readSession(from, entry.ledger.has_value());
         from.demand(covers(left, one.session.counted));
         if (from.good) {
             left = left - one.session.counted;
@@ -205,11 +229,26 @@ void readSessions(Reader& from, JournalEntry& entry) {
     }
 }
 
+/// As many of the lines as find room.
+void writeLedger(Writer& to, const LedgerRemainder& ledger) {
+    to.number(ledger.end);
+    const std::size_t room = roomOfBody - to.bytes.size() - sizeof(std::uint16_t);
+    std::string_view lines = ledger.lines;
+    lines = lines.substr(0, std::min(lines.size(), room));
+    to.text(lines.substr(0, lines.rfind('\n') + 1), room); // whole ones
+}
+
+void readLedger(Reader& from, LedgerRemainder& ledger) {
+    ledger.end = from.number<std::uint64_t>();
+    ledger.lines = from.text(roomOfBody);
+    from.demand(ledger.lines.empty() || ledger.lines.back() == '\n');
+}
+
 std::optional<JournalEntry> entryOf(std::string_view body, Date moment) {
     Reader from(body);
     JournalEntry entry;
     entry.moment = moment;
-    const std::uint8_t bits = from.bits(exists | ended | announced);
+    const std::uint8_t bits = from.bits(exists | ended | announced | hasLedger);
     entry.standsOn.exists = (bits & exists) != 0;
     entry.ended = (bits & ended) != 0;
     entry.standsOn.lastState = from.text(mostLastState);
@@ -224,7 +263,13 @@ std::optional<JournalEntry> entryOf(std::string_view body, Date moment) {
         setting = from.number<std::int64_t>();
     }
     entry.address = from.text(mostAddress);
+    if ((bits & hasLedger) != 0) {
+        entry.ledger.emplace();
+    }
     readSessions(from, entry);
+    if (entry.ledger) {
+        readLedger(from, *entry.ledger);
+    }
     return from.done() ? std::optional(std::move(entry)) : std::nullopt;
 }
 
@@ -268,9 +313,9 @@ bool mayHaveSaved(const JournalEntry& entry, const Amount& totals) {
 std::string bodyOf(const JournalEntry& entry) {
     Writer to;
     to.bytes.reserve(journalPlace);
-    to.number(static_cast<std::uint8_t>((entry.standsOn.exists ? exists : 0U) |
-                                        (entry.ended ? ended : 0U) |
-                                        (entry.resetIfGone ? announced : 0U)));
+    to.number(static_cast<std::uint8_t>(
+        (entry.standsOn.exists ? exists : 0U) | (entry.ended ? ended : 0U) |
+        (entry.resetIfGone ? announced : 0U) | (entry.ledger ? hasLedger : 0U)));
     to.text(entry.standsOn.lastState, mostLastState);
     to.number(entry.standsOn.lastDateStamp);
     if (entry.resetIfGone) {
@@ -283,7 +328,15 @@ std::string bodyOf(const JournalEntry& entry) {
     }
     to.text(entry.address, mostAddress);
     writeSessions(to, entry);
+    if (entry.ledger) {
+        writeLedger(to, *entry.ledger);
+    }
     return std::move(to.bytes);
+}
+
+std::size_t roomForLedger(JournalEntry entry) {
+    entry.ledger.emplace();
+    return roomOfBody - bodyOf(entry).size();
 }
 
 std::string placeOf(std::string_view body, Date moment, std::uint64_t number) {

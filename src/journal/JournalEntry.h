@@ -1,5 +1,6 @@
 #pragma once
 
+#include "state/LedgerRemainder.h"
 #include "state/mdlVar.h"
 #include "types/Amount.h"
 #include "types/Currency.h"
@@ -42,6 +43,8 @@ struct JournalEntry {
     std::string address; ///< 255 characters at most
     /// Those under way. What counts of each is in the totals.
     std::vector<FormerSession> sessions;
+    /// Where the user keeps one. Its lines come before sessions that find no room beside them.
+    std::optional<LedgerRemainder> ledger = {};
 };
 
 /// Amounts from 0 to so much can be kept: as far beyond what any line carries as sums of a few of
@@ -66,8 +69,12 @@ constexpr std::size_t journalPlaces = 3;
 constexpr std::uint32_t journalVersion = 1;
 
 /// What an entry says, but for its moment and its number. Sessions that find no room are left out:
-/// what counts of them is in the totals.
+/// what counts of them is in the totals. So are lines of the ledger that find none in an entry
+/// without sessions.
 std::string bodyOf(const JournalEntry& entry);
+
+/// Bytes that an entry of these sessions has for lines of the ledger.
+std::size_t roomForLedger(JournalEntry entry);
 
 /// The entry as it stands in its place.
 std::string placeOf(std::string_view body, Date moment, std::uint64_t number);

@@ -96,6 +96,34 @@ Ledger::Finding Ledger::begin(const std::string& path, const std::string& iniFil
     return Finding::Taken;
 }
 
+void Ledger::release() {
+    path_.clear();
+    file_.reset();
+    contents_ = {};
+    damaged_.clear();
+    hasHead_ = false;
+    end_ = 0;
+    isBrokenOff_ = false;
+}
+
+std::optional<std::vector<LedgerEntry>> Ledger::missing() const {
+    std::vector<LedgerEntry> entries = entriesOf(remainder.lines);
+    std::string bytes;
+    if (!entries.empty() && (!file_ || file_->read(bytes))) {
+        return std::nullopt;
+    }
+    auto rest = std::string_view(bytes).substr(
+        static_cast<std::size_t>(std::min<std::uint64_t>(remainder.end, bytes.size())));
+    auto next = entries.begin();
+    while (next != entries.end() && !rest.empty()) {
+        const std::size_t end = std::min(rest.find('\n'), rest.size() - 1) + 1;
+        next += rest.substr(0, end) == textOf(*next) ? 1 : 0;
+        rest.remove_prefix(end);
+    }
+    entries.erase(entries.begin(), next);
+    return entries;
+}
+
 FileResult Ledger::append(const std::string& text) {
     if (!file_) {
         return ErrorNumber::FileNotFound;

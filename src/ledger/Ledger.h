@@ -1,13 +1,16 @@
 #pragma once
 
 #include "ledger/LedgerContents.h"
+#include "ledger/Unwritten.h"
 #include "ports/Files.h"
 #include "ports/HeldFile.h"
+#include "state/LedgerRemainder.h"
 #include "types/Current.h"
 
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -42,6 +45,11 @@ public:
     /// What in the file is no line of a ledger.
     const std::string& damaged() const { return damaged_; }
 
+    /// What of the remainder the file does not have: a kill may have come while it was added. The
+    /// beginning of it stands behind the remainder's place then, with nothing but damage between.
+    /// Nothing where the file cannot be read.
+    std::optional<std::vector<LedgerEntry>> missing() const;
+
     /// Puts what is damaged into the file `aside` and takes it out of this one, which gets its
     /// first line again if that is gone. FileAlreadyExists where something else has that name; what
     /// is aside already is not put there again.
@@ -55,7 +63,24 @@ public:
     FileResult fold(LocalDay today);
 
     /// Lets the file go where it is.
-    void release() { *this = Ledger(); }
+    void release();
+
+    /// What the lines have carried since the last entry.
+    Unwritten unwritten;
+    /// The user keeps a ledger, though it may be out of reach: what is not in it yet is collected.
+    bool isKept = false;
+    /// Another copy of the program does.
+    bool isElsewhere = false;
+    /// What the run before has left, until it is known what of it the file has.
+    LedgerRemainder remainder;
+    /// When it was last written to or tried to be, steady milliseconds.
+    std::uint64_t triedAt = 0;
+    /// The user's day on which it was folded last.
+    LocalDay foldedOn{};
+    /// What the start has found, if the user is to be told.
+    std::string toTell;
+    /// That it cannot be written.
+    bool failureTold = false;
 
 private:
     Finding look(const std::string& path, Holding held);

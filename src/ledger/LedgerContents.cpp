@@ -101,6 +101,12 @@ void enter(LedgerContents& contents, const std::vector<LedgerEntry>& entries) {
     }
 }
 
+std::vector<LedgerEntry> entriesOf(std::string_view lines) {
+    LedgerReading reading;
+    readLines(lines, reading);
+    return std::move(reading.contents.entries);
+}
+
 std::span<const LedgerEntry> entriesBetween(const LedgerContents& contents, Moment from,
                                             Moment to) {
     const auto first = [&](Moment moment) {

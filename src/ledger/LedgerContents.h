@@ -19,6 +19,9 @@ struct LedgerContents {
 /// Puts what was written later where its moment belongs.
 void enter(LedgerContents& contents, const std::vector<LedgerEntry>& entries);
 
+/// Those that the lines of a file say; what is no entry is left out.
+std::vector<LedgerEntry> entriesOf(std::string_view lines);
+
 /// Those from the one moment up to, but not at, the other.
 std::span<const LedgerEntry> entriesBetween(const LedgerContents& contents, Moment from, Moment to);
 

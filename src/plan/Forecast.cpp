@@ -110,11 +110,6 @@ struct Rest {
     Quantity expected;
     Quantity most;
 };
-
-Quantity greater(const Quantity& a, const Quantity& b) {
-    return {std::max(a.bytes, b.bytes), std::max(a.milliseconds, b.milliseconds)};
-}
-
 /// Exact, but for the fraction.
 Quantity meanOf(const std::array<Quantity, weeksKnown>& weeks) {
     Quantity whole;
@@ -142,10 +137,13 @@ Rest restAround(const Quantity& expected, std::uint32_t secondsKnown) {
     return {.least = expected - doubt, .expected = expected, .most = expected + doubt};
 }
 
-Quantity mostIn(std::uint32_t seconds, const Capacity& capacity) {
+/// A line carries as much in either direction at a time.
+Quantity mostIn(std::uint32_t seconds, const Plan& plan, const Capacity& capacity) {
+    const std::uint32_t directions = plan.counted == Counted::Both ? 2 : 1;
     constexpr std::uint64_t millisecondsInSecond = 1000;
-    return {capacity.bytesPerSecond ? portion(*capacity.bytesPerSecond, seconds, 1)
-                                    : std::numeric_limits<std::uint64_t>::max(),
+    return {capacity.bytesPerSecond
+                ? portion(portion(*capacity.bytesPerSecond, seconds, 1), directions, 1)
+                : std::numeric_limits<std::uint64_t>::max(),
             portion(seconds * millisecondsInSecond, capacity.lines, 1)};
 }
 
@@ -166,16 +164,19 @@ std::optional<Budget> budgetOf(const Plan& plan, const History& history, const S
         standing.total() -
         partOf(standing.total(), static_cast<std::uint32_t>(plan.reservePercent), hundred);
     const Quantity left = total - standing.used;
+    const Quantity lasting = total - standing.extendedToday;
     const Quantity before = usedOf(plan, history, period, midnight);
     const std::uint32_t daysLeft = small((last - today).count() + 1);
-    const Quantity ofToday =
-        plan.dealOut == DealOut::Evenly
-            ? partOf(total - before, 1, daysLeft)
-            : partOf(total, small((today - first).count() + 1), small((last - first).count() + 1)) -
-                  before;
-    return Budget{.daysLeft = daysLeft,
-                  .perDay = onlyLimited(plan, partOf(left, 1, daysLeft)),
-                  .today = onlyLimited(plan, lesser(ofToday - (standing.used - before), left))};
+    const Quantity ofToday = plan.dealOut == DealOut::Evenly
+                                 ? partOf(lasting - before, 1, daysLeft)
+                                 : partOf(lasting, small((today - first).count() + 1),
+                                          small((last - first).count() + 1)) -
+                                       before;
+    return Budget{
+        .daysLeft = daysLeft,
+        .perDay = onlyLimited(plan, partOf(lasting - standing.used, 1, daysLeft)),
+        .today = onlyLimited(
+            plan, lesser(ofToday + standing.extendedToday - (standing.used - before), left))};
 }
 
 std::optional<Forecast> forecastOf(const Plan& plan, const History& history,
@@ -204,7 +205,7 @@ std::optional<Forecast> forecastOf(const Plan& plan, const History& history,
     } else {
         rest = restAround(added(partOf(soFar, left, elapsed)), elapsed);
     }
-    const Quantity most = mostIn(left, capacity);
+    const Quantity most = mostIn(left, plan, capacity);
     return Forecast{.least = standing.used + lesser(rest.least, most),
                     .expected = standing.used + lesser(rest.expected, most),
                     .most = standing.used + lesser(rest.most, most)};

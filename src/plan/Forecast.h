@@ -10,8 +10,9 @@ namespace tarvik {
 /// What may be used a day from now on, and today. Nothing in what the plan does not limit.
 struct Budget {
     std::int64_t daysLeft = 0; ///< today and the period's last one included
-    Quantity perDay;           ///< what is left, less the reserve, dealt out to the days left
-    Quantity today;            ///< of today's part, what is still left
+    /// What is left, less the reserve and what is for today alone, dealt out to the days left.
+    Quantity perDay;
+    Quantity today; ///< of today's part, what is still left
 };
 
 /// Nothing for a pack without a date, and for a plan that limits nothing.
@@ -20,8 +21,9 @@ std::optional<Budget> budgetOf(const Plan& plan, const History& history, const S
 
 /// What the lines can carry at most.
 struct Capacity {
-    std::optional<std::uint64_t> bytesPerSecond; ///< of all together; nothing where nobody knows
-    std::uint32_t lines = 1;                     ///< that may be up at a time
+    std::optional<std::uint64_t>
+        bytesPerSecond;      ///< of all together, each way; nothing unless known
+    std::uint32_t lines = 1; ///< that may be up at a time
 };
 
 /// What will have been used at the period's end.

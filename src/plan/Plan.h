@@ -2,6 +2,7 @@
 
 #include "plan/DataSize.h"
 #include "types/Moment.h"
+#include "types/PlanKey.h"
 
 #include <chrono>
 #include <cstdint>
@@ -15,6 +16,8 @@ namespace tarvik {
 // it, with examples.
 
 constexpr std::size_t mostThresholds = 5;
+/// Lines that a plan can name: so that they fit a line of the INI file that is read.
+constexpr std::size_t mostPlanLines = 20;
 constexpr std::size_t longestPlanName = 256; ///< of a plan and of a line, bytes
 
 enum class PeriodKind : std::uint8_t {
@@ -48,14 +51,14 @@ enum class RollOver : std::uint8_t { None, All, UpTo };
 /// whole period, with what the days before have left of theirs.
 enum class DealOut : std::uint8_t { Evenly, CarryOn };
 
-enum class HangUp : std::uint8_t { No, AtOnce, AfterGrace };
+enum class HangUpRule : std::uint8_t { No, AtOnce, AfterGrace };
 
 /// What happens when so much has been used.
 struct Threshold {
     int percent = 80; ///< of all that may be used, 1 to 100
     bool note = true;
     bool window = false;
-    HangUp hangUp = HangUp::No;
+    HangUpRule hangUp = HangUpRule::No;
     DataSize grace = {};      ///< more than that
     int graceMinutes = 0;     ///< more than that, of a plan of hours; 0 to 9999
     std::string program = {}; ///< to run; empty for none
@@ -90,6 +93,8 @@ struct Plan {
     int reservePercent = 0;                 ///< of all that may be used, 0 to 99
     std::vector<Threshold> thresholds = {}; ///< five at most
     std::vector<SaidInPeriod> said = {};    ///< of the last periods, the newest last
+
+    PlanKey key() const { return {.number = number, .made = made}; }
 
     friend bool operator==(const Plan&, const Plan&) = default;
 };

@@ -181,9 +181,13 @@ std::string planSection(int number) {
     return "Plan " + std::to_string(number);
 }
 
+bool hasPlan(PrivateProfile& profile, const std::string& file, int number) {
+    return !valueOf(profile, file, planSection(number), isThere).empty();
+}
+
 std::optional<Plan> readPlan(PrivateProfile& profile, const std::string& file, int number) {
     const std::string section = planSection(number);
-    if (valueOf(profile, file, section, isThere).empty()) {
+    if (!hasPlan(profile, file, number)) {
         return std::nullopt;
     }
     Plan plan{.number = number};
@@ -202,8 +206,8 @@ bool writePlan(PrivateProfile& profile, const std::string& file, const Plan& pla
 
 bool erasePlan(PrivateProfile& profile, const std::string& file, int number) {
     const std::string section = planSection(number);
-    const bool isGone = valueOf(profile, file, section, isThere).empty();
-    return isGone || profile.WritePrivateProfileSectionA(section, std::string_view("\0", 1), file);
+    return !hasPlan(profile, file, number) ||
+           profile.WritePrivateProfileSectionA(section, std::string_view("\0", 1), file);
 }
 
 } // namespace tarvik

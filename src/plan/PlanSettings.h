@@ -25,6 +25,9 @@ std::span<const PlanSetting> planSettings();
 /// "Plan 1"
 std::string planSection(int number);
 
+/// Whether the file has a plan of that number.
+bool hasPlan(PrivateProfile& profile, const std::string& file, int number);
+
 /// The plan of that number (1 to 9); nothing where the file has none. What has no value, or one
 /// that is none, is as in a new plan.
 std::optional<Plan> readPlan(PrivateProfile& profile, const std::string& file, int number);

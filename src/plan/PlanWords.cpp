@@ -16,8 +16,6 @@ constexpr std::string_view beforeProgram = " | ";
 constexpr std::string_view minutesWord = "min";
 constexpr char hungUpMark = '!';
 constexpr int hoursInDay = 24;
-// So that every value fits a line that is read.
-constexpr std::size_t mostNames = 20;
 constexpr std::size_t mostSaid = 3;
 constexpr std::size_t mostProgram = 1024;
 constexpr int mostGraceMinutes = 9999;
@@ -41,10 +39,10 @@ std::string wordOf(const LedgerWriter& to) {
 
 /// "hangup", "hangup+500MB+30min"
 std::string hangUpWord(const Threshold& threshold) {
-    if (threshold.hangUp == HangUp::No) {
+    if (threshold.hangUp == HangUpRule::No) {
         return {};
     }
-    if (threshold.hangUp == HangUp::AtOnce) {
+    if (threshold.hangUp == HangUpRule::AtOnce) {
         return " hangup";
     }
     std::string size = textOf(threshold.grace);
@@ -58,7 +56,7 @@ bool readHangUp(Threshold& threshold, std::string_view word) {
     if (pieces[0] != "hangup" || (pieces.size() != 1 && pieces.size() != 3)) {
         return false;
     }
-    threshold.hangUp = HangUp::AtOnce;
+    threshold.hangUp = HangUpRule::AtOnce;
     threshold.grace = {};
     threshold.graceMinutes = 0;
     if (pieces.size() == 1) {
@@ -69,7 +67,7 @@ bool readHangUp(Threshold& threshold, std::string_view word) {
     const auto more =
         readNumber(pieces[2].substr(0, pieces[2].size() - (hasUnit ? minutesWord.size() : 0)), 0,
                    mostGraceMinutes);
-    threshold.hangUp = HangUp::AfterGrace;
+    threshold.hangUp = HangUpRule::AfterGrace;
     threshold.grace = grace.value_or(DataSize());
     threshold.graceMinutes = more.value_or(0);
     return grace && hasUnit && more;
@@ -171,7 +169,7 @@ std::optional<std::vector<std::string>> readNames(std::string_view text) {
         if (!name) {
             return std::nullopt;
         }
-        if (name->size() > longestPlanName || names.size() == mostNames) {
+        if (name->size() > longestPlanName || names.size() == mostPlanLines) {
             return std::nullopt;
         }
         if (!name->empty()) {

@@ -30,9 +30,9 @@ bool isReachedWith(const Plan& plan, const Standing& standing, int percent, cons
 bool mustHangUp(const Plan& plan, const Standing& standing, const Threshold& threshold) {
     const Quantity grace{threshold.grace.bytes(),
                          static_cast<std::uint64_t>(threshold.graceMinutes) * millisecondsInMinute};
-    return threshold.hangUp != HangUp::No &&
+    return threshold.hangUp != HangUpRule::No &&
            isReachedWith(plan, standing, threshold.percent,
-                         threshold.hangUp == HangUp::AtOnce ? Quantity() : grace);
+                         threshold.hangUp == HangUpRule::AtOnce ? Quantity() : grace);
 }
 
 /// The one of that period, the newest now. A clock that is set back and forth says nothing twice:

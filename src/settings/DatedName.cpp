@@ -4,12 +4,30 @@
 #include "ports/Platform.h"
 #include "ports/Program.h"
 #include "types/Convert.h"
+#include "types/Text.h"
+
+#include <string_view>
 
 namespace tarvik {
 
+std::string dayText(Date day) {
+    const CivilTime civil = day.civil();
+    return wholeToText(civil.year) + "-" + wholeToText(civil.month) + "-" + wholeToText(civil.day);
+}
+
 std::string todayText() {
-    const CivilTime today = platform().clock.currentDate().civil();
-    return wholeToText(today.year) + "-" + wholeToText(today.month) + "-" + wholeToText(today.day);
+    return dayText(platform().clock.currentDate());
+}
+
+std::string nameOfBackup(const std::string& file, const std::string& day) {
+    constexpr std::string_view ending = ".INI";
+    const std::string_view name = file;
+    if (name.size() > ending.size() &&
+        upperCase(name.substr(name.size() - ending.size())) == ending) {
+        const std::size_t stem = name.size() - ending.size();
+        return file.substr(0, stem) + "." + day + file.substr(stem);
+    }
+    return file + "." + day;
 }
 
 std::string nameWithoutFolder(const std::string& path) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ports/Files.h"
+#include "types/Date.h"
 
 #include <functional>
 #include <string>
@@ -9,6 +10,10 @@ namespace tarvik {
 
 /// Today's date as it stands in names of files, "2026-5-3".
 std::string todayText();
+std::string dayText(Date day);
+
+/// The name that a file's backup gets on a day ("2026-5-3").
+std::string nameOfBackup(const std::string& file, const std::string& day);
 
 /// The last part of a path.
 std::string nameWithoutFolder(const std::string& path);

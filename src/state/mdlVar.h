@@ -43,12 +43,15 @@ enum class enDateCalc : std::uint8_t {
 struct LineSession {
     RASCONNA connection{};
     RAS_STATS last{};
-    Traffic totals;          ///< since it was established
-    Amount offset;           ///< of it, what is not to be counted
-    Amount counted;          ///< the rest, as long as no total has it
-    std::int64_t readAt = 0; ///< when these figures were first read, universal milliseconds
-    bool renumbered = false; ///< not read again since the service gave it another handle
-    bool hungUp = false;     ///< by the program: whatever comes next is another session
+    Traffic totals;           ///< since it was established
+    Amount offset;            ///< of it, what is not to be counted
+    Amount counted;           ///< the rest, as long as no total has it
+    Traffic noted;            ///< of it, what the ledger was told of, or is never to be
+    std::int64_t readAt = 0;  ///< when these figures were first read, universal milliseconds
+    std::int64_t notedAt = 0; ///< when it was last told, the same; 0 for never
+    bool within = false;      ///< another session, as last read, which carried the same once more
+    bool renumbered = false;  ///< not read again since the service gave it another handle
+    bool hungUp = false;      ///< by the program: whatever comes next is another session
     /// It was up before the program was started again, and nobody is asked about it. Until the end
     /// of the tick that found it.
     bool resumed = false;

@@ -10,6 +10,10 @@ namespace {
 constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t smallest = std::numeric_limits<std::int64_t>::min();
 
+bool sumFits(std::int64_t a, std::int64_t b) {
+    return b > 0 ? a <= largest - b : a >= smallest - b;
+}
+
 } // namespace
 
 Currency Currency::fromWhole(std::int64_t whole) {
@@ -62,7 +66,7 @@ std::uint8_t Currency::toByte() const {
 }
 
 Currency operator+(Currency a, Currency b) {
-    if (b.scaled_ > 0 ? a.scaled_ > largest - b.scaled_ : a.scaled_ < smallest - b.scaled_) {
+    if (!sumFits(a.scaled_, b.scaled_)) {
         raise(ErrorNumber::Overflow);
     }
     return Currency::fromScaled(a.scaled_ + b.scaled_);
@@ -73,6 +77,13 @@ Currency operator-(Currency a, Currency b) {
         raise(ErrorNumber::Overflow);
     }
     return Currency::fromScaled(a.scaled_ - b.scaled_);
+}
+
+Currency nearestSum(Currency a, Currency b) {
+    if (sumFits(a.scaled(), b.scaled())) {
+        return a + b;
+    }
+    return Currency::fromScaled(b.scaled() > 0 ? largest : smallest);
 }
 
 } // namespace tarvik

@@ -57,4 +57,7 @@ private:
 Currency operator+(Currency a, Currency b);
 Currency operator-(Currency a, Currency b);
 
+/// The sum; where it does not fit, the number next to it that does.
+Currency nearestSum(Currency a, Currency b);
+
 } // namespace tarvik

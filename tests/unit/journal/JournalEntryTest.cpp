@@ -230,6 +230,30 @@ TEST(JournalEntryTest, TheLongestTextsFindRoom) {
     EXPECT_EQ(read.entry.address, std::string(255, 'a'));
 }
 
+TEST(JournalEntryTest, LinesOfTheLedgerThatHaveTheRoomAreReadBackBesideAllSessions) {
+    JournalEntry entry = fullEntry();
+    const std::string lines = std::string(roomForLedger(entry) - 1, 'l') + "\n";
+    entry.ledger = {.end = 99, .lines = lines};
+
+    const JournalPlace read = readPlace(placeOf(entry));
+
+    ASSERT_EQ(read.kind, Kind::Whole);
+    EXPECT_EQ(read.entry.ledger->lines, lines);
+    EXPECT_EQ(read.entry.sessions.size(), 2U);
+}
+
+TEST(JournalEntryTest, LinesOfTheLedgerComeBeforeSessionsThatFindNoRoomBesideThem) {
+    JournalEntry entry = fullEntry();
+    const std::string lines = std::string(roomForLedger(entry), 'l') + "\n";
+    entry.ledger = {.end = 99, .lines = lines};
+
+    const JournalPlace read = readPlace(placeOf(entry));
+
+    ASSERT_EQ(read.kind, Kind::Whole);
+    EXPECT_EQ(read.entry.ledger->lines, lines);
+    EXPECT_EQ(read.entry.sessions.size(), 1U);
+}
+
 TEST(JournalEntryTest, TheMomentIsNoPartOfWhatAnEntrySays) {
     JournalEntry later = fullEntry();
     later.moment = Date(later.moment.serial() + 1);

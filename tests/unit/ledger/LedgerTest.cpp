@@ -152,6 +152,47 @@ TEST_F(LedgerTest, WhatCouldNotBeAddedIsAddedLaterAndOnce) {
     EXPECT_EQ(found(), (std::vector<std::uint64_t>{1}));
 }
 
+TEST_F(LedgerTest, OfARemainderThatWasBeingAddedTheRestIsMissing) {
+    begin();
+    ledger.remainder.end = files.file(path).size();
+    ledger.remainder.lines = textOf(entryAt(day, 1)) + textOf(entryAt(day + 15min, 2));
+
+    ledger.add({entryAt(day, 1)});
+
+    EXPECT_EQ(ledger.missing(), (std::vector{entryAt(day + 15min, 2)}));
+}
+
+TEST_F(LedgerTest, WhatIsAddedBehindATornTailIsNotMissing) {
+    begin();
+    ledger.release();
+    files.setFile(path, files.file(path) + "torn");
+    ledger.take(path);
+    ledger.remainder.end = files.file(path).size();
+    ledger.remainder.lines = textOf(entryAt(day, 1));
+
+    ledger.add({entryAt(day, 1)});
+
+    EXPECT_EQ(ledger.missing(), std::vector<LedgerEntry>());
+}
+
+TEST_F(LedgerTest, WhatStandsBeforeTheRemaindersPlaceIsNoneOfIt) {
+    begin();
+    ledger.add({entryAt(day, 1)});
+    ledger.remainder.end = files.file(path).size();
+    ledger.remainder.lines = textOf(entryAt(day, 1));
+
+    EXPECT_EQ(ledger.missing(), (std::vector{entryAt(day, 1)}));
+}
+
+TEST_F(LedgerTest, WhereItCannotBeReadNobodyKnowsWhatIsMissing) {
+    begin();
+    ledger.remainder.lines = textOf(entryAt(day, 1));
+
+    files.setUnreadable(path);
+
+    EXPECT_FALSE(ledger.missing());
+}
+
 TEST_F(LedgerTest, OneThatSomebodyDeletesIsNotMadeAnew) {
     begin();
     files.remove(path);

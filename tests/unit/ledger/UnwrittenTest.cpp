@@ -1,7 +1,13 @@
 #include "ledger/Unwritten.h"
+#include "ledger/LedgerContents.h"
 #include "ledger/LedgerTest.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <vector>
 
 namespace tarvik {
 namespace {
@@ -103,6 +109,165 @@ TEST(UnwrittenTest, LinesAndWhatRunsInsideStayApart) {
     unwritten.add(growthOf(quarter, quarter + 1min, 5));
 
     EXPECT_EQ(unwritten.entries().size(), 3U);
+}
+
+TEST(UnwrittenTest, WhatIsBeingWrittenDoesNotChangeAndTheRestComesBehindIt) {
+    Unwritten unwritten;
+    unwritten.add(entryAt(quarter, 5));
+    unwritten.beginWriting(1000);
+
+    unwritten.add(entryAt(quarter, 70));
+    unwritten.add(entryAt(quarter - 15min, 300));
+
+    EXPECT_EQ(unwritten.entries(), (std::vector{entryAt(quarter, 5), entryAt(quarter - 15min, 300),
+                                                entryAt(quarter, 70)}));
+}
+
+TEST(UnwrittenTest, WhatComesAfterAllIsWrittenIsSummedUpAgain) {
+    Unwritten unwritten;
+    unwritten.add(entryAt(quarter, 5));
+    unwritten.beginWriting(1000);
+    unwritten.endWriting();
+
+    unwritten.add(entryAt(quarter, 70));
+    unwritten.add(entryAt(quarter, 300));
+
+    EXPECT_EQ(unwritten.entries().size(), 1U);
+}
+
+/// So many quarter hours of Ridge with one byte each.
+Unwritten manyQuarters(int count) {
+    Unwritten unwritten;
+    for (int i = 0; i < count; ++i) {
+        unwritten.add(entryAt(quarter + i * 15min, 1));
+    }
+    return unwritten;
+}
+
+std::size_t sizeOf(const std::vector<LedgerEntry>& entries) {
+    std::size_t size = 0;
+    for (const LedgerEntry& one : entries) {
+        size += textOf(one).size();
+    }
+    return size;
+}
+
+TEST(UnwrittenTest, WhatHasRoomIsBegunAndToldAsItIs) {
+    Unwritten unwritten = manyQuarters(8);
+
+    unwritten.beginWriting(1000);
+
+    EXPECT_EQ(unwritten.begun(), unwritten.entries());
+    EXPECT_EQ(entriesOf(unwritten.textWithin(1000)), unwritten.entries());
+}
+
+TEST(UnwrittenTest, OfWhatHasNoRoomAPortionIsBegunAndTheRestIsToldInOne) {
+    Unwritten unwritten = manyQuarters(80);
+
+    unwritten.beginWriting(1000);
+
+    const std::string text = unwritten.textWithin(1000);
+    const std::vector<LedgerEntry> told = entriesOf(text);
+    std::vector<LedgerEntry> expected = unwritten.begun();
+    ASSERT_GT(expected.size(), 8U);
+    LedgerEntry rest = entryAt(quarter + 79 * 15min, 80 - expected.size());
+    rest.traffic.sent = 80 - expected.size();
+    rest.traffic.milliseconds = 60'000 * rest.traffic.sent;
+    expected.push_back(rest);
+    EXPECT_EQ(told, expected);
+    EXPECT_LE(text.size(), 1000U);
+}
+
+TEST(UnwrittenTest, APortionIsNoLongerThanOneThatTheNextRunCanTellAgain) {
+    Unwritten unwritten = manyQuarters(80);
+
+    unwritten.beginWriting(4000);
+
+    EXPECT_LE(sizeOf(unwritten.begun()), longestPortion);
+    EXPECT_GT(sizeOf(unwritten.begun()), longestPortion - 100);
+}
+
+TEST(UnwrittenTest, OnePortionComesAfterTheOtherUntilAllIsWritten) {
+    Unwritten unwritten = manyQuarters(80);
+    const std::vector<LedgerEntry> all = unwritten.entries();
+    std::vector<LedgerEntry> written;
+
+    while (!unwritten.entries().empty()) {
+        unwritten.beginWriting(1000);
+        const std::vector<LedgerEntry> begun = unwritten.begun();
+        written.insert(written.end(), begun.begin(), begun.end());
+        unwritten.endWriting();
+    }
+
+    EXPECT_EQ(written, all);
+}
+
+TEST(UnwrittenTest, WhatWasBegunAndFailedIsBegunAgainAsItWas) {
+    Unwritten unwritten = manyQuarters(80);
+    unwritten.beginWriting(1000);
+    const std::vector<LedgerEntry> begun = unwritten.begun();
+
+    unwritten.add(entryAt(quarter - 15min, 300));
+    unwritten.beginWriting(2000);
+
+    EXPECT_EQ(unwritten.begun(), begun);
+}
+
+TEST(UnwrittenTest, WithoutAnyRoomOneIsBegun) {
+    Unwritten unwritten = manyQuarters(80);
+
+    unwritten.beginWriting(0);
+
+    EXPECT_EQ(unwritten.begun().size(), 1U);
+}
+
+TEST(UnwrittenTest, WhatRunsInsideIsJoinedApart) {
+    Unwritten unwritten = manyQuarters(80);
+    for (int i = 0; i < 3; ++i) {
+        LedgerEntry inside = entryAt(quarter + i * 15min, 7);
+        inside.inside = true;
+        unwritten.add(inside);
+    }
+
+    const std::vector<LedgerEntry> told = entriesOf(unwritten.textWithin(1000));
+
+    ASSERT_EQ(told.size(), 2U);
+    EXPECT_EQ(told[0].traffic, (Traffic{80, 80, 4'800'000}));
+    EXPECT_EQ(told[1].traffic, (Traffic{21, 3, 180'000}));
+    EXPECT_TRUE(told[1].inside);
+}
+
+TEST(UnwrittenTest, WhereLinesHaveNoRoomSomeAreToldWithoutTheirNames) {
+    Unwritten unwritten;
+    for (int i = 0; i < 20; ++i) {
+        unwritten.add(entryAt(quarter, 5, std::string(256, static_cast<char>('a' + i))));
+    }
+
+    const std::string text = unwritten.textWithin(2000);
+
+    const std::vector<LedgerEntry> told = entriesOf(text);
+    EXPECT_LE(text.size(), 2000U);
+    EXPECT_EQ(told.size(), 6U);
+    EXPECT_EQ(told.back().line, "");
+    EXPECT_EQ(told.back().traffic.rcvd, 75U);
+    EXPECT_EQ(sumOf(told), sumOf(unwritten.entries()));
+}
+
+TEST(UnwrittenTest, WhatIsLeftOfARunBeforeIsToldInItsOrderAsLongAsItMayHaveBeenBegun) {
+    std::vector<LedgerEntry> left;
+    for (int i = 0; i < 60; ++i) {
+        left.push_back(entryAt(quarter - i * 15min, 1)); // not in the order of time
+    }
+    Unwritten unwritten(left);
+    unwritten.add(entryAt(quarter + 15min, 7));
+
+    const std::vector<LedgerEntry> told = entriesOf(unwritten.textWithin(3000));
+
+    const std::size_t same = told.size() - 1;
+    EXPECT_GT(same, 20U);
+    EXPECT_TRUE(
+        std::equal(left.begin(), left.begin() + static_cast<std::ptrdiff_t>(same), told.begin()));
+    EXPECT_EQ(told.back().traffic.rcvd, 67 - same);
 }
 
 class DueTest : public testing::Test {

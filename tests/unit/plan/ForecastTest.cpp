@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tarvik::plans {
+namespace tarvik::planned {
 namespace {
 
 /// 10 GB a month, 3.1 of them used by noon of 19 November: 12 days are left.
@@ -39,6 +39,17 @@ TEST_F(BudgetTest, WhoeverCarriesOnHasWhatTheDaysBeforeDidNotUse) {
 
     // 19 of 30 days are due.
     EXPECT_EQ(budget(utc(11, 19, 12h)).today.bytes, 3'233'333'333U);
+}
+
+TEST_F(BudgetTest, WhatIsForTodayAloneIsNotDealtOutToTheDaysThatAreLeft) {
+    contents.notes = {{.at = utc(11, 19, 10h),
+                       .plan = 1,
+                       .what = Extension{.bytes = 500 * megabyte, .today = true}}};
+
+    const Budget result = budget(utc(11, 19, 12h));
+
+    EXPECT_EQ(result.perDay.bytes, 575 * megabyte);
+    EXPECT_EQ(result.today.bytes, 7'000 * megabyte / 12 + 400 * megabyte);
 }
 
 TEST_F(BudgetTest, AReserveIsNotDealtOut) {
@@ -189,6 +200,17 @@ TEST_F(ForecastTest, ADayOfSummerTimeIsAsLongAsItIs) {
     EXPECT_EQ(result->expected.bytes, 100 * megabyte);
 }
 
+TEST_F(ForecastTest, OfOneDirectionALineCarriesHalfAsMuch) {
+    contents.head.begun = utc(11, 1);
+    enter(contents, {carriedAt(utc(11, 1), 3'000 * megabyte)});
+    capacity.bytesPerSecond = 100;
+    plan.counted = Counted::Received;
+
+    const auto result = forecast(utc(11, 2));
+
+    EXPECT_EQ(result->expected.bytes, 3'000 * megabyte + std::uint64_t{100} * 29 * 86'400);
+}
+
 TEST_F(ForecastTest, ItIsNeverMoreThanTheLineCanCarry) {
     contents.head.begun = utc(11, 1);
     enter(contents, {carriedAt(utc(11, 1), 3'000 * megabyte)});
@@ -196,7 +218,8 @@ TEST_F(ForecastTest, ItIsNeverMoreThanTheLineCanCarry) {
 
     const auto result = forecast(utc(11, 2));
 
-    const std::uint64_t most = 3'000 * megabyte + std::uint64_t{100} * 29 * 86'400;
+    // It may carry as much in either direction.
+    const std::uint64_t most = 3'000 * megabyte + std::uint64_t{2} * 100 * 29 * 86'400;
     EXPECT_EQ(result->expected.bytes, most);
     EXPECT_EQ(result->least.bytes, most);
     EXPECT_EQ(result->most.bytes, most);
@@ -244,4 +267,4 @@ TEST_F(ForecastTest, TheLargestFiguresDoNotWrap) {
 }
 
 } // namespace
-} // namespace tarvik::plans
+} // namespace tarvik::planned

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tarvik::plans {
+namespace tarvik::planned {
 namespace {
 
 void expectPeriod(const PeriodRule& rule, Moment moment, Moment begin, Moment end,
@@ -154,4 +154,4 @@ TEST(PeriodTest, AClockThatShowsAnyMomentHasAPeriod) {
 }
 
 } // namespace
-} // namespace tarvik::plans
+} // namespace tarvik::planned

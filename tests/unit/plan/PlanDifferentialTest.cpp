@@ -10,7 +10,7 @@
 #include <array>
 #include <string>
 
-namespace tarvik::plans {
+namespace tarvik::planned {
 namespace {
 
 using reference::Account;
@@ -222,6 +222,7 @@ void expectSame(const ChanceCase& drawn, const Standing& standing, const Spans& 
     ASSERT_EQ(pairOf(standing.used), account.used);
     ASSERT_EQ(pairOf(standing.rolledOver), account.rolledOver);
     ASSERT_EQ(pairOf(standing.extended), account.extended);
+    ASSERT_EQ(pairOf(standing.extendedToday), account.extendedToday);
     ASSERT_EQ(pairOf(standing.total()), account.total);
     ASSERT_EQ(budget.has_value(), account.daysLeft.has_value());
     if (budget) {
@@ -256,4 +257,4 @@ TEST(PlanDifferentialTest, TwoStatementsOfAPlanTellTheSame) {
 }
 
 } // namespace
-} // namespace tarvik::plans
+} // namespace tarvik::planned

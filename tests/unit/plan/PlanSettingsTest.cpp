@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tarvik::plans {
+namespace tarvik::planned {
 namespace {
 
 class PlanSettingsTest : public testing::Test {
@@ -43,9 +43,9 @@ Plan fullPlan() {
         .rollOverHours = 5,
         .reservePercent = 10,
         .thresholds = {{.percent = 50},
-                       {.percent = 80, .note = false, .window = true, .hangUp = HangUp::AtOnce},
+                       {.percent = 80, .note = false, .window = true, .hangUp = HangUpRule::AtOnce},
                        {.percent = 100,
-                        .hangUp = HangUp::AfterGrace,
+                        .hangUp = HangUpRule::AfterGrace,
                         .grace = {.thousandths = 1'500, .unit = SizeUnit::MiB},
                         .graceMinutes = 30,
                         .program = "C:\\Tools | more\\tell.exe \"now\" 5%"}},
@@ -147,7 +147,7 @@ TEST_F(PlanSettingsTest, OfTwoWordsForHangingUpTheLastCounts) {
     const auto threshold = readThreshold("80 hangup+5MB+30min hangup");
 
     ASSERT_TRUE(threshold);
-    EXPECT_EQ(*threshold, (Threshold{.percent = 80, .note = false, .hangUp = HangUp::AtOnce}));
+    EXPECT_EQ(*threshold, (Threshold{.percent = 80, .note = false, .hangUp = HangUpRule::AtOnce}));
 }
 
 TEST_F(PlanSettingsTest, NumbersBeyondTheirRangeAreNone) {
@@ -201,4 +201,4 @@ TEST_F(PlanSettingsTest, WhatCannotBeWrittenIsTold) {
 }
 
 } // namespace
-} // namespace tarvik::plans
+} // namespace tarvik::planned

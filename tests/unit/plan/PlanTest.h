@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-namespace tarvik::plans {
+namespace tarvik::planned {
 
 using namespace std::chrono_literals;
 
@@ -63,4 +63,4 @@ inline LedgerContents contentsWith(std::vector<LedgerEntry> entries,
     return contents;
 }
 
-} // namespace tarvik::plans
+} // namespace tarvik::planned

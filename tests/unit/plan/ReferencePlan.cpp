@@ -187,6 +187,15 @@ std::uint64_t corrected(const Plan& plan, const LedgerContents& contents, Span s
     return result;
 }
 
+/// The provider has said what was used of it.
+bool isTold(const Plan& plan, const LedgerContents& contents, Span span, Measure measure) {
+    return std::any_of(contents.notes.begin(), contents.notes.end(), [&](const LedgerNote& one) {
+        const auto* const figure = std::get_if<ProvidersFigure>(&one.what);
+        return figure != nullptr && figure->measure == measure && isHeard(plan, one, span) &&
+               !isBack(contents, one, false);
+    });
+}
+
 Pair usedBefore(const Plan& plan, const LedgerContents& contents, Span span, std::int64_t before) {
     const Pair counted =
         pairOf(plan, sumBetween(plan, contents, span.begin, std::min(before, span.end)));
@@ -200,13 +209,16 @@ Pair allowed(const Plan& plan) {
 }
 
 Pair rolledOver(const Plan& plan, const LedgerContents& contents, const Spans& spans) {
-    if (plan.rollOver == RollOver::None || !spans.before ||
-        seconds(contents.head.begun) >= spans.before->end) {
+    if (plan.rollOver == RollOver::None || !spans.before) {
         return {};
     }
     const Pair used = usedBefore(plan, contents, *spans.before, spans.before->end);
     Pair unused{orNothing(allowed(plan).bytes, used.bytes),
                 orNothing(allowed(plan).time, used.time)};
+    const bool isWhole = seconds(contents.head.begun) <= spans.before->begin;
+    unused.bytes =
+        isWhole || isTold(plan, contents, *spans.before, Measure::Bytes) ? unused.bytes : 0;
+    unused.time = isWhole || isTold(plan, contents, *spans.before, Measure::Time) ? unused.time : 0;
     if (plan.rollOver == RollOver::UpTo) {
         const std::uint64_t mostTime = static_cast<std::uint64_t>(plan.rollOverHours) * 3'600'000;
         unused.bytes = std::min(unused.bytes, plan.rollOverMost.bytes());
@@ -215,21 +227,24 @@ Pair rolledOver(const Plan& plan, const LedgerContents& contents, const Spans& s
     return unused;
 }
 
-Pair extended(const Plan& plan, const LedgerContents& contents, Span span, std::int64_t moment) {
-    Pair sum;
+/// By extensions to the period's end, and by those for today.
+std::pair<Pair, Pair> extended(const Plan& plan, const LedgerContents& contents, Span span,
+                               std::int64_t moment, const Changes& zone) {
+    Pair lasting;
+    Pair today;
     for (const LedgerNote& one : contents.notes) {
         const auto* const extension = std::get_if<Extension>(&one.what);
         if (extension == nullptr || !isHeard(plan, one, span) || isBack(contents, one, true)) {
             continue;
         }
-        const std::int64_t ahead = one.ahead.count() * 60;
-        const bool sameDay = dayNumber(seconds(one.at) + ahead) >= dayNumber(moment + ahead);
-        if (!extension->today || sameDay) {
+        const std::int64_t day = dayNumber(seconds(one.at) + one.ahead.count() * 60);
+        if (!extension->today || moment < firstAt(zone, (day + 1) * secondsInDay)) {
+            Pair& sum = extension->today ? today : lasting;
             sum.bytes += plan.allowance ? extension->bytes : 0;
             sum.time += plan.hours ? extension->milliseconds : 0;
         }
     }
-    return sum;
+    return {lasting, today};
 }
 
 /// What a day carries: its moments and what it carried.
@@ -276,23 +291,25 @@ void tellBudget(const Plan& plan, const LedgerContents& contents, Span span, std
     const auto left = static_cast<std::uint64_t>(last - today + 1);
     const auto passed = static_cast<std::uint64_t>(today - first + 1);
     const auto all = static_cast<std::uint64_t>(last - first + 1);
-    const auto deal = [&](std::uint64_t whole, std::uint64_t used, std::uint64_t usedThen) {
+    const auto deal = [&](std::uint64_t whole, std::uint64_t used, std::uint64_t usedThen,
+                          std::uint64_t more) {
         const std::uint64_t total =
             whole - whole * static_cast<std::uint64_t>(plan.reservePercent) / 100;
         const std::uint64_t rest = orNothing(total, used);
+        const std::uint64_t lasting = orNothing(total, more);
         const std::uint64_t part = plan.dealOut == DealOut::Evenly
-                                       ? orNothing(total, usedThen) / left
-                                       : orNothing(total * passed / all, usedThen);
-        const std::uint64_t ofToday = orNothing(part, orNothing(used, usedThen));
-        return std::pair(rest / left, std::min(ofToday, rest));
+                                       ? orNothing(lasting, usedThen) / left
+                                       : orNothing(lasting * passed / all, usedThen);
+        const std::uint64_t ofToday = orNothing(part + more, orNothing(used, usedThen));
+        return std::pair(orNothing(lasting, used) / left, std::min(ofToday, rest));
     };
     if (plan.allowance) {
-        std::tie(account.perDay.bytes, account.today.bytes) =
-            deal(account.total.bytes, account.used.bytes, before.bytes);
+        std::tie(account.perDay.bytes, account.today.bytes) = deal(
+            account.total.bytes, account.used.bytes, before.bytes, account.extendedToday.bytes);
     }
     if (plan.hours) {
         std::tie(account.perDay.time, account.today.time) =
-            deal(account.total.time, account.used.time, before.time);
+            deal(account.total.time, account.used.time, before.time, account.extendedToday.time);
     }
 }
 
@@ -346,8 +363,10 @@ void tellForecast(const Plan& plan, const LedgerContents& contents, Span span, s
         bytes = around(rest.bytes, passed);
         time = around(rest.time, passed);
     }
+    const std::uint64_t directions = plan.counted == Counted::Both ? 2 : 1;
     const auto pairAt = [&](std::size_t i) {
-        const std::uint64_t most = bytesPerSecond ? *bytesPerSecond * left : UINT64_MAX;
+        const std::uint64_t most =
+            bytesPerSecond ? *bytesPerSecond * left * directions : UINT64_MAX;
         return Pair{account.used.bytes + std::min(bytes[i], most),
                     account.used.time + std::min(time[i], left * 1000 * lines)};
     };
@@ -411,7 +430,9 @@ Account accountOf(const Plan& plan, const LedgerContents& contents, const Spans&
     Account account;
     account.used = usedBefore(plan, contents, spans.now, spans.now.end);
     account.rolledOver = rolledOver(plan, contents, spans);
-    account.extended = extended(plan, contents, spans.now, moment);
+    const auto [lasting, today] = extended(plan, contents, spans.now, moment, zone);
+    account.extendedToday = today;
+    account.extended = {lasting.bytes + today.bytes, lasting.time + today.time};
     account.total = {allowed(plan).bytes + account.rolledOver.bytes + account.extended.bytes,
                      allowed(plan).time + account.rolledOver.time + account.extended.time};
     tellBudget(plan, contents, spans.now, moment, zone, account);

@@ -42,6 +42,7 @@ struct Account {
     Pair used;
     Pair rolledOver;
     Pair extended;
+    Pair extendedToday;
     Pair total;
     std::optional<std::int64_t> daysLeft; ///< where there is a budget
     Pair perDay;

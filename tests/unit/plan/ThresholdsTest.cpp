@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-namespace tarvik::plans {
+namespace tarvik::planned {
 namespace {
 
 using Places = std::vector<std::size_t>;
@@ -105,8 +105,8 @@ TEST_F(ThresholdsTest, WhatIsNotLimitedReachesNone) {
 }
 
 TEST_F(ThresholdsTest, TheyHangUpAtOnceOrAfterSomeGrace) {
-    plan.thresholds[0].hangUp = HangUp::AtOnce;
-    plan.thresholds[2].hangUp = HangUp::AfterGrace;
+    plan.thresholds[0].hangUp = HangUpRule::AtOnce;
+    plan.thresholds[2].hangUp = HangUpRule::AfterGrace;
     plan.thresholds[2].grace = {.thousandths = 1, .unit = SizeUnit::MB}; // 1,000 bytes
 
     EXPECT_EQ(dueAt(799).toHangUp, Places{});
@@ -119,7 +119,7 @@ TEST_F(ThresholdsTest, TheyHangUpAtOnceOrAfterSomeGrace) {
 TEST_F(ThresholdsTest, GraceOfTimeIsInMinutes) {
     plan = Plan();
     plan.hours = 1;
-    plan.thresholds = {{.percent = 100, .hangUp = HangUp::AfterGrace, .graceMinutes = 30}};
+    plan.thresholds = {{.percent = 100, .hangUp = HangUpRule::AfterGrace, .graceMinutes = 30}};
     standing.allowance = {0, hour};
     standing.used.milliseconds = hour + hour / 2 - 1;
     EXPECT_EQ(dueAt(0).toHangUp, Places{});
@@ -168,4 +168,4 @@ TEST_F(ThresholdsTest, TheLargestFiguresDoNotWrap) {
 }
 
 } // namespace
-} // namespace tarvik::plans
+} // namespace tarvik::planned

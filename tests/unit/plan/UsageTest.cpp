@@ -2,11 +2,12 @@
 
 #include <gtest/gtest.h>
 
-namespace tarvik::plans {
+namespace tarvik::planned {
 namespace {
 
-Standing standing(const Plan& plan, const LedgerContents& contents, Moment at = noon) {
-    const auto result = standingOf(plan, History(contents), at, inLondon);
+Standing standing(const Plan& plan, const LedgerContents& contents, Moment at = noon,
+                  const Zone& zone = inLondon) {
+    const auto result = standingOf(plan, History(contents), at, zone);
     EXPECT_TRUE(result);
     return result.value_or(Standing());
 }
@@ -174,8 +175,22 @@ TEST(ExtensionTest, OneForThePeriodHoldsUntilItsEnd) {
 TEST(ExtensionTest, OneForTodayEndsWithTheUsersDay) {
     const LedgerContents contents = contentsWith({}, {extending(utc(11, 6, 10h), 500, true)});
 
-    EXPECT_EQ(standing(tenGigabytes(), contents, utc(11, 6, 1379min)).extended.bytes, 500U);
-    EXPECT_EQ(standing(tenGigabytes(), contents, utc(11, 6, 23h)).extended.bytes, 0U);
+    const auto extended = [&](std::chrono::minutes time) {
+        return standing(tenGigabytes(), contents, utc(11, 6, time), inBerlin).extended.bytes;
+    };
+    EXPECT_EQ(extended(1379min), 500U);
+    EXPECT_EQ(extended(23h), 0U);
+}
+
+TEST(ExtensionTest, OneForTodayLastsAnHourMoreOnTheDayThatIsLonger) {
+    LedgerNote note =
+        extending(utc(10, 24, 23h), 500, true); // 25 October in Berlin, in summer time
+    note.ahead = 120min;
+    const LedgerContents contents = contentsWith({}, {note});
+
+    EXPECT_EQ(standing(tenGigabytes(), contents, utc(10, 25, 1379min), inBerlin).extended.bytes,
+              500U);
+    EXPECT_EQ(standing(tenGigabytes(), contents, utc(10, 25, 23h), inBerlin).extended.bytes, 0U);
 }
 
 TEST(ExtensionTest, SeveralAddUpAndEachMayBeTakenBack) {
@@ -237,12 +252,23 @@ TEST_F(RollOverTest, WhoeverUsedMoreHasNothingLeft) {
     EXPECT_EQ(standing(plan, contents).rolledOver, Quantity());
 }
 
-TEST_F(RollOverTest, OfAPeriodBeforeTheLedgerNothingComes) {
-    contents.head.begun = utc(11, 1);
+TEST_F(RollOverTest, OfAPeriodThatTheLedgerDoesNotKnowWholeNothingComes) {
+    contents.head.begun = utc(10, 1) + 1s;
     EXPECT_EQ(standing(plan, contents).rolledOver, Quantity());
 
-    contents.head.begun = utc(11, 1) - 1s;
+    contents.head.begun = utc(10, 1);
     EXPECT_EQ(standing(plan, contents).rolledOver.bytes, 3'000 * megabyte);
+}
+
+TEST_F(RollOverTest, ButWhatTheProviderSaidOfItIsKnown) {
+    contents.head.begun = utc(10, 20);
+    contents.notes = {LedgerNote{.at = utc(10, 31),
+                                 .plan = 1,
+                                 .what = ProvidersFigure{.measure = Measure::Bytes,
+                                                         .told = 8'000 * megabyte,
+                                                         .counted = 7'000 * megabyte}}};
+
+    EXPECT_EQ(standing(plan, contents).rolledOver.bytes, 2'000 * megabyte);
 }
 
 TEST_F(RollOverTest, TheFirstPeriodHasNoneBeforeIt) {
@@ -291,4 +317,4 @@ TEST(StandingTest, TheLargestFiguresDoNotWrap) {
 }
 
 } // namespace
-} // namespace tarvik::plans
+} // namespace tarvik::planned

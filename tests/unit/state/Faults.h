@@ -58,6 +58,7 @@ class FaultyView : public FormView, public ControlView {
 public:
     void refreshVisibility() override { fault(); }
     void bringToFront() override { fault(); }
+    void focusOn(Control&) override { fault(); }
     void refresh(Property) override { fault(); }
     std::uint32_t handle() const override { return 0; }
 };

@@ -46,6 +46,17 @@ TEST(CurrencyTest, RaisesOverflowBeyondItsRange) {
     EXPECT_EQ(errorOf([] { return scaled(0) - scaled(smallest); }), 6);
 }
 
+TEST(CurrencyTest, ASumThatDoesNotFitIsNextToTheEndOfTheRange) {
+    const Currency most = Currency::fromScaled(INT64_MAX);
+    const Currency least = Currency::fromScaled(INT64_MIN);
+
+    EXPECT_EQ(nearestSum(most, Currency::fromScaled(1)), most);
+    EXPECT_EQ(nearestSum(Currency::fromScaled(-1), least), least);
+    EXPECT_EQ(nearestSum(most, least), Currency::fromScaled(-1));
+    EXPECT_EQ(nearestSum(least, most), Currency::fromScaled(-1));
+    EXPECT_EQ(nearestSum(Currency(2), Currency(3)), Currency(5));
+}
+
 TEST(CurrencyTest, WholeNumbersEndAtTheRange) {
     EXPECT_EQ(Currency::fromWhole(922'337'203'685'477).scaled(), 9'223'372'036'854'770'000);
     EXPECT_EQ(Currency::fromWhole(-922'337'203'685'477).scaled(), -9'223'372'036'854'770'000);
