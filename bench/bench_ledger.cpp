@@ -1,11 +1,14 @@
 // Prints what a ledger of three lines that are always up costs after ten years: the size of its
-// file, the time to read and to fold it on the disk, and what nine plans take to be told.
+// file, the time to read and to fold it on the disk, and what nine plans take: to be told, in each
+// tick, and until their window is open.
 //
 //     bench_ledger
 
 #include "FaceUnderTest.h"
+#include "Machine.h"
 #include "ledger/Ledger.h"
 #include "plan/Forecast.h"
+#include "plan/PlanSettings.h"
 #include "scripted/ScriptedPlatform.h"
 
 #include <chrono>
@@ -42,13 +45,23 @@ std::vector<LedgerEntry> tenYears() {
     return entries;
 }
 
+std::vector<Plan> ninePlans() {
+    std::vector<Plan> plans;
+    for (int number = 1; number <= mostPlans; ++number) {
+        Plan& plan = plans.emplace_back();
+        plan.number = number;
+        plan.name = "Plan " + std::to_string(number);
+        plan.rollOver = RollOver::All;
+        plan.allowance = DataSize{.thousandths = 500'000, .unit = SizeUnit::GB};
+        plan.thresholds = {{.percent = 50}, {.percent = 80}, {.percent = 100}};
+    }
+    return plans;
+}
+
 void tellPlans(const Ledger& ledger) {
-    constexpr int plans = 9;
     const Zone zone = [](Moment) { return 60min; };
     const History history(ledger.contents());
-    for (int number = 1; number <= plans; ++number) {
-        Plan plan{.number = number, .rollOver = RollOver::All};
-        plan.allowance = DataSize{.thousandths = 500'000, .unit = SizeUnit::GB};
+    for (const Plan& plan : ninePlans()) {
         const auto standing = standingOf(plan, history, today, zone);
         budgetOf(plan, history, *standing, today, zone);
         forecastOf(plan, history, *standing, today, zone, {});
@@ -81,6 +94,43 @@ void measure(const std::string& folder) {
     std::printf("nine plans: %.2f ms\n", millisecondsOf([&] { tellPlans(ledger); }));
 }
 
+/// Microseconds of one tick of three lines, without a face.
+double tickOf(const std::string& folder) {
+    constexpr int ticks = 20'000;
+    constexpr double microseconds = 1000;
+    Machine machine(folder);
+    machine.goOnline({"Line", "Ridge", "Harbour"});
+    machine.timer().fire();
+    return milliseconds([&] {
+               for (int i = 0; i < ticks; ++i) {
+                   machine.transfer();
+                   machine.timer().fire();
+               }
+           }) /
+           ticks * microseconds;
+}
+
+void writePlans(const std::string& file) {
+    FaceFiles files;
+    ProfileEngine profile(files, endOfLine);
+    for (const Plan& plan : ninePlans()) {
+        writePlan(profile, file, plan);
+    }
+}
+
+void measurePlans(const std::string& folder, const std::string& folderWithout) {
+    const double without = tickOf(folderWithout);
+    writePlans(folder + "/Tarvik.ini");
+    std::printf("one tick of three lines, rules alone: %.1f us, with nine plans %.1f us\n", without,
+                tickOf(folder));
+    Machine machine(folder);
+    machine.forms().frmMain.cmdOptions.press();
+    std::printf("to open the plans' window, rules alone: %.1f ms\n", milliseconds([&] {
+                    machine.forms().frmOptions.cmdPlan.press();
+                    machine.forms().frmPlan.cmdCancel.press();
+                }));
+}
+
 } // namespace
 } // namespace tarvik
 
@@ -89,7 +139,8 @@ int main() {
         std::filesystem::temp_directory_path() /
         ("tarvik-bench-" +
          std::to_string(std::chrono::steady_clock::now().time_since_epoch().count()));
-    std::filesystem::create_directories(folder);
+    std::filesystem::create_directories(folder / "without");
     tarvik::measure(folder.string());
+    tarvik::measurePlans(folder.string(), (folder / "without").string());
     std::filesystem::remove_all(folder);
 }

@@ -4,50 +4,25 @@
 //     bench_work [records, 100000 unless told]
 
 #include "FaceUnderTest.h"
+#include "Machine.h"
 #include "RecordLog.h"
-#include "common/ProfileEngine.h"
 #include "controls/ChartPainter.h"
 #include "history/mdlHistoryChart.h"
 #include "history/mdlHistoryExport.h"
 #include "history/mdlHistoryImport.h"
-#include "scripted/ScriptedPlatform.h"
 #include "settings/mdlSettingsLog.h"
-#include "startup/mdlStartUp.h"
-#include "wiring/World.h"
 
-#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <iostream>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace tarvik {
 namespace {
-
-constexpr int runs = 7;
-
-/// The median of several runs.
-double milliseconds(const std::function<void()>& work) {
-    std::vector<double> times;
-    for (int i = 0; i < runs; ++i) {
-        const auto start = std::chrono::steady_clock::now();
-        work();
-        times.push_back(
-            std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
-                .count());
-    }
-    std::sort(times.begin(), times.end());
-    return times[runs / 2];
-}
-
-void row(const std::string& measure, double own, double floor, const std::string& floorName) {
-    std::cout << measure << '\t' << own << '\t' << floor << '\t' << floorName << '\n';
-}
 
 std::string bytesOf(const std::string& path) {
     std::string bytes;
@@ -65,39 +40,6 @@ void weighLines(const std::string& bytes) {
     }
 }
 
-/// A machine whose files are the face's and whose other services are played, with a world on it.
-class Machine {
-public:
-    explicit Machine(const std::string& folder) {
-        scripted_.program.folderPath = folder;
-        scripted_.program.separator =
-            std::filesystem::path::preferred_separator == '/' ? '/' : '\\';
-        scripted_.connections.entries = {{.name = "Line"}};
-        scripted_.desktop.answerAny = [](const MsgBoxRequest&) { return MsgBoxAnswer::Yes; };
-        Main();
-    }
-
-    State& state() { return world_.state; }
-    FrmHistory& history() { return world_.forms.frmHistory; }
-    Timer& timer() { return world_.forms.frmMain.timUpdateStats; }
-
-    /// A line that the program watches.
-    void goOnline() {
-        world_.forms.frmMain.cmdMonitor.press();
-        state().DialInStarted = true;
-        handle_ = scripted_.connections.connect("Line");
-    }
-    void transfer() { scripted_.connections.transfer(handle_, 15'001, 2'003, 100); }
-
-private:
-    ScriptedPlatform scripted_;
-    FaceFiles files_;
-    ProfileEngine profile_{files_, endOfLine};
-    Platform platform_ = scripted_.withFiles(profile_, files_);
-    World world_{platform_};
-    std::uint32_t handle_ = 0;
-};
-
 /// What the six figures of a tick cost as plain digits.
 void writeSixNumbers(int number) {
     constexpr int figures = 6;
@@ -111,7 +53,7 @@ void writeSixNumbers(int number) {
 void measureTick(Machine& machine) {
     constexpr int ticks = 20'000;
     constexpr double microseconds = 1000;
-    machine.goOnline();
+    machine.goOnline({"Line"});
     const double own = milliseconds([&] {
         for (int i = 0; i < ticks; ++i) {
             machine.transfer();
@@ -150,15 +92,16 @@ void measureSave(Machine& machine, const std::string& file, const std::string& s
 
 void measureHistory(Machine& machine, const std::string& file, const std::string& scratch) {
     machine.state().IniFileName = file;
-    row("import, ms",
-        milliseconds([&] { machine.history().data.imported = ImportHistory(GetNumRecords()); }),
+    row("import, ms", milliseconds([&] {
+            machine.forms().frmHistory.data.imported = ImportHistory(GetNumRecords());
+        }),
         milliseconds([&] { weighLines(bytesOf(file)); }), "reading the lines");
     const double exported = milliseconds([&] { ExportRecords(scratch); });
     const std::string bytes = bytesOf(scratch);
     row("export, flushed, ms", exported, milliseconds([&] { writeAndFlush(scratch, bytes); }),
         "the same bytes");
     PlotRows();
-    ChartPainter painter(machine.history().mscHistory);
+    ChartPainter painter(machine.forms().frmHistory.mscHistory);
     const ChartPalette palette = ChartPalette::on({255, 255, 255}, {0, 0, 0});
     const auto draw = [&](Canvas& canvas) { painter.draw(canvas, palette); };
     onSheet(draw);

@@ -86,6 +86,10 @@ Long DialIn(const std::string& EntryName, const std::string&) {
     });
 }
 
+void HangUpLine(std::uint32_t Handle) {
+    guarded("HangUpLine", [&] { hangUpIfConnected(Handle); });
+}
+
 void HangUp() {
     guarded("HangUp", [] {
         std::uint32_t count = 0;

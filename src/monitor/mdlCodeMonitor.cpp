@@ -6,9 +6,12 @@
 #include "monitor/mdlCodeLimits.h"
 #include "monitor/mdlCodeReset.h"
 #include "monitor/mdlCodeToggle.h"
+#include "monitor/mdlPlans.h"
 #include "monitor/mdlSessions.h"
 #include "ports/Platform.h"
+#include "settings/mdlCarried.h"
 #include "settings/mdlSettingsJournal.h"
+#include "settings/mdlSettingsLedger.h"
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
 #include "state/mdlTransfers.h"
@@ -71,7 +74,8 @@ bool firstOnlineUpdate(std::uint32_t handle) {
                            s.BytesSentCurrent.figure() < Long(1) &&
                            s.DurationCurrent.figure() < Long(1);
     if (!HasResumed()) {
-        s.TickerBase = Rcvd().finished + Sent().finished;
+        // A sum that is too large is for the ticker to tell: the session counts all the same.
+        s.TickerBase = nearestSum(Rcvd().finished, Sent().finished);
     }
     s.FirstOnlineUpdate = false;
     return !s.DialInStarted && !untouched;
@@ -185,6 +189,10 @@ bool UpdateStats() {
                 HandleOnline();
             }
             readConnections(count, failed, result);
+            NoteCarried();
+            if (!end.hasCome()) {
+                CheckPlans();
+            }
             EndTick(failed.name.empty());
         }
         if (!failed.name.empty() && !end.hasCome()) {
@@ -197,6 +205,7 @@ bool UpdateStats() {
         const bool over =
             std::exchange(state().SessionOver, std::exchange(state().WasReset, false));
         KeepJournal(over ? KeepWhen::AtOnce : KeepWhen::Due);
+        KeepLedger(over ? LedgerOccasion::SessionEnds : LedgerOccasion::Tick);
     });
 }
 

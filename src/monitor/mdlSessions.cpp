@@ -5,6 +5,7 @@
 #include "monitor/mdlReadings.h"
 #include "ports/Clock.h"
 #include "ports/Platform.h"
+#include "settings/mdlCarried.h"
 #include "state/mdlTools.h"
 #include "state/mdlTransfers.h"
 #include "state/mdlVar.h"
@@ -77,9 +78,10 @@ Amount amountOf(const Traffic& totals) {
 /// reading before counts there.
 void recount(LineSession& session) {
     const Amount totals = amountOf(session.totals);
+    session.within = platform().connections.carrierOf(session.connection.hrasconn) != 0;
     if (state().DeclinedInTick && !session.resumed) {
         session.offset = totals;
-    } else if (platform().connections.carrierOf(session.connection.hrasconn) != 0) {
+    } else if (session.within) {
         session.offset = totals - session.counted;
     }
     session.counted = totals - session.offset;
@@ -88,6 +90,7 @@ void recount(LineSession& session) {
 /// Moves what counted of a session that is over into the totals.
 void keep(LineSession& session) {
     state().SessionOver = true;
+    NoteCarried(session);
     if (isCurrent(session)) {
         ResetTransfers(false);
         return;
@@ -213,6 +216,8 @@ Traffic CarryOn(const RASCONNA& Connection, const RAS_STATS& Statistics) {
     if (isAnother(session, Statistics, wide)) {
         keep(session);
         session.totals = totalsOf(Statistics);
+        session.noted = {};
+        session.notedAt = 0;
         session.hungUp = session.resumed = false;
     } else {
         takeOutOfTotals(session);

@@ -1,13 +1,16 @@
 #include "settings/JournalNow.h"
 
 #include "journal/Journal.h"
+#include "ledger/Ledger.h"
 #include "ports/Clock.h"
 #include "ports/Files.h"
 #include "ports/Platform.h"
 #include "ports/PrivateProfile.h"
 #include "settings/DatedName.h"
+#include "settings/mdlCarried.h"
 #include "settings/mdlSettings.h"
 #include "settings/mdlSettingsNumbers.h"
+#include "settings/mdlSettingsPlans.h"
 #include "state/mdlConst.h"
 #include "state/mdlTransfers.h"
 #include "state/mdlVar.h"
@@ -15,6 +18,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace tarvik {
 
@@ -25,19 +29,67 @@ namespace {
 std::optional<bool> fileIsThere() {
     const FileKind kind = platform().files.Dir(usualIniFile());
     if (kind != FileKind::Other) {
-        return kind == FileKind::File;
+        return kind == FileKind::File && !HasOnlyPlans();
     }
     return GetStringFromINI(SettingsSection, "IsLocked").empty() ? std::nullopt
                                                                  : std::optional(true);
 }
 
+/// In so many bytes, if it can be said in them.
+LedgerRemainder notInTheLedger(std::size_t room) {
+    const Ledger& kept = ledger();
+    const bool isLeft = !kept.remainder.lines.empty();
+    Unwritten all;
+    if (isLeft) {
+        // What nobody could look at yet comes before what this run adds.
+        all = Unwritten(entriesOf(kept.remainder.lines));
+        for (const LedgerEntry& one : kept.unwritten.entries()) {
+            all.add(one);
+        }
+    } else {
+        all = kept.unwritten;
+    }
+    for (const LineSession& one : state().LineSessions) {
+        if (const auto growth = NotYetTold(one)) {
+            all.add(*growth);
+        }
+    }
+    return {.end = kept.inUse() && !isLeft ? kept.size() : kept.remainder.end,
+            .lines = all.textWithin(room)};
+}
+
+JournalEntry entryWithoutLedger() {
+    const State& s = state();
+    JournalEntry entry;
+    entry.moment = momentOf(platform().clock);
+    entry.standsOn = journal().standsOn;
+    entry.resetIfGone = journal().resetIfGone;
+    entry.totals = AllThatCounts();
+    entry.tickerBase = std::clamp(s.TickerBase, Currency(0), largestKept);
+    entry.settings = settingsAsNumbers(s);
+    entry.address = s.IPAddress;
+    entry.sessions = SessionsUnderWay();
+    for (FormerSession& one : entry.sessions) {
+        MarkTold(one.session); // in the middle of a tick as well
+    }
+    return entry;
+}
+
+std::string fileBesideIni(const std::string& ending) {
+    const std::string ini = usualIniFile();
+    const std::size_t own = std::string(IniFileBaseName).rfind('.');
+    return ini.substr(0, ini.size() - std::string(IniFileBaseName).size()) +
+           std::string(IniFileBaseName).substr(0, own) + ending;
+}
+
 } // namespace
 
 std::string journalFile(const std::string& addition) {
-    const std::string ini = usualIniFile();
-    const std::size_t ending = std::string(IniFileBaseName).rfind('.');
-    return ini.substr(0, ini.size() - std::string(IniFileBaseName).size()) +
-           std::string(IniFileBaseName).substr(0, ending) + addition + ".journal";
+    return fileBesideIni(addition + ".journal");
+}
+
+std::string ledgerFile(const std::string& addition) {
+    return fileBesideIni(addition + ".ledger");
 }
 
 std::string aboutJournal(const std::string& text, const std::string& path) {
@@ -74,20 +126,22 @@ std::optional<Amount> totalsOfFile() {
 }
 
 std::optional<JournalEntry> entryNow() {
-    const State& s = state();
     try {
-        JournalEntry entry;
-        entry.moment = momentOf(platform().clock);
-        entry.standsOn = journal().standsOn;
-        entry.resetIfGone = journal().resetIfGone;
-        entry.totals = AllThatCounts();
-        entry.tickerBase = std::clamp(s.TickerBase, Currency(0), largestKept);
-        entry.settings = settingsAsNumbers(s);
-        entry.address = s.IPAddress;
-        entry.sessions = SessionsUnderWay();
+        JournalEntry entry = entryWithoutLedger();
+        if (ledger().isKept) {
+            entry.ledger = notInTheLedger(roomForLedger(entry));
+        }
         return canBeKept(entry.totals) ? std::optional(std::move(entry)) : std::nullopt;
     } catch (const RunTimeError&) {
         return std::nullopt;
+    }
+}
+
+std::size_t roomForLedgerNow() {
+    try {
+        return roomForLedger(entryWithoutLedger());
+    } catch (const RunTimeError&) {
+        return 0;
     }
 }
 

@@ -3,6 +3,7 @@
 #include "journal/JournalEntry.h"
 #include "types/Amount.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -10,8 +11,9 @@ namespace tarvik {
 
 // What keeping the journal and restoring from it have in common.
 
-/// The journal's full path, with this before the ending of its name.
+/// The full paths of the journal and the ledger, with this before the ending of the name.
 std::string journalFile(const std::string& addition = {});
+std::string ledgerFile(const std::string& addition = {});
 
 /// A note with the name of that file below its text.
 std::string aboutJournal(const std::string& text, const std::string& path = journalFile());
@@ -32,6 +34,9 @@ std::optional<Amount> totalsOfFile();
 /// What is to be kept; nothing where the totals are beyond what can be, or below zero, as a file
 /// may have them: that is left to the file.
 std::optional<JournalEntry> entryNow();
+
+/// Bytes that the journal has for what is not in the ledger yet, beside all else that it tells now.
+std::size_t roomForLedgerNow();
 
 /// The file is of the program's own making since: the journal's state became its newest record,
 /// which could not be noted any more, or there is a file where none was that tells nothing of what

@@ -65,6 +65,21 @@ void SetIniFileName(bool bCreate, bool bAsk) {
     });
 }
 
+bool UpdateIniFile(const std::function<bool()>& Collect) {
+    constexpr int attempts = 5;
+    if (state().IniFileName.empty() || state().IniFileUnread) {
+        return false;
+    }
+    bool collected = false;
+    UpdateOutcome outcome = UpdateOutcome::Overtaken;
+    for (int i = 0; i < attempts && outcome == UpdateOutcome::Overtaken; ++i) {
+        ProfileUpdate update(platform().profile, state().IniFileName);
+        collected = Collect();
+        outcome = update.commit();
+    }
+    return collected && outcome == UpdateOutcome::Written;
+}
+
 std::string GetStringFromINI(const std::string& Section, const std::string& Key) {
     return guarded("GetStringFromINI", std::string(), [&](std::string& result) {
         if (!state().IniFileName.empty()) {

@@ -3,6 +3,7 @@
 #include "types/Amount.h"
 #include "types/Currency.h"
 
+#include <functional>
 #include <string>
 
 namespace tarvik {
@@ -14,6 +15,11 @@ void SetIniFileName(bool bCreate, bool bAsk);
 
 /// Full path of the file in the program's folder, whether it is there or not.
 std::string usualIniFile();
+
+/// Writes what `Collect` writes into the file in use all at once; true when it was written.
+/// Collects anew where another program writes to the file meanwhile. Not without a file in use, and
+/// not into one that could not be read.
+bool UpdateIniFile(const std::function<bool()>& Collect);
 
 /// The key's value in that file, its first 127 characters at most; "" when there is none.
 std::string iniText(const std::string& file, const std::string& section, const std::string& key);

@@ -1,5 +1,6 @@
 #include "settings/mdlSettingsBackup.h"
 
+#include "plan/Plans.h"
 #include "ports/Files.h"
 #include "ports/Platform.h"
 #include "ports/PrivateProfile.h"
@@ -7,35 +8,22 @@
 #include "settings/mdlSettings.h"
 #include "settings/mdlSettingsJournal.h"
 #include "settings/mdlSettingsLog.h"
+#include "settings/mdlSettingsPlans.h"
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
 #include "state/mdlVar.h"
 #include "types/Convert.h"
-#include "types/Text.h"
 
 #include <algorithm>
 #include <optional>
-#include <string_view>
 #include <vector>
 
 namespace tarvik {
 
 namespace {
 
-/// The name with this behind a point, before the ending where the file has the usual one.
-std::string nameWith(const std::string& file, const std::string& addition) {
-    constexpr std::string_view ending = ".INI";
-    const std::string_view name = file;
-    if (name.size() > ending.size() &&
-        upperCase(name.substr(name.size() - ending.size())) == ending) {
-        const std::size_t stem = name.size() - ending.size();
-        return file.substr(0, stem) + "." + addition + file.substr(stem);
-    }
-    return file + "." + addition;
-}
-
 std::string numberedName(const std::string& file, const std::string& date, int number) {
-    return nameWith(file, date + "." + wholeToText(number));
+    return nameOfBackup(file, date + "." + wholeToText(number));
 }
 
 /// Name and values of every record that the file's index leads to; nothing where the file cannot be
@@ -84,7 +72,7 @@ void raiseIfFailed(const FileResult& result) {
 /// What stands under the backup's name stays under that name with a number.
 void moveAside(const std::string& iniFileName, const std::string& date) {
     const auto numbered = [&](int number) { return numberedName(iniFileName, date, number); };
-    raiseIfFailed(renameToFree(nameWith(iniFileName, date), 1, numbered).failure);
+    raiseIfFailed(renameToFree(nameOfBackup(iniFileName, date), 1, numbered).failure);
 }
 
 /// Copies the file until no other program has changed it meanwhile: what is deleted afterwards is
@@ -119,7 +107,7 @@ bool BackupINIFile() {
         }
         Files& files = platform().files;
         const std::string date = todayText();
-        const std::string target = nameWith(source, date);
+        const std::string target = nameOfBackup(source, date);
         const FileKind there = files.Dir(target);
         if (there == FileKind::Other) {
             // It may be a backup that is out of reach for a moment.
@@ -132,6 +120,9 @@ bool BackupINIFile() {
         // The copy is complete and on the disk before the original goes.
         copyWhole(source, target);
         raiseIfFailed(files.Kill(source));
+        if (plans().areThere()) {
+            SavePlans();
+        }
         result = true;
     });
 }
@@ -144,7 +135,7 @@ bool keepIniFile(const std::string& file, std::string& copy) {
         return kind == FileKind::None;
     }
     const std::string date = todayText();
-    copy = nameWith(file, date);
+    copy = nameOfBackup(file, date);
     FileKind there = files.Dir(copy);
     for (int number = 1; there != FileKind::None && number <= mostNumbers; ++number) {
         if (there == FileKind::Other) {

@@ -24,10 +24,12 @@ void tellOfFailure() {
     }
 }
 
-void write(const JournalEntry& entry, bool atOnce) {
-    if (!journal().keep(entry, atOnce)) {
+bool write(const JournalEntry& entry, bool atOnce) {
+    const bool isWritten = journal().keep(entry, atOnce);
+    if (!isWritten) {
         tellOfFailure();
     }
+    return isWritten;
 }
 
 /// A save may have failed after the file was in its place.
@@ -41,8 +43,8 @@ void noteOwnSave() {
 
 } // namespace
 
-void KeepJournal(KeepWhen When) {
-    guarded("KeepJournal", [&] {
+bool KeepJournal(KeepWhen When) {
+    return guarded("KeepJournal", false, [&](bool& result) {
         Journal& j = journal();
         const bool atOnce = When == KeepWhen::AtOnce;
         TellWhatWaits();
@@ -51,7 +53,7 @@ void KeepJournal(KeepWhen When) {
         }
         if (j.inUse() && (atOnce || j.isDue())) {
             if (const auto entry = entryNow()) {
-                write(*entry, atOnce);
+                result = write(*entry, atOnce);
             } else {
                 tellOfFailure(); // what it says, if it is there, gets older and older
             }
@@ -117,7 +119,8 @@ void EndJournal(bool Saved) {
         const bool fileTellsAll = !entry || totalsOfFile() == entry->totals;
         // Another copy has saved its own.
         const bool isNewer = file && *file != j.standsOn && *file != j.ownSave;
-        if (Saved && (fileTellsAll || isNewer) && j.end()) {
+        const bool ledgerHasAll = !entry || !entry->ledger || entry->ledger->lines.empty();
+        if (Saved && (fileTellsAll || isNewer) && ledgerHasAll && j.end()) {
             return;
         }
         if (entry && file && (fileTellsAll || !isNewer)) {

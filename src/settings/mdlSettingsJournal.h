@@ -12,8 +12,9 @@ enum class KeepWhen {
 };
 
 /// Keeps what stands in the state, if it has changed. Does nothing before the start has looked for
-/// a journal, and after the end. A failure is told once, in a note.
-void KeepJournal(KeepWhen When);
+/// a journal, and after the end. A failure is told once, in a note. True where the journal tells
+/// what stands there, with `AtOnce` on the disk.
+bool KeepJournal(KeepWhen When);
 
 /// The totals were reset: what a journal that is out of reach says does not come back, though there
 /// was nothing to reset here.

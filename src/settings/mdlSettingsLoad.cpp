@@ -10,6 +10,7 @@
 #include "settings/mdlSettings.h"
 #include "settings/mdlSettingsBackup.h"
 #include "settings/mdlSettingsControls.h"
+#include "settings/mdlSettingsPlans.h"
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
 #include "state/mdlTransfers.h"
@@ -87,6 +88,10 @@ bool LoadState() {
             state().IniFileUnread = true;
             return;
         }
+        LoadPlans();
+        if (HasOnlyPlans()) {
+            return;
+        }
         loadTotals();
         forms().frmOptions.load();
         for (const Setting& setting : settings()) {
@@ -95,7 +100,7 @@ bool LoadState() {
         result = true;
     });
     const State& s = state();
-    if (!loaded && !s.IniFileName.empty() && !s.IniFileUnread) {
+    if (!loaded && !s.IniFileName.empty() && !s.IniFileUnread && !HasOnlyPlans()) {
         // A value has ended it halfway, and the next save writes the defaults of all that was not
         // read.
         std::string copy;

@@ -6,6 +6,7 @@
 #include "ports/PrivateProfile.h"
 #include "settings/mdlSettings.h"
 #include "settings/mdlSettingsJournal.h"
+#include "settings/mdlSettingsPlans.h"
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
 #include "state/mdlTransfers.h"
@@ -17,11 +18,9 @@ namespace tarvik {
 
 namespace {
 
-/// How often a save is tried while other programs change the file.
-constexpr int attempts = 5;
-
 bool isEmpty(const Amount& record) {
-    return record.sent + record.rcvd <= Currency(0) && record.duration <= Currency(0);
+    // Two figures that fit have to be saved, whether their sum does or not.
+    return nearestSum(record.sent, record.rcvd) <= Currency(0) && record.duration <= Currency(0);
 }
 
 std::string indexKey(Long n) {
@@ -96,17 +95,11 @@ bool saveRecord() {
 bool SaveState() {
     return guarded("SaveState", false, [](bool& result) {
         SetIniFileName(true, false);
-        if (state().IniFileName.empty() || state().IniFileUnread) {
-            return;
-        }
-        UpdateOutcome outcome = UpdateOutcome::Overtaken;
-        for (int i = 0; i < attempts && outcome == UpdateOutcome::Overtaken; ++i) {
-            // The number of the newest record is read anew each time: another copy of the program
-            // may have added one.
-            ProfileUpdate update(platform().profile, state().IniFileName);
-            const bool collected = saveRecord() && SaveSettings();
-            outcome = update.commit();
-            result = collected && outcome == UpdateOutcome::Written;
+        // The number of the newest record is read anew each time: another copy of the program may
+        // have added one.
+        result = UpdateIniFile([] { return saveRecord() && SaveSettings() && WritePlans(); });
+        if (result) {
+            NotePlansWritten();
         }
     });
 }

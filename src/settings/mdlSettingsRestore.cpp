@@ -2,6 +2,7 @@
 
 #include "forms/Forms.h"
 #include "journal/Journal.h"
+#include "ledger/Ledger.h"
 #include "ports/Locale.h"
 #include "ports/Platform.h"
 #include "settings/DatedName.h"
@@ -10,6 +11,7 @@
 #include "settings/mdlSettings.h"
 #include "settings/mdlSettingsControls.h"
 #include "settings/mdlSettingsNumbers.h"
+#include "settings/mdlSettingsPlans.h"
 #include "state/mdlTools.h"
 #include "state/mdlTransfers.h"
 #include "state/mdlVar.h"
@@ -76,8 +78,25 @@ std::string momentText(Date moment) {
     return toText(moment, platform().locale.data());
 }
 
+/// What the journal says of the ledger is nowhere else: it is added before the journal gets another
+/// name. Where that fails, this run tells it in its own.
+void addRemainder() {
+    Ledger& kept = ledger();
+    const bool isOurs = kept.inUse();
+    const bool isThere = !kept.remainder.lines.empty() &&
+                         (isOurs || kept.take(ledgerFile()) == Ledger::Finding::Taken);
+    const auto missing = isThere ? kept.missing() : std::nullopt;
+    if (missing && !kept.add(*missing)) {
+        kept.remainder = {};
+    }
+    if (!isOurs) {
+        kept.release();
+    }
+}
+
 /// Where it cannot be given another name, it is left alone. `why` is what the note begins with.
 void putAside(const std::string& why) {
+    addRemainder();
     const std::string date = "." + todayText();
     const auto dated = [&](int number) {
         return journalFile(number == 0 ? date : date + "." + wholeToText(number));
@@ -121,6 +140,9 @@ bool restore(JournalEntry& entry, const IniContent& file) {
             momentText(entry.moment);
     }
     apply(entry);
+    if (reset) {
+        BringPlansBack(*entry.resetIfGone);
+    }
     return true;
 }
 
@@ -155,9 +177,15 @@ bool isOutOfReach(JournalFinding::Kind kind) {
     return kind == Kind::Unread || (kind == Kind::Busy && state().OnlyInstance);
 }
 
+/// What the window shows of it: what is not in the ledger yet is no part of that.
+std::string shownOf(JournalEntry entry) {
+    entry.ledger.reset();
+    return bodyOf(entry);
+}
+
 /// Nothing was counted, set or reset since a start that could not read the journal.
 bool isAsAtStart(const JournalEntry& entry) {
-    return bodyOf(entry) == journal().shownAtStart;
+    return shownOf(entry) == journal().shownAtStart;
 }
 
 /// Takes what is there. `asAtStart`: nothing was counted or set in this run, so that what the last
@@ -167,6 +195,8 @@ void takeJournal(const IniContent& file, bool asAtStart) {
     JournalFinding found = j.take(journalFile(), usualIniFile());
     j.standsOn = file;
     j.toTell = whatIsLeftAlone(found.kind);
+    // What was not in the ledger yet belongs to it, whatever the file of settings is.
+    ledger().remainder = std::exchange(found.entry.ledger, {}).value_or(LedgerRemainder());
     if (found.kind == JournalFinding::Kind::Damaged) {
         putAside(damagedText);
     } else if (found.kind == JournalFinding::Kind::Entry && !asAtStart) {
@@ -176,7 +206,7 @@ void takeJournal(const IniContent& file, bool asAtStart) {
     }
     const auto entry = asAtStart ? entryNow() : std::nullopt;
     if (entry && isOutOfReach(found.kind)) {
-        j.shownAtStart = bodyOf(*entry);
+        j.shownAtStart = shownOf(*entry);
     } else if (entry) {
         j.needNot(*entry);
     }

@@ -2,8 +2,10 @@
 
 #include "forms/Forms.h"
 #include "monitor/mdlSessions.h"
+#include "settings/mdlCarried.h"
 #include "settings/mdlSettings.h"
 #include "settings/mdlSettingsJournal.h"
+#include "settings/mdlSettingsLedger.h"
 #include "settings/mdlSettingsLog.h"
 #include "startup/mdlSingleInstance.h"
 #include "state/mdlTools.h"
@@ -27,6 +29,8 @@ void ShutDown() {
         Forms& f = forms();
         f.frmMain.timUpdateStats.setEnabled(false);
         KeepOtherSessions();
+        NoteCarried();
+        KeepLedger(LedgerOccasion::ProgramEnds);
         // The save may be cut off: until it is done, this is what there is.
         KeepJournal(KeepWhen::AtOnce);
         const bool saved = stateIsSet() && SaveState();
@@ -39,8 +43,11 @@ void ShutDown() {
                    MsgBoxIcon::Exclamation);
         }
         EndJournal(saved);
+        LeaveLedger();
         f.frmWarning.unload();
         f.frmStatistics.unload();
+        f.frmPlanWarning.unload();
+        f.frmPlan.unload();
         f.frmOptions.unload();
         f.frmHistory.unload();
         RemoveFromSysTray();

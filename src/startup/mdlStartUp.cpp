@@ -3,11 +3,13 @@
 #include "connection/mdlCode.h"
 #include "forms/Forms.h"
 #include "monitor/mdlCodeToggle.h"
+#include "monitor/mdlPlanFigures.h"
 #include "ports/Locale.h"
 #include "ports/Platform.h"
 #include "settings/Setting.h"
 #include "settings/mdlSettings.h"
 #include "settings/mdlSettingsControls.h"
+#include "settings/mdlSettingsLedger.h"
 #include "settings/mdlSettingsLoad.h"
 #include "settings/mdlSettingsRestore.h"
 #include "startup/mdlArguments.h"
@@ -115,6 +117,8 @@ bool InitApplication() {
         InitGUI();
         AddToSysTray(TrayState::NotMonitoring, TrayState::NotMonitoring);
         TellOfJournal();
+        TellOfLedger();
+        ShowPlans();
         std::uint32_t count = 0;
         const bool enumerationFailed = InitRas(0, count) != 0;
         if (connectionsFailed && !userRunsAnyway(enumerationFailed)) {
@@ -133,6 +137,7 @@ void InitApplicationStatus() {
         // Before the box: the user's session may end at it, and what is saved then is what stands
         // here.
         RestoreFromJournal();
+        TakeLedger();
         if (loaded) {
             UpdateGUI();
         } else {

@@ -6,7 +6,9 @@
 #include "types/Text.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <initializer_list>
+#include <utility>
 
 namespace tarvik {
 
@@ -20,6 +22,40 @@ void addItems(ComboBox& combo, std::initializer_list<const char*> texts) {
     combo.setListIndex(0);
 }
 
+std::vector<std::string> namesOf(const std::vector<PhoneBookEntry>& entries) {
+    std::vector<std::string> names;
+    names.reserve(entries.size());
+    for (const PhoneBookEntry& entry : entries) {
+        names.push_back(entry.name);
+    }
+    return names;
+}
+
+using Rows = std::vector<std::vector<std::string>>;
+
+bool isShownIn(const ListView& list, const Rows& rows) {
+    bool same = list.rowCount() == static_cast<int>(rows.size());
+    for (std::size_t row = 0; same && row < rows.size(); ++row) {
+        for (std::size_t column = 0; column < rows[row].size(); ++column) {
+            same = same &&
+                   list.cell(static_cast<int>(row), static_cast<int>(column)) == rows[row][column];
+        }
+    }
+    return same;
+}
+
+std::vector<std::string> longestOf(const Rows& rows, std::size_t columns) {
+    std::vector<std::string> longest(columns);
+    for (const std::vector<std::string>& row : rows) {
+        for (std::size_t column = 0; column < columns; ++column) {
+            longest[column] = std::max(
+                longest[column], row[column],
+                [](const std::string& a, const std::string& b) { return a.size() < b.size(); });
+        }
+    }
+    return longest;
+}
+
 } // namespace
 
 bool PreInitGUI() {
@@ -28,11 +64,7 @@ bool PreInitGUI() {
         PreInitHistory();
         std::vector<PhoneBookEntry> entries;
         result = RasGetAllEntries(entries, "");
-        ComboBox& connections = forms().frmMain.cboConnections;
-        connections.clear();
-        for (const PhoneBookEntry& entry : entries) {
-            connections.addItem(entry.name);
-        }
+        forms().frmMain.cboConnections.setItems(namesOf(entries));
     });
 }
 
@@ -40,20 +72,13 @@ void RefreshEntries() {
     guarded("RefreshEntries", [] {
         std::vector<PhoneBookEntry> entries;
         RasGetAllEntries(entries, "");
-        std::vector<std::string> names;
-        names.reserve(entries.size());
-        for (const PhoneBookEntry& entry : entries) {
-            names.push_back(entry.name);
-        }
+        const std::vector<std::string> names = namesOf(entries);
         ComboBox& connections = forms().frmMain.cboConnections;
         if (connections.items() == names) {
             return;
         }
         const std::string chosen = connections.text();
-        connections.clear();
-        for (const std::string& name : names) {
-            connections.addItem(name);
-        }
+        connections.setItems(names);
         const auto place = std::find(names.begin(), names.end(), chosen);
         if (place != names.end()) {
             connections.setListIndex(static_cast<int>(place - names.begin()));
@@ -119,6 +144,23 @@ void SetComboBox(ComboBox& Combo, Long Index) {
         if (Index.value() < Combo.listCount()) {
             Combo.setListIndex(Index.value());
         }
+    });
+}
+
+void FillList(ListView& List, std::vector<std::vector<std::string>> Rows) {
+    guarded("FillList", [&] {
+        if (isShownIn(List, Rows) && List.columnFit() == ColumnFit::Contents) {
+            return;
+        }
+        const auto count = static_cast<int>(Rows.size());
+        std::vector<std::string> longest = longestOf(Rows, List.columns().size());
+        List.setRows(
+            count,
+            [rows = std::move(Rows)](int row, int column) {
+                return rows.at(static_cast<std::size_t>(row)).at(static_cast<std::size_t>(column));
+            },
+            std::move(longest));
+        List.fitColumns(ColumnFit::Contents);
     });
 }
 

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "controls/Controls.h"
+#include "controls/ListView.h"
 #include "types/Long.h"
 
 #include <string>
+#include <vector>
 
 namespace tarvik {
 
@@ -34,5 +36,9 @@ int ElementIsInComboBox(const ComboBox& Combo, const std::string& Element);
 
 /// Selects a position; one beyond the list changes nothing.
 void SetComboBox(ComboBox& Combo, Long Index);
+
+/// Fills a list with these rows, each with a text for every column, which get as wide as the texts.
+/// None is selected then; a list that shows them already is left as it is.
+void FillList(ListView& List, std::vector<std::vector<std::string>> Rows);
 
 } // namespace tarvik

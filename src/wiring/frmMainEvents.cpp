@@ -6,6 +6,7 @@
 #include "monitor/mdlCodeToggle.h"
 #include "settings/mdlSettingsControls.h"
 #include "settings/mdlSettingsJournal.h"
+#include "settings/mdlSettingsLedger.h"
 #include "startup/mdlShutDown.h"
 #include "state/mdlConst.h"
 #include "state/mdlTools.h"
@@ -91,7 +92,10 @@ void Form_Unload() {
 }
 
 void Form_Pause() {
-    guarded("Form_Pause", [] { KeepJournal(KeepWhen::AtOnce); });
+    guarded("Form_Pause", [] {
+        KeepJournal(KeepWhen::AtOnce);
+        KeepLedger(LedgerOccasion::MachineSleeps);
+    });
 }
 
 void connectMainEvents() {

@@ -3,6 +3,7 @@
 #include "forms/Forms.h"
 #include "monitor/mdlCodeDial.h"
 #include "monitor/mdlCodeToggle.h"
+#include "monitor/mdlPlanWords.h"
 #include "ports/Desktop.h"
 #include "ports/NotificationArea.h"
 #include "ports/Platform.h"
@@ -83,6 +84,10 @@ void mnuPopUpEntry_Click(int Index) {
             break;
         case FrmSysTray::quit:
             forms().frmMain.unload();
+            break;
+        case FrmSysTray::extendToday:
+        case FrmSysTray::extendPeriod:
+            ExtendPlan(forms().frmSysTray.plan, Index == FrmSysTray::extendToday);
             break;
         default:
             break;

@@ -20,6 +20,7 @@ FIGURES = "src/state/mdlTransfers.cpp"
 SESSIONS = "src/monitor/mdlSessions.cpp"
 FORMER = "src/monitor/mdlFormerSessions.cpp"
 MONITOR = "src/monitor/mdlCodeMonitor.cpp"
+UNWRITTEN = "src/ledger/Unwritten.cpp"
 
 BREAKS = [
     Break("the last entry that is on the disk is written over", JOURNAL,
@@ -102,8 +103,11 @@ BREAKS = [
           "    if (!entry.ended) {\n        applySettings(entry);\n    }\n",
           "    if (entry.ended) {\n        applySettings(entry);\n    }\n"),
     Break("the journal goes at the end although the file says something else", RULES,
-          "if (Saved && (fileTellsAll || isNewer) && j.end()) {",
-          "if (Saved && j.end()) {"),
+          "if (Saved && (fileTellsAll || isNewer) && ledgerHasAll && j.end()) {",
+          "if (Saved && ledgerHasAll && j.end()) {"),
+    Break("the journal goes at the end although the ledger lacks something", RULES,
+          "if (Saved && (fileTellsAll || isNewer) && ledgerHasAll && j.end()) {",
+          "if (Saved && (fileTellsAll || isNewer) && j.end()) {"),
     Break("sessions go on after an end in order", RULES,
           "            entry->sessions.clear(); // a line that is up is asked about, as after any end in order\n",
           ""),
@@ -111,8 +115,11 @@ BREAKS = [
           "if (!std::exchange(journal().failureTold, true)) {",
           "if (journal().inUse()) {"),
     Break("the sleep of the machine is not noted", "src/wiring/frmMainEvents.cpp",
-          'guarded("Form_Pause", [] { KeepJournal(KeepWhen::AtOnce); });',
-          'guarded("Form_Pause", [] { KeepJournal(KeepWhen::Due); });'),
+          '        KeepJournal(KeepWhen::AtOnce);\n        KeepLedger(LedgerOccasion::MachineSleeps);',
+          '        KeepJournal(KeepWhen::Due);\n        KeepLedger(LedgerOccasion::MachineSleeps);'),
+    Break("before the machine sleeps the ledger is not written", "src/wiring/frmMainEvents.cpp",
+          '        KeepLedger(LedgerOccasion::MachineSleeps);\n',
+          ''),
     Break("the end of a session waits for its turn", MONITOR,
           "KeepJournal(over ? KeepWhen::AtOnce : KeepWhen::Due);",
           "KeepJournal(over ? KeepWhen::Due : KeepWhen::Due);"),
@@ -140,4 +147,17 @@ BREAKS = [
     Break("the line that was dialled is asked about behind one that goes on", MONITOR,
           "s.DialInStarted = s.DialInStarted && s.FirstOnlineUpdate && IsResumed(connection.hrasconn);",
           "s.DialInStarted = false;"),
+    Break("the ledger's lines are told although the entry has no room for them", UNWRITTEN,
+          "if (text.size() <= room) {",
+          "if (!text.empty()) {"),
+    Break("all is begun though the journal cannot tell it as it is", UNWRITTEN,
+          "begun_ = countWithin(entries_, std::min(portion, longestPortion));",
+          "begun_ = std::min(entries_.size(), portion);"),
+    Break("what was begun is begun anew with what came since", UNWRITTEN,
+          "if (begun_ > 0 || entries_.empty()) {",
+          "if (entries_.empty()) {"),
+    Break("whether a line ran within another one is asked when that is gone",
+          "src/settings/mdlCarried.cpp",
+          ".inside = session.within,",
+          ".inside = platform().connections.carrierOf(connection.hrasconn) != 0,"),
 ]

@@ -5,6 +5,7 @@
 
 #include "forms/Forms.h"
 #include "linux/face/FaceText.h"
+#include "linux/face/TrayMenu.h"
 #include "support/QtMachine.h"
 #include "support/QtWidgets.h"
 
@@ -190,7 +191,11 @@ public:
             if (menu == nullptr) {
                 return;
             }
-            menu->setActiveAction(menu->actions().at(entry));
+            for (QAction* const action : menu->actions()) {
+                if (face::numberOf(*action) == entry) {
+                    menu->setActiveAction(action);
+                }
+            }
             QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
             QCoreApplication::sendEvent(menu, &enter);
         });

@@ -134,6 +134,12 @@ std::string wrongIn(const QWidget& window) {
     return wrong;
 }
 
+/// The main window has one line more while a plan is on.
+bool hasPlanLine(const QWidget& window) {
+    const auto* const line = window.findChild<QWidget*>(QStringLiteral("lblPlan"));
+    return line != nullptr && line->isVisible();
+}
+
 } // namespace
 
 QtEyes::QtEyes() {
@@ -158,10 +164,13 @@ void QtEyes::compareSizes(bool complain) {
         const auto before = std::find_if(known_.begin(), known_.end(),
                                          [&](const Known& each) { return each.window == window; });
         if (before == known_.end()) {
-            known_.push_back({window, window->size()});
+            known_.push_back({window, window->size(), hasPlanLine(*window)});
             continue;
         }
-        if (complain && window->size() != before->size) {
+        const bool mayGrow =
+            hasPlanLine(*window) != before->hasPlanLine && window->width() == before->size.width();
+        before->hasPlanLine = hasPlanLine(*window);
+        if (complain && !mayGrow && window->size() != before->size) {
             noted_ += nameOf(*window) + " was " + textOf(before->size) + " and is " +
                       textOf(window->size()) + "\n";
         }

@@ -40,6 +40,7 @@ private:
     struct Known {
         QPointer<QWidget> window;
         QSize size;
+        bool hasPlanLine = false;
     };
 
     void compareSizes(bool complain);

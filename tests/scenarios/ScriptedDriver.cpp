@@ -29,6 +29,7 @@ public:
 
     void click(const std::string& name) override {
         Control& clicked = control(name);
+        machine_.desktop.goTo(clicked);
         if (clicked.kind() == ControlKind::CheckBox) {
             auto& box = static_cast<CheckBox&>(clicked);
             if (!box.readOnly()) {
@@ -43,7 +44,9 @@ public:
 
     void type(const std::string& name, const std::string& keys) override {
         auto& box = static_cast<TextBox&>(control(name));
-        box.GotFocus.raise();
+        if (!machine_.desktop.goTo(box)) {
+            box.GotFocus.raise(); // every driver comes to the box anew
+        }
         bool selected = box.selLength() == static_cast<int>(box.text().size());
         for (const char key : keys) {
             box.KeyDown.raise();
@@ -60,6 +63,7 @@ public:
 
     void choose(const std::string& name, const std::string& entry) override {
         auto& combo = static_cast<ComboBox&>(control(name));
+        machine_.desktop.goTo(combo);
         for (int i = 0; i < combo.listCount(); ++i) {
             if (combo.items()[static_cast<std::size_t>(i)] == entry) {
                 combo.setListIndex(i);
@@ -68,11 +72,15 @@ public:
     }
 
     void select(const std::string& name, int row) override {
-        static_cast<ListView&>(control(name)).setSelectedRow(row);
+        auto& list = static_cast<ListView&>(control(name));
+        machine_.desktop.goTo(list);
+        list.setSelectedRow(row);
     }
 
     void open(const std::string& name) override {
-        static_cast<ListView&>(control(name)).DblClick.raise();
+        auto& list = static_cast<ListView&>(control(name));
+        machine_.desktop.goTo(list);
+        list.DblClick.raise();
     }
 
     std::string read(const std::string& name) override { return modelText(control(name)); }

@@ -39,6 +39,9 @@ protected:
         if (resetIsLast) {
             names.emplace_back("Tarvik.journal");
         }
+        if (keepsLedger) {
+            names.emplace_back("Tarvik.ledger");
+        }
         std::sort(names.begin(), names.end());
         return names;
     }
@@ -109,6 +112,8 @@ protected:
 
     /// The story ends with totals of nothing, after others were stored.
     bool resetIsLast = false;
+    /// The user keeps a ledger.
+    bool keepsLedger = false;
     /// Names of the dated copies that the story's resets leave.
     std::vector<std::string> backups;
     std::unique_ptr<Driver> driver = makeDriver();

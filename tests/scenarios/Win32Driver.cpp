@@ -188,31 +188,23 @@ public:
         PostMessageA(target, WM_KEYUP, code, 1);
     }
 
+    /// Each click brings its window to the front again, whatever the one before has opened.
     void clickAt(const std::string& name, int x, int y, int times) override {
         const HWND window = ownWindow(name);
         const Acting acting(*this, window);
-        SetActiveWindow(window);
-        RECT area{};
-        GetClientRect(window, &area);
-        POINT place{area.right * x / 1000, area.bottom * y / 1000};
-        const HWND hit = windowUnder(window, place);
-        if (IsWindowEnabled(hit) == FALSE) {
-            return;
-        }
-        MapWindowPoints(window, hit, &place, 1);
-        const LPARAM at = MAKELPARAM(place.x, place.y);
-        for (int i = 0; i < times; ++i) {
-            PostMessageA(hit, i % 2 == 1 ? WM_LBUTTONDBLCLK : WM_LBUTTONDOWN, MK_LBUTTON, at);
-            PostMessageA(hit, WM_LBUTTONUP, 0, at);
-        }
-        settle();
-        if (classOf(hit) == "ComboBox") {
-            SendMessageA(hit, CB_SHOWDROPDOWN, FALSE, 0);
+        for (int i = 0; i < times && IsWindowVisible(window) != FALSE; ++i) {
+            SetActiveWindow(window);
+            RECT area{};
+            GetClientRect(window, &area);
+            clickOnce(window, {area.right * x / 1000, area.bottom * y / 1000}, i % 2 == 1);
         }
     }
 
     void resize(const std::string& name, int width, int height) override {
-        SetWindowPos(ownWindow(name), nullptr, 0, 0, width, height,
+        // A user does not get a window larger than the screen; the system takes such a size, and
+        // another one when the window comes back.
+        SetWindowPos(ownWindow(name), nullptr, 0, 0, std::min(width, GetSystemMetrics(SM_CXSCREEN)),
+                     std::min(height, GetSystemMetrics(SM_CYSCREEN)),
                      SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
         machine_.desktop.processEvents();
         eyes_.acceptSizes();
@@ -288,6 +280,21 @@ private:
         return window;
     }
 
+    void clickOnce(HWND window, POINT place, bool endsDoubleClick) {
+        const HWND hit = windowUnder(window, place);
+        if (IsWindowEnabled(hit) == FALSE) {
+            return;
+        }
+        MapWindowPoints(window, hit, &place, 1);
+        const LPARAM at = MAKELPARAM(place.x, place.y);
+        PostMessageA(hit, endsDoubleClick ? WM_LBUTTONDBLCLK : WM_LBUTTONDOWN, MK_LBUTTON, at);
+        PostMessageA(hit, WM_LBUTTONUP, 0, at);
+        settle();
+        if (classOf(hit) == "ComboBox") {
+            SendMessageA(hit, CB_SHOWDROPDOWN, FALSE, 0);
+        }
+    }
+
     /// As a click does.
     static void comeTo(HWND control) {
         SetActiveWindow(GetParent(control));
@@ -335,11 +342,13 @@ private:
         if (menu == nullptr || chosenEntry_ < 0) {
             return;
         }
-        const int entry = std::exchange(chosenEntry_, -1);
-        for (int place = 0; place <= entry; ++place) {
-            const UINT state = GetMenuState(menu, static_cast<UINT>(place), MF_BYPOSITION);
-            if ((state & MF_SEPARATOR) == 0) {
+        const auto entry = static_cast<UINT>(std::exchange(chosenEntry_, -1)) + 1;
+        for (int place = 0; place < GetMenuItemCount(menu); ++place) {
+            if ((GetMenuState(menu, static_cast<UINT>(place), MF_BYPOSITION) & MF_SEPARATOR) == 0) {
                 PostMessageA(ownWindow("frmMain"), WM_KEYDOWN, VK_DOWN, 1);
+            }
+            if (GetMenuItemID(menu, place) == entry) {
+                break;
             }
         }
         PostMessageA(ownWindow("frmMain"), WM_KEYDOWN, VK_RETURN, 1);

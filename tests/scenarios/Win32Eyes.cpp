@@ -238,6 +238,19 @@ std::string lostFocus(HWND window) {
                : nameOf(window) + " is active and the focus is on " + nameOf(focus) + "\n";
 }
 
+/// How many labels are seen in the main window, which has one line more while a plan is on; 0 of
+/// any other window.
+int labelsOfMainWindow(HWND window) {
+    int count = 0;
+    if (classOf(window) == "frmMain") {
+        for (HWND child = GetWindow(window, GW_CHILD); child != nullptr;
+             child = GetWindow(child, GW_HWNDNEXT)) {
+            count += IsWindowVisible(child) != FALSE && classOf(child) == "Static" ? 1 : 0;
+        }
+    }
+    return count;
+}
+
 } // namespace
 
 Win32Eyes* Win32Eyes::current = nullptr;
@@ -265,15 +278,17 @@ bool Win32Eyes::Look::operator==(const Look& other) const {
 }
 
 void Win32Eyes::compareSizes(bool complain) {
-    std::erase_if(sizes_, [](const auto& each) { return IsWindow(each.first) == FALSE; });
+    std::erase_if(rooms_, [](const auto& each) { return IsWindow(each.first) == FALSE; });
     for (const HWND window : seenWindows()) {
-        const SIZE size = sizeOf(window);
-        const auto [known, isNew] = sizes_.insert({window, size});
-        if (!isNew && complain && !(known->second == size)) {
-            noted_ +=
-                nameOf(window) + " was " + textOf(known->second) + " and is " + textOf(size) + "\n";
+        const Room room{.size = sizeOf(window), .labels = labelsOfMainWindow(window)};
+        const auto [known, isNew] = rooms_.insert({window, room});
+        const Room before = known->second;
+        const bool mayGrow = room.labels != before.labels && room.size.cx == before.size.cx;
+        if (!isNew && complain && !mayGrow && !(before.size == room.size)) {
+            noted_ += nameOf(window) + " was " + textOf(before.size) + " and is " +
+                      textOf(room.size) + "\n";
         }
-        known->second = size;
+        known->second = room;
     }
 }
 

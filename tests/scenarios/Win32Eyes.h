@@ -43,6 +43,11 @@ private:
         bool operator==(const Look& other) const;
     };
 
+    struct Room {
+        SIZE size{};
+        int labels = 0; ///< of the main window, that are seen
+    };
+
     static LRESULT CALLBACK onEvent(int code, WPARAM first, LPARAM second);
     void compareSizes(bool complain);
     std::vector<HWND> windowsThatMayAsk() const;
@@ -50,7 +55,7 @@ private:
 
     static Win32Eyes* current;
     HHOOK hook_ = nullptr;
-    std::map<HWND, SIZE> sizes_;
+    std::map<HWND, Room> rooms_;
     std::map<HWND, Look> looks_;
     HWND actor_ = nullptr;
     HWND active_ = nullptr; ///< the last window that was

@@ -1,6 +1,7 @@
 #include "monitor/mdlCodeMonitor.h"
 
 #include "monitor/mdlCodeToggle.h"
+#include "state/mdlTransfers.h"
 #include "support/WorldTest.h"
 
 #include <cstring>
@@ -160,6 +161,19 @@ TEST_F(MonitorTest, ASumBeyond32BitsIsReportedAndTheSessionCounts) {
 
     EXPECT_EQ(state().BytesRcvdOffset, Long(0));
     EXPECT_EQ(state().BytesRcvdCurrent, Long(2'000'000'000));
+}
+
+TEST_F(MonitorTest, TotalsWhoseSumDoesNotFitKeepNoSessionFromCounting) {
+    SetFinishedTotals({.rcvd = Currency::fromWhole(500'000'000'000'000),
+                       .sent = Currency::fromWhole(500'000'000'000'000),
+                       .duration = 1});
+    state().DialInStarted = true;
+    line().transfer(line().connect("Harbour"), 50, 60, 70);
+
+    tick();
+
+    EXPECT_EQ(frmMain().txtBytesRcvd.text(), "50");
+    EXPECT_EQ(frmMain().txtBytesRcvdTotal.text(), "500,000,000,000,050");
 }
 
 TEST_F(MonitorTest, ACounterBeyond31BitsStopsAtTheLargestLong) {

@@ -143,6 +143,16 @@ INSTANTIATE_TEST_SUITE_P(All, NewestRecordTest,
                                          NewestCase{"NoNumber", "LastDateStamp=x\r\n"}),
                          [](const auto& given) { return given.param.name; });
 
+TEST_F(RecordLogTest, BytesWhoseSumDoesNotFitAreSavedAllTheSame) {
+    state().BytesSentTotal = Currency::fromWhole(500'000'000'000'000);
+    state().BytesRcvdTotal = Currency::fromWhole(500'000'000'000'000);
+
+    EXPECT_TRUE(SaveState());
+
+    EXPECT_EQ(GetBytesSent(1), state().BytesSentTotal);
+    EXPECT_EQ(GetBytesRcvd(1), state().BytesRcvdTotal);
+}
+
 TEST_F(RecordLogTest, ASumThatOverflowsIsReported) {
     state().BytesSentTotal = Currency::fromScaled(INT64_MAX);
     state().BytesSentCurrent = 1;

@@ -4,6 +4,7 @@
 #include "ui/mdlGUILists.h"
 #include "ui/mdlGUIWindows.h"
 
+#include "controls/TestForm.h"
 #include "forms/StatusLamp.h"
 #include "support/WorldTest.h"
 
@@ -83,6 +84,22 @@ TEST_F(GuiTest, AChosenEntryThatIsGoneIsNotChosenAnyMore) {
 
     EXPECT_EQ(frmMain().cboConnections.listCount(), 0);
     EXPECT_EQ(frmMain().cboConnections.listIndex(), -1);
+}
+
+TEST_F(GuiTest, ThousandsOfOtherEntriesAreShownAtOnceAndNotOneByOne) {
+    phoneBook({"Alpha", "Beta"});
+    PreInitGUI();
+    frmMain().cboConnections.setListIndex(1);
+    for (int number = 0; number < 10'000; ++number) {
+        machine.connections.entries.push_back({.name = "Entry " + std::to_string(number)});
+    }
+    const RecordingView view(frmMain().cboConnections);
+
+    RefreshEntries();
+
+    EXPECT_EQ(frmMain().cboConnections.listCount(), 10'002);
+    EXPECT_EQ(frmMain().cboConnections.text(), "Beta");
+    EXPECT_EQ(view.told, (Told{Property::Items, Property::ListIndex}));
 }
 
 TEST_F(GuiTest, AnOpenedListOfTheSameEntriesIsLeftAlone) {

@@ -51,18 +51,20 @@ class CounterTest : public StatisticsTest, public testing::WithParamInterface<Sh
 TEST_P(CounterTest, IsShownInItsBox) {
     show(record());
 
-    const auto* box = dynamic_cast<const TextBox*>(window().control(GetParam().box));
-    ASSERT_NE(box, nullptr);
-    EXPECT_EQ(box->text(), GetParam().text);
-    EXPECT_TRUE(box->readOnly());
+    const Control* control = window().control(GetParam().box);
+    ASSERT_TRUE(control != nullptr && control->kind() == ControlKind::TextBox);
+    const auto& box = static_cast<const TextBox&>(*control);
+    EXPECT_EQ(box.text(), GetParam().text);
+    EXPECT_TRUE(box.readOnly());
 }
 
 TEST_P(CounterTest, IsNamedByItsLabel) {
-    const auto* label = dynamic_cast<const Label*>(window().control(GetParam().label));
+    const Control* control = window().control(GetParam().label);
 
-    ASSERT_NE(label, nullptr);
-    EXPECT_EQ(label->caption(), GetParam().caption);
-    EXPECT_EQ(label->labelled(), window().control(GetParam().box));
+    ASSERT_TRUE(control != nullptr && control->kind() == ControlKind::Label);
+    const auto& label = static_cast<const Label&>(*control);
+    EXPECT_EQ(label.caption(), GetParam().caption);
+    EXPECT_EQ(label.labelled(), window().control(GetParam().box));
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -238,7 +240,9 @@ struct FlagCase {
 class InternetFlagTest : public StatisticsTest, public testing::WithParamInterface<FlagCase> {
 protected:
     const CheckBox& box() {
-        return *dynamic_cast<const CheckBox*>(window().control(GetParam().box));
+        Control* control = window().control(GetParam().box);
+        EXPECT_EQ(control->kind(), ControlKind::CheckBox);
+        return static_cast<const CheckBox&>(*control);
     }
 };
 

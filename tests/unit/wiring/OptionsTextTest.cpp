@@ -76,6 +76,7 @@ constexpr TextCase textCases[] = {
      "This is to setup the interval when a transfer ticker will be shown (in mega-bytes)",
      "frameMisc"},
     {"lblTransferTicker", "MB (ME/2K/XP only)", "", "frameMisc"},
+    {"cmdPlan", "Plan...", "The bill's own period, what is left of it, and what it comes to", ""},
     {"cmdOK", "OK", "Apply settings and close the options dialog", ""},
     {"cmdCancel", "Cancel", "Discard any changes made to the settings and close the options dialog",
      ""},
