@@ -15,6 +15,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "tests" / "outside"))
 
 from desktop import Desktop, Failure, Program, end_with_parent, wait_for  # noqa: E402
+from screenshot_settings import LIMITED, PLANNED, QUIET, TICKING, WARNED, ini_of  # noqa: E402
 
 LINUX_DEMO = ROOT / "build/release/bin/tarvik-demo"
 WINDOWS_DEMO = ROOT / "build/windows/bin/tarvik-demo.exe"
@@ -25,51 +26,12 @@ READ_RECORD = 22
 MAIN = "Velmars Tarvik"
 STATISTICS = MAIN + " - Connection Statistics"
 OPTIONS = MAIN + " - Options"
+PLAN = MAIN + " - Plan"
 WARNING = MAIN + " - Warning"
 HISTORY = MAIN + " - History"
 BOX = MAIN + "."
 WINE_DESKTOP = "Own - Wine desktop"
 SCREEN = (0, 0, 1024, 768)
-
-QUIET = {"RefreshInterval": 500, "LogIPAddress": 1, "TransferResetLast": "16.11.2026"}
-LIMITED = {**QUIET, "TransferLimit": 1, "TransferLimitValue": 5000, "TransferLimitWarning": 1,
-           "TransferResetEnable": 1, "TransferReset": 8, "TransferResetBackup": 1,
-           "TransferTicker": 1, "TransferTickerValue": 1}
-WARNED = {**LIMITED, "TransferTicker": 0, "TransferResetEnable": 0}  # no note over the warning
-TICKING = {**QUIET, "TransferTicker": 1, "TransferTickerValue": 1}
-
-
-def records():
-    """45 days of use, one session each; the totals are reset at the end of January."""
-    dice, sent, rcvd, duration = 7, 0, 0, 0
-    for day in range(45):
-        def throw(least, most):
-            nonlocal dice
-            dice = dice * 48271 % 2147483647
-            return least + dice % (most - least + 1)
-
-        if day == 31:
-            sent, rcvd, duration = 0, 0, 0
-        sent += throw(200000, 5000000)
-        rcvd += throw(5000000, 90000000)
-        duration += 1000 * throw(600, 7200)
-        month, date = (1, day + 1) if day < 31 else (2, day - 30)
-        stamp = "%02d.%02d.2024|%02d:%02d:%02d" % (
-            date, month, 20 + throw(0, 1), throw(0, 59), throw(0, 59))
-        yield stamp, sent, rcvd, duration, "10.0.0.%d" % throw(1, 30)
-
-
-def ini_of(settings):
-    lines = ["[Settings]"] + ["%s=%s" % item for item in settings.items()]
-    all_records = list(records())
-    lines.append("LastDateStamp=%d" % len(all_records))
-    lines.append("LastState=" + all_records[-1][0])
-    sections = []
-    for number, (stamp, sent, rcvd, duration, address) in enumerate(all_records, 1):
-        lines.append("DateStamp%d=%s" % (number, stamp))
-        sections += ["[%s]" % stamp, "Sent=%d" % sent, "Rcvd=%d" % rcvd,
-                     "Duration=%d" % duration, "IPAddress=" + address]
-    return "\r\n".join(lines + sections) + "\r\n"
 
 
 class Camera:
@@ -233,10 +195,24 @@ class Linux:
         self.focus("cmdOK")
         self.camera.take("options-window", OPTIONS)
         self.end()
+        self.plan()
         self.start(ini_of(WARNED))
         self.connect()
         self.camera.wait(WARNING)
         self.camera.take("warning-window", WARNING)
+        self.end()
+
+    def plan(self):
+        """A page that looks the same on every day."""
+        self.start(ini_of(QUIET) + PLANNED)
+        self.program.press("cmdOptions")
+        self.camera.wait(OPTIONS)
+        self.program.press("cmdPlan")
+        self.camera.wait(PLAN)
+        self.program.choose("cboPage", "What happens on the way")
+        self.camera.pointer(999, 0)
+        self.focus("cmdOK")
+        self.camera.take("plan-window", PLAN)
         self.end()
 
     def tray(self):
@@ -415,6 +391,13 @@ class Windows:
         self.start(ini_of(LIMITED))
         self.open("alt+o", OPTIONS)
         camera.take("options-window", OPTIONS)
+        self.end()
+        self.start(ini_of(QUIET) + PLANNED)
+        self.open("alt+o", OPTIONS)
+        self.open("alt+p", PLAN)
+        self.work(PLAN, "alt+s")
+        self.work(PLAN, "End")
+        camera.take("plan-window", PLAN)
         self.end()
         self.start(ini_of(WARNED))
         self.work(MAIN, "alt+m")

@@ -16,6 +16,9 @@ import sys
 
 PART = re.compile(r'^#line 1 "(.*)"$')
 
+# What only the compiler understands, not the checker.
+ONLY_GCC = ("-fno-tree-dse", "-ffat-lto-objects", "-mpreferred-stack-boundary=2")
+
 
 def join(build, folder, pattern):
     folder = pathlib.Path(folder).resolve()
@@ -27,8 +30,9 @@ def join(build, folder, pattern):
         parts = re.findall(r'^#include "(.*\.cpp)"$', pathlib.Path(name).read_text(), re.M) or [name]
         unit = folder / (re.sub(r"\W", "_", name) + ".cpp")
         unit.write_text("".join(f'#line 1 "{part}"\n{pathlib.Path(part).read_text()}' for part in parts))
-        # The checker does not know a flag that only the compiler has.
-        command = entry["command"].replace(" -fno-tree-dse ", " ").replace(f" -c {name}", f" -c {unit}")
+        command = entry["command"].replace(f" -c {name}", f" -c {unit}")
+        for unknown in ONLY_GCC:
+            command = command.replace(f" {unknown} ", " ")
         joined.append({"directory": entry["directory"], "command": command, "file": str(unit)})
     (folder / "compile_commands.json").write_text(json.dumps(joined))
 

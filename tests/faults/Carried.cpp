@@ -28,7 +28,17 @@ void Carried::list() {
     for (const Line& one : lines) {
         finished = one.up ? finished : finished + one.counted();
     }
+    over = toldOf(false);
     std::erase_if(lines, [](const Line& one) { return !one.up; });
+}
+
+void Carried::forget() {
+    over = toldOf(true);
+    std::erase_if(lines, [](const Line& one) { return !one.up; });
+    for (Line& one : lines) {
+        one.known = false;
+        one.left = {};
+    }
 }
 
 void Carried::look(Line& at) {
@@ -52,6 +62,35 @@ void Carried::reset() {
     }
 }
 
+void Carried::decline() {
+    for (Line& one : lines) {
+        one.offset = one.left = one.carried;
+    }
+}
+
+void Carried::beginLedger() {
+    hasLedger = true;
+    over = {};
+    for (Line& one : lines) {
+        one.left = one.seen;
+    }
+}
+
+Sums Carried::toldOf(bool all) const {
+    Sums sums = over;
+    for (const Line& one : lines) {
+        const Figures told = one.known ? one.seen - one.left : Figures();
+        if ((all || !one.up) && told != Figures()) {
+            sums[one.entry] = sums[one.entry] + told;
+        }
+    }
+    return sums;
+}
+
+Sums Carried::ledgered() const {
+    return hasLedger ? toldOf(true) : Sums();
+}
+
 std::string Carried::troubleWithSession(const FormerSession& session, bool ending) const {
     const LineSession& told = session.session;
     const std::string name = told.connection.szEntryName;
@@ -70,12 +109,19 @@ std::string Carried::troubleWithSession(const FormerSession& session, bool endin
                " count and " + offset.text() + " do not, instead of " + found->seen.text() + ", " +
                found->counted().text() + " and " + found->offset.text();
     }
+    if (hasLedger && figuresOf(told.noted) != found->seen) {
+        return name + ", of which the ledger was told " + figuresOf(told.noted).text() +
+               " instead of " + found->seen.text();
+    }
     return {};
 }
 
 std::string Carried::troubleWith(const JournalEntry& entry, bool ending) const {
     if (figuresOf(entry.totals) != all()) {
         return figuresOf(entry.totals).text() + " instead of " + all().text();
+    }
+    if (hasLedger && !entry.ledger) {
+        return "nothing of the ledger";
     }
     if (entry.ended) {
         return entry.sessions.empty() && ending ? "" : "an end in order that is none";

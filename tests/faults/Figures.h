@@ -5,6 +5,7 @@
 #include "types/Amount.h"
 
 #include <cstdint>
+#include <map>
 #include <string>
 
 namespace tarvik::faults {
@@ -30,6 +31,17 @@ struct Figures {
         return std::to_string(rcvd) + "/" + std::to_string(sent) + "/" + std::to_string(time);
     }
 };
+
+/// What lines have carried, by the names of their entries.
+using Sums = std::map<std::string, Figures>;
+
+inline std::string textOf(const Sums& sums) {
+    std::string all;
+    for (const auto& [line, figures] : sums) {
+        all += (all.empty() ? "" : ", ") + line + " " + figures.text();
+    }
+    return all.empty() ? "nothing" : all;
+}
 
 inline Figures figuresOf(const Amount& amount) {
     return {amount.rcvd.integralPart(), amount.sent.integralPart(), amount.duration.integralPart()};

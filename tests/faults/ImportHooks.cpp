@@ -158,8 +158,11 @@ BOOL WINAPI flushFile(HANDLE file) {
     }
     LARGE_INTEGER size{};
     if (open.contains(file) && REAL(GetFileSizeEx)(file, &size) != FALSE) {
-        open[file].flushed = size.QuadPart;
-        open[file].before.reset();
+        Written& written = open[file];
+        written.flushed = size.QuadPart;
+        written.before.reset();
+        // With it goes what was written to the same file before it was closed and opened again.
+        std::erase_if(closed, [&](const Written& one) { return one.path == written.path; });
     }
     return REAL(FlushFileBuffers)(file);
 }
@@ -206,7 +209,8 @@ struct Plain<name, Result(WINAPI*)(Arguments...)> {
         if constexpr (std::is_same_v<Result, HANDLE>) {
             return INVALID_HANDLE_VALUE;
         } else if constexpr (std::is_same_v<Result, DWORD>) {
-            return INVALID_FILE_ATTRIBUTES; // no kind of file either
+            return *name == std::string_view("GetFileType") ? FILE_TYPE_UNKNOWN
+                                                            : INVALID_FILE_ATTRIBUTES;
         } else {
             return FALSE;
         }

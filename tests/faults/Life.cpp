@@ -1,6 +1,7 @@
 #include "faults/Life.h"
 
 #include "monitor/mdlCodeDial.h"
+#include "settings/mdlSettingsLedger.h"
 #include "startup/mdlStartUp.h"
 
 #include <algorithm>
@@ -61,12 +62,9 @@ void Life::start(const Figures& inFile) {
     told_.leftAlone = unread || hasNote("left alone");
     if (told_.leftAlone) {
         carried_.finished = unread ? Figures() : inFile;
-        std::erase_if(carried_.lines, [](const Line& one) { return !one.up; });
-        for (Line& one : carried_.lines) {
-            one.known = false;
-        }
+        carried_.forget();
     }
-    if (hasNote("is now")) {
+    if (hasNote("journal is now")) {
         told_.add("the start has set a journal aside");
     }
     expect({carried_});
@@ -95,8 +93,10 @@ void Life::stay(const std::string& entry, const Figures& more) {
                                      [&](const Line& one) { return one.entry == entry; });
     former->up = true;
     former->carried = former->carried + more;
-    service.connect(entry);
-    service.connections.back().handle = former->handle;
+    for (std::uint32_t made = service.connect(entry); made < former->handle;) {
+        service.disconnect(made);
+        made = service.connect(entry);
+    }
     service.transfer(former->handle, counter(former->carried.rcvd), counter(former->carried.sent),
                      counter(former->carried.time));
 }
@@ -153,9 +153,7 @@ void Life::pass(std::uint32_t seconds) {
 void Life::passDeclined(std::uint32_t seconds) {
     advance(seconds);
     carried_.lookAtAll();
-    for (Line& one : carried_.lines) {
-        one.offset = one.carried;
-    }
+    carried_.decline();
     expect({carried_});
     declines_ = true;
     tick(seconds);
@@ -177,6 +175,25 @@ void Life::passIntoReset(std::uint32_t seconds) {
     expect({carried_});
 }
 
+void Life::keepsLedger(const Sums& over) {
+    carried_.hasLedger = true;
+    carried_.over = over;
+    expect({carried_});
+}
+
+void Life::beginLedger() {
+    const Carried before = carried_;
+    carried_.beginLedger();
+    expect({before, carried_});
+    if (BeginLedger()) {
+        expect({carried_});
+        demandKept(true);
+    } else {
+        carried_ = before;
+        expect({carried_});
+    }
+}
+
 bool Life::end(const std::vector<std::string>& said) {
     told_.ending = true;
     expect({carried_});
@@ -192,6 +209,8 @@ void Life::expect(std::vector<Carried> stages, bool resets) {
     stage_ = 0;
     told_.resetting = resets;
     told_.all = stages_.back().all();
+    told_.sums = stages_.back().ledgered();
+    told_.hasLedger = stages_.back().hasLedger;
     told_.lines.clear();
     std::copy_if(carried_.lines.begin(), carried_.lines.end(), std::back_inserter(told_.lines),
                  [](const Line& one) { return one.up; });
@@ -244,7 +263,7 @@ void Life::noteEntry(std::string_view bytes) {
     if (place.kind != JournalPlace::Kind::Whole || !trouble.empty()) {
         told_.add("an entry tells " + trouble);
     }
-    told_.begun(bytes);
+    told_.begun(bytes, stages_[stage_].ledgered());
 }
 
 void Life::noteSave(const std::string& ini) {

@@ -47,6 +47,10 @@ public:
     void passDeclined(std::uint32_t seconds);
     /// The same: it finds a reset due.
     void passIntoReset(std::uint32_t seconds);
+    /// The life before kept a ledger, which tells so much of the lines that were over.
+    void keepsLedger(const Sums& over);
+    /// The user begins a ledger.
+    void beginLedger();
     /// What is to be on the disk at once: a setting, a sleep.
     template <class Action>
     void atOnce(Action&& action) {

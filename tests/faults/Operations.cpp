@@ -3,6 +3,7 @@
 #include "common/ProfileForm.h"
 #include "faults/Lives.h"
 #include "faults/Told.h"
+#include "ledger/LedgerContents.h"
 #include "monitor/mdlCodeReset.h"
 #include "settings/mdlSettings.h"
 #include "settings/mdlSettingsBackup.h"
@@ -137,6 +138,12 @@ Folder withoutPassing(Folder folder) {
     return folder;
 }
 
+/// A ledger grows between the steps; what it says is looked at by itself.
+Folder withoutLedger(Folder folder) {
+    std::erase_if(folder, [](const auto& file) { return isLedger(file.first); });
+    return withoutPassing(std::move(folder));
+}
+
 std::string shown(const std::optional<Folder>& folder) {
     std::string text = folder ? "" : "(no folder)";
     for (const auto& [name, bytes] : folder.value_or(Folder())) {
@@ -154,7 +161,7 @@ std::optional<Folder> stateAt(const std::string& path) {
 bool isOneOf(const States& states, const std::optional<Folder>& folder) {
     // An empty folder is as good as none.
     return std::any_of(states.begin(), states.end(), [&](const std::optional<Folder>& state) {
-        return withoutPassing(state.value_or(Folder())) == folder.value_or(Folder());
+        return withoutLedger(state.value_or(Folder())) == withoutLedger(folder.value_or(Folder()));
     });
 }
 
@@ -183,6 +190,28 @@ bool hasEarlierRecords(const Folder& folder) {
     });
 }
 
+LedgerReading ledgerIn(const Folder& folder) {
+    const auto ledger = folder.find("Tarvik.ledger");
+    return ledger == folder.end() ? LedgerReading() : readLedger(ledger->second);
+}
+
+/// What of a ledger cannot be read is kept beside it, or where it is if something else has that
+/// name; and nothing else comes there.
+std::string troubleWithDamaged(const Folder& before, const Folder& after) {
+    const LedgerReading found = ledgerIn(before);
+    const bool isNone = found.kind != LedgerReading::Kind::Ledger; // cut off in its first line
+    const std::string damaged = isNone ? "" : found.damaged;
+    // What follows it begins on a line of its own.
+    bool isKept = damaged.empty() || ledgerIn(after).damaged.starts_with(damaged);
+    for (const auto& [name, bytes] : after) {
+        if (isLedger(name) && !before.contains(name) && (damaged.empty() || bytes != damaged)) {
+            return name + " should not be there\n";
+        }
+        isKept = isKept || (isLedger(name) && name != "Tarvik.ledger" && bytes == damaged);
+    }
+    return isKept ? "" : "what was damaged of the ledger is lost\n";
+}
+
 /// The one record of an earlier backup stands in one of the files, or never did.
 bool keepsOtherRecords(const States& states, const Folder& folder) {
     const auto holds = [](const Folder& files) {
@@ -190,6 +219,21 @@ bool keepsOtherRecords(const States& states, const Folder& folder) {
                            [](const auto& file) { return file.second == otherRecords; });
     };
     return !holds(states.front().value_or(Folder())) || holds(folder);
+}
+
+/// A start and its end leave these files, but for what they take out of a ledger that is damaged.
+bool hasNamesOf(const Folder& before, bool nothingCounted, Folder after) {
+    std::erase_if(after, [&](const auto& file) {
+        return isLedger(file.first) && !before.contains(file.first);
+    });
+    Folder names = before;
+    names["Tarvik.ini"];
+    if (nothingCounted && hasEarlierRecords({{"Tarvik.ini", textIn(after, "Tarvik.ini")}})) {
+        names["Tarvik.journal"]; // no record tells of a reset
+    }
+    return names.size() == after.size() &&
+           std::equal(names.begin(), names.end(), after.begin(),
+                      [](const auto& a, const auto& b) { return a.first == b.first; });
 }
 
 std::string joined(const std::vector<std::string>& texts) {
@@ -284,6 +328,11 @@ std::vector<Operation> operations(const std::string& folder, char separator) {
         startAfterKill(usualFolder(), lifeWarnings),
         wholeLife(folder, usualFolder(), lifeWarnings),
         secondLife(folder, usualFolder(), lifeWarnings),
+        lifeWithLedger(folder, usualFolder(), lifeWarnings),
+        secondLifeWithLedger("ledger not written", Left::Unwritten, folder, usualFolder(),
+                             lifeWarnings),
+        secondLifeWithLedger("ledger torn", Left::Torn, folder, usualFolder(), lifeWarnings),
+        secondLifeWithLedger("ledger written", Left::Written, folder, usualFolder(), lifeWarnings),
     };
 }
 
@@ -338,8 +387,8 @@ std::string troubleWithReport(const Operation& operation, const States& states,
         return "a box that should not come\n" + joined(report.boxes);
     }
     const std::optional<Folder> now = stateAt(folder);
-    if (report.result && withoutPassing(now.value_or(Folder())) !=
-                             withoutPassing(states.back().value_or(Folder()))) {
+    if (report.result &&
+        withoutLedger(now.value_or(Folder())) != withoutLedger(states.back().value_or(Folder()))) {
         return "told of success, but left\n" + shown(now);
     }
     return {};
@@ -386,17 +435,13 @@ std::string troubleAfter(const Operation& operation, const States& states,
             return isAside(file.first) && !before.contains(file.first);
         });
     }
-    Folder names = before;
-    names["Tarvik.ini"];
-    if (nothingCounted && hasEarlierRecords({{"Tarvik.ini", textIn(after, "Tarvik.ini")}})) {
-        names["Tarvik.journal"]; // no record tells of a reset
+    std::string ofLedger = troubleWithDamaged(before, after);
+    ofLedger = ofLedger.empty() ? operation.lookAtEnd(after) : ofLedger;
+    if (!ofLedger.empty()) {
+        return ofLedger + shown(found) + shown(after);
     }
-    const bool sameNames =
-        names.size() == after.size() &&
-        std::equal(names.begin(), names.end(), after.begin(),
-                   [](const auto& a, const auto& b) { return a.first == b.first; });
-    if (!restart.boxes.empty() || !sameNames || (hadRecords && !hasEarlierRecords(after)) ||
-        !keepsOtherRecords(states, after) ||
+    if (!restart.boxes.empty() || !hasNamesOf(before, nothingCounted, after) ||
+        (hadRecords && !hasEarlierRecords(after)) || !keepsOtherRecords(states, after) ||
         textIn(after, "Tarvik.ini").find("IsLocked=0\n") == std::string::npos) {
         return "not as it should be after the restart\n" + joined(restart.boxes) + shown(after);
     }

@@ -25,6 +25,10 @@ struct Operation {
     /// What is wrong with what the next start shows, after that fault and on the files found.
     std::function<std::string(Session& restart, const Folder& found, const std::string& fault)>
         look = [](Session&, const Folder&, const std::string&) { return std::string(); };
+    /// What is wrong with the files that the next start leaves at its end.
+    std::function<std::string(const Folder& after)> lookAtEnd = [](const Folder&) {
+        return std::string();
+    };
     /// The run has told that it could not read the journal and counts without it: what the journal
     /// says is in the one that is set aside only.
     std::function<bool()> countedWithout = [] { return false; };

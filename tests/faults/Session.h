@@ -27,9 +27,9 @@ class TellingFiles : public Files {
 public:
     explicit TellingFiles(Files& real) : real_(real) {}
     std::function<void()> changed = [] {};
-    /// What becomes of a file that is held: `hold failed`; `write`, then `written` or `write
-    /// failed`; `flushed` or `flush failed`. And `save` with the content that another file is about
-    /// to have.
+    /// What becomes of a file that is held, but for a ledger: `hold failed`; `write`, then
+    /// `written` or `write failed`; `flushed` or `flush failed`. And `save` with the content that
+    /// another file is about to have.
     std::function<void(const std::string& step, std::string_view bytes)> heldChanges =
         [](const std::string&, std::string_view) {};
 
@@ -50,16 +50,16 @@ public:
         return told(real_.Name(path, newPath));
     }
     FileResult Kill(const std::string& path) override { return told(real_.Kill(path)); }
-    Holding hold(const std::string& path) override { return telling(real_.hold(path)); }
+    Holding hold(const std::string& path) override { return telling(path, real_.hold(path)); }
     Holding holdOrMake(const std::string& path, std::size_t size,
                        const std::string& like) override {
-        return telling(real_.holdOrMake(path, size, like));
+        return telling(path, real_.holdOrMake(path, size, like));
     }
 
 private:
     class Held;
     static std::string joined(const std::vector<std::string_view>& pieces);
-    Holding telling(Holding held);
+    Holding telling(const std::string& path, Holding held);
     FileResult told(FileResult result) {
         changed();
         return result;

@@ -22,6 +22,14 @@ void put(std::ostream& to, const std::string& text) {
     to << text.size() << ' ' << text << ' ';
 }
 
+void put(std::ostream& to, const Sums& sums) {
+    to << sums.size() << ' ';
+    for (const auto& [line, figures] : sums) {
+        put(to, line);
+        put(to, figures);
+    }
+}
+
 Figures figuresFrom(std::istream& from) {
     Figures figures;
     from >> figures.rcvd >> figures.sent >> figures.time;
@@ -35,6 +43,16 @@ std::string textFrom(std::istream& from) {
     std::string text(size, '\0');
     from.read(text.data(), static_cast<std::streamsize>(size));
     return text;
+}
+
+Sums sumsFrom(std::istream& from) {
+    Sums sums;
+    std::size_t count = 0;
+    for (from >> count; count > 0; --count) {
+        const std::string line = textFrom(from);
+        sums[line] = figuresFrom(from);
+    }
+    return sums;
 }
 
 /// The file has a record that says the same, or one that came after what the entry stands on and
@@ -100,6 +118,18 @@ bool endsInTheMiddle(const std::string& fault) {
     return isPowerCut(fault) || fault.starts_with("kill") || fault.starts_with("failkill");
 }
 
+bool isLedger(const std::string& name) {
+    return name.starts_with("Tarvik.") && name.ends_with(".ledger");
+}
+
+Sums sumsIn(const std::vector<LedgerEntry>& entries) {
+    Sums sums;
+    for (const LedgerEntry& one : entries) {
+        sums[one.line] = sums[one.line] + figuresOf(one.traffic);
+    }
+    return sums;
+}
+
 bool isAside(const std::string& name) {
     return name.starts_with("Tarvik.") && name.ends_with(".journal") && name != "Tarvik.journal";
 }
@@ -118,11 +148,11 @@ std::string troubleWithAside(const Folder& files, const Figures& shown) {
     return {};
 }
 
-void Told::begun(std::string_view bytes) {
+void Told::begun(std::string_view bytes, const Sums& carried) {
     if (!entries.empty() && !entries.back().whole) {
         entries.pop_back();
     }
-    entries.push_back({.bytes = std::string(bytes)});
+    entries.push_back({.bytes = std::string(bytes), .sums = carried});
 }
 
 void Told::flushed() {
@@ -138,18 +168,18 @@ void Told::add(const std::string& what) {
     trouble += what + "\n";
 }
 
-std::vector<std::optional<JournalEntry>> Told::mayBeFound(const std::string& fault) const {
+std::vector<std::optional<Ground>> Told::mayBeFound(const std::string& fault) const {
     const auto isSafe = [&](const Entry& one) {
         return isPowerCut(fault) ? one.flushed : one.whole;
     };
     const auto safe = std::find_if(entries.rbegin(), entries.rend(), isSafe);
-    std::vector<std::optional<JournalEntry>> found;
+    std::vector<std::optional<Ground>> found;
     if (safe == entries.rend()) {
         found.emplace_back();
     }
     for (auto one = safe == entries.rend() ? entries.begin() : safe.base() - 1;
          one != entries.end(); ++one) {
-        found.emplace_back(readPlace(one->bytes).entry);
+        found.push_back(Ground{.entry = readPlace(one->bytes).entry, .sums = one->sums});
     }
     return found;
 }
@@ -158,8 +188,9 @@ void Told::save(const std::string& folder) const {
     std::ostringstream to;
     to.precision(17);
     to << clock << ' ' << resetting << ' ' << ending << ' ' << saved << ' ' << inPeace << ' '
-       << leftAlone << ' ' << anew << ' ' << universal << ' ';
+       << leftAlone << ' ' << anew << ' ' << universal << ' ' << hasLedger << ' ';
     put(to, all);
+    put(to, sums);
     put(to, trouble);
     to << lines.size() << ' ';
     for (const Line& one : lines) {
@@ -171,6 +202,7 @@ void Told::save(const std::string& folder) const {
     for (const Entry& one : entries) {
         to << one.whole << ' ' << one.flushed << ' ';
         put(to, one.bytes);
+        put(to, one.sums);
     }
     std::ofstream(toldAt(folder), std::ios::binary) << std::move(to).str();
 }
@@ -179,8 +211,9 @@ Told Told::load(const std::string& folder) {
     Told told;
     std::ifstream from(toldAt(folder), std::ios::binary);
     from >> told.clock >> told.resetting >> told.ending >> told.saved >> told.inPeace >>
-        told.leftAlone >> told.anew >> told.universal;
+        told.leftAlone >> told.anew >> told.universal >> told.hasLedger;
     told.all = figuresFrom(from);
+    told.sums = sumsFrom(from);
     told.trouble = textFrom(from);
     std::size_t count = 0;
     from >> count;
@@ -194,6 +227,7 @@ Told Told::load(const std::string& folder) {
         Entry& one = told.entries.emplace_back();
         from >> one.whole >> one.flushed;
         one.bytes = textFrom(from);
+        one.sums = sumsFrom(from);
     }
     return told;
 }

@@ -4,6 +4,7 @@
 #include "faults/Figures.h"
 #include "faults/Session.h"
 #include "journal/JournalEntry.h"
+#include "ledger/LedgerEntry.h"
 
 #include <optional>
 #include <string>
@@ -26,17 +27,29 @@ std::vector<Record> recordsIn(const std::string& ini);
 bool endsInTheMiddle(const std::string& fault);
 bool isPowerCut(const std::string& fault);
 
+/// The name of a ledger, or one that what is damaged of it gets.
+bool isLedger(const std::string& name);
+/// What it tells of each line.
+Sums sumsIn(const std::vector<LedgerEntry>& entries);
+
 /// The name that a journal gets that is set aside.
 bool isAside(const std::string& name);
 /// What is wrong with the journals that were set aside: what one says must be in what is shown, or
 /// in a record of an INI file that is as new.
 std::string troubleWithAside(const Folder& files, const Figures& shown);
 
+/// What a start goes on from.
+struct Ground {
+    JournalEntry entry = {};
+    Sums sums = {}; ///< what a ledger is to tell
+};
+
 /// What a life has told of itself by the time it ended, however it ended. It is written beside the
 /// program's folder: it outlives the program, and is no file of its.
 struct Told {
     struct Entry {
         std::string bytes = {};
+        Sums sums = {}; ///< what the lines had carried that a ledger is to tell
         bool whole = false;
         bool flushed = false;
     };
@@ -46,6 +59,8 @@ struct Told {
     double clock = 0;           ///< the user's
     std::int64_t universal = 0; ///< universal time, milliseconds
     Figures all;                ///< what counts in the end
+    Sums sums;                  ///< what a ledger is to tell in the end
+    bool hasLedger = false;     ///< one is kept
     bool resetting = false;     ///< the step under way is a reset
     bool ending = false;
     bool saved = false;     ///< it ended, and has warned of nothing that is lost
@@ -54,13 +69,13 @@ struct Told {
     bool anew = false;      ///< it has set that journal aside, as it has counted since
     std::string trouble;    ///< what it wrote that was not true
 
-    void begun(std::string_view bytes);
+    void begun(std::string_view bytes, const Sums& carried);
     void written() { entries.back().whole = true; }
     void flushed();
     void add(const std::string& what);
 
     /// What a start may find to go on from; nothing stands for what there was before the life.
-    std::vector<std::optional<JournalEntry>> mayBeFound(const std::string& fault) const;
+    std::vector<std::optional<Ground>> mayBeFound(const std::string& fault) const;
 
     void save(const std::string& folder) const;
     static Told load(const std::string& folder);

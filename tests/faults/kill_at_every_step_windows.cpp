@@ -184,12 +184,13 @@ private:
 
 /// A new process takes its time: what these hold already is left out.
 bool chosen(const Operation& operation) {
-    constexpr std::array<std::string_view, 9> names{
+    constexpr std::array<std::string_view, 11> names{
         "lock",           "save",
         "backup",         "export over a file",
         "first session",  "second backup of other records",
         "reset in doubt", "whole life",
-        "second life"};
+        "second life",    "life with a ledger",
+        "ledger torn"};
     return std::find(names.begin(), names.end(), operation.name) != names.end();
 }
 

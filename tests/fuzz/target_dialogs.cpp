@@ -72,8 +72,10 @@ std::string seenFilter(std::string filter) {
 /// The texts between NULs up to an empty one, cut one at a time.
 Texts textsIn(std::string buffer, bool untouchedTail) {
     Texts texts;
-    buffer += untouchedTail ? '\0' : '\1';
-    while (buffer.front() != '\0') {
+    if (untouchedTail) {
+        buffer += '\0';
+    }
+    while (!buffer.empty() && buffer.front() != '\0') {
         const std::size_t end = buffer.find('\0');
         texts.push_back(buffer.substr(0, end));
         if (end == std::string::npos || end + 1 == buffer.size()) {

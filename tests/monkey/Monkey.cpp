@@ -136,7 +136,8 @@ std::vector<Form*> Monkey::windows() {
     Forms& all = world_->forms;
     std::vector<Form*> shown;
     for (Form* form : std::initializer_list<Form*>{&all.frmMain, &all.frmHistory, &all.frmOptions,
-                                                   &all.frmStatistics, &all.frmWarning}) {
+                                                   &all.frmStatistics, &all.frmWarning,
+                                                   &all.frmPlan, &all.frmPlanWarning}) {
         if (form->loaded() && form->visible() && !form->minimised()) {
             shown.push_back(form);
         }

@@ -2,8 +2,6 @@
 
 #include "controls/ListView.h"
 
-#include <array>
-
 // What the user does with the windows.
 
 namespace tarvik::monkey {
@@ -139,11 +137,9 @@ void Monkey::workIcon() {
         driver_->clickTrayIcon();
         return;
     }
-    static constexpr std::array<int, 5> entries{FrmSysTray::showHide, FrmSysTray::monitoring,
-                                                FrmSysTray::connect, FrmSysTray::disconnect,
-                                                FrmSysTray::quit};
-    const int entry = entries.at(static_cast<std::size_t>(upTo(4)));
-    if (world_->forms.frmSysTray.mnuPopUp.entries().at(static_cast<std::size_t>(entry)).enabled) {
+    const Menu& menu = world_->forms.frmSysTray.mnuPopUp;
+    const int entry = upTo(static_cast<int>(menu.entries().size()) - 1);
+    if (menu.entry(entry).enabled && !menu.entry(entry).isSeparator()) {
         note("entry " + std::to_string(entry) + " of the icon's menu");
         driver_->chooseTrayEntry(entry);
     }

@@ -1,7 +1,6 @@
 """A virtual desktop and the program on it, driven and read through accessibility as a person with a
 screen reader would use it."""
 
-import json
 import os
 import pathlib
 import re
@@ -17,6 +16,7 @@ gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi  # noqa: E402
 
 from displays import WaylandDisplay, XDisplay  # noqa: E402
+from note_service import NoteService  # noqa: E402
 from processes import DEADLINE, Failure, end_with_parent, start, stop, wait_for  # noqa: E402
 
 
@@ -31,7 +31,7 @@ def powerless():
     return words
 
 
-class Desktop:
+class Desktop(NoteService):
     """A display with a window manager and a session bus of its own; end it with close().
 
     TARVIK_DESKTOP=wayland makes it one of Wayland. Tests that look at it with tools of X are then
@@ -42,7 +42,6 @@ class Desktop:
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="tarvik-desktop-"))
         self.processes = []
         self.display = None
-        self.last_note = 0
         self.clicks = 0
         self.environment = {
             key: value
@@ -51,6 +50,7 @@ class Desktop:
         }
         for name in ("runtime", "home"):
             (self.folder / name).mkdir(mode=0o700)
+        self.prepare_notes(self.folder / "home")
         self.environment.update(
             HOME=str(self.folder / "home"),
             XDG_RUNTIME_DIR=str(self.folder / "runtime"),
@@ -129,6 +129,7 @@ class Desktop:
 
     def window_called(self, title):
         """The number of the window of that title, once it is there."""
+        self._only_on_x("a window's number")
         return wait_for(
             "the window " + title,
             lambda: (self._windows("--name", "^" + re.escape(title) + "$") or [None])[0],
@@ -136,6 +137,7 @@ class Desktop:
 
     def activate(self, title):
         """Brings the window of that title back and to the front, as a list of windows does."""
+        self._only_on_x("the active window")
         subprocess.run(
             ["xdotool", "search", "--name", "^" + re.escape(title) + "$", "windowactivate"],
             env=self.environment, check=True,
@@ -203,11 +205,14 @@ class Desktop:
             yield tuple(int(place[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
 
     def icon_area(self):
-        """Left, top, width and height of the only icon in the panel."""
-        return wait_for(
-            "the icon in the panel",
-            lambda: next((area for area in self._areas() if 8 <= area[2] <= 32), None),
-        )
+        """Left, top, width and height of the only icon in the panel, once it has come to rest there."""
+        looks = [None]
+
+        def at_rest():
+            looks.append(next((area for area in self._areas() if 8 <= area[2] <= 32), None))
+            return looks[-1] if looks[-1] == looks[-2] else None
+
+        return wait_for("the icon in the panel", at_rest)
 
     def open_menu(self):
         """Clicks the icon and waits for its menu, which accessibility does not show."""
@@ -239,26 +244,6 @@ class Desktop:
         )
         points = answer.stdout
         return [tuple(points[i:i + 3]) for i in range(0, len(points), 3)]
-
-    def _ask_for_notes(self, *words):
-        return subprocess.run(
-            ["dunstctl", *words], env=self.environment, capture_output=True, text=True, check=True
-        ).stdout
-
-    def _note_entries(self):
-        self._ask_for_notes("close-all")
-        return json.loads(self._ask_for_notes("history"))["data"][0]
-
-    def notes(self):
-        """Title and text of every note that has been shown since `forget_notes`, the newest first."""
-        return [
-            (entry["summary"]["data"], entry["body"]["data"])
-            for entry in self._note_entries()
-            if entry["id"]["data"] > self.last_note
-        ]
-
-    def forget_notes(self):
-        self.last_note = max((entry["id"]["data"] for entry in self._note_entries()), default=0)
 
     def close(self):
         for process in reversed(self.processes):
@@ -308,7 +293,10 @@ class Program:
         if application is None:
             return None
         application.clear_cache()
-        for node in self._walk(application):
+        return self._find_below(application, name)
+
+    def _find_below(self, top, name):
+        for node in self._walk(top):
             if node.get_description() == "id:" + name:
                 return node
         return None
@@ -377,18 +365,35 @@ class Program:
     def press(self, name):
         self._act(self.find(name))
 
+    def press_within(self, window, name):
+        """For a control whose name several windows have."""
+        self._act(self._find_below(self.find(window), name))
+
     def choose(self, name, entry):
         """Opens a list with a click and chooses an entry with the keyboard."""
-        self.click(name)
-        wait_for("the open list", lambda: self.is_open(name))
-        entries = [
-            node.get_name() for node in self._walk(self.find(name))
-            if node.get_role_name() == "list item"
-        ]
+        self._open(name)
+        entries = self.entries(name)
         if entry not in entries:
             raise Failure("no entry %s in %s" % (entry, entries))
         self.key("Home", *["Down"] * entries.index(entry), "Return")
         self.wait_text(name, entry)
+
+    def _open(self, name):
+        """A window that has only just come may not be where the first click goes."""
+        for deadline in (10, 10, DEADLINE):
+            self.click(name)
+            try:
+                return wait_for("the open list", lambda: self.is_open(name), deadline)
+            except Failure:
+                if deadline == DEADLINE:
+                    raise
+
+    def entries(self, name):
+        """Of a list, open or not."""
+        return [
+            node.get_name() for node in self._walk(self.find(name))
+            if node.get_role_name() == "list item"
+        ]
 
     def is_open(self, name):
         # Its entries say that they are showing also while it is closed.
@@ -406,6 +411,9 @@ class Program:
 
     def key(self, *keys):
         subprocess.run(["xdotool", "key", *keys], env=self.environment, check=True)
+
+    def type(self, text):
+        subprocess.run(["xdotool", "type", text], env=self.environment, check=True)
 
     # Message boxes --------------------------------------------------------------------------
 

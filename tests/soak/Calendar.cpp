@@ -33,6 +33,11 @@ std::int64_t Calendar::local() const {
     return firstDay * secondsInDay + seconds + hours * secondsInHour + turned_;
 }
 
+std::int64_t Calendar::universal() const {
+    constexpr int firstDayOf1970 = 25'569;
+    return (firstDay - firstDayOf1970) * secondsInDay + seconds + turned_;
+}
+
 Date Calendar::shown() const {
     return Date(static_cast<double>(local()) / secondsInDay);
 }

@@ -31,8 +31,9 @@ public:
     void turnClock(std::int64_t by) { turned_ += by; }
     void setRight() { turned_ = 0; }
 
-    /// The time that all zones share, seconds; whoever turns the clock turns it too.
-    std::int64_t universal() const { return seconds + turned_; }
+    /// The time that all zones share, seconds since 1 January 1970; whoever turns the clock turns
+    /// it too.
+    std::int64_t universal() const;
     /// What the clock shows.
     Date shown() const;
     Now now() const;

@@ -165,6 +165,9 @@ void Expected::tick(std::vector<Session> listed, Failure failure, Trouble troubl
     }
     // What the session under way counts again after a reset is kept at once, too.
     keep(std::exchange(tally.sessionOver, std::exchange(wasReset_, false)));
+    if (hasLedger_ && std::exchange(foldedOn_, now_.day) != now_.day) {
+        keep(true);
+    }
 }
 
 void Expected::readListed(Session& one, std::vector<Session>& listed, Failure& failure) {
@@ -239,7 +242,7 @@ bool Expected::askAboutSession() {
     boxes.back().dies = isDead = chance_.onceIn(5);
     if (boxes.back().sleeps) {
         asking_ = true;
-        keep(true);
+        pause();
         asking_ = false;
     }
     if (answer == MsgBoxAnswer::No && !isDead) {
@@ -266,7 +269,7 @@ void Expected::checkReset() {
         return;
     }
     if (backedUp && resetInDoubt_) {
-        balloons.emplace_back(doubt); // the backup is the copy
+        tellSoon(doubt); // the backup is the copy
     }
     if (!settings.backup && !fileIsKept()) {
         return;
@@ -296,7 +299,7 @@ bool Expected::fileIsKept() {
     }
     const bool kept = trouble_ != Trouble::Write;
     if (kept || !std::exchange(waitTold_, true)) {
-        balloons.emplace_back(doubt);
+        tellSoon(doubt);
     }
     return kept;
 }

@@ -3,10 +3,12 @@
 #include "ports/Desktop.h"
 #include "soak/Chance.h"
 #include "soak/ReferenceJournal.h"
+#include "soak/ReferenceNotes.h"
 #include "soak/ReferenceTally.h"
 #include "soak/Settings.h"
 #include "support/ReferenceBoundary.h"
 
+#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -103,7 +105,18 @@ public:
     void crash(bool powerCut);
     void endSession(Trouble trouble);
     /// The machine goes to sleep.
-    void pause() { keep(true); }
+    void pause() {
+        keep(true);
+        foldedOn_ = now_.day;
+    }
+    /// The user begins a ledger.
+    void beginLedger();
+    /// It was written: the journal says at once what is not in it, if the program goes on.
+    void ledgerWritten();
+    /// The same while the user was asked about a session, with what was known by then.
+    void ledgerWrittenWhileAsking();
+    /// The start has made it shorter.
+    void ledgerFolded();
     void pressQuit(Trouble trouble);
     void pressMonitor();
     void pressDisconnect(std::vector<Session> listed, Failure failure);
@@ -147,6 +160,10 @@ private:
     void lookAgain();
     bool isAsAtStart() const;
     void putJournalAside(const char* why);
+    /// A note that may have to wait for the one before.
+    void tellSoon(const std::string& text);
+    void show(const std::optional<std::string>& note);
+    bool ticks() const { return monitoring && !ending_; }
     bool goOnFrom(const Saying& found);
     bool isOwnSave(const Saying& before) const;
 
@@ -163,7 +180,13 @@ private:
     bool resetInDoubt_ = false; ///< the last reset lay ahead when the program was started
     bool waitTold_ = false;
 
+    bool hasLedger_ = false;
+    int ledgerWrites_ = 0;
+    int foldedOn_ = 0;                       ///< the user's day
+    std::map<std::string, Amount> inLedger_; ///< when it was last written
     FileMark standsOn_;
+    ReferenceNotes notes_;
+    bool ending_ = false;      ///< there are no ticks any more
     bool asking_ = false;      ///< the box with the question is open
     bool failureTold_ = false; ///< of the journal, in this run
     /// What this run began with; nothing unless it looks for a journal that was out of reach.

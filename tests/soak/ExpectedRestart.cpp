@@ -29,12 +29,14 @@ void Expected::start(bool argumentRun) {
         return;
     }
     running = true;
+    notes_.startAnew();
     warningArmed = true;
     firstOnlineUpdate = true;
     settings = file.exists ? file.settings : Settings();
     resetInDoubt_ = file.exists && settings.lastReset > now_.day;
     waitTold_ = false;
     tally.begin(file.totals());
+    tally.carried = inLedger_;
     if (file.exists) {
         file.locked = true;
     } else {
@@ -48,9 +50,13 @@ void Expected::start(bool argumentRun) {
     overruled_ = false;
     shownAtStart_.reset();
     takeJournal(true);
+    foldedOn_ = now_.day;
+    if (hasLedger_ && journal.isThere()) {
+        keep(true); // what is not in the ledger, before that is folded
+    }
     if (shownAtStart_) {
         const bool isHeld = journal.trouble == JournalTrouble::Held;
-        balloons.emplace_back(isHeld ? heldByAnother : outOfReach);
+        tellSoon(isHeld ? heldByAnother : outOfReach);
     }
     monitoring = settings.run || argumentRun;
 }
@@ -90,19 +96,20 @@ void Expected::lookAgain() {
 void Expected::putJournalAside(const char* why) {
     journal.putAside();
     ++journalsPutAside;
-    balloons.emplace_back(why);
+    tellSoon(why);
 }
 
 /// False when it stands on another content of the file: then it is of no use.
 bool Expected::goOnFrom(const Saying& found) {
     const bool holdsNothing = !found.standsOn.exists && file.records.empty();
     if (!found.standsOn.sameAs(file.mark()) && !holdsNothing && !isOwnSave(found)) {
+        tally.carried = found.counts.carried; // what it says of the ledger holds
         putJournalAside(ofAnotherFile);
         return false;
     }
     if (!found.ended) {
         settings = found.settings;
-        balloons.emplace_back(broughtBack);
+        tellSoon(broughtBack);
     }
     tickerBase_ = found.tickerBase;
     tally.goOn(found.counts);
@@ -125,10 +132,48 @@ Saying Expected::sayingNow() const {
             .settings = settings,
             .tickerBase = tickerBase_,
             .standsOn = standsOn_,
-            .resetIsAnnounced = resetIsAnnounced_};
+            .resetIsAnnounced = resetIsAnnounced_,
+            .ledger = ledgerWrites_};
+}
+
+void Expected::beginLedger() {
+    hasLedger_ = true;
+    foldedOn_ = now_.day;
+    ++ledgerWrites_;
+    keep(true);
+}
+
+void Expected::ledgerWritten() {
+    ++ledgerWrites_;
+    inLedger_ = tally.carried;
+    if (running) {
+        keep(true);
+    }
+}
+
+void Expected::ledgerWrittenWhileAsking() {
+    journal.tellsOfLedger(++ledgerWrites_);
+}
+
+void Expected::ledgerFolded() {
+    ++ledgerWrites_;
+    if (!journal.isThere()) {
+        journal.needNot(sayingNow());
+    }
+}
+
+void Expected::tellSoon(const std::string& text) {
+    show(notes_.add(text, now_.seconds, ticks()));
+}
+
+void Expected::show(const std::optional<std::string>& note) {
+    if (note) {
+        balloons.push_back(*note);
+    }
 }
 
 void Expected::keep(bool atOnce) {
+    show(notes_.next(now_.seconds, ticks()));
     if (shownAtStart_ && journal.isDue(now_.seconds)) {
         const int before = journalsPutAside;
         lookAgain();
@@ -140,7 +185,7 @@ void Expected::keep(bool atOnce) {
 /// That it fails is told once in a run.
 void Expected::write(const Saying& saying, bool atOnce) {
     if (!journal.keep(saying, now_.seconds, atOnce) && !std::exchange(failureTold_, true)) {
-        balloons.emplace_back(unwritten);
+        tellSoon(unwritten);
     }
 }
 
@@ -160,11 +205,15 @@ void Expected::endJournal(bool saved, bool deletionFails) {
         }
         write(last, true);
     }
+    if (!journal.isThere()) {
+        inLedger_ = tally.carried;
+    }
     journal.let();
 }
 
 void Expected::stop() {
     running = monitoring = connectionActive = dialInStarted = warningVisible = false;
+    ending_ = false;
     tickerBase_ = 0;
     errors_.clear();
 }
@@ -179,6 +228,7 @@ void Expected::crash(bool powerCut) {
 }
 
 void Expected::shutDown(Trouble trouble) {
+    ending_ = true;
     tally.keepOthers();
     keep(true);
     const bool saved = save(trouble);

@@ -76,7 +76,9 @@ void Run::act(const std::string& what, const std::function<void()>& action) {
     if (!unexpected_.empty()) {
         violated(unexpected_);
     }
+    noteLedger();
     expectSame();
+    expectLedger();
     mayFall_ = false;
 }
 
@@ -91,6 +93,7 @@ void Run::announce(const Box& box) {
         {box.text, box.buttons, box.icon, box.answer, [this, sleeps = box.sleeps, dies = box.dies] {
              if (sleeps) {
                  machine_.desktop.pause();
+                 noteLedger(true);
              }
              if (dies) {
                  filesAtDeath_ = machine_.files;

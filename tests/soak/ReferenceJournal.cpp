@@ -18,6 +18,7 @@ bool Saying::sameAs(const Saying& other) const {
     return counts.all == other.counts.all && settings == other.settings &&
            tickerBase == other.tickerBase && standsOn.sameAs(other.standsOn) &&
            resetIsAnnounced == other.resetIsAnnounced && ended == other.ended &&
+           ledger == other.ledger &&
            std::equal(ours.begin(), ours.end(), theirs.begin(), theirs.end(),
                       [](const ReferenceTally::Known& a, const ReferenceTally::Known& b) {
                           return a.sameAs(b);
@@ -113,6 +114,14 @@ bool ReferenceJournal::keep(const Saying& saying, std::int64_t seconds, bool atO
         return flush();
     }
     return true;
+}
+
+void ReferenceJournal::tellsOfLedger(int writes) {
+    for (std::optional<Saying>* one : {&says_, &known_, &onDisk_}) {
+        if (*one) {
+            (*one)->ledger = writes;
+        }
+    }
 }
 
 bool ReferenceJournal::deleteIt(bool refused) {

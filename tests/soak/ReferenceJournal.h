@@ -39,6 +39,7 @@ struct Saying {
     FileMark standsOn;
     bool resetIsAnnounced = false;
     bool ended = false;
+    int ledger = 0; ///< how often that was written: where it ends
 
     /// There is nothing new to be written.
     bool sameAs(const Saying& other) const;
@@ -71,6 +72,8 @@ public:
     bool isDue(std::int64_t seconds) const;
     /// False when the disk refuses.
     bool keep(const Saying& saying, std::int64_t seconds, bool atOnce);
+    /// What it says of the ledger is said anew, and nothing else.
+    void tellsOfLedger(int writes);
     /// The program ends, and a start would show the same without it. False when it cannot be
     /// deleted.
     bool deleteIt(bool refused);

@@ -118,6 +118,7 @@ void ReferenceTally::begin(Amount totals) {
     begun.now = now;
     begun.knownByMark = knownByMark;
     begun.finished = totals;
+    begun.carried = carried;
     *this = begun;
 }
 
@@ -131,12 +132,16 @@ void ReferenceTally::goOn(const Kept& before) {
     const std::uint32_t dialled = dialled_;
     begin(before.all);
     former_ = before.sessions;
+    carried = before.carried;
     hungUp_ = hungUp;
     dialled_ = dialled;
 }
 
 ReferenceTally::Kept ReferenceTally::kept(const Line& line, bool asking) const {
-    Kept result{.all = asking ? finished : total(), .sessions = former_};
+    Kept result{.all = asking ? finished : total(), .carried = carried, .sessions = former_};
+    if (asking) {
+        result.carried[lastLine_] = result.carried[lastLine_] - lastGain_;
+    }
     std::map<int, std::uint32_t> handles;
     for (const auto& [handle, one] : known_) {
         handles[one.place] = handle;
@@ -355,6 +360,10 @@ void ReferenceTally::note(const Session& session, const std::vector<Session>& li
         next.offset = before->offset;
         next.readAt = sameReading(before->last, session) ? before->readAt : now;
     }
+    lastLine_ = (within ? "within " : "") + session.entry;
+    lastGain_ = before != nullptr ? next.figures - before->figures : next.figures;
+    lastGain_ = declining_ && !next.resumed ? Amount() : lastGain_;
+    carried[lastLine_] = carried[lastLine_] + lastGain_;
     // What a line carries within another counts there.
     next.offset = within || (declining_ && !next.resumed) ? next.figures : next.offset;
     next.counted = next.figures - next.offset;
@@ -394,6 +403,7 @@ void ReferenceTally::reset() {
 
 void ReferenceTally::decline() {
     declining_ = true;
+    carried[lastLine_] = carried[lastLine_] - lastGain_;
     offset = current;
     Known& declined = known_.at(countedHandle_);
     declined.offset = declined.figures;

@@ -21,6 +21,10 @@ public:
     Session::Fails failsOnce = Session::Fails::Nothing;
     int knownByMark = 0; ///< sessions of a run before, by the service's word
 
+    /// What the lines have carried, by their entries, within another one with a mark before: what a
+    /// ledger is to tell. No reset touches it.
+    std::map<std::string, Amount> carried;
+
     Amount total() const { return finished + current - offset; }
 
     /// The program begins anew on these totals; it knows no session.
@@ -84,6 +88,7 @@ public:
     /// What the next run needs to go on.
     struct Kept {
         Amount all; ///< with what counts of the sessions
+        std::map<std::string, Amount> carried = {};
         std::vector<Known> sessions;
     };
 
@@ -122,6 +127,8 @@ private:
     std::set<std::uint32_t> hungUp_;
     std::set<std::uint32_t> unsure_; ///< in this tick, they could not be looked at
     bool declining_ = false;
+    std::string lastLine_; ///< the last that was read, and what was new of it
+    Amount lastGain_;
     int places_ = 0;
 };
 

@@ -1,5 +1,6 @@
 #include "soak/Run.h"
 
+#include "settings/mdlSettingsLedger.h"
 #include "startup/mdlStartUp.h"
 
 #include <algorithm>
@@ -31,8 +32,8 @@ Counts& Counts::operator+=(const Counts& other) {
     return *this;
 }
 
-Run::Run(std::uint32_t seed, Crashes crashes)
-    : seed_(seed), crashes_(crashes), calendar_(seed % 2 != 0) {
+Run::Run(std::uint32_t seed, Crashes crashes, bool hasLedger)
+    : seed_(seed), crashes_(crashes), hasLedger_(hasLedger), calendar_(seed % 2 != 0) {
     machine_.connections.entries = {
         {.name = "Harbour"}, {.name = "Quay"}, {.name = "Ridge"}, {.name = "Tower"}};
     // Some services never give a connection another handle; some of them know a session from
@@ -46,6 +47,10 @@ Run::Run(std::uint32_t seed, Crashes crashes)
         unexpected_ = unexpected_.empty() ? what : unexpected_;
     };
     startProgram();
+    if (hasLedger_) {
+        expected_.beginLedger();
+        act("begin a ledger", [] { BeginLedger(); });
+    }
 }
 
 Counts Run::counts() const {
@@ -74,7 +79,9 @@ void Run::startProgram() {
         journalBefore_ = machine_.files.file(journalPath);
         machine_.instances.endProgram();
         world_.emplace(machine_.platform);
+        starts_ = true;
         act("start", [] { Main(); });
+        starts_ = false;
     }
     expectFile();
     ++counts_.restarts;

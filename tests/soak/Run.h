@@ -8,6 +8,7 @@
 
 #include <deque>
 #include <functional>
+#include <map>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -53,7 +54,8 @@ public:
     /// How often the program is killed, or the power is cut.
     enum class Crashes { Seldom, Often };
 
-    explicit Run(std::uint32_t seed, Crashes crashes = Crashes::Seldom);
+    /// With a ledger nothing is wrong around the journal.
+    explicit Run(std::uint32_t seed, Crashes crashes = Crashes::Seldom, bool hasLedger = false);
 
     /// Throws a `Violation` that tells the day, the tick and the last events.
     void spendDay();
@@ -61,6 +63,7 @@ public:
 
 private:
     static constexpr const char* journalPath = "C:\\Prog\\Tarvik.journal";
+    static constexpr const char* ledgerPath = "C:\\Prog\\Tarvik.ledger";
 
     // Whoever works on the machine.
     void userActs();
@@ -111,6 +114,8 @@ private:
     void expectBackups();
     void expectAside();
     void expectFile();
+    void noteLedger(bool whileAsking = false);
+    void expectLedger();
     void demand(bool holds, const char* what);
     void note(const std::string& what);
     [[noreturn]] void violated(const std::string& what);
@@ -121,6 +126,10 @@ private:
 
     std::uint32_t seed_;
     Crashes crashes_;
+    bool hasLedger_;
+    bool starts_ = false;                    ///< the program is being started
+    std::string ledgerBefore_;               ///< what the ledger's file holds
+    std::map<std::string, Amount> inLedger_; ///< what that tells of each line
     Chance chance_{seed_};
     ScriptedPlatform machine_;
     std::optional<World> world_;

@@ -4,7 +4,7 @@
 //     soak [years for each seed, 5 unless told] [the only seed, else all of the fixed ones]
 //
 // Then come short lives in which the program hardly counts five ticks before it is killed or the
-// power is cut, four for each year.
+// power is cut, four for each year. Then some of both with a ledger.
 
 #include "soak/Run.h"
 
@@ -18,9 +18,11 @@ using tarvik::soak::Counts;
 using tarvik::soak::Run;
 
 constexpr int daysInYear = 365;
+/// A file that is read at each start gets long in a year.
+constexpr int daysWithLedger = 10;
 
-Counts spend(std::uint32_t seed, Run::Crashes crashes, int days) {
-    Run run(seed, crashes);
+Counts spend(std::uint32_t seed, Run::Crashes crashes, int days, bool hasLedger = false) {
+    Run run(seed, crashes, hasLedger);
     for (int day = 0; day < days; ++day) {
         run.spendDay();
     }
@@ -28,13 +30,13 @@ Counts spend(std::uint32_t seed, Run::Crashes crashes, int days) {
 }
 
 /// Each begins anew, with a first run.
-Counts spendShortLives(std::uint32_t seed, int lives) {
+Counts spendShortLives(std::uint32_t seed, int lives, bool hasLedger = false) {
     constexpr int days = 10;
     constexpr std::uint32_t seedsOfLives = 1'000;
     Counts all;
     for (int life = 0; life < lives; ++life) {
         all += spend(seed * seedsOfLives + static_cast<std::uint32_t>(life), Run::Crashes::Often,
-                     days);
+                     days, hasLedger);
     }
     return all;
 }
@@ -54,11 +56,14 @@ int main(int count, char** arguments) {
     const std::uint32_t only =
         count > 2 ? static_cast<std::uint32_t>(std::strtoul(arguments[2], nullptr, 10)) : 0;
     Counts all;
+    Counts ledgers;
     try {
         for (std::uint32_t seed = only == 0 ? 1 : only; seed <= (only == 0 ? seeds : only);
              ++seed) {
             all += spend(seed, Run::Crashes::Seldom, years * daysInYear);
             all += spendShortLives(seed, 4 * years);
+            ledgers += spend(seed, Run::Crashes::Seldom, years * daysWithLedger, true);
+            ledgers += spendShortLives(seed, 2 * years, true);
         }
     } catch (const std::exception& problem) {
         std::printf("soak: %s\n", problem.what());
@@ -75,6 +80,9 @@ int main(int count, char** arguments) {
                 "not deleted\n",
                 all.failedLooks, all.knownByMark, all.joined, all.pausedAsking, all.diedAsking,
                 all.outOfReach, all.late, all.putAside, all.unwritten, all.undeleted);
+    std::printf("  with a ledger: %d days, %d sessions (%d declined), %d restarts, %d crashes\n",
+                ledgers.days, ledgers.sessions, ledgers.declined, ledgers.restarts,
+                ledgers.crashes);
     if (only != 0 || years < 5) {
         return EXIT_SUCCESS;
     }

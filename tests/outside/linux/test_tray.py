@@ -263,6 +263,7 @@ class NoteTest(ProgramTest):
         wait_for("the minimised window", lambda: self.desktop.is_iconic("Velmars Tarvik"))
         self.desktop.activate("Velmars Tarvik")
         self.addCleanup(self.desktop.close_panel, self.desktop.open_panel())
+        self.desktop.icon_area()
         wait_for("the window in front", lambda: self.desktop.is_active("Velmars Tarvik"))
         program.key("alt+F4")
         wait_for("the hidden window", lambda: not program.is_showing("frmMain"))

@@ -10,13 +10,9 @@ import sys
 import time
 
 from desktop import wait_for
-from support import (
-    EXECUTABLE, INSTANCE_QUESTION, ROOT, STOP_QUESTION, ProgramTest, keys_of, number,
-)
+from network.rig import MEGABYTES, SERVER, SOURCE, TRAFFIC, RigTest, kernel, nmcli, pump, tunnel
+from support import EXECUTABLE, INSTANCE_QUESTION, STOP_QUESTION, keys_of, number
 
-TRAFFIC = ROOT / "scripts/tunnel_traffic.py"
-SERVER, SINK, SOURCE = "10.8.1.1", "5001", "5002"
-MEGABYTES = 1_000_000
 DAY_OF_TICKS = pathlib.Path(EXECUTABLE).with_name("day_of_ticks")
 TICKS_OF_A_DAY = 24 * 60 * 60
 READY = b"Initialization Sequence Completed"
@@ -29,18 +25,6 @@ NOT_RUNNING = (
 )
 
 
-def nmcli(*arguments):
-    return subprocess.run(["nmcli", *arguments], check=True, capture_output=True, text=True).stdout
-
-
-def answers_at_once():
-    """Well within the two seconds that the program gives NetworkManager: what was tested before may
-    keep it, or the machine, busy for a while."""
-    begin = time.monotonic()
-    nmcli("-t", "-f", "STATE", "general")
-    return time.monotonic() - begin < 0.5
-
-
 def has_ended(process):
     try:
         return pathlib.Path("/proc/%d/stat" % process).read_text().rsplit(")", 1)[1].split()[0] == "Z"
@@ -48,49 +32,7 @@ def has_ended(process):
         return True
 
 
-def pump(way, amount, server=SERVER, check=True):
-    port = SINK if way == "up" else SOURCE
-    return subprocess.run([sys.executable, str(TRAFFIC), way, server, port, str(amount), "0"],
-                          check=check, capture_output=True).returncode
-
-
-def tunnel():
-    """The interface of the VPN."""
-    return next((path for path in pathlib.Path("/sys/class/net").iterdir()
-                 if path.name.startswith("tun")), None)
-
-
-def kernel(counter):
-    return int((tunnel() / "statistics" / counter).read_text())
-
-
-class NetworkTest(ProgramTest):
-    def setUp(self):
-        super().setUp()
-        self.write_ini("[Settings]\nRefreshInterval=100\n")
-        self.hang_up_all()
-        wait_for("NetworkManager's answer without delay", answers_at_once)
-
-    def tearDown(self):
-        super().tearDown()
-        self.hang_up_all()
-
-    def hang_up_all(self):
-        for line in nmcli("-t", "-f", "UUID,TYPE", "connection", "show", "--active").splitlines():
-            uuid, kind = line.split(":")
-            if kind == "vpn":
-                subprocess.run(["nmcli", "connection", "down", uuid], check=False,
-                               capture_output=True)
-        wait_for("the tunnel's end", lambda: tunnel() is None)
-
-    def dial(self, program, entry):
-        program.choose("cboConnections", entry)
-        program.press("cmdConnect")
-
-    def connect_vpn(self, program):
-        self.dial(program, "testvpn")
-        program.wait_text("txtActiveConnection", lambda text: text.startswith("vpn: testvpn"))
-
+class NetworkTest(RigTest):
     def wait_figures(self, program, received, sent):
         """The program's figures are those that the kernel has."""
         program.wait_text("txtBytesRcvd", lambda text: number(text) == received())
@@ -190,8 +132,8 @@ class NetworkTest(ProgramTest):
                 stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
             program = self.start_after_kill("/r")
             source.wait()
-            self.wait_kernel_figures(program)
             counted = (kernel("rx_bytes"), kernel("tx_bytes"))
+            self.wait_kernel_figures(program)
             self.assertGreaterEqual(self.totals(program), counted)
             # Nobody but the session has counted: the totals are what the kernel says.
             self.wait_figures(program, lambda: number(program.text("txtBytesRcvdTotal")),

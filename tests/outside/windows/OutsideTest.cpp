@@ -1,5 +1,6 @@
 #include "RunningProgram.h"
 
+#include "forms/frmOptions.h"
 #include "windows/services/Library.h"
 
 #include <gtest/gtest.h>
@@ -128,10 +129,11 @@ TEST_F(DemoTest, AResetIsNotUndoneByTheNextStart) {
         ASSERT_TRUE(program.waitForMainWindow());
         ASSERT_EQ(program.read("txtBytesRcvdTotal"), "7");
         program.click("cmdOptions");
-        program.clickInOptions("cmdResetValues");
+        const FrmOptions options; // it tells names and numbers
+        program.clickIn(options, "cmdResetValues");
         ASSERT_TRUE(program.answer("Are you really sure you want to reset the (overall) values?",
                                    MsgBoxAnswer::Yes));
-        program.clickInOptions("cmdCancel");
+        program.clickIn(options, "cmdCancel");
         program.click("cmdQuit");
         ASSERT_EQ(program.exitCode(), 0);
     }

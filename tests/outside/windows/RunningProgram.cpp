@@ -87,15 +87,16 @@ void RunningProgram::click(const std::string& name) const {
     PostMessageA(control(name), BM_CLICK, 0, 0);
 }
 
-void RunningProgram::clickInOptions(const std::string& name) const {
-    HWND window = nullptr;
-    waitUntil([&] {
-        const std::vector<HWND> found = topLevelWindows("frmOptions", id_);
-        window = found.empty() ? nullptr : found.front();
-        return window != nullptr && IsWindowVisible(window) != FALSE;
-    });
-    const int id = face::controlId(*numbersInOptions_.control(name));
-    PostMessageA(GetDlgItem(window, id), BM_CLICK, 0, 0);
+HWND RunningProgram::shownWindow(const std::string& form) const {
+    const std::vector<HWND> found = topLevelWindows(form.c_str(), id_);
+    const HWND window = found.empty() ? nullptr : found.front();
+    return window != nullptr && IsWindowVisible(window) != FALSE ? window : nullptr;
+}
+
+void RunningProgram::clickIn(const Form& form, const std::string& name) const {
+    waitUntil([&] { return shownWindow(form.name()) != nullptr; });
+    const int id = face::controlId(*form.control(name));
+    PostMessageA(GetDlgItem(shownWindow(form.name()), id), BM_CLICK, 0, 0);
 }
 
 void RunningProgram::choose(const std::string& name, int place) const {

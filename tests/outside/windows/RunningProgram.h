@@ -1,7 +1,6 @@
 #pragma once
 
 #include "forms/frmMain.h"
-#include "forms/frmOptions.h"
 #include "support/TemporaryFolder.h"
 #include "support/Win32Windows.h"
 
@@ -48,8 +47,11 @@ public:
     std::string read(const std::string& name) const { return textOf(control(name)); }
     /// Presses a button; returns before its work is done.
     void click(const std::string& name) const;
-    /// The same in the window of the options, which need not be open yet.
-    void clickInOptions(const std::string& name) const;
+    /// The same in another window, which need not be open yet. The form only tells names and
+    /// numbers.
+    void clickIn(const Form& form, const std::string& name) const;
+    /// The window of that form while it is shown, null otherwise.
+    HWND shownWindow(const std::string& form) const;
     /// Chooses an entry of a list by its place.
     void choose(const std::string& name, int place) const;
 
@@ -71,9 +73,8 @@ private:
                    MsgBoxAnswer reply) const;
 
     std::string mainClass_;
-    // Nobody shows these: the numbers of their controls are those of the program's.
+    // Nobody shows it: the numbers of its controls are those of the program's.
     FrmMain numbers_;
-    FrmOptions numbersInOptions_;
     HANDLE process_ = nullptr;
     DWORD id_ = 0;
 };
