@@ -18,7 +18,7 @@ NameIndex::NameIndex(std::string_view text, std::vector<TextRange> names, const 
         const std::size_t count = std::min(atOnce, names_.size() - first);
         for (std::size_t i = 0; i < count; ++i) {
             hashes[i] = hash_(slice(text, names_[first + i]));
-            __builtin_prefetch(&slots_[hashes[i] & (slots_.size() - 1)], 1);
+            __builtin_prefetch(&slots_[hashes[i] & mask()], 1);
         }
         for (std::size_t i = 0; i < count; ++i) {
             insert(text, static_cast<std::uint32_t>(first + i), hashes[i]);
@@ -41,10 +41,9 @@ std::size_t NameIndex::slotOf(std::string_view text, std::string_view name,
     const auto isTheOne = [&](const Slot& slot) {
         return slot.hash == hash && equalWithoutCase(name, slice(text, names_[slot.number]));
     };
-    const std::size_t mask = slots_.size() - 1;
-    std::size_t at = hash & mask;
+    std::size_t at = hash & mask();
     while (slots_[at].number != none && !isTheOne(slots_[at])) {
-        at = (at + 1) & mask;
+        at = (at + 1) & mask();
     }
     return at;
 }
@@ -83,11 +82,10 @@ std::uint32_t NameIndex::find(std::string_view text, std::string_view name) cons
 }
 
 std::size_t NameIndex::longestWay() const {
-    const std::size_t mask = slots_.size() - 1;
     std::size_t longest = 0;
     for (std::size_t at = 0; at < slots_.size(); ++at) {
         if (slots_[at].number != none) {
-            longest = std::max(longest, ((at - slots_[at].hash) & mask) + 1);
+            longest = std::max(longest, ((at - slots_[at].hash) & mask()) + 1);
         }
     }
     return longest;

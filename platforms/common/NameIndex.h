@@ -46,6 +46,7 @@ private:
         std::uint32_t number = none;
     };
 
+    std::size_t mask() const { return slots_.size() - 1; } ///< their number is a power of two
     void insert(std::string_view text, std::uint32_t number, std::uint32_t hash);
     std::size_t slotOf(std::string_view text, std::string_view name, std::uint32_t hash) const;
     std::uint32_t findNearby(std::string_view text, std::string_view name) const;

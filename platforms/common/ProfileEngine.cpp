@@ -1,6 +1,7 @@
 #include "common/ProfileEngine.h"
 
 #include <algorithm>
+#include <limits>
 #include <new>
 #include <numeric>
 #include <utility>
@@ -84,6 +85,7 @@ bool hasMoreLines(const std::vector<std::string_view>& pieces, std::uint64_t lin
         return false; // nearly all files
     }
     constexpr std::size_t few = 128;
+    static_assert(few <= std::numeric_limits<std::uint8_t>::max());
     std::uint64_t count = 0;
     char before = 0;
     for (std::string_view piece : pieces) {

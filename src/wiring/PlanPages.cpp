@@ -202,9 +202,11 @@ void fillPlanChoices() {
     fill(f.cboWeekday,
          {"Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday", "Sunday"});
     fill(f.cboHangUp, {"No", "At once", "After more"});
+    std::vector<std::string> hours;
     for (int hour = 0; hour < hoursInDay; ++hour) {
-        f.cboHour.addItem(zeroPadded(hour, 2) + ":00");
+        hours.push_back(zeroPadded(hour, 2) + ":00");
     }
+    f.cboHour.setItems(std::move(hours));
     f.cboExtend.setListIndex(0);
     f.cboPage.setListIndex(FrmPlan::now);
 }

@@ -17,7 +17,9 @@ from gi.repository import Atspi  # noqa: E402
 
 from displays import WaylandDisplay, XDisplay  # noqa: E402
 from note_service import NoteService  # noqa: E402
-from processes import DEADLINE, Failure, end_with_parent, start, stop, wait_for  # noqa: E402
+from processes import (  # noqa: E402
+    DEADLINE, Failure, end_with_parent, start, stop, wait_for, wait_for_rest,
+)
 
 
 def powerless():
@@ -206,13 +208,10 @@ class Desktop(NoteService):
 
     def icon_area(self):
         """Left, top, width and height of the only icon in the panel, once it has come to rest there."""
-        looks = [None]
-
-        def at_rest():
-            looks.append(next((area for area in self._areas() if 8 <= area[2] <= 32), None))
-            return looks[-1] if looks[-1] == looks[-2] else None
-
-        return wait_for("the icon in the panel", at_rest)
+        return wait_for_rest(
+            "the icon in the panel",
+            lambda: next((area for area in self._areas() if 8 <= area[2] <= 32), None),
+        )
 
     def open_menu(self):
         """Clicks the icon and waits for its menu, which accessibility does not show."""
@@ -251,6 +250,10 @@ class Desktop(NoteService):
         if self.display is not None:
             self.display.close()
         shutil.rmtree(self.folder, ignore_errors=True)
+
+
+class NoEntry(Failure):
+    """A list that is open lacks an entry."""
 
 
 class Program:
@@ -371,22 +374,13 @@ class Program:
 
     def choose(self, name, entry):
         """Opens a list with a click and chooses an entry with the keyboard."""
-        self._open(name)
+        self.click(name)
+        wait_for("the open list", lambda: self.is_open(name))
         entries = self.entries(name)
         if entry not in entries:
-            raise Failure("no entry %s in %s" % (entry, entries))
+            raise NoEntry("no entry %s in %s" % (entry, entries))
         self.key("Home", *["Down"] * entries.index(entry), "Return")
         self.wait_text(name, entry)
-
-    def _open(self, name):
-        """A window that has only just come may not be where the first click goes."""
-        for deadline in (10, 10, DEADLINE):
-            self.click(name)
-            try:
-                return wait_for("the open list", lambda: self.is_open(name), deadline)
-            except Failure:
-                if deadline == DEADLINE:
-                    raise
 
     def entries(self, name):
         """Of a list, open or not."""
@@ -400,14 +394,31 @@ class Program:
         return self.find(name).get_state_set().contains(Atspi.StateType.EXPANDED)
 
     def click(self, name):
-        """A real click in the middle of the control."""
-        area = self.find(name).get_extents(Atspi.CoordType.SCREEN)
-        place = [str(area.x + area.width // 2), str(area.y + area.height // 2)]
+        """A real click in the middle of the control, once its window has come to rest."""
+        x, y = wait_for_rest("the place of " + name, lambda: self._middle_on_screen(name))
         subprocess.run(
-            ["xdotool", "mousemove", *place, "click", "1"],
+            ["xdotool", "mousemove", str(x), str(y), "click", "1"],
             env=self.environment,
             check=True,
         )
+
+    def _middle_on_screen(self, name):
+        """None as long as the window manager has not shown the control's window."""
+        node = self.find(name)
+        if not self._is_shown_by_manager(node):
+            return None
+        area = node.get_extents(Atspi.CoordType.SCREEN)
+        return area.x + area.width // 2, area.y + area.height // 2
+
+    def _is_shown_by_manager(self, node):
+        """That of X: on Wayland no program knows where its windows are."""
+        if "WAYLAND_DISPLAY" in self.environment:
+            return True
+        while node.get_parent().get_role_name() != "application":
+            node = node.get_parent()
+        search = ["xdotool", "search", "--onlyvisible", "--name", "^%s$" % re.escape(node.get_name())]
+        found = subprocess.run(search, env=self.environment, check=False, stdout=subprocess.DEVNULL)
+        return found.returncode == 0
 
     def key(self, *keys):
         subprocess.run(["xdotool", "key", *keys], env=self.environment, check=True)

@@ -8,6 +8,11 @@ LEDGER_QUESTION = (
 )
 
 
+def used_in(line):
+    """The megabytes that a plan's line begins with."""
+    return float(line.split()[0])
+
+
 class PlanUser:
     """A user with a plan, and with the ledger that it is reckoned from: beside `ProgramTest`."""
 
@@ -62,8 +67,8 @@ class PlanUser:
 
     def used(self, program):
         """The megabytes that the line at the foot tells."""
-        return float(program.text("lblPlan").split()[0])
+        return used_in(program.text("lblPlan"))
 
     def wait_used(self, program, least):
         """Until the line at the foot tells so many megabytes used."""
-        program.wait_text("lblPlan", lambda text: text and float(text.split()[0]) >= least)
+        program.wait_text("lblPlan", lambda text: text and used_in(text) >= least)

@@ -60,3 +60,14 @@ def wait_for(what, condition, deadline=DEADLINE):
         if time.monotonic() > end:
             raise Failure("waited in vain for " + what)
         time.sleep(0.03)
+
+
+def wait_for_rest(what, look):
+    """The first true answer that is given twice, one time right after the other."""
+    answers = [None]
+
+    def at_rest():
+        answers.append(look())
+        return answers[-1] if answers[-1] == answers[-2] else None
+
+    return wait_for(what, at_rest)

@@ -295,7 +295,7 @@ bool NetworkBus::refresh(std::chrono::milliseconds profilesFor) {
         if (!news_.running()) {
             book_.clear();
             lines_.clear();
-        } else if (reached && !ownerStale_ && !silent() && due() && !rests(profilesFor)) {
+        } else if (reached && !ownerStale_ && !silent() && due() && !mayWait(profilesFor)) {
             readStale(end, profilesFor);
         }
     } catch (const sdbus::Error& error) {
@@ -312,7 +312,7 @@ bool NetworkBus::due() const {
 
 /// A tick looks several times. What changes again while it is read slowly would have each of them
 /// read on for as long as an answer may take. Whoever asks for profiles waits all the same.
-bool NetworkBus::rests(std::chrono::milliseconds profilesFor) const {
+bool NetworkBus::mayWait(std::chrono::milliseconds profilesFor) const {
     return known() && profilesFor <= reading && Clock::now() < readAgain_;
 }
 
@@ -371,6 +371,7 @@ void NetworkBus::wait(int milliseconds) {
 /// service is to be left alone.
 template <class Order>
 auto NetworkBus::order(const Order& order) {
+    readAgain_ = {}; // what comes of it is to be seen at once
     const auto end = Clock::now() + BusCalls::longest;
     try {
         catchUp();
@@ -390,7 +391,6 @@ auto NetworkBus::order(const Order& order) {
 
 std::string NetworkBus::activate(const NetworkProfile& profile) {
     news_.forgetReasons();
-    readAgain_ = {};
     return order([&](BusCalls& calls) -> std::string {
         return calls.ask<sdbus::ObjectPath>(nm::managerPath, nm::service, "ActivateConnection",
                                             sdbus::ObjectPath(profile.path), sdbus::ObjectPath("/"),

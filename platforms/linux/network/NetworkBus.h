@@ -98,7 +98,7 @@ private:
     bool known() const { return news_.running() && knownSince_ == news_.starts(); }
     bool resting() const { return flooded_ && Clock::now() < restUntil_; }
     bool due() const;
-    bool rests(std::chrono::milliseconds profilesFor) const;
+    bool mayWait(std::chrono::milliseconds profilesFor) const;
     void restAfter(Clock::duration taken);
     bool connect(Clock::time_point end, std::chrono::milliseconds inFlood);
     void learnOwner(Clock::time_point end);

@@ -6,7 +6,7 @@ import subprocess
 import sys
 import time
 
-from desktop import Failure, wait_for
+from desktop import NoEntry, wait_for
 from support import ROOT, ProgramTest
 
 TRAFFIC = ROOT / "scripts/tunnel_traffic.py"
@@ -73,7 +73,7 @@ class RigTest(ProgramTest):
         try:
             program.choose("cboConnections", entry)
             return True
-        except Failure:
+        except NoEntry:
             program.key("Escape")
             return False
 

@@ -331,6 +331,24 @@ TEST_F(LedgerLifeTest, AtMidnightItIsFolded) {
     EXPECT_EQ(receivedOf("Ridge"), 5070U);
 }
 
+TEST_F(LedgerLifeTest, ThatItWasWrittenJustBeforeMidnightDoesNotPutTheFoldingOff) {
+    startWithLedger();
+    constexpr int untilLate = 15 * 3'600 + 44 * 60; // 23:59:22
+    pass(untilLate);
+    for (const std::uint32_t bytes : {5000U, 70U}) {
+        ridge = machine.connections.connect("Ridge");
+        tick();
+        tickAfter(5, bytes);
+        endTheLine();
+    }
+    ASSERT_EQ(written().entries.size(), 2U);
+
+    tickAfter(30);
+
+    EXPECT_EQ(written().entries.size(), 1U);
+    EXPECT_EQ(receivedOf("Ridge"), 5070U);
+}
+
 TEST_F(LedgerLifeTest, WhereALineCarriesNothingTheJournalIsNotWritten) {
     countWithLedger(5000);
     const std::string before = machine.files.file(path);
