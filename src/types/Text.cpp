@@ -32,6 +32,12 @@ bool equalWithoutCase(std::string_view a, std::string_view b) {
                       [](char left, char right) { return upper(left) == upper(right); });
 }
 
+bool lessWithoutCase(std::string_view a, std::string_view b) {
+    return std::lexicographical_compare(
+        a.begin(), a.end(), b.begin(), b.end(),
+        [](char left, char right) { return upper(left) < upper(right); });
+}
+
 std::string hexText(std::uint64_t number, std::size_t fewest) {
     constexpr unsigned bitsInDigit = 4;
     std::string text;

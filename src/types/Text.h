@@ -17,6 +17,9 @@ std::string upperCase(std::string_view text);
 /// Equality without regard to the case of ASCII letters.
 bool equalWithoutCase(std::string_view a, std::string_view b);
 
+/// Order without regard to the case of ASCII letters: by the characters, then by the length.
+bool lessWithoutCase(std::string_view a, std::string_view b);
+
 /// The digits of hexadecimal numbers, each at the place of its value.
 inline constexpr std::string_view hexDigits = "0123456789ABCDEF";
 

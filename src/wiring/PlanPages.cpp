@@ -203,6 +203,7 @@ void fillPlanChoices() {
          {"Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday", "Sunday"});
     fill(f.cboHangUp, {"No", "At once", "After more"});
     std::vector<std::string> hours;
+    hours.reserve(hoursInDay);
     for (int hour = 0; hour < hoursInDay; ++hour) {
         hours.push_back(zeroPadded(hour, 2) + ":00");
     }

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <initializer_list>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -117,7 +119,47 @@ TEST(NameIndexTest, EachOfManyNamesIsFound) {
     EXPECT_EQ(index.find(text, "name5000"), NameIndex::none);
 }
 
-/// An index of names of one place: somebody chose them who knew the hash, among so many places.
+TEST(NameIndexTest, OfNamesThatRiseSeveralTimesTheFirstIsFound) {
+    const Names names{"settings", "name8", "name9", "name10", "NAME9", "name11", "name9", "name12"};
+    EXPECT_EQ(names.find("Settings"), 0U);
+    EXPECT_EQ(names.find("name10"), 3U);
+    EXPECT_EQ(names.find("name9"), 2U);
+    EXPECT_EQ(names.find("name11"), 5U);
+    EXPECT_EQ(names.find("name9"), 2U);
+    EXPECT_EQ(names.find("NAME9"), 2U);
+    EXPECT_EQ(names.find("name12"), 7U);
+    EXPECT_EQ(names.find("name7"), NameIndex::none);
+    EXPECT_EQ(names.find("name13"), NameIndex::none);
+}
+
+/// Of names by their numbers, each the first of its kind, whatever the order.
+TEST(NameIndexTest, TheFirstOfEachKindIsFoundInEachOrder) {
+    for (const std::uint32_t step : {1U, 7U, 50U, 99U, 149U}) { // 1 rises, 149 falls
+        constexpr std::uint32_t count = 150;
+        std::string text;
+        std::vector<TextRange> ranges;
+        std::map<std::string, std::uint32_t> first;
+        for (std::uint32_t i = 0; i < count; ++i) {
+            const std::string name = "Name" + std::to_string(i * step % count);
+            first.emplace(name, i);
+            const auto begin = static_cast<std::uint32_t>(text.size());
+            text += name;
+            ranges.push_back({begin, static_cast<std::uint32_t>(text.size())});
+        }
+        const NameIndex index(text, ranges);
+        for (const auto& [name, number] : first) {
+            ASSERT_EQ(index.find(text, name), number) << step;
+        }
+        for (const TextRange& range : ranges) {
+            const std::string name(slice(text, range));
+            ASSERT_EQ(index.find(text, name), first[name]) << step;
+        }
+        EXPECT_EQ(index.find(text, "Name150"), NameIndex::none);
+    }
+}
+
+/// An index of names of one place: somebody chose them who knew the hash, among so many places, and
+/// has them fall, for names that rise need no places.
 NameIndex indexOfChosen(const NameHash& known, const NameHash& hash, std::uint32_t count) {
     std::string text;
     std::vector<TextRange> ranges;
@@ -129,6 +171,7 @@ NameIndex indexOfChosen(const NameHash& known, const NameHash& hash, std::uint32
             ranges.push_back({begin, static_cast<std::uint32_t>(text.size())});
         }
     }
+    std::reverse(ranges.begin(), ranges.end());
     return {text, std::move(ranges), hash};
 }
 
