@@ -75,7 +75,7 @@ private:
     /// A name is in the first slot from its hash on that was empty. The hash stands there too, so
     /// that few names need to be looked at.
     std::vector<Slot> slots_;
-    bool allDiffer_ = true; ///< by the slots
+    bool allDiffer_ = true;                         ///< by the slots
     mutable std::array<std::uint32_t, 2> recent_{}; ///< found last, the latest first
 };
 

@@ -18,7 +18,7 @@ from gi.repository import Atspi  # noqa: E402
 from displays import WaylandDisplay, XDisplay  # noqa: E402
 from note_service import NoteService  # noqa: E402
 from processes import (  # noqa: E402
-    DEADLINE, Failure, end_with_parent, start, stop, wait_for, wait_for_rest,
+    DEADLINE, Failure, end_with_parent, start, stop, threads_of, wait_for, wait_for_rest,
 )
 
 
@@ -479,7 +479,7 @@ class Program:
         try:
             return self.process.wait(DEADLINE)
         except subprocess.TimeoutExpired:
-            raise Failure("the program did not end") from None
+            raise Failure("the program did not end; " + threads_of(self.process.pid)) from None
 
     def running(self):
         return self.process.poll() is None

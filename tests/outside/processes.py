@@ -1,6 +1,8 @@
 """Processes that end with the test that started them, and waiting for what they do."""
 
+import contextlib
 import ctypes
+import pathlib
 import signal
 import subprocess
 import time
@@ -43,6 +45,16 @@ def stop(process):
         process.wait()
     if process.stdout is not None:
         process.stdout.close()
+
+
+def threads_of(process):
+    """What each thread of a process waits for, as far as the kernel tells."""
+    told = []
+    for task in sorted(pathlib.Path("/proc/%d/task" % process).iterdir()):
+        with contextlib.suppress(OSError):
+            words = [(task / name).read_text().strip() for name in ("comm", "wchan", "syscall")]
+            told.append(" ".join([task.name, *words]))
+    return "its threads:\n" + "\n".join(told)
 
 
 def wait_for(what, condition, deadline=DEADLINE):

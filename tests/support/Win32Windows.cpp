@@ -85,12 +85,19 @@ HWND windowOf(const Control& control) {
     return GetDlgItem(windowOf(control.list()), face::controlId(control));
 }
 
+LRESULT answerOf(HWND window, UINT message, WPARAM first, LPARAM second) {
+    constexpr UINT minute = 60'000;
+    DWORD_PTR answer = 0;
+    SendMessageTimeoutA(window, message, first, second, SMTO_NORMAL, minute, &answer);
+    return static_cast<LRESULT>(answer);
+}
+
 std::string textOf(HWND window) {
-    const LRESULT length = SendMessageA(window, WM_GETTEXTLENGTH, 0, 0);
+    const LRESULT length = answerOf(window, WM_GETTEXTLENGTH, 0, 0);
     std::string text(static_cast<std::size_t>(length) + 1, '\0');
     text.resize(
-        static_cast<std::size_t>(SendMessageA(window, WM_GETTEXT, static_cast<WPARAM>(text.size()),
-                                              reinterpret_cast<LPARAM>(text.data()))));
+        static_cast<std::size_t>(answerOf(window, WM_GETTEXT, static_cast<WPARAM>(text.size()),
+                                          reinterpret_cast<LPARAM>(text.data()))));
     return text;
 }
 
@@ -150,7 +157,7 @@ HMENU openMenu(DWORD process) {
     constexpr UINT getMenu = 0x01E1;
     return found.empty() || IsWindowVisible(found.front()) == FALSE
                ? nullptr
-               : reinterpret_cast<HMENU>(SendMessageA(found.front(), getMenu, 0, 0));
+               : reinterpret_cast<HMENU>(answerOf(found.front(), getMenu, 0, 0));
 }
 
 } // namespace tarvik

@@ -25,6 +25,10 @@ HWND ownWindow(const std::string& className);
 HWND windowOf(const ControlList& form);
 HWND windowOf(const Control& control);
 
+/// What a window answers to a message, whatever its process; 0 where it does not within a minute,
+/// for a test that waits for ever tells nobody which one it is.
+LRESULT answerOf(HWND window, UINT message, WPARAM first, LPARAM second);
+
 /// The text of a window, whatever its process.
 std::string textOf(HWND window);
 

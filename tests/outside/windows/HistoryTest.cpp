@@ -130,15 +130,15 @@ protected:
 
     void choose(const std::string& name, int place) const {
         const HWND combo = control(name);
-        SendMessageA(combo, CB_SETCURSEL, static_cast<WPARAM>(place), 0);
-        SendMessageA(window(), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(combo), CBN_SELCHANGE),
-                     reinterpret_cast<LPARAM>(combo));
+        answerOf(combo, CB_SETCURSEL, static_cast<WPARAM>(place), 0);
+        answerOf(window(), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(combo), CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(combo));
     }
 
     /// What is read off the last record: "Data sent. 1,096 (31.12.2026 20:15:00): Sent 1,234
     /// bytes".
     std::string lastReading() const {
-        SendMessageA(control("mscHistory"), WM_KEYDOWN, VK_END, 1);
+        answerOf(control("mscHistory"), WM_KEYDOWN, VK_END, 1);
         return textOf(control("mscHistory"));
     }
 

@@ -384,7 +384,7 @@ TEST_F(KilledProgramTest, AMachineThatGoesToSleepFindsTheJournalWritten) {
     const std::uint64_t shown = number(program.read("txtBytesRcvdTotal"));
     ASSERT_TRUE(showsThisSession(program, shown));
 
-    SendMessageA(program.mainWindow(), WM_POWERBROADCAST, PBT_APMSUSPEND, 0);
+    answerOf(program.mainWindow(), WM_POWERBROADCAST, PBT_APMSUSPEND, 0);
 
     EXPECT_NE(installation.content("Tarvik.journal"), before) << "before the message returns";
 }

@@ -101,9 +101,9 @@ void RunningProgram::clickIn(const Form& form, const std::string& name) const {
 
 void RunningProgram::choose(const std::string& name, int place) const {
     const HWND combo = control(name);
-    SendMessageA(combo, CB_SETCURSEL, static_cast<WPARAM>(place), 0);
-    SendMessageA(mainWindow(), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(combo), CBN_SELCHANGE),
-                 reinterpret_cast<LPARAM>(combo));
+    answerOf(combo, CB_SETCURSEL, static_cast<WPARAM>(place), 0);
+    answerOf(mainWindow(), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(combo), CBN_SELCHANGE),
+             reinterpret_cast<LPARAM>(combo));
 }
 
 bool RunningProgram::answer(const std::string& text, MsgBoxAnswer reply) const {
@@ -140,8 +140,8 @@ int RunningProgram::exitCode() const {
 
 void RunningProgram::endSession() const {
     const HWND window = mainWindow();
-    SendMessageA(window, WM_QUERYENDSESSION, 0, 0);
-    SendMessageA(window, WM_ENDSESSION, TRUE, 0);
+    answerOf(window, WM_QUERYENDSESSION, 0, 0);
+    answerOf(window, WM_ENDSESSION, TRUE, 0);
 }
 
 void RunningProgram::kill() const {

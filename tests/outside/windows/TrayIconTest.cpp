@@ -48,7 +48,7 @@ void sweepTaskBar() {
     ScreenToClient(taskBar(), &place);
     constexpr int moreThanAnyRunLeaves = 100;
     for (int i = 0; i < moreThanAnyRunLeaves; ++i) {
-        SendMessageA(taskBar(), WM_MOUSEMOVE, 0, MAKELPARAM(place.x, place.y));
+        answerOf(taskBar(), WM_MOUSEMOVE, 0, MAKELPARAM(place.x, place.y));
     }
 }
 
